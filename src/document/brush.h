@@ -1,0 +1,94 @@
+// A brush: a convex solid bounded by at most 32 faces, each with its plane, its polygon and its
+// texture. Every entity embeds one; it is empty in all but plain brushes.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "geometry/winding.h"
+#include "platform/canvas.h"
+
+namespace ferrowand {
+
+class Brush;
+class Reporter;
+class TextReader;
+class TextWriter;
+class WadList;
+struct Texture;
+
+// Bits of the flag word that goes through all readers of a load: what has been said already.
+inline constexpr unsigned READ_MERGE = 1;           // keep the document's WADs and class set
+inline constexpr unsigned READ_FACES_REPORTED = 4;  // "too many faces"
+inline constexpr unsigned READ_CHAR_REPORTED = 8;   // "invalid char"
+inline constexpr unsigned READ_END_OF_FILE = 16;
+inline constexpr unsigned READ_DEPTH_REPORTED = 32;  // "nested too deep"
+
+struct Face {
+  std::array<Vec3, 3> planepts;  // integral after reading
+  Texture* texture = nullptr;    // bound by name; not owned
+  float rotation = 0;            // degrees
+  float xoff = 0, yoff = 0;      // texels
+  float xscale = 0, yscale = 0;  // 0 counts as 1
+  std::array<char, 16> name{};   // of the texture, at most 15 characters and a zero byte
+  Plane plane;
+  WindingPtr w;  // null until the brush is rebuilt
+
+  std::string_view Name() const { return name.data(); }
+  // A longer name than 15 characters leaves none.
+  void SetName(std::string_view newName);
+};
+
+// Deep, with its winding.
+Face CopyFace(const Face& face);
+
+class Brush {
+ public:
+  // `outline` is the colour of its edges in the 2D views.
+  explicit Brush(Colour outline) : outline_(outline) {}
+  Brush(Brush&&) = default;
+  Brush& operator=(Brush&&) = default;
+
+  Brush Copy() const;
+
+  // `numfaces` of them, in file order. References hold until a face is added or dropped.
+  int getNumFaces() const { return static_cast<int>(faces_.size()); }
+  Face& face(int index) { return faces_[static_cast<std::size_t>(index)]; }
+  const Face& face(int index) const { return faces_[static_cast<std::size_t>(index)]; }
+  const std::vector<Face>& Faces() const { return faces_; }
+  Colour Outline() const { return outline_; }
+  const Bounds& Box() const { return bounds_; }
+
+  // Null for the 33rd. The new face has its points and plane, no texture and no winding.
+  Face* AddFace(const Vec3& p0, const Vec3& p1, const Vec3& p2);
+  // A face made elsewhere; false for the 33rd.
+  bool AddFace(Face face);
+  void Clear();
+
+  // Makes every winding from the planes, drops the faces that have none, and grows the bounds by
+  // the windings' points (it never shrinks them).
+  void Rebuild(Reporter& reporter);
+  // Moves windings and bounds and takes planes and plane points from the moved windings.
+  void Translate(const Vec3& by);
+
+  // Reads faces from behind the opening brace up to the closing one or to a key's quote, neither of
+  // which is consumed, and rebuilds. `flags` and the result are sets of READ_ bits.
+  unsigned ReadBody(TextReader& reader, const WadList& wads, unsigned flags, Reporter& reporter);
+  // One line a face, with the first three winding points rounded to whole units. A face without
+  // winding points is a failed assertion and is written by its plane points.
+  void WriteFaces(TextWriter& out, Reporter& reporter) const;
+
+  void ResolveTextures(const WadList& wads);
+
+ private:
+  Bounds bounds_;
+  std::vector<Face> faces_;
+  Colour outline_;
+};
+
+// Drops repeated points, then takes plane, plane points and texture coordinates from the winding.
+void UpdateFromWinding(Face& face);
+
+}  // namespace ferrowand

@@ -1,0 +1,130 @@
+// The object that everything in a map is: the world, a point entity, a brush entity, a layer, a
+// plain brush. Keys and values as in the file, what is decoded from the special keys, a class, an
+// embedded brush and the owned children.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "document/brush.h"
+#include "geometry/vec.h"
+
+namespace ferrowand {
+
+class ClassSet;
+class EntityClass;
+class Map;
+class Reporter;
+class TextReader;
+class TextWriter;
+class WadList;
+class entity;
+
+inline constexpr int MAXKEYS = 250;
+inline constexpr float NO_ORIGIN = 65000.0f;     // in origin.x of an entity without one
+inline constexpr std::int16_t NO_ANGLE = 32600;  // in angle of an entity without one
+inline constexpr int MAXDEPTH = 200;             // of entities within entities, when reading
+
+// Bits of `flags`, the key XMPferroflags.
+inline constexpr std::int32_t ENTITY_DRAWS_TARGETS = 1;
+inline constexpr std::int32_t ENTITY_IS_LIGHT = 2;
+
+using EntityPtr = std::unique_ptr<entity>;
+
+class entity {
+ public:
+  // A plain brush, whose class is bound in `classes` until a "classname" says otherwise.
+  explicit entity(const ClassSet& classes);
+  virtual ~entity();
+  entity(const entity&) = delete;
+  entity& operator=(const entity&) = delete;
+
+  // --- keys: ordered pairs. Looking up ignores case; setting removes only an exact match and
+  // appends, so that a key that is set moves to the end. Both asymmetries are meant.
+  int numkeys() const { return static_cast<int>(keys_.size()); }
+  const std::string& KeyName(int index) const { return keys_[static_cast<std::size_t>(index)].name; }
+  const std::string& KeyValue(int index) const { return keys_[static_cast<std::size_t>(index)].value; }
+  // Null when there is none. Valid until the keys change.
+  const char* GetKey(std::string_view name) const;
+  void SetKey(std::string_view name, std::string_view value);
+  // From the 249th on this is a failed assertion, and added all the same.
+  void AddKey(std::string_view name, std::string_view value);
+  void RemoveKey(int index);
+  void ClearKeys();
+
+  // --- decoded keys
+  const Vec3& Origin() const { return origin_; }
+  bool HasOrigin() const { return origin_.x != NO_ORIGIN; }
+  std::int16_t angle() const { return angle_; }
+  std::int32_t flags() const { return flags_; }
+  void SetOrigin(std::int16_t x, std::int16_t y, std::int16_t z);
+  void SetOriginAxis(int axis, std::int16_t value);
+  void SetFlags(std::int32_t value);
+
+  // --- class
+  EntityClass* getClass() const { return class_; }
+  void SetClass(EntityClass* newClass);
+  // For this entity and all below it.
+  void ResolveClasses(const ClassSet& set);
+  bool IsVisible() const;
+  bool IsEnabled() const;
+  bool IsMarked() const;
+  bool IsOwnBlock() const;
+  Bounds GetBounds() const;
+
+  // --- tree. Children in file order, owned.
+  entity* Parent() const { return parent_; }
+  const std::vector<EntityPtr>& getEntityList() const { return children_; }
+  // To the end. The map puts the child into its current layer instead.
+  virtual entity* AddChild(EntityPtr child);
+  // At this entity itself, before the child that now has the index (or at the end).
+  entity* InsertChild(EntityPtr child, std::size_t index);
+  std::size_t IndexOf(const entity& child) const;
+  EntityPtr TakeChild(std::size_t index);
+  std::vector<EntityPtr> TakeChildren();
+  // The document that holds this entity, or null.
+  virtual Map* OwningMap();
+  const Map* OwningMap() const { return const_cast<entity*>(this)->OwningMap(); }
+
+  // --- reading and writing. `flags` and the result are sets of READ_ bits, `option` of WRITE_ bits.
+  virtual unsigned Read(TextReader& reader, const WadList& wads, unsigned flags);
+  virtual void WriteMapBrushes(TextWriter& out, unsigned option) const;
+  virtual void WriteMapEntity(TextWriter& out, unsigned option) const;
+  virtual void WriteExtended(TextWriter& out) const;
+  virtual void ResolveTextures(const WadList& wads);
+
+  // Deep; belongs to nothing yet.
+  EntityPtr Copy() const;
+
+  Brush brush;
+  std::uint8_t state = 1;       // 1: a group acts as one object; 0: its members act alone
+  std::int32_t viewIndex = -1;  // of the views
+
+ protected:
+  Reporter& Report() const;
+  void WriteKeysExtended(TextWriter& out) const;
+  // One key and value from behind the key's opening quote; set on this entity.
+  std::string_view ReadKey(TextReader& reader, std::string& key, std::string& value);
+
+ private:
+  struct KeyPair {
+    std::string name;
+    std::string value;
+  };
+
+  const ClassSet& ClassSetInUse() const;
+  void Decode(const KeyPair& pair);
+
+  entity* parent_ = nullptr;
+  EntityClass* class_ = nullptr;
+  Vec3 origin_{NO_ORIGIN, 0, 0};
+  std::int16_t angle_ = NO_ANGLE;
+  std::int32_t flags_ = 0;
+  std::vector<KeyPair> keys_;
+  std::vector<EntityPtr> children_;
+};
+
+}  // namespace ferrowand

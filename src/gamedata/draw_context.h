@@ -1,0 +1,48 @@
+// What an entity must know to draw itself in a 2D view: the surface, the mapping, the pens and the
+// view's choices.
+#pragma once
+
+#include <optional>
+
+#include "geometry/view_transform.h"
+#include "platform/canvas.h"
+
+namespace ferrowand {
+
+inline constexpr unsigned DRAW_KEEP_PEN = 1;
+inline constexpr unsigned DRAW_HEIGHTS = 2;
+inline constexpr unsigned DRAW_1X1MIPMAP = 4;
+inline constexpr unsigned DRAW_LIGHT_RADIUS = 8;
+inline constexpr unsigned DRAW_TARGETS = 16;
+inline constexpr unsigned DRAW_CLASSNAMES = 32;
+inline constexpr unsigned DRAW_WHITE_TEXT = 64;
+inline constexpr unsigned DRAW_LAYER_COLOUR = 128;
+inline constexpr unsigned DRAW_TEMPLATES = 256;
+
+// The fixed pens of the program, chosen for the background they are drawn on.
+struct DrawPens {
+  Pen entity;        // brushes of brush entities
+  Pen brushOutline;  // brushes of a selection
+  Pen boxOutline;    // class boxes of a selection
+  Pen centreDot;
+  Pen light;
+  Pen targetLine;
+  Pen targetHead;
+};
+
+struct DrawContext {
+  Canvas& canvas;
+  ViewTransform transform;
+  const DrawPens& pens;
+  unsigned flags = 0;         // DRAW_ bits
+  PixelRect visible;          // pixels that will be seen; what lies outside need not be drawn
+  Pen pen;                    // what DRAW_KEEP_PEN keeps; also the pen of plain outlines
+  bool drawsEntities = true;  // point entities: boxes, markers, names
+  bool centreDots = false;
+  std::optional<Pen> overridePen;  // instead of class pens
+  int heightlo = 0, heighthi = 0;  // world units on the depth axis, for DRAW_HEIGHTS
+  unsigned oneColour = 0;          // OneColour, for DRAW_1X1MIPMAP
+  std::optional<Colour> layerColour;  // of the layer being drawn, for DRAW_LAYER_COLOUR
+};
+
+}  // namespace ferrowand

@@ -1,0 +1,53 @@
+// The seam to the system's files: unbuffered calls on a handle, nothing else. Names are as the
+// user typed them; on a system with '/' a '\' in a name is taken as '/', so that maps made on
+// Windows find their files. No call reports: each says by its result whether it worked, and
+// LastError() tells why the last one did not.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+namespace ferrowand {
+
+using FileHandle = std::intptr_t;
+inline constexpr FileHandle INVALID_FILE = -1;
+
+enum class FileAccess { Read, ReadWrite };
+enum class SeekFrom { Begin, Current, End };
+enum class FindResult { Found, NotFound, Failed };
+
+// The value of Seek when the system refuses.
+inline constexpr std::uint32_t INVALID_OFFSET = 0xFFFFFFFF;
+
+// The system's code of the last failed call; 0 when there was none.
+std::uint32_t LastError();
+
+namespace file {
+
+FindResult Find(const std::string& name);
+
+// An existing file only; others may read and write it meanwhile.
+FileHandle Open(const std::string& name, FileAccess access);
+// Read and write access, shared with nobody; an existing file is truncated.
+FileHandle Create(const std::string& name);
+void Close(FileHandle handle);
+
+// Bytes really moved; 0 on failure and, for reading, at the end of the file.
+std::size_t Read(FileHandle handle, void* buffer, std::size_t count);
+// True when all of count was written.
+bool Write(FileHandle handle, const void* buffer, std::size_t count);
+// The new position. Files end at 4 GiB - 2 as far as this program is concerned.
+std::uint32_t Seek(FileHandle handle, std::int64_t distance, SeekFrom from);
+std::uint32_t Size(FileHandle handle);
+// Cuts the file at the current position.
+bool Truncate(FileHandle handle);
+
+// Puts `from` in the place of `to` in one step; `to` need not exist. False leaves both as they are.
+bool Replace(const std::string& from, const std::string& to);
+bool Delete(const std::string& name);
+// Whether an existing file may be written, asked without touching it.
+bool IsWritable(const std::string& name);
+
+}  // namespace file
+}  // namespace ferrowand

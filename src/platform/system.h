@@ -1,0 +1,28 @@
+// Facts of the machine and of the process that the core asks for.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace ferrowand {
+
+// Without a separator at the end, except for a root.
+std::string CurrentDirectory();
+// The folder of the running program, without a separator at the end.
+std::string ProgramDirectory();
+// The folder in which the system's own search (the program's folder first, then the current one,
+// then the path) finds the file, or nothing.
+std::optional<std::string> FindOnSystemPath(const std::string& fileName);
+
+std::uint64_t PhysicalMemoryBytes();
+
+// Names (without directory) of the files in `directory` whose name ends in `extension` (with its
+// full stop, any case), in ascending order without regard to case.
+std::vector<std::string> ListFiles(const std::string& directory, const std::string& extension);
+
+// '\' on Windows, '/' elsewhere.
+char PathSeparator();
+
+}  // namespace ferrowand

@@ -1,0 +1,91 @@
+// All settings of the user, in one record: read at start-up, written at normal shut-down.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <string>
+
+namespace ferrowand {
+
+class Reporter;
+class SettingsStore;
+
+// Defaults are the field initialisers.
+struct Options {
+  static constexpr std::size_t TEXTLENGTH = 100;   // of a text field, zero byte included
+  static constexpr std::size_t RECENTLENGTH = 512;
+  static constexpr std::size_t NUMRECENTMAPS = 6;
+  static constexpr std::size_t NUMRECENTGROUPS = 8;
+  static constexpr std::size_t NUMKEYACTIONS = 14;
+
+  float gammaRed = 1.0f, gammaGreen = 1.0f, gammaBlue = 1.0f;
+  std::int32_t undoLevels = 30;
+  std::string defaultWad = "quake.wad";
+  std::string defaultQc = "ents.qc";
+  std::string quakeDirectory = "c:\\quake";
+  std::string quakeExecutable = "quake.exe";
+  std::string defaultEntity = "light";
+  std::string qbspParams, lightParams, visParams, quakeParams;
+  std::string groupsDirectory = "groups";
+  std::uint8_t mipType = 1;
+  std::uint8_t smartSelection = 1;
+  std::uint16_t findFlags = 0;
+  std::uint16_t qbspFlags = 721;
+  std::uint8_t visLevel = 4;
+  std::uint8_t compileThreads = 0;
+  std::uint8_t useDirect3D = 1;
+  std::uint8_t useHardware = 0;
+  std::uint8_t showToolbar = 1;
+  std::uint8_t defaultWorldType = 0;
+  std::uint8_t defaultSounds = 0;
+  std::uint8_t dither3D = 0;
+  std::uint8_t forceEntityLinks = 0;
+  std::uint32_t backClip = 5000;  // world units
+  std::uint16_t textureCache;     // textures; by the machine's memory
+  std::uint8_t renderPointEntities = 1;
+  std::uint8_t showTips = 1;
+  std::uint8_t useJoystick = 1;
+  std::uint8_t joystickNumber = 0;
+  std::uint16_t joystickSpeed = 300;
+  std::uint8_t trackMouse = 1;
+  std::array<std::string, NUMRECENTMAPS> previousFiles;  // newest first
+  std::array<std::string, NUMRECENTGROUPS> previousGroups;
+  std::uint32_t maxTextureSize = 65536;  // texels
+  std::uint8_t cameraMoveMethod = 0;
+  std::uint8_t exportOnlyOneWad = 0;
+  std::uint16_t rightTraySize = 60;  // pixels
+  std::uint8_t blackBack = 0;
+  std::uint8_t entityNames = 0;
+  std::uint32_t quakeLightingFlags = 3;
+  std::uint8_t swapJoyPitch = 0;
+  std::uint8_t drawLightRadius = 0;
+  std::uint8_t largeness = 0;
+  std::uint8_t drawTemplates = 0;
+  std::uint8_t smallCaptions = 0;
+  std::uint8_t noTextureCaptions = 0;
+  std::array<std::array<std::uint8_t, 2>, NUMKEYACTIONS> keys;  // virtual-key codes
+
+  Options();
+
+  // From the store; what is missing or unreadable keeps its default. False when the settings have
+  // never been written: the caller runs the first-run set-up.
+  bool Load(SettingsStore& store, Reporter& reporter);
+  // False, after telling the user, when the store refuses.
+  bool Save(SettingsStore& store, Reporter& reporter) const;
+
+  // Puts the path in front of the recent maps and drops an older mention of it.
+  void AddRecentMap(const std::string& path);
+  void AddRecentGroup(const std::string& path);
+};
+
+// How many textures the cache keeps by default on a machine with that much memory, in bytes.
+std::uint16_t DefaultTextureCache(std::uint64_t physicalMemory);
+
+// Tells a new user what to do and ties ".xmp" files to the program. `makeShortcut` is called when
+// the user wants one in the Start menu.
+void RunFirstTimeSetup(SettingsStore& store, Reporter& reporter,
+                       const std::string& currentDirectory,
+                       const std::function<void()>& makeShortcut);
+
+}  // namespace ferrowand

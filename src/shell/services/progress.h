@@ -1,0 +1,37 @@
+// What a long load tells the user while it runs. Pure words and numbers: the editor shows them in
+// its progress window, everything else ignores them.
+#pragma once
+
+#include <string>
+
+namespace ferrowand {
+
+class LoadProgress {
+ public:
+  virtual ~LoadProgress() = default;
+
+  // Shown as "Loading: %s ....".
+  virtual void Begin(const std::string& fileName) { (void)fileName; }
+  // `format` holds one %u: "Entities: %u", "Textures: %u", "Entity classes: %u". `part` of `whole`
+  // moves the bar; a whole of 0 leaves it.
+  virtual void Step(const char* format, unsigned count, unsigned part, unsigned whole) {
+    (void)format, (void)count, (void)part, (void)whole;
+  }
+  virtual void End() {}
+};
+
+// Brackets one load.
+class ProgressScope {
+ public:
+  ProgressScope(LoadProgress& progress, const std::string& fileName) : progress_(progress) {
+    progress_.Begin(fileName);
+  }
+  ~ProgressScope() { progress_.End(); }
+  ProgressScope(const ProgressScope&) = delete;
+  ProgressScope& operator=(const ProgressScope&) = delete;
+
+ private:
+  LoadProgress& progress_;
+};
+
+}  // namespace ferrowand

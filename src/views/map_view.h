@@ -1,0 +1,158 @@
+// One 2D orthographic view of one map: its mapping, grid, map mode, scrolling, zooming and panning.
+// It knows no window: a host shows what it asks for, and tells it of sizes, keys and the mouse.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "document/map.h"
+#include "gamedata/draw_context.h"
+#include "geometry/view_transform.h"
+#include "platform/canvas.h"
+#include "shell/services/options.h"
+
+namespace ferrowand {
+
+class MapView;
+class Tool;
+
+enum class Orientation { Top, Front, Side };
+enum class MapMode : std::uint8_t { Normal = 0, OneMip = 1, Heights = 2, LayerColour = 3 };
+enum class Arrangement { Quarters, XYLarge, ThreeDLarge };
+// The three texts of the status bar.
+enum class ViewText { Message, Coordinates, ZoomAndGrid };
+
+inline constexpr int WORLD_LIMIT = 10000;  // of the origins, world units
+inline constexpr int NO_PAN = -10000;
+inline constexpr std::uint8_t MIN_GRID = 1, MAX_GRID = 12;  // exponents: 2 .. 4096 units
+
+struct ScrollBar {
+  static constexpr int RANGE = 2 * WORLD_LIMIT;
+  int page = 0;      // world units
+  int position = 0;  // 0 .. RANGE
+
+  friend bool operator==(const ScrollBar&, const ScrollBar&) = default;
+};
+
+// The window of a view, as the view sees it.
+class ViewHost {
+ public:
+  virtual ~ViewHost() = default;
+
+  virtual PixelSize DrawingArea() const = 0;
+  // Repaint all, or the part. Nothing is erased first.
+  virtual void Invalidate() = 0;
+  virtual void Invalidate(const PixelRect& part) = 0;
+  // Moves the picture and repaints what that uncovers.
+  virtual void ScrollPicture(int dx, int dy) = 0;
+  virtual void SetScrollBars(const ScrollBar& horizontal, const ScrollBar& vertical) = 0;
+  virtual void SetText(ViewText which, const std::string& text) = 0;
+  virtual bool StatusBarShown() const = 0;
+  virtual void SetCaption(const std::string& caption) = 0;
+  // The main frame's window and the place of the cursor, both in pixels of the drawing area.
+  virtual PixelRect Frame() const = 0;
+  virtual void MoveCursor(Pixel to) = 0;
+  // To the rectangle of the frame's client area.
+  virtual void MoveWindow(const PixelRect& to) = 0;
+};
+
+// All open views, the most recently activated first. Not owned.
+class ViewList {
+ public:
+  void Add(MapView& view);
+  void Remove(MapView& view);
+  void BringToFront(MapView& view);
+  const std::vector<MapView*>& Views() const { return views_; }
+  std::vector<MapView*> ViewsOf(const Map& map) const;
+
+ private:
+  std::vector<MapView*> views_;
+};
+
+class MapView : public MapObserver {
+ public:
+  // Enters itself into the list and observes the map; leaves both when destroyed. `tool` is where
+  // the program keeps its current tool, which may be null.
+  MapView(Map& map_, ViewHost& host, ViewList& list, const Options& options, Tool* const& tool);
+  ~MapView() override;
+  MapView(const MapView&) = delete;
+  MapView& operator=(const MapView&) = delete;
+
+  Map& map;
+  ViewTransform transform;  // orienu, orienv, originu, originv, scaleu, scalev
+  std::uint8_t gridu = 6, gridv = 6;
+  MapMode mapmode = MapMode::Normal;
+  std::uint8_t axismask = 7;  // bit n: this view edits world axis n
+  int heightlo = 0, heighthi = 0;
+  int panx = NO_PAN, pany = NO_PAN;
+
+  void SetOrientation(Orientation orientation);
+  std::string Caption() const;
+
+  // --- painting
+  void Paint(Canvas& canvas, const PixelRect& update);
+  void Refresh();
+
+  // --- mapping
+  int SnapU(int world) const;
+  int SnapV(int world) const;
+  void CentreOn(const Vec3& point);
+  // Nothing happens unless the box has an extent on all three axes.
+  void ZoomTo(const Bounds& box);
+  void ZoomIn();
+  void ZoomOut();
+  void ZoomAt(Pixel at, bool out);
+  int ZoomPercent() const;
+
+  // --- grid. `everyView`: also the other views of the map.
+  void GridSmaller(bool everyView);
+  void GridLarger(bool everyView);
+  // The flags are the map's: every view of it refreshes.
+  void ToggleGrid();
+  void ToggleSnap();
+  void ToggleGridAndSnap();
+  void SetMapMode(MapMode mode);
+
+  // --- scrolling and panning; the origins never leave -10000 .. 10000
+  void ScrollBy(double u, double v);  // world units
+  void ScrollToThumb(bool vertical, int position);
+  void ScrollLines(bool vertical, int lines);  // 10 pixels each
+  void ScrollPages(bool vertical, int pages);  // 100 pixels each
+  void Pan(Pixel cursor);
+  void EndPan() { panx = pany = NO_PAN; }
+  void OnResize();
+
+  // --- input, from the host
+  // Whether the key was one of the view's.
+  bool OnCharacter(char c, bool shift);
+  void OnMouseDown(Pixel at, int button, bool zoomKey, bool shift);
+  void OnMouseMove(Pixel at, int buttons, bool panKey);
+  void OnMouseUp(Pixel at, int button);
+  void OnDoubleClick(Pixel at, int button);
+  void OnActivate();
+
+  // --- words
+  void SetStatus(const std::string& text);
+  void OnStatus(const std::string& text) override { SetStatus(text); }
+  std::string ZoomText() const;
+  void ShowZoomText();
+
+  // Where this view goes in a frame whose client area has that size.
+  PixelRect ArrangedPlace(Arrangement arrangement, PixelSize frame) const;
+
+ private:
+  void UpdateScrollBars();
+  void DrawGrid(Canvas& canvas, const PixelRect& update) const;
+
+  ViewHost& host_;
+  ViewList& list_;
+  const Options& options_;
+  Tool* const& tool_;
+  bool zoomPress_ = false;  // the press was a zoom: its release is swallowed
+};
+
+// The pens for a black or a white background.
+const DrawPens& PensFor(bool blackBackground);
+
+}  // namespace ferrowand
