@@ -1,0 +1,190 @@
+#include "cli/cli.h"
+
+#include <iomanip>
+#include <memory>
+#include <ostream>
+
+#include "cli/arguments.h"
+#include "cli/map_statistics.h"
+#include "document/map.h"
+#include "platform/file.h"
+#include "platform/system.h"
+
+namespace ferrowand {
+namespace {
+
+constexpr int CLEAN = 0;
+constexpr int REPORTED = 1;
+constexpr int NO_FILE = 2;
+
+// Prints what the editor would show in a box, and answers No: go on with what there is.
+class StreamSink : public MessageSink {
+ public:
+  explicit StreamSink(std::ostream& err) : err_(err) {}
+
+  Answer Show(const Message& message) override {
+    err_ << message.title << ": " << message.text << '\n';
+    reported_ = true;
+    return message.buttons == Buttons::Ok ? Answer::Ok : Answer::No;
+  }
+  // Nobody is listening, and nobody answers Yes.
+  void Beep() override {}
+  void FatalExit(const std::string&) override {}
+  void Exit(int) override {}
+
+  bool Reported() const { return reported_; }
+
+ private:
+  std::ostream& err_;
+  bool reported_ = false;
+};
+
+class Session {
+ public:
+  Session(const CliArguments& arguments, std::ostream& out, std::ostream& err)
+      : arguments_(arguments), out_(out), err_(err), sink_(err), reporter_(sink_) {}
+
+  int Run() {
+    const int status = arguments_.command == "info"      ? Info()
+                       : arguments_.command == "convert" ? Convert()
+                       : arguments_.command == "wad"     ? ListWad()
+                                                         : ListClasses();
+    return status == CLEAN && sink_.Reported() ? REPORTED : status;
+  }
+
+ private:
+  int Info();
+  int Convert();
+  int ListWad();
+  int ListClasses();
+
+  std::unique_ptr<Map> Load();
+  void SetUpGameData(const std::string& mapName);
+  bool FoundInSearchPath(const std::string& name) const;
+  int CannotOpen(const std::string& name) {
+    err_ << "Cannot open file! (" << name << ")\n";
+    return NO_FILE;
+  }
+
+  const CliArguments& arguments_;
+  std::ostream& out_;
+  std::ostream& err_;
+  StreamSink sink_;
+  Reporter reporter_;
+  LoadProgress progress_;
+  GameData data_{reporter_, progress_};
+};
+
+bool Session::FoundInSearchPath(const std::string& name) const {
+  for (const std::string& folder : data_.searchPath.Entries()) {
+    if (file::Find(folder + name) == FindResult::Found) return true;
+  }
+  return false;
+}
+
+// The default WAD and classes come from the usual places, whatever the options say of the map's
+// own; a copy of the program without its data files works too, and does not complain.
+void Session::SetUpGameData(const std::string& mapName) {
+  data_.searchPath.Add("");
+  data_.searchPath.Add(SplitPath(mapName).directory);
+  data_.searchPath.Add(CurrentDirectory());
+  data_.searchPath.Add(ProgramDirectory());
+  if (FoundInSearchPath("quake.pal")) data_.palette.Load(data_.searchPath, Gamma{}, reporter_);
+  if (FoundInSearchPath("quake.wad")) data_.wads.LoadDefault("quake.wad");
+  if (arguments_.qcFile) {
+    data_.classes.LoadDefault(*arguments_.qcFile);
+  } else if (FoundInSearchPath("ents.qc")) {
+    data_.classes.LoadDefault("ents.qc");
+  }
+
+  if (arguments_.wadPath.empty()) return;
+  data_.searchPath = SearchPath();
+  for (const std::string& folder : arguments_.wadPath) data_.searchPath.Add(folder);
+  if (arguments_.qcFile) data_.searchPath.Add(SplitPath(*arguments_.qcFile).directory);
+}
+
+std::unique_ptr<Map> Session::Load() {
+  const std::string& name = arguments_.operands.front();
+  SetUpGameData(name);
+  std::unique_ptr<Map> map = LoadMap(data_, name);
+  if (!map) CannotOpen(name);
+  return map;
+}
+
+int Session::Info() {
+  const std::unique_ptr<Map> map = Load();
+  if (!map) return NO_FILE;
+
+  const MapStatistics counts = CountMap(*map);
+  out_ << "message: " << map->Name() << '\n'
+       << "wads: " << map->wads.Names() << '\n'
+       << "entities: " << counts.entities << '\n'
+       << "brushes: " << counts.brushes << '\n'
+       << "faces: " << counts.faces << '\n'
+       << "textures: " << counts.textures.size() << '\n'
+       << "faces without their texture: " << counts.missingTextures << '\n'
+       << "layers: " << counts.layers << '\n'
+       << "hidden: " << counts.hidden << '\n'
+       << "template classes: " << counts.templateClasses << '\n'
+       << "template instances: " << counts.templateInstances << '\n'
+       << "embeds: " << counts.embeds << '\n';
+  if (!counts.bounds.IsEmpty()) {
+    const Vec3& mins = counts.bounds.mins;
+    const Vec3& maxs = counts.bounds.maxs;
+    out_ << "bounds: (" << mins.x << ' ' << mins.y << ' ' << mins.z << ") (" << maxs.x << ' '
+         << maxs.y << ' ' << maxs.z << ")\n";
+  }
+  out_ << "classes:\n";
+  for (const auto& [name, count] : counts.classnames) {
+    out_ << std::setw(8) << count << "  " << name << '\n';
+  }
+  return CLEAN;
+}
+
+int Session::Convert() {
+  const std::unique_ptr<Map> map = Load();
+  if (!map) return NO_FILE;
+  const unsigned option = arguments_.visibleOnly ? WRITE_VISIBLE_ONLY : 0;
+  return map->Save(arguments_.operands[1], option, SaveSettings{}) ? CLEAN : NO_FILE;
+}
+
+int Session::ListWad() {
+  WadFile wad(WadLimits{}, data_.palette, reporter_);
+  const std::string& name = arguments_.operands.front();
+  if (!wad.Open(name)) return CannotOpen(name);
+  for (const std::unique_ptr<Texture>& texture : wad.Textures()) {
+    out_ << std::left << std::setw(16) << texture->Name() << std::right << std::setw(6)
+         << texture->width << " x " << std::setw(5) << texture->height << "  padded "
+         << std::setw(5) << texture->paddedWidth << " x " << std::setw(5) << texture->paddedHeight
+         << "  offset " << texture->entry.filepos << '\n';
+  }
+  return CLEAN;
+}
+
+int Session::ListClasses() {
+  ClassSet set(data_.classes);
+  const std::string& name = arguments_.operands.front();
+  if (!set.Load(name)) return CannotOpen(name);
+  for (const std::unique_ptr<EntityClass>& c : set.Classes()) {
+    if (c->IsNative()) continue;
+    out_ << c->classname << "  (" << c->red << ' ' << c->green << ' ' << c->blue << ") (" << c->minx
+         << ' ' << c->miny << ' ' << c->minz << ") (" << c->maxx << ' ' << c->maxy << ' ' << c->maxz
+         << ')';
+    for (const std::string& flag : c->flags) out_ << ' ' << flag;
+    out_ << '\n';
+  }
+  return CLEAN;
+}
+
+}  // namespace
+
+int RunCli(std::span<const std::string> arguments, std::ostream& out, std::ostream& err) {
+  const CliArguments parsed = ParseCliArguments(arguments);
+  if (!parsed.error.empty()) {
+    err << "ferrowand-cli: " << parsed.error << '\n' << CliUsage();
+    return NO_FILE;
+  }
+  return Session(parsed, out, err).Run();
+}
+
+}  // namespace ferrowand

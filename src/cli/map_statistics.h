@@ -1,0 +1,26 @@
+// Counts of what a map holds.
+#pragma once
+
+#include <cstddef>
+#include <map>
+#include <set>
+#include <string>
+
+#include "document/entity.h"
+
+namespace ferrowand {
+
+struct MapStatistics {
+  std::size_t entities = 0;  // the world, point and brush entities
+  std::size_t brushes = 0;
+  std::size_t faces = 0;
+  std::size_t missingTextures = 0;  // faces that show the missing-texture pattern
+  std::size_t layers = 0, hidden = 0, templateClasses = 0, templateInstances = 0, embeds = 0;
+  std::map<std::string, std::size_t> classnames;  // of the entities
+  std::set<std::string> textures;                 // names in lower case
+  Bounds bounds;                                  // of the brushes
+};
+
+MapStatistics CountMap(const entity& world);
+
+}  // namespace ferrowand
