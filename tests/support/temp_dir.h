@@ -1,0 +1,54 @@
+// A scratch folder that goes away with its object.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <stdexcept>
+#include <string>
+
+namespace ferrowand {
+
+class TempDir {
+ public:
+  TempDir() {
+    std::random_device random;
+    do {
+      const std::uint64_t number = (std::uint64_t{random()} << 32) | random();
+      root_ = std::filesystem::temp_directory_path() / ("ferrowand-" + std::to_string(number));
+    } while (!std::filesystem::create_directory(root_));
+  }
+  ~TempDir() {
+    std::error_code ignored;
+    std::filesystem::remove_all(root_, ignored);
+  }
+  TempDir(const TempDir&) = delete;
+  TempDir& operator=(const TempDir&) = delete;
+
+  // The folder itself, or what would be `name` in it.
+  std::string Path(const std::string& name = "") const {
+    return name.empty() ? root_.string() : (root_ / name).string();
+  }
+
+  // Makes or replaces the file, and the folders on the way to it; its path.
+  std::string Write(const std::string& name, const std::string& contents) const {
+    std::filesystem::create_directories((root_ / name).parent_path());
+    std::ofstream file(root_ / name, std::ios::binary);
+    if (!file.write(contents.data(), static_cast<std::streamsize>(contents.size())).flush())
+      throw std::runtime_error("cannot write " + Path(name));
+    return Path(name);
+  }
+
+  std::string Read(const std::string& name) const {
+    std::ifstream file(root_ / name, std::ios::binary);
+    if (!file) throw std::runtime_error("cannot read " + Path(name));
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+
+ private:
+  std::filesystem::path root_;
+};
+
+}  // namespace ferrowand
