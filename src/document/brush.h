@@ -39,6 +39,9 @@ struct Face {
   std::string_view Name() const { return name.data(); }
   // A longer name than 15 characters leaves none.
   void SetName(std::string_view newName);
+  // Whether the first three winding points are there and are numbers. A plane without a normal has
+  // none such; its face is known by its plane points alone.
+  bool HasShape() const;
 };
 
 // Deep, with its winding.

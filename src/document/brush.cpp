@@ -1,0 +1,181 @@
+#include "document/brush.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <utility>
+
+#include "gamedata/wad_library.h"
+#include "shell/services/report.h"
+
+namespace ferrowand {
+namespace {
+
+// What most brushes need, so that reading one moves no faces about.
+constexpr std::size_t USUAL_FACES = 6;
+
+void TakePlane(Face& face) {
+  face.plane =
+      PlaneFromPoints(DVec3(face.planepts[0]), DVec3(face.planepts[1]), DVec3(face.planepts[2]));
+}
+
+// A point that equals its successor exactly goes, in a winding one smaller.
+void DropRepeatedPoints(WindingPtr& w) {
+  const std::span<WindingPoint> points = w->Points();
+  std::size_t kept = 0;
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    const Vec3 next = i + 1 < points.size() ? points[i + 1].Position() : points[0].Position();
+    if (points[i].Position() != next) points[kept++] = points[i];
+  }
+  if (kept == points.size()) return;
+  w->numpoints = static_cast<std::int32_t>(kept);
+  w = CopyWinding(*w);
+}
+
+struct TextureAxes {
+  DVec3 normal, s, t;
+};
+
+// The game's own table: which way up a texture lies on a face that looks along the normal.
+constexpr TextureAxes TEXTURE_AXES[] = {
+    {{0, 0, 1}, {1, 0, 0}, {0, -1, 0}}, {{0, 0, -1}, {1, 0, 0}, {0, -1, 0}},
+    {{1, 0, 0}, {0, 1, 0}, {0, 0, -1}}, {{-1, 0, 0}, {0, 1, 0}, {0, 0, -1}},
+    {{0, 1, 0}, {1, 0, 0}, {0, 0, -1}}, {{0, -1, 0}, {1, 0, 0}, {0, 0, -1}},
+};
+
+const TextureAxes& AxesOf(const DVec3& normal) {
+  const TextureAxes* best = &TEXTURE_AXES[0];
+  double greatest = 0;
+  for (const TextureAxes& axes : TEXTURE_AXES) {
+    const double likeness = Dot(normal, axes.normal);
+    if (likeness > greatest) {
+      greatest = likeness;
+      best = &axes;
+    }
+  }
+  return *best;
+}
+
+// Whole textures when one is bound, texels otherwise.
+void ProjectTexture(Face& face) {
+  const TextureAxes& axes = AxesOf(face.plane.normal);
+  const double angle = face.rotation * (std::numbers::pi / 180);
+  const double c = std::cos(angle);
+  const double s = std::sin(angle);
+  const double width = face.texture && face.texture->width ? face.texture->width : 1;
+  const double height = face.texture && face.texture->height ? face.texture->height : 1;
+  for (WindingPoint& p : face.w->Points()) {
+    const DVec3 position(p.Position());
+    const double across = Dot(position, axes.s);
+    const double down = Dot(position, axes.t);
+    p.s = static_cast<float>(((c * across - s * down) / face.xscale + face.xoff) / width);
+    p.t = static_cast<float>(((s * across + c * down) / face.yscale + face.yoff) / height);
+  }
+}
+
+}  // namespace
+
+void Face::SetName(std::string_view newName) {
+  name.fill(0);
+  if (newName.size() < name.size()) std::ranges::copy(newName, name.begin());
+}
+
+bool Face::HasShape() const {
+  if (!w || w->numpoints < 3) return false;
+  return std::ranges::all_of(std::as_const(*w).Points().first(3), [](const WindingPoint& p) {
+    return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z);
+  });
+}
+
+Face CopyFace(const Face& face) {
+  Face copy;
+  copy.planepts = face.planepts;
+  copy.texture = face.texture;
+  copy.rotation = face.rotation;
+  copy.xoff = face.xoff;
+  copy.yoff = face.yoff;
+  copy.xscale = face.xscale;
+  copy.yscale = face.yscale;
+  copy.name = face.name;
+  copy.plane = face.plane;
+  if (face.w) copy.w = CopyWinding(*face.w);
+  return copy;
+}
+
+void UpdateFromWinding(Face& face) {
+  if (!face.w) return;
+  DropRepeatedPoints(face.w);
+  if (face.HasShape()) {
+    const auto points = face.w->Points();
+    for (std::size_t i = 0; i < 3; ++i) face.planepts[i] = points[i].Position();
+    TakePlane(face);
+  }
+  if (face.xscale == 0) face.xscale = 1;
+  if (face.yscale == 0) face.yscale = 1;
+  ProjectTexture(face);
+}
+
+Brush Brush::Copy() const {
+  Brush copy(outline_);
+  copy.bounds_ = bounds_;
+  copy.faces_.reserve(faces_.size());
+  for (const Face& face : faces_) copy.faces_.push_back(CopyFace(face));
+  return copy;
+}
+
+Face* Brush::AddFace(const Vec3& p0, const Vec3& p1, const Vec3& p2) {
+  Face face;
+  face.planepts = {p0, p1, p2};
+  TakePlane(face);
+  return AddFace(std::move(face)) ? &faces_.back() : nullptr;
+}
+
+bool Brush::AddFace(Face face) {
+  if (faces_.size() >= MAXFACES) return false;
+  if (faces_.empty()) faces_.reserve(USUAL_FACES);
+  faces_.push_back(std::move(face));
+  return true;
+}
+
+void Brush::Clear() {
+  faces_.clear();
+  bounds_ = Bounds();
+}
+
+void Brush::Rebuild(Reporter& reporter) {
+  std::array<Plane, MAXFACES> planes;
+  std::ranges::transform(faces_, planes.begin(), &Face::plane);
+  const std::span<const Plane> inUse(planes.data(), faces_.size());
+  for (std::size_t i = 0; i < faces_.size(); ++i) {
+    faces_[i].w = FaceWinding(inUse, i, reporter);
+    if (!faces_[i].w) continue;
+    for (const WindingPoint& p : faces_[i].w->Points()) bounds_.Add(p.Position());
+  }
+  std::erase_if(faces_, [](const Face& face) { return !face.w; });
+  faces_.shrink_to_fit();
+}
+
+void Brush::Translate(const Vec3& by) {
+  for (Face& face : faces_) {
+    if (!face.HasShape()) {
+      for (Vec3& p : face.planepts) p = p + by;
+      TakePlane(face);
+    }
+    if (!face.w) continue;
+    for (WindingPoint& p : face.w->Points()) {
+      p.x += by.x;
+      p.y += by.y;
+      p.z += by.z;
+    }
+    UpdateFromWinding(face);
+  }
+  if (bounds_.IsEmpty()) return;
+  bounds_.mins = bounds_.mins + by;
+  bounds_.maxs = bounds_.maxs + by;
+}
+
+void Brush::ResolveTextures(const WadList& wads) {
+  for (Face& face : faces_) face.texture = wads.FindTexture(face.Name());
+}
+
+}  // namespace ferrowand
