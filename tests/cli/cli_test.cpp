@@ -1,0 +1,171 @@
+#include "cli/cli.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "support/temp_dir.h"
+
+namespace ferrowand {
+namespace {
+
+struct Result {
+  int status;
+  std::string out;
+  std::string err;
+};
+
+Result Run(const std::vector<std::string>& arguments) {
+  std::ostringstream out;
+  std::ostringstream err;
+  const int status = RunCli(arguments, out, err);
+  return {status, out.str(), err.str()};
+}
+
+bool Contains(const std::string& text, const std::string& part) {
+  return text.find(part) != std::string::npos;
+}
+
+const char* const CUBE =
+    "{\n"
+    "( 0 0 64 ) ( 0 1 64 ) ( 1 0 64 ) brick 0 0 0 1 1\n"
+    "( 0 0 0 ) ( 1 0 0 ) ( 0 1 0 ) brick 0 0 0 1 1\n"
+    "( 0 0 0 ) ( 0 1 0 ) ( 0 0 1 ) brick 0 0 0 1 1\n"
+    "( 64 0 0 ) ( 64 0 1 ) ( 64 1 0 ) brick 0 0 0 1 1\n"
+    "( 0 0 0 ) ( 0 0 1 ) ( 1 0 0 ) brick 0 0 0 1 1\n"
+    "( 0 64 0 ) ( 1 64 0 ) ( 0 64 1 ) brick 0 0 0 1 1\n"
+    "}\n";
+
+std::string MapText(const std::string& extra = "") {
+  return "{\n\"classname\" \"worldspawn\"\n\"message\" \"Cube\"\n" + std::string(CUBE) + "}\n" +
+         "{\n\"classname\" \"light\"\n\"origin\" \"8 8 80\"\n}\n" + extra;
+}
+
+TEST(Cli, TellsWhatAMapHolds) {
+  const TempDir folder;
+  const Result result = Run({"info", folder.Write("cube.map", MapText())});
+  EXPECT_EQ(result.status, 0) << result.err;
+  for (const char* line : {"message: Cube\n", "entities: 2\n", "brushes: 1\n", "faces: 6\n",
+                           "layers: 1\n", "bounds: (0 0 0) (64 64 64)\n", "       1  light\n"}) {
+    EXPECT_TRUE(Contains(result.out, line)) << line << "missing in\n" << result.out;
+  }
+}
+
+TEST(Cli, ConvertsByTheNameOfTheTarget) {
+  const TempDir folder;
+  const std::string source = folder.Write("cube.map", MapText());
+  EXPECT_EQ(Run({"convert", source, folder.Path("bare")}).status, 0);
+  const std::string extended = folder.Read("bare.xmp");
+  EXPECT_TRUE(Contains(extended, "\"XMPversion\" \"1.01\""));
+
+  EXPECT_EQ(Run({"convert", folder.Path("bare.xmp"), folder.Path("again.MAP")}).status, 0);
+  const std::string quake = folder.Read("again.MAP");
+  EXPECT_FALSE(Contains(quake, "XMP"));
+  EXPECT_TRUE(quake.starts_with("//////////////////////////////\n"));
+
+  EXPECT_EQ(Run({"convert", folder.Path("again.MAP"), folder.Path("second.xmp")}).status, 0);
+  EXPECT_TRUE(Contains(Run({"info", folder.Path("second.xmp")}).out, "faces: 6\n"));
+}
+
+TEST(Cli, LeavesOutWhatIsHiddenWhenAsked) {
+  const TempDir folder;
+  const std::string source =
+      folder.Write("layers.xmp",
+                   "{\n\"classname\" \"worldspawn\"\n"
+                   "{\n\"classname\" \"layer\"\n\"XMPentityname\" \"off\"\n\"XMPstate\" \"1\"\n" +
+                       std::string(CUBE) + "}\n}\n");
+  EXPECT_EQ(Run({"convert", source, folder.Path("all.map")}).status, 0);
+  EXPECT_EQ(Run({"convert", source, folder.Path("seen.map"), "--visible-only"}).status, 0);
+  EXPECT_TRUE(Contains(folder.Read("all.map"), " brick "));
+  EXPECT_FALSE(Contains(folder.Read("seen.map"), " brick "));
+}
+
+TEST(Cli, ReportsDamageWithItsLineAndSaysSoByItsStatus) {
+  const TempDir folder;
+  const Result result = Run({"info", folder.Write("bad.map", MapText("{\n\"a\" \"b\"\n?\n}\n"))});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_TRUE(Contains(result.err,
+                       "Parsing Error: An invalid char(?) was found in entity definition at "
+                       "line:18."))
+      << result.err;
+  EXPECT_TRUE(Contains(result.out, "entities: 3\n"));
+}
+
+TEST(Cli, SaysWhichFileItCouldNotOpenOrWrite) {
+  const TempDir folder;
+  const std::string map = folder.Write("cube.map", MapText());
+  const std::string text = folder.Write("text.wad", "not a WAD at all");
+  const std::string missing = folder.Path("missing");
+  const std::vector<std::vector<std::string>> commands = {
+      {"info", missing},
+      {"convert", missing, folder.Path("out.map")},
+      {"convert", map, folder.Path("no such folder/out.map")},
+      {"wad", missing},
+      {"wad", text},
+      {"classes", missing},
+  };
+  for (const auto& command : commands) {
+    const Result result = Run(command);
+    EXPECT_EQ(result.status, 2) << command.front();
+    EXPECT_FALSE(result.err.empty()) << command.front();
+  }
+}
+
+TEST(Cli, RefusesALineThatMakesNoSense) {
+  const std::vector<std::vector<std::string>> lines = {
+      {},
+      {"fly"},
+      {"info"},
+      {"info", "a", "b"},
+      {"convert", "a"},
+      {"info", "a", "--wad-path"},
+      {"info", "a", "--loud"},
+      {"wad", "a", "--qc", "b"},
+      {"info", "a", "--visible-only"},
+  };
+  for (const auto& line : lines) {
+    const Result result = Run(line);
+    EXPECT_EQ(result.status, 2);
+    EXPECT_TRUE(Contains(result.err, "usage: ferrowand-cli"));
+  }
+}
+
+TEST(Cli, ListsTheTexturesOfAWad) {
+  const Result result = Run({"wad", FERROWAND_DATA "/quake.wad"});
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_TRUE(Contains(result.out, "offset 12\n"));
+}
+
+TEST(Cli, ListsTheClassesOfAQuakeCFile) {
+  const TempDir folder;
+  const std::string qc = folder.Write(
+      "two.qc",
+      "/*QUAKED light (0 1 0) (-8 -8 -8) (8 8 8) START_OFF\r\nA lamp.\r\n*/\r\n"
+      "/*QUAKED func_wall (0 .5 .8) ?\r\nA wall.\r\n*/\r\n");
+  const Result result = Run({"classes", qc});
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_EQ(result.out,
+            "func_wall  (0 0.5 0.8) (-8 -8 -8) (8 8 8)\n"
+            "light  (0 1 0) (-8 -8 -8) (8 8 8) START_OFF\n");
+}
+
+TEST(Cli, TakesWadsAndClassesFromWhereItIsTold) {
+  const TempDir folder;
+  const std::string map = folder.Write(
+      "cube.map", "{\n\"wad\" \"gfx/other.wad\"\n\"XMPqc\" \"own.qc\"\n" + std::string(CUBE) +
+                      "}\n{\n\"classname\" \"own_thing\"\n}\n");
+  folder.Write("elsewhere/gfx/other.wad", std::string("WAD2\0\0\0\0\x0c\0\0\0", 12));
+  const std::string qc =
+      folder.Write("classes/own.qc", "/*QUAKED own_thing (0 1 0) ? A B\r\nOurs.\r\n*/\r\n");
+
+  EXPECT_EQ(Run({"info", map}).status, 1);
+  const Result told =
+      Run({"info", map, "--wad-path", folder.Path("elsewhere"), "--qc", qc});
+  EXPECT_EQ(told.status, 0) << told.err;
+  EXPECT_TRUE(Contains(told.out, "wads: gfx/other.wad\n"));
+}
+
+}  // namespace
+}  // namespace ferrowand
