@@ -38,8 +38,8 @@ class Map : public entity {
 
   entity* AddChild(EntityPtr child) override;
   Map* OwningMap() override { return this; }
+  // The whole Quake map.
   void WriteMapBrushes(TextWriter& out, unsigned option) const override;
-  void WriteExtended(TextWriter& out) const override;
 
   // Reads up to 50 world brushes and comes back; call it again, with the flags it gave, while
   // readProgress() is not 0. The document's content is replaced. Damage is reported once a kind and
@@ -52,6 +52,9 @@ class Map : public entity {
   // file could not be written, which has been reported then. Sets the worldspawn's own keys.
   bool Save(const std::string& name, unsigned option, const SaveSettings& settings);
 
+  // The keys of the worldspawn that tell what the map is made with, for whoever writes it.
+  void SetWorldspawnKeys(const SaveSettings& settings, bool onlyOneWad);
+
   // The value of "message", or "Unnamed".
   std::string Name() const;
 
@@ -60,6 +63,7 @@ class Map : public entity {
   std::string classSetName;  // as the map names it
   std::string filename = "unnamed.map";
   entity* currentLayer = nullptr;  // null, or one of the children
+  std::vector<entity*> selection;  // in the order of selecting; objects of this map, not owned
   std::uint8_t optionBits = MAP_GRID | MAP_SNAP | MAP_ANGLE_SNAP;
   bool modified = false;
   UndoStore undo;
@@ -73,12 +77,16 @@ class Map : public entity {
   entity* AddLayer(const std::string& name);
 
  private:
+  entity* FirstLayer() const;
+  bool ReadWorldspawn(TextReader& reader, unsigned& flags);
   unsigned ReadWorldspawnKey(TextReader& reader, unsigned flags);
-  unsigned FinishWorldspawn(TextReader& reader, unsigned flags);
-  void SetWorldspawnKeys(const SaveSettings& settings, bool onlyOneWad);
+  void LoadWads(const std::string& names, bool quiet);
+  void LoadClassSet(const std::string& name, bool quiet);
+  void FinishWorldspawn();
 
   GameData& data_;
   unsigned readProgress_ = 0;
+  bool staleBindings_ = false;  // WADs or classes came after what uses them
   std::vector<MapObserver*> observers_;
 };
 

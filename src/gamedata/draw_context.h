@@ -3,11 +3,17 @@
 #pragma once
 
 #include <optional>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
 
 #include "geometry/view_transform.h"
 #include "platform/canvas.h"
 
 namespace ferrowand {
+
+class Map;
+class entity;
 
 inline constexpr unsigned DRAW_KEEP_PEN = 1;
 inline constexpr unsigned DRAW_HEIGHTS = 2;
@@ -21,6 +27,10 @@ inline constexpr unsigned DRAW_TEMPLATES = 256;
 
 // The fixed pens of the program, chosen for the background they are drawn on.
 struct DrawPens {
+  Colour background;
+  Pen minorGrid;
+  Pen majorGrid;     // every eighth line, and the axes
+  Pen foreground;    // what a tool draws
   Pen entity;        // brushes of brush entities
   Pen brushOutline;  // brushes of a selection
   Pen boxOutline;    // class boxes of a selection
@@ -30,6 +40,15 @@ struct DrawPens {
   Pen targetHead;
 };
 
+// What a paint would else work out or allocate for every object again.
+struct DrawScratch {
+  std::vector<PixelLine> lines;  // of the brush being drawn
+  const Map* targetMap = nullptr;
+  // The entities of that map by targetname, in map order.
+  std::unordered_map<std::string_view, std::vector<const entity*>> targets;
+};
+
+// One paint. The map must not change while it lives.
 struct DrawContext {
   Canvas& canvas;
   ViewTransform transform;
@@ -39,10 +58,11 @@ struct DrawContext {
   Pen pen;                    // what DRAW_KEEP_PEN keeps; also the pen of plain outlines
   bool drawsEntities = true;  // point entities: boxes, markers, names
   bool centreDots = false;
-  std::optional<Pen> overridePen;  // instead of class pens
-  int heightlo = 0, heighthi = 0;  // world units on the depth axis, for DRAW_HEIGHTS
-  unsigned oneColour = 0;          // OneColour, for DRAW_1X1MIPMAP
+  std::optional<Pen> overridePen;     // instead of class pens
+  int heightlo = 0, heighthi = 0;     // world units on the depth axis, for DRAW_HEIGHTS
+  unsigned oneColour = 0;             // OneColour, for DRAW_1X1MIPMAP
   std::optional<Colour> layerColour;  // of the layer being drawn, for DRAW_LAYER_COLOUR
+  DrawScratch scratch = {};
 };
 
 }  // namespace ferrowand

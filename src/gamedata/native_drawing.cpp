@@ -1,0 +1,108 @@
+#include <algorithm>
+#include <utility>
+
+#include "document/special_classes.h"
+#include "document/text_reader.h"
+#include "gamedata/entity_drawing.h"
+#include "gamedata/native_classes.h"
+
+namespace ferrowand {
+namespace {
+
+constexpr Pen EMBED_PEN{{200, 0, 0}};
+
+// Of a layer; the class's own where a key is missing.
+Colour LayerColour(const entity& layer) {
+  const EntityClass& own = *layer.getClass();
+  const auto component = [&](const char* key, float otherwise) {
+    const char* value = layer.GetKey(key);
+    const double part = value ? ParseFloat(value) : otherwise;
+    return static_cast<std::uint8_t>(255 * std::clamp(part, 0.0, 1.0));
+  };
+  return {component("XMPcolourr", own.red), component("XMPcolourg", own.green),
+          component("XMPcolourb", own.blue)};
+}
+
+void DrawChildren(const entity& e, DrawContext& context, const entity* root) {
+  for (const EntityPtr& child : e.getEntityList()) {
+    if (child->getClass()) child->getClass()->DrawTree(*child, context, root);
+  }
+}
+
+// Calls draw(template, context) on the instance's expanded template, opened so that it is seen.
+// A template in it stays folded: one that holds an instance of itself has no end.
+template <typename Draw>
+void WithExpansion(const entity& instance, DrawContext& context, Draw&& draw) {
+  if (!(context.flags & DRAW_TEMPLATES)) return;
+  const EntityPtr expanded = ExpandInstance(instance);
+  if (!expanded) return;
+  expanded->state = 0;
+  const unsigned outer = std::exchange(context.flags, context.flags & ~DRAW_TEMPLATES);
+  draw(*expanded, context);
+  context.flags = outer;
+}
+
+}  // namespace
+
+void BrushClass::DrawTree(const entity& e, DrawContext& context, const entity* root) const {
+  if (root == &e) root = nullptr;
+  if (root == nullptr) {
+    const PenScope pen(context, {e.brush.Outline()});
+    DrawEntity(e, context);
+  }
+  DrawChildren(e, context, root);
+}
+
+void EmbedClass::DrawTree(const entity& e, DrawContext& context, const entity* root) const {
+  if (!e.IsVisible() || (root != nullptr && root != &e)) return;
+  const PenScope pen(context, context.pens.entity);
+  DrawEntity(e, context);
+}
+
+void EmbedClass::DrawEntity(const entity& e, DrawContext& context) const {
+  if (!e.IsVisible()) return;
+  if (e.HasOrigin() && context.drawsEntities) {
+    DrawBox(e.GetBounds(), PenFor(context.overridePen.value_or(EMBED_PEN), context), context);
+    DrawClassname(e, context);
+  }
+  DrawTargetArrows(e, context);
+}
+
+void EmbedClass::DrawOutline(const entity& e, DrawContext& context) const {
+  if (!e.IsVisible() || !e.HasOrigin() || !context.drawsEntities) return;
+  DrawBox(e.GetBounds(), PenFor(context.pens.boxOutline, context), context);
+}
+
+void LayerClass::DrawTree(const entity& e, DrawContext& context, const entity* root) const {
+  if (!e.IsVisible()) return;
+  if (root == &e) root = nullptr;
+  const auto outer = std::exchange(context.layerColour, LayerColour(e));
+  if (root == nullptr) {
+    const PenScope pen(context, context.pens.entity);
+    DrawEntity(e, context);
+  }
+  DrawChildren(e, context, root);
+  context.layerColour = outer;
+}
+
+void TemplateInstanceClass::DrawEntity(const entity& e, DrawContext& context) const {
+  EntityClass::DrawEntity(e, context);
+  WithExpansion(e, context, [this](const entity& expanded, DrawContext& inner) {
+    EntityClass::DrawEntity(expanded, inner);
+    for (const EntityPtr& child : expanded.getEntityList()) {
+      EntityClass::DrawTree(*child, inner, nullptr);
+    }
+  });
+}
+
+void TemplateInstanceClass::DrawOutline(const entity& e, DrawContext& context) const {
+  EntityClass::DrawOutline(e, context);
+  WithExpansion(e, context, [this](const entity& expanded, DrawContext& inner) {
+    EntityClass::DrawOutline(expanded, inner);
+    for (const EntityPtr& child : expanded.getEntityList()) {
+      EntityClass::DrawOutline(*child, inner);
+    }
+  });
+}
+
+}  // namespace ferrowand
