@@ -38,16 +38,17 @@ class ClassSet {
 
   const std::string& FileName() const { return fileName_; }
   void SetFileName(std::string name) { fileName_ = std::move(name); }
-  // The first class of exactly that name; else "unknown".
+  // The first class of exactly that name in the order of Classes(); else "unknown".
   EntityClass& FindClass(std::string_view classname) const;
-  // Native classes first, names descending; then the file's, ascending without regard to case.
+  // Native classes first, names descending; then the file's, ascending without regard to case, and
+  // of equal names the last one of the file first.
   const std::vector<std::unique_ptr<EntityClass>>& Classes() const { return classes_; }
   EntityClass* ClassOfMenuId(unsigned id) const;
   const std::vector<ClassMenuItem>& Menu() const { return menu_; }
   ClassLibrary& Library() const { return library_; }
 
  private:
-  void Append(std::unique_ptr<EntityClass> entityClass);
+  void Finish();
   void Sort();
   void BuildMenu();
 

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -30,16 +31,22 @@ struct WadEntry {
   std::uint8_t compression = 0;
   std::uint16_t padding = 0;
   std::array<char, 16> name{};  // ends at a zero byte, or after 16
+
+  friend bool operator==(const WadEntry&, const WadEntry&) = default;
 };
 
 inline constexpr std::uint8_t TEXTURE_BUILTIN = 1;  // not from the file, never unloaded
 inline constexpr std::uint8_t TEXTURE_HELD = 2;     // kept in memory, never reloaded or unloaded
 
+// How a texture is reduced to one colour.
+enum class OneColour : std::uint8_t { Average = 0, MostCommon = 1 };
+
 struct Texture {
   std::uint16_t width = 0, height = 0;              // texels
   std::uint16_t paddedWidth = 0, paddedHeight = 0;  // the powers of two not below, at least 4
-  std::vector<std::uint8_t> pixels;  // palette indices, padded size, rows from the top; or empty
-  Colour colour;                     // the one colour that stands for the texture
+  std::vector<std::uint8_t> pixels;   // palette indices, padded size, rows from the top; or empty
+  Colour colour;                      // the one colour that stands for the texture
+  std::optional<OneColour> colourIs;  // how it was found; nothing while it is not known
   WadFile* wad = nullptr;
   std::uint8_t flags = 0;
   WadEntry entry;
@@ -53,11 +60,8 @@ std::uint16_t PaddedSize(std::uint16_t size);
 // The header of 40 bytes and four levels, each half as wide and high as the one before.
 std::uint32_t LumpSize(std::uint32_t width, std::uint32_t height);
 
-// How a texture is reduced to one colour.
-enum class OneColour : std::uint8_t { Average = 0, MostCommon = 1 };
-
 struct WadLimits {
-  std::uint16_t maxCached = 1000;      // textures with pixels at once
+  std::uint16_t maxCached = 1000;        // textures with pixels at once; 0 counts as 1
   std::uint32_t maxTextureSize = 65536;  // texels; a larger one shows the replacement image
 };
 
@@ -69,13 +73,19 @@ class WadFile {
   WadFile(const WadFile&) = delete;
   WadFile& operator=(const WadFile&) = delete;
 
-  // Takes the file's directory and headers. Fails, and stays the built-in WAD, when the file cannot
-  // be opened or is no WAD2. Entries that lie outside the file, or whose texture has no size, are
-  // left out and reported once a file under "Parsing Error"; the others are kept.
+  // Takes the file's directory and headers; once, on a WAD that is the built-in one still. Fails,
+  // and stays that, when the file cannot be opened or is no WAD2. A file that may not be written is
+  // opened for reading, and every edit of it fails. Entries that lie outside the file, or whose
+  // texture has no possible size, are left out and reported once a file under "Parsing Error"; the
+  // others are kept.
   bool Open(const std::string& name);
 
   const std::string& FileName() const { return fileName_; }
-  std::span<const std::unique_ptr<Texture>> Textures() const { return textures_; }
+  // In directory order.
+  std::span<const std::unique_ptr<Texture>> Textures() const {
+    if (file_ == INVALID_FILE) return {&badTexture_, 1};
+    return textures_;
+  }
   Texture* BadTexture() const { return badTexture_.get(); }
 
   // The first texture of that name, any case; else the bad texture. Never null.
@@ -86,7 +96,7 @@ class WadFile {
   // Loads through the cache. Padded size; never empty.
   std::span<const std::uint8_t> Pixels(Texture& texture);
   std::span<const std::uint8_t> Rgb(Texture& texture);
-  // Loads the pixels if need be and sets texture.colour.
+  // The texture's colour. Where it is not known yet the pixels are loaded if need be.
   Colour RepresentativeColour(Texture& texture, OneColour how);
   // For every texture whose pixels are in the cache.
   void SetRepresentativeColours(OneColour how);
@@ -99,13 +109,17 @@ class WadFile {
   void Unload(Texture& texture);
   void Flush();
 
-  // The edits write to the file at once. False when the file refused; nothing else is undone.
+  // The edits write to the file at once. False, and nothing changed in memory, when the file
+  // refused or has no room where the edit must be written.
+  // The texture's pixels are width x height, unpadded; they are freed, and read back when needed.
   bool AddTexture(std::unique_ptr<Texture> texture);
+  // Closes the gap in the file and destroys the texture.
   bool RemoveTexture(Texture& texture);
+  // At most 15 bytes of the name are taken.
   bool RenameTexture(Texture& texture, std::string_view newName);
-  // Writes the texture's pixels, width x height, over its lump; the sizes must not have changed.
+  // Writes pixels, width x height, over the texture's lump and unloads it.
   bool RewriteTexture(Texture& texture, std::span<const std::uint8_t> pixels);
-  // An image from memory: unpadded, held as built in.
+  // An image from memory: unpadded, held as built in. One without pixels is ignored.
   void SetImage(Texture& texture, std::string_view name, std::span<const std::uint8_t> pixels,
                 std::uint16_t width, std::uint16_t height);
 
@@ -115,9 +129,27 @@ class WadFile {
     std::uint32_t numlumps = 0;
     std::uint32_t infotableofs = 0;
   };
+  // A name as it is compared: upper case, zeros behind.
+  using NameKey = std::array<char, 16>;
+  struct NameHash {
+    std::size_t operator()(const NameKey& key) const;
+  };
+  static NameKey MakeKey(std::string_view name);
 
+  bool ReadHeader();
+  std::uint32_t ReadTextures();
+  bool ReadTexture(const WadEntry& entry, std::uint32_t fileSize);
+  void Index();
   void Evict(std::size_t n);
   void Load(Texture& texture);
+  bool LoadPixels(Texture& texture);
+
+  bool ReadAt(std::uint32_t offset, std::span<std::uint8_t> bytes) const;
+  bool WriteAt(std::uint32_t offset, std::span<const std::uint8_t> bytes) const;
+  bool ReadDirectory(std::vector<WadEntry>& directory) const;
+  bool WriteDirectory(const Header& header, const std::vector<WadEntry>& directory) const;
+  bool PutDirectoryLast(const std::vector<WadEntry>& directory);
+  bool MoveDown(std::uint32_t from, std::uint32_t to, std::uint32_t end) const;
 
   WadLimits limits_;
   const Palette& palette_;
@@ -126,7 +158,7 @@ class WadFile {
   FileHandle file_ = INVALID_FILE;
   Header header_;
   std::vector<std::unique_ptr<Texture>> textures_;
-  std::unordered_map<std::string, Texture*> byName_;  // upper case; the first of equals
+  std::unordered_map<NameKey, Texture*, NameHash> byName_;  // the first of equals
   std::unique_ptr<Texture> badTexture_;
   std::vector<Texture*> cached_;  // oldest first
 };

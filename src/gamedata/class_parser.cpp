@@ -1,0 +1,174 @@
+#include "gamedata/class_parser.h"
+
+#include <algorithm>
+#include <cfloat>
+#include <cstdint>
+
+#include "document/text_reader.h"
+#include "gamedata/entity_class.h"
+#include "shell/services/report.h"
+
+namespace ferrowand {
+namespace {
+
+constexpr std::size_t MAXTOKEN = 50;
+constexpr std::size_t MAXWORD = 100;
+constexpr std::size_t MAXFLAGTEXT = 100;
+
+// A text ends at its first zero byte.
+void CutAtZero(std::string& text) {
+  text.resize(std::min(text.find('\0'), text.size()));
+}
+
+float ToFloat(double value) {
+  return static_cast<float>(std::clamp<double>(value, -FLT_MAX, FLT_MAX));
+}
+
+// What does not fit into 16 bits wraps.
+std::int16_t ToCoordinate(double value) {
+  return static_cast<std::int16_t>(
+      static_cast<std::int32_t>(std::clamp<double>(value, INT32_MIN, INT32_MAX)));
+}
+
+}  // namespace
+
+std::unique_ptr<EntityClass> ClassParser::Next() {
+  while (!reader_.AtEof()) {
+    if (!NextTokenIs("/")) continue;
+    // Meant: every other comment of the file is complained of.
+    if (!NextTokenIs("*")) {
+      reporter_.Parsing("Expecting '*' after '/' in .qc file at line %lu", Line());
+    } else if (!NextTokenIs("QUAKED")) {
+      reporter_.Parsing("Expecting 'QUAKED' after '/*' in .qc file at line %lu", Line());
+    } else {
+      auto entityClass = std::make_unique<EntityClass>(set_);
+      ParseHeader(*entityClass);
+      return entityClass;
+    }
+  }
+  return nullptr;
+}
+
+void ClassParser::ParseHeader(EntityClass& entityClass) {
+  entityClass.classname = ReadWord();
+  if (NextChar() != '(') {
+    reporter_.Parsing("Expecting Colour triad after classname in QC file at line %lu", Line());
+    return;
+  }
+  ParseColour(entityClass);
+  ParseBox(entityClass);
+  ParseFlags(entityClass);
+  ParseTilde(entityClass);
+  ParseDescription(entityClass);
+}
+
+void ClassParser::ParseColour(EntityClass& entityClass) {
+  const Triad colour = ReadTriad("colour");
+  entityClass.red = ToFloat(colour[0]);
+  entityClass.green = ToFloat(colour[1]);
+  entityClass.blue = ToFloat(colour[2]);
+}
+
+void ClassParser::ParseBox(EntityClass& entityClass) {
+  const auto complain = [this] {
+    reporter_.Parsing("Expecting bounding box or ? after colour triad in QC file at line %lu",
+                      Line());
+  };
+  const char opening = NextChar();
+  // The box that every class begins with is that of brush classes.
+  if (opening == '?') return;
+  if (opening != '(') {
+    complain();
+    return;
+  }
+  const Triad minimum = ReadTriad("minimum");
+  entityClass.minx = ToCoordinate(minimum[0]);
+  entityClass.miny = ToCoordinate(minimum[1]);
+  entityClass.minz = ToCoordinate(minimum[2]);
+  // Meant: the same words once more, and the maximum is read all the same.
+  if (NextChar() != '(') complain();
+  const Triad maximum = ReadTriad("maximum");
+  entityClass.maxx = ToCoordinate(maximum[0]);
+  entityClass.maxy = ToCoordinate(maximum[1]);
+  entityClass.maxz = ToCoordinate(maximum[2]);
+}
+
+// Meant: only a CR ends the names and only blanks part them. In a file with bare line feeds they
+// run on into the description.
+void ClassParser::ParseFlags(EntityClass& entityClass) {
+  std::string text;
+  reader_.ReadUntil('\r', text, MAXFLAGTEXT, true);
+  CutAtZero(text);
+  for (std::size_t begin = 0; (begin = text.find_first_not_of(' ', begin)) != text.npos;) {
+    const std::size_t end = std::min(text.find(' ', begin), text.size());
+    entityClass.flags.push_back(text.substr(begin, end - begin));
+    begin = end;
+  }
+}
+
+void ClassParser::ParseTilde(EntityClass& entityClass) {
+  reader_.SkipWhitespace();
+  if (reader_.PeekChar() != '~') return;
+  reader_.GetChar();
+  entityClass.hasTilde = true;
+  entityClass.tildeValue = ParseInt(ReadWord());
+  reader_.SkipWhitespace();
+}
+
+// Up to the end of the file where the comment is not closed.
+void ClassParser::ParseDescription(EntityClass& entityClass) {
+  const std::uint32_t begin = reader_.Offset();
+  bool closed = false;
+  // Meant: the byte behind a star is never the star of the end, so "**/" does not close.
+  while (!closed && !reader_.AtEof()) {
+    reader_.SkipPast('*', true);
+    closed = !reader_.AtEof() && reader_.GetChar() == '/';
+  }
+  const std::uint32_t behind = closed ? reader_.Offset() : reader_.FileLength();
+  const std::uint32_t end = closed ? behind - 2 : behind;
+  entityClass.description.resize(end - std::min(begin, end));
+  reader_.SeekTo(begin);
+  reader_.ReadBytes(entityClass.description.data(),
+                    static_cast<std::uint32_t>(entityClass.description.size()));
+  reader_.SeekTo(behind);
+}
+
+ClassParser::Triad ClassParser::ReadTriad(const char* name) {
+  Triad values;
+  for (std::size_t i = 0; i < values.size(); ++i) {
+    std::string word = ReadWord();
+    if (i == values.size() - 1) {
+      if (!word.ends_with(')')) {
+        reporter_.Parsing("Expecting ')' to close %s triad in QC file at line %lu", name, Line());
+      }
+      // Meant: the last byte goes, whether it was the bracket or not.
+      if (!word.empty()) word.pop_back();
+    }
+    values[i] = ParseFloat(word);
+  }
+  return values;
+}
+
+bool ClassParser::NextTokenIs(const char* text) {
+  std::string token;
+  reader_.ReadToken(token, MAXTOKEN);
+  return token == text;
+}
+
+char ClassParser::NextChar() {
+  reader_.SkipWhitespace();
+  return static_cast<char>(reader_.GetChar());
+}
+
+std::string ClassParser::ReadWord() {
+  std::string word;
+  reader_.ReadWord(word, MAXWORD);
+  CutAtZero(word);
+  return word;
+}
+
+unsigned long ClassParser::Line() const {
+  return reader_.LineNumber();
+}
+
+}  // namespace ferrowand

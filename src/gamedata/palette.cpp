@@ -1,0 +1,79 @@
+#include "gamedata/palette.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+#include "document/text_reader.h"
+#include "shell/services/path_text.h"
+#include "shell/services/report.h"
+
+namespace ferrowand {
+namespace {
+
+constexpr int FILEHEADERSIZE = 17;  // bytes, of no meaning here
+constexpr std::size_t MAXNUMBER = 30;
+
+// What is missing at the end of the file reads as 0.
+std::uint8_t ReadComponent(TextReader& reader, float gamma) {
+  reader.SkipWhitespace();
+  if (reader.AtEof()) return 0;
+  std::string text;
+  reader.ReadToken(text, MAXNUMBER);
+  return GammaCorrect(ParseInt(text), gamma);
+}
+
+}  // namespace
+
+Palette::Palette() {
+  for (int i = 0; i < 256; ++i) {
+    const auto grey = static_cast<std::uint8_t>(i);
+    entries_[i] = {grey, grey, grey};
+  }
+}
+
+void Palette::Load(const SearchPath& path, const Gamma& gamma, Reporter& reporter) {
+  *this = Palette();
+  for (const std::string& folder : path.Entries()) {
+    TextReader reader(reporter);
+    reader.Open(folder + "quake.pal");
+    if (!reader.IsOpen()) continue;
+    for (int i = 0; i < FILEHEADERSIZE; ++i) reader.GetChar();
+    for (PaletteEntry& entry : entries_) {
+      entry.red = ReadComponent(reader, gamma.red);
+      entry.green = ReadComponent(reader, gamma.green);
+      entry.blue = ReadComponent(reader, gamma.blue);
+    }
+    return;
+  }
+  reporter.Show("Error!",
+                "Palette file quake.pal not found! Setting palette to grayscale. You must "
+                "reinstall Ferrowand.");
+}
+
+std::uint8_t Palette::NearestColour(int red, int green, int blue) const {
+  int best = 0;
+  int bestDistance = 999999;
+  for (int i = 0; i < 256 && bestDistance > 0; ++i) {
+    const int r = entries_[i].red - red;
+    const int g = entries_[i].green - green;
+    const int b = entries_[i].blue - blue;
+    const int distance = r * r + g * g + b * b;
+    if (distance < bestDistance) {
+      best = i;
+      bestDistance = distance;
+    }
+  }
+  return static_cast<std::uint8_t>(best);
+}
+
+std::uint8_t GammaCorrect(int value, float gamma) {
+  // The ends are fixed points of the curve; rounding must not move them.
+  if (value <= 0) return 0;
+  if (value >= 255) return 255;
+  if (!(gamma > 0)) return static_cast<std::uint8_t>(value);
+  const double exponent = 1 - std::log(double{gamma}) / std::log(255.0);
+  return static_cast<std::uint8_t>(std::clamp(gamma * std::pow(value, exponent), 0.0, 255.0));
+}
+
+}  // namespace ferrowand

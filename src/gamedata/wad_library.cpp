@@ -1,0 +1,99 @@
+#include "gamedata/wad_library.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/system.h"
+#include "shell/services/path_text.h"
+#include "shell/services/progress.h"
+#include "shell/services/report.h"
+
+namespace ferrowand {
+namespace {
+
+bool IsSameFileName(std::string_view a, std::string_view b) {
+  const PathParts left = SplitPath(a), right = SplitPath(b);
+  return EqualNoCase(left.base, right.base) && EqualNoCase(left.extension, right.extension);
+}
+
+}  // namespace
+
+WadLibrary::WadLibrary(const SearchPath& path, const Palette& palette, Reporter& reporter,
+                       LoadProgress& progress)
+    : path_(path),
+      palette_(palette),
+      reporter_(reporter),
+      progress_(progress),
+      builtIn_(std::make_unique<WadFile>(limits_, palette, reporter)),
+      default_(builtIn_.get()) {}
+
+void WadLibrary::SetLimits(const WadLimits& limits) {
+  limits_ = limits;
+}
+
+void WadLibrary::SetCacheSize(std::uint16_t maxCached) {
+  limits_.maxCached = maxCached;
+  for (const auto& wad : loaded_) wad->SetCacheSize(maxCached);
+}
+
+void WadLibrary::LoadDefault(const std::string& name) {
+  defaultName_ = name;
+  WadFile* wad = FindOrOpen(name);
+  default_ = wad ? wad : builtIn_.get();
+  if (wad) return;
+  reporter_.Show("Error", Format("Could not load default wadfile %s! Set the default in Options.",
+                                 name.c_str()));
+}
+
+WadFile& WadLibrary::Get(const std::string& name, bool quiet) {
+  if (WadFile* wad = FindOrOpen(name)) return *wad;
+  if (!quiet) {
+    reporter_.Show("Error", Format("Could not load wadfile \"%s\", using default", name.c_str()));
+  }
+  return *default_;
+}
+
+WadFile* WadLibrary::FindOrOpen(const std::string& name) {
+  for (const auto& wad : loaded_) {
+    if (IsSameFileName(wad->FileName(), name)) return wad.get();
+  }
+  const ProgressScope scope(progress_, name);
+  auto wad = std::make_unique<WadFile>(limits_, palette_, reporter_);
+  const auto opensIn = [&](const std::string& folder) { return wad->Open(folder + name); };
+  if (!wad->Open(StripCommonPrefix(name, CurrentDirectory())) &&
+      std::none_of(path_.Entries().begin(), path_.Entries().end(), opensIn)) {
+    return nullptr;
+  }
+  const auto count = static_cast<unsigned>(wad->Textures().size());
+  progress_.Step("Textures: %u", count, count, count);
+  return loaded_.emplace_back(std::move(wad)).get();
+}
+
+void WadList::RemoveDuplicates() {
+  for (auto item = items_.begin(); item != items_.end();) {
+    // WADs that are missing all stand on the default one: their names tell them apart.
+    const bool comesAgain = std::any_of(item + 1, items_.end(), [&](const Item& later) {
+      return later.wad == item->wad && IsSameFileName(later.name, item->name);
+    });
+    item = comesAgain ? items_.erase(item) : item + 1;
+  }
+}
+
+Texture* WadList::FindTexture(std::string_view name) const {
+  for (const Item& item : items_) {
+    Texture* texture = item.wad->FindTexture(name);
+    if (texture != item.wad->BadTexture()) return texture;
+  }
+  return items_.empty() ? nullptr : items_.back().wad->BadTexture();
+}
+
+std::string WadList::Names() const {
+  std::string names;
+  for (const Item& item : items_) {
+    if (!names.empty()) names += ';';
+    names += item.name;
+  }
+  return names;
+}
+
+}  // namespace ferrowand
