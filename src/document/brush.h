@@ -73,6 +73,8 @@ class Brush {
   // Makes every winding from the planes, drops the faces that have none, and grows the bounds by
   // the windings' points (it never shrinks them).
   void Rebuild(Reporter& reporter);
+  // Takes the bounds anew from the windings, for whoever has moved their points.
+  void UpdateBounds();
   // Moves windings and bounds and takes planes and plane points from the moved windings.
   void Translate(const Vec3& by);
 
@@ -90,6 +92,14 @@ class Brush {
   std::vector<Face> faces_;
   Colour outline_;
 };
+
+inline void Brush::UpdateBounds() {
+  bounds_ = Bounds();
+  for (const Face& face : faces_) {
+    if (!face.w) continue;
+    for (const WindingPoint& p : face.w->Points()) bounds_.Add(p.Position());
+  }
+}
 
 // Drops repeated points, then takes plane, plane points and texture coordinates from the winding.
 void UpdateFromWinding(Face& face);

@@ -45,12 +45,16 @@ class entity {
   // --- keys: ordered pairs. Looking up ignores case; setting removes only an exact match and
   // appends, so that a key that is set moves to the end. Both asymmetries are meant.
   int numkeys() const { return static_cast<int>(keys_.size()); }
-  const std::string& KeyName(int index) const { return keys_[static_cast<std::size_t>(index)].name; }
-  const std::string& KeyValue(int index) const { return keys_[static_cast<std::size_t>(index)].value; }
+  const std::string& KeyName(int index) const {
+    return keys_[static_cast<std::size_t>(index)].name;
+  }
+  const std::string& KeyValue(int index) const {
+    return keys_[static_cast<std::size_t>(index)].value;
+  }
   // Null when there is none. Valid until the keys change.
   const char* GetKey(std::string_view name) const;
   void SetKey(std::string_view name, std::string_view value);
-  // From the 249th on this is a failed assertion, and added all the same.
+  // From the 250th on this is a failed assertion, and added all the same.
   void AddKey(std::string_view name, std::string_view value);
   void RemoveKey(int index);
   void ClearKeys();
@@ -61,6 +65,7 @@ class entity {
   std::int16_t angle() const { return angle_; }
   std::int32_t flags() const { return flags_; }
   void SetOrigin(std::int16_t x, std::int16_t y, std::int16_t z);
+  void SetOrigin(const Vec3& position);
   void SetOriginAxis(int axis, std::int16_t value);
   void SetFlags(std::int32_t value);
 
@@ -85,15 +90,20 @@ class entity {
   std::size_t IndexOf(const entity& child) const;
   EntityPtr TakeChild(std::size_t index);
   std::vector<EntityPtr> TakeChildren();
+  // A child's place taken by another object; the old one comes back.
+  EntityPtr ReplaceChild(std::size_t index, EntityPtr child);
   // The document that holds this entity, or null.
   virtual Map* OwningMap();
   const Map* OwningMap() const { return const_cast<entity*>(this)->OwningMap(); }
 
-  // --- reading and writing. `flags` and the result are sets of READ_ bits, `option` of WRITE_ bits.
+  // --- reading and writing. `flags` and the result are sets of READ_ bits, `option` of WRITE_
+  // bits.
   virtual unsigned Read(TextReader& reader, const WadList& wads, unsigned flags);
   virtual void WriteMapBrushes(TextWriter& out, unsigned option) const;
   virtual void WriteMapEntity(TextWriter& out, unsigned option) const;
   virtual void WriteExtended(TextWriter& out) const;
+  // The keys that the game may see.
+  void WriteGameKeys(TextWriter& out) const;
   virtual void ResolveTextures(const WadList& wads);
 
   // Deep; belongs to nothing yet.
@@ -105,9 +115,11 @@ class entity {
 
  protected:
   Reporter& Report() const;
-  void WriteKeysExtended(TextWriter& out) const;
-  // One key and value from behind the key's opening quote; set on this entity.
-  std::string_view ReadKey(TextReader& reader, std::string& key, std::string& value);
+  // From behind the key's opening quote to behind the value's closing one. Neither is longer than
+  // 1024 bytes, and a zero byte ends it.
+  static void ReadKey(TextReader& reader, std::string& key, std::string& value);
+  // An invalid character is told once a load.
+  unsigned ReportChar(char c, const char* part, const TextReader& reader, unsigned flags) const;
 
  private:
   struct KeyPair {
@@ -115,8 +127,16 @@ class entity {
     std::string value;
   };
 
+  // Without keys: what a copy is filled into.
+  entity(Brush&& copiedBrush, EntityClass* copiedClass);
+
   const ClassSet& ClassSetInUse() const;
+  void Append(KeyPair pair);
   void Decode(const KeyPair& pair);
+  EntityPtr Adopt(EntityPtr child);
+  void Release(entity& child);
+  entity* ReadChild(std::vector<entity*>& open);
+  void FinishReading();
 
   entity* parent_ = nullptr;
   EntityClass* class_ = nullptr;
@@ -125,6 +145,12 @@ class entity {
   std::int32_t flags_ = 0;
   std::vector<KeyPair> keys_;
   std::vector<EntityPtr> children_;
+  mutable std::uint32_t lastFound_ = 0;  // by IndexOf
 };
+
+// Keys that begin with XMP, in any case, are the editor's own and never reach the game.
+bool IsEditorKey(std::string_view name);
+// One line, as in both formats. There is no escaping.
+void WriteKey(TextWriter& out, std::string_view name, std::string_view value);
 
 }  // namespace ferrowand

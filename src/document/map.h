@@ -25,7 +25,7 @@ class MapObserver {
 
 // The settings that decide what is written; the rest is the document's own.
 struct SaveSettings {
-  bool onlyOneWad = false;          // the "wad" key of a Quake map names the first only
+  bool onlyOneWad = false;  // the "wad" key of a Quake map names the first only
   std::uint8_t defaultWorldType = 0;
   std::uint8_t defaultSounds = 0;
 };

@@ -1,5 +1,6 @@
 // What each editing step took out of a map and put into it, so that the step can be taken back and
-// applied again. Objects keep their places: after an undo the map is what it was, in the same order.
+// applied again. Objects keep their places: after an undo the map is what it was, in the same
+// order.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +14,7 @@ namespace ferrowand {
 class UndoStore {
  public:
   // `levels` is how many steps are kept; at least 1.
-  explicit UndoStore(std::size_t levels) : levels_(levels) {}
+  explicit UndoStore(std::size_t levels) : levels_(levels > 0 ? levels : 1) {}
 
   // The option changed: the oldest steps beyond it go.
   void SetLevels(std::size_t levels);
@@ -23,6 +24,9 @@ class UndoStore {
   std::size_t BeginStep(bool clearRedo);
   // Detaches `e` from its parent, in the step's keeping.
   void Remove(std::size_t step, entity& e);
+  // Puts the changed copy in the place of `e`, which goes into the step's keeping. Cheaper than
+  // taking one out and the other in: nothing else moves. Gives the copy.
+  entity& Replace(std::size_t step, entity& e, EntityPtr copy);
   // `e` has just been given to its parent.
   void RecordAdded(std::size_t step, entity& e);
 
@@ -35,17 +39,17 @@ class UndoStore {
   void Clear();
 
  private:
-  // One object that entered or left the map, in the order in which it happened.
+  // One place in the map, in the order in which things happened.
   struct Change {
-    entity* object;
     entity* parent;
     std::size_t index;
-    EntityPtr kept;  // while the object is out of the map
+    entity* object;  // in the map now, or null
+    EntityPtr kept;  // out of the map now, or null
   };
   using Step = std::vector<Change>;
 
-  static void Leave(Change& change);
-  static void Enter(Change& change);
+  static void Reverse(Change& change);
+  static Step ReverseAll(Step step);
 
   std::size_t levels_;
   std::deque<Step> steps_;

@@ -1,0 +1,255 @@
+#include "document/entity.h"
+
+#include <algorithm>
+#include <charconv>
+#include <limits>
+#include <utility>
+
+#include "document/map.h"
+#include "document/text_reader.h"
+#include "document/text_writer.h"
+#include "gamedata/class_set.h"
+#include "shell/services/path_text.h"
+#include "shell/services/report.h"
+
+namespace ferrowand {
+namespace {
+
+constexpr const char* SOURCE = "entity.cpp";
+
+// Up to three numbers; from the first that is none on, the old values stay.
+void ScanPosition(std::string_view text, Vec3& position) {
+  constexpr std::string_view BLANKS = " \t\r\n\v\f";
+  constexpr double LARGEST = std::numeric_limits<float>::max();
+  for (int axis = 0; axis < 3; ++axis) {
+    text.remove_prefix(std::min(text.find_first_not_of(BLANKS), text.size()));
+    if (text.starts_with('+')) text.remove_prefix(1);
+    const std::size_t digit = text.find_first_not_of("-.");
+    if (digit > 2 || text[digit] < '0' || text[digit] > '9') return;
+    double number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error == std::errc::invalid_argument) return;
+    position[axis] = static_cast<float>(std::clamp(ParseFloat(text), -LARGEST, LARGEST));
+    text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+  }
+}
+
+}  // namespace
+
+entity::entity(const ClassSet& classes)
+    : brush(classes.Library().NextOutlineColour()), class_(&classes.FindClass("brush")) {
+  // Plain brushes are by far the most and have no other keys.
+  keys_.reserve(2);
+  keys_.push_back({"classname", "brush"});
+  SetFlags(class_->tildeValue);
+}
+
+entity::entity(Brush&& copiedBrush, EntityClass* copiedClass)
+    : brush(std::move(copiedBrush)), class_(copiedClass) {}
+
+entity::~entity() = default;
+
+const char* entity::GetKey(std::string_view name) const {
+  for (const KeyPair& pair : keys_) {
+    if (EqualNoCase(pair.name, name)) return pair.value.c_str();
+  }
+  return nullptr;
+}
+
+void entity::SetKey(std::string_view name, std::string_view value) {
+  // The texts may be those of the key that goes.
+  KeyPair pair{std::string(name), std::string(value)};
+  std::erase_if(keys_, [&](const KeyPair& old) { return old.name == pair.name; });
+  Append(std::move(pair));
+}
+
+void entity::AddKey(std::string_view name, std::string_view value) {
+  Append({std::string(name), std::string(value)});
+}
+
+void entity::Append(KeyPair pair) {
+  if (numkeys() + 1 >= MAXKEYS) Report().Assert("(numkeys+1)<MAXKEYS", SOURCE, __LINE__);
+  keys_.push_back(std::move(pair));
+  Decode(keys_.back());
+}
+
+void entity::RemoveKey(int index) {
+  if (index < 0 || index >= numkeys()) {
+    Report().Assert("num<numkeys", SOURCE, __LINE__);
+    return;
+  }
+  keys_.erase(keys_.begin() + index);
+}
+
+void entity::ClearKeys() {
+  keys_ = {};
+}
+
+void entity::Decode(const KeyPair& pair) {
+  if (EqualNoCase(pair.name, "origin")) {
+    ScanPosition(pair.value, origin_);
+  } else if (EqualNoCase(pair.name, "angle")) {
+    angle_ = static_cast<std::int16_t>(ParseInt(pair.value));
+  } else if (EqualNoCase(pair.name, "XMPferroflags")) {
+    flags_ = ParseInt(pair.value);
+  } else if (EqualNoCase(pair.name, "classname")) {
+    class_ = &ClassSetInUse().FindClass(pair.value);
+  }
+}
+
+void entity::SetOrigin(std::int16_t x, std::int16_t y, std::int16_t z) {
+  SetOrigin(Vec3(x, y, z));
+}
+
+void entity::SetOriginAxis(int axis, std::int16_t value) {
+  Vec3 position = origin_;
+  position[axis] = value;
+  SetOrigin(position);
+}
+
+void entity::SetOrigin(const Vec3& position) {
+  TextWriter text;
+  for (int axis = 0; axis < 3; ++axis) {
+    if (axis > 0) text.Put(' ');
+    text.PutFloat(position[axis]);
+  }
+  SetKey("origin", text.Text());
+}
+
+void entity::SetFlags(std::int32_t value) {
+  SetKey("XMPferroflags", std::to_string(value));
+}
+
+void entity::SetClass(EntityClass* newClass) {
+  if (!newClass) {
+    Report().Assert("newClass", SOURCE, __LINE__);
+    return;
+  }
+  class_ = newClass;
+}
+
+void entity::ResolveClasses(const ClassSet& set) {
+  const char* classname = GetKey("classname");
+  class_ = &set.FindClass(classname ? classname : "unknown");
+  for (const EntityPtr& child : children_) child->ResolveClasses(set);
+}
+
+bool entity::IsVisible() const {
+  return class_->IsVisible(*this);
+}
+
+bool entity::IsEnabled() const {
+  return class_->IsEnabled(*this);
+}
+
+bool entity::IsMarked() const {
+  return class_->IsMarked(*this);
+}
+
+bool entity::IsOwnBlock() const {
+  return class_->IsOwnBlock();
+}
+
+Bounds entity::GetBounds() const {
+  return class_->EntityBounds(*this);
+}
+
+entity* entity::AddChild(EntityPtr child) {
+  return InsertChild(std::move(child), children_.size());
+}
+
+EntityPtr entity::Adopt(EntityPtr child) {
+  child->parent_ = this;
+  return child;
+}
+
+// A layer that leaves the map, by itself or with what holds it, is not its current one any more.
+void entity::Release(entity& child) {
+  if (Map* map = OwningMap()) {
+    for (const entity* e = map->currentLayer; e; e = e->parent_) {
+      if (e != &child) continue;
+      map->currentLayer = nullptr;
+      break;
+    }
+  }
+  child.parent_ = nullptr;
+}
+
+entity* entity::InsertChild(EntityPtr child, std::size_t index) {
+  const auto place = children_.begin() + static_cast<std::ptrdiff_t>(index);
+  return children_.insert(place, Adopt(std::move(child)))->get();
+}
+
+// The current layer's place is passed on.
+EntityPtr entity::ReplaceChild(std::size_t index, EntityPtr child) {
+  Map* map = OwningMap();
+  const bool wasCurrent = map && map->currentLayer == children_[index].get();
+  Release(*children_[index]);
+  if (wasCurrent) map->currentLayer = child.get();
+  return std::exchange(children_[index], Adopt(std::move(child)));
+}
+
+std::size_t entity::IndexOf(const entity& child) const {
+  // Edits go through a list in order: the next one stands near the last one.
+  std::size_t above = std::min<std::size_t>(lastFound_, children_.size());
+  std::size_t below = above;
+  while (below > 0 || above < children_.size()) {
+    if (below > 0) --below;
+    for (const std::size_t index : {below, above}) {
+      if (index >= children_.size() || children_[index].get() != &child) continue;
+      lastFound_ = static_cast<std::uint32_t>(index);
+      return index;
+    }
+    if (above < children_.size()) ++above;
+  }
+  return children_.size();
+}
+
+EntityPtr entity::TakeChild(std::size_t index) {
+  EntityPtr child = std::move(children_[index]);
+  children_.erase(children_.begin() + static_cast<std::ptrdiff_t>(index));
+  Release(*child);
+  return child;
+}
+
+std::vector<EntityPtr> entity::TakeChildren() {
+  for (const EntityPtr& child : children_) Release(*child);
+  return std::exchange(children_, {});
+}
+
+Map* entity::OwningMap() {
+  return parent_ ? parent_->OwningMap() : nullptr;
+}
+
+EntityPtr entity::Copy() const {
+  EntityPtr ret(new entity(brush.Copy(), class_));
+  ret->origin_ = origin_;
+  ret->angle_ = angle_;
+  ret->flags_ = flags_;
+  ret->state = state;
+  ret->viewIndex = viewIndex;
+  ret->keys_.reserve(keys_.size());
+  for (const KeyPair& pair : keys_) ret->SetKey(pair.name, pair.value);
+  // A key that was removed is still decoded here, and another one may speak for it in the copy.
+  if (ret->angle_ != angle_) Report().Assert("ret->angle==angle", SOURCE, __LINE__);
+  ret->class_ = class_;
+  ret->children_.reserve(children_.size());
+  for (const EntityPtr& child : children_) ret->AddChild(child->Copy());
+  return ret;
+}
+
+void entity::ResolveTextures(const WadList& wads) {
+  brush.ResolveTextures(wads);
+  for (const EntityPtr& child : children_) child->ResolveTextures(wads);
+}
+
+Reporter& entity::Report() const {
+  return class_->Set().Library().Report();
+}
+
+const ClassSet& entity::ClassSetInUse() const {
+  const Map* map = OwningMap();
+  return map ? *map->classSet : class_->Set().Library().Default();
+}
+
+}  // namespace ferrowand

@@ -1,0 +1,144 @@
+// Entities as text: the body between their braces, read and written.
+#include <cstring>
+
+#include "document/entity.h"
+#include "document/text_reader.h"
+#include "document/text_writer.h"
+#include "gamedata/class_set.h"
+#include "gamedata/wad_library.h"
+#include "shell/services/report.h"
+
+namespace ferrowand {
+namespace {
+
+constexpr std::size_t MAXTEXT = 1024;  // bytes of a key, and of a value
+
+void CutAtZeroByte(std::string& text) {
+  text.resize(std::strlen(text.c_str()));
+}
+
+bool IsLetter(char c, char upper) {
+  return c == upper || c == upper - 'A' + 'a';
+}
+
+}  // namespace
+
+bool IsEditorKey(std::string_view name) {
+  return name.size() >= 3 && IsLetter(name[0], 'X') && IsLetter(name[1], 'M') &&
+         IsLetter(name[2], 'P');
+}
+
+void WriteKey(TextWriter& out, std::string_view name, std::string_view value) {
+  out.Put("\t\"");
+  out.Put(name);
+  out.Put("\" \"");
+  out.Put(value);
+  out.Put("\"\n");
+}
+
+void entity::ReadKey(TextReader& reader, std::string& key, std::string& value) {
+  reader.ReadUntil('"', key, MAXTEXT, true);
+  reader.SkipPast('"', true);
+  reader.ReadUntil('"', value, MAXTEXT, true);
+  CutAtZeroByte(key);
+  CutAtZeroByte(value);
+}
+
+unsigned entity::ReportChar(char c, const char* part, const TextReader& reader,
+                            unsigned flags) const {
+  if (!(flags & READ_CHAR_REPORTED)) {
+    Report().Parsing(
+        "An invalid char(%c) was found in %s definition at line:%lu.\nThis file may not be a map "
+        "file.\n\nFerrowand will attempt to read the rest, but some data may be lost!",
+        c, part, static_cast<unsigned long>(reader.LineNumber()));
+  }
+  return flags | READ_CHAR_REPORTED;
+}
+
+// A loop with a list of what is open, not recursion: a stranger's file may open any number of
+// braces. What is nested deeper than MAXDEPTH stands side by side at the limit.
+unsigned entity::Read(TextReader& reader, const WadList& wads, unsigned flags) {
+  std::vector<entity*> open;  // below this entity, outermost first
+  std::string key, value;
+  bool blank = false;  // nothing has been read into the innermost one yet
+  for (;;) {
+    entity& current = open.empty() ? *this : *open.back();
+    reader.SkipWhitespace();
+    if (reader.AtEof()) {
+      flags |= READ_END_OF_FILE;
+      break;
+    }
+    const char c = static_cast<char>(reader.PeekChar());
+    if (c == '(') {
+      flags = current.brush.ReadBody(reader, wads, flags, Report());
+      blank = false;
+      continue;
+    }
+    reader.GetChar();
+    if (c == '"') {
+      ReadKey(reader, key, value);
+      current.SetKey(key, value);
+      blank = false;
+    } else if (c == '{') {
+      if (open.size() >= MAXDEPTH && !(flags & READ_DEPTH_REPORTED)) {
+        Report().Parsing(
+            "The entities in this map are nested too deep.\n\nThis first occurred at line %lu.\n "
+            "Ferrowand will attempt to continue, but be warned: the innermost groups will be "
+            "flattened!",
+            static_cast<unsigned long>(reader.LineNumber()));
+        flags |= READ_DEPTH_REPORTED;
+      }
+      // Beyond the limit a brace that only opens another one needs no entity of its own.
+      open.push_back(open.size() >= MAXDEPTH && blank ? open.back() : ReadChild(open));
+      blank = true;
+    } else if (c == '}') {
+      current.FinishReading();
+      if (open.empty()) return flags;
+      open.pop_back();
+      blank = false;
+    } else if (c == '/' && reader.PeekChar() == '/') {
+      reader.SkipLine();
+    } else {
+      flags = ReportChar(c, "entity", reader, flags);
+    }
+  }
+  for (entity* unclosed : open) unclosed->FinishReading();
+  FinishReading();
+  return flags;
+}
+
+entity* entity::ReadChild(std::vector<entity*>& open) {
+  const std::size_t depth = std::min<std::size_t>(open.size(), MAXDEPTH - 1);
+  entity& parent = depth == 0 ? *this : *open[depth - 1];
+  return parent.AddChild(std::make_unique<entity>(ClassSetInUse()));
+}
+
+void entity::FinishReading() {
+  if (class_->hasTilde) SetFlags(class_->tildeValue);
+  keys_.shrink_to_fit();
+  children_.shrink_to_fit();
+}
+
+void entity::WriteMapBrushes(TextWriter& out, unsigned option) const {
+  class_->WriteBrushPart(*this, out, option);
+}
+
+void entity::WriteMapEntity(TextWriter& out, unsigned option) const {
+  class_->WriteEntityBlock(*this, out, option);
+}
+
+void entity::WriteExtended(TextWriter& out) const {
+  out.Put("{\n");
+  for (const KeyPair& pair : keys_) WriteKey(out, pair.name, pair.value);
+  brush.WriteFaces(out, Report());
+  for (const EntityPtr& child : children_) child->WriteExtended(out);
+  out.Put("}\n");
+}
+
+void entity::WriteGameKeys(TextWriter& out) const {
+  for (const KeyPair& pair : keys_) {
+    if (!IsEditorKey(pair.name)) WriteKey(out, pair.name, pair.value);
+  }
+}
+
+}  // namespace ferrowand

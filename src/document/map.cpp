@@ -1,0 +1,66 @@
+#include "document/map.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "shell/services/path_text.h"
+
+namespace ferrowand {
+
+Map::Map(GameData& data, std::size_t undoLevels)
+    : entity(data.classes.Default()),
+      classSet(&data.classes.Default()),
+      classSetName(data.classes.DefaultName()),
+      undo(undoLevels),
+      data_(data) {
+  state = 0;
+  // The game makes a world of nothing else.
+  SetKey("classname", "worldspawn");
+  AddLayer("layer1");
+  SetKey("XMPentityname", "worldspawn");
+}
+
+Map::~Map() = default;
+
+entity* Map::AddLayer(const std::string& name) {
+  EntityPtr layer = std::make_unique<entity>(*classSet);
+  layer->SetKey("classname", "layer");
+  layer->SetKey("XMPentityname", name);
+  layer->SetKey("XMPstate", "0");
+  layer->SetKey("XMPcolourr", "0.8");
+  layer->SetKey("XMPcolourg", "0.1");
+  layer->SetKey("XMPcolourb", "0.1");
+  currentLayer = InsertChild(std::move(layer), getEntityList().size());
+  return currentLayer;
+}
+
+entity* Map::FirstLayer() const {
+  const auto isLayer = [](const EntityPtr& child) {
+    const char* classname = child->GetKey("classname");
+    return classname && EqualNoCase(classname, "layer");
+  };
+  const auto layer = std::ranges::find_if(getEntityList(), isLayer);
+  return layer == getEntityList().end() ? nullptr : layer->get();
+}
+
+// After the current layer has left, another takes its place; without any the map itself does.
+entity* Map::AddChild(EntityPtr child) {
+  if (!currentLayer) currentLayer = FirstLayer();
+  return currentLayer ? currentLayer->AddChild(std::move(child))
+                      : InsertChild(std::move(child), getEntityList().size());
+}
+
+std::string Map::Name() const {
+  const char* message = GetKey("message");
+  return message ? message : "Unnamed";
+}
+
+void Map::RemoveObserver(MapObserver& observer) {
+  std::erase(observers_, &observer);
+}
+
+void Map::ShowStatus(const std::string& text) {
+  for (MapObserver* observer : observers_) observer->OnStatus(text);
+}
+
+}  // namespace ferrowand
