@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "platform/file.h"
+#include "shell/services/number_text.h"
 
 namespace ferrowand {
 
@@ -69,11 +70,5 @@ class TextReader {
   std::uint32_t fileSize_ = 0;
   FileHandle file_ = INVALID_FILE;
 };
-
-// The decimal number at the front of `text`, as the C library's own conversions read it: leading
-// white space and a sign allowed, 0 for no number, clamped to what 32 bits hold.
-std::int32_t ParseInt(std::string_view text);
-// Likewise; never infinite and never not-a-number.
-double ParseFloat(std::string_view text);
 
 }  // namespace ferrowand

@@ -20,7 +20,7 @@ enum class FindResult { Found, NotFound, Failed };
 // The value of Seek when the system refuses.
 inline constexpr std::uint32_t INVALID_OFFSET = 0xFFFFFFFF;
 
-// The system's code of the last failed call; 0 when there was none.
+// The system's code of the last call's failure; 0 when that call worked.
 std::uint32_t LastError();
 
 namespace file {
@@ -31,7 +31,8 @@ FindResult Find(const std::string& name);
 FileHandle Open(const std::string& name, FileAccess access);
 // Read and write access, shared with nobody; an existing file is truncated.
 FileHandle Create(const std::string& name);
-void Close(FileHandle handle);
+// False when the system could not keep what was written.
+bool Close(FileHandle handle);
 
 // Bytes really moved; 0 on failure and, for reading, at the end of the file.
 std::size_t Read(FileHandle handle, void* buffer, std::size_t count);

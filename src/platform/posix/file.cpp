@@ -1,0 +1,141 @@
+#include "platform/file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+namespace ferrowand {
+namespace {
+
+constexpr std::int64_t LASTOFFSET = INVALID_OFFSET - 1;
+
+thread_local int lastError = 0;
+
+// Notes how a call went, as the other system does by itself.
+bool Note(bool worked) {
+  lastError = worked ? 0 : errno;
+  return worked;
+}
+
+std::string SystemName(std::string name) {
+  std::replace(name.begin(), name.end(), '\\', '/');
+  return name;
+}
+
+// Only plain files: a pipe could make the program wait for ever, a folder or a device has no size.
+FileHandle OpenPlain(const std::string& name, int mode) {
+  const int file = open(SystemName(name).c_str(), mode | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+  if (!Note(file >= 0)) return INVALID_FILE;
+  struct stat facts;
+  if (Note(fstat(file, &facts) == 0) && S_ISREG(facts.st_mode)) return file;
+  close(file);
+  if (lastError == 0) lastError = EISDIR;
+  return INVALID_FILE;
+}
+
+int Fd(FileHandle handle) {
+  return static_cast<int>(handle);
+}
+
+}  // namespace
+
+std::uint32_t LastError() {
+  return static_cast<std::uint32_t>(lastError);
+}
+
+namespace file {
+
+FindResult Find(const std::string& name) {
+  struct stat facts;
+  if (Note(stat(SystemName(name).c_str(), &facts) == 0)) return FindResult::Found;
+  return lastError == ENOENT ? FindResult::NotFound : FindResult::Failed;
+}
+
+FileHandle Open(const std::string& name, FileAccess access) {
+  return OpenPlain(name, access == FileAccess::Read ? O_RDONLY : O_RDWR);
+}
+
+FileHandle Create(const std::string& name) {
+  const int file =
+      open(SystemName(name).c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOCTTY, 0666);
+  return Note(file >= 0) ? file : INVALID_FILE;
+}
+
+bool Close(FileHandle handle) {
+  return Note(close(Fd(handle)) == 0);
+}
+
+std::size_t Read(FileHandle handle, void* buffer, std::size_t count) {
+  std::size_t done = 0;
+  while (done < count) {
+    const ssize_t moved = read(Fd(handle), static_cast<char*>(buffer) + done, count - done);
+    if (moved < 0 && errno == EINTR) continue;
+    if (!Note(moved >= 0) || moved == 0) return done;
+    done += static_cast<std::size_t>(moved);
+  }
+  return done;
+}
+
+bool Write(FileHandle handle, const void* buffer, std::size_t count) {
+  std::size_t done = 0;
+  while (done < count) {
+    const ssize_t moved = write(Fd(handle), static_cast<const char*>(buffer) + done, count - done);
+    if (moved < 0 && errno == EINTR) continue;
+    if (!Note(moved >= 0)) return false;
+    done += static_cast<std::size_t>(moved);
+  }
+  return Note(true);
+}
+
+std::uint32_t Seek(FileHandle handle, std::int64_t distance, SeekFrom from) {
+  std::int64_t base = 0;
+  if (from == SeekFrom::End) base = Size(handle);
+  if (from == SeekFrom::Current) base = lseek(Fd(handle), 0, SEEK_CUR);
+  if (!Note(base >= 0)) return INVALID_OFFSET;
+  const off_t reached = lseek(Fd(handle), std::min(base + distance, LASTOFFSET), SEEK_SET);
+  return Note(reached >= 0) ? static_cast<std::uint32_t>(reached) : INVALID_OFFSET;
+}
+
+std::uint32_t Size(FileHandle handle) {
+  struct stat facts;
+  if (!Note(fstat(Fd(handle), &facts) == 0)) return 0;
+  return static_cast<std::uint32_t>(std::min<std::int64_t>(facts.st_size, LASTOFFSET));
+}
+
+bool Truncate(FileHandle handle) {
+  const off_t here = lseek(Fd(handle), 0, SEEK_CUR);
+  return Note(here >= 0 && ftruncate(Fd(handle), here) == 0);
+}
+
+bool Replace(const std::string& from, const std::string& to) {
+  const std::string source = SystemName(from);
+  std::string target = SystemName(to);
+  struct stat old;
+  if (stat(target.c_str(), &old) == 0) {
+    // The new file stands for the old one: same permissions, and behind the same link.
+    (void)chmod(source.c_str(), old.st_mode & 07777);
+    const std::unique_ptr<char, decltype(&std::free)> real(realpath(target.c_str(), nullptr),
+                                                           &std::free);
+    if (real && std::rename(source.c_str(), real.get()) == 0) return Note(true);
+    if (errno != EXDEV) return Note(false);
+  }
+  return Note(std::rename(source.c_str(), target.c_str()) == 0);
+}
+
+bool Delete(const std::string& name) {
+  return Note(unlink(SystemName(name).c_str()) == 0);
+}
+
+bool IsWritable(const std::string& name) {
+  const FileHandle file = OpenPlain(name, O_WRONLY);
+  return file != INVALID_FILE && Close(file);
+}
+
+}  // namespace file
+}  // namespace ferrowand

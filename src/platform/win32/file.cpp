@@ -1,0 +1,133 @@
+#include "platform/file.h"
+
+#include <windows.h>
+
+#include <algorithm>
+
+namespace ferrowand {
+namespace {
+
+constexpr std::int64_t LASTOFFSET = INVALID_OFFSET - 1;
+constexpr std::size_t LARGESTPIECE = std::size_t{1} << 30;  // one call moves at most 32 bits
+
+HANDLE Handle(FileHandle handle) {
+  return reinterpret_cast<HANDLE>(handle);
+}
+
+FileHandle OpenAs(const std::string& name, DWORD access, DWORD share, DWORD disposition) {
+  // A file that was there and is created anew leaves a code although the call worked.
+  const HANDLE file = CreateFileA(name.c_str(), access, share, nullptr, disposition,
+                                  FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return INVALID_FILE;
+  SetLastError(ERROR_SUCCESS);
+  return reinterpret_cast<FileHandle>(file);
+}
+
+// A call that works leaves the code of an earlier failure alone; this takes it away first.
+template <typename Call>
+auto Fresh(Call call) {
+  SetLastError(ERROR_SUCCESS);
+  return call();
+}
+
+}  // namespace
+
+std::uint32_t LastError() {
+  return GetLastError();
+}
+
+namespace file {
+
+FindResult Find(const std::string& name) {
+  WIN32_FIND_DATAA found;
+  const HANDLE search = Fresh([&] { return FindFirstFileA(name.c_str(), &found); });
+  if (search != INVALID_HANDLE_VALUE) {
+    FindClose(search);
+    return FindResult::Found;
+  }
+  return GetLastError() == ERROR_FILE_NOT_FOUND ? FindResult::NotFound : FindResult::Failed;
+}
+
+FileHandle Open(const std::string& name, FileAccess access) {
+  const DWORD rights =
+      access == FileAccess::Read ? GENERIC_READ : DWORD{GENERIC_READ} | DWORD{GENERIC_WRITE};
+  return OpenAs(name, rights, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING);
+}
+
+FileHandle Create(const std::string& name) {
+  return OpenAs(name, DWORD{GENERIC_READ} | DWORD{GENERIC_WRITE}, 0, CREATE_ALWAYS);
+}
+
+bool Close(FileHandle handle) {
+  return Fresh([&] { return CloseHandle(Handle(handle)); }) != 0;
+}
+
+std::size_t Read(FileHandle handle, void* buffer, std::size_t count) {
+  SetLastError(ERROR_SUCCESS);
+  std::size_t done = 0;
+  while (done < count) {
+    const DWORD piece = static_cast<DWORD>(std::min(count - done, LARGESTPIECE));
+    DWORD moved = 0;
+    if (!ReadFile(Handle(handle), static_cast<char*>(buffer) + done, piece, &moved, nullptr) ||
+        moved == 0)
+      break;
+    done += moved;
+  }
+  return done;
+}
+
+bool Write(FileHandle handle, const void* buffer, std::size_t count) {
+  SetLastError(ERROR_SUCCESS);
+  std::size_t done = 0;
+  while (done < count) {
+    const DWORD piece = static_cast<DWORD>(std::min(count - done, LARGESTPIECE));
+    DWORD moved = 0;
+    if (!WriteFile(Handle(handle), static_cast<const char*>(buffer) + done, piece, &moved,
+                   nullptr) ||
+        moved == 0)
+      return false;
+    done += moved;
+  }
+  return true;
+}
+
+std::uint32_t Seek(FileHandle handle, std::int64_t distance, SeekFrom from) {
+  SetLastError(ERROR_SUCCESS);
+  LARGE_INTEGER base{}, reached{};
+  if (from == SeekFrom::End) base.QuadPart = Size(handle);
+  if (from == SeekFrom::Current && !SetFilePointerEx(Handle(handle), {}, &base, FILE_CURRENT))
+    return INVALID_OFFSET;
+  base.QuadPart = std::min<std::int64_t>(base.QuadPart + distance, LASTOFFSET);
+  if (!SetFilePointerEx(Handle(handle), base, &reached, FILE_BEGIN)) return INVALID_OFFSET;
+  return static_cast<std::uint32_t>(reached.QuadPart);
+}
+
+std::uint32_t Size(FileHandle handle) {
+  LARGE_INTEGER size{};
+  if (!Fresh([&] { return GetFileSizeEx(Handle(handle), &size); })) return 0;
+  return static_cast<std::uint32_t>(std::min<std::int64_t>(size.QuadPart, LASTOFFSET));
+}
+
+bool Truncate(FileHandle handle) {
+  return Fresh([&] { return SetEndOfFile(Handle(handle)); }) != 0;
+}
+
+bool Replace(const std::string& from, const std::string& to) {
+  return Fresh([&] {
+           return MoveFileExA(from.c_str(), to.c_str(),
+                              MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+         }) != 0;
+}
+
+bool Delete(const std::string& name) {
+  return Fresh([&] { return DeleteFileA(name.c_str()); }) != 0;
+}
+
+bool IsWritable(const std::string& name) {
+  const FileHandle file =
+      OpenAs(name, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING);
+  return file != INVALID_FILE && Close(file);
+}
+
+}  // namespace file
+}  // namespace ferrowand
