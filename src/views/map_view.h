@@ -85,30 +85,36 @@ class MapView : public MapObserver {
   MapMode mapmode = MapMode::Normal;
   std::uint8_t axismask = 7;  // bit n: this view edits world axis n
   int heightlo = 0, heighthi = 0;
-  int panx = NO_PAN, pany = NO_PAN;
+  int panx = NO_PAN, pany = NO_PAN;  // where the cursor was at the last step of a pan
+  bool centreDots = false;           // in the middle of every brush
 
   void SetOrientation(Orientation orientation);
   std::string Caption() const;
 
   // --- painting
+  // The background, the grid, the map, then what the tool draws over it; all of it within `update`.
   void Paint(Canvas& canvas, const PixelRect& update);
+  // Picture, zoom text and scroll bars.
   void Refresh();
 
   // --- mapping
   int SnapU(int world) const;
   int SnapV(int world) const;
+  // The point comes to the middle of the drawing area, as near as the limits of the origins allow.
   void CentreOn(const Vec3& point);
   // Nothing happens unless the box has an extent on all three axes.
   void ZoomTo(const Bounds& box);
+  // Both keep what is in the middle. Down to 1/64 unit a pixel, up to 10000 units across.
   void ZoomIn();
   void ZoomOut();
+  // Keeps what is at that pixel.
   void ZoomAt(Pixel at, bool out);
   int ZoomPercent() const;
 
   // --- grid. `everyView`: also the other views of the map.
   void GridSmaller(bool everyView);
   void GridLarger(bool everyView);
-  // The flags are the map's: every view of it refreshes.
+  // These flags are the map's: every view of it refreshes.
   void ToggleGrid();
   void ToggleSnap();
   void ToggleGridAndSnap();
@@ -119,13 +125,16 @@ class MapView : public MapObserver {
   void ScrollToThumb(bool vertical, int position);
   void ScrollLines(bool vertical, int lines);  // 10 pixels each
   void ScrollPages(bool vertical, int pages);  // 100 pixels each
+  // A step of dragging the map. Near the edge of the frame the cursor is sent back to the middle.
   void Pan(Pixel cursor);
   void EndPan() { panx = pany = NO_PAN; }
+  // The drawing area has another size: what is seen stays within the world.
   void OnResize();
 
   // --- input, from the host
-  // Whether the key was one of the view's.
+  // Whether the key was one of the view's. With Shift a grid key is for every view of the map.
   bool OnCharacter(char c, bool shift);
+  // `button`: BUTTON_LEFT or BUTTON_RIGHT. `zoomKey`: the press zooms and the tool sees nothing.
   void OnMouseDown(Pixel at, int button, bool zoomKey, bool shift);
   void OnMouseMove(Pixel at, int buttons, bool panKey);
   void OnMouseUp(Pixel at, int button);
@@ -133,6 +142,7 @@ class MapView : public MapObserver {
   void OnActivate();
 
   // --- words
+  // Where this view's status bar is hidden, to the first other view of the map that shows its own.
   void SetStatus(const std::string& text);
   void OnStatus(const std::string& text) override { SetStatus(text); }
   std::string ZoomText() const;
@@ -142,14 +152,28 @@ class MapView : public MapObserver {
   PixelRect ArrangedPlace(Arrangement arrangement, PixelSize frame) const;
 
  private:
+  double ExtentU() const;  // of the drawing area, world units
+  double ExtentV() const;  // negative, as the scale is
+  void SetOrigin(double u, double v);
+  void ScaleBy(double factor);
+  bool MayScaleBy(double factor) const;
+  void ShowChange();
+  void WrapCursor(Pixel cursor);
+  void CopyGridToOthers();
+  void RefreshAll();
   void UpdateScrollBars();
+
+  const DrawPens& Pens() const;
   void DrawGrid(Canvas& canvas, const PixelRect& update) const;
+  void DrawAxes(Canvas& canvas, const PixelRect& update) const;
+  void FindHeights();
+  unsigned DrawFlags() const;
 
   ViewHost& host_;
   ViewList& list_;
   const Options& options_;
   Tool* const& tool_;
-  bool zoomPress_ = false;  // the press was a zoom: its release is swallowed
+  int zoomPresses_ = 0;  // buttons whose press was a zoom: their releases are swallowed
 };
 
 // The pens for a black or a white background.

@@ -22,11 +22,19 @@ class Tool {
 
   virtual std::string Name() const = 0;
 
-  virtual void MouseDown(MapView& view, Pixel at, int button) { (void)view, (void)at, (void)button; }  // 0
+  virtual void MouseDown(MapView& view, Pixel at, int button) {
+    (void)view, (void)at, (void)button;
+  }  // 0
   // `buttons`: 1 left held, 2 right held, 0 none.
-  virtual void MouseMove(MapView& view, Pixel at, int buttons) { (void)view, (void)at, (void)buttons; }  // 1
-  virtual void MouseUp(MapView& view, Pixel at, int button) { (void)view, (void)at, (void)button; }  // 2
-  virtual void DoubleClick(MapView& view, Pixel at, int button) { (void)view, (void)at, (void)button; }  // 3
+  virtual void MouseMove(MapView& view, Pixel at, int buttons) {
+    (void)view, (void)at, (void)buttons;
+  }  // 1
+  virtual void MouseUp(MapView& view, Pixel at, int button) {
+    (void)view, (void)at, (void)button;
+  }  // 2
+  virtual void DoubleClick(MapView& view, Pixel at, int button) {
+    (void)view, (void)at, (void)button;
+  }                                                     // 3
   virtual void Activate(MapView& view) { (void)view; }  // 4
   // 10 and 11: after the map has been drawn, and after each drag step. What is drawn by inverting
   // must come out the same however often the view repaints in between.

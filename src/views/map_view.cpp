@@ -1,0 +1,256 @@
+#include "views/map_view.h"
+
+#include <array>
+#include <cmath>
+
+#include "shell/services/report.h"
+#include "views/tool.h"
+
+namespace ferrowand {
+namespace {
+
+struct AxisPair {
+  std::uint8_t u, v;
+};
+
+constexpr AxisPair AxesOf(Orientation orientation) {
+  switch (orientation) {
+    case Orientation::Top:
+      return {0, 1};
+    case Orientation::Front:
+      return {0, 2};
+    case Orientation::Side:
+      return {1, 2};
+  }
+  return {0, 1};
+}
+
+// Round half up to a multiple of 2^exponent; below 0 too, so that steps are equally long.
+int Snap(int world, std::uint8_t exponent) {
+  const std::int64_t spacing = std::int64_t{1} << exponent;
+  return static_cast<int>((world + spacing / 2) & ~(spacing - 1));
+}
+
+Orientation OrientationOf(const ViewTransform& transform) {
+  switch (transform.DepthAxis()) {
+    case 0:
+      return Orientation::Side;
+    case 1:
+      return Orientation::Front;
+    default:
+      return Orientation::Top;
+  }
+}
+
+}  // namespace
+
+MapView::MapView(Map& map_, ViewHost& host, ViewList& list, const Options& options,
+                 Tool* const& tool)
+    : map(map_), host_(host), list_(list), options_(options), tool_(tool) {
+  list_.Add(*this);
+  map.AddObserver(*this);
+}
+
+MapView::~MapView() {
+  map.RemoveObserver(*this);
+  list_.Remove(*this);
+}
+
+void MapView::SetOrientation(Orientation orientation) {
+  const AxisPair axes = AxesOf(orientation);
+  transform.orienu = axes.u;
+  transform.orienv = axes.v;
+  transform.scalev = -std::abs(transform.scalev);
+  axismask = static_cast<std::uint8_t>(7 & ~(1 << transform.DepthAxis()));
+  host_.SetCaption(Caption());
+  Refresh();
+}
+
+std::string MapView::Caption() const {
+  static constexpr std::array<const char*, 3> LETTERS{"X", "Y", "Z"};
+  return Format("%s%sView (%s): %s", LETTERS[transform.orienu], LETTERS[transform.orienv],
+                OrientationName(transform.orienu, transform.orienv), map.Name().c_str());
+}
+
+void MapView::Refresh() {
+  ShowChange();
+}
+
+void MapView::RefreshAll() {
+  for (MapView* view : list_.ViewsOf(map)) view->Refresh();
+}
+
+int MapView::SnapU(int world) const {
+  return Snap(world, gridu);
+}
+int MapView::SnapV(int world) const {
+  return Snap(world, gridv);
+}
+
+void MapView::GridSmaller(bool everyView) {
+  if (gridu > MIN_GRID) --gridu;
+  if (gridv > MIN_GRID) --gridv;
+  Refresh();
+  if (everyView) CopyGridToOthers();
+}
+
+void MapView::GridLarger(bool everyView) {
+  // Meant: one axis at its limit holds the other one back, which the smaller grid does not know.
+  if (gridu < MAX_GRID && gridv < MAX_GRID) {
+    ++gridu;
+    ++gridv;
+    Refresh();
+  }
+  if (everyView) CopyGridToOthers();
+}
+
+void MapView::CopyGridToOthers() {
+  for (MapView* view : list_.ViewsOf(map)) {
+    if (view == this) continue;
+    view->gridu = gridu;
+    view->gridv = gridv;
+    view->Refresh();
+  }
+}
+
+void MapView::ToggleGrid() {
+  map.optionBits ^= MAP_GRID;
+  RefreshAll();
+}
+
+void MapView::ToggleSnap() {
+  map.optionBits ^= MAP_SNAP | MAP_ANGLE_SNAP;
+  RefreshAll();
+}
+
+void MapView::ToggleGridAndSnap() {
+  map.optionBits ^= MAP_GRID | MAP_SNAP | MAP_ANGLE_SNAP;
+  RefreshAll();
+}
+
+void MapView::SetMapMode(MapMode mode) {
+  mapmode = mode;
+  host_.Invalidate();
+}
+
+bool MapView::OnCharacter(char c, bool shift) {
+  switch (c) {
+    case '+':
+    case '=':
+    case 's':
+    case 'S':
+      ZoomIn();
+      return true;
+    case '-':
+    case '_':
+    case 'x':
+    case 'X':
+      ZoomOut();
+      return true;
+    case '[':
+    case '{':
+    case ',':
+    case '<':
+    case 'a':
+    case 'A':
+      GridSmaller(shift);
+      return true;
+    case ']':
+    case '}':
+    case '.':
+    case '>':
+    case 'z':
+    case 'Z':
+      GridLarger(shift);
+      return true;
+    case 'g':
+      ToggleGridAndSnap();
+      return true;
+    case 'G':
+      ToggleGrid();
+      return true;
+    default:
+      return false;
+  }
+}
+
+void MapView::OnMouseDown(Pixel at, int button, bool zoomKey, bool shift) {
+  if (zoomKey) {
+    zoomPresses_ |= button;
+    ZoomAt(at, shift);
+  } else if (tool_) {
+    tool_->MouseDown(*this, at, button);
+  }
+}
+
+void MapView::OnMouseMove(Pixel at, int buttons, bool panKey) {
+  host_.SetText(ViewText::Coordinates,
+                Format("%ix%i", transform.ToWorldU(at.x), transform.ToWorldV(at.y)));
+  if (panKey) {
+    Pan(at);
+    return;
+  }
+  EndPan();
+  if (tool_) tool_->MouseMove(*this, at, buttons);
+}
+
+void MapView::OnMouseUp(Pixel at, int button) {
+  if (zoomPresses_ & button) {
+    zoomPresses_ &= ~button;
+  } else if (tool_) {
+    tool_->MouseUp(*this, at, button);
+  }
+}
+
+void MapView::OnDoubleClick(Pixel at, int button) {
+  if (tool_) tool_->DoubleClick(*this, at, button);
+}
+
+void MapView::OnActivate() {
+  list_.BringToFront(*this);
+  if (tool_) tool_->Activate(*this);
+}
+
+void MapView::SetStatus(const std::string& text) {
+  if (host_.StatusBarShown()) {
+    host_.SetText(ViewText::Message, text);
+    return;
+  }
+  for (MapView* view : list_.ViewsOf(map)) {
+    if (view == this || !view->host_.StatusBarShown()) continue;
+    view->host_.SetText(ViewText::Message, text);
+    return;
+  }
+}
+
+std::string MapView::ZoomText() const {
+  const char snap = map.optionBits & MAP_SNAP ? 'S' : ' ';
+  if (!(map.optionBits & MAP_GRID)) return Format("%c%i%%", snap, ZoomPercent());
+  return Format("(%ix%i)%c%i%%", 1 << gridu, 1 << gridv, snap, ZoomPercent());
+}
+
+void MapView::ShowZoomText() {
+  host_.SetText(ViewText::ZoomAndGrid, ZoomText());
+}
+
+PixelRect MapView::ArrangedPlace(Arrangement arrangement, PixelSize frame) const {
+  const auto [w, h] = frame;
+  const auto place = [](int left, int top, int width, int height) {
+    return PixelRect{left, top, left + width, top + height};
+  };
+  const Orientation orientation = OrientationOf(transform);
+  const bool top = orientation == Orientation::Top;
+  const bool side = orientation == Orientation::Side;
+  switch (arrangement) {
+    case Arrangement::Quarters:
+      return place(side ? w / 2 : 0, top || side ? 0 : h / 2, w / 2, h / 2);
+    case Arrangement::XYLarge:
+      if (top) return place(0, 0, w / 2, h);
+      return place(w / 2, side ? 0 : h / 3, w / 2, h / 3);
+    case Arrangement::ThreeDLarge:
+      return place(w / 2, top ? 0 : side ? h / 3 : 2 * h / 3, w / 2, h / 3);
+  }
+  return {};
+}
+
+}  // namespace ferrowand

@@ -1,0 +1,171 @@
+// The picture of a view: background, grid, map, overlays.
+#include <algorithm>
+#include <cmath>
+#include <vector>
+
+#include "gamedata/entity_class.h"
+#include "views/map_view.h"
+#include "views/tool.h"
+
+namespace ferrowand {
+namespace {
+
+constexpr int MAJOR_EVERY = 8;
+// Lines closer together would tint the background instead of measuring anything.
+constexpr double MIN_LINE_DISTANCE = 4;  // pixels
+
+constexpr DrawPens ON_BLACK{
+    .background = {0, 0, 0},
+    .minorGrid = {{0x64, 0x64, 0x64}},
+    .majorGrid = {{0x80, 0x80, 0x80}},
+    .foreground = {{255, 255, 255}},
+    .entity = {{255, 160, 32}},
+    .brushOutline = {{255, 255, 0}},
+    .boxOutline = {{255, 255, 160}},
+    .centreDot = {{0, 224, 224}},
+    .light = {{255, 255, 128}},
+    .targetLine = {{0, 176, 255}},
+    .targetHead = {{128, 224, 255}},
+};
+
+constexpr DrawPens ON_WHITE{
+    .background = {255, 255, 255},
+    .minorGrid = {{0xC8, 0xC8, 0xC8}},
+    .majorGrid = {{0xAA, 0xAA, 0xAA}},
+    .foreground = {{0, 0, 0}},
+    .entity = {{224, 104, 0}},
+    .brushOutline = {{255, 0, 255}},
+    .boxOutline = {{200, 0, 160}},
+    .centreDot = {{0, 96, 96}},
+    .light = {{192, 144, 0}},
+    .targetLine = {{0, 104, 192}},
+    .targetHead = {{0, 56, 120}},
+};
+
+// The coordinates of grid lines among the pixels first .. last, major ones apart.
+struct GridLines {
+  std::vector<int> minor, major;
+};
+
+template <typename ToScreen>
+GridLines LinesOf(int worldA, int worldB, std::uint8_t exponent, float scale,
+                  const ToScreen& toScreen) {
+  const int spacing = 1 << exponent;
+  const double distance = spacing / std::abs(static_cast<double>(scale));
+  GridLines lines;
+  if (distance * MAJOR_EVERY < MIN_LINE_DISTANCE) return lines;
+  const int step = distance < MIN_LINE_DISTANCE ? spacing * MAJOR_EVERY : spacing;
+  const auto [low, high] = std::minmax(worldA, worldB);
+  // Down to a multiple, below 0 too. One step to either side: a line's pixel may belong to the part
+  // although its coordinate does not.
+  for (int world = (low & ~(step - 1)) - step; world <= high + step; world += step) {
+    const bool major = world / spacing % MAJOR_EVERY == 0;
+    (major ? lines.major : lines.minor).push_back(toScreen(world));
+  }
+  return lines;
+}
+
+void DrawRows(Canvas& canvas, const Pen& pen, const std::vector<int>& rows, const PixelRect& part) {
+  std::vector<PixelLine> lines;
+  for (const int y : rows) {
+    if (y >= part.top && y < part.bottom) lines.push_back({{part.left, y}, {part.right - 1, y}});
+  }
+  if (!lines.empty()) canvas.Lines(pen, lines);
+}
+
+void DrawColumns(Canvas& canvas, const Pen& pen, const std::vector<int>& columns,
+                 const PixelRect& part) {
+  std::vector<PixelLine> lines;
+  for (const int x : columns) {
+    if (x >= part.left && x < part.right) lines.push_back({{x, part.top}, {x, part.bottom - 1}});
+  }
+  if (!lines.empty()) canvas.Lines(pen, lines);
+}
+
+}  // namespace
+
+const DrawPens& PensFor(bool blackBackground) {
+  return blackBackground ? ON_BLACK : ON_WHITE;
+}
+
+const DrawPens& MapView::Pens() const {
+  return PensFor(options_.blackBack != 0);
+}
+
+void MapView::Paint(Canvas& canvas, const PixelRect& update) {
+  if (update.Empty()) return;
+  canvas.SetClip(update);
+  canvas.FillRect(update, Pens().background);
+  if (map.optionBits & MAP_GRID) {
+    DrawGrid(canvas, update);
+    DrawAxes(canvas, update);
+  }
+  if (mapmode == MapMode::Heights) FindHeights();
+
+  DrawContext context{.canvas = canvas,
+                      .transform = transform,
+                      .pens = Pens(),
+                      .flags = DrawFlags(),
+                      .visible = update,
+                      .pen = Pens().foreground,
+                      .drawsEntities = options_.renderPointEntities != 0,
+                      .centreDots = centreDots,
+                      .overridePen = std::nullopt,
+                      .heightlo = heightlo,
+                      .heighthi = heighthi,
+                      .oneColour = options_.mipType,
+                      .layerColour = std::nullopt};
+  if (map.getClass()) map.getClass()->DrawTree(map, context, nullptr);
+
+  if (tool_) {
+    tool_->DrawOverlay(*this, canvas);
+    tool_->DrawOverlayForOther(*this, canvas);
+  }
+}
+
+void MapView::DrawGrid(Canvas& canvas, const PixelRect& update) const {
+  const DrawPens& pens = Pens();
+  const GridLines rows = LinesOf(
+      transform.ToWorldV(update.top), transform.ToWorldV(update.bottom), gridv, transform.scalev,
+      [this](int world) { return transform.ToScreenV(static_cast<float>(world)); });
+  DrawRows(canvas, pens.minorGrid, rows.minor, update);
+  DrawRows(canvas, pens.majorGrid, rows.major, update);
+  const GridLines columns = LinesOf(
+      transform.ToWorldU(update.left), transform.ToWorldU(update.right), gridu, transform.scaleu,
+      [this](int world) { return transform.ToScreenU(static_cast<float>(world)); });
+  DrawColumns(canvas, pens.minorGrid, columns.minor, update);
+  DrawColumns(canvas, pens.majorGrid, columns.major, update);
+}
+
+// One pixel right of and below their places, so that they can be told from the grid lines there.
+void MapView::DrawAxes(Canvas& canvas, const PixelRect& update) const {
+  const Pen& pen = Pens().majorGrid;
+  DrawRows(canvas, pen, {transform.ToScreenV(0) + 1}, update);
+  DrawColumns(canvas, pen, {transform.ToScreenU(0) + 1}, update);
+}
+
+// The depth of the selection; of the whole map while nothing is selected.
+void MapView::FindHeights() {
+  Bounds box;
+  for (const entity* selected : map.selection) box.Add(selected->GetBounds());
+  if (map.selection.empty()) box = map.GetBounds();
+  if (box.IsEmpty()) box = {{0, 0, 0}, {0, 0, 0}};
+  heightlo = RoundToInt(box.mins[transform.DepthAxis()]);
+  heighthi = RoundToInt(box.maxs[transform.DepthAxis()]);
+}
+
+unsigned MapView::DrawFlags() const {
+  unsigned flags = 0;
+  const auto set = [&](bool on, unsigned bit) { flags |= on ? bit : 0; };
+  set(mapmode == MapMode::Heights, DRAW_HEIGHTS);
+  set(mapmode == MapMode::OneMip, DRAW_1X1MIPMAP);
+  set(mapmode == MapMode::LayerColour, DRAW_LAYER_COLOUR);
+  set(options_.drawLightRadius != 0, DRAW_LIGHT_RADIUS);
+  set(options_.forceEntityLinks != 0, DRAW_TARGETS);
+  set(options_.entityNames != 0, DRAW_CLASSNAMES);
+  set(options_.drawTemplates != 0, DRAW_TEMPLATES);
+  set(options_.blackBack != 0, DRAW_WHITE_TEXT);
+  return flags;
+}
+
+}  // namespace ferrowand

@@ -1,0 +1,225 @@
+// Zooming, scrolling, panning and resizing of a view.
+#include <algorithm>
+#include <cmath>
+
+#include "views/map_view.h"
+
+namespace ferrowand {
+namespace {
+
+constexpr double MIN_SCALE = 0.015625;   // world units a pixel
+constexpr double MAX_EXTENT = 10000;     // world units across a view
+constexpr double FIT_SCALE = 0.0625;     // where zooming to a box starts
+constexpr double MAX_FIT_SCALE = 65536;  // more than the world on one pixel
+constexpr int FIT_BORDER = 20;           // pixels
+constexpr int LINE_STEP = 10;            // pixels
+constexpr int PAGE_STEP = 100;           // pixels
+constexpr int RESIZE_FACTOR = 4;
+constexpr int WRAP_MARGIN = 5;         // pixels from the frame's left, top and bottom
+constexpr int RIGHT_WRAP_MARGIN = 20;  // pixels
+
+std::int16_t LimitOrigin(double world) {
+  return static_cast<std::int16_t>(
+      RoundToInt(std::clamp<double>(world, -WORLD_LIMIT, WORLD_LIMIT)));
+}
+
+ScrollBar BarOf(double extent, int origin) {
+  const int position = extent < 0 ? WORLD_LIMIT - origin : WORLD_LIMIT + origin;
+  return {static_cast<int>(std::abs(extent)), position};
+}
+
+// The smallest power of two from 1/16 up that shows `extent` units on that many pixels.
+double FittingScale(double extent, int pixels) {
+  const double required = extent / std::max(pixels - FIT_BORDER, 1);
+  double scale = FIT_SCALE;
+  while (scale < required && scale < MAX_FIT_SCALE) scale *= 2;
+  return scale;
+}
+
+// A movement of less than a unit, at the high zooms, counts as one unit: the origins are whole.
+double AtLeastAUnit(double movement) {
+  return movement != 0 && std::abs(movement) < 1 ? std::copysign(1, movement) : movement;
+}
+
+// How far an origin must step, by whole pixels, so that origin .. origin + extent lies in the
+// world. Where a pixel is less than a unit the steps are units: the origins are whole.
+double StepsIntoWorld(double origin, double extent, double scale) {
+  const double low = std::min(origin, origin + extent);
+  const double high = std::max(origin, origin + extent);
+  const double step = std::max(std::abs(scale), 1.0);
+  if (low < -WORLD_LIMIT) return std::ceil((-WORLD_LIMIT - low) / step) * step;
+  if (high > WORLD_LIMIT) return -std::ceil((high - WORLD_LIMIT) / step) * step;
+  return 0;
+}
+
+// What the cursor has moved since the last step of a pan, as whole world units. `last` goes on by
+// that much and no further, so that at high zooms small movements add up.
+double TakeMovement(int cursor, int& last, double scale) {
+  const double units = std::trunc((cursor - last) * scale);
+  last += static_cast<int>(units / scale);
+  return units;
+}
+
+}  // namespace
+
+double MapView::ExtentU() const {
+  return host_.DrawingArea().width * static_cast<double>(transform.scaleu);
+}
+double MapView::ExtentV() const {
+  return host_.DrawingArea().height * static_cast<double>(transform.scalev);
+}
+
+void MapView::SetOrigin(double u, double v) {
+  transform.originu = LimitOrigin(u);
+  transform.originv = LimitOrigin(v);
+}
+
+void MapView::ScaleBy(double factor) {
+  transform.scaleu = static_cast<float>(transform.scaleu * factor);
+  transform.scalev = static_cast<float>(transform.scalev * factor);
+}
+
+bool MapView::MayScaleBy(double factor) const {
+  if (factor > 1) {
+    return std::abs(ExtentU() * factor) < MAX_EXTENT && std::abs(ExtentV() * factor) < MAX_EXTENT;
+  }
+  return std::abs(transform.scaleu * factor) >= MIN_SCALE &&
+         std::abs(transform.scalev * factor) >= MIN_SCALE;
+}
+
+void MapView::ShowChange() {
+  ShowZoomText();
+  UpdateScrollBars();
+  host_.Invalidate();
+}
+
+void MapView::UpdateScrollBars() {
+  host_.SetScrollBars(BarOf(ExtentU(), transform.originu), BarOf(ExtentV(), transform.originv));
+}
+
+void MapView::CentreOn(const Vec3& point) {
+  SetOrigin(std::trunc(point[transform.orienu]) - static_cast<int>(ExtentU()) / 2,
+            std::trunc(point[transform.orienv]) - static_cast<int>(ExtentV()) / 2);
+  UpdateScrollBars();
+  host_.Invalidate();
+}
+
+void MapView::ZoomTo(const Bounds& box) {
+  for (int axis = 0; axis < 3; ++axis) {
+    if (!(box.mins[axis] < box.maxs[axis])) return;
+  }
+  const Vec3 size = box.maxs - box.mins;
+  const PixelSize area = host_.DrawingArea();
+  const double scale = std::max(FittingScale(size[transform.orienu], area.width),
+                                FittingScale(size[transform.orienv], area.height));
+  transform.scaleu = static_cast<float>(std::copysign(scale, transform.scaleu));
+  transform.scalev = static_cast<float>(std::copysign(scale, transform.scalev));
+  CentreOn((box.mins + box.maxs) * 0.5f);
+  ShowZoomText();
+}
+
+void MapView::ZoomIn() {
+  const auto zoom = [](float& scale, double extent) {
+    if (std::abs(scale) * 0.5 < MIN_SCALE) return 0.0;
+    scale *= 0.5f;
+    return extent / 4;
+  };
+  const double u = zoom(transform.scaleu, ExtentU());
+  const double v = zoom(transform.scalev, ExtentV());
+  SetOrigin(transform.originu + RoundToInt(u), transform.originv + RoundToInt(v));
+  ShowChange();
+}
+
+void MapView::ZoomOut() {
+  if (!MayScaleBy(2)) return;
+  SetOrigin(transform.originu - RoundToInt(ExtentU() / 2),
+            transform.originv - RoundToInt(ExtentV() / 2));
+  ScaleBy(2);
+  ShowChange();
+}
+
+void MapView::ZoomAt(Pixel at, bool out) {
+  const double factor = out ? 2 : 0.5;
+  if (!MayScaleBy(factor)) return;
+  const double u = transform.originu + at.x * static_cast<double>(transform.scaleu);
+  const double v = transform.originv + at.y * static_cast<double>(transform.scalev);
+  ScaleBy(factor);
+  SetOrigin(u - at.x * static_cast<double>(transform.scaleu),
+            v - at.y * static_cast<double>(transform.scalev));
+  ShowChange();
+}
+
+int MapView::ZoomPercent() const {
+  return static_cast<int>(100 / transform.scaleu);
+}
+
+void MapView::ScrollBy(double u, double v) {
+  const int oldu = transform.originu;
+  const int oldv = transform.originv;
+  SetOrigin(oldu + AtLeastAUnit(u), oldv + AtLeastAUnit(v));
+  const double dx = (oldu - transform.originu) / static_cast<double>(transform.scaleu);
+  const double dy = (oldv - transform.originv) / static_cast<double>(transform.scalev);
+  if (dx == 0 && dy == 0) return;
+  UpdateScrollBars();
+  // A picture can be moved by whole pixels only.
+  if (dx == std::trunc(dx) && dy == std::trunc(dy)) {
+    host_.ScrollPicture(static_cast<int>(dx), static_cast<int>(dy));
+  } else {
+    host_.Invalidate();
+  }
+}
+
+void MapView::ScrollToThumb(bool vertical, int position) {
+  const float scale = vertical ? transform.scalev : transform.scaleu;
+  const int origin = scale < 0 ? WORLD_LIMIT - position : position - WORLD_LIMIT;
+  ScrollBy(vertical ? 0 : origin - transform.originu, vertical ? origin - transform.originv : 0);
+}
+
+void MapView::ScrollLines(bool vertical, int lines) {
+  ScrollBy(vertical ? 0 : LINE_STEP * lines * static_cast<double>(transform.scaleu),
+           vertical ? LINE_STEP * lines * static_cast<double>(transform.scalev) : 0);
+}
+
+void MapView::ScrollPages(bool vertical, int pages) {
+  ScrollLines(vertical, pages * (PAGE_STEP / LINE_STEP));
+}
+
+void MapView::Pan(Pixel cursor) {
+  if (panx == NO_PAN && pany == NO_PAN) {
+    panx = cursor.x;
+    pany = cursor.y;
+  } else {
+    const double u = TakeMovement(cursor.x, panx, transform.scaleu);
+    const double v = TakeMovement(cursor.y, pany, transform.scalev);
+    ScrollBy(-u, -v);
+  }
+  WrapCursor(cursor);
+}
+
+void MapView::WrapCursor(Pixel cursor) {
+  const PixelRect frame = host_.Frame();
+  const PixelSize area = host_.DrawingArea();
+  Pixel to = cursor;
+  if (cursor.x <= frame.left + WRAP_MARGIN || cursor.x >= frame.right - RIGHT_WRAP_MARGIN) {
+    to.x = area.width / 2;
+  }
+  if (cursor.y <= frame.top + WRAP_MARGIN || cursor.y >= frame.bottom - WRAP_MARGIN) {
+    to.y = area.height / 2;
+  }
+  if (to == cursor) return;
+  panx += to.x - cursor.x;
+  pany += to.y - cursor.y;
+  host_.MoveCursor(to);
+}
+
+void MapView::OnResize() {
+  while (std::abs(ExtentU() * RESIZE_FACTOR) >= MAX_EXTENT ||
+         std::abs(ExtentV() * RESIZE_FACTOR) >= MAX_EXTENT) {
+    ScaleBy(0.5);
+  }
+  SetOrigin(transform.originu + StepsIntoWorld(transform.originu, ExtentU(), transform.scaleu),
+            transform.originv + StepsIntoWorld(transform.originv, ExtentV(), transform.scalev));
+  ShowChange();
+}
+
+}  // namespace ferrowand

@@ -1,0 +1,27 @@
+#include <algorithm>
+
+#include "views/map_view.h"
+
+namespace ferrowand {
+
+void ViewList::Add(MapView& view) {
+  views_.push_back(&view);
+}
+
+void ViewList::Remove(MapView& view) {
+  std::erase(views_, &view);
+}
+
+void ViewList::BringToFront(MapView& view) {
+  const auto found = std::find(views_.begin(), views_.end(), &view);
+  if (found != views_.end()) std::rotate(views_.begin(), found, found + 1);
+}
+
+std::vector<MapView*> ViewList::ViewsOf(const Map& map) const {
+  std::vector<MapView*> views;
+  std::copy_if(views_.begin(), views_.end(), std::back_inserter(views),
+               [&](const MapView* view) { return &view->map == &map; });
+  return views;
+}
+
+}  // namespace ferrowand
