@@ -178,7 +178,7 @@ std::vector<Image> MakeTech(const Palette& p) {
   images.push_back(LightPanel("light_amber", p, 32, 32, AMBER, GLOW | RUST));
   images.push_back(LightPanel("light_cold", p, 64, 32, COLD, GLOW));
   images.push_back(LightPanel("light_strip", p, 16, 64, WHITE_LIGHT, GLOW));
-  images.push_back(LightPanel("light_small", p, 24, 40, AMBER, GLOW | RUST));
+  images.push_back(LightPanel("light_small", p, 32, 48, AMBER, GLOW | RUST));
   for (int frame = 0; frame < 4; ++frame) {
     const std::string digit = std::to_string(frame);
     images.push_back(RunningLight("+" + digit + "lite", p, frame));
