@@ -32,7 +32,9 @@ class TextReader {
     if (position_ + 1u >= bufferSize_) RefillForRead();
     return buffer_[position_ < bufferSize_ ? position_++ : Beyond()];
   }
-  std::uint8_t PeekChar() const { return buffer_[position_ < bufferSize_ ? position_ : bufferSize_]; }
+  std::uint8_t PeekChar() const {
+    return buffer_[position_ < bufferSize_ ? position_ : bufferSize_];
+  }
   void UngetChar();
   bool AtEof() const { return Offset() >= fileSize_; }
   std::uint32_t Offset() const { return windowStart_ + position_; }
@@ -43,6 +45,7 @@ class TextReader {
   // NUL is white space here, as are blank, tab, CR and LF.
   std::uint32_t SkipWhitespace();
   std::uint32_t SkipLine();
+  // The texts below end at a NUL byte that the file holds among them; the counts do not.
   // Up to `max` bytes, to the next of the 28 separators; a separator alone is a token.
   std::size_t ReadToken(std::string& text, std::size_t max);
   // Up to `max` bytes, to the next blank, CR or LF only: a tab is part of a word.
@@ -58,17 +61,32 @@ class TextReader {
   void SeekTo(std::uint32_t offset);
 
  private:
+  struct LineScan {
+    std::uint32_t offset = 0;
+    unsigned line = 1;
+    bool afterCr = false;
+  };
+
   std::uint32_t Fill(std::uint32_t offset);
   void RefillForRead();
+  bool NextWindow();
   std::size_t Beyond();
+  void PassEnd(std::uint32_t count);
+  std::uint32_t RunLength(std::uint8_t stopKinds, std::uint32_t limit) const;
+  std::size_t ReadRun(std::uint8_t stopKinds, std::string& text, std::size_t max);
+  std::size_t TakeIfEmpty(std::size_t count, std::string& text);
+  bool SkipBehind(char c, std::uint32_t& before);
 
   Reporter& reporter_;
-  std::unique_ptr<std::uint8_t[]> buffer_;  // bufferSize_ bytes and a guard of 0
+  // bufferSize_ bytes and a guard of 0. Inside the file position_ is always below bufferSize_.
+  std::unique_ptr<std::uint8_t[]> buffer_ = std::make_unique<std::uint8_t[]>(1);
   std::uint32_t position_ = 0;
   std::uint32_t bufferSize_ = 0;
   std::uint32_t windowStart_ = 0;
   std::uint32_t fileSize_ = 0;
   FileHandle file_ = INVALID_FILE;
+  bool readFailureReported_ = false;
+  mutable LineScan lineScan_;  // how far lines are counted, so that many messages stay cheap
 };
 
 }  // namespace ferrowand
