@@ -1,0 +1,130 @@
+// The program: everything that lives from its start to its end, and the documents between.
+#pragma once
+
+#include <windows.h>
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "document/bound_entities.h"
+#include "document/map.h"
+#include "gamedata/game_data.h"
+#include "platform/settings_store.h"
+#include "shell/services/command_table.h"
+#include "shell/services/options.h"
+#include "shell/services/report.h"
+#include "shell/ui/child_window.h"
+#include "shell/ui/dialogs.h"
+#include "shell/ui/frame.h"
+#include "shell/ui/gdi_canvas.h"
+#include "shell/ui/load_window.h"
+#include "shell/ui/tips.h"
+#include "shell/ui/window_classes.h"
+#include "views/map_view.h"
+
+namespace ferrowand {
+
+class Tool;
+
+// What the program meets outside itself. All outlive it.
+struct Seams {
+  MessageSink& sink;
+  Dialogs& dialogs;
+  SettingsStore& settings;
+  std::string directory;  // the current one
+};
+
+class App {
+ public:
+  App(HINSTANCE instance, const Seams& seams);
+  ~App();
+  App(const App&) = delete;
+  App& operator=(const App&) = delete;
+
+  // --- life
+  // False when the system refuses the program its window classes.
+  bool Start(const std::string& commandLine);
+  // Until the program is to end; its exit code. Saves the options.
+  int Run();
+  // Handles the messages that wait and comes back. False once the program is to end.
+  bool Pump();
+  void Shutdown();
+
+  // --- documents
+  Map& NewMap();
+  // Null, after saying so, when the file cannot be opened.
+  Map* OpenMap(const std::string& path);
+  // False when the user thought better of it or the file could not be written.
+  bool SaveMap(Map& map);
+  bool SaveMapAs(Map& map);
+  bool ExportQuakeMap(Map& map);
+  // With all its windows; asks nothing.
+  void CloseMap(Map& map);
+  // Asks about every modified map. False when the user wants to stay.
+  bool MayQuit();
+
+  // --- windows
+  // The three views of a map, arranged and showing all of it.
+  void CreateMapWindows(Map& map);
+  ChildWindow* AddView(Map& map, Orientation orientation);
+  void SetTitles(const Map& map);
+  void RefreshMap(const Map& map);
+  void RefreshAll();
+  void Arrange(const Map& map, Arrangement arrangement);
+  // Asks when it is the last one of a modified map, which it closes with it.
+  void CloseWindow(ChildWindow& window);
+  // The window is gone.
+  void Forget(const ChildWindow& window);
+  ChildWindow* ActiveWindow() const;
+  Map* ActiveMap() const;
+  MapView* ActiveView() const;
+
+  // --- commands
+  CommandFacts Facts() const;
+  bool IsAvailable(unsigned id) const;
+  bool IsChecked(unsigned id) const;
+  // Nothing happens when the command is not available.
+  void Execute(unsigned id);
+  void TrackCommandPopup(HMENU menu);
+
+  HINSTANCE instance;
+  Dialogs& dialogs;
+  SettingsStore& settings;
+  std::string directory;
+  Reporter reporter;
+  Options options;
+  LoadWindow progress;
+  GameData data;
+  BoundEntities boundEntities;
+  WindowClasses classes;
+  GdiObjects objects;
+  BackBuffer backBuffer;
+  std::map<unsigned, OwnedMenu> popups;  // by resource
+  Tool* tool = nullptr;                  // the current one
+  ViewList views;
+  std::vector<std::unique_ptr<Map>> maps;
+  std::vector<std::unique_ptr<ChildWindow>> windows;
+  Frame frame;
+  Tips tips;
+
+ private:
+  void LoadOptions();
+  void BuildSearchPath();
+  void LoadPopups();
+  void LoadGameData();
+  std::unique_ptr<Map> ReadMapFile(const std::string& path);
+  Map& Adopt(std::unique_ptr<Map> map);
+  bool Save(Map& map, const std::string& name);
+  std::optional<std::string> AskSaveName(const Map& map);
+  std::vector<ChildWindow*> WindowsOf(const Map& map) const;
+  void Dispatch(MSG& message);
+  bool IsForAccelerators(const MSG& message) const;
+
+  HACCEL accelerators_ = nullptr;
+  bool started_ = false;
+};
+
+}  // namespace ferrowand

@@ -1,0 +1,38 @@
+// What waits for the user inside a modal window of the system: file choosers, popup menus, small
+// boxes. A seam, so that tests can answer.
+#pragma once
+
+#include <windows.h>
+
+#include <optional>
+#include <string>
+
+namespace ferrowand {
+
+struct FileChoice {
+  bool saving = false;  // asks before an existing file is chosen
+  std::string title;
+  std::string filter;     // "Name|*.a;*.b|Other name|*.c|"
+  std::string name;       // shown at first
+  std::string extension;  // added to a name without one; without the full stop
+};
+
+class Dialogs {
+ public:
+  virtual ~Dialogs() = default;
+
+  // The whole path, or nothing when the user thinks better of it.
+  virtual std::optional<std::string> ChooseFile(HWND owner, const FileChoice& choice) = 0;
+  // The command chosen, 0 for none. The owner receives no command message.
+  virtual unsigned TrackPopup(HWND owner, HMENU menu, POINT screen) = 0;
+  virtual void ShowAbout(HWND owner) = 0;
+};
+
+class SystemDialogs : public Dialogs {
+ public:
+  std::optional<std::string> ChooseFile(HWND owner, const FileChoice& choice) override;
+  unsigned TrackPopup(HWND owner, HMENU menu, POINT screen) override;
+  void ShowAbout(HWND owner) override;
+};
+
+}  // namespace ferrowand

@@ -1,0 +1,17 @@
+// The entry of the editor.
+#include <windows.h>
+
+#include "platform/system.h"
+#include "platform/win32/registry_settings_store.h"
+#include "shell/ui/app.h"
+#include "shell/ui/message_box_sink.h"
+
+int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int) {
+  using namespace ferrowand;
+  MessageBoxSink sink;
+  SystemDialogs dialogs;
+  const auto settings = MakeRegistrySettingsStore();
+  App app(instance, {sink, dialogs, *settings, CurrentDirectory()});
+  if (!app.Start(commandLine)) return 0;
+  return app.Run();
+}

@@ -1,0 +1,87 @@
+// The window of one 2D view: the drawing area with its scroll bars, and the status bar under it.
+// It turns the system's messages into the view's calls and shows what the view asks for.
+#pragma once
+
+#include <windows.h>
+
+#include <array>
+#include <memory>
+#include <string>
+
+#include "shell/ui/child_window.h"
+#include "shell/ui/handles.h"
+#include "views/map_view.h"
+
+namespace ferrowand {
+
+class App;
+
+LRESULT CALLBACK ClientWindowFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+LRESULT CALLBACK MapFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+class MapWindow : public ChildWindow, public ViewHost {
+ public:
+  // Lives until its window goes; Handle() is null when the system gave none.
+  MapWindow(App& app, Map& map, Orientation orientation);
+  ~MapWindow() override;
+  MapWindow(const MapWindow&) = delete;
+  MapWindow& operator=(const MapWindow&) = delete;
+
+  // --- as a child of the frame
+  HWND Handle() const override { return window_; }
+  Map* GetMap() const override { return &map_; }
+  MapView* View() override { return view_.get(); }
+  bool KeepsMapOpen() const override { return true; }
+  void SetTitle() override;
+  void Refresh() override;
+
+  HWND Drawing() const { return drawing_; }
+
+  // --- as the view's host
+  PixelSize DrawingArea() const override;
+  void Invalidate() override;
+  void Invalidate(const PixelRect& part) override;
+  void ScrollPicture(int dx, int dy) override;
+  void SetScrollBars(const ScrollBar& horizontal, const ScrollBar& vertical) override;
+  void SetText(ViewText which, const std::string& text) override;
+  bool StatusBarShown() const override { return controlsShown_; }
+  void SetCaption(const std::string& caption) override;
+  PixelRect Frame() const override;
+  void MoveCursor(Pixel to) override;
+  void MoveWindow(const PixelRect& to) override;
+
+ private:
+  LRESULT OnClientMessage(UINT message, WPARAM wParam, LPARAM lParam);
+  LRESULT OnMapMessage(UINT message, WPARAM wParam, LPARAM lParam);
+
+  void OnCreate();
+  HWND AddControl(const char* windowClass, const char* text, DWORD style, int id);
+  void AddToolTips();
+  void Layout();
+  void ToggleControls();
+  void OnStatusButton(int id);
+  void OnDrawButton(const DRAWITEMSTRUCT& item);
+  void OnPaint();
+  void OnScroll(bool vertical, int request);
+  void OnWheel(WPARAM wParam, LPARAM lParam, bool sideways);
+  void OnButtonDown(int button, LPARAM lParam, bool twice);
+  void OnButtonUp(int button, WPARAM wParam, LPARAM lParam);
+  void OnMouseMove(WPARAM wParam, LPARAM lParam);
+  bool OnKeyDown(WPARAM key);
+  void TakeFocusFromSister();
+  void SetMouseCursor();
+
+  App& app_;
+  Map& map_;
+  HWND window_ = nullptr;
+  HWND drawing_ = nullptr;
+  std::array<std::string, 3> texts_;  // of the status bar, by ViewText
+  bool controlsShown_ = true;
+  int wheelRest_ = 0;  // of turns smaller than a notch
+  std::unique_ptr<MapView> view_;
+
+  friend LRESULT CALLBACK ClientWindowFunc(HWND, UINT, WPARAM, LPARAM);
+  friend LRESULT CALLBACK MapFunc(HWND, UINT, WPARAM, LPARAM);
+};
+
+}  // namespace ferrowand

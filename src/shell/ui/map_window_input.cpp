@@ -1,0 +1,213 @@
+// The drawing area of a 2D view: painting, scrolling, mouse and keys.
+#include <windowsx.h>
+
+#include "shell/ui/app.h"
+#include "shell/ui/map_window.h"
+#include "views/tool.h"
+
+namespace ferrowand {
+namespace {
+
+constexpr int WHEEL_LINES = 3;  // of ScrollLines, a notch
+
+bool IsDown(int key) {
+  return GetKeyState(key) < 0;
+}
+
+Pixel ToPixel(LPARAM lParam) {
+  return {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+}
+
+int HeldButtons(WPARAM keys) {
+  if (keys & MK_LBUTTON) return BUTTON_LEFT;
+  return keys & (MK_RBUTTON | MK_MBUTTON) ? BUTTON_RIGHT : 0;
+}
+
+}  // namespace
+
+LRESULT CALLBACK MapFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_NCCREATE) {
+    const auto* create = reinterpret_cast<const CREATESTRUCTA*>(lParam);
+    auto* object = static_cast<MapWindow*>(create->lpCreateParams);
+    object->drawing_ = window;
+    SetObject(window, object);
+  }
+  auto* object = ObjectOf<MapWindow>(window);
+  // The first messages come before there is a view.
+  if (object && object->view_) return object->OnMapMessage(message, wParam, lParam);
+  return DefWindowProcA(window, message, wParam, lParam);
+}
+
+LRESULT MapWindow::OnMapMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_PAINT:
+      OnPaint();
+      return 0;
+    case WM_ERASEBKGND:
+      return 1;
+    case WM_SIZE:
+      view_->OnResize();
+      return 0;
+    case WM_HSCROLL:
+    case WM_VSCROLL:
+      OnScroll(message == WM_VSCROLL, LOWORD(wParam));
+      return 0;
+    case WM_MOUSEWHEEL:
+    case WM_MOUSEHWHEEL:
+      OnWheel(wParam, lParam, message == WM_MOUSEHWHEEL);
+      return 0;
+    case WM_LBUTTONDOWN:
+    case WM_LBUTTONDBLCLK:
+      OnButtonDown(BUTTON_LEFT, lParam, message == WM_LBUTTONDBLCLK);
+      return 0;
+    case WM_RBUTTONDOWN:
+    case WM_MBUTTONDOWN:
+    case WM_RBUTTONDBLCLK:
+    case WM_MBUTTONDBLCLK:
+      OnButtonDown(BUTTON_RIGHT, lParam,
+                   message == WM_RBUTTONDBLCLK || message == WM_MBUTTONDBLCLK);
+      return 0;
+    case WM_LBUTTONUP:
+      OnButtonUp(BUTTON_LEFT, wParam, lParam);
+      return 0;
+    case WM_RBUTTONUP:
+    case WM_MBUTTONUP:
+      OnButtonUp(BUTTON_RIGHT, wParam, lParam);
+      return 0;
+    case WM_MOUSEMOVE:
+      OnMouseMove(wParam, lParam);
+      return 0;
+    case WM_SETCURSOR:
+      if (LOWORD(lParam) != HTCLIENT) break;
+      SetMouseCursor();
+      return TRUE;
+    case WM_KEYDOWN:
+      if (OnKeyDown(wParam)) return 0;
+      break;
+    case WM_KEYUP:
+      if (wParam == VK_SPACE) view_->EndPan();
+      if (wParam == VK_SPACE || wParam == 'D') SetMouseCursor();
+      break;
+    case WM_KILLFOCUS:
+      view_->EndPan();
+      break;
+    case WM_CHAR:
+      if (view_->OnCharacter(static_cast<char>(wParam), IsDown(VK_SHIFT))) return 0;
+      break;
+  }
+  return DefWindowProcA(drawing_, message, wParam, lParam);
+}
+
+void MapWindow::OnPaint() {
+  PAINTSTRUCT paint;
+  const HDC screen = BeginPaint(drawing_, &paint);
+  const RECT& r = paint.rcPaint;
+  const PixelRect update{r.left, r.top, r.right, r.bottom};
+  if (!update.Empty() && app_.backBuffer.Prepare(screen, DrawingArea())) {
+    GdiCanvas canvas(app_.backBuffer.Dc(), app_.objects);
+    canvas.SetClip(update);
+    view_->Paint(canvas, update);
+    BitBlt(screen, r.left, r.top, update.Width(), update.Height(), app_.backBuffer.Dc(), r.left,
+           r.top, SRCCOPY);
+  }
+  EndPaint(drawing_, &paint);
+}
+
+void MapWindow::OnScroll(bool vertical, int request) {
+  switch (request) {
+    case SB_LINEUP:
+    case SB_LINEDOWN:
+      return view_->ScrollLines(vertical, request == SB_LINEUP ? -1 : 1);
+    case SB_PAGEUP:
+    case SB_PAGEDOWN:
+      return view_->ScrollPages(vertical, request == SB_PAGEUP ? -1 : 1);
+    case SB_THUMBTRACK:
+    case SB_THUMBPOSITION: {
+      SCROLLINFO info{};
+      info.cbSize = sizeof info;
+      info.fMask = SIF_TRACKPOS;
+      GetScrollInfo(drawing_, vertical ? SB_VERT : SB_HORZ, &info);
+      return view_->ScrollToThumb(vertical, info.nTrackPos);
+    }
+  }
+}
+
+void MapWindow::OnWheel(WPARAM wParam, LPARAM lParam, bool sideways) {
+  wheelRest_ += GET_WHEEL_DELTA_WPARAM(wParam);
+  const int notches = wheelRest_ / WHEEL_DELTA;
+  wheelRest_ -= notches * WHEEL_DELTA;
+  const WORD keys = GET_KEYSTATE_WPARAM(wParam);
+  if (keys & MK_CONTROL) {
+    POINT at{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+    ScreenToClient(drawing_, &at);
+    for (int i = 0; i < std::abs(notches); ++i) {
+      view_->ZoomAt({static_cast<int>(at.x), static_cast<int>(at.y)}, notches < 0);
+    }
+  } else if (sideways) {
+    view_->ScrollLines(false, notches * WHEEL_LINES);
+  } else {
+    view_->ScrollLines(!(keys & MK_SHIFT), -notches * WHEEL_LINES);
+  }
+}
+
+void MapWindow::OnButtonDown(int button, LPARAM lParam, bool twice) {
+  SetFocus(drawing_);
+  SetCapture(drawing_);
+  if (twice && !IsDown('D')) {
+    view_->OnDoubleClick(ToPixel(lParam), button);
+  } else {
+    view_->OnMouseDown(ToPixel(lParam), button, IsDown('D'), IsDown(VK_SHIFT));
+  }
+}
+
+void MapWindow::OnButtonUp(int button, WPARAM wParam, LPARAM lParam) {
+  if (HeldButtons(wParam) == 0 && GetCapture() == drawing_) ReleaseCapture();
+  view_->OnMouseUp(ToPixel(lParam), button);
+}
+
+void MapWindow::OnMouseMove(WPARAM wParam, LPARAM lParam) {
+  TakeFocusFromSister();
+  view_->OnMouseMove(ToPixel(lParam), HeldButtons(wParam), IsDown(VK_SPACE));
+}
+
+// Only from another map's or view's window: dialogs and lists keep the focus.
+void MapWindow::TakeFocusFromSister() {
+  const HWND focus = GetFocus();
+  if (!app_.options.trackMouse || focus == drawing_ || !focus || GetCapture()) return;
+  if (GetActiveWindow() != app_.frame.Handle()) return;
+  for (const auto& window : app_.windows) {
+    if (!window->View() || !IsChild(window->Handle(), focus)) continue;
+    SendMessageA(app_.frame.Client(), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(window_), 0);
+    SetFocus(drawing_);
+    return;
+  }
+}
+
+void MapWindow::SetMouseCursor() {
+  const LPCSTR name = IsDown(VK_SPACE) ? IDC_SIZEALL : IsDown('D') ? IDC_CROSS : IDC_ARROW;
+  SetCursor(LoadCursorA(nullptr, name));
+}
+
+bool MapWindow::OnKeyDown(WPARAM key) {
+  switch (key) {
+    case VK_LEFT:
+    case VK_RIGHT:
+      view_->ScrollLines(false, key == VK_LEFT ? -1 : 1);
+      return true;
+    case VK_UP:
+    case VK_DOWN:
+      view_->ScrollLines(true, key == VK_UP ? -1 : 1);
+      return true;
+    case VK_PRIOR:
+    case VK_NEXT:
+      view_->ScrollPages(true, key == VK_PRIOR ? -1 : 1);
+      return true;
+    case VK_SPACE:
+    case 'D':
+      SetMouseCursor();
+      return false;
+  }
+  return false;
+}
+
+}  // namespace ferrowand

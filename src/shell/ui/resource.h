@@ -1,0 +1,41 @@
+// Numbers that the resource script and the window code share. The commands' own numbers stand in
+// the command table; a test holds the script against it.
+#pragma once
+
+#define ID_FRAME 1000  // icon, menu and accelerator table
+#define ID_DOCUMENT_ICON 1001
+
+#define ID_POPUP_RECENT_TEXTURES 1001
+#define ID_POPUP_FAVOURITE_TEXTURES 1002
+#define ID_POPUP_RENDER_MODE 1003
+#define ID_POPUP_TREE_ITEM 1004
+#define ID_POPUP_MAP_MODE 1005
+#define ID_POPUP_TOUCH_UP 1006
+#define ID_POPUP_NEW_VIEW 1007
+#define ID_POPUP_FACE_EDIT 1008
+#define ID_POPUP_LAYER 1009
+#define ID_POPUP_TREE_FILTER 1010
+#define ID_POPUP_SELECTION 1011
+#define ID_POPUP_EMBED 1012
+
+#define ID_TIPS 1023
+#define ID_TIPS_TEXT 100
+#define ID_TIPS_NEXT 101
+#define ID_TIPS_AT_START 102
+#define ID_TIPS_HEADING 103
+
+#define ID_ABOUT 1024
+
+#define ID_TOOLBAR_BITMAP 2200
+
+// Of a 2D view's window.
+#define ID_CONTROLS 400
+#define ID_MAP_MODE_BUTTON 401
+#define ID_GRID_SNAP_BUTTON 402
+#define ID_MESSAGE_TEXT 403
+#define ID_COORDINATES_TEXT 404
+#define ID_ZOOM_TEXT 405
+#define ID_DRAWING 406
+
+// Above every command, so that the Window menu's list of windows has numbers of its own.
+#define ID_FIRST_CHILD 60000
