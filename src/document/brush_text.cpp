@@ -1,12 +1,11 @@
 // Brushes as text: the lines between the braces of a brush in a map file.
-#include <algorithm>
-#include <limits>
 #include <string>
 
 #include "document/brush.h"
 #include "document/text_reader.h"
 #include "document/text_writer.h"
 #include "gamedata/wad_library.h"
+#include "shell/services/number_text.h"
 #include "shell/services/report.h"
 
 namespace ferrowand {
@@ -60,10 +59,7 @@ class FaceReader {
     return word_;
   }
 
-  float ReadFloat() {
-    constexpr double LARGEST = std::numeric_limits<float>::max();
-    return static_cast<float>(std::clamp(ParseFloat(ReadWord()), -LARGEST, LARGEST));
-  }
+  float ReadFloat() { return static_cast<float>(ParseFloat(ReadWord())); }
 
   TextReader& reader_;
   const WadList& wads_;

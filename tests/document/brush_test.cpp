@@ -1,0 +1,353 @@
+#include "document/brush.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "document/text_reader.h"
+#include "document/text_writer.h"
+#include "gamedata/wad_library.h"
+#include "support/recorder.h"
+#include "support/temp_dir.h"
+
+namespace ferrowand {
+namespace {
+
+// A cube of 64 units from the origin, the faces in the order top, bottom, x+, x-, y+, y-.
+const std::string CUBE =
+    "( 0 0 64 ) ( 0 64 64 ) ( 64 64 64 ) top 0 0 0 1.0 1.0\n"
+    "( 0 0 0 ) ( 64 0 0 ) ( 64 64 0 ) bottom 16 -8 90 1 2\n"
+    "( 64 0 0 ) ( 64 0 64 ) ( 64 64 64 ) WBRICK1_5 0 0 0 1 1\n"
+    "( 0 0 0 ) ( 0 64 0 ) ( 0 64 64 ) side 0 0 0 1 1\n"
+    "( 0 64 0 ) ( 64 64 0 ) ( 64 64 64 ) side 0 0 0 1 1\n"
+    "( 0 0 0 ) ( 0 0 64 ) ( 64 0 64 ) side 0 0 0 1 1\n";
+
+class BrushTest : public testing::Test {
+ protected:
+  unsigned Read(const std::string& text, unsigned flags = 0) {
+    TextReader reader(reporter);
+    reader.Open(folder.Write("brush.txt", text));
+    flags = brush.ReadBody(reader, wads, flags, reporter);
+    rest.clear();
+    while (!reader.AtEof()) rest += static_cast<char>(reader.GetChar());
+    return flags;
+  }
+  std::string Written() {
+    TextWriter out;
+    brush.WriteFaces(out, reporter);
+    return out.Text();
+  }
+
+  TempDir folder;
+  MessageRecorder sink;
+  Reporter reporter{sink};
+  WadList wads;
+  Brush brush{Colour{200, 0, 0}};
+  std::string rest;
+};
+
+TEST_F(BrushTest, AReadCubeIsWrittenByItsWindings) {
+  EXPECT_EQ(Read(CUBE + "}"), 0u);
+  EXPECT_EQ(rest, "}");
+  EXPECT_EQ(brush.getNumFaces(), 6);
+  EXPECT_EQ(brush.Box(), (Bounds{{0, 0, 0}, {64, 64, 64}}));
+  const std::string text = Written();
+  EXPECT_EQ(text.substr(0, text.find('\n') + 1),
+            "\t\t( 0 0 64 ) ( 0 64 64 ) ( 64 64 64 ) top 0 0 0 1.000000 1.000000\n");
+  EXPECT_NE(text.find(" ) bottom 16 -8 90 1.000000 2.000000\n"), std::string::npos);
+  EXPECT_NE(text.find(" ) wbrick1_5 0 0 0 1.000000 1.000000\n"), std::string::npos);
+  EXPECT_TRUE(sink.messages.empty());
+
+  // What was written reads back as the same planes.
+  Brush first = brush.Copy();
+  brush.Clear();
+  Read(text + "}");
+  ASSERT_EQ(brush.getNumFaces(), 6);
+  for (int i = 0; i < 6; ++i) {
+    EXPECT_EQ(brush.face(i).plane.normal, first.face(i).plane.normal);
+    EXPECT_EQ(brush.face(i).plane.dist, first.face(i).plane.dist);
+  }
+}
+
+TEST_F(BrushTest, ReadingEndsBeforeABraceOrAQuoteAndSkipsComments) {
+  Read("// a comment ( with ) a } brace\n" + CUBE + "// another\n\"key\"");
+  EXPECT_EQ(rest, "\"key\"");
+  EXPECT_EQ(brush.getNumFaces(), 6);
+  EXPECT_TRUE(sink.messages.empty());
+}
+
+TEST_F(BrushTest, PointsAreWholeNumbersCutOffTowardsZero) {
+  Read("( 1.5 2 3 ) ( -1.9 7x y ) ( 9 0 0 ) t 0 0 0 1 1\n}");
+  ASSERT_EQ(brush.getNumFaces(), 1);
+  const std::array<Vec3, 3> expected = {Vec3(1, 2, 3), Vec3(-1, 7, 0), Vec3(9, 0, 0)};
+  EXPECT_EQ(brush.face(0).planepts, expected);
+}
+
+TEST_F(BrushTest, AMissingParenthesisIsAFailedAssertionAndReadingGoesOn) {
+  Read("( 0 0 0 ( 64 0 0 ) ( 64 64 0 ) t 0 0 0 1 1\n" + CUBE + "}");
+  ASSERT_FALSE(sink.messages.empty());
+  EXPECT_EQ(sink.messages.front().title, "ASSERTION FAILURE");
+  EXPECT_NE(sink.messages.front().text.find("\"c==chr\""), std::string::npos);
+  EXPECT_EQ(rest, "}");
+}
+
+TEST_F(BrushTest, TheEndOfTheFileIsToldOnceALoad) {
+  EXPECT_EQ(Read(CUBE), READ_END_OF_FILE);
+  EXPECT_EQ(sink.OnlyText(),
+            "Unexpected end of file in brush definition! Chances are, the end of this file has "
+            "been but off, or there are mismatched braces.");
+  EXPECT_EQ(sink.messages.at(0).title, "Parsing Error");
+  EXPECT_EQ(brush.getNumFaces(), 6);
+  EXPECT_EQ(Read("", READ_END_OF_FILE), READ_END_OF_FILE);
+  EXPECT_EQ(sink.messages.size(), 1u);
+}
+
+TEST_F(BrushTest, AnInvalidCharacterIsToldOnceALoadWithItsLine) {
+  EXPECT_EQ(Read("\n\n /? * \n" + CUBE + "}"), READ_CHAR_REPORTED);
+  EXPECT_EQ(sink.OnlyText(),
+            "An invalid char(/) was found in brush definition at line:3.\nThis file may not be a "
+            "map file.\n\nFerrowand will attempt to read the rest, but some data may be lost!");
+  EXPECT_EQ(brush.getNumFaces(), 6);
+  Read("?}", READ_CHAR_REPORTED);
+  EXPECT_EQ(sink.messages.size(), 1u);
+}
+
+// A column with that many sides and two caps.
+std::string Column(int sides) {
+  std::string text =
+      "( 0 0 64 ) ( 0 64 64 ) ( 64 64 64 ) cap 0 0 0 1 1\n"
+      "( 0 0 0 ) ( 64 0 0 ) ( 64 64 0 ) cap 0 0 0 1 1\n";
+  for (int i = 0; i < sides; ++i) {
+    const double angle = 2 * std::acos(-1.0) * i / sides;
+    const double c = std::cos(angle), s = std::sin(angle);
+    const auto point = [&](double along, int z) {
+      return "( " + std::to_string(RoundToInt(1000 * c - along * s)) + " " +
+             std::to_string(RoundToInt(1000 * s + along * c)) + " " + std::to_string(z) + " ) ";
+    };
+    text +=
+        point(0, 0) + point(0, 512) + point(512, 512) + "side" + std::to_string(i) + " 0 0 0 1 1\n";
+  }
+  return text;
+}
+
+TEST_F(BrushTest, The33rdFaceIsRefusedAndToldOnceALoad) {
+  const unsigned flags = Read(Column(32) + "}");
+  EXPECT_EQ(flags, READ_FACES_REPORTED);
+  EXPECT_EQ(sink.OnlyText(),
+            "At least one brush in this map has too many faces.\n\nThis first occured at line 33.\n"
+            " Ferrowand will attempt to continue, but be warned: data will be lost!");
+  EXPECT_EQ(rest, "}");
+  ASSERT_EQ(brush.getNumFaces(), 32);
+  EXPECT_EQ(brush.face(31).Name(), "side29");
+  EXPECT_EQ(brush.AddFace({}, {}, {}), nullptr);
+  EXPECT_FALSE(brush.AddFace(Face()));
+  brush.Clear();
+  Read(Column(40) + "}", flags);
+  EXPECT_EQ(sink.messages.size(), 1u);
+}
+
+TEST_F(BrushTest, ATextureNameHasAtMost15Characters) {
+  const std::string points = "( 0 0 64 ) ( 0 64 64 ) ( 64 64 64 ) ";
+  Read(points + "fifteen_letters 1 2 3 1 1\n}");
+  EXPECT_EQ(brush.face(0).Name(), "fifteen_letters");
+  brush.Clear();
+  Read(points + "sixteen_letters_ 1 2 3 1 1\n}");
+  EXPECT_EQ(brush.face(0).Name(), "");
+  EXPECT_EQ(brush.face(0).rotation, 3);
+}
+
+TEST_F(BrushTest, AFaceWithoutTextureNameKeepsItsNumbersOverASave) {
+  Read("( 0 0 64 ) ( 0 64 64 ) ( 64 64 64 ) sixteen_letters_ 1 2 3 4 5\n}");
+  const std::string text = Written();
+  EXPECT_NE(text.find(" ) \"\" 1 2 3 4.000000 5.000000\n"), std::string::npos);
+  brush.Clear();
+  Read(text + "}");
+  ASSERT_EQ(brush.getNumFaces(), 1);
+  EXPECT_EQ(brush.face(0).Name(), "");
+  EXPECT_EQ(brush.face(0).xoff, 1);
+  EXPECT_EQ(brush.face(0).yscale, 5);
+  EXPECT_EQ(Written(), text);
+}
+
+TEST_F(BrushTest, HugeNumbersBecomeTheLargestThereAre) {
+  Read(
+      "( 99999999999 0 0 ) ( 99999999999 0 64 ) ( 99999999999 64 64 ) t 1e300 -1e300 0 1e-99 1\n}");
+  ASSERT_EQ(brush.getNumFaces(), 1);
+  EXPECT_EQ(brush.face(0).xoff, std::numeric_limits<float>::max());
+  EXPECT_EQ(brush.face(0).yoff, -std::numeric_limits<float>::max());
+  EXPECT_EQ(Written(),
+            "\t\t( 2147483647 -8192 8192 ) ( 2147483647 8192 8192 ) ( 2147483647 8192 -8192 ) t "
+            "2147483647 -2147483648 0 0.000000 1.000000\n");
+}
+
+TEST_F(BrushTest, AFaceThatDoesNotTouchTheSolidIsDropped) {
+  Read("( 0 0 80 ) ( 0 64 80 ) ( 64 64 80 ) away 0 0 0 1 1\n" + CUBE + "}");
+  ASSERT_EQ(brush.getNumFaces(), 6);
+  EXPECT_EQ(brush.face(0).Name(), "top");
+  EXPECT_EQ(brush.Faces().capacity(), brush.Faces().size());
+}
+
+TEST_F(BrushTest, TwoFacesOnOnePlaneAreBothKept) {
+  Read("( 0 0 64 ) ( 0 64 64 ) ( 64 64 64 ) twin 0 0 0 1 1\n" + CUBE + "}");
+  ASSERT_EQ(brush.getNumFaces(), 7);
+  EXPECT_EQ(brush.Box(), (Bounds{{0, 0, 0}, {64, 64, 64}}));
+  EXPECT_TRUE(sink.messages.empty());
+}
+
+TEST_F(BrushTest, AFaceWithoutNormalIsToldAndWrittenByItsOwnPoints) {
+  Read("( 1 1 1 ) ( 2 2 2 ) ( 9 9 9 ) line 0 0 0 1 1\n" + CUBE + "}");
+  EXPECT_EQ(sink.OnlyText(), "BasePolyForPlane: no axis found");
+  ASSERT_EQ(brush.getNumFaces(), 7);
+  EXPECT_EQ(brush.Box(), (Bounds{{0, 0, 0}, {64, 64, 64}}));
+  EXPECT_TRUE(Written().starts_with("\t\t( 1 1 1 ) ( 2 2 2 ) ( 9 9 9 ) line 0 0 0 "));
+  brush.Translate({10, 0, 0});
+  EXPECT_TRUE(Written().starts_with("\t\t( 11 1 1 ) ( 12 2 2 ) ( 19 9 9 ) line 0 0 0 "));
+}
+
+TEST_F(BrushTest, NumbersAreRoundedHalfAwayFromZero) {
+  Read(CUBE + "}");
+  brush.Translate({15.5f, -15.5f, 0.25f});
+  brush.face(0).xoff = -2.5f;
+  brush.face(0).rotation = 44.5f;
+  EXPECT_TRUE(Written().starts_with(
+      "\t\t( 16 -16 64 ) ( 16 49 64 ) ( 80 49 64 ) top -3 0 45 1.000000 1.000000\n"));
+}
+
+TEST_F(BrushTest, AFaceWithoutWindingPointsIsAFailedAssertionAndKeepsItsLine) {
+  brush.AddFace({0, 0, 64}, {0, 64, 64}, {64, 64, 64})->SetName("t");
+  EXPECT_EQ(Written(), "\t\t( 0 0 64 ) ( 0 64 64 ) ( 64 64 64 ) t 0 0 0 0.000000 0.000000\n");
+  EXPECT_NE(sink.OnlyText().find("in file brush.cpp: \"w->numpoints>0\""), std::string::npos);
+}
+
+TEST_F(BrushTest, RebuildingGrowsTheBoundsAndNeverShrinksThem) {
+  Read(CUBE + "}");
+  brush.face(0).plane.dist = 32;
+  brush.face(2).plane.dist = 100;
+  brush.Rebuild(reporter);
+  EXPECT_EQ(brush.Box(), (Bounds{{0, 0, 0}, {100, 64, 64}}));
+  brush.Clear();
+  EXPECT_TRUE(brush.Box().IsEmpty());
+  EXPECT_EQ(brush.getNumFaces(), 0);
+}
+
+TEST_F(BrushTest, AMovedBrushTakesPlanesAndPlanePointsFromItsWindings) {
+  Read(CUBE + "}");
+  brush.Translate({100, -50, 7});
+  EXPECT_EQ(brush.Box(), (Bounds{{100, -50, 7}, {164, 14, 71}}));
+  const Face& top = brush.face(0);
+  EXPECT_EQ(top.plane.normal, DVec3(0, 0, 1));
+  EXPECT_EQ(top.plane.dist, 71);
+  for (std::size_t i = 0; i < 3; ++i) EXPECT_EQ(top.planepts[i], top.w->Points()[i].Position());
+
+  Brush empty(Colour{});
+  empty.Translate({100, 0, 0});
+  EXPECT_EQ(empty.Box(), Bounds());
+}
+
+TEST_F(BrushTest, ACopyOwnsItsWindings) {
+  Read(CUBE + "}");
+  const std::string before = Written();
+  Brush copy = brush.Copy();
+  copy.Translate({64, 0, 0});
+  EXPECT_EQ(Written(), before);
+  EXPECT_EQ(copy.Outline(), brush.Outline());
+  copy.Translate({-64, 0, 0});
+  std::swap(copy, brush);
+  EXPECT_EQ(Written(), before);
+}
+
+TEST_F(BrushTest, RepeatedPointsAreDroppedFromAWinding) {
+  const struct {
+    std::vector<Vec3> points;
+    std::vector<Vec3> left;
+  } cases[] = {
+      {{{0, 0, 0}, {0, 0, 0}, {0, 8, 0}, {8, 8, 0}}, {{0, 0, 0}, {0, 8, 0}, {8, 8, 0}}},
+      {{{0, 0, 0}, {0, 8, 0}, {8, 8, 0}, {0, 0, 0}}, {{0, 0, 0}, {0, 8, 0}, {8, 8, 0}}},
+      {{{0, 0, 0}, {0, 8, 0}, {0, 8.001f, 0}, {8, 8, 0}},
+       {{0, 0, 0}, {0, 8, 0}, {0, 8.001f, 0}, {8, 8, 0}}},
+      {{{5, 5, 5}, {5, 5, 5}, {5, 5, 5}}, {}},
+  };
+  for (const auto& c : cases) {
+    Face face;
+    face.w = newWinding(static_cast<unsigned>(c.points.size()), reporter);
+    for (std::size_t i = 0; i < c.points.size(); ++i) {
+      face.w->Points()[i] = {c.points[i].x, c.points[i].y, c.points[i].z};
+    }
+    UpdateFromWinding(face);
+    std::vector<Vec3> left;
+    for (const WindingPoint& p : face.w->Points()) left.push_back(p.Position());
+    std::ranges::rotate(left, std::ranges::find(left, Vec3(0, 0, 0)));
+    EXPECT_EQ(left, c.left);
+  }
+}
+
+TEST_F(BrushTest, TextureCoordinatesFollowTheAxesOfTheNearestWall) {
+  Texture texture;
+  texture.width = 64;
+  texture.height = 32;
+  const struct {
+    Vec3 p0, p1, p2;
+    float rotation;
+    Texture* bound;
+    float s, t;  // at the point (8, 16, 24)
+  } cases[] = {
+      {{0, 0, 24}, {0, 64, 24}, {64, 64, 24}, 0, nullptr, 8 / 2.0f + 3, -16 + 5},    // up
+      {{0, 0, 24}, {64, 64, 24}, {0, 64, 24}, 0, nullptr, 8 / 2.0f + 3, -16 + 5},    // down
+      {{8, 0, 0}, {8, 0, 64}, {8, 64, 64}, 0, nullptr, 16 / 2.0f + 3, -24 + 5},      // x
+      {{0, 16, 0}, {64, 16, 0}, {64, 16, 64}, 0, nullptr, 8 / 2.0f + 3, -24 + 5},    // y
+      {{0, 0, 24}, {0, 64, 24}, {64, 64, 24}, 90, nullptr, 16 / 2.0f + 3, 8 + 5},    // turned
+      {{0, 0, 24}, {0, 64, 24}, {64, 64, 24}, 0, &texture, 7 / 64.0f, -11 / 32.0f},  // bound
+      // Of two walls equally near the first of the table is taken, the floor before the wall.
+      {{8, 0, 24}, {8, 64, 24}, {72, 64, -40}, 0, nullptr, 8 / 2.0f + 3, -16 + 5},
+  };
+  for (const auto& c : cases) {
+    Face face;
+    face.xoff = 3;
+    face.yoff = 5;
+    face.xscale = 2;  // and a yscale of 0, which counts as 1
+    face.rotation = c.rotation;
+    face.texture = c.bound;
+    face.w = newWinding(4, reporter);
+    const Vec3 points[] = {c.p0, c.p1, c.p2, {8, 16, 24}};
+    for (std::size_t i = 0; i < 4; ++i) {
+      face.w->Points()[i] = {points[i].x, points[i].y, points[i].z};
+    }
+    UpdateFromWinding(face);
+    EXPECT_EQ(face.yscale, 1);
+    EXPECT_NEAR(face.w->Points()[3].s, c.s, 1e-5);
+    EXPECT_NEAR(face.w->Points()[3].t, c.t, 1e-5);
+  }
+}
+
+TEST_F(BrushTest, NoTextStopsTheReader) {
+  const std::string pieces[] = {"(",
+                                ")",
+                                " ",
+                                "\t",
+                                "\n",
+                                "}",
+                                "\"",
+                                "/",
+                                "//",
+                                "-1",
+                                "99999999999",
+                                "t",
+                                std::string(300, 'x'),
+                                std::string(1, '\0'),
+                                CUBE};
+  std::mt19937 random(5);
+  for (int round = 0; round < 200; ++round) {
+    std::string text;
+    for (int i = 0; i < 40; ++i) text += pieces[random() % std::size(pieces)];
+    brush.Clear();
+    Read(text);
+    Written();
+    EXPECT_LE(brush.getNumFaces(), MAXFACES);
+  }
+}
+
+}  // namespace
+}  // namespace ferrowand
