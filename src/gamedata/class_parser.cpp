@@ -15,11 +15,6 @@ constexpr std::size_t MAXTOKEN = 50;
 constexpr std::size_t MAXWORD = 100;
 constexpr std::size_t MAXFLAGTEXT = 100;
 
-// A text ends at its first zero byte.
-void CutAtZero(std::string& text) {
-  text.resize(std::min(text.find('\0'), text.size()));
-}
-
 float ToFloat(double value) {
   return static_cast<float>(std::clamp<double>(value, -FLT_MAX, FLT_MAX));
 }
@@ -98,7 +93,6 @@ void ClassParser::ParseBox(EntityClass& entityClass) {
 void ClassParser::ParseFlags(EntityClass& entityClass) {
   std::string text;
   reader_.ReadUntil('\r', text, MAXFLAGTEXT, true);
-  CutAtZero(text);
   for (std::size_t begin = 0; (begin = text.find_first_not_of(' ', begin)) != text.npos;) {
     const std::size_t end = std::min(text.find(' ', begin), text.size());
     entityClass.flags.push_back(text.substr(begin, end - begin));
@@ -163,7 +157,6 @@ char ClassParser::NextChar() {
 std::string ClassParser::ReadWord() {
   std::string word;
   reader_.ReadWord(word, MAXWORD);
-  CutAtZero(word);
   return word;
 }
 

@@ -1,0 +1,155 @@
+#include "gamedata/class_parser.h"
+
+#include <gtest/gtest.h>
+
+#include "document/text_reader.h"
+#include "gamedata/class_set.h"
+#include "shell/services/path_text.h"
+#include "shell/services/progress.h"
+#include "support/recorder.h"
+#include "support/temp_dir.h"
+
+namespace ferrowand {
+namespace {
+
+class ClassParserTest : public testing::Test {
+ protected:
+  // The classes of a text, in its order.
+  const std::vector<std::unique_ptr<EntityClass>>& Parse(const std::string& text) {
+    recorder.messages.clear();
+    classes.clear();
+    TextReader reader(reporter);
+    reader.Open(dir.Write("test.qc", text));
+    ClassParser parser(reader, reporter, library.Native());
+    while (auto entityClass = parser.Next()) classes.push_back(std::move(entityClass));
+    return classes;
+  }
+  EntityClass& ParseOne(const std::string& text) {
+    EXPECT_EQ(Parse(text).size(), 1u) << text;
+    return *classes.at(0);
+  }
+  static std::vector<int> BoxOf(const EntityClass& c) {
+    return {c.minx, c.miny, c.minz, c.maxx, c.maxy, c.maxz};
+  }
+
+  TempDir dir;
+  MessageRecorder recorder;
+  Reporter reporter{recorder};
+  LoadProgress progress;
+  SearchPath path;
+  ClassLibrary library{path, reporter, progress};
+  std::vector<std::unique_ptr<EntityClass>> classes;
+};
+
+TEST_F(ClassParserTest, AWholeCommentGivesAWholeClass) {
+  const EntityClass& light = ParseOne(
+      "/*QUAKED light (0 1.5 0.25) (-8 -9.9 -10) (8 9.9 10) START_OFF  LOUD\r\n"
+      "Gives light.\r\nSlowly.*/\r\nvoid() light = { x = 1; };\r\n");
+  EXPECT_EQ(light.classname, "light");
+  EXPECT_EQ(light.red, 0);
+  EXPECT_EQ(light.green, 1.5f);
+  EXPECT_EQ(light.blue, 0.25f);
+  EXPECT_EQ(BoxOf(light), (std::vector<int>{-8, -9, -10, 8, 9, 10}));
+  EXPECT_EQ(light.flags, (std::vector<std::string>{"START_OFF", "LOUD"}));
+  EXPECT_EQ(light.description, "Gives light.\r\nSlowly.");
+  EXPECT_FALSE(light.hasTilde);
+  EXPECT_TRUE(recorder.messages.empty());
+}
+
+TEST_F(ClassParserTest, ABrushClassHasTheBoxOfTheDefaults) {
+  const EntityClass& door = ParseOne("/*QUAKED func_door (0 .5 .8) ?  OPEN\r\nA door.*/");
+  EXPECT_EQ(BoxOf(door), (std::vector<int>{-8, -8, -8, 8, 8, 8}));
+  EXPECT_EQ(door.flags, std::vector<std::string>{"OPEN"});
+}
+
+TEST_F(ClassParserTest, ATildeFixesANumber) {
+  const EntityClass& door = ParseOne("/*QUAKED a (0 0 0) ?\r\n ~ -12x\r\nText ~3.*/");
+  EXPECT_TRUE(door.hasTilde);
+  EXPECT_EQ(door.tildeValue, -12);
+  EXPECT_EQ(door.description, "Text ~3.");
+}
+
+TEST_F(ClassParserTest, CoordinatesWrapAtSixteenBits) {
+  const EntityClass& big = ParseOne("/*QUAKED a (1 1 1e99) (40000 -70000 0) (1 1 9e99)\r\n*/");
+  EXPECT_EQ(BoxOf(big), (std::vector<int>{-25536, -4464, 0, 1, 1, -1}));
+  EXPECT_GT(big.blue, 1e38f);
+}
+
+TEST_F(ClassParserTest, FlagNamesRunOnWhereLinesEndInBareLineFeeds) {
+  const std::string flags = " A\nTwo words";
+  const EntityClass& light =
+      ParseOne("/*QUAKED light (0 1 0) ?" + flags + std::string(100, 'x') + "end.*/");
+  EXPECT_EQ(light.flags,
+            (std::vector<std::string>{"A\nTwo", "words" + std::string(100 - flags.size(), 'x')}));
+  EXPECT_EQ(light.description, std::string(flags.size(), 'x') + "end.");
+}
+
+TEST_F(ClassParserTest, OnlyAStarThatNoStarPrecedesCloses) {
+  EXPECT_EQ(ParseOne("/*QUAKED a (0 0 0) ?\r\nx * y **/ z */ tail").description, "x * y **/ z ");
+  EXPECT_EQ(ParseOne("/*QUAKED a (0 0 0) ?\r\nx ***/").description, "x **");
+  EXPECT_EQ(ParseOne("/*QUAKED a (0 0 0) ?\r\n*/").description, "");
+}
+
+TEST_F(ClassParserTest, ACommentThatIsNotClosedRunsToTheEnd) {
+  for (const char* tail : {"", "*", "text", "text*", "text**/"}) {
+    EXPECT_EQ(ParseOne(std::string("/*QUAKED a (0 0 0) ?\r\n") + tail).description, tail);
+  }
+}
+
+TEST_F(ClassParserTest, EveryHeaderCutShortStillGivesItsClass) {
+  const std::string whole = "/*QUAKED name (0 1 0) (-8 -8 -8) (8 8 8) A\r\n~5\r\nText*/";
+  for (std::size_t length = 9; length < whole.size(); ++length) {
+    ParseOne(whole.substr(0, length) + "\r\n");
+  }
+  EXPECT_EQ(ParseOne("/*QUAKED").description, "");
+}
+
+TEST_F(ClassParserTest, EveryMistakeIsToldWithItsLine) {
+  struct Case {
+    const char* text;
+    std::vector<std::string> messages;
+    std::size_t classes;
+  };
+  const Case cases[] = {
+      {"x\r\n// words\r\n", {"Expecting '*' after '/' in .qc file at line 2"}, 0},
+      {"\r\n\r\n/* words */\r\n",
+       {"Expecting 'QUAKED' after '/*' in .qc file at line 3",
+        "Expecting '*' after '/' in .qc file at line 4"},
+       0},
+      {"/*quaked a*x", {"Expecting 'QUAKED' after '/*' in .qc file at line 1"}, 0},
+      {"/*QUAKED a 0 1 0) ? words",
+       {"Expecting Colour triad after classname in QC file at line 1"},
+       1},
+      {"/*QUAKED a (0 1 0 ?\r\n*/",
+       {"Expecting ')' to close colour triad in QC file at line 1"},
+       1},
+      {"/*QUAKED a (0 1 0) -8\r\n*/",
+       {"Expecting bounding box or ? after colour triad in QC file at line 1"},
+       1},
+      {"/*QUAKED a (0 1 0) (1 2 3 x4 5 6\r\n*/",
+       {"Expecting ')' to close minimum triad in QC file at line 1",
+        "Expecting bounding box or ? after colour triad in QC file at line 1",
+        "Expecting ')' to close maximum triad in QC file at line 1"},
+       1},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(Parse(c.text).size(), c.classes) << c.text;
+    std::vector<std::string> texts;
+    for (const Message& message : recorder.messages) {
+      EXPECT_EQ(message.title, "Parsing Error");
+      texts.push_back(message.text);
+    }
+    EXPECT_EQ(texts, c.messages) << c.text;
+  }
+}
+
+TEST_F(ClassParserTest, ATriadMustCloseAtItsLastNumber) {
+  const EntityClass& spaced = ParseOne("/*QUAKED a ( 1 0.5 12 ) ?\r\nText*/");
+  EXPECT_EQ(spaced.red, 1);
+  EXPECT_EQ(spaced.blue, 1) << "the last digit goes in the bracket's place";
+  EXPECT_EQ(recorder.messages.size(), 2u);
+  EXPECT_EQ(ParseOne("/*QUAKED a (1 0.5 0 ) ?\r\nText*/").blue, 0);
+}
+
+}  // namespace
+}  // namespace ferrowand

@@ -1,0 +1,191 @@
+#include "gamedata/pcx.h"
+
+#include <gtest/gtest.h>
+
+#include "gamedata/palette.h"
+#include "gamedata/wad_builder.h"
+#include "gamedata/wad_file.h"
+#include "shell/services/path_text.h"
+#include "support/recorder.h"
+#include "support/temp_dir.h"
+
+namespace ferrowand {
+namespace {
+
+std::string Le16(unsigned value) {
+  return Le32(value).substr(0, 2);
+}
+
+std::string PcxHeader(unsigned xmin, unsigned ymin, unsigned xmax, unsigned ymax) {
+  std::string header = "\x0a\x05\x01\x08" + Le16(xmin) + Le16(ymin) + Le16(xmax) + Le16(ymax);
+  header.resize(65);
+  header.push_back(1);
+  header.resize(128);
+  return header;
+}
+
+// The marker, then entry i at i, i, i; entry 7 is red.
+std::string PcxPalette() {
+  std::string text = "\x0c";
+  for (int i = 0; i < 256; ++i) {
+    text += i == 7 ? std::string("\xff\0\0", 3) : std::string(3, static_cast<char>(i));
+  }
+  return text;
+}
+
+class PcxTest : public testing::Test {
+ protected:
+  std::string Write(const std::string& bytes) { return dir.Write("in.pcx", bytes); }
+  // A WAD of one texture; and the file that its export makes.
+  Texture& OpenTexture(const LumpPlan& plan) {
+    EXPECT_TRUE(wad.Open(dir.Write("test.wad", WadBytes({plan}))));
+    return *wad.Textures()[0];
+  }
+  std::string Export(Texture& texture) {
+    EXPECT_TRUE(ExportPcx(texture, dir.Path("out.pcx"), palette, reporter));
+    return dir.Read("out.pcx");
+  }
+  // The encoded rows of a picture of one row.
+  std::string EncodedRow(const std::string& pixels) {
+    Texture texture;
+    texture.wad = &wad;
+    const std::vector<std::uint8_t> bytes(pixels.begin(), pixels.end());
+    wad.SetImage(texture, "row", bytes, static_cast<std::uint16_t>(bytes.size()), 1);
+    const std::string file = Export(texture);
+    return file.substr(128, file.size() - 128 - 769);
+  }
+
+  TempDir dir;
+  MessageRecorder recorder;
+  Reporter reporter{recorder};
+  Palette palette;
+  WadFile wad{WadLimits{}, palette, reporter};
+};
+
+TEST_F(PcxTest, RowsAreWrittenInRunsOfAtMost63) {
+  const std::string c1 = "\xc1", c0 = "\xc0";
+  EXPECT_EQ(EncodedRow(std::string(100, 7)), "\xff\x07\xe5\x07");
+  EXPECT_EQ(EncodedRow("\xc8"), "\xc1\xc8");
+  EXPECT_EQ(EncodedRow("\x96"), "\x96");
+  EXPECT_EQ(EncodedRow(c0 + "a" + c1), c0 + "a\xc1\xc1");
+  EXPECT_EQ(EncodedRow("aab"),
+            "\xc2"
+            "ab");
+}
+
+TEST_F(PcxTest, AnExportIsA256ColourPictureInTheEditorsPalette) {
+  const std::string file = Export(OpenTexture({"wall", 16, 4, "abcdefgh"}));
+  std::string header = PcxHeader(0, 0, 15, 3);
+  header.replace(12, 4, Le16(96) + Le16(96));
+  header.replace(66, 4, Le16(16) + Le16(1));
+  EXPECT_EQ(file.substr(0, 128), header);
+  EXPECT_EQ(file.substr(128, 16), "abcdefghabcdefgh");
+  EXPECT_EQ(file.substr(file.size() - 769, 7), std::string("\x0c\0\0\0\1\1\1", 7));
+  EXPECT_EQ(file.size(), 128u + 64 + 769);
+}
+
+TEST_F(PcxTest, AnExportReadsPaddedPixelsAtTheRealStride) {
+  // 3 x 3 is padded to aabc aabc ddef gghi.
+  const std::string file = Export(OpenTexture({"pad", 3, 3, "abcdefghi"}));
+  EXPECT_EQ(file.substr(128, 9),
+            "\xc2"
+            "ab"
+            "c\xc2"
+            "a"
+            "bcd");
+}
+
+TEST_F(PcxTest, AnExportOfATextureThatWasTooLargeEndsInZeros) {
+  WadLimits limits;
+  limits.maxTextureSize = 1;
+  WadFile small(limits, palette, reporter);
+  ASSERT_TRUE(small.Open(dir.Write("small.wad", WadBytes({{"big", 128, 63, "a"}}))));
+  const std::string file = Export(*small.Textures()[0]);
+  EXPECT_EQ(file.substr(file.size() - 769 - 6, 6), std::string("\xff\0\xff\0\xc2\0", 6));
+}
+
+TEST_F(PcxTest, AnExportThatCannotBeWrittenFailsAndIsSaid) {
+  EXPECT_FALSE(ExportPcx(*wad.BadTexture(), dir.Path("missing/out.pcx"), palette, reporter));
+  EXPECT_FALSE(recorder.messages.empty());
+}
+
+TEST_F(PcxTest, APictureBecomesATextureNamedAfterItsFile) {
+  const std::string picture = PcxHeader(10, 20, 13, 21) + "abcd" + "\xc4\x07" + PcxPalette();
+  const auto texture = MakeFromPcx(Write(picture), palette);
+  ASSERT_TRUE(texture);
+  EXPECT_EQ(texture->width, 4);
+  EXPECT_EQ(texture->height, 2);
+  EXPECT_EQ(texture->paddedHeight, 4);
+  EXPECT_EQ(texture->Name(), "in");
+  // Red is nearest to the grey of 85, which is 'U'.
+  EXPECT_EQ(Text(texture->pixels), "abcdUUUU");
+  const auto longer = MakeFromPcx(dir.Write("a_name_of_17_byte.old.pcx", picture), palette);
+  ASSERT_TRUE(longer);
+  EXPECT_EQ(longer->Name(), "a_name_of_17_by");
+}
+
+TEST_F(PcxTest, RowsEndAtAnEvenByteAndRunsAreCutAtTheWidth) {
+  const auto odd = MakeFromPcx(Write(PcxHeader(0, 0, 2, 1) + "abcxdefx" + PcxPalette()), palette);
+  ASSERT_TRUE(odd);
+  EXPECT_EQ(Text(odd->pixels), "abcdef");
+  const auto run = MakeFromPcx(Write(PcxHeader(0, 0, 2, 1) +
+                                     "a\xff"
+                                     "bcde\xc1"
+                                     "x" +
+                                     PcxPalette()),
+                               palette);
+  ASSERT_TRUE(run);
+  EXPECT_EQ(Text(run->pixels), "abbcde");
+}
+
+TEST_F(PcxTest, FilesThatAreNoSuchPictureAreRefused) {
+  const std::string rows = "abcd", tail = PcxPalette();
+  const auto with = [&](std::size_t offset, char value) {
+    std::string bytes = PcxHeader(0, 0, 3, 0) + rows + tail;
+    bytes[offset] = value;
+    return bytes;
+  };
+  ASSERT_TRUE(MakeFromPcx(Write(with(2, 0)), palette)) << "the encoding is not asked";
+  const std::pair<const char*, std::string> files[] = {
+      {"manufacturer", with(0, 11)},
+      {"version", with(1, 2)},
+      {"bits", with(3, 4)},
+      {"planes", with(65, 3)},
+      {"xmax below xmin", PcxHeader(4, 0, 3, 0) + rows + tail},
+      {"ymax below ymin", PcxHeader(0, 9, 3, 0) + rows + tail},
+      {"65536 wide", PcxHeader(0, 0, 65535, 65535) + rows + tail},
+      {"more than it can hold", PcxHeader(0, 0, 32767, 32767) + rows + tail},
+      {"rows end early", PcxHeader(0, 0, 199, 199) + rows + tail},
+      {"palette ends early", (PcxHeader(0, 0, 3, 0) + rows + tail).substr(0, 128 + 4 + 768)},
+      {"header only", PcxHeader(0, 0, 3, 0)},
+      {"empty", ""},
+  };
+  for (const auto& [what, bytes] : files) {
+    EXPECT_FALSE(MakeFromPcx(Write(bytes), palette)) << what;
+  }
+  EXPECT_FALSE(MakeFromPcx(dir.Path("missing.pcx"), palette));
+}
+
+TEST_F(PcxTest, AlteringWritesThePictureIntoTheWad) {
+  Texture& texture = OpenTexture({"wall", 4, 2, "a"});
+  wad.Pixels(texture);
+  const std::string rows = "abcd\xc4\x07";
+  EXPECT_FALSE(AlterFromPcx(texture, Write(PcxHeader(0, 0, 3, 0) + rows + PcxPalette()), palette));
+  EXPECT_EQ(Text(wad.Pixels(texture)), "aaaaaaaaaaaaaaaa");
+  ASSERT_TRUE(AlterFromPcx(texture, Write(PcxHeader(0, 0, 3, 1) + rows + PcxPalette()), palette));
+  EXPECT_TRUE(texture.pixels.empty());
+  EXPECT_EQ(Text(wad.Pixels(texture)), "abcdabcdUUUUUUUU");
+  EXPECT_EQ(dir.Read("test.wad").substr(12 + 40, 8), "abcdUUUU");
+}
+
+TEST_F(PcxTest, WhatWasExportedComesBackAsItWas) {
+  Texture& texture = OpenTexture({"noise", 16, 8, "\x01\xc0\xc1\xff\xff\xff\x02"});
+  const std::string before = Text(wad.Pixels(texture));
+  Export(texture);
+  const auto again = MakeFromPcx(dir.Path("out.pcx"), palette);
+  ASSERT_TRUE(again);
+  EXPECT_EQ(Text(again->pixels), before);
+}
+
+}  // namespace
+}  // namespace ferrowand

@@ -1,0 +1,215 @@
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "gamedata/palette.h"
+#include "gamedata/wad_builder.h"
+#include "gamedata/wad_file.h"
+#include "support/recorder.h"
+#include "support/temp_dir.h"
+
+namespace ferrowand {
+namespace {
+
+std::unique_ptr<Texture> NewTexture(std::string_view name, std::uint16_t width,
+                                    std::uint16_t height, std::uint8_t value) {
+  auto texture = std::make_unique<Texture>();
+  texture->width = width;
+  texture->height = height;
+  texture->pixels.assign(std::size_t{width} * height, value);
+  std::copy(name.begin(), name.end(), texture->entry.name.begin());
+  return texture;
+}
+
+class WadEditTest : public testing::Test {
+ protected:
+  WadFile& Open(const std::string& bytes) {
+    dir.Write("test.wad", bytes);
+    return Reopen();
+  }
+  WadFile& Reopen() {
+    wad = std::make_unique<WadFile>(WadLimits{}, palette, reporter);
+    EXPECT_TRUE(wad->Open(dir.Path("test.wad")));
+    return *wad;
+  }
+  std::string File() const { return dir.Read("test.wad"); }
+  // The names and first pixels of every texture, as the WAD at hand sees them.
+  std::string Contents() {
+    std::string text;
+    for (const auto& texture : wad->Textures()) {
+      text += std::string(texture->Name()) + ':' + Text(wad->Pixels(*texture)).substr(0, 1) + ' ';
+    }
+    return text;
+  }
+  // The same before and after the file was opened anew.
+  void ExpectContents(const std::string& expected) {
+    EXPECT_EQ(Contents(), expected);
+    Reopen();
+    EXPECT_EQ(Contents(), expected);
+    EXPECT_TRUE(recorder.messages.empty());
+  }
+
+  TempDir dir;
+  MessageRecorder recorder;
+  Reporter reporter{recorder};
+  Palette palette;
+  std::unique_ptr<WadFile> wad;
+};
+
+TEST_F(WadEditTest, ANewTextureTakesThePlaceOfTheDirectory) {
+  Open(WadBytes({{"first", 16, 16, "a"}}));
+  ASSERT_TRUE(wad->AddTexture(NewTexture("second", 16, 8, 'b')));
+  EXPECT_EQ(wad->FindTexture("SECOND"), wad->Textures()[1].get());
+  EXPECT_TRUE(wad->Textures()[1]->pixels.empty());
+
+  // Grey 'b' averages to itself at every level.
+  std::string lump = LumpBytes({"second", 16, 8, "b"});
+  lump.replace(40, lump.npos, std::string(lump.size() - 40, 'b'));
+  const std::string first = LumpBytes({"first", 16, 16, "a"});
+  EXPECT_EQ(File(), "WAD2" + Le32(2) + Le32(12 + first.size() + lump.size()) + first + lump +
+                        EntryBytes(12, first.size(), {"first", 0, 0, ""}) +
+                        EntryBytes(12 + first.size(), lump.size(), {"second", 0, 0, ""}));
+  ExpectContents("first:a second:b ");
+}
+
+TEST_F(WadEditTest, SmallerLevelsAverageWholeBlocksOnly) {
+  Open(WadBytes({}));
+  auto texture = NewTexture("odd", 5, 3, 200);
+  texture->pixels[0] = 100;
+  texture->pixels[1] = 101;
+  ASSERT_TRUE(wad->AddTexture(std::move(texture)));
+  // 5 x 3 halves to 2 x 1; the mean of 100, 101, 200, 200 is cut to 150.
+  EXPECT_EQ(File().substr(12 + 40 + 15, 2), "\x96\xC8");
+  EXPECT_EQ(File().size(), 12u + LumpSize(5, 3) + 32u);
+}
+
+TEST_F(WadEditTest, RemovingClosesTheGapForTheOthers) {
+  const LumpPlan a{"a", 8, 8, "a"}, b{"b", 16, 8, "b"}, sound{"s", 8, 8, "s", 'E'},
+      c{"c", 8, 16, "c"};
+  for (const char* victim : {"a", "b", "c"}) {
+    std::vector<LumpPlan> left;
+    for (const LumpPlan& plan : {a, b, sound, c}) {
+      if (plan.name != victim) left.push_back(plan);
+    }
+    Open(WadBytes({a, b, sound, c}));
+    Contents();
+    ASSERT_TRUE(wad->RemoveTexture(*wad->FindTexture(victim)));
+    EXPECT_EQ(File(), WadBytes(left)) << victim;
+    EXPECT_EQ(wad->FindTexture(victim), wad->BadTexture());
+    EXPECT_EQ(wad->numCached(), 2);
+    wad->Flush();
+    EXPECT_EQ(wad->Pixels(*wad->Textures()[1])[0], wad->Textures()[1]->Name()[0]);
+  }
+  EXPECT_FALSE(wad->RemoveTexture(*wad->BadTexture()));
+}
+
+TEST_F(WadEditTest, RemovingTheFirstOfEqualNamesShowsTheSecond) {
+  Open(WadBytes({{"wall", 8, 8, "a"}, {"WALL", 8, 8, "b"}}));
+  ASSERT_TRUE(wad->RemoveTexture(*wad->FindTexture("wall")));
+  EXPECT_EQ(wad->FindTexture("wall")->Name(), "WALL");
+}
+
+TEST_F(WadEditTest, ANewNameKeepsWhatStoodBehindItsEnd) {
+  Open(WadBytes({{"longname", 8, 8, "a"}, {"other", 8, 8, "b"}}));
+  Texture& texture = *wad->FindTexture("longname");
+  ASSERT_TRUE(wad->RenameTexture(texture, "new"));
+  EXPECT_EQ(wad->FindTexture("NEW"), &texture);
+  EXPECT_EQ(wad->FindTexture("longname"), wad->BadTexture());
+  const std::string field = NameField(std::string("new\0name", 8));
+  EXPECT_EQ(File().substr(12, 16), field);
+  EXPECT_EQ(File().substr(12 + 2 * LumpSize(8, 8) + 16, 16), field);
+  ExpectContents("new:a other:b ");
+}
+
+TEST_F(WadEditTest, ANewNameIsCutWhereItsEndMustStand) {
+  Open(WadBytes({{"a", 8, 8, "a"}}));
+  ASSERT_TRUE(wad->RenameTexture(*wad->Textures()[0], "a_name_of_more_than_sixteen"));
+  ExpectContents("a_name_of_more_:a ");
+  EXPECT_FALSE(wad->RenameTexture(*wad->Textures()[0], ""));
+  EXPECT_FALSE(wad->RenameTexture(*wad->BadTexture(), "good"));
+}
+
+TEST_F(WadEditTest, RewrittenPixelsTakeTheOldOnesPlaceAndAreReadBack) {
+  Open(WadBytes({{"a", 8, 8, "a"}, {"b", 8, 8, "b"}}));
+  Texture& texture = *wad->Textures()[0];
+  wad->Rgb(texture);
+  const std::vector<std::uint8_t> pixels(64, 'x');
+  ASSERT_TRUE(wad->RewriteTexture(texture, pixels));
+  EXPECT_TRUE(texture.pixels.empty() && texture.rgb.empty());
+  EXPECT_FALSE(wad->IsCached(texture));
+  EXPECT_EQ(File()[12 + LumpSize(8, 8) - 1], 'x') << "the smallest level is made anew";
+  ExpectContents("a:x b:b ");
+  EXPECT_FALSE(wad->RewriteTexture(*wad->Textures()[0], std::span(pixels).first(63)));
+}
+
+TEST_F(WadEditTest, ADirectoryInFrontOfTheLumpsIsNotOverwritten) {
+  const LumpPlan a{"a", 8, 8, "a"}, b{"b", 8, 8, "b"};
+  const std::uint32_t size = LumpSize(8, 8);
+  const std::string bytes = "WAD2" + Le32(2) + Le32(12) + EntryBytes(76, size, a) +
+                            EntryBytes(76 + size, size, b) + LumpBytes(a) + LumpBytes(b);
+  Open(bytes);
+  ASSERT_TRUE(wad->AddTexture(NewTexture("c", 8, 8, 'c')));
+  ExpectContents("a:a b:b c:c ");
+  Open(bytes);
+  ASSERT_TRUE(wad->RemoveTexture(*wad->FindTexture("a")));
+  ExpectContents("b:b ");
+}
+
+TEST_F(WadEditTest, BytesThatTwoEntriesShareOutliveOneOfThem) {
+  const LumpPlan a{"a", 8, 8, "a"};
+  const std::uint32_t size = LumpSize(8, 8);
+  Open("WAD2" + Le32(3) + Le32(12 + 2 * size) + LumpBytes(a) + LumpBytes({"z", 8, 8, "z"}) +
+       EntryBytes(12, size, a) + EntryBytes(12, size, {"twin", 0, 0, ""}) +
+       EntryBytes(12 + size, size, {"z", 0, 0, ""}));
+  ASSERT_TRUE(wad->RemoveTexture(*wad->FindTexture("a")));
+  ExpectContents("twin:a z:z ");
+}
+
+TEST_F(WadEditTest, ALumpWithoutItsSmallerLevelsIsNotWrittenPastItsEnd) {
+  const LumpPlan a{"a", 8, 8, "a"}, b{"b", 8, 8, "b"};
+  const std::uint32_t size = 40 + 64;
+  const std::string bytes = "WAD2" + Le32(2) + Le32(12 + 2 * size) + LumpBytes(a).substr(0, size) +
+                            LumpBytes(b).substr(0, size) + EntryBytes(12, size, a) +
+                            EntryBytes(12 + size, size, b);
+  Open(bytes);
+  const std::vector<std::uint8_t> pixels(64, 'x');
+  for (const auto& texture : wad->Textures()) {
+    EXPECT_FALSE(wad->RewriteTexture(*texture, pixels));
+  }
+  EXPECT_EQ(File(), bytes);
+  ASSERT_TRUE(wad->RemoveTexture(*wad->FindTexture("b")));
+  ExpectContents("a:a ");
+}
+
+TEST_F(WadEditTest, AWadThatMayNotBeWrittenServesAndRefusesEveryEdit) {
+  const std::string bytes = WadBytes({{"a", 8, 8, "a"}});
+  const std::string path = dir.Write("test.wad", bytes);
+  std::filesystem::permissions(path, std::filesystem::perms::owner_read);
+  if (file::IsWritable(path)) GTEST_SKIP() << "this user may write every file";
+  Reopen();
+  Texture& a = *wad->Textures()[0];
+  EXPECT_FALSE(wad->AddTexture(NewTexture("b", 8, 8, 'b')));
+  EXPECT_FALSE(wad->RemoveTexture(a));
+  EXPECT_FALSE(wad->RenameTexture(a, "b"));
+  EXPECT_FALSE(wad->RewriteTexture(a, std::vector<std::uint8_t>(64)));
+  EXPECT_EQ(Contents(), "a:a ");
+  EXPECT_EQ(File(), bytes);
+  wad.reset();
+  std::filesystem::permissions(path, std::filesystem::perms::owner_all);
+}
+
+TEST_F(WadEditTest, WhatIsNoTextureIsNotAdded) {
+  const std::string bytes = WadBytes({{"a", 8, 8, "a"}});
+  Open(bytes);
+  EXPECT_FALSE(wad->AddTexture(NewTexture("none", 0, 8, 0)));
+  EXPECT_FALSE(wad->AddTexture(NewTexture("wide", 32769, 1, 0)));
+  auto half = NewTexture("half", 8, 8, 0);
+  half->pixels.pop_back();
+  EXPECT_FALSE(wad->AddTexture(std::move(half)));
+  EXPECT_EQ(File(), bytes);
+  WadFile builtIn(WadLimits{}, palette, reporter);
+  EXPECT_FALSE(builtIn.AddTexture(NewTexture("a", 8, 8, 0)));
+}
+
+}  // namespace
+}  // namespace ferrowand
