@@ -27,17 +27,17 @@ inline constexpr unsigned DRAW_TEMPLATES = 256;
 
 // The fixed pens of the program, chosen for the background they are drawn on.
 struct DrawPens {
-  Colour background;
-  Pen minorGrid;
-  Pen majorGrid;     // every eighth line, and the axes
-  Pen foreground;    // what a tool draws
-  Pen entity;        // brushes of brush entities
-  Pen brushOutline;  // brushes of a selection
-  Pen boxOutline;    // class boxes of a selection
-  Pen centreDot;
-  Pen light;
-  Pen targetLine;
-  Pen targetHead;
+  Colour background{};
+  Pen minorGrid{};
+  Pen majorGrid{};     // every eighth line, and the axes
+  Pen foreground{};    // what a tool draws
+  Pen entity{};        // brushes of brush entities
+  Pen brushOutline{};  // brushes of a selection
+  Pen boxOutline{};    // class boxes of a selection
+  Pen centreDot{};
+  Pen light{};
+  Pen targetLine{};
+  Pen targetHead{};
 };
 
 // What a paint would else work out or allocate for every object again.
@@ -58,10 +58,10 @@ struct DrawContext {
   Pen pen;                    // what DRAW_KEEP_PEN keeps; also the pen of plain outlines
   bool drawsEntities = true;  // point entities: boxes, markers, names
   bool centreDots = false;
-  std::optional<Pen> overridePen;     // instead of class pens
-  int heightlo = 0, heighthi = 0;     // world units on the depth axis, for DRAW_HEIGHTS
-  unsigned oneColour = 0;             // OneColour, for DRAW_1X1MIPMAP
-  std::optional<Colour> layerColour;  // of the layer being drawn, for DRAW_LAYER_COLOUR
+  std::optional<Pen> overridePen = {};     // instead of class pens
+  int heightlo = 0, heighthi = 0;          // world units on the depth axis, for DRAW_HEIGHTS
+  unsigned oneColour = 0;                  // OneColour, for DRAW_1X1MIPMAP
+  std::optional<Colour> layerColour = {};  // of the layer being drawn, for DRAW_LAYER_COLOUR
   DrawScratch scratch = {};
 };
 

@@ -29,17 +29,8 @@ void DrawChildren(const entity& e, DrawContext& context, const entity* root) {
   }
 }
 
-// Calls draw(template, context) on the instance's expanded template, opened so that it is seen.
-// A template in it stays folded: one that holds an instance of itself has no end.
-template <typename Draw>
-void WithExpansion(const entity& instance, DrawContext& context, Draw&& draw) {
-  if (!(context.flags & DRAW_TEMPLATES)) return;
-  const EntityPtr expanded = ExpandInstance(instance);
-  if (!expanded) return;
-  expanded->state = 0;
-  const unsigned outer = std::exchange(context.flags, context.flags & ~DRAW_TEMPLATES);
-  draw(*expanded, context);
-  context.flags = outer;
+EntityPtr ExpansionToDraw(const entity& instance, const DrawContext& context) {
+  return context.flags & DRAW_TEMPLATES ? ExpandInstance(instance) : nullptr;
 }
 
 }  // namespace
@@ -85,24 +76,25 @@ void LayerClass::DrawTree(const entity& e, DrawContext& context, const entity* r
   context.layerColour = outer;
 }
 
+// The expansion looks like a brush entity: its brushes are not there to be edited.
 void TemplateInstanceClass::DrawEntity(const entity& e, DrawContext& context) const {
   EntityClass::DrawEntity(e, context);
-  WithExpansion(e, context, [this](const entity& expanded, DrawContext& inner) {
-    EntityClass::DrawEntity(expanded, inner);
-    for (const EntityPtr& child : expanded.getEntityList()) {
-      EntityClass::DrawTree(*child, inner, nullptr);
-    }
-  });
+  const EntityPtr expansion = ExpansionToDraw(e, context);
+  if (!expansion) return;
+  EntityClass::DrawEntity(*expansion, context);
+  for (const EntityPtr& child : expansion->getEntityList()) {
+    EntityClass::DrawTree(*child, context, nullptr);
+  }
 }
 
 void TemplateInstanceClass::DrawOutline(const entity& e, DrawContext& context) const {
   EntityClass::DrawOutline(e, context);
-  WithExpansion(e, context, [this](const entity& expanded, DrawContext& inner) {
-    EntityClass::DrawOutline(expanded, inner);
-    for (const EntityPtr& child : expanded.getEntityList()) {
-      EntityClass::DrawOutline(*child, inner);
-    }
-  });
+  const EntityPtr expansion = ExpansionToDraw(e, context);
+  if (!expansion) return;
+  EntityClass::DrawOutline(*expansion, context);
+  for (const EntityPtr& child : expansion->getEntityList()) {
+    EntityClass::DrawOutline(*child, context);
+  }
 }
 
 }  // namespace ferrowand

@@ -110,11 +110,9 @@ void MapView::Paint(Canvas& canvas, const PixelRect& update) {
                       .pen = Pens().foreground,
                       .drawsEntities = options_.renderPointEntities != 0,
                       .centreDots = centreDots,
-                      .overridePen = std::nullopt,
                       .heightlo = heightlo,
                       .heighthi = heighthi,
-                      .oneColour = options_.mipType,
-                      .layerColour = std::nullopt};
+                      .oneColour = options_.mipType};
   if (map.getClass()) map.getClass()->DrawTree(map, context, nullptr);
 
   if (tool_) {
