@@ -1,0 +1,231 @@
+#include "views/map_view.h"
+
+#include <gtest/gtest.h>
+
+#include "support/fake_view_host.h"
+#include "support/small_map.h"
+#include "views/tool.h"
+
+namespace ferrowand {
+namespace {
+
+// Writes down what it receives.
+class ToolRecorder : public Tool {
+ public:
+  std::string Name() const override { return "recorder"; }
+  void MouseDown(MapView&, Pixel at, int button) override { Add("down", at, button); }
+  void MouseMove(MapView&, Pixel at, int buttons) override { Add("move", at, buttons); }
+  void MouseUp(MapView&, Pixel at, int button) override { Add("up", at, button); }
+  void DoubleClick(MapView&, Pixel at, int button) override { Add("double", at, button); }
+  void Activate(MapView&) override { log += "activate;"; }
+
+  std::string log;
+
+ private:
+  void Add(const char* what, Pixel at, int button) {
+    log += Format("%s %i %i %i;", what, at.x, at.y, button);
+  }
+};
+
+class MapViewTest : public testing::Test {
+ protected:
+  SmallMap small;
+  Options options;
+  ToolRecorder recorder;
+  Tool* tool = &recorder;
+  ViewList list;
+  FakeViewHost host, otherHost;
+  MapView view{small.map, host, list, options, tool};
+  MapView other{small.map, otherHost, list, options, tool};
+};
+
+TEST_F(MapViewTest, ANewTopViewHasAGridOf64AndAQuarterZoom) {
+  view.SetOrientation(Orientation::Top);
+  EXPECT_EQ(host.texts[ViewText::ZoomAndGrid], "(64x64)S25%");
+  view.ToggleSnap();
+  EXPECT_EQ(host.texts[ViewText::ZoomAndGrid], "(64x64) 25%");
+  view.ToggleGrid();
+  EXPECT_EQ(host.texts[ViewText::ZoomAndGrid], " 25%");
+  view.gridv = 12;
+  view.ToggleGridAndSnap();
+  EXPECT_EQ(host.texts[ViewText::ZoomAndGrid], "(64x4096)S25%");
+}
+
+TEST_F(MapViewTest, AnOrientationSetsAxesCaptionAndWhatMayBeEdited) {
+  struct Case {
+    Orientation orientation;
+    int u, v;
+    unsigned mask;
+    const char* caption;
+  };
+  const Case cases[] = {{Orientation::Side, 1, 2, 6, "YZView (Side): The Slipgate"},
+                        {Orientation::Front, 0, 2, 5, "XZView (Front): The Slipgate"},
+                        {Orientation::Top, 0, 1, 3, "XYView (Top): The Slipgate"}};
+  small.map.SetKey("message", "The Slipgate");
+  for (const Case& c : cases) {
+    view.SetOrientation(c.orientation);
+    EXPECT_EQ(view.transform.orienu, c.u);
+    EXPECT_EQ(view.transform.orienv, c.v);
+    EXPECT_EQ(view.axismask, c.mask);
+    EXPECT_EQ(host.caption, c.caption);
+    EXPECT_LT(view.transform.scalev, 0);
+  }
+  view.transform.orienv = 0;
+  EXPECT_EQ(view.Caption(), "XXView (Invalid - possible error!): The Slipgate");
+  EXPECT_EQ(other.Caption(), "XYView (Top): The Slipgate");
+}
+
+TEST_F(MapViewTest, SnappingRoundsHalfUpAtEverySpacingAndBelowZeroToo) {
+  struct Case {
+    std::uint8_t exponent;
+    int value, snapped;
+  };
+  const Case cases[] = {{6, 31, 0},       {6, 32, 64},        {6, -32, 0},      {6, -33, -64},
+                        {1, -1, 0},       {1, 1, 2},          {11, 1024, 2048}, {11, 1023, 0},
+                        {12, 2048, 4096}, {12, -2049, -4096}, {12, -2048, 0},   {12, 6143, 4096}};
+  for (const Case& c : cases) {
+    view.gridu = c.exponent;
+    view.gridv = 6;
+    EXPECT_EQ(view.SnapU(c.value), c.snapped) << int{c.exponent} << ": " << c.value;
+    std::swap(view.gridu, view.gridv);
+    EXPECT_EQ(view.SnapV(c.value), c.snapped) << int{c.exponent} << ": " << c.value;
+  }
+}
+
+TEST_F(MapViewTest, TheGridGrowsOnBothAxesOrNotAtAllAndShrinksOnEach) {
+  view.gridu = 11;
+  view.gridv = 12;
+  view.GridLarger(false);
+  EXPECT_EQ(view.gridu, 11);
+  EXPECT_EQ(view.gridv, 12);
+  view.gridu = 1;
+  view.GridSmaller(false);
+  EXPECT_EQ(view.gridu, 1);
+  EXPECT_EQ(view.gridv, 11);
+  EXPECT_EQ(other.gridu, 6);
+  EXPECT_EQ(otherHost.invalidations, 0);
+}
+
+TEST_F(MapViewTest, WithShiftTheGridIsThatOfEveryViewOfTheMapOnly) {
+  SmallMap foreign;
+  FakeViewHost foreignHost;
+  MapView elsewhere(foreign.map, foreignHost, list, options, tool);
+  other.gridv = 2;
+  EXPECT_TRUE(view.OnCharacter('z', true));
+  EXPECT_EQ(other.gridu, 7);
+  EXPECT_EQ(other.gridv, 7);
+  EXPECT_EQ(otherHost.texts[ViewText::ZoomAndGrid], "(128x128)S25%");
+  EXPECT_GT(otherHost.invalidations, 0);
+  EXPECT_EQ(elsewhere.gridu, 6);
+}
+
+TEST_F(MapViewTest, TheKeysOfAView) {
+  host.area = {100, 100};
+  for (const char in : {'+', '=', 's', 'S'}) EXPECT_TRUE(view.OnCharacter(in, false));
+  EXPECT_EQ(view.ZoomPercent(), 400);
+  for (const char out : {'-', '_', 'x', 'X'}) EXPECT_TRUE(view.OnCharacter(out, false));
+  EXPECT_EQ(view.ZoomPercent(), 25);
+  for (const char larger : {']', '}', '.', '>', 'z', 'Z'}) {
+    EXPECT_TRUE(view.OnCharacter(larger, false));
+  }
+  EXPECT_EQ(view.gridu, 12);
+  for (const char smaller : {'[', '{', ',', '<', 'a', 'A'}) {
+    EXPECT_TRUE(view.OnCharacter(smaller, false));
+  }
+  EXPECT_EQ(view.gridu, 6);
+  EXPECT_TRUE(view.OnCharacter('g', false));
+  EXPECT_EQ(small.map.optionBits, 0);
+  EXPECT_TRUE(view.OnCharacter('G', true));
+  EXPECT_EQ(small.map.optionBits, MAP_GRID);
+  EXPECT_FALSE(view.OnCharacter('q', false));
+}
+
+TEST_F(MapViewTest, AStatusGoesToAViewOfTheMapThatCanShowIt) {
+  SmallMap foreign;
+  FakeViewHost foreignHost;
+  MapView elsewhere(foreign.map, foreignHost, list, options, tool);
+  elsewhere.OnActivate();  // in front of the list
+
+  view.SetStatus("here");
+  EXPECT_EQ(host.texts[ViewText::Message], "here");
+  host.statusBar = false;
+  view.SetStatus("there");
+  EXPECT_EQ(host.texts[ViewText::Message], "here");
+  EXPECT_EQ(otherHost.texts[ViewText::Message], "there");
+  EXPECT_EQ(foreignHost.texts.count(ViewText::Message), 0u);
+  otherHost.statusBar = false;
+  view.SetStatus("nowhere");
+  EXPECT_EQ(otherHost.texts[ViewText::Message], "there");
+
+  otherHost.statusBar = true;
+  small.map.ShowStatus("from the document");
+  EXPECT_EQ(otherHost.texts[ViewText::Message], "from the document");
+}
+
+TEST_F(MapViewTest, TheMouseIsTheTools) {
+  view.OnMouseDown({10, 20}, BUTTON_LEFT, false, false);
+  view.OnMouseMove({11, 20}, 1, false);
+  view.OnMouseUp({12, 20}, BUTTON_LEFT);
+  view.OnDoubleClick({12, 20}, BUTTON_RIGHT);
+  view.OnActivate();
+  EXPECT_EQ(recorder.log, "down 10 20 1;move 11 20 1;up 12 20 1;double 12 20 2;activate;");
+  EXPECT_EQ(host.texts[ViewText::Coordinates], "44x-80");
+
+  tool = nullptr;
+  view.OnMouseDown({10, 20}, BUTTON_LEFT, false, false);
+  view.OnMouseMove({11, 20}, 1, false);
+  view.OnMouseUp({12, 20}, BUTTON_LEFT);
+  view.OnDoubleClick({12, 20}, BUTTON_RIGHT);
+  view.OnActivate();
+}
+
+TEST_F(MapViewTest, APressThatZoomsIsHiddenFromTheToolWithItsRelease) {
+  view.OnMouseDown({10, 20}, BUTTON_RIGHT, true, false);
+  EXPECT_EQ(view.ZoomPercent(), 50);
+  view.OnMouseDown({10, 20}, BUTTON_LEFT, false, false);
+  view.OnMouseUp({10, 20}, BUTTON_RIGHT);
+  view.OnMouseUp({10, 20}, BUTTON_LEFT);
+  view.OnMouseUp({10, 20}, BUTTON_RIGHT);
+  EXPECT_EQ(recorder.log, "down 10 20 1;up 10 20 1;up 10 20 2;");
+  view.OnMouseDown({10, 20}, BUTTON_LEFT, true, true);
+  EXPECT_EQ(view.ZoomPercent(), 25);
+}
+
+TEST_F(MapViewTest, TheViewActivatedLastIsTheFirst) {
+  EXPECT_EQ(list.Views(), (std::vector<MapView*>{&view, &other}));
+  other.OnActivate();
+  EXPECT_EQ(list.Views(), (std::vector<MapView*>{&other, &view}));
+  {
+    FakeViewHost third;
+    MapView passing(small.map, third, list, options, tool);
+    passing.OnActivate();
+  }
+  EXPECT_EQ(list.ViewsOf(small.map), (std::vector<MapView*>{&other, &view}));
+}
+
+TEST_F(MapViewTest, EachOrientationHasItsPlaceInEveryArrangement) {
+  struct Case {
+    Arrangement arrangement;
+    Orientation orientation;
+    PixelRect place;
+  };
+  // In a frame of 1001 x 500: halves of 500 and 250, thirds of 166.
+  const Case cases[] = {
+      {Arrangement::Quarters, Orientation::Top, {0, 0, 500, 250}},
+      {Arrangement::Quarters, Orientation::Front, {0, 250, 500, 500}},
+      {Arrangement::Quarters, Orientation::Side, {500, 0, 1000, 250}},
+      {Arrangement::XYLarge, Orientation::Top, {0, 0, 500, 500}},
+      {Arrangement::XYLarge, Orientation::Front, {500, 166, 1000, 332}},
+      {Arrangement::XYLarge, Orientation::Side, {500, 0, 1000, 166}},
+      {Arrangement::ThreeDLarge, Orientation::Top, {500, 0, 1000, 166}},
+      {Arrangement::ThreeDLarge, Orientation::Front, {500, 333, 1000, 499}},
+      {Arrangement::ThreeDLarge, Orientation::Side, {500, 166, 1000, 332}},
+  };
+  for (const Case& c : cases) {
+    view.SetOrientation(c.orientation);
+    EXPECT_EQ(view.ArrangedPlace(c.arrangement, {1001, 500}), c.place);
+  }
+}
+
+}  // namespace
+}  // namespace ferrowand
