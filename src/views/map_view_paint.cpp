@@ -55,7 +55,7 @@ GridLines LinesOf(int worldA, int worldB, std::uint8_t exponent, float scale,
   GridLines lines;
   if (distance * MAJOR_EVERY < MIN_LINE_DISTANCE) return lines;
   const int step = distance < MIN_LINE_DISTANCE ? spacing * MAJOR_EVERY : spacing;
-  const auto [low, high] = std::minmax(worldA, worldB);
+  const auto [low, high] = std::minmax({worldA, worldB});
   // Down to a multiple, below 0 too. One step to either side: a line's pixel may belong to the part
   // although its coordinate does not.
   for (int world = (low & ~(step - 1)) - step; world <= high + step; world += step) {

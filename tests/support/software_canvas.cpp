@@ -40,7 +40,7 @@ struct Walk {
       const std::int64_t distance = rise > 0 ? other - start : start - other;
       return from + FloorDivide(distance * run, std::abs(rise));
     };
-    const auto [a, b] = std::minmax(along(low - 1), along(high + 1));
+    const auto [a, b] = std::minmax({along(low - 1), along(high + 1)});
     return {std::max(from, a - 1), std::min(to, b + 1)};
   }
 };
