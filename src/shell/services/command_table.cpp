@@ -155,6 +155,11 @@ constexpr CommandRow MAINMENU[] = {
     {Command::ShowToolbar, "Window", "Show Tool&bar", "", Always, ToolbarShown},
     {Command::NewTopView, "Window", "New &XY(Top) View", "Ctrl+2", HasMap},
     {Command::NewSideView, "Window", "New &YZ(Side) View", "Ctrl+Y", HasMap},
+    {Command::NewFrontView, "Window", "New X&Z(Front) View", "Ctrl+Z", HasMap},
+    {Command::NewD3DCamera, "Window", "New D&3D Camera", "Ctrl+3", HasMap},
+    {Command::NewGLCamera, "Window", "New &GL Camera", "Ctrl+G", HasMap},
+    {Command::Keylist, "Help", "&Keylist", "?", Always},
+    {Command::About, "Help", "&About", "", Always},
 };
 
 constexpr CommandRow OTHERS[] = {

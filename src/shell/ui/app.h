@@ -1,7 +1,7 @@
 // The program: everything that lives from its start to its end, and the documents between.
 #pragma once
 
-#include <windows.h>
+#include "shell/ui/win32.h"
 
 #include <map>
 #include <memory>

@@ -1,7 +1,7 @@
 // A window of the frame's client area: a 2D view, and whatever else shows a map.
 #pragma once
 
-#include <windows.h>
+#include "shell/ui/win32.h"
 
 namespace ferrowand {
 

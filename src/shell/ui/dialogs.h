@@ -2,7 +2,7 @@
 // boxes. A seam, so that tests can answer.
 #pragma once
 
-#include <windows.h>
+#include "shell/ui/win32.h"
 
 #include <optional>
 #include <string>

@@ -1,7 +1,7 @@
 // The main window: menu, toolbar and the client area that holds all others.
 #pragma once
 
-#include <windows.h>
+#include "shell/ui/win32.h"
 
 #include <shellapi.h>
 

@@ -1,7 +1,7 @@
 // Owners for the system's handles.
 #pragma once
 
-#include <windows.h>
+#include "shell/ui/win32.h"
 
 #include <memory>
 #include <type_traits>

@@ -1,7 +1,7 @@
 // The progress window: what is being loaded, how far it has come, and what has been counted.
 #pragma once
 
-#include <windows.h>
+#include "shell/ui/win32.h"
 
 #include <string>
 #include <vector>

@@ -1,5 +1,5 @@
 // The entry of the editor.
-#include <windows.h>
+#include "shell/ui/win32.h"
 
 #include "platform/system.h"
 #include "platform/win32/registry_settings_store.h"

@@ -2,7 +2,7 @@
 // It turns the system's messages into the view's calls and shows what the view asks for.
 #pragma once
 
-#include <windows.h>
+#include "shell/ui/win32.h"
 
 #include <array>
 #include <memory>

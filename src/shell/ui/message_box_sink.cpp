@@ -1,6 +1,6 @@
 #include "shell/ui/message_box_sink.h"
 
-#include <windows.h>
+#include "shell/ui/win32.h"
 
 namespace ferrowand {
 namespace {

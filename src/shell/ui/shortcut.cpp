@@ -1,6 +1,6 @@
 #include "shell/ui/shortcut.h"
 
-#include <windows.h>
+#include "shell/ui/win32.h"
 
 #include <objbase.h>
 #include <shlobj.h>

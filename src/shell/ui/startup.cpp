@@ -1,5 +1,5 @@
 // The life of the program: its start, step by step, the message loop, its end.
-#include <windows.h>
+#include "shell/ui/win32.h"
 
 #include <commctrl.h>
 

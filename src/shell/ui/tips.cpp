@@ -45,7 +45,8 @@ INT_PTR CALLBACK Tips::TipsFunc(HWND dialog, UINT message, WPARAM wParam, LPARAM
   if (message == WM_INITDIALOG) {
     SetObject(dialog, reinterpret_cast<void*>(lParam));
     ObjectOf<Tips>(dialog)->OnInit(dialog);
-    return TRUE;
+    SetFocus(GetDlgItem(dialog, IDCANCEL));
+    return FALSE;  // the focus has been set
   }
   auto* tips = ObjectOf<Tips>(dialog);
   if (!tips) return FALSE;

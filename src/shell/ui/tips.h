@@ -1,7 +1,7 @@
 // The tips that a new user reads at start-up: a window of its own that waits for nobody.
 #pragma once
 
-#include <windows.h>
+#include "shell/ui/win32.h"
 
 #include <cstddef>
 

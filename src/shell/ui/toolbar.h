@@ -1,7 +1,7 @@
 // The row of buttons under the menu. Every command has its button, built or not.
 #pragma once
 
-#include <windows.h>
+#include "shell/ui/win32.h"
 
 #include <functional>
 

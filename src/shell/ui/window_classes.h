@@ -1,7 +1,7 @@
 // The window classes of the program.
 #pragma once
 
-#include <windows.h>
+#include "shell/ui/win32.h"
 
 #include <string>
 #include <vector>
