@@ -74,6 +74,7 @@ class TextReader {
   void PassEnd(std::uint32_t count);
   std::uint32_t RunLength(std::uint8_t stopKinds, std::uint32_t limit) const;
   std::size_t ReadRun(std::uint8_t stopKinds, std::string& text, std::size_t max);
+  bool ReadInWindow(std::uint8_t stopKinds, std::string& text, std::size_t max);
   std::size_t TakeIfEmpty(std::size_t count, std::string& text);
   bool SkipBehind(char c, std::uint32_t& before);
 

@@ -124,6 +124,11 @@ bool Delete(const std::string& name) {
 }
 
 bool IsWritable(const std::string& name) {
+  const DWORD attributes = GetFileAttributesA(name.c_str());
+  if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY)) {
+    SetLastError(ERROR_ACCESS_DENIED);  // the mark counts, whatever the rights of the user
+    return false;
+  }
   const FileHandle file =
       OpenAs(name, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING);
   return file != INVALID_FILE && Close(file);
