@@ -7,12 +7,16 @@ one axis, so all corners are whole numbers. Open and save the result once in the
 """
 import sys
 
-AXES = ((0, 0, 1), (1, 0, 0), (0, -1, 0)), ((1, 0, 0), (0, 1, 0), (0, 0, -1)), ((0, 1, 0), (1, 0, 0), (0, 0, -1))
-SIZES = {'light_strip': (16, 64), 'light_amber': (32, 32), 'light_white': (32, 32), 'light_cold': (64, 32),
-         '+0button': (32, 32), '+0screen': (64, 64), 'banner_red': (64, 128), 'sign_exit': (64, 32),
-         'door_iron': (64, 128), 'door_wood': (64, 128), 'bookshelf': (64, 64), 'crate_wood': (64, 64),
-         'tech_computer': (64, 64), 'metal_vent': (64, 48), 'trim_stone': (64, 16), 'crate_iron': (64, 64),
-         '+0lite': (32, 32), 'metal_stripes': (64, 32), 'door_gate': (128, 128)}
+AXES = (((0, 0, 1), (1, 0, 0), (0, -1, 0)),
+        ((1, 0, 0), (0, 1, 0), (0, 0, -1)),
+        ((0, 1, 0), (1, 0, 0), (0, 0, -1)))
+# Of the textures that are drawn to fit a face: texels.
+SIZES = {'light_strip': (16, 64), 'light_amber': (32, 32), 'light_cold': (64, 32),
+         '+0button': (32, 32), '+0screen': (64, 64), 'banner_red': (64, 128),
+         'sign_exit': (64, 32), 'bookshelf': (64, 64), 'crate_wood': (64, 64),
+         'metal_vent': (64, 48), 'trim_stone': (64, 16), 'crate_iron': (64, 64),
+         'door_gate': (128, 128)}
+
 
 
 def dot(a, b):
@@ -67,8 +71,8 @@ def prism(outline, axis, low, high, texture, caps=None):
     count = len(outline)
     middle = tuple(sum(values) / (2 * count) for values in
                    zip(*(corner(p, level) for p in outline for level in (low, high))))
-    sides = [([corner(outline[i], low), corner(outline[i], high), corner(outline[(i + 1) % count], high),
-               corner(outline[(i + 1) % count], low)], texture) for i in range(count)]
+    sides = [([corner(p, low), corner(p, high), corner(q, high), corner(q, low)], texture)
+             for p, q in zip(outline, outline[1:] + outline[:1])]
     ends = [([corner(p, level) for p in outline], caps or texture) for level in (low, high)]
     faces = []
     for corners, name in sides + ends:
@@ -95,6 +99,10 @@ def point(classname, x, y, z, **keys):
     return Entity(classname, [('origin', '%d %d %d' % (x, y, z)), *keys.items()])
 
 
+def named(classname, name, children=(), **keys):
+    return Entity(classname, [('XMPentityname', name), *keys.items()], children)
+
+
 def light(x, y, z, brightness, **keys):
     return point('light', x, y, z, light=brightness, **keys)
 
@@ -107,7 +115,8 @@ def layer(name, state, colour, children):
 def world(message, worldtype, layers):
     result = Entity('worldspawn', children=layers)
     result.keys += [('XMPentityname', 'worldspawn'), ('worldtype', str(worldtype)), ('sounds', '4'),
-                    ('message', message), ('wad', 'quake.wad'), ('XMPqc', 'ents.qc'), ('XMPversion', '1.01')]
+                    ('message', message), ('wad', 'quake.wad'), ('XMPqc', 'ents.qc'),
+                    ('XMPversion', '1.01')]
     return result
 
 
@@ -165,7 +174,8 @@ def balcony():
     """A gallery in the south-west, 128 units up, and the stairs to it."""
     yield box(544, -320, 112, 704, -192, 128, 'wood_plank', 'wood_floor')
     for step in range(8):
-        yield box(704 + 32 * step, -320, 0, 736 + 32 * step, -256, 128 - 16 * step, 'step_stone', 'floor_stone')
+        x = 704 + 32 * step
+        yield box(x, -320, 0, x + 32, -256, 128 - 16 * step, 'step_stone', 'floor_stone')
     yield prism([(704, 128), (736, 128), (992, 0), (704, 0)], 1, -320, -256, 'clip')
     yield octagon(688, -208, 12, 5, 0, 112, 'wood_beam')
 
@@ -203,7 +213,7 @@ def arch():
     for (y0, z0), (y1, z1) in zip(curve, curve[1:]):
         for side in (1, -1):
             outline = [(side * y0, z0), (side * y1, z1), (side * y1, 128), (side * y0, 128)]
-            yield prism([p for i, p in enumerate(outline) if p not in outline[:i]], 0, 496, 528, 'block_brown')
+            yield prism(list(dict.fromkeys(outline)), 0, 496, 528, 'block_brown')
 
 
 def furniture():
@@ -221,37 +231,38 @@ def furniture():
     yield box(1000, 248, 64, 1048, 296, 112, 'crate_iron')
     yield box(768, 652, 120, 832, 656, 152, 'sign_exit')
     yield box(768, 312, 120, 832, 320, 152, 'light_cold')
-    for edge in ((704, -144, 720, 144), (976, -144, 992, 144), (720, -144, 976, -128), (720, 128, 976, 144)):
-        yield box(edge[0], edge[1], 0, edge[2], edge[3], 8, 'trim_stone', 'floor_stone')
+    for x0, y0, x1, y1 in ((704, -144, 720, 144), (976, -144, 992, 144),
+                           (720, -144, 976, -128), (720, 128, 976, 144)):
+        yield box(x0, y0, 0, x1, y1, 8, 'trim_stone', 'floor_stone')
     yield prism([(-256, 0), (-240, 0), (-256, 16)], 1, -256, 256, 'trim_stone')
 
 
 def movers():
-    door = dict(speed=120, wait=4, sounds=3)
     for name, y, angle in (('gate left', -64, 270), ('gate right', 0, 90)):
-        yield Entity('func_door', [('XMPentityname', name), ('angle', angle), *door.items()],
-                     [box(260, y, 0, 268, y + 64, 128, 'door_gate')])
-    yield Entity('func_door', [('XMPentityname', 'vault door'), ('targetname', 'vault'), ('angle', -1), ('wait', -1),
-                               ('sounds', 4), ('message', 'Find the button by the pool')],
-                 [box(752, 324, 0, 848, 332, 112, 'metal_rivet')])
-    yield Entity('func_button', [('XMPentityname', 'vault button'), ('target', 'vault'), ('angle', 0), ('wait', -1),
-                                 ('sounds', 2)], [box(1048, 16, 40, 1056, 48, 72, '+0button')])
-    yield Entity('func_train', [('XMPentityname', 'ferry'), ('target', 'ferry0'), ('speed', 64), ('sounds', 1)],
-                 [box(736, -112, 8, 800, -48, 16, 'metal_tread'), box(740, -108, 0, 796, -52, 8, 'metal_beam')])
+        yield named('func_door', name, [box(260, y, 0, 268, y + 64, 128, 'door_gate')],
+                    angle=angle, speed=120, wait=4, sounds=3)
+    yield named('func_door', 'vault door', [box(752, 324, 0, 848, 332, 112, 'metal_rivet')],
+                targetname='vault', angle=-1, wait=-1, sounds=4,
+                message='Find the button by the pool')
+    yield named('func_button', 'vault button', [box(1048, 16, 40, 1056, 48, 72, '+0button')],
+                target='vault', angle=0, wait=-1, sounds=2)
+    yield named('func_train', 'ferry', [box(736, -112, 8, 800, -48, 16, 'metal_tread'),
+                                        box(740, -108, 0, 796, -52, 8, 'metal_beam')],
+                target='ferry0', speed=64, sounds=1)
     stops = [(736, -112, 0), (912, -112, 0), (912, 48, 0), (736, 48, 0)]
     for number, stop in enumerate(stops):
-        name = 'ferry%d' % number
-        yield point('path_corner', *stop, targetname=name, XMPentityname=name,
-                    target='ferry%d' % ((number + 1) % len(stops)), wait=2 if number % 2 == 0 else 0)
+        name, following = 'ferry%d' % number, 'ferry%d' % ((number + 1) % len(stops))
+        yield point('path_corner', *stop, targetname=name, XMPentityname=name, target=following,
+                    wait=2 if number % 2 == 0 else 0)
 
 
 def triggers():
-    yield Entity('trigger_once', [('XMPentityname', 'ambush'), ('target', 'ambush'),
-                                  ('message', 'You are not alone')], [box(624, 400, 0, 976, 416, 96, 'trigger')])
-    yield Entity('trigger_secret', [('XMPentityname', 'gallery secret')],
-                 [box(544, -320, 128, 608, -192, 192, 'trigger')])
-    yield Entity('trigger_changelevel', [('XMPentityname', 'way out'), ('map', 'start')],
-                 [box(768, 704, 0, 832, 720, 112, 'trigger')])
+    yield named('trigger_once', 'ambush', [box(624, 400, 0, 976, 416, 96, 'trigger')],
+                target='ambush', message='You are not alone')
+    yield named('trigger_secret', 'gallery secret',
+                [box(544, -320, 128, 608, -192, 192, 'trigger')])
+    yield named('trigger_changelevel', 'way out', [box(768, 704, 0, 832, 720, 112, 'trigger')],
+                map='start')
 
 
 def inhabitants():
@@ -304,25 +315,30 @@ def bookcase():
 
 
 def library():
-    yield Entity('templateClass', [('XMPentityname', 'bookcase')], bookcase())
-    yield Entity('templateInstance', [('XMPentityname', 'bookcase by the gate'), ('XMPclass', 'bookcase'),
-                                      ('origin', '240 176 0'), ('angle', '270')])
-    yield Entity('templateInstance', [('XMPentityname', 'tall bookcase'), ('XMPclass', 'bookcase'),
-                                      ('origin', '0 240 0'), ('XMPscalex', '1.5'), ('XMPscaley', '1'),
-                                      ('XMPscalez', '1.25')])
+    yield named('templateClass', 'bookcase', bookcase())
+    yield named('templateInstance', 'bookcase by the gate', XMPclass='bookcase',
+                origin='240 176 0', angle=270)
+    yield named('templateInstance', 'tall bookcase', XMPclass='bookcase', origin='0 240 0',
+                XMPscalex=1.5, XMPscaley=1, XMPscalez=1.25)
+
+
+def put_away():
+    yield hidden(box(-96, -256, 0, -32, -192, 64, 'crate_wood'))
+    yield hidden(point('item_rockets', 0, -240, 8))
 
 
 def sample():
-    altar = Entity('embed', [('XMPentityname', 'altar'), ('origin', '800 440 0'), ('XMPminx', '-48'),
-                             ('XMPminy', '-48'), ('XMPminz', '0'), ('XMPmaxx', '48'), ('XMPmaxy', '48'),
-                             ('XMPmaxz', '32'), ('XMPfilename', 'maps/altar.xmp')])
-    structure = [*hall(), *corridor(), *courtyard(), *vault(), *movers(), *triggers(), *inhabitants()]
-    detail = [*columns(), *arch(), *balcony(), *furniture(), *library(), altar,
-              hidden(box(-64, -224, 0, 64, -208, 96, 'metal_stripes')), hidden(point('item_rockets', 0, -240, 8))]
+    embedded = named('embed', 'altar', origin='800 440 0', XMPminx=-48, XMPminy=-48, XMPminz=0,
+                     XMPmaxx=48, XMPmaxy=48, XMPmaxz=32, XMPfilename='maps/altar.xmp')
+    structure = [*hall(), *corridor(), *courtyard(), *vault(),
+                 *movers(), *triggers(), *inhabitants()]
+    detail = [*columns(), *arch(), *balcony(), *furniture(), *library(), embedded, *put_away()]
     spare = [box(840, 480, 0, 888, 528, 48, 'crate_iron'), light(864, 504, 72, 120)]
     return world('The Iron Courtyard', 0, [
-        layer('structure', 0, (0.8, 0.1, 0.1), structure), layer('detail', 0, (0.1, 0.5, 0.2), detail),
-        layer('lights', 0, (0.9, 0.7, 0), lamps()), layer('ideas', 3, (0.4, 0.4, 0.4), spare)])
+        layer('structure', 0, (0.8, 0.1, 0.1), structure),
+        layer('detail', 0, (0.1, 0.5, 0.2), detail),
+        layer('lights', 0, (0.9, 0.7, 0), lamps()),
+        layer('ideas', 3, (0.4, 0.4, 0.4), spare)])
 
 
 def altar():
