@@ -73,7 +73,9 @@ std::string MapView::Caption() const {
 }
 
 void MapView::Refresh() {
-  ShowChange();
+  ShowZoomText();
+  UpdateScrollBars();
+  host_.Invalidate();
 }
 
 void MapView::RefreshAll() {

@@ -157,7 +157,6 @@ class MapView : public MapObserver {
   void SetOrigin(double u, double v);
   void ScaleBy(double factor);
   bool MayScaleBy(double factor) const;
-  void ShowChange();
   void WrapCursor(Pixel cursor);
   void CopyGridToOthers();
   void RefreshAll();

@@ -87,12 +87,6 @@ bool MapView::MayScaleBy(double factor) const {
          std::abs(transform.scalev * factor) >= MIN_SCALE;
 }
 
-void MapView::ShowChange() {
-  ShowZoomText();
-  UpdateScrollBars();
-  host_.Invalidate();
-}
-
 void MapView::UpdateScrollBars() {
   host_.SetScrollBars(BarOf(ExtentU(), transform.originu), BarOf(ExtentV(), transform.originv));
 }
@@ -127,7 +121,7 @@ void MapView::ZoomIn() {
   const double u = zoom(transform.scaleu, ExtentU());
   const double v = zoom(transform.scalev, ExtentV());
   SetOrigin(transform.originu + RoundToInt(u), transform.originv + RoundToInt(v));
-  ShowChange();
+  Refresh();
 }
 
 void MapView::ZoomOut() {
@@ -135,7 +129,7 @@ void MapView::ZoomOut() {
   SetOrigin(transform.originu - RoundToInt(ExtentU() / 2),
             transform.originv - RoundToInt(ExtentV() / 2));
   ScaleBy(2);
-  ShowChange();
+  Refresh();
 }
 
 void MapView::ZoomAt(Pixel at, bool out) {
@@ -146,7 +140,7 @@ void MapView::ZoomAt(Pixel at, bool out) {
   ScaleBy(factor);
   SetOrigin(u - at.x * static_cast<double>(transform.scaleu),
             v - at.y * static_cast<double>(transform.scalev));
-  ShowChange();
+  Refresh();
 }
 
 int MapView::ZoomPercent() const {
@@ -219,7 +213,7 @@ void MapView::OnResize() {
   }
   SetOrigin(transform.originu + StepsIntoWorld(transform.originu, ExtentU(), transform.scaleu),
             transform.originv + StepsIntoWorld(transform.originv, ExtentV(), transform.scalev));
-  ShowChange();
+  Refresh();
 }
 
 }  // namespace ferrowand
