@@ -163,14 +163,17 @@ EntityPtr entity::Adopt(EntityPtr child) {
   return child;
 }
 
-// A layer that leaves the map, by itself or with what holds it, is not its current one any more.
+bool entity::IsWithin(const entity& tree) const {
+  const entity* e = this;
+  while (e && e != &tree) e = e->parent_;
+  return e != nullptr;
+}
+
+// What leaves the map, with all below it, is neither its current layer nor selected any more.
 void entity::Release(entity& child) {
   if (Map* map = OwningMap()) {
-    for (const entity* e = map->currentLayer; e; e = e->parent_) {
-      if (e != &child) continue;
-      map->currentLayer = nullptr;
-      break;
-    }
+    if (map->currentLayer && map->currentLayer->IsWithin(child)) map->currentLayer = nullptr;
+    std::erase_if(map->selection, [&](const entity* e) { return e->IsWithin(child); });
   }
   child.parent_ = nullptr;
 }

@@ -90,8 +90,11 @@ class entity {
   std::size_t IndexOf(const entity& child) const;
   EntityPtr TakeChild(std::size_t index);
   std::vector<EntityPtr> TakeChildren();
-  // A child's place taken by another object; the old one comes back.
+  // A child's place taken by another object; the old one comes back. Whatever leaves a map leaves
+  // its selection too: who takes many out at once empties that first.
   EntityPtr ReplaceChild(std::size_t index, EntityPtr child);
+  // This entity itself, or one below it.
+  bool IsWithin(const entity& tree) const;
   // The document that holds this entity, or null.
   virtual Map* OwningMap();
   const Map* OwningMap() const { return const_cast<entity*>(this)->OwningMap(); }

@@ -1,3 +1,8 @@
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
 #include "document/map.h"
 #include "document/text_writer.h"
 #include "document/winfile.h"
@@ -10,16 +15,37 @@ bool IsQuakeMapName(std::string_view name) {
   return name.size() >= 4 && EqualNoCase(name.substr(name.size() - 4), ".map");
 }
 
+// -1 when there is none.
+int FindKey(const entity& e, std::string_view name) {
+  int index = e.numkeys() - 1;
+  while (index >= 0 && !EqualNoCase(e.KeyName(index), name)) --index;
+  return index;
+}
+
 }  // namespace
 
+// What an earlier save had to add stands behind the version, and is set again like the rest: saving
+// twice gives the same file.
 void Map::SetWorldspawnKeys(const SaveSettings& settings, bool onlyOneWad) {
+  const std::pair<const char*, std::string> additions[] = {
+      {"worldtype", std::to_string(settings.defaultWorldType)},
+      {"sounds", std::to_string(settings.defaultSounds)},
+      {"message", "Ferrowand-generated map!"}};
+  std::vector<std::pair<std::string, std::string>> added;
+  const int version = FindKey(*this, "XMPversion");
+  for (const auto& [name, value] : additions) {
+    const int index = FindKey(*this, name);
+    if (index < 0) {
+      added.emplace_back(name, value);
+    } else if (version >= 0 && index > version) {
+      added.emplace_back(KeyName(index), KeyValue(index));
+    }
+  }
   const bool first = onlyOneWad && !wads.Items().empty();
   SetKey("wad", first ? wads.Items().front().name : wads.Names());
   SetKey("XMPqc", classSetName);
   SetKey("XMPversion", "1.01");
-  if (!GetKey("worldtype")) SetKey("worldtype", std::to_string(settings.defaultWorldType));
-  if (!GetKey("sounds")) SetKey("sounds", std::to_string(settings.defaultSounds));
-  if (!GetKey("message")) SetKey("message", "Ferrowand-generated map!");
+  for (const auto& [name, value] : added) SetKey(name, value);
 }
 
 void Map::WriteMapBrushes(TextWriter& out, unsigned option) const {

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "document/map.h"
+
 namespace ferrowand {
 
 void UndoStore::SetLevels(std::size_t levels) {
@@ -55,8 +57,17 @@ void UndoStore::Reverse(Change& change) {
 }
 
 UndoStore::Step UndoStore::ReverseAll(Step step) {
+  if (step.empty()) return step;
+  // The selection is put aside, so that it is looked through once and not for every change.
+  Map* const map = step.back().parent->OwningMap();
+  std::vector<entity*> selection;
+  if (map) selection.swap(map->selection);
   std::ranges::reverse(step);
   std::ranges::for_each(step, Reverse);
+  if (map) {
+    std::erase_if(selection, [map](const entity* e) { return e->OwningMap() != map; });
+    map->selection.swap(selection);
+  }
   return step;
 }
 

@@ -1,0 +1,238 @@
+#include "document/entity.h"
+
+#include "document/document_fixture.h"
+
+namespace ferrowand {
+namespace {
+
+class EntityTest : public DocumentTest {
+ protected:
+  // The text stands between the braces of one entity behind the world.
+  const entity& ReadBody(const std::string& body) {
+    map = ReadText("{\n}\n{" + body + "}\n");
+    return *map->currentLayer->getEntityList().front();
+  }
+  std::string Keys(const entity& e) {
+    std::string keys;
+    for (int i = 0; i < e.numkeys(); ++i) keys += e.KeyName(i) + "=" + e.KeyValue(i) + ";";
+    return keys;
+  }
+
+  std::unique_ptr<Map> map;
+  entity plain{data.classes.Default()};
+};
+
+TEST_F(EntityTest, ANewEntityIsABrushWithoutOriginAndAngle) {
+  EXPECT_EQ(Keys(plain), "classname=brush;XMPferroflags=0;");
+  EXPECT_EQ(plain.getClass()->Kind(), EntityKind::Brush);
+  EXPECT_EQ(plain.Origin(), Vec3(65000, 0, 0));
+  EXPECT_FALSE(plain.HasOrigin());
+  EXPECT_EQ(plain.angle(), 32600);
+  EXPECT_EQ(plain.state, 1);
+}
+
+TEST_F(EntityTest, SettingAKeyMovesItToTheEndAndSparesOtherSpellings) {
+  plain.SetKey("origin", "1 2 3");
+  plain.SetKey("Origin", "4 5 6");
+  plain.SetKey("classname", "light");
+  EXPECT_EQ(Keys(plain), "XMPferroflags=0;origin=1 2 3;Origin=4 5 6;classname=light;");
+  EXPECT_STREQ(plain.GetKey("ORIGIN"), "1 2 3");
+  EXPECT_EQ(plain.Origin(), Vec3(4, 5, 6));
+  EXPECT_EQ(plain.GetKey("target"), nullptr);
+}
+
+TEST_F(EntityTest, AKeyMayBeSetFromItsOwnTexts) {
+  const std::string longValue(100, 'v');
+  plain.SetKey("name", longValue);
+  plain.SetKey(plain.KeyName(2), plain.GetKey("name"));
+  EXPECT_EQ(plain.GetKey("name"), longValue);
+}
+
+TEST_F(EntityTest, OriginsKeepWhatTheTextDoesNotTell) {
+  struct Case {
+    const char* text;
+    Vec3 expected;
+  };
+  for (const Case& c : {Case{"8 16", {8, 16, 3}}, Case{"-8.5\t+16 .25", {-8.5f, 16, 0.25f}},
+                        Case{"8 x 5", {8, 2, 3}}, Case{"8,5", {8, 2, 3}}, Case{"", {1, 2, 3}},
+                        Case{"- 1 1", {1, 2, 3}}, Case{"nan inf 1", {1, 2, 3}},
+                        Case{"7-6-5", {7, -6, -5}}, Case{"1e2 0 0", {100, 0, 0}}}) {
+    plain.SetKey("origin", "1 2 3");
+    plain.SetKey("origin", c.text);
+    EXPECT_EQ(plain.Origin(), c.expected) << c.text;
+  }
+  plain.SetKey("origin", "1e99 -1e99 0");
+  EXPECT_TRUE(std::isfinite(plain.Origin().x) && std::isfinite(plain.Origin().y));
+}
+
+TEST_F(EntityTest, AnglesAndFlagsAreWholeNumbers) {
+  plain.SetKey("Angle", "90.7");
+  EXPECT_EQ(plain.angle(), 90);
+  plain.SetKey("angle", "-2");
+  EXPECT_EQ(plain.angle(), -2);
+  plain.SetKey("xmpFERROFLAGS", "3");
+  EXPECT_EQ(plain.flags(), 3);
+  plain.SetFlags(-1);
+  EXPECT_EQ(plain.flags(), -1);
+}
+
+TEST_F(EntityTest, OriginsAreSetAsTextToo) {
+  plain.SetOrigin(1, -2, 32767);
+  EXPECT_STREQ(plain.GetKey("origin"), "1.000000 -2.000000 32767.000000");
+  plain.SetOriginAxis(1, 5);
+  EXPECT_STREQ(plain.GetKey("origin"), "1.000000 5.000000 32767.000000");
+  EXPECT_EQ(plain.Origin(), Vec3(1, 5, 32767));
+}
+
+TEST_F(EntityTest, The250thKeyIsToldAndAddedAllTheSame) {
+  while (plain.numkeys() < 249) plain.AddKey("again", "1");
+  EXPECT_TRUE(recorder.messages.empty());
+  plain.AddKey("again", "2");
+  EXPECT_NE(recorder.OnlyText().find("entity.cpp: \"(numkeys+1)<MAXKEYS\""), std::string::npos);
+  EXPECT_EQ(plain.numkeys(), 250);
+}
+
+TEST_F(EntityTest, RemovingAKeyThatIsNotThereIsTold) {
+  plain.RemoveKey(0);
+  EXPECT_EQ(Keys(plain), "XMPferroflags=0;");
+  plain.RemoveKey(1);
+  EXPECT_NE(recorder.OnlyText().find("\"num<numkeys\""), std::string::npos);
+  plain.ClearKeys();
+  EXPECT_EQ(plain.numkeys(), 0);
+}
+
+TEST_F(EntityTest, ClassesComeFromTheMapThatHoldsTheEntity) {
+  const std::string qc = temp.Write("game.qc", "/*QUAKED light (0 1 0) (-8 -8 -8) (8 8 8)\r\n*/");
+  map = ReadText("{\n\"XMPqc\" \"" + qc + "\"\n}\n");
+  auto child = std::make_unique<entity>(data.classes.Default());
+  child->SetKey("classname", "light");
+  EXPECT_EQ(child->getClass()->classname, "unknown");
+  entity* held = map->AddChild(std::move(child));
+  held->SetKey("classname", "light");
+  EXPECT_EQ(held->getClass()->classname, "light");
+  held->SetKey("classname", "Light");
+  EXPECT_EQ(held->getClass()->classname, "unknown");
+}
+
+TEST_F(EntityTest, ACopyIsDeepAndBelongsToNothing) {
+  const entity& door =
+      ReadBody("\"classname\" \"func_door\"\"angle\" \"90\"" + Cuboid(0, 0, 0, 16, 16, 16));
+  const EntityPtr copy = door.Copy();
+  EXPECT_EQ(ExtendedText(*copy), ExtendedText(door));
+  EXPECT_EQ(copy->Parent(), nullptr);
+  EXPECT_EQ(copy->getClass(), door.getClass());
+  EXPECT_EQ(copy->angle(), 90);
+  EXPECT_EQ(copy->GetBounds(), door.GetBounds());
+  copy->getEntityList().front()->brush.Translate({8, 0, 0});
+  EXPECT_EQ(door.GetBounds().mins, Vec3(0, 0, 0));
+}
+
+TEST_F(EntityTest, ACopyWhoseKeysDecodeToAnotherAngleIsTold) {
+  plain.AddKey("Angle", "45");
+  plain.AddKey("angle", "90");
+  plain.RemoveKey(plain.numkeys() - 1);
+  EXPECT_EQ(plain.Copy()->angle(), 45);
+  EXPECT_NE(recorder.OnlyText().find("\"ret->angle==angle\""), std::string::npos);
+}
+
+TEST_F(EntityTest, ChildrenAreFoundWhereverTheyStand) {
+  std::vector<entity*> children;
+  for (int i = 0; i < 7; ++i) {
+    children.push_back(plain.AddChild(std::make_unique<entity>(data.classes.Default())));
+  }
+  for (const std::size_t i : {3u, 4u, 6u, 0u, 5u, 1u, 2u})
+    EXPECT_EQ(plain.IndexOf(*children[i]), i);
+  const EntityPtr taken = plain.TakeChild(3);
+  EXPECT_EQ(taken.get(), children[3]);
+  EXPECT_EQ(plain.IndexOf(*taken), plain.getEntityList().size());
+  EXPECT_EQ(plain.IndexOf(*children[6]), 5u);
+}
+
+TEST_F(EntityTest, TheBodyMayHoldCommentsFacesAndEntities) {
+  const std::string faces = Cuboid(0, 0, 0, 8, 8, 8);
+  const entity& e = ReadBody("// a \"comment\" }\n\"a\" // between\n \"1\"" +
+                             faces.substr(1, faces.size() - 3) + "\"b\" \"2\"{{}}");
+  EXPECT_STREQ(e.GetKey("a"), "1");
+  EXPECT_STREQ(e.GetKey("b"), "2");
+  EXPECT_EQ(e.brush.getNumFaces(), 6);
+  ASSERT_EQ(e.getEntityList().size(), 1u);
+  EXPECT_EQ(e.getEntityList().front()->getEntityList().size(), 1u);
+  EXPECT_TRUE(recorder.messages.empty()) << recorder.OnlyText();
+}
+
+TEST_F(EntityTest, AStrayCharacterIsToldOnceWithItsLine) {
+  const entity& e = ReadBody("\n7 \"a\" \"1\"\n8/x\n\"b\" \"2\"");
+  EXPECT_EQ(recorder.OnlyText(),
+            "An invalid char(7) was found in entity definition at line:4.\nThis file may not be a "
+            "map file.\n\nFerrowand will attempt to read the rest, but some data may be lost!");
+  EXPECT_EQ(recorder.messages.front().title, "Parsing Error");
+  EXPECT_STREQ(e.GetKey("a"), "1");
+  EXPECT_STREQ(e.GetKey("b"), "2");
+}
+
+// Meant: what lies beyond the limit is not skipped but read as what follows.
+TEST_F(EntityTest, AValueIsCutAt1024BytesAndReadingGoesOnFromThere) {
+  const std::string longest(1023, 'x');
+  const entity& whole = ReadBody("\"" + longest + "\" \"" + longest + "\"");
+  EXPECT_EQ(whole.GetKey(longest), longest);
+  const entity& cut = ReadBody("\"k\" \"" + longest + "yz\"");
+  EXPECT_EQ(cut.GetKey("k"), longest + "y");
+  EXPECT_EQ(recorder.OnlyText().find("An invalid char(z) was found in entity"), 0u);
+}
+
+TEST_F(EntityTest, FixedFlagsOfAClassOverruleTheFile) {
+  const std::string qc =
+      temp.Write("game.qc", "/*QUAKED path (0 1 0) ?\r\n~ 1 text*/ /*QUAKED light (0 1 0) ?\r\n*/");
+  map = ReadText("{\"XMPqc\" \"" + qc +
+                 "\"}{\"XMPferroflags\" \"2\"\"classname\" \"path\"}"
+                 "{\"XMPferroflags\" \"2\"\"classname\" \"light\"}");
+  const auto& entities = map->currentLayer->getEntityList();
+  EXPECT_EQ(entities[0]->flags(), 1);
+  EXPECT_EQ(entities[1]->flags(), 2);
+}
+
+int DepthOf(const entity& e) {
+  int deepest = 0;
+  for (const EntityPtr& child : e.getEntityList()) deepest = std::max(deepest, DepthOf(*child));
+  return deepest + 1;
+}
+
+TEST_F(EntityTest, NestingBeyondTheLimitIsFlattenedAndToldOnce) {
+  std::string nested = "{}\n{";
+  for (int i = 0; i < 500; ++i) nested += "\"depth\" \"" + std::to_string(i) + "\"{";
+  nested += "\"bottom\" \"yes\"" + std::string(500, '}') + "}{\"after\" \"yes\"}";
+  map = ReadText(nested);
+  EXPECT_EQ(recorder.OnlyText().find("The entities in this map are nested too deep."), 0u);
+  EXPECT_NE(recorder.OnlyText().find("line 2"), std::string::npos);
+  EXPECT_LE(DepthOf(*map), MAXDEPTH + 3);
+
+  int keys = 0;
+  ForEachEntity(*map, [&](const entity& e) {
+    keys += e.GetKey("depth") != nullptr || e.GetKey("bottom") != nullptr;
+  });
+  EXPECT_EQ(keys, 501);
+  EXPECT_STREQ(map->currentLayer->getEntityList().back()->GetKey("after"), "yes");
+}
+
+TEST_F(EntityTest, TheCurrentLayerAndTheSelectionNeverOutliveTheirObjects) {
+  map = ReadText("{}{}");
+  entity* first = map->currentLayer;
+  entity* second = map->AddLayer("second");
+  map->selection = {first->getEntityList().front().get(), second};
+  EntityPtr taken = map->TakeChild(map->IndexOf(*first));
+  EXPECT_EQ(map->currentLayer, second);
+  EXPECT_EQ(map->selection, std::vector<entity*>{second});
+  taken = map->TakeChild(map->IndexOf(*second));
+  EXPECT_EQ(map->currentLayer, nullptr);
+  EXPECT_TRUE(map->selection.empty());
+  EXPECT_EQ(map->AddChild(taken->Copy())->Parent(), map.get());
+  EXPECT_EQ(map->AddChild(taken->Copy())->Parent(), map->getEntityList().front().get());
+
+  EntityPtr replacement = map->currentLayer->Copy();
+  entity* replaced = replacement.get();
+  map->ReplaceChild(map->IndexOf(*map->currentLayer), std::move(replacement));
+  EXPECT_EQ(map->currentLayer, replaced);
+}
+
+}  // namespace
+}  // namespace ferrowand

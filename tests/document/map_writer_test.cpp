@@ -1,0 +1,125 @@
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "document/document_fixture.h"
+#include "document/map.h"
+
+namespace ferrowand {
+namespace {
+
+const std::string DATA = FERROWAND_TEST_DATA;
+
+std::string Slurp(const std::string& name) {
+  std::ifstream file(name, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+class MapWriterTest : public DocumentTest, public MapObserver {
+ protected:
+  void OnStatus(const std::string& text) override { status.push_back(text); }
+
+  std::vector<std::string> status;
+};
+
+// The files show layers, a hidden brush, a template with two instances and an embedded map.
+TEST_F(MapWriterTest, BothFormatsAreWrittenByteForByte) {
+  const auto map = LoadMap(data, DATA + "/organised.xmp");
+  ASSERT_NE(map, nullptr);
+  EXPECT_EQ(ExtendedText(*map), Slurp(DATA + "/organised.xmp"));
+  EXPECT_EQ(QuakeText(*map), Slurp(DATA + "/organised.map"));
+  EXPECT_EQ(QuakeText(*map, WRITE_VISIBLE_ONLY), Slurp(DATA + "/organised_visible.map"));
+}
+
+TEST_F(MapWriterTest, TheNameDecidesTheFormat) {
+  struct Case {
+    const char* name;
+    const char* written;
+    bool quakeMap;
+  };
+  for (const Case& c :
+       {Case{"room", "room.xmp", false}, Case{"room.MAP", "room.MAP", true},
+        Case{"room.bak", "room.bak", false}, Case{"a.b/room", "a.b/room.xmp", false},
+        Case{"roommap", "roommap.xmp", false}, Case{"room.", "room..xmp", false},
+        Case{"two.maps", "two.maps", false}}) {
+    std::filesystem::create_directories(temp.Path("a.b"));
+    Map map(data);
+    map.AddObserver(*this);
+    map.modified = true;
+    EXPECT_TRUE(map.Save(temp.Path(c.name), 0, {})) << c.name;
+    EXPECT_EQ(map.filename, temp.Path(c.written));
+    EXPECT_FALSE(map.modified);
+    EXPECT_EQ(temp.Read(c.written).starts_with("//////////////////////////////\n"), c.quakeMap);
+    EXPECT_EQ(status.back(), c.quakeMap ? "Saved MAP format" : "Saved Extended MAP format");
+  }
+}
+
+TEST_F(MapWriterTest, TheWorldTellsWhatItIsMadeWith) {
+  const auto map = ReadText("{\"Message\" \"mine\"\"wad\" \"a.wad;b.wad\"\"sounds\" \"4\"}");
+  const SaveSettings settings{.onlyOneWad = true, .defaultWorldType = 2, .defaultSounds = 9};
+  ASSERT_TRUE(map->Save(temp.Path("room.xmp"), 0, settings));
+  const std::string first = temp.Read("room.xmp");
+  EXPECT_NE(
+      first.find("\t\"Message\" \"mine\"\n\t\"sounds\" \"4\"\n"
+                 "\t\"wad\" \"a.wad;b.wad\"\n\t\"XMPqc\" \"" +
+                 map->classSetName + "\"\n\t\"XMPversion\" \"1.01\"\n\t\"worldtype\" \"2\"\n{\n"),
+      std::string::npos)
+      << first;
+  EXPECT_EQ(first.find("Ferrowand-generated"), std::string::npos);
+  ASSERT_TRUE(map->Save(temp.Path("room.map"), 0, settings));
+  EXPECT_NE(temp.Read("room.map").find("\t\"wad\" \"a.wad\"\n"), std::string::npos);
+}
+
+TEST_F(MapWriterTest, SavingTwiceGivesTheSameFile) {
+  for (const char* keys :
+       {"", "\"message\" \"mine\"", "\"sounds\" \"1\"\"wad\" \"\"\"worldtype\" \"2\""}) {
+    const auto map = ReadText(std::string("{") + keys + "}");
+    ASSERT_TRUE(map->Save(temp.Path("room.xmp"), 0, {}));
+    const std::string first = temp.Read("room.xmp");
+    ASSERT_TRUE(map->Save(temp.Path("room.xmp"), 0, {}));
+    EXPECT_EQ(temp.Read("room.xmp"), first);
+    ASSERT_TRUE(LoadMap(data, temp.Path("room.xmp"))->Save(temp.Path("again.xmp"), 0, {}));
+    EXPECT_EQ(temp.Read("again.xmp").substr(60), first.substr(60));
+  }
+}
+
+TEST_F(MapWriterTest, AMapWithoutAMessageGetsOne) {
+  Map map(data);
+  ASSERT_TRUE(map.Save(temp.Path("room"), 0, {}));
+  EXPECT_EQ(map.Name(), "Ferrowand-generated map!");
+}
+
+TEST_F(MapWriterTest, NoKeyOfTheEditorReachesTheGame) {
+  const auto map = ReadText(
+      "{\"xmpa\" \"1\"\"XmPb\" \"1\"\"XM\" \"1\"}{\"classname\" \"light\"\"xMpc\" \"1\"\"axmp\" "
+      "\"1\"}");
+  const std::string text = QuakeText(*map);
+  for (const char* gone : {"xmpa", "XmPb", "xMpc", "XMP"}) {
+    EXPECT_EQ(text.find(gone), std::string::npos) << gone;
+  }
+  EXPECT_NE(text.find("{\n\t\"classname\" \"light\"\n\t\"axmp\" \"1\"\n}\n"), std::string::npos);
+  EXPECT_NE(text.find("\t\"XM\" \"1\"\n"), std::string::npos);
+}
+
+TEST_F(MapWriterTest, ASaveThatFailsCostsNothing) {
+  const auto map = ReadText("{}");
+  const std::string oldName = map->filename;
+  map->modified = true;
+  map->AddObserver(*this);
+  EXPECT_FALSE(map->Save(temp.Path("missing/room.map"), 0, {}));
+  EXPECT_FALSE(recorder.messages.empty());
+  EXPECT_EQ(map->filename, oldName);
+  EXPECT_TRUE(map->modified);
+  EXPECT_EQ(status, std::vector<std::string>{"Saved MAP format"});
+}
+
+TEST_F(MapWriterTest, WhoStoppedWatchingHearsNothing) {
+  Map map(data);
+  map.AddObserver(*this);
+  map.RemoveObserver(*this);
+  map.ShowStatus("text");
+  EXPECT_TRUE(status.empty());
+}
+
+}  // namespace
+}  // namespace ferrowand

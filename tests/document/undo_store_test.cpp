@@ -1,0 +1,159 @@
+#include "document/undo_store.h"
+
+#include <random>
+
+#include "document/document_fixture.h"
+
+namespace ferrowand {
+namespace {
+
+class UndoStoreTest : public DocumentTest {
+ protected:
+  entity& Add(std::size_t step, const std::string& name) {
+    auto added = std::make_unique<entity>(data.classes.Default());
+    added->SetKey("name", name);
+    entity* e = map.AddChild(std::move(added));
+    map.undo.RecordAdded(step, *e);
+    return *e;
+  }
+  entity& Add(const std::string& name) { return Add(map.undo.BeginStep(true), name); }
+  std::string Text() const { return ExtendedText(map); }
+
+  Map map{data, 30};
+};
+
+TEST_F(UndoStoreTest, WhatIsUndoneStandsWhereItStood) {
+  for (const char* name : {"a", "b", "c", "d"}) Add(name);
+  const std::string before = Text();
+  const auto& list = map.currentLayer->getEntityList();
+  const std::size_t step = map.undo.BeginStep(true);
+  map.undo.Remove(step, *list[1]);
+  EntityPtr changed = list[2]->Copy();
+  changed->SetKey("name", "changed");
+  map.undo.Replace(step, *list[2], std::move(changed));
+  map.undo.Remove(step, *list[0]);
+  Add(step, "e");
+  const std::string after = Text();
+  for (int i = 0; i < 3; ++i) {
+    map.undo.Undo();
+    EXPECT_EQ(Text(), before);
+    map.undo.Redo();
+    EXPECT_EQ(Text(), after);
+  }
+}
+
+TEST_F(UndoStoreTest, TheOldestStepGoesWhenThereAreTooMany) {
+  Add("first");
+  const std::string afterFirst = Text();
+  for (int i = 0; i < 30; ++i) Add("more");
+  EXPECT_EQ(map.undo.StepCount(), 30u);
+  for (int i = 0; i < 30; ++i) map.undo.Undo();
+  EXPECT_EQ(Text(), afterFirst);
+  EXPECT_FALSE(map.undo.CanUndo());
+  map.undo.Undo();
+  EXPECT_EQ(Text(), afterFirst);
+}
+
+TEST_F(UndoStoreTest, FewerLevelsDropTheOldestSteps) {
+  for (const char* name : {"a", "b", "c"}) Add(name);
+  const std::string all = Text();
+  map.undo.SetLevels(1);
+  map.undo.Undo();
+  map.undo.Undo();
+  EXPECT_EQ(map.currentLayer->getEntityList().size(), 2u);
+  map.undo.Redo();
+  EXPECT_EQ(Text(), all);
+  map.undo.SetLevels(0);
+  Add("d");
+  EXPECT_EQ(map.undo.StepCount(), 1u);
+}
+
+TEST_F(UndoStoreTest, ANewStepLeavesNothingToRedo) {
+  Add("a");
+  Add("b");
+  map.undo.Undo();
+  EXPECT_TRUE(map.undo.CanRedo());
+  Add("c");
+  const std::string text = Text();
+  EXPECT_FALSE(map.undo.CanRedo());
+  map.undo.Redo();
+  EXPECT_EQ(Text(), text);
+}
+
+TEST_F(UndoStoreTest, OnlyTheLastUndoneStepIsRedone) {
+  Add("a");
+  Add("b");
+  map.undo.Undo();
+  map.undo.Undo();
+  map.undo.Redo();
+  EXPECT_FALSE(map.undo.CanRedo());
+  ASSERT_EQ(map.currentLayer->getEntityList().size(), 1u);
+  EXPECT_STREQ(map.currentLayer->getEntityList()[0]->GetKey("name"), "a");
+}
+
+TEST_F(UndoStoreTest, TheSelectionHoldsOnlyWhatIsInTheMap) {
+  entity& a = Add("a");
+  entity& b = Add("b");
+  map.selection = {&b, &a};
+  map.undo.Undo();
+  EXPECT_EQ(map.selection, std::vector<entity*>{&a});
+}
+
+TEST_F(UndoStoreTest, ALayerMayLeaveAndComeBack) {
+  Add("a");
+  const std::string before = Text();
+  map.undo.Remove(map.undo.BeginStep(true), *map.currentLayer);
+  EXPECT_EQ(map.currentLayer, nullptr);
+  map.undo.Undo();
+  EXPECT_EQ(Text(), before);
+  Add("b");
+  EXPECT_EQ(map.currentLayer, map.getEntityList().front().get());
+}
+
+// Any sequence of edits, and as many undos, gives the identical text.
+TEST_F(UndoStoreTest, RandomEditsAreTakenBackToTheLetter) {
+  std::mt19937 random(7);
+  const auto below = [&](std::size_t count) { return random() % count; };
+  for (int i = 0; i < 8; ++i) map.AddChild(std::make_unique<entity>(data.classes.Default()));
+  for (int round = 0; round < 50; ++round) {
+    std::vector<std::string> texts{Text()};
+    for (int step = 0; step < 20; ++step) {
+      const std::size_t index = map.undo.BeginStep(true);
+      for (std::size_t changes = 1 + below(4); changes > 0; --changes) {
+        const auto& list = map.AddChild(std::make_unique<entity>(data.classes.Default()))
+                               ->Parent()
+                               ->getEntityList();
+        map.undo.RecordAdded(index, *list.back());
+        entity& victim = *list[below(list.size())];
+        EntityPtr copy = victim.Copy();
+        copy->SetKey("n", std::to_string(random()));
+        switch (below(3)) {
+          case 0:
+            map.undo.Remove(index, victim);
+            break;
+          case 1:
+            map.undo.Replace(index, victim, std::move(copy));
+            break;
+          default:
+            map.undo.Remove(index, victim);
+            map.undo.RecordAdded(index, *list[below(list.size())]->AddChild(std::move(copy)));
+        }
+      }
+      texts.push_back(Text());
+    }
+    while (texts.size() > 1) {
+      ASSERT_EQ(Text(), texts.back());
+      map.undo.Undo();
+      if (below(2)) {
+        map.undo.Redo();
+        ASSERT_EQ(Text(), texts.back());
+        map.undo.Undo();
+      }
+      texts.pop_back();
+    }
+    ASSERT_EQ(Text(), texts.back());
+  }
+}
+
+}  // namespace
+}  // namespace ferrowand
