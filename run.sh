@@ -12,7 +12,7 @@ cd "$(dirname "$0")" || exit 1
 . scripts/common.sh
 
 step "Packages" install_packages cmake ninja-build g++ g++-mingw-w64-i686-posix \
-  g++-mingw-w64-x86-64-posix wine wine64 xvfb imagemagick x11-utils
+  g++-mingw-w64-x86-64-posix wine wine64 fonts-wine fonts-liberation xvfb imagemagick x11-utils
 
 preset=win64
 have_wine32 && preset=win32

@@ -8,7 +8,7 @@ export FERROWAND_CORPUS=${FERROWAND_CORPUS:-$(realpath -m ../shared/corpus)}
 
 step "Packages" install_packages cmake ninja-build g++ clang clang-format clang-tidy \
   libclang-rt-14-dev googletest libgtest-dev libbenchmark-dev g++-mingw-w64-i686-posix \
-  g++-mingw-w64-x86-64-posix wine wine64 xvfb xdotool imagemagick x11-utils
+  g++-mingw-w64-x86-64-posix wine wine64 fonts-wine fonts-liberation xvfb xdotool imagemagick x11-utils
 
 step "Floors" scripts/check_floors.sh
 format() { git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run --Werror; }
