@@ -120,10 +120,10 @@ bool WadFile::RemoveTexture(Texture& texture) {
   // Bytes that another entry tells of as well must stay.
   if (HasLumpBetween(directory, pos - 1, end)) size = 0;
 
-  const auto moveUp = [&](WadEntry& other) {
+  const auto closeGap = [&](WadEntry& other) {
     if (other.filepos > pos) other.filepos -= size;
   };
-  std::for_each(directory.begin(), directory.end(), moveUp);
+  std::for_each(directory.begin(), directory.end(), closeGap);
   Header header = header_;
   --header.numlumps;
   header.infotableofs -= size;
@@ -136,7 +136,7 @@ bool WadFile::RemoveTexture(Texture& texture) {
 
   header_ = header;
   RemoveFromCache(texture);
-  for (const auto& other : textures_) moveUp(other->entry);
+  for (const auto& other : textures_) closeGap(other->entry);
   textures_.erase(place);
   Index();
   return cut;
@@ -200,8 +200,8 @@ bool WadFile::WriteDirectory(const Header& header, const std::vector<WadEntry>& 
 bool WadFile::PutDirectoryLast(const std::vector<WadEntry>& directory) {
   Header header = header_;
   header.infotableofs = file::Size(file_);
-  const std::uint64_t end = std::uint64_t{header.infotableofs} + directory.size() * WADENTRYSIZE;
   if (!HasLumpBetween(directory, header_.infotableofs - 1, header.infotableofs)) return true;
+  const std::uint64_t end = std::uint64_t{header.infotableofs} + directory.size() * WADENTRYSIZE;
   if (end >= std::numeric_limits<std::uint32_t>::max() || !WriteDirectory(header, directory)) {
     return false;
   }

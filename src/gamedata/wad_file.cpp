@@ -16,7 +16,7 @@ constexpr std::uint16_t CHECKERSIDE = 64;  // texels
 
 // A checkerboard of single texels.
 std::vector<std::uint8_t> Checkerboard(std::uint8_t even, std::uint8_t odd) {
-  std::vector<std::uint8_t> pixels(CHECKERSIDE * CHECKERSIDE);
+  std::vector<std::uint8_t> pixels(std::size_t{CHECKERSIDE} * CHECKERSIDE);
   for (int y = 0; y < CHECKERSIDE; ++y) {
     for (int x = 0; x < CHECKERSIDE; ++x) {
       pixels[y * CHECKERSIDE + x] = (x + y) % 2 == 0 ? even : odd;
@@ -176,7 +176,8 @@ bool WadFile::ReadTexture(const WadEntry& entry, std::uint32_t fileSize) {
   const std::uint32_t height = GetLe32(&bytes[20]);
   if (width == 0 || height == 0 || width > MAXTEXTURESIDE || height > MAXTEXTURESIDE) return false;
   // Of the levels only the first is ever read; the others may be missing.
-  if (std::uint64_t{entry.filepos} + MIPHEADERSIZE + width * height > fileSize) return false;
+  const std::uint64_t texels = std::uint64_t{width} * height;
+  if (texels + MIPHEADERSIZE + entry.filepos > fileSize) return false;
 
   auto texture = std::make_unique<Texture>();
   texture->width = static_cast<std::uint16_t>(width);

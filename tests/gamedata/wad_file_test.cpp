@@ -190,6 +190,17 @@ TEST_F(WadFileTest, AFileThatShrankSinceItWasOpenedShowsTheReplacementImage) {
   EXPECT_EQ(wad->Pixels(*wad->Textures()[0])[0], 208);
 }
 
+TEST_F(WadFileTest, ATextureOfAWadWithoutAFileIsAFailedCheckAndShowsTheReplacementImage) {
+  const auto wad = Make();
+  Texture stray;
+  stray.width = stray.height = 8;
+  EXPECT_EQ(wad->Pixels(stray)[0], 208);
+  EXPECT_NE(
+      recorder.OnlyText().find("At line 914 in file wadfile.cpp: \"file!=INVALID_HANDLE_VALUE\"."),
+      std::string::npos)
+      << recorder.OnlyText();
+}
+
 TEST_F(WadFileTest, OneColourStandsForATexture) {
   const auto wad = Open(WadBytes({{"mixed", 4, 4, std::string("\x0a\x0a\x0a\x22", 4)},
                                   {"tie", 4, 4, std::string("\x30\x20\x20\x30", 4)},
