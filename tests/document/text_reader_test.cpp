@@ -74,7 +74,7 @@ TEST(TextReader, EveryWindowSizeReadsTheSameText) {
 
 TEST(TextReader, AnUngetAfterARefillReturnsTheByteBefore) {
   const std::string text = LongText(100000);
-  for (const std::uint16_t window : {std::uint16_t{10}, TextReader::WINDOW}) {
+  for (const std::uint16_t window : {10, 11, 12, 17, 32768}) {
     Reading reading(text, window);
     for (std::size_t i = 0; i < text.size(); ++i) {
       ASSERT_EQ(reading.reader.GetChar(), text[i]) << i;
@@ -128,8 +128,27 @@ TEST(TextReader, SeparatorsAreTokensOfTheirOwn) {
   for (const auto& c : cases) EXPECT_EQ(Reading(c.text).Tokens(), c.tokens) << c.text;
 }
 
+TEST(TextReader, TheByteBehindATokenAtAWindowsEndIsTheNextOne) {
+  const std::string text = "(){}()[]<>+-()a(bc)d{}\"\"==!!..,,;;::";
+  Reading reading(text, 10);
+  std::string token;
+  while (!reading.reader.AtEof()) {
+    ASSERT_EQ(reading.reader.PeekChar(), text[reading.reader.Offset()]);
+    reading.reader.ReadToken(token, 50);
+  }
+}
+
 TEST(TextReader, AZeroByteEndsATokenAndIsWhiteSpace) {
   EXPECT_EQ(Reading(std::string("a\0b", 3)).Tokens(), (Strings{"a", "b"}));
+}
+
+TEST(TextReader, AZeroByteInsideAWordEndsTheTextButNotTheCount) {
+  Reading reading(std::string("ab\0cd x\n", 8) + "\n");
+  std::string word;
+  EXPECT_EQ(reading.reader.ReadWord(word, 50), 5u);
+  EXPECT_EQ(word, "ab");
+  EXPECT_EQ(reading.reader.ReadWord(word, 50), 1u);
+  EXPECT_EQ(word, "x");
 }
 
 TEST(TextReader, ATokenIsCutAtItsLimitAndTheRestFollows) {
