@@ -13,7 +13,7 @@ class SettingsStore;
 
 // Defaults are the field initialisers.
 struct Options {
-  static constexpr std::size_t TEXTLENGTH = 100;   // of a text field, zero byte included
+  static constexpr std::size_t TEXTLENGTH = 100;  // of a text field, zero byte included
   static constexpr std::size_t RECENTLENGTH = 512;
   static constexpr std::size_t NUMRECENTMAPS = 6;
   static constexpr std::size_t NUMRECENTGROUPS = 8;

@@ -37,7 +37,8 @@ class Reporter {
   explicit Reporter(MessageSink& sink) : sink_(sink) {}
 
   // A failed internal check or system call. `expression` is the condition's own text, `source` the
-  // unit with its extension ("..\\winfile.cpp"), `line` the line of the check. Yes ends the program.
+  // unit with its extension ("..\\winfile.cpp"), `line` the line of the check. Yes ends the
+  // program.
   void Assert(const char* expression, const char* source, unsigned line);
 
   // Damage in an input file; titled "Parsing Error". The formatted text is cut at 1024 bytes.
