@@ -17,7 +17,7 @@ struct Result {
   std::string err;
 };
 
-Result Run(const std::vector<std::string>& arguments) {
+Result RunLine(const std::vector<std::string>& arguments) {
   std::ostringstream out;
   std::ostringstream err;
   const int status = RunCli(arguments, out, err);
@@ -45,7 +45,7 @@ std::string MapText(const std::string& extra = "") {
 
 TEST(Cli, TellsWhatAMapHolds) {
   const TempDir folder;
-  const Result result = Run({"info", folder.Write("cube.map", MapText())});
+  const Result result = RunLine({"info", folder.Write("cube.map", MapText())});
   EXPECT_EQ(result.status, 0) << result.err;
   for (const char* line : {"message: Cube\n", "entities: 2\n", "brushes: 1\n", "faces: 6\n",
                            "layers: 1\n", "bounds: (0 0 0) (64 64 64)\n", "       1  light\n"}) {
@@ -56,17 +56,17 @@ TEST(Cli, TellsWhatAMapHolds) {
 TEST(Cli, ConvertsByTheNameOfTheTarget) {
   const TempDir folder;
   const std::string source = folder.Write("cube.map", MapText());
-  EXPECT_EQ(Run({"convert", source, folder.Path("bare")}).status, 0);
+  EXPECT_EQ(RunLine({"convert", source, folder.Path("bare")}).status, 0);
   const std::string extended = folder.Read("bare.xmp");
   EXPECT_TRUE(Contains(extended, "\"XMPversion\" \"1.01\""));
 
-  EXPECT_EQ(Run({"convert", folder.Path("bare.xmp"), folder.Path("again.MAP")}).status, 0);
+  EXPECT_EQ(RunLine({"convert", folder.Path("bare.xmp"), folder.Path("again.MAP")}).status, 0);
   const std::string quake = folder.Read("again.MAP");
   EXPECT_FALSE(Contains(quake, "XMP"));
   EXPECT_TRUE(quake.starts_with("//////////////////////////////\n"));
 
-  EXPECT_EQ(Run({"convert", folder.Path("again.MAP"), folder.Path("second.xmp")}).status, 0);
-  EXPECT_TRUE(Contains(Run({"info", folder.Path("second.xmp")}).out, "faces: 6\n"));
+  EXPECT_EQ(RunLine({"convert", folder.Path("again.MAP"), folder.Path("second.xmp")}).status, 0);
+  EXPECT_TRUE(Contains(RunLine({"info", folder.Path("second.xmp")}).out, "faces: 6\n"));
 }
 
 TEST(Cli, LeavesOutWhatIsHiddenWhenAsked) {
@@ -76,15 +76,16 @@ TEST(Cli, LeavesOutWhatIsHiddenWhenAsked) {
                    "{\n\"classname\" \"worldspawn\"\n"
                    "{\n\"classname\" \"layer\"\n\"XMPentityname\" \"off\"\n\"XMPstate\" \"1\"\n" +
                        std::string(CUBE) + "}\n}\n");
-  EXPECT_EQ(Run({"convert", source, folder.Path("all.map")}).status, 0);
-  EXPECT_EQ(Run({"convert", source, folder.Path("seen.map"), "--visible-only"}).status, 0);
+  EXPECT_EQ(RunLine({"convert", source, folder.Path("all.map")}).status, 0);
+  EXPECT_EQ(RunLine({"convert", source, folder.Path("seen.map"), "--visible-only"}).status, 0);
   EXPECT_TRUE(Contains(folder.Read("all.map"), " brick "));
   EXPECT_FALSE(Contains(folder.Read("seen.map"), " brick "));
 }
 
 TEST(Cli, ReportsDamageWithItsLineAndSaysSoByItsStatus) {
   const TempDir folder;
-  const Result result = Run({"info", folder.Write("bad.map", MapText("{\n\"a\" \"b\"\n?\n}\n"))});
+  const Result result =
+      RunLine({"info", folder.Write("bad.map", MapText("{\n\"a\" \"b\"\n?\n}\n"))});
   EXPECT_EQ(result.status, 1);
   EXPECT_TRUE(Contains(result.err,
                        "Parsing Error: An invalid char(?) was found in entity definition at "
@@ -107,7 +108,7 @@ TEST(Cli, SaysWhichFileItCouldNotOpenOrWrite) {
       {"classes", missing},
   };
   for (const auto& command : commands) {
-    const Result result = Run(command);
+    const Result result = RunLine(command);
     EXPECT_EQ(result.status, 2) << command.front();
     EXPECT_FALSE(result.err.empty()) << command.front();
   }
@@ -126,25 +127,25 @@ TEST(Cli, RefusesALineThatMakesNoSense) {
       {"info", "a", "--visible-only"},
   };
   for (const auto& line : lines) {
-    const Result result = Run(line);
+    const Result result = RunLine(line);
     EXPECT_EQ(result.status, 2);
     EXPECT_TRUE(Contains(result.err, "usage: ferrowand-cli"));
   }
 }
 
 TEST(Cli, ListsTheTexturesOfAWad) {
-  const Result result = Run({"wad", FERROWAND_DATA "/quake.wad"});
+  const Result result = RunLine({"wad", FERROWAND_DATA "/quake.wad"});
   EXPECT_EQ(result.status, 0) << result.err;
   EXPECT_TRUE(Contains(result.out, "offset 12\n"));
 }
 
 TEST(Cli, ListsTheClassesOfAQuakeCFile) {
   const TempDir folder;
-  const std::string qc = folder.Write(
-      "two.qc",
-      "/*QUAKED light (0 1 0) (-8 -8 -8) (8 8 8) START_OFF\r\nA lamp.\r\n*/\r\n"
-      "/*QUAKED func_wall (0 .5 .8) ?\r\nA wall.\r\n*/\r\n");
-  const Result result = Run({"classes", qc});
+  const std::string qc =
+      folder.Write("two.qc",
+                   "/*QUAKED light (0 1 0) (-8 -8 -8) (8 8 8) START_OFF\r\nA lamp.\r\n*/\r\n"
+                   "/*QUAKED func_wall (0 .5 .8) ?\r\nA wall.\r\n*/\r\n");
+  const Result result = RunLine({"classes", qc});
   EXPECT_EQ(result.status, 0) << result.err;
   EXPECT_EQ(result.out,
             "func_wall  (0 0.5 0.8) (-8 -8 -8) (8 8 8)\n"
@@ -153,16 +154,15 @@ TEST(Cli, ListsTheClassesOfAQuakeCFile) {
 
 TEST(Cli, TakesWadsAndClassesFromWhereItIsTold) {
   const TempDir folder;
-  const std::string map = folder.Write(
-      "cube.map", "{\n\"wad\" \"gfx/other.wad\"\n\"XMPqc\" \"own.qc\"\n" + std::string(CUBE) +
-                      "}\n{\n\"classname\" \"own_thing\"\n}\n");
+  const std::string map =
+      folder.Write("cube.map", "{\n\"wad\" \"gfx/other.wad\"\n\"XMPqc\" \"own.qc\"\n" +
+                                   std::string(CUBE) + "}\n{\n\"classname\" \"own_thing\"\n}\n");
   folder.Write("elsewhere/gfx/other.wad", std::string("WAD2\0\0\0\0\x0c\0\0\0", 12));
   const std::string qc =
       folder.Write("classes/own.qc", "/*QUAKED own_thing (0 1 0) ? A B\r\nOurs.\r\n*/\r\n");
 
-  EXPECT_EQ(Run({"info", map}).status, 1);
-  const Result told =
-      Run({"info", map, "--wad-path", folder.Path("elsewhere"), "--qc", qc});
+  EXPECT_EQ(RunLine({"info", map}).status, 1);
+  const Result told = RunLine({"info", map, "--wad-path", folder.Path("elsewhere"), "--qc", qc});
   EXPECT_EQ(told.status, 0) << told.err;
   EXPECT_TRUE(Contains(told.out, "wads: gfx/other.wad\n"));
 }
