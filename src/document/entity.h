@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "document/brush.h"
@@ -33,6 +34,13 @@ inline constexpr std::int32_t ENTITY_DRAWS_TARGETS = 1;
 inline constexpr std::int32_t ENTITY_IS_LIGHT = 2;
 
 using EntityPtr = std::unique_ptr<entity>;
+
+// What the reading of keys passes from one to the next.
+struct KeyText {
+  std::string name, value;  // as read last
+  const entity* owner = nullptr;
+  std::unordered_set<std::string> known;  // of an owner with more keys than any honest entity
+};
 
 class entity {
  public:
@@ -118,9 +126,9 @@ class entity {
 
  protected:
   Reporter& Report() const;
-  // From behind the key's opening quote to behind the value's closing one. Neither is longer than
-  // 1024 bytes, and a zero byte ends it.
-  static void ReadKey(TextReader& reader, std::string& key, std::string& value);
+  // Sets one key, from behind its opening quote to behind the value's closing one. Neither text is
+  // longer than 1024 bytes, and a zero byte ends it.
+  void ReadKey(TextReader& reader, KeyText& text);
   // An invalid character is told once a load.
   unsigned ReportChar(char c, const char* part, const TextReader& reader, unsigned flags) const;
 

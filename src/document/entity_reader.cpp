@@ -36,12 +36,28 @@ void WriteKey(TextWriter& out, std::string_view name, std::string_view value) {
   out.Put("\"\n");
 }
 
-void entity::ReadKey(TextReader& reader, std::string& key, std::string& value) {
-  reader.ReadUntil('"', key, MAXTEXT, true);
+// A look at all keys for each of them is cheap up to the limit; a stranger's file may go far
+// beyond.
+void entity::ReadKey(TextReader& reader, KeyText& text) {
+  reader.ReadUntil('"', text.name, MAXTEXT, true);
   reader.SkipPast('"', true);
-  reader.ReadUntil('"', value, MAXTEXT, true);
-  CutAtZeroByte(key);
-  CutAtZeroByte(value);
+  reader.ReadUntil('"', text.value, MAXTEXT, true);
+  CutAtZeroByte(text.name);
+  CutAtZeroByte(text.value);
+  if (numkeys() < MAXKEYS) {
+    SetKey(text.name, text.value);
+    return;
+  }
+  if (text.owner != this) {
+    text.owner = this;
+    text.known.clear();
+    for (const KeyPair& pair : keys_) text.known.insert(pair.name);
+  }
+  if (text.known.insert(text.name).second) {
+    AddKey(text.name, text.value);
+  } else {
+    SetKey(text.name, text.value);
+  }
 }
 
 unsigned entity::ReportChar(char c, const char* part, const TextReader& reader,
@@ -59,7 +75,7 @@ unsigned entity::ReportChar(char c, const char* part, const TextReader& reader,
 // braces. What is nested deeper than MAXDEPTH stands side by side at the limit.
 unsigned entity::Read(TextReader& reader, const WadList& wads, unsigned flags) {
   std::vector<entity*> open;  // below this entity, outermost first
-  std::string key, value;
+  KeyText text;
   bool blank = false;  // nothing has been read into the innermost one yet
   for (;;) {
     entity& current = open.empty() ? *this : *open.back();
@@ -76,8 +92,7 @@ unsigned entity::Read(TextReader& reader, const WadList& wads, unsigned flags) {
     }
     reader.GetChar();
     if (c == '"') {
-      ReadKey(reader, key, value);
-      current.SetKey(key, value);
+      current.ReadKey(reader, text);
       blank = false;
     } else if (c == '{') {
       if (open.size() >= MAXDEPTH && !(flags & READ_DEPTH_REPORTED)) {

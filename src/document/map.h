@@ -79,7 +79,7 @@ class Map : public entity {
  private:
   entity* FirstLayer() const;
   bool ReadWorldspawn(TextReader& reader, unsigned& flags);
-  unsigned ReadWorldspawnKey(TextReader& reader, unsigned flags);
+  unsigned ReadWorldspawnKey(TextReader& reader, KeyText& text, unsigned flags);
   void LoadWads(const std::string& names, bool quiet);
   void LoadClassSet(const std::string& name, bool quiet);
   void FinishWorldspawn();

@@ -64,6 +64,7 @@ unsigned Map::ReadMap(TextReader& reader, unsigned flags) {
 
 // True when the worldspawn has ended, false when there is enough for one call.
 bool Map::ReadWorldspawn(TextReader& reader, unsigned& flags) {
+  KeyText text;
   for (unsigned blocks = 0; blocks < BLOCKS_A_CALL;) {
     reader.SkipWhitespace();
     if (reader.AtEof()) return true;
@@ -74,7 +75,7 @@ bool Map::ReadWorldspawn(TextReader& reader, unsigned& flags) {
     }
     reader.GetChar();
     if (c == '"') {
-      flags = ReadWorldspawnKey(reader, flags);
+      flags = ReadWorldspawnKey(reader, text, flags);
     } else if (c == '{') {
       entity* child = InsertChild(std::make_unique<entity>(*classSet), getEntityList().size());
       flags = child->Read(reader, wads, flags);
@@ -91,10 +92,10 @@ bool Map::ReadWorldspawn(TextReader& reader, unsigned& flags) {
   return false;
 }
 
-unsigned Map::ReadWorldspawnKey(TextReader& reader, unsigned flags) {
-  std::string key, value;
-  ReadKey(reader, key, value);
-  SetKey(key, value);
+unsigned Map::ReadWorldspawnKey(TextReader& reader, KeyText& text, unsigned flags) {
+  ReadKey(reader, text);
+  const std::string& key = text.name;
+  const std::string& value = text.value;
   const bool merging = flags & READ_MERGE;
   if (EqualNoCase(key, "wad")) {
     if (!merging) LoadWads(value, flags & READ_HAD_WADS);

@@ -92,6 +92,16 @@ TEST_F(EntityTest, The250thKeyIsToldAndAddedAllTheSame) {
   EXPECT_EQ(plain.numkeys(), 250);
 }
 
+TEST_F(EntityTest, KeysBeyondTheLimitAreReadLikeTheOthers) {
+  std::string keys;
+  for (int i = 0; i < 300; ++i) keys += "\"k" + std::to_string(i) + "\" \"1\"";
+  const entity& e = ReadBody(keys + "\"k299\" \"2\"\"k7\" \"2\"{}\"k299\" \"3\"");
+  EXPECT_EQ(e.numkeys(), 302);
+  EXPECT_STREQ(e.GetKey("k7"), "2");
+  EXPECT_STREQ(e.GetKey("k299"), "3");
+  EXPECT_EQ(e.KeyName(301), "k299");
+}
+
 TEST_F(EntityTest, RemovingAKeyThatIsNotThereIsTold) {
   plain.RemoveKey(0);
   EXPECT_EQ(Keys(plain), "XMPferroflags=0;");
