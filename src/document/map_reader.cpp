@@ -28,8 +28,11 @@ std::uint32_t VersionKey(std::string_view version) {
   return key;
 }
 
+// And the blank lines around them, or the world's brace would be taken for that of an entity.
 void SkipLeadingComments(TextReader& reader) {
-  while (!reader.AtEof() && reader.PeekChar() == '/') {
+  for (;;) {
+    reader.SkipWhitespace();
+    if (reader.AtEof() || reader.PeekChar() != '/') return;
     reader.GetChar();
     if (reader.PeekChar() != '/') {
       reader.UngetChar();
