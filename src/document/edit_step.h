@@ -2,16 +2,17 @@
 // redone together.
 #pragma once
 
-#include <cstddef>
+#include <span>
+#include <unordered_set>
+#include <vector>
 
 #include "document/entity.h"
+#include "document/undo_step.h"
 
 namespace ferrowand {
 
-class Map;
-
 // Open while it lives; ends by its destruction. A step in which nothing happened leaves no trace;
-// any other marks the map as modified. Steps do not nest.
+// any other marks the map as modified. Steps do not nest, and nothing is undone while one is open.
 class EditStep {
  public:
   explicit EditStep(Map& map);
@@ -21,26 +22,35 @@ class EditStep {
 
   Map& map() const { return map_; }
 
-  // To be said before the object, or anything below it, is changed: the step keeps a copy, and the
-  // object stays what it is, where it is, selected or not. Said again in the same step for the same
-  // object it does nothing.
+  // To be said before the object, or any object below it, is changed: the step keeps copies, and
+  // the objects stay what they are, where they are, selected or not. Said again in the same step
+  // for the same object it does nothing. Objects below it come and go by the operations below only.
   void Change(entity& e);
-  // The same for the keys alone, of an object that holds others (a layer, the world itself).
+  // The same for the object alone, when it holds others (a layer, the world itself).
   void ChangeKeys(entity& e);
-  // Out of the map, into the step's keeping. Leaves the selection too.
+  // Out of the map, into the step's keeping. Leaves the selection too. Many go at the cost of a
+  // few.
   void Remove(entity& e);
-  // Into the map: to the end of the parent's children. The map itself puts it into its current
-  // layer. Gives the object, which belongs to the map now.
+  void Remove(std::span<entity* const> objects);
+  // Into the map: to the end of the parent's children. The map itself puts it where new objects
+  // go. Gives the object, which belongs to the map now.
   entity& Add(EntityPtr e, entity& parent);
-  // To another parent, at its end.
+  // For what has been put into the map already.
+  void Added(entity& e) { step_.Added(e); }
+  // To another parent, which lies below none of them, at its end.
   void Move(entity& e, entity& parent);
+  void Move(std::span<entity* const> objects, entity& parent);
 
   // Takes everything back, as if the step had never been opened.
   void Cancel();
 
  private:
   Map& map_;
-  std::size_t index_;
+  UndoStep step_;
+  std::unordered_set<const entity*> kept_;
+  std::vector<entity*> selectionBefore_;
+  entity* currentLayerBefore_;
+  entity* leadingGroupBefore_;
 };
 
 }  // namespace ferrowand

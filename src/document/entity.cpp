@@ -169,10 +169,13 @@ bool entity::IsWithin(const entity& tree) const {
   return e != nullptr;
 }
 
-// What leaves the map, with all below it, is neither its current layer nor selected any more.
+// What leaves the map, with all below it, is neither its current layer, nor its leading group, nor
+// selected any more.
 void entity::Release(entity& child) {
   if (Map* map = OwningMap()) {
-    if (map->currentLayer && map->currentLayer->IsWithin(child)) map->currentLayer = nullptr;
+    for (entity** e : {&map->currentLayer, &map->leadingGroup}) {
+      if (*e && (*e)->IsWithin(child)) *e = nullptr;
+    }
     std::erase_if(map->selection, [&](const entity* e) { return e->IsWithin(child); });
   }
   child.parent_ = nullptr;
@@ -181,15 +184,6 @@ void entity::Release(entity& child) {
 entity* entity::InsertChild(EntityPtr child, std::size_t index) {
   const auto place = children_.begin() + static_cast<std::ptrdiff_t>(index);
   return children_.insert(place, Adopt(std::move(child)))->get();
-}
-
-// The current layer's place is passed on.
-EntityPtr entity::ReplaceChild(std::size_t index, EntityPtr child) {
-  Map* map = OwningMap();
-  const bool wasCurrent = map && map->currentLayer == children_[index].get();
-  Release(*children_[index]);
-  if (wasCurrent) map->currentLayer = child.get();
-  return std::exchange(children_[index], Adopt(std::move(child)));
 }
 
 std::size_t entity::IndexOf(const entity& child) const {
@@ -220,6 +214,34 @@ std::vector<EntityPtr> entity::TakeChildren() {
   return std::exchange(children_, {});
 }
 
+std::vector<EntityPtr> entity::TakeChildren(std::span<const std::size_t> places) {
+  std::vector<EntityPtr> taken;
+  if (places.empty()) return taken;
+  taken.reserve(places.size());
+  auto end = children_.begin() + static_cast<std::ptrdiff_t>(places.front());
+  for (std::size_t i = places.front(); i < children_.size(); ++i) {
+    if (taken.size() < places.size() && places[taken.size()] == i) {
+      Release(*children_[i]);
+      taken.push_back(std::move(children_[i]));
+    } else {
+      *end++ = std::move(children_[i]);
+    }
+  }
+  children_.erase(end, children_.end());
+  return taken;
+}
+
+void entity::InsertChildren(std::vector<EntityPtr> children, std::span<const std::size_t> places) {
+  const std::size_t old = children_.size();
+  children_.resize(old + children.size());
+  std::size_t end = children_.size();  // behind it everything stands where it belongs
+  for (std::size_t i = children.size(); i-- > 0;) {
+    const std::size_t place = std::min(places[i], old + i);
+    for (; end - 1 > place; --end) children_[end - 1] = std::move(children_[end - 2 - i]);
+    children_[--end] = Adopt(std::move(children[i]));
+  }
+}
+
 Map* entity::OwningMap() {
   return parent_ ? parent_->OwningMap() : nullptr;
 }
@@ -239,6 +261,24 @@ EntityPtr entity::Copy() const {
   ret->children_.reserve(children_.size());
   for (const EntityPtr& child : children_) ret->AddChild(child->Copy());
   return ret;
+}
+
+EntityPtr entity::CopyAlone() const {
+  EntityPtr copy(new entity(brush.Copy(), class_));
+  copy->origin_ = origin_;
+  copy->angle_ = angle_;
+  copy->flags_ = flags_;
+  copy->keys_ = keys_;
+  return copy;
+}
+
+void entity::SwapContents(entity& other) {
+  std::swap(class_, other.class_);
+  std::swap(origin_, other.origin_);
+  std::swap(angle_, other.angle_);
+  std::swap(flags_, other.flags_);
+  keys_.swap(other.keys_);
+  std::swap(brush, other.brush);
 }
 
 void entity::ResolveTextures(const WadList& wads) {

@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <unordered_set>
@@ -98,9 +99,11 @@ class entity {
   std::size_t IndexOf(const entity& child) const;
   EntityPtr TakeChild(std::size_t index);
   std::vector<EntityPtr> TakeChildren();
-  // A child's place taken by another object; the old one comes back. Whatever leaves a map leaves
-  // its selection too: who takes many out at once empties that first.
-  EntityPtr ReplaceChild(std::size_t index, EntityPtr child);
+  // Those at the places, which ascend; in one walk. Whatever leaves a map leaves its selection too:
+  // who takes many out at once empties that first.
+  std::vector<EntityPtr> TakeChildren(std::span<const std::size_t> places);
+  // Undoes that: afterwards the children stand at the places. Beyond the end is at the end.
+  void InsertChildren(std::vector<EntityPtr> children, std::span<const std::size_t> places);
   // This entity itself, or one below it.
   bool IsWithin(const entity& tree) const;
   // The document that holds this entity, or null.
@@ -119,6 +122,11 @@ class entity {
 
   // Deep; belongs to nothing yet.
   EntityPtr Copy() const;
+  // To the letter, but without what lies below.
+  EntityPtr CopyAlone() const;
+  // What the object itself is changes places: keys, class, brush and what is decoded. The tree
+  // stays as it is, and so does what the views keep.
+  void SwapContents(entity& other);
 
   Brush brush;
   std::uint8_t state = 1;       // 1: a group acts as one object; 0: its members act alone

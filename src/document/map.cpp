@@ -44,10 +44,15 @@ entity* Map::FirstLayer() const {
 }
 
 // After the current layer has left, another takes its place; without any the map itself does.
-entity* Map::AddChild(EntityPtr child) {
+entity& Map::NewParent() {
+  if (leadingGroup) return *leadingGroup;
   if (!currentLayer) currentLayer = FirstLayer();
-  return currentLayer ? currentLayer->AddChild(std::move(child))
-                      : InsertChild(std::move(child), getEntityList().size());
+  return currentLayer ? *currentLayer : *this;
+}
+
+entity* Map::AddChild(EntityPtr child) {
+  entity& parent = NewParent();
+  return parent.InsertChild(std::move(child), parent.getEntityList().size());
 }
 
 std::string Map::Name() const {

@@ -63,6 +63,7 @@ class Map : public entity {
   std::string classSetName;  // as the map names it
   std::string filename = "unnamed.map";
   entity* currentLayer = nullptr;  // null, or one of the children
+  entity* leadingGroup = nullptr;  // null, or an object of this map that new ones join
   std::vector<entity*> selection;  // in the order of selecting; objects of this map, not owned
   std::uint8_t optionBits = MAP_GRID | MAP_SNAP | MAP_ANGLE_SNAP;
   bool modified = false;
@@ -73,6 +74,8 @@ class Map : public entity {
   void ShowStatus(const std::string& text);
 
   GameData& Data() const { return data_; }
+  // What new objects are given to: the leading group, else the current layer, else the map itself.
+  entity& NewParent();
   // A new layer of that name, made the current one.
   entity* AddLayer(const std::string& name);
 

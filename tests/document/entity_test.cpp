@@ -237,11 +237,6 @@ TEST_F(EntityTest, TheCurrentLayerAndTheSelectionNeverOutliveTheirObjects) {
   EXPECT_TRUE(map->selection.empty());
   EXPECT_EQ(map->AddChild(taken->Copy())->Parent(), map.get());
   EXPECT_EQ(map->AddChild(taken->Copy())->Parent(), map->getEntityList().front().get());
-
-  EntityPtr replacement = map->currentLayer->Copy();
-  entity* replaced = replacement.get();
-  map->ReplaceChild(map->IndexOf(*map->currentLayer), std::move(replacement));
-  EXPECT_EQ(map->currentLayer, replaced);
 }
 
 }  // namespace

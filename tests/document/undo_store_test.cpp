@@ -3,20 +3,22 @@
 #include <random>
 
 #include "document/document_fixture.h"
+#include "document/edit_step.h"
 
 namespace ferrowand {
 namespace {
 
 class UndoStoreTest : public DocumentTest {
  protected:
-  entity& Add(std::size_t step, const std::string& name) {
+  entity& Add(EditStep& step, const std::string& name) {
     auto added = std::make_unique<entity>(data.classes.Default());
     added->SetKey("name", name);
-    entity* e = map.AddChild(std::move(added));
-    map.undo.RecordAdded(step, *e);
-    return *e;
+    return step.Add(std::move(added), map);
   }
-  entity& Add(const std::string& name) { return Add(map.undo.BeginStep(true), name); }
+  entity& Add(const std::string& name) {
+    EditStep step(map);
+    return Add(step, name);
+  }
   std::string Text() const { return ExtendedText(map); }
 
   Map map{data, 30};
@@ -26,13 +28,14 @@ TEST_F(UndoStoreTest, WhatIsUndoneStandsWhereItStood) {
   for (const char* name : {"a", "b", "c", "d"}) Add(name);
   const std::string before = Text();
   const auto& list = map.currentLayer->getEntityList();
-  const std::size_t step = map.undo.BeginStep(true);
-  map.undo.Remove(step, *list[1]);
-  EntityPtr changed = list[2]->Copy();
-  changed->SetKey("name", "changed");
-  map.undo.Replace(step, *list[2], std::move(changed));
-  map.undo.Remove(step, *list[0]);
-  Add(step, "e");
+  {
+    EditStep step(map);
+    step.Remove(*list[1]);
+    step.Change(*list[1]);
+    list[1]->SetKey("name", "changed");
+    step.Move(*list[0], *list[1]);
+    Add(step, "e");
+  }
   const std::string after = Text();
   for (int i = 0; i < 3; ++i) {
     map.undo.Undo();
@@ -102,7 +105,7 @@ TEST_F(UndoStoreTest, TheSelectionHoldsOnlyWhatIsInTheMap) {
 TEST_F(UndoStoreTest, ALayerMayLeaveAndComeBack) {
   Add("a");
   const std::string before = Text();
-  map.undo.Remove(map.undo.BeginStep(true), *map.currentLayer);
+  EditStep(map).Remove(*map.currentLayer);
   EXPECT_EQ(map.currentLayer, nullptr);
   map.undo.Undo();
   EXPECT_EQ(Text(), before);
@@ -118,25 +121,22 @@ TEST_F(UndoStoreTest, RandomEditsAreTakenBackToTheLetter) {
   for (int round = 0; round < 50; ++round) {
     std::vector<std::string> texts{Text()};
     for (int step = 0; step < 20; ++step) {
-      const std::size_t index = map.undo.BeginStep(true);
-      for (std::size_t changes = 1 + below(4); changes > 0; --changes) {
-        const auto& list = map.AddChild(std::make_unique<entity>(data.classes.Default()))
-                               ->Parent()
+      EditStep open(map);
+      for (std::size_t changes = below(4) + 1; changes > 0; --changes) {
+        const auto& list = open.Add(std::make_unique<entity>(data.classes.Default()), map)
+                               .Parent()
                                ->getEntityList();
-        map.undo.RecordAdded(index, *list.back());
         entity& victim = *list[below(list.size())];
-        EntityPtr copy = victim.Copy();
-        copy->SetKey("n", std::to_string(random()));
         switch (below(3)) {
           case 0:
-            map.undo.Remove(index, victim);
+            open.Remove(victim);
             break;
           case 1:
-            map.undo.Replace(index, victim, std::move(copy));
+            open.Change(victim);
+            victim.SetKey("n", std::to_string(random()));
             break;
           default:
-            map.undo.Remove(index, victim);
-            map.undo.RecordAdded(index, *list[below(list.size())]->AddChild(std::move(copy)));
+            if (&victim != list.front().get()) open.Move(victim, *list.front());
         }
       }
       texts.push_back(Text());

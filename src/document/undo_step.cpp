@@ -1,0 +1,148 @@
+#include "document/undo_step.h"
+
+#include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+#include "document/map.h"
+#include "gamedata/class_set.h"
+
+namespace ferrowand {
+namespace {
+
+// The places of the objects among the parent's children, ascending.
+std::vector<std::size_t> PlacesOf(const entity& parent, const std::vector<entity*>& objects) {
+  constexpr std::size_t FEW = 16;  // a search for each is cheaper than a walk over all
+  const auto& children = parent.getEntityList();
+  std::vector<std::size_t> places;
+  places.reserve(objects.size());
+  if (objects.size() < FEW) {
+    for (const entity* object : objects) places.push_back(parent.IndexOf(*object));
+    std::ranges::sort(places);
+    while (!places.empty() && places.back() == children.size()) places.pop_back();
+    return places;
+  }
+  const std::unordered_set<const entity*> wanted(objects.begin(), objects.end());
+  for (std::size_t i = 0; i < children.size(); ++i) {
+    if (wanted.contains(children[i].get())) places.push_back(i);
+  }
+  return places;
+}
+
+// What points into the map is put aside while objects move about in it, so that it is looked
+// through once and not for every object. What is still in the map at the end stays.
+class PointersAside {
+ public:
+  explicit PointersAside(Map& map)
+      : map_(map),
+        selection_(std::exchange(map.selection, {})),
+        currentLayer_(std::exchange(map.currentLayer, nullptr)),
+        leadingGroup_(std::exchange(map.leadingGroup, nullptr)) {}
+  ~PointersAside() {
+    const auto hasLeft = [this](const entity* e) { return e->OwningMap() != &map_; };
+    std::erase_if(selection_, hasLeft);
+    map_.selection = std::move(selection_);
+    if (currentLayer_ && currentLayer_->Parent() == &map_) map_.currentLayer = currentLayer_;
+    if (leadingGroup_ && !hasLeft(leadingGroup_)) map_.leadingGroup = leadingGroup_;
+  }
+  PointersAside(const PointersAside&) = delete;
+  PointersAside& operator=(const PointersAside&) = delete;
+
+ private:
+  Map& map_;
+  std::vector<entity*> selection_;
+  entity* currentLayer_;
+  entity* leadingGroup_;
+};
+
+// The object alone.
+void Rebind(entity& e, const Map& map) {
+  e.brush.ResolveTextures(map.wads);
+  if (&e.getClass()->Set() == map.classSet) return;
+  const char* classname = e.GetKey("classname");
+  e.SetClass(&map.classSet->FindClass(classname ? classname : "unknown"));
+}
+
+void RebindTree(entity& e, const Map& map) {
+  Rebind(e, map);
+  for (const EntityPtr& child : e.getEntityList()) RebindTree(*child, map);
+}
+
+}  // namespace
+
+void UndoStep::Keep(entity& e) {
+  records_.push_back(Contents{&e, e.CopyAlone()});
+}
+
+void UndoStep::Added(entity& e) {
+  // One record for all that come to the same parent in a row.
+  auto* last = records_.empty() ? nullptr : std::get_if<Transfer>(&records_.back());
+  if (!last || last->otherParent || last->parent != e.Parent()) {
+    records_.push_back(Transfer{e.Parent(), nullptr, {}, {}, {}});
+    last = &std::get<Transfer>(records_.back());
+  }
+  last->objects.push_back(&e);
+}
+
+void UndoStep::Move(std::span<entity* const> objects, entity* parent) {
+  const PointersAside aside(*map_);
+  std::vector<std::vector<entity*>> families;
+  std::unordered_map<const entity*, std::size_t> familyOf;
+  for (entity* object : objects) {
+    const auto [found, isNew] = familyOf.try_emplace(object->Parent(), families.size());
+    if (isNew) families.emplace_back();
+    families[found->second].push_back(object);
+  }
+  for (std::vector<entity*>& family : families) {
+    entity& from = *family.front()->Parent();
+    MoveFrom(from, std::move(family), parent);
+  }
+}
+
+void UndoStep::MoveFrom(entity& from, std::vector<entity*> objects, entity* to) {
+  Transfer transfer{to, &from, {}, PlacesOf(from, objects), {}};
+  std::vector<EntityPtr> taken = from.TakeChildren(transfer.otherPlaces);
+  transfer.objects.reserve(taken.size());
+  for (EntityPtr& object : taken) {
+    transfer.objects.push_back(object.get());
+    if (to) to->InsertChild(std::move(object), to->getEntityList().size());
+  }
+  if (!to) transfer.kept = std::move(taken);
+  records_.push_back(std::move(transfer));
+}
+
+void UndoStep::Exchange(Contents& contents) {
+  contents.object->SwapContents(*contents.other);
+  Rebind(*contents.object, *map_);
+}
+
+void UndoStep::Exchange(Transfer& transfer) {
+  std::vector<EntityPtr> taken = std::move(transfer.kept);
+  std::vector<std::size_t> places;
+  if (transfer.parent) {
+    places = PlacesOf(*transfer.parent, transfer.objects);
+    taken = transfer.parent->TakeChildren(places);
+  }
+  transfer.kept.clear();
+  if (transfer.otherParent) {
+    if (!transfer.parent) {
+      for (const EntityPtr& object : taken) RebindTree(*object, *map_);
+    }
+    transfer.otherParent->InsertChildren(std::move(taken), transfer.otherPlaces);
+  } else {
+    transfer.kept = std::move(taken);
+  }
+  std::swap(transfer.parent, transfer.otherParent);
+  transfer.otherPlaces = std::move(places);
+}
+
+void UndoStep::Reverse() {
+  const PointersAside aside(*map_);
+  std::ranges::reverse(records_);
+  for (auto& record : records_) {
+    std::visit([this](auto& change) { Exchange(change); }, record);
+  }
+}
+
+}  // namespace ferrowand

@@ -1,0 +1,55 @@
+// What one editing step did to a map, in the order in which it did it, so that it can be turned
+// round as often as wanted: objects that came, went or changed their parent, and what objects that
+// stayed looked like before. Objects keep their identity and their places.
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <variant>
+#include <vector>
+
+#include "document/entity.h"
+
+namespace ferrowand {
+
+class UndoStep {
+ public:
+  explicit UndoStep(Map& map) : map_(&map) {}
+
+  bool IsEmpty() const { return records_.empty(); }
+  // Before the object itself changes; what lies below it is not kept.
+  void Keep(entity& e);
+  // `e` has just been given to its parent.
+  void Added(entity& e);
+  // To the end of the parent's children, or out of the map, into the step's keeping, when there is
+  // none. Those of one parent stay in their order. Costs one walk over each old parent's children.
+  void Move(std::span<entity* const> objects, entity* parent);
+
+  // Takes everything back; the next time, does it again. What comes back is bound to the classes
+  // and textures that the map uses by now, and what leaves is not selected any more.
+  void Reverse();
+
+ private:
+  // The object in the map and what it was, or is to be.
+  struct Contents {
+    entity* object;
+    EntityPtr other;
+  };
+  // Children that stand at `parent`, or are kept where that is null, and their other place.
+  struct Transfer {
+    entity* parent;
+    entity* otherParent;
+    std::vector<entity*> objects;
+    std::vector<std::size_t> otherPlaces;
+    std::vector<EntityPtr> kept;
+  };
+
+  void Exchange(Contents& contents);
+  void Exchange(Transfer& transfer);
+  void MoveFrom(entity& from, std::vector<entity*> objects, entity* to);
+
+  Map* map_;
+  std::vector<std::variant<Contents, Transfer>> records_;
+};
+
+}  // namespace ferrowand
