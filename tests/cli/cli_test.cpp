@@ -85,11 +85,11 @@ TEST(Cli, LeavesOutWhatIsHiddenWhenAsked) {
 TEST(Cli, ReportsDamageWithItsLineAndSaysSoByItsStatus) {
   const TempDir folder;
   const Result result =
-      RunLine({"info", folder.Write("bad.map", MapText("{\n\"a\" \"b\"\n?\n}\n"))});
+      RunLine({"info", folder.Write("bad.map", MapText("{\n\"classname\" \"odd\"\n?\n}\n"))});
   EXPECT_EQ(result.status, 1);
   EXPECT_TRUE(Contains(result.err,
                        "Parsing Error: An invalid char(?) was found in entity definition at "
-                       "line:18."))
+                       "line:19."))
       << result.err;
   EXPECT_TRUE(Contains(result.out, "entities: 3\n"));
 }

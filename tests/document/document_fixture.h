@@ -43,6 +43,10 @@ inline std::string Cuboid(int x0, int y0, int z0, int x1, int y1, int z1) {
 
 class DocumentTest : public testing::Test {
  protected:
+  DocumentTest() {
+    data.searchPath.Add("");  // the name alone, wherever the tests are started
+  }
+
   std::unique_ptr<Map> ReadText(const std::string& text, unsigned* flags = nullptr) {
     return LoadMap(data, temp.Write("input.xmp", text), 30, flags);
   }
