@@ -28,6 +28,16 @@ std::uint32_t VersionKey(std::string_view version) {
   return key;
 }
 
+// What some text editors put in front of a file.
+void SkipByteOrderMark(TextReader& reader) {
+  for (const int expected : {0xEF, 0xBB, 0xBF}) {
+    if (reader.GetChar() != expected) {
+      reader.SeekTo(0);
+      return;
+    }
+  }
+}
+
 // And the blank lines around them, or the world's brace would be taken for that of an entity.
 void SkipLeadingComments(TextReader& reader) {
   for (;;) {
@@ -46,6 +56,7 @@ void SkipLeadingComments(TextReader& reader) {
 
 unsigned Map::ReadMap(TextReader& reader, unsigned flags) {
   if (readProgress_ == 0) {
+    SkipByteOrderMark(reader);
     SkipLeadingComments(reader);
     if (!reader.AtEof() && reader.PeekChar() == '{') reader.GetChar();
     if (!(flags & READ_MERGE) || wads.Items().empty()) {
