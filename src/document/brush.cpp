@@ -32,10 +32,6 @@ void DropRepeatedPoints(WindingPtr& w) {
   w = CopyWinding(*w);
 }
 
-struct TextureAxes {
-  DVec3 normal, s, t;
-};
-
 // The game's own table: which way up a texture lies on a face that looks along the normal.
 constexpr TextureAxes TEXTURE_AXES[] = {
     {{0, 0, 1}, {1, 0, 0}, {0, -1, 0}}, {{0, 0, -1}, {1, 0, 0}, {0, -1, 0}},
@@ -43,22 +39,9 @@ constexpr TextureAxes TEXTURE_AXES[] = {
     {{0, 1, 0}, {1, 0, 0}, {0, 0, -1}}, {{0, -1, 0}, {1, 0, 0}, {0, 0, -1}},
 };
 
-const TextureAxes& AxesOf(const DVec3& normal) {
-  const TextureAxes* best = &TEXTURE_AXES[0];
-  double greatest = 0;
-  for (const TextureAxes& axes : TEXTURE_AXES) {
-    const double likeness = Dot(normal, axes.normal);
-    if (likeness > greatest) {
-      greatest = likeness;
-      best = &axes;
-    }
-  }
-  return *best;
-}
-
 // Whole textures when one is bound, texels otherwise.
 void ProjectTexture(Face& face) {
-  const TextureAxes& axes = AxesOf(face.plane.normal);
+  const TextureAxes& axes = TextureAxesOf(face.plane.normal);
   const double angle = face.rotation * (std::numbers::pi / 180);
   const double c = std::cos(angle);
   const double s = std::sin(angle);
@@ -74,6 +57,19 @@ void ProjectTexture(Face& face) {
 }
 
 }  // namespace
+
+const TextureAxes& TextureAxesOf(const DVec3& normal) {
+  const TextureAxes* best = &TEXTURE_AXES[0];
+  double greatest = 0;
+  for (const TextureAxes& axes : TEXTURE_AXES) {
+    const double likeness = Dot(normal, axes.normal);
+    if (likeness > greatest) {
+      greatest = likeness;
+      best = &axes;
+    }
+  }
+  return *best;
+}
 
 void Face::SetName(std::string_view newName) {
   name.fill(0);

@@ -41,15 +41,29 @@ void CutAtNul(std::string& text) {
 }  // namespace
 
 TextReader::~TextReader() {
-  if (IsOpen()) file::Close(file_);
+  if (file_ != INVALID_FILE) file::Close(file_);
 }
 
-void TextReader::Open(const std::string& name, std::uint16_t requestedSize) {
-  if (IsOpen()) file::Close(file_);
+void TextReader::Close() {
+  if (file_ != INVALID_FILE) file::Close(file_);
+  file_ = INVALID_FILE;
+  isText_ = false;
   position_ = bufferSize_ = windowStart_ = fileSize_ = 0;
   buffer_ = std::make_unique<std::uint8_t[]>(1);
   readFailureReported_ = false;
   lineScan_ = {};
+}
+
+void TextReader::OpenText(std::string_view text) {
+  Close();
+  isText_ = true;
+  bufferSize_ = fileSize_ = static_cast<std::uint32_t>(text.size());
+  buffer_ = std::make_unique<std::uint8_t[]>(text.size() + 1);
+  std::ranges::copy(text, buffer_.get());
+}
+
+void TextReader::Open(const std::string& name, std::uint16_t requestedSize) {
+  Close();
   file_ = OpenExisting(name, FileAccess::Read);
   if (!IsOpen()) return;
   fileSize_ = file::Size(file_);
@@ -64,7 +78,7 @@ std::uint32_t TextReader::Fill(std::uint32_t offset) {
   const std::uint64_t wanted = std::uint64_t{bufferSize_} + offset;
   position_ = wanted > fileSize_ ? static_cast<std::uint32_t>(wanted - fileSize_) : 0;
   windowStart_ = offset - position_;
-  if (bufferSize_ == 0) return position_;
+  if (bufferSize_ == 0 || isText_) return position_;
   Seek(file_, windowStart_, SeekFrom::Begin, reporter_);
   const std::size_t bytesRead = file::Read(file_, buffer_.get(), bufferSize_);
   std::memset(buffer_.get() + bytesRead, 0, bufferSize_ - bytesRead);
@@ -111,20 +125,29 @@ void TextReader::UngetChar() {
   }
 }
 
+void TextReader::CountLines(std::string_view text) const {
+  for (const char c : text) {
+    if (c == '\r' || (c == '\n' && !lineScan_.afterCr)) ++lineScan_.line;
+    lineScan_.afterCr = c == '\r';
+  }
+  lineScan_.offset += static_cast<std::uint32_t>(text.size());
+}
+
 unsigned TextReader::LineNumber() const {
   if (lineScan_.offset > Offset()) lineScan_ = {};
   std::uint32_t left = std::min(Offset(), fileSize_) - lineScan_.offset;
+  if (isText_) {
+    const char* const begin = reinterpret_cast<const char*>(buffer_.get());
+    CountLines({begin + lineScan_.offset, left});
+    return lineScan_.line;
+  }
   if (left > 0) Seek(file_, lineScan_.offset, SeekFrom::Begin, reporter_);
   std::array<char, LINESCANBLOCK> block;
   while (left > 0) {
     const std::size_t got =
         file::Read(file_, block.data(), std::min<std::size_t>(left, block.size()));
     if (got == 0) break;
-    for (const char c : std::string_view(block.data(), got)) {
-      if (c == '\r' || (c == '\n' && !lineScan_.afterCr)) ++lineScan_.line;
-      lineScan_.afterCr = c == '\r';
-    }
-    lineScan_.offset += static_cast<std::uint32_t>(got);
+    CountLines({block.data(), got});
     left -= static_cast<std::uint32_t>(got);
   }
   return lineScan_.line;

@@ -26,7 +26,9 @@ class TextReader {
 
   // Test IsOpen afterwards: nothing is reported here.
   void Open(const std::string& name, std::uint16_t requestedSize = WINDOW);
-  bool IsOpen() const { return file_ != INVALID_FILE; }
+  // A text in memory instead of a file.
+  void OpenText(std::string_view text);
+  bool IsOpen() const { return isText_ || file_ != INVALID_FILE; }
 
   std::uint8_t GetChar() {
     if (position_ + 1u >= bufferSize_) RefillForRead();
@@ -67,6 +69,8 @@ class TextReader {
     bool afterCr = false;
   };
 
+  void Close();
+  void CountLines(std::string_view text) const;
   std::uint32_t Fill(std::uint32_t offset);
   void RefillForRead();
   bool NextWindow();
@@ -86,6 +90,7 @@ class TextReader {
   std::uint32_t windowStart_ = 0;
   std::uint32_t fileSize_ = 0;
   FileHandle file_ = INVALID_FILE;
+  bool isText_ = false;  // which is in the window as a whole
   bool readFailureReported_ = false;
   mutable LineScan lineScan_;  // how far lines are counted, so that many messages stay cheap
 };

@@ -1,9 +1,11 @@
 #include "document/transform.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "document/entity.h"
+#include "geometry/tolerance.h"
 
 namespace ferrowand {
 namespace {
@@ -14,7 +16,15 @@ struct Placement {
   DVec3 centre;
   bool mirrors;
 
-  Vec3 Apply(const Vec3& p) const { return Vec3(Transform(DVec3(p), matrix, centre)); }
+  // What a factor of 32 bits misses a whole unit by is made good.
+  Vec3 Apply(const Vec3& p) const {
+    DVec3 moved = Transform(DVec3(p), matrix, centre);
+    for (int axis = 0; axis < 3; ++axis) {
+      const double whole = std::round(moved[axis]);
+      if (std::fabs(moved[axis] - whole) < SNAP_EPSILON) moved[axis] = whole;
+    }
+    return Vec3(moved);
+  }
 };
 
 bool Mirrors(const Matrix& matrix) {

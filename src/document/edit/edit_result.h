@@ -1,0 +1,24 @@
+// How a command on a map ended. All but Done leave the map as it was.
+#pragma once
+
+namespace ferrowand {
+
+enum class EditResult {
+  Done,
+  NothingSelected,  // or nothing that may be changed: hidden and disabled objects may not
+  Flattens,         // the matrix leaves no volume, or is no matrix
+  BreaksBrush,      // a brush would lose a face, or could not be written in whole units
+  OutsideWorld,
+  TooMany,
+  TooDeep,  // groups within groups
+  NotAGroup,
+  LastLayer,
+  NotAMap,     // the text holds no objects
+  CannotOpen,  // the file
+  CannotWrite  // the file; that has been said
+};
+
+// For the user, one sentence.
+const char* Reason(EditResult result);
+
+}  // namespace ferrowand
