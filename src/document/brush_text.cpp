@@ -79,7 +79,7 @@ void PutPoint(TextWriter& out, double x, double y, double z) {
 void PutPoints(TextWriter& out, const Face& face, Reporter& reporter) {
   const winding* w = face.w.get();
   if (!w || w->numpoints <= 0) reporter.Assert("w->numpoints>0", "brush.cpp", __LINE__);
-  if (face.HasShape()) {
+  if (w && face.HasShape()) {
     for (const WindingPoint& p : w->Points().first(3)) PutPoint(out, p.x, p.y, p.z);
   } else {
     // Nothing that can be written: the face keeps the points that the user gave it.

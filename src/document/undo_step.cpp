@@ -94,13 +94,13 @@ void UndoStep::Move(std::span<entity* const> objects, entity* parent) {
     if (isNew) families.emplace_back();
     families[found->second].push_back(object);
   }
-  for (std::vector<entity*>& family : families) {
+  for (const std::vector<entity*>& family : families) {
     entity& from = *family.front()->Parent();
-    MoveFrom(from, std::move(family), parent);
+    MoveFrom(from, family, parent);
   }
 }
 
-void UndoStep::MoveFrom(entity& from, std::vector<entity*> objects, entity* to) {
+void UndoStep::MoveFrom(entity& from, const std::vector<entity*>& objects, entity* to) {
   Transfer transfer{to, &from, {}, PlacesOf(from, objects), {}};
   std::vector<EntityPtr> taken = from.TakeChildren(transfer.otherPlaces);
   transfer.objects.reserve(taken.size());

@@ -46,7 +46,7 @@ class UndoStep {
 
   void Exchange(Contents& contents);
   void Exchange(Transfer& transfer);
-  void MoveFrom(entity& from, std::vector<entity*> objects, entity* to);
+  void MoveFrom(entity& from, const std::vector<entity*>& objects, entity* to);
 
   Map* map_;
   std::vector<std::variant<Contents, Transfer>> records_;

@@ -29,7 +29,9 @@ struct BasicVec3 {
   friend constexpr BasicVec3 operator-(const BasicVec3& a, const BasicVec3& b) {
     return {a.x - b.x, a.y - b.y, a.z - b.z};
   }
-  friend constexpr BasicVec3 operator-(const BasicVec3& a) { return {T{} - a.x, T{} - a.y, T{} - a.z}; }
+  friend constexpr BasicVec3 operator-(const BasicVec3& a) {
+    return {T{} - a.x, T{} - a.y, T{} - a.z};
+  }
   friend constexpr BasicVec3 operator*(const BasicVec3& a, T scale) {
     return {a.x * scale, a.y * scale, a.z * scale};
   }
@@ -49,7 +51,9 @@ constexpr BasicVec3<T> Cross(const BasicVec3<T>& a, const BasicVec3<T>& b) {
   return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
 }
 
-inline double Length(const DVec3& v) { return std::sqrt(Dot(v, v)); }
+inline double Length(const DVec3& v) {
+  return std::sqrt(Dot(v, v));
+}
 
 // Without a guard: a vector of length 0 becomes not-a-number, which the map check reports.
 inline DVec3 Normalise(const DVec3& v) {

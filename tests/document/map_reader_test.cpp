@@ -30,7 +30,8 @@ TEST_F(MapReaderTest, ANewMapHasOneLayerAndNothingElse) {
 
 TEST_F(MapReaderTest, AQuakeMapGainsALayerThatHoldsEverything) {
   const auto map = ReadText(
-      "\xEF\xBB\xBF// one\r\n// two\n\n \t// three\n\n{\n\"classname\" \"worldspawn\"\n\"message\" \"M\"\n" +
+      "\xEF\xBB\xBF// one\r\n// two\n\n \t// three\n\n{\n\"classname\" \"worldspawn\"\n\"message\" "
+      "\"M\"\n" +
       Cuboid(0, 0, 0, 8, 8, 8) + Cuboid(8, 0, 0, 16, 8, 8) + "}\n{\n\"classname\" \"light\"\n}\n");
   EXPECT_TRUE(recorder.messages.empty()) << recorder.OnlyText();
   EXPECT_EQ(map->Name(), "M");
