@@ -1,0 +1,272 @@
+#include "document/edit/arrange.h"
+
+#include <limits>
+
+#include "document/edit/edit_fixture.h"
+#include "document/edit/groups.h"
+
+namespace ferrowand {
+namespace {
+
+class ArrangeTest : public EditTest {
+ protected:
+  void SetUp() override {
+    Open(Box("a", 0, 0, 0) + Box("b", 128, 0, 0) +
+             Point("p", "\"origin\" \"16 0 0\" \"angle\" \"0\""),
+         Box("far", 512, 0, 0));
+  }
+  static bool IsClosed(const entity& e) {
+    for (const Face& face : e.brush.Faces()) {
+      for (const Face& other : e.brush.Faces()) {
+        for (const WindingPoint& p : other.w->Points()) {
+          if (face.plane.DistanceTo(DVec3(p.Position())) > 0.01) return false;
+        }
+      }
+    }
+    return e.brush.getNumFaces() > 0;
+  }
+
+  const ArrangeOptions options;
+};
+
+struct Arrangement {
+  const char* name;
+  EditResult (*arrange)(Map& map, const ArrangeOptions& options);
+  Bounds box;   // of "a" afterwards
+  Vec3 origin;  // of "p"
+};
+
+const Arrangement ARRANGEMENTS[] = {
+    {"move",
+     [](Map& m, const ArrangeOptions& o) {
+       return MoveSelection(m, {3, -5, 4000}, o);
+     },
+     {{3, -5, 4000}, {67, 59, 4064}},
+     {19, -5, 4000}},
+    {"move on one axis",
+     [](Map& m, const ArrangeOptions&) {
+       return MoveSelection(m, {3, -5, 7}, {true, 2});
+     },
+     {{0, -5, 0}, {64, 59, 64}},
+     {16, -5, 0}},
+    {"scale",
+     [](Map& m, const ArrangeOptions& o) {
+       return ScaleSelection(m, {1 / 2.0, 3, 1}, {}, o);
+     },
+     {{0, 0, 0}, {32, 192, 64}},
+     {8, 0, 0}},
+    {"scale on two axes",
+     [](Map& m, const ArrangeOptions&) {
+       return ScaleSelection(m, {2, 2, 2}, {64, 64, 64}, {true, 5});
+     },
+     {{-64, 0, -64}, {64, 64, 64}},
+     {-32, 0, -64}},
+    {"scale by a third of another size",
+     [](Map& m, const ArrangeOptions& o) {
+       return ScaleSelection(m, {65.0 / 64, 65.0 / 64, 1.0 / 3.2}, {}, o);
+     },
+     {{0, 0, 0}, {65, 65, 20}},
+     {16.25f, 0, 0}},
+    {"turn",
+     [](Map& m, const ArrangeOptions& o) { return RotateSelection(m, 0, 1, 90, {}, o); },
+     {{-64, 0, 0}, {0, 64, 64}},
+     {0, 16, 0}},
+    {"turn the other way",
+     [](Map& m, const ArrangeOptions& o) {
+       return RotateSelection(m, 2, 0, -450, {64, 64, 64}, o);
+     },
+     {{64, 0, 0}, {128, 64, 64}},
+     {128, 0, 16}},
+    {"flip",
+     [](Map& m, const ArrangeOptions& o) { return FlipSelection(m, 0, o); },
+     {{0, 0, 0}, {64, 64, 64}},
+     {48, 0, 0}},
+    {"skew the high edge",
+     [](Map& m, const ArrangeOptions& o) { return SkewSelection(m, 0, 2, true, 72, o); },
+     {{8, 0, 0}, {136, 64, 64}},
+     {24, 0, 0}},
+    {"skew the low edge",
+     [](Map& m, const ArrangeOptions& o) { return SkewSelection(m, 0, 2, false, 72, o); },
+     {{0, 0, 0}, {128, 64, 64}},
+     {80, 0, 0}},
+    {"nine numbers",
+     [](Map& m, const ArrangeOptions& o) {
+       return TransformSelection(m, TurnMatrix({90, 0, 90}), {}, o);
+     },
+     {{0, 0, 0}, {64, 64, 64}},
+     {0, 16, 0}},
+};
+
+TEST_F(ArrangeTest, ObjectsGoWhereThePreviewShowedThem) {
+  for (const Arrangement& c : ARRANGEMENTS) {
+    SCOPED_TRACE(c.name);
+    SetUp();
+    Pick({"a", "p"});
+    const std::string before = Text();
+    ASSERT_EQ(c.arrange(*map, options), EditResult::Done);
+    EXPECT_EQ(Get("a").brush.Box(), c.box);
+    EXPECT_EQ(Get("p").Origin(), c.origin);
+    EXPECT_TRUE(IsClosed(Get("a")));
+    EXPECT_EQ(Get("b").brush.Box(), (Bounds{{128, 0, 0}, {192, 64, 64}}));
+    EXPECT_EQ(map->selection.size(), 2u);
+    ExpectOneStep(before);
+  }
+}
+
+TEST_F(ArrangeTest, PlanePointsStayExactOverAThousandMoves) {
+  Pick({"a"});
+  const std::string before = ExtendedText(Get("a"));
+  for (int i = 0; i < 1000; ++i) {
+    ASSERT_EQ(MoveSelection(*map, i % 2 ? Vec3(-7, 3, -1) : Vec3(7, -3, 1), options),
+              EditResult::Done);
+  }
+  for (int i = 0; i < 4; ++i) RotateSelection(*map, 1, 2, 90, {31, 1, 7}, options);
+  for (int i = 0; i < 2; ++i) FlipSelection(*map, 1, options);
+  EXPECT_EQ(ExtendedText(Get("a")).substr(0, 400), before.substr(0, 400));
+  Bounds box{{0, 0, 0}, {64, 64, 64}};
+  EXPECT_EQ(Get("a").brush.Box(), box);
+}
+
+TEST_F(ArrangeTest, WhatWouldNotSurviveIsRefusedAsAWhole) {
+  const float nan = std::numeric_limits<float>::quiet_NaN();
+  const float inf = std::numeric_limits<float>::infinity();
+  struct Case {
+    EditResult (*arrange)(Map& map, const ArrangeOptions& options);
+    EditResult result;
+  };
+  static const float NOT_A_NUMBER = nan, INFINITE = inf;
+  const Case cases[] = {
+      {[](Map& m, const ArrangeOptions& o) {
+         return ScaleSelection(m, {1, 1, 0}, {}, o);
+       },
+       EditResult::Flattens},
+      {[](Map& m, const ArrangeOptions& o) {
+         return ScaleSelection(m, {1, NOT_A_NUMBER, 1}, {}, o);
+       },
+       EditResult::Flattens},
+      {[](Map& m, const ArrangeOptions& o) {
+         return MoveSelection(m, {INFINITE, 0, 0}, o);
+       },
+       EditResult::Flattens},
+      {[](Map& m, const ArrangeOptions& o) {
+         return ScaleSelection(m, {1, 1, 0.005}, {}, o);
+       },
+       EditResult::BreaksBrush},
+      {[](Map& m, const ArrangeOptions& o) {
+         return MoveSelection(m, {0, 8190, 0}, o);
+       },
+       EditResult::OutsideWorld},
+      {[](Map& m, const ArrangeOptions& o) {
+         return ScaleSelection(m, {1e30, 1, 1}, {}, o);
+       },
+       EditResult::OutsideWorld},
+      {[](Map& m, const ArrangeOptions& o) {
+         return DuplicateSelection(m, {9000, 0, 0}, o);
+       },
+       EditResult::OutsideWorld},
+      {[](Map& m, const ArrangeOptions& o) {
+         return DuplicateSelection(m, MultiDuplicate{MAXCOPIES, {}, {}}, o);
+       },
+       EditResult::TooMany},
+  };
+  Pick({"a", "b", "p"});
+  const std::string before = Text();
+  for (const Case& c : cases) {
+    EXPECT_EQ(c.arrange(*map, options), c.result) << &c - cases;
+    EXPECT_EQ(Text(), before);
+    EXPECT_EQ(map->selection.size(), 3u);
+    EXPECT_FALSE(map->undo.CanUndo());
+    EXPECT_FALSE(map->modified);
+  }
+}
+
+TEST_F(ArrangeTest, NeitherHiddenNorLockedObjectsMove) {
+  const std::string before = Text();
+  SelectNone(*map);
+  for (const char* layer : {"hidden", "locked"}) {
+    Select(*map, Get(layer).getEntityList().front().get(), true);
+  }
+  EXPECT_EQ(MoveSelection(*map, {8, 0, 0}, options), EditResult::NothingSelected);
+  EXPECT_EQ(DuplicateSelection(*map, {8, 0, 0}, options), EditResult::NothingSelected);
+  EXPECT_EQ(Text(), before);
+}
+
+// What was turned to odd angles and accepted is read back with every face.
+TEST_F(ArrangeTest, WhatIsAcceptedSurvivesSaving) {
+  int accepted = 0;
+  for (int degrees = 1; degrees < 180; degrees += 7) {
+    Pick({"a"});
+    const DVec3 turn(degrees, degrees * 2.5, degrees / 3.0);
+    accepted +=
+        TransformSelection(*map, TurnMatrix(turn), {32, 32, 32}, options) == EditResult::Done;
+    const auto read = ReadText(Text());
+    EXPECT_EQ(FindNamed(*read, "a")->brush.getNumFaces(), 6) << degrees;
+    EXPECT_TRUE(IsClosed(Get("a")));
+  }
+  EXPECT_GT(accepted, 20);
+}
+
+TEST_F(ArrangeTest, ABrokenBrushMayStillBeMoved) {
+  Open(Named("flat",
+             "{\n( 0 0 0 ) ( 0 64 0 ) ( 0 0 64 ) wall 0 0 0 1 1\n"
+             "( 1 0 0 ) ( 2 0 0 ) ( 3 0 0 ) wall 0 0 0 1 1\n}"));
+  Pick({"flat"});
+  EXPECT_EQ(MoveSelection(*map, {8, 0, 0}, options), EditResult::Done);
+  EXPECT_EQ(RotateSelection(*map, 0, 1, 30, {}, options), EditResult::Done);
+}
+
+TEST_F(ArrangeTest, EntitiesTurnTheirFacesWithTheSelection) {
+  struct Case {
+    const char* angle;
+    const char* turned;   // by 90 degrees
+    const char* flipped;  // on X
+  };
+  for (const Case& c : {Case{"0", "90", "180"}, {"300", "30", "240"}, {"-1", "-1", "-1"}}) {
+    for (const bool turns : {true, false}) {
+      Open(Point("p", std::string("\"origin\" \"0 0 0\" \"angle\" \"") + c.angle + "\""));
+      Pick({"p"});
+      turns ? RotateSelection(*map, 0, 1, 90, {}, options) : FlipSelection(*map, 0, options);
+      EXPECT_STREQ(Get("p").GetKey("angle"), turns ? c.turned : c.flipped);
+    }
+  }
+  Pick({"p"});
+  const std::string angle = Get("p").GetKey("angle");
+  ScaleSelection(*map, {3, 1, 1}, {}, options);
+  EXPECT_EQ(Get("p").GetKey("angle"), angle);
+}
+
+TEST_F(ArrangeTest, ADuplicateStandsBesideItsOriginal) {
+  Pick({"b"});
+  const std::string before = Text();
+  EXPECT_EQ(DuplicateSelection(*map, {16, 0, 0}, options), EditResult::Done);
+  EXPECT_EQ(Children("main"), (Names{"a", "b", "p", "b"}));
+  ASSERT_EQ(map->selection.size(), 1u);
+  EXPECT_EQ(map->selection[0], Get("main").getEntityList()[3].get());
+  EXPECT_EQ(map->selection[0]->brush.Box(), (Bounds{{144, 0, 0}, {208, 64, 64}}));
+  ExpectOneStep(before);
+}
+
+TEST_F(ArrangeTest, CopiesOfCopiesMoveAndTurnOn) {
+  Pick({"a"});
+  EXPECT_EQ(DuplicateSelection(*map, MultiDuplicate{3, {100, 0, 0}, {0, 0, 90}}, options),
+            EditResult::Done);
+  ASSERT_EQ(map->selection.size(), 3u);
+  for (int i = 0; i < 3; ++i) {
+    const float x = static_cast<float>(100 * (i + 1));
+    EXPECT_EQ(map->selection[static_cast<std::size_t>(i)]->brush.Box(),
+              (Bounds{{x, 0, 0}, {x + 64, 64, 64}}));
+  }
+  EXPECT_EQ(map->undo.StepCount(), 1u);
+}
+
+TEST_F(ArrangeTest, CopiesJoinTheLeadingGroup) {
+  Pick({"a"});
+  GroupSelection(*map);
+  SetAsLeading(*map);
+  Pick({"b"});
+  DuplicateSelection(*map, {0, 0, 64}, options);
+  EXPECT_EQ(Children("group1"), (Names{"a", "b"}));
+}
+
+}  // namespace
+}  // namespace ferrowand

@@ -1,0 +1,139 @@
+#include "document/edit_step.h"
+
+#include "document/document_fixture.h"
+
+namespace ferrowand {
+namespace {
+
+class EditStepTest : public DocumentTest {
+ protected:
+  EntityPtr Make() { return std::make_unique<entity>(data.classes.Default()); }
+  entity& Add(entity& parent) { return EditStep(map).Add(Make(), parent); }
+
+  Map map{data, 2};
+};
+
+TEST_F(EditStepTest, AnEmptyStepLeavesNoTrace) {
+  Add(map);
+  Add(map);
+  Add(map);
+  map.undo.Undo();
+  map.modified = false;
+  { EditStep step(map); }
+  {
+    EditStep step(map);
+    step.Add(Make(), map);
+    step.Cancel();
+  }
+  EXPECT_TRUE(map.undo.CanRedo());
+  EXPECT_EQ(map.undo.StepCount(), 1u);
+  EXPECT_FALSE(map.modified);
+  Add(map);
+  EXPECT_TRUE(map.modified);
+  EXPECT_FALSE(map.undo.CanRedo());
+}
+
+TEST_F(EditStepTest, CancelTakesBackWhatPointsIntoTheMapToo) {
+  entity& group = Add(map);
+  entity& member = Add(group);
+  map.selection = {&member, &group};
+  map.leadingGroup = &group;
+  entity* const layer = map.currentLayer;
+  const std::string before = ExtendedText(map);
+  EditStep step(map);
+  step.Change(*layer);
+  member.SetKey("changed", "yes");
+  step.Remove(*layer);
+  EXPECT_TRUE(map.selection.empty());
+  EXPECT_EQ(map.leadingGroup, nullptr);
+  step.Cancel();
+  EXPECT_EQ(ExtendedText(map), before);
+  EXPECT_EQ(map.selection, (std::vector<entity*>{&member, &group}));
+  EXPECT_EQ(map.leadingGroup, &group);
+  EXPECT_EQ(map.currentLayer, layer);
+}
+
+// The step before must find what it left, whatever later steps did to what holds it.
+TEST_F(EditStepTest, WhatChangesStaysTheSameObject) {
+  entity& group = Add(map);
+  entity& member = Add(group);
+  map.undo.SetLevels(10);
+  const auto change = [&](entity& kept, const char* value) {
+    EditStep step(map);
+    step.Change(kept);
+    member.SetKey("value", value);
+  };
+  change(member, "1");
+  change(group, "2");
+  map.selection = {&member};
+  map.undo.Undo();
+  EXPECT_STREQ(member.GetKey("value"), "1");
+  map.undo.Undo();
+  EXPECT_EQ(member.GetKey("value"), nullptr);
+  EXPECT_EQ(map.selection, std::vector<entity*>{&member});
+  EXPECT_EQ(group.getEntityList().front().get(), &member);
+}
+
+TEST_F(EditStepTest, EvenKeysThatStandTwiceComeBack) {
+  entity& e = Add(map);
+  e.AddKey("twice", "1");
+  e.AddKey("twice", "2");
+  const std::string before = ExtendedText(map);
+  {
+    EditStep step(map);
+    step.ChangeKeys(e);
+    e.SetKey("twice", "3");
+    step.Change(e);
+    e.SetKey("twice", "4");
+  }
+  map.undo.Undo();
+  EXPECT_EQ(ExtendedText(map), before);
+  map.undo.Redo();
+  EXPECT_STREQ(e.GetKey("twice"), "4");
+}
+
+TEST_F(EditStepTest, WhatComesBackIsOfTheClassesThatTheMapUsesByNow) {
+  entity& removed = Add(map);
+  removed.SetKey("classname", "light");
+  entity& changed = Add(map);
+  changed.SetKey("classname", "light");
+  {
+    EditStep step(map);
+    step.Remove(removed);
+    step.ChangeKeys(changed);
+    changed.SetKey("key", "1");
+  }
+  const std::string qc = temp.Write("g.qc", "/*QUAKED light (0 1 0) (-8 -8 -8) (8 8 8)\r\n*/");
+  map.classSet = &data.classes.Get(qc);
+  map.ResolveClasses(*map.classSet);
+  map.undo.Undo();
+  EXPECT_EQ(removed.getClass()->classname, "light");
+  EXPECT_EQ(changed.getClass()->classname, "light");
+}
+
+TEST_F(EditStepTest, ManyObjectsFindTheirPlacesAgain) {
+  std::vector<entity*> odd;
+  for (int i = 0; i < 100; ++i) {
+    entity& e = *map.AddChild(Make());
+    e.SetKey("number", std::to_string(i));
+    if (i % 2) odd.push_back(&e);
+  }
+  std::swap(odd.front(), odd.back());
+  const std::string before = ExtendedText(map);
+  entity& target = *map.AddLayer("target");
+  const std::string withTarget = ExtendedText(map);
+  {
+    EditStep step(map);
+    step.Move(odd, target);
+    step.Remove(target);
+  }
+  map.undo.Undo();
+  EXPECT_EQ(ExtendedText(map), withTarget);
+  map.undo.Redo();
+  map.undo.Undo();
+  EXPECT_EQ(ExtendedText(map), withTarget);
+  EXPECT_NE(withTarget, before);
+}
+
+}  // namespace
+}  // namespace ferrowand
