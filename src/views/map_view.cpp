@@ -25,12 +25,6 @@ constexpr AxisPair AxesOf(Orientation orientation) {
   return {0, 1};
 }
 
-// Round half up to a multiple of 2^exponent; below 0 too, so that steps are equally long.
-int Snap(int world, std::uint8_t exponent) {
-  const std::int64_t spacing = std::int64_t{1} << exponent;
-  return static_cast<int>((world + spacing / 2) & ~(spacing - 1));
-}
-
 Orientation OrientationOf(const ViewTransform& transform) {
   switch (transform.DepthAxis()) {
     case 0:
@@ -43,6 +37,11 @@ Orientation OrientationOf(const ViewTransform& transform) {
 }
 
 }  // namespace
+
+int SnapToGrid(int world, std::uint8_t exponent) {
+  const std::int64_t spacing = std::int64_t{1} << exponent;
+  return static_cast<int>((world + spacing / 2) & ~(spacing - 1));
+}
 
 MapView::MapView(Map& map_, ViewHost& host, ViewList& list, const Options& options,
                  Tool* const& tool)
@@ -83,10 +82,10 @@ void MapView::RefreshAll() {
 }
 
 int MapView::SnapU(int world) const {
-  return Snap(world, gridu);
+  return SnapToGrid(world, gridu);
 }
 int MapView::SnapV(int world) const {
-  return Snap(world, gridv);
+  return SnapToGrid(world, gridv);
 }
 
 void MapView::GridSmaller(bool everyView) {

@@ -85,8 +85,10 @@ class MapView : public MapObserver {
   MapMode mapmode = MapMode::Normal;
   std::uint8_t axismask = 7;  // bit n: this view edits world axis n
   int heightlo = 0, heighthi = 0;
-  int panx = NO_PAN, pany = NO_PAN;  // where the cursor was at the last step of a pan
-  bool centreDots = false;           // in the middle of every brush
+  int panx = NO_PAN, pany = NO_PAN;   // where the cursor was at the last step of a pan
+  std::int16_t snapx = 0, snapy = 0;  // the anchor of a drag on the view's axes, world units
+  std::uint8_t rotationStep = 15;     // degrees
+  bool centreDots = false;            // in the middle of every brush
 
   void SetOrientation(Orientation orientation);
   std::string Caption() const;
@@ -96,6 +98,11 @@ class MapView : public MapObserver {
   void Paint(Canvas& canvas, const PixelRect& update);
   // Picture, zoom text and scroll bars.
   void Refresh();
+  void Repaint() { host_.Invalidate(); }
+  void Repaint(const PixelRect& part) { host_.Invalidate(part); }
+  PixelSize DrawingArea() const { return host_.DrawingArea(); }
+  // For drawing parts of the map as this view does.
+  DrawContext Context(Canvas& canvas, const PixelRect& visible) const;
 
   // --- mapping
   int SnapU(int world) const;
@@ -174,6 +181,9 @@ class MapView : public MapObserver {
   Tool* const& tool_;
   int zoomPresses_ = 0;  // buttons whose press was a zoom: their releases are swallowed
 };
+
+// Round half up to a multiple of 2^exponent; below 0 too, so that steps are equally long.
+int SnapToGrid(int world, std::uint8_t exponent);
 
 // The pens for a black or a white background.
 const DrawPens& PensFor(bool blackBackground);

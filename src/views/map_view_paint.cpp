@@ -102,23 +102,27 @@ void MapView::Paint(Canvas& canvas, const PixelRect& update) {
   }
   if (mapmode == MapMode::Heights) FindHeights();
 
-  DrawContext context{.canvas = canvas,
-                      .transform = transform,
-                      .pens = Pens(),
-                      .flags = DrawFlags(),
-                      .visible = update,
-                      .pen = Pens().foreground,
-                      .drawsEntities = options_.renderPointEntities != 0,
-                      .centreDots = centreDots,
-                      .heightlo = heightlo,
-                      .heighthi = heighthi,
-                      .oneColour = options_.mipType};
+  DrawContext context = Context(canvas, update);
   if (map.getClass()) map.getClass()->DrawTree(map, context, nullptr);
 
   if (tool_) {
     tool_->DrawOverlay(*this, canvas);
     tool_->DrawOverlayForOther(*this, canvas);
   }
+}
+
+DrawContext MapView::Context(Canvas& canvas, const PixelRect& visible) const {
+  return {.canvas = canvas,
+          .transform = transform,
+          .pens = Pens(),
+          .flags = DrawFlags(),
+          .visible = visible,
+          .pen = Pens().foreground,
+          .drawsEntities = options_.renderPointEntities != 0,
+          .centreDots = centreDots,
+          .heightlo = heightlo,
+          .heighthi = heighthi,
+          .oneColour = options_.mipType};
 }
 
 void MapView::DrawGrid(Canvas& canvas, const PixelRect& update) const {

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "views/map_view.h"
+#include "views/tool.h"
 
 namespace ferrowand {
 namespace {
@@ -92,8 +93,10 @@ void MapView::UpdateScrollBars() {
 }
 
 void MapView::CentreOn(const Vec3& point) {
-  SetOrigin(std::trunc(point[transform.orienu]) - static_cast<int>(ExtentU()) / 2,
-            std::trunc(point[transform.orienv]) - static_cast<int>(ExtentV()) / 2);
+  const int halfU = static_cast<int>(ExtentU()) / 2;
+  const int halfV = static_cast<int>(ExtentV()) / 2;
+  SetOrigin(std::trunc(point[transform.orienu]) - halfU,
+            std::trunc(point[transform.orienv]) - halfV);
   UpdateScrollBars();
   host_.Invalidate();
 }
@@ -155,8 +158,9 @@ void MapView::ScrollBy(double u, double v) {
   const double dy = (oldv - transform.originv) / static_cast<double>(transform.scalev);
   if (dx == 0 && dy == 0) return;
   UpdateScrollBars();
-  // A picture can be moved by whole pixels only.
-  if (dx == std::trunc(dx) && dy == std::trunc(dy)) {
+  // A picture can be moved by whole pixels only, and what a tool has inverted stays where it is.
+  const bool moves = dx == std::trunc(dx) && dy == std::trunc(dy);
+  if (moves && !(tool_ && tool_->HasPreview())) {
     host_.ScrollPicture(static_cast<int>(dx), static_cast<int>(dy));
   } else {
     host_.Invalidate();

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "geometry/vec.h"
 #include "platform/canvas.h"
 
 namespace ferrowand {
@@ -36,12 +37,29 @@ class Tool {
     (void)view, (void)at, (void)button;
   }                                                     // 3
   virtual void Activate(MapView& view) { (void)view; }  // 4
+  // 5: instead of the selection, or to it. Null is nothing.
+  virtual void Select(MapView& view, entity* object, bool add) {
+    (void)view, (void)object, (void)add;
+  }
+  // 9: whether the character was one of the tool's.
+  virtual bool Key(MapView& view, char c) { return (void)view, (void)c, false; }
   // 10 and 11: after the map has been drawn, and after each drag step. What is drawn by inverting
   // must come out the same however often the view repaints in between.
   virtual void DrawOverlay(MapView& view, Canvas& canvas) { (void)view, (void)canvas; }
   virtual void DrawOverlayForOther(MapView& view, Canvas& canvas) { (void)view, (void)canvas; }
+  virtual void Group(MapView& view) { (void)view; }  // 14
   // 25: a command of a context popup, its id less 1000.
   virtual void PopupCommand(MapView& view, unsigned command) { (void)view, (void)command; }
+  // 29: of tools that place things.
+  virtual void ClickAt(MapView& view, const Vec3& point, int button) {
+    (void)view, (void)point, (void)button;
+  }
+
+  // Whether something is drawn by inverting now.
+  virtual bool HasPreview() const { return false; }
+  // The mouse has been taken away, or another tool is to be used: what has begun ends without
+  // effect.
+  virtual void Cancel() {}
 };
 
 }  // namespace ferrowand

@@ -1,0 +1,176 @@
+#include "views/hit_test.h"
+
+#include <array>
+#include <cstdint>
+#include <utility>
+
+#include "document/map.h"
+#include "gamedata/entity_class.h"
+
+namespace ferrowand {
+namespace {
+
+// A face counts from this cosine against the way to the eye on: seen edge-on it still does.
+constexpr double EDGE_ON = -0.0001;
+// Beyond, the mapping to pixels wraps around.
+constexpr float MAPPED_LIMIT = 32767;
+
+bool IsWithin(const PixelRect& closed, Pixel at) {
+  return at.x >= closed.left && at.x <= closed.right && at.y >= closed.top && at.y <= closed.bottom;
+}
+
+// Twice the area of the triangle: its sign tells on which side of a to b the point lies.
+std::int64_t Orientation(Pixel a, Pixel b, Pixel point) {
+  return (std::int64_t{b.x} - a.x) * (std::int64_t{point.y} - a.y) -
+         (std::int64_t{b.y} - a.y) * (std::int64_t{point.x} - a.x);
+}
+
+std::int64_t SquaredLength(Pixel a, Pixel b) {
+  const std::int64_t dx = std::int64_t{b.x} - a.x;
+  const std::int64_t dy = std::int64_t{b.y} - a.y;
+  return dx * dx + dy * dy;
+}
+
+bool IsOnEdge(Pixel a, Pixel b, Pixel point) {
+  if (Orientation(a, b, point) != 0) return false;
+  const std::int64_t length = SquaredLength(a, b);
+  return SquaredLength(a, point) <= length && SquaredLength(b, point) <= length;
+}
+
+// Whether the ray from the point to the right crosses the edge; an end counts with the lower side.
+bool Crosses(Pixel a, Pixel b, Pixel point) {
+  if ((a.y > point.y) == (b.y > point.y)) return false;
+  return (Orientation(a, b, point) > 0) == (b.y > a.y);
+}
+
+// From the map towards the eye: right-handed with the axes across and up.
+DVec3 TowardsEye(const ViewTransform& transform) {
+  DVec3 u, v;
+  u[transform.orienu] = 1;
+  v[transform.orienv] = 1;
+  return Cross(u, v);
+}
+
+// Of a point entity: its class box, or what a native class says of itself.
+Bounds PointBox(const entity& e) {
+  const EntityClass& own = *e.getClass();
+  if (own.IsNative()) return e.GetBounds();
+  if (!own.HasSizeBox()) return {};
+  return {e.Origin() + Vec3(own.minx, own.miny, own.minz),
+          e.Origin() + Vec3(own.maxx, own.maxy, own.maxz)};
+}
+
+class HitWalk {
+ public:
+  HitWalk(const HitQuery& query, const std::function<bool(const Hit&)>& visit)
+      : query_(query), visit_(visit) {
+    const ViewTransform& t = query.transform;
+    SetRange(0, t.orienu, t.originu, t.scaleu, query.at.x);
+    SetRange(1, t.orienv, t.originv, t.scalev, query.at.y);
+  }
+
+  bool Visit(entity& e) {
+    if (!e.IsVisible() || !e.IsEnabled()) return false;
+    const Hit hit = Own(e);
+    if (hit.object && visit_(hit)) return true;
+    for (const EntityPtr& child : e.getEntityList()) {
+      if (Visit(*child)) return true;
+    }
+    return false;
+  }
+
+ private:
+  // World units on one axis that may come to the pixel: a little more than do.
+  struct Range {
+    int axis;
+    float low, high;
+  };
+
+  void SetRange(std::size_t which, int axis, int origin, float scale, int pixel) {
+    const double a = origin + (pixel - 1.0) * scale;
+    const double b = origin + (pixel + 1.0) * scale;
+    const auto [low, high] = std::minmax(a, b);
+    ranges_[which] = {axis, static_cast<float>(low - 1), static_cast<float>(high + 1)};
+  }
+
+  // Most brushes of a map are sorted out here, without mapping them to pixels.
+  bool IsFarFrom(const Bounds& box) const {
+    for (const Range& range : ranges_) {
+      const float low = box.mins[range.axis], high = box.maxs[range.axis];
+      if (low < -MAPPED_LIMIT || high > MAPPED_LIMIT) return false;
+      if (high < range.low || low > range.high) return true;
+    }
+    return false;
+  }
+
+  Hit Own(entity& e) const {
+    if (e.brush.getNumFaces() > 0 && !IsFarFrom(e.brush.Box())) {
+      const int face = FaceAt(e.brush, query_.transform, query_.at);
+      if (face != NO_FACE) return {&e, face};
+    }
+    if (query_.level == PickLevel::Brushes || !query_.pointEntities || !e.HasOrigin()) return {};
+    const Bounds box = PointBox(e);
+    if (box.IsEmpty() || IsFarFrom(box)) return {};
+    const PixelRect rect = query_.transform.ToScreen(box.mins, box.maxs);
+    return IsWithin(rect, query_.at) ? Hit{&e, NO_FACE} : Hit{};
+  }
+
+  const HitQuery& query_;
+  const std::function<bool(const Hit&)>& visit_;
+  std::array<Range, 2> ranges_;
+};
+
+}  // namespace
+
+bool IsInside(Pixel point, std::span<const Pixel> polygon) {
+  if (polygon.empty()) return false;
+  bool odd = false;
+  Pixel from = polygon.back();
+  for (const Pixel to : polygon) {
+    if (IsOnEdge(from, to, point)) return true;
+    if (Crosses(from, to, point)) odd = !odd;
+    from = to;
+  }
+  return odd;
+}
+
+int FaceAt(const Brush& brush, const ViewTransform& transform, Pixel at) {
+  if (brush.Box().IsEmpty()) return NO_FACE;
+  if (!IsWithin(transform.ToScreen(brush.Box().mins, brush.Box().maxs), at)) return NO_FACE;
+  const DVec3 eye = TowardsEye(transform);
+  for (int i = 0; i < brush.getNumFaces(); ++i) {
+    const Face& face = brush.face(i);
+    if (!face.w || !(Dot(face.plane.normal, eye) >= EDGE_ON)) continue;
+    std::vector<Pixel> polygon;
+    for (const WindingPoint& p : std::as_const(*face.w).Points()) {
+      polygon.push_back(transform.ToScreen(p.Position()));
+    }
+    if (IsInside(at, polygon)) return i;
+  }
+  return NO_FACE;
+}
+
+bool ForEachHit(entity& object, const HitQuery& query,
+                const std::function<bool(const Hit&)>& visit) {
+  return HitWalk(query, visit).Visit(object);
+}
+
+Hit HitTest(entity& object, const HitQuery& query) {
+  Hit first;
+  ForEachHit(object, query, [&](const Hit& hit) {
+    first = hit;
+    return true;
+  });
+  return first;
+}
+
+entity& PickedBy(entity& hit, PickLevel level) {
+  if (level == PickLevel::Objects) return ObjectAt(hit);
+  entity* object = &hit;
+  for (entity* at = hit.Parent(); at && at->getClass(); at = at->Parent()) {
+    if (at->getClass()->Kind() == EntityKind::Brush && at->IsMarked()) object = at;
+  }
+  return *object;
+}
+
+}  // namespace ferrowand

@@ -1,0 +1,49 @@
+// What of a map lies under a pixel of a view.
+#pragma once
+
+#include <functional>
+#include <span>
+
+#include "document/edit/selection.h"
+#include "geometry/view_transform.h"
+
+namespace ferrowand {
+
+class Brush;
+class Map;
+class entity;
+
+inline constexpr int NO_FACE = 255;
+
+struct Hit {
+  entity* object = nullptr;  // the brush or the point entity itself, or null
+  int face = NO_FACE;        // of a brush
+};
+
+// What is looked for: a pixel of a view, and which kinds of objects count.
+struct HitQuery {
+  const ViewTransform& transform;
+  Pixel at;
+  PickLevel level = PickLevel::Objects;  // Brushes: point entities are not there
+  bool pointEntities = true;             // false where the view does not draw them
+};
+
+// Points on an edge are inside; so are those of a polygon seen as a line.
+bool IsInside(Pixel point, std::span<const Pixel> polygon);
+
+// The first face turned to the eye, or seen edge-on, under the pixel; NO_FACE for none.
+int FaceAt(const Brush& brush, const ViewTransform& transform, Pixel at);
+
+// The object itself, else the first hit of what lies below it, in map order. Nothing below what is
+// hidden or disabled is hit.
+Hit HitTest(entity& object, const HitQuery& query);
+
+// The same for every hit, in map order, until `visit` returns true. Whether it did.
+bool ForEachHit(entity& object, const HitQuery& query,
+                const std::function<bool(const Hit&)>& visit);
+
+// What a click on that hit takes: at the level of objects the outermost group that acts as one, at
+// the level of brushes the outermost such group of plain brushes, or the brush alone.
+entity& PickedBy(entity& hit, PickLevel level);
+
+}  // namespace ferrowand

@@ -1,0 +1,46 @@
+#include "views/tools/rectangle_selector.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "views/map_view.h"
+#include "views/tools/selector.h"
+#include "views/tools/tool_set.h"
+
+namespace ferrowand {
+
+void RectangleSelector::Start(Selector& from, MapView& view, Pixel at) {
+  from_ = &from;
+  BeginDrag(view, at);
+}
+
+PixelRect RectangleSelector::BandTo(Pixel at) const {
+  return {std::min(pressPixel_.x, at.x), std::min(pressPixel_.y, at.y),
+          std::max(pressPixel_.x, at.x), std::max(pressPixel_.y, at.y)};
+}
+
+void RectangleSelector::Drag(MapView& view, Pixel at) {
+  preview_.Show(view, {RectangleShape(BandTo(at))});
+}
+
+void RectangleSelector::Finish(MapView& view, Pixel at, bool moved) {
+  if (Selector* from = HandBack()) from->TakeRectangle(view, BandTo(at), moved);
+}
+
+Selector* RectangleSelector::HandBack() {
+  Selector* from = std::exchange(from_, nullptr);
+  if (from) tools_.ReturnTo(*from);
+  return from;
+}
+
+void RectangleSelector::Cancel() {
+  ToolBase::Cancel();
+  HandBack();
+}
+
+void RectangleSelector::DrawOverlay(MapView& view, Canvas& canvas) {
+  if (from_) from_->DrawOverlay(view, canvas);
+  preview_.Draw(view, canvas);
+}
+
+}  // namespace ferrowand

@@ -1,0 +1,164 @@
+#include "views/tools/tool_base.h"
+
+#include <cmath>
+#include <utility>
+
+#include "document/map.h"
+#include "gamedata/entity_class.h"
+#include "shell/services/report.h"
+#include "views/map_view.h"
+#include "views/tools/box_handles.h"
+#include "views/tools/tool_set.h"
+
+namespace ferrowand {
+namespace {
+
+constexpr char ESCAPE = '\x1b';
+constexpr double MARKER_REACH =
+    18;  // world units from an origin to the tip of what tells its angle
+
+}  // namespace
+
+ViewInts WorldAt(const MapView& view, Pixel at) {
+  return {view.transform.ToWorldU(at.x), view.transform.ToWorldV(at.y)};
+}
+
+ViewBox ViewBoxOf(const Bounds& box, const MapView& view) {
+  const int u = view.transform.orienu, v = view.transform.orienv;
+  return {{box.mins[u], box.mins[v]}, {box.maxs[u], box.maxs[v]}};
+}
+
+Vec3 ToWorld(const ViewPoint& by, const MapView& view) {
+  Vec3 world;
+  world[view.transform.orienu] = static_cast<float>(by[0]);
+  world[view.transform.orienv] = static_cast<float>(by[1]);
+  return world;
+}
+
+Pixel ToPixel(const ViewPoint& point, const MapView& view) {
+  return view.transform.ToScreen(ToWorld(point, view));
+}
+
+PreviewShape ShapeOf(const ViewQuad& quad, const MapView& view) {
+  std::vector<Pixel> corners;
+  for (const ViewPoint& corner : quad) corners.push_back(ToPixel(corner, view));
+  return ClosedShape(std::move(corners));
+}
+
+ToolBase::ToolBase(ToolSet& tools) : tools_(tools), preview_(tools.Host(), tools.Views()) {}
+
+ToolHost& ToolBase::Host() const {
+  return tools_.Host();
+}
+
+void ToolBase::BeginDrag(MapView& view, Pixel at) {
+  pressView_ = &view;
+  pressPixel_ = at;
+  press_ = WorldAt(view, at);
+  moved_ = false;
+  Host().Capture(view, true);
+}
+
+void ToolBase::EndDrag() {
+  preview_.Clear();
+  press_ = {NO_PRESS, NO_PRESS};
+  pressView_ = nullptr;
+}
+
+void ToolBase::Cancel() {
+  EndDrag();
+}
+
+void ToolBase::MouseMove(MapView& view, Pixel at, int buttons) {
+  if (IsDragging() && (pressView_ != &view || !(buttons & BUTTON_LEFT))) Cancel();
+  if (!IsDragging()) {
+    Hover(view, at);
+    return;
+  }
+  moved_ = moved_ || std::abs(at.x - pressPixel_.x) >= DRAG_THRESHOLD ||
+           std::abs(at.y - pressPixel_.y) >= DRAG_THRESHOLD;
+  if (moved_) Drag(view, at);
+}
+
+void ToolBase::MouseUp(MapView& view, Pixel at, int button) {
+  if (button != BUTTON_LEFT || !IsDragging()) return;
+  Host().Capture(view, false);
+  if (pressView_ != &view) {
+    Cancel();
+    return;
+  }
+  preview_.Clear();
+  if (moved_) {
+    Drop(view, at);
+  } else {
+    Click(view, at);
+  }
+  EndDrag();
+}
+
+bool ToolBase::Key(MapView& view, char c) {
+  if (c != ESCAPE || !IsDragging()) return false;
+  Host().Capture(view, false);
+  Cancel();
+  return true;
+}
+
+void ToolBase::Group(MapView&) {
+  Host().Report().Show("Cannot continue", "Cannot group with this tool");
+}
+
+void ToolBase::DrawOverlay(MapView& view, Canvas& canvas) {
+  DrawSelection(view, canvas);
+  preview_.Draw(view, canvas);
+}
+
+void ToolBase::Show(MapView& view, std::vector<PreviewShape> shapes, const std::string& status) {
+  preview_.Show(view, std::move(shapes));
+  view.SetStatus(status);
+}
+
+void ToolBase::Conclude(MapView& view, EditResult result) {
+  if (result != EditResult::Done) {
+    view.SetStatus(Reason(result));
+    return;
+  }
+  RepaintViews(view.map);
+  Host().MapChanged(view.map);
+}
+
+void ToolBase::RepaintViews(const Map& map) {
+  for (MapView* view : tools_.Views().ViewsOf(map)) view->Repaint();
+}
+
+void ToolBase::RepaintSelection(const Map& map, const Bounds& bounds) {
+  for (MapView* view : tools_.Views().ViewsOf(map)) {
+    // There the selection decides on the shades of everything.
+    if (view->mapmode == MapMode::Heights) {
+      view->Repaint();
+      continue;
+    }
+    if (bounds.IsEmpty()) continue;
+    const PixelRect box = view->transform.ToScreen(bounds.mins, bounds.maxs);
+    const double scale = std::abs(static_cast<double>(view->transform.scaleu));
+    const int reach = HANDLE_REACH + RoundToInt(MARKER_REACH / scale);
+    view->Repaint(
+        {box.left - reach, box.top - reach, box.right + reach + 1, box.bottom + reach + 1});
+  }
+}
+
+HitQuery ToolBase::QueryAt(const MapView& view, Pixel at, PickLevel level) const {
+  return {.transform = view.transform,
+          .at = at,
+          .level = level,
+          .pointEntities = tools_.GetOptions().renderPointEntities != 0};
+}
+
+void ToolBase::DrawSelection(MapView& view, Canvas& canvas) const {
+  const PixelSize area = view.DrawingArea();
+  DrawContext context = view.Context(canvas, {0, 0, area.width, area.height});
+  for (const entity* selected : view.map.selection) {
+    selected->getClass()->DrawOutline(*selected, context);
+  }
+}
+
+}  // namespace ferrowand

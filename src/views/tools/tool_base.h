@@ -1,0 +1,78 @@
+// What all tools of the 2D views share: their place in the set, their preview, and where a drag
+// began.
+#pragma once
+
+#include "document/edit/edit_result.h"
+#include "geometry/vec.h"
+#include "views/hit_test.h"
+#include "views/tool.h"
+#include "views/tools/preview.h"
+#include "views/tools/tool_host.h"
+#include "views/tools/transform_drag.h"
+
+namespace ferrowand {
+
+class Map;
+class MapView;
+class ToolSet;
+
+inline constexpr int NO_PRESS = -32767;
+// Pixels on either axis by which the cursor must leave the press before that becomes a drag.
+inline constexpr int DRAG_THRESHOLD = 2;
+
+ViewInts WorldAt(const MapView& view, Pixel at);
+ViewBox ViewBoxOf(const Bounds& box, const MapView& view);
+// Zero along the depth.
+Vec3 ToWorld(const ViewPoint& by, const MapView& view);
+Pixel ToPixel(const ViewPoint& point, const MapView& view);
+PreviewShape ShapeOf(const ViewQuad& quad, const MapView& view);
+
+class ToolBase : public Tool {
+ public:
+  explicit ToolBase(ToolSet& tools);
+
+  void MouseMove(MapView& view, Pixel at, int buttons) final;
+  void MouseUp(MapView& view, Pixel at, int button) override;
+  // A quick second press is a press.
+  void DoubleClick(MapView& view, Pixel at, int button) override { MouseDown(view, at, button); }
+  // The escape key ends a drag without effect.
+  bool Key(MapView& view, char c) override;
+  void Group(MapView& view) override;
+  void DrawOverlay(MapView& view, Canvas& canvas) override;
+  bool HasPreview() const override { return preview_.IsShown(); }
+  void Cancel() override;
+
+ protected:
+  // --- what a tool does with a press that has become a drag, and with one that has not
+  virtual void Drag(MapView& view, Pixel at) { (void)view, (void)at; }
+  virtual void Drop(MapView& view, Pixel at) { (void)view, (void)at; }
+  virtual void Click(MapView& view, Pixel at) { (void)view, (void)at; }
+  virtual void Hover(MapView& view, Pixel at) { (void)view, (void)at; }
+
+  void BeginDrag(MapView& view, Pixel at);
+  void EndDrag();
+  bool IsDragging() const { return press_[0] != NO_PRESS; }
+
+  ToolHost& Host() const;
+  // A preview and its words.
+  void Show(MapView& view, std::vector<PreviewShape> shapes, const std::string& status);
+  // Says why not, or tells every window of the map.
+  void Conclude(MapView& view, EditResult result);
+  void RepaintViews(const Map& map);
+  // Where the outline and the handles of a selection with these bounds are seen.
+  void RepaintSelection(const Map& map, const Bounds& bounds);
+
+  HitQuery QueryAt(const MapView& view, Pixel at, PickLevel level) const;
+  void DrawSelection(MapView& view, Canvas& canvas) const;
+
+  ToolSet& tools_;
+  Preview preview_;
+  Pixel pressPixel_;
+  ViewInts press_{NO_PRESS, NO_PRESS};  // world units
+
+ private:
+  MapView* pressView_ = nullptr;  // compared only: it may be gone
+  bool moved_ = false;
+};
+
+}  // namespace ferrowand

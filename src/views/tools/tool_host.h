@@ -1,0 +1,54 @@
+// What the tools ask of the program around them: the mouse, the screen, and whatever waits for the
+// user. Implemented by the windows; scripted in tests.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "platform/canvas.h"
+
+namespace ferrowand {
+
+class Map;
+class MapView;
+class Reporter;
+class entity;
+
+struct HeldKeys {
+  bool control = false;
+  bool shift = false;
+};
+
+enum class ToolCursor { Arrow, Entity, Move, Cross };
+
+class ToolHost {
+ public:
+  virtual ~ToolHost() = default;
+
+  // As they are now.
+  virtual HeldKeys Keys() const = 0;
+  // While captured, the view gets what the mouse does anywhere.
+  virtual void Capture(MapView& view, bool on) = 0;
+  virtual void SetCursor(MapView& view, ToolCursor cursor) = 0;
+  // Lets `draw` draw on what the view shows now, at once and with no repaint.
+  virtual void DrawNow(MapView& view, const std::function<void(Canvas&)>& draw) = 0;
+
+  // The context popup of the selection, at that pixel. Comes back when it has been closed; whether
+  // the menu took the release of the button that opened it.
+  virtual bool TrackPopup(MapView& view, Pixel at) = 0;
+  virtual void EditProperties(entity& e) = 0;
+  // Of a round primitive; nothing when the user thought better of it.
+  virtual std::optional<int> AskSides(const std::string& name) = 0;
+
+  // The document has changed, or what of it is selected: cameras and lists follow. The 2D views
+  // have been told already.
+  virtual void MapChanged(Map& map) = 0;
+  virtual void SelectionChanged(Map& map) = 0;
+  // The current tool is another one.
+  virtual void ToolChanged() = 0;
+
+  virtual Reporter& Report() = 0;
+};
+
+}  // namespace ferrowand

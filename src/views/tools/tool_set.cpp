@@ -1,0 +1,50 @@
+#include "views/tools/tool_set.h"
+
+#include <algorithm>
+
+#include "views/tools/tool_host.h"
+
+namespace ferrowand {
+
+ToolSet::ToolSet(ToolHost& host, ViewList& views, const Options& options)
+    : host_(host),
+      views_(views),
+      options_(options),
+      cycle_{&entitySelector, &brushSelector, &multiSelector} {}
+
+void ToolSet::Use(Tool& tool) {
+  current_->Cancel();
+  current_ = &tool;
+  if (!views_.Views().empty()) views_.Views().front()->SetStatus(tool.Name());
+  for (MapView* view : views_.Views()) view->Repaint();
+  host_.ToolChanged();
+}
+
+void ToolSet::Next() {
+  current_->Cancel();
+  const auto at = std::ranges::find(cycle_, current_);
+  Use(at == cycle_.end() || at + 1 == cycle_.end() ? *cycle_.front() : **(at + 1));
+}
+
+void ToolSet::StartRectangle(Selector& from, MapView& view, Pixel at) {
+  current_ = &rectangle_;
+  rectangle_.Start(from, view, at);
+}
+
+bool ToolSet::IsAxisLimited(const Map& map, int axis) const {
+  return std::ranges::any_of(views_.ViewsOf(map), [&](const MapView* view) {
+    return axis != view->transform.DepthAxis() && !(view->axismask >> axis & 1);
+  });
+}
+
+void ToolSet::ToggleAxisLimit(const Map& map, int axis) {
+  const bool limit = !IsAxisLimited(map, axis);
+  for (MapView* view : views_.ViewsOf(map)) {
+    if (axis == view->transform.DepthAxis()) continue;
+    const int bit = 1 << axis;
+    view->axismask =
+        static_cast<std::uint8_t>(limit ? view->axismask & ~bit : view->axismask | bit);
+  }
+}
+
+}  // namespace ferrowand

@@ -1,0 +1,66 @@
+// The tools of the program in their order, and which of them is current: there is always one.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "document/edit/selection.h"
+#include "shell/services/options.h"
+#include "views/map_view.h"
+#include "views/tool.h"
+#include "views/tools/brush_selector.h"
+#include "views/tools/multi_selector.h"
+#include "views/tools/rectangle_selector.h"
+#include "views/tools/selector.h"
+
+namespace ferrowand {
+
+class ToolHost;
+
+class ToolSet {
+ public:
+  // All outlive it.
+  ToolSet(ToolHost& host, ViewList& views, const Options& options);
+  ToolSet(const ToolSet&) = delete;
+  ToolSet& operator=(const ToolSet&) = delete;
+
+  // For the views to keep.
+  Tool* const& Current() const { return current_; }
+  // What the current tool was about ends without effect. The name of the new one is shown.
+  void Use(Tool& tool);
+  // The next one of the cycle; the first one after a tool that is not in it.
+  void Next();
+  // A tool made elsewhere, not owned, at the end of the cycle.
+  void AddToCycle(Tool& tool) { cycle_.push_back(&tool); }
+
+  // For the selectors and the rubber band between themselves.
+  void StartRectangle(Selector& from, MapView& view, Pixel at);
+  void ReturnTo(Tool& tool) { current_ = &tool; }
+
+  // Whether the views of a map may change an axis: 0 X, 1 Y, 2 Z.
+  bool IsAxisLimited(const Map& map, int axis) const;
+  void ToggleAxisLimit(const Map& map, int axis);
+
+  ToolHost& Host() const { return host_; }
+  ViewList& Views() const { return views_; }
+  const Options& GetOptions() const { return options_; }
+
+  BoxRule boxRule = BoxRule::Partial;  // of the rubber band
+
+ private:
+  ToolHost& host_;
+  ViewList& views_;
+  const Options& options_;
+
+ public:
+  EntitySelector entitySelector{*this};
+  BrushSelector brushSelector{*this};
+  MultiSelector multiSelector{*this};
+
+ private:
+  RectangleSelector rectangle_{*this};
+  std::vector<Tool*> cycle_;
+  Tool* current_ = &entitySelector;
+};
+
+}  // namespace ferrowand

@@ -1,0 +1,129 @@
+#include "views/hit_test.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+
+#include "support/small_map.h"
+
+namespace ferrowand {
+namespace {
+
+// One unit a pixel, up is up.
+ViewTransform Plain(int u = 0, int v = 1) {
+  return {.orienu = static_cast<std::uint8_t>(u),
+          .orienv = static_cast<std::uint8_t>(v),
+          .scaleu = 1,
+          .scalev = -1};
+}
+
+TEST(PolygonTest, PointsInsideAndOnAnEdgeAreHitsAndNoOthers) {
+  const std::array<Pixel, 4> diamond{Pixel{0, -10}, {10, 0}, {0, 10}, {-10, 0}};
+  struct Case {
+    Pixel at;
+    bool inside;
+  };
+  const Case cases[] = {{{0, 0}, true},    {{-9, 0}, true},  {{5, 5}, true},    {{10, 0}, true},
+                        {{0, -10}, true},  {{6, 5}, false},  {{-20, 0}, false}, {{11, 0}, false},
+                        {{0, -11}, false}, {{-5, 10}, false}};
+  for (const Case& c : cases) {
+    EXPECT_EQ(IsInside(c.at, diamond), c.inside) << c.at.x << " " << c.at.y;
+  }
+}
+
+TEST(PolygonTest, OnePolygonSeenAsALineIsHitOnTheLineOnly) {
+  const std::array<Pixel, 4> line{Pixel{0, 5}, {8, 5}, {8, 5}, {0, 5}};
+  EXPECT_TRUE(IsInside({4, 5}, line));
+  EXPECT_FALSE(IsInside({4, 6}, line));
+  EXPECT_FALSE(IsInside({9, 5}, line));
+  EXPECT_FALSE(IsInside({-3, 5}, line));
+}
+
+class HitTestTest : public testing::Test {
+ protected:
+  entity* HitAt(Pixel at, PickLevel level = PickLevel::Objects) {
+    const ViewTransform transform = Plain();
+    return HitTest(small.map, {.transform = transform, .at = at, .level = level}).object;
+  }
+
+  SmallMap small;
+};
+
+TEST_F(HitTestTest, TheFaceTurnedToTheEyeIsHitInEveryOrientation) {
+  const entity& cube = small.AddCuboid({0, 0, 0}, {64, 64, 64});
+  const int axes[][2] = {{0, 1}, {0, 2}, {1, 2}};
+  // Towards the eye: up, against Y, along X.
+  const DVec3 towards[] = {{0, 0, 1}, {0, -1, 0}, {1, 0, 0}};
+  for (int i = 0; i < 3; ++i) {
+    const ViewTransform transform = Plain(axes[i][0], axes[i][1]);
+    const int face = FaceAt(cube.brush, transform, {30, -30});
+    ASSERT_NE(face, NO_FACE);
+    EXPECT_EQ(cube.brush.face(face).plane.normal, towards[i]);
+    EXPECT_EQ(FaceAt(cube.brush, transform, {65, -30}), NO_FACE);
+  }
+}
+
+TEST_F(HitTestTest, AFaceSeenEdgeOnIsStillHit) {
+  entity& cube = small.AddCuboid({0, 0, 0}, {64, 64, 64});
+  // A slant of less than the tolerance, away from the eye: only its edge is seen.
+  for (int i = 0; i < cube.brush.getNumFaces(); ++i) {
+    Face& face = cube.brush.face(i);
+    face.plane.normal.z = face.plane.normal.x == 1 ? -0.00005 : -1;
+  }
+  EXPECT_NE(FaceAt(cube.brush, Plain(), {64, -30}), NO_FACE);
+  EXPECT_EQ(FaceAt(cube.brush, Plain(), {30, -30}), NO_FACE);
+  for (int i = 0; i < cube.brush.getNumFaces(); ++i) cube.brush.face(i).plane.normal.z -= 0.0001;
+  EXPECT_EQ(FaceAt(cube.brush, Plain(), {64, -30}), NO_FACE);
+}
+
+TEST_F(HitTestTest, TheFirstInMapOrderIsHit) {
+  entity& first = small.AddCuboid({0, 0, 0}, {64, 64, 64});
+  entity& second = small.AddCuboid({32, 0, 64}, {96, 64, 128});
+  EXPECT_EQ(HitAt({40, -10}), &first);
+  EXPECT_EQ(HitAt({70, -10}), &second);
+  EXPECT_EQ(HitAt({97, -10}), nullptr);
+}
+
+TEST_F(HitTestTest, APointEntityIsHitInItsClassBoxUnlessBrushesAreLookedFor) {
+  entity& light = small.Add({{"classname", "light"}, {"origin", "100 100 0"}});
+  EXPECT_EQ(HitAt({108, -92}), &light);
+  EXPECT_EQ(HitAt({109, -92}), nullptr);
+  EXPECT_EQ(HitAt({108, -92}, PickLevel::Brushes), nullptr);
+}
+
+TEST_F(HitTestTest, WhatIsHiddenOrDisabledIsNotHitNorAnythingBelowIt) {
+  const char* const states[] = {"1", "2", "3"};
+  for (const char* state : states) {
+    SmallMap other;
+    entity& layer = other.Add({{"classname", "layer"}, {"XMPstate", state}});
+    other.AddCuboid({0, 0, 0}, {64, 64, 64}, &layer);
+    const ViewTransform transform = Plain();
+    EXPECT_EQ(HitTest(other.map, {.transform = transform, .at = {30, -30}}).object, nullptr);
+    layer.SetKey("XMPstate", "0");
+    EXPECT_NE(HitTest(other.map, {.transform = transform, .at = {30, -30}}).object, nullptr);
+  }
+}
+
+TEST_F(HitTestTest, ABrushFarOutsideIsHitWhereTheViewShowsIt) {
+  // 65536 units away wraps around to the same pixels.
+  entity& far = small.AddCuboid({0, 0, 0}, {64, 64, 64});
+  far.brush.Translate({65536, 0, 0});
+  EXPECT_EQ(HitAt({30, -30}), &far);
+}
+
+TEST_F(HitTestTest, AClickTakesTheGroupOrTheBrush) {
+  entity& door = small.Add({{"classname", "func_door"}});
+  entity& ofDoor = small.AddCuboid({0, 0, 0}, {64, 64, 64}, &door);
+  entity& group = small.Add({{"classname", "brush"}, {"groupFather", "1"}});
+  entity& ofGroup = small.AddCuboid({0, 0, 0}, {64, 64, 64}, &group);
+  EXPECT_EQ(&PickedBy(ofDoor, PickLevel::Objects), &door);
+  EXPECT_EQ(&PickedBy(ofDoor, PickLevel::Brushes), &ofDoor);
+  EXPECT_EQ(&PickedBy(ofGroup, PickLevel::Objects), &group);
+  EXPECT_EQ(&PickedBy(ofGroup, PickLevel::Brushes), &group);
+  door.state = group.state = 0;
+  EXPECT_EQ(&PickedBy(ofDoor, PickLevel::Objects), &ofDoor);
+  EXPECT_EQ(&PickedBy(ofGroup, PickLevel::Brushes), &ofGroup);
+}
+
+}  // namespace
+}  // namespace ferrowand

@@ -1,0 +1,344 @@
+#include "views/tools/selector.h"
+
+#include "support/canvas_recorder.h"
+#include "views/tools/tool_fixture.h"
+
+namespace ferrowand {
+namespace {
+
+using Objects = std::vector<entity*>;
+
+class SelectorTest : public ToolTest {
+ protected:
+  entity& AddLight(const char* origin) {
+    return small.Add({{"classname", "light"}, {"origin", origin}});
+  }
+};
+
+TEST_F(SelectorTest, AClickSelectsAndCtrlAdds) {
+  entity& left = small.AddCuboid({-256, 0, 0}, {-128, 64, 64});
+  entity& right = small.AddCuboid({128, 0, 0}, {256, 64, 64});
+  Click(-200, 32);
+  EXPECT_EQ(Selected(), (Objects{&left}));
+  Click(200, 32);
+  EXPECT_EQ(Selected(), (Objects{&right}));
+  host.keys.control = true;
+  Click(-200, 32);
+  EXPECT_EQ(Selected(), (Objects{&right, &left}));
+  EXPECT_EQ(host.selections, 3);
+}
+
+TEST_F(SelectorTest, AClickOnTheSelectionNeverChangesIt) {
+  entity& left = small.AddCuboid({-256, 0, 0}, {-128, 64, 64});
+  entity& right = small.AddCuboid({128, 0, 0}, {256, 64, 64});
+  map.selection = {&right, &left};
+  for (const bool control : {false, true}) {
+    host.keys.control = control;
+    Click(-200, 32);
+    EXPECT_EQ(Selected(), (Objects{&right, &left}));
+  }
+}
+
+TEST_F(SelectorTest, EmptySpaceEmptiesTheSelectionAndStartsARectangle) {
+  entity& cube = small.AddCuboid({-64, -64, 0}, {64, 64, 64});
+  map.selection = {&cube};
+  Press(200, 200);
+  EXPECT_TRUE(map.selection.empty());
+  EXPECT_EQ(tools.Current()->Name(), "Rectangle Selector");
+  EXPECT_TRUE(host.captured);
+  MoveTo(-200, -200);
+  Release(-200, -200);
+  EXPECT_EQ(tools.Current(), &tools.entitySelector);
+  EXPECT_EQ(Selected(), (Objects{&cube}));
+  EXPECT_FALSE(host.captured);
+}
+
+TEST_F(SelectorTest, WithCtrlAPressOnEmptySpaceDragsTheSelection) {
+  entity& light = AddLight("0 0 0");
+  map.selection = {&light};
+  host.keys.control = true;
+  Press(200, 200);
+  EXPECT_EQ(tools.Current(), &tools.entitySelector);
+  host.keys.control = false;
+  MoveTo(264, 200);
+  Release(264, 200);
+  EXPECT_EQ(Selected(), (Objects{&light}));
+  EXPECT_EQ(light.Origin(), Vec3(64, 0, 0));
+}
+
+TEST_F(SelectorTest, ADragMovesByTheGridAndIsOneStepToUndo) {
+  entity& light = AddLight("5 7 9");
+  entity& cube = small.AddCuboid({128, 0, 0}, {192, 64, 64});
+  map.selection = {&light, &cube};
+  const std::string before = Text();
+  struct Case {
+    bool snap, shift;
+    Vec3 origin;
+    const char* status;
+  };
+  const Case cases[] = {{false, true, {77, -61, 9}, "Translating: (72, -68)"},
+                        {true, false, {69, -57, 9}, "Translating: (64, -64)"},
+                        {true, true, {64, -64, 9}, "Translating: (59, -71)"}};
+  for (const Case& c : cases) {
+    map.optionBits = c.snap ? MAP_GRID | MAP_SNAP : MAP_GRID;
+    host.keys.shift = c.shift;
+    const int changes = host.changes;
+    Drag(8, 8, 80, -60);
+    EXPECT_EQ(Status(), c.status);
+    EXPECT_EQ(light.Origin(), c.origin);
+    EXPECT_EQ(cube.GetBounds().mins, Vec3(128, 0, 0) + c.origin - Vec3(5, 7, 9));
+    EXPECT_EQ(host.changes, changes + 1);
+    EXPECT_TRUE(map.modified);
+    map.undo.Undo();
+    EXPECT_EQ(Text(), before);
+  }
+}
+
+TEST_F(SelectorTest, AnAxisThatTheViewDoesNotEditStays) {
+  entity& light = AddLight("0 0 0");
+  map.selection = {&light};
+  tools.ToggleAxisLimit(map, 0);
+  EXPECT_TRUE(tools.IsAxisLimited(map, 0));
+  Drag(0, 0, 128, 128);
+  EXPECT_EQ(light.Origin(), Vec3(0, 128, 0));
+  tools.ToggleAxisLimit(map, 0);
+  Drag(0, 128, 128, 128);
+  EXPECT_EQ(light.Origin(), Vec3(128, 128, 0));
+}
+
+TEST_F(SelectorTest, NothingChangesBeforeTheReleaseNorAfterAnEscape) {
+  entity& light = AddLight("0 0 0");
+  map.selection = {&light};
+  const std::string before = Text();
+  Press(0, 0);
+  MoveTo(128, 0);
+  EXPECT_EQ(Text(), before);
+  EXPECT_TRUE(tools.Current()->HasPreview());
+  EXPECT_TRUE(tools.Current()->Key(view, '\x1b'));
+  EXPECT_FALSE(tools.Current()->HasPreview());
+  Release(128, 0);
+  EXPECT_EQ(Text(), before);
+  EXPECT_EQ(host.changes, 0);
+
+  Press(0, 0);
+  MoveTo(128, 0);
+  MoveTo(128, 0, 0);  // the button was let go elsewhere
+  Release(128, 0);
+  EXPECT_EQ(Text(), before);
+}
+
+TEST_F(SelectorTest, CtrlAtTheReleaseDuplicates) {
+  entity& light = AddLight("0 0 0");
+  map.selection = {&light};
+  const std::string before = Text();
+  host.keys.control = true;
+  Drag(0, 0, 128, 64);
+  EXPECT_EQ(light.Origin(), Vec3(0, 0, 0));
+  ASSERT_EQ(map.selection.size(), 1u);
+  EXPECT_NE(map.selection[0], &light);
+  EXPECT_EQ(map.selection[0]->Origin(), Vec3(128, 64, 0));
+  map.undo.Undo();
+  EXPECT_EQ(Text(), before);
+}
+
+TEST_F(SelectorTest, HoveringTellsWhatItIs) {
+  AddLight("0 0 0").SetKey("XMPentityname", "lamp");
+  small.AddCuboid({128, 0, 0}, {192, 64, 64});
+  MoveTo(0, 0, 0);
+  EXPECT_EQ(Status(), "lamp, a unknown");
+  EXPECT_EQ(host.cursor, ToolCursor::Entity);
+  MoveTo(160, 32, 0);
+  EXPECT_EQ(Status(), "Unnamed, a brush");
+  MoveTo(-200, 0, 0);
+  EXPECT_EQ(host.cursor, ToolCursor::Arrow);
+}
+
+TEST_F(SelectorTest, TheRightButtonPicksAndOpensThePopup) {
+  entity& light = AddLight("0 0 0");
+  host.popupTakesRelease = true;
+  Press(0, 0, BUTTON_RIGHT);
+  Release(0, 0, BUTTON_RIGHT);
+  EXPECT_EQ(Selected(), (Objects{&light}));
+  EXPECT_EQ(host.popups, (std::vector<Pixel>{At(0, 0)}));
+  EXPECT_TRUE(host.edited.empty());
+  tools.Use(tools.brushSelector);
+  Press(200, 0, BUTTON_RIGHT);
+  EXPECT_TRUE(map.selection.empty());
+  EXPECT_EQ(host.popups.size(), 2u);
+}
+
+TEST_F(SelectorTest, ReleasingTheRightButtonEditsOneAndAsksOfMore) {
+  entity& light = AddLight("0 0 0");
+  entity& other = AddLight("128 0 0");
+  Press(0, 0, BUTTON_RIGHT);
+  Release(0, 0, BUTTON_RIGHT);
+  EXPECT_EQ(host.edited, (Objects{&light}));
+
+  map.selection = {&light, &other};
+  Press(0, 0, BUTTON_RIGHT);
+  Release(0, 0, BUTTON_RIGHT);
+  EXPECT_EQ(small.sink.OnlyText(), "Cannot edit multiple entities. Group then edit?");
+  EXPECT_EQ(small.sink.messages[0].title, "Ferrowand asks");
+  EXPECT_EQ(map.selection.size(), 2u);
+
+  small.sink.messages.clear();
+  small.sink.answers = {Answer::Yes};
+  Press(0, 0, BUTTON_RIGHT);
+  Release(0, 0, BUTTON_RIGHT);
+  ASSERT_EQ(map.selection.size(), 1u);
+  EXPECT_EQ(light.Parent(), map.selection[0]);
+
+  small.sink.messages.clear();
+  Press(-200, -200, BUTTON_RIGHT);
+  Release(-200, -200, BUTTON_RIGHT);
+  EXPECT_EQ(small.sink.OnlyText(), "Cannot group with this tool");
+  EXPECT_EQ(small.sink.messages[0].title, "Cannot continue");
+}
+
+TEST_F(SelectorTest, ADoubleClickGoesDownThroughWhatLiesThere) {
+  entity& top = small.AddCuboid({0, 0, 0}, {64, 64, 64});
+  entity& middle = small.AddCuboid({0, 0, 0}, {128, 64, 32});
+  entity& bottom = small.AddCuboid({0, 0, 0}, {128, 128, 16});
+  Click(32, 32);
+  const auto again = [&] { view.OnDoubleClick(At(32, 32), BUTTON_LEFT); };
+  again();
+  EXPECT_EQ(Selected(), (Objects{&middle}));
+  again();
+  EXPECT_EQ(Selected(), (Objects{&bottom}));
+  again();
+  EXPECT_EQ(Selected(), (Objects{&top}));
+  options.smartSelection = 0;
+  again();
+  EXPECT_EQ(Selected(), (Objects{&top}));
+}
+
+TEST_F(SelectorTest, TheRectangleTakesWhatItTouchesOrOnlyWhatItHolds) {
+  entity& inside = AddLight("0 0 0");
+  entity& across = small.AddCuboid({100, 0, 0}, {300, 64, 64});
+  AddLight("-300 0 0");
+  Drag(-100, 100, 200, -100);
+  EXPECT_EQ(Selected(), (Objects{&inside, &across}));
+  tools.boxRule = BoxRule::Full;
+  Drag(-100, 100, 200, -100);
+  EXPECT_EQ(Selected(), (Objects{&inside}));
+  Click(-200, 200);
+  EXPECT_TRUE(map.selection.empty());
+}
+
+TEST_F(SelectorTest, SelectMultipleEntitiesAddsAndTakesAway) {
+  entity& a = AddLight("0 0 0");
+  entity& b = AddLight("128 0 0");
+  entity& c = AddLight("256 0 0");
+  tools.Use(tools.multiSelector);
+  Click(0, 0);
+  Click(128, 0);
+  EXPECT_EQ(Selected(), (Objects{&a, &b}));
+  Drag(240, 40, 300, -40);
+  EXPECT_EQ(Selected(), (Objects{&a, &b, &c}));
+  host.keys.control = true;
+  Drag(100, 40, 300, -40);
+  EXPECT_EQ(Selected(), (Objects{&a}));
+  Click(0, 0);
+  EXPECT_TRUE(map.selection.empty());
+}
+
+TEST_F(SelectorTest, ThePopupsClassBecomesTheSelectionsClass) {
+  entity& cube = small.AddCuboid({0, 0, 0}, {64, 64, 64});
+  map.selection = {&cube};
+  const auto& classes = map.classSet->Classes();
+  const auto embed = std::ranges::find_if(
+      classes, [](const auto& entityClass) { return entityClass->classname == "embed"; });
+  tools.entitySelector.PopupCommand(view, static_cast<unsigned>(embed - classes.begin()));
+  ASSERT_EQ(map.selection.size(), 1u);
+  EXPECT_EQ(map.selection[0]->getClass(), embed->get());
+  EXPECT_EQ(cube.Parent(), map.selection[0]);
+  const std::string before = Text();
+  tools.entitySelector.PopupCommand(view, static_cast<unsigned>(classes.size()));
+  EXPECT_EQ(Text(), before);
+}
+
+TEST_F(SelectorTest, TabGoesThroughTheToolsAndTellsTheirNames) {
+  std::vector<std::string> names;
+  for (int i = 0; i < 4; ++i) {
+    tools.Next();
+    EXPECT_EQ(Status(), tools.Current()->Name());
+    names.push_back(Status());
+  }
+  EXPECT_EQ(names[0], "Brush Selector");
+  EXPECT_EQ(host.toolChanges, 4);
+}
+
+TEST_F(SelectorTest, ChangingTheToolEndsTheRectangle) {
+  Press(200, 200);
+  MoveTo(100, 100);
+  tools.Next();
+  EXPECT_EQ(tools.Current(), &tools.brushSelector);
+  EXPECT_FALSE(tools.brushSelector.HasPreview());
+  Release(100, 100);
+  EXPECT_EQ(tools.Current(), &tools.brushSelector);
+}
+
+TEST_F(SelectorTest, ADragLeavesNoTraceOnTheScreen) {
+  AddLight("0 0 0");
+  small.AddCuboid({-64, -64, 0}, {64, 64, 64});
+  SoftwareCanvas screen(window.area);
+  host.screens[&view] = &screen;
+  const auto paint = [&](const PixelRect& part) { view.Paint(screen, part); };
+  const PixelRect all{0, 0, window.area.width, window.area.height};
+
+  // A rubber band, with a part repainted under it.
+  paint(all);
+  Press(-160, 160);
+  MoveTo(40, -40);
+  paint({150, 100, 230, 170});
+  EXPECT_EQ(screen.Pixels(), FreshPaint());
+  MoveTo(120, -90);
+  EXPECT_EQ(screen.Pixels(), FreshPaint());
+  Release(120, -90);
+  paint(all);
+
+  // The selection.
+  ASSERT_EQ(map.selection.size(), 2u);
+  const std::vector<Colour> still = screen.Pixels();
+  Press(0, 0);
+  MoveTo(70, 64);
+  EXPECT_NE(screen.Pixels(), still);
+  paint({190, 100, 260, 150});
+  MoveTo(140, 12);
+  paint({0, 0, 215, 140});
+  EXPECT_EQ(screen.Pixels(), FreshPaint());
+  tools.Current()->Key(view, '\x1b');
+  EXPECT_EQ(screen.Pixels(), still);
+}
+
+TEST_F(SelectorTest, ADragStepRepaintsNothing) {
+  entity& light = AddLight("0 0 0");
+  map.selection = {&light};
+  Press(0, 0);
+  const int before = window.invalidations;
+  for (int step = 1; step < 10; ++step) MoveTo(16 * step, 0);
+  EXPECT_EQ(window.invalidations, before);
+  EXPECT_GT(host.draws, 9);
+  view.ScrollBy(64, 0);
+  EXPECT_TRUE(window.scrolled.empty()) << "what is inverted must not be moved";
+  EXPECT_EQ(window.invalidations, before + 1);
+  Release(160, 0);
+  view.ScrollBy(64, 0);
+  EXPECT_EQ(window.scrolled.size(), 1u);
+}
+
+TEST_F(SelectorTest, AViewThatIsClosedInADragIsNotDrawnOn) {
+  AddLight("0 0 0");
+  FakeViewHost secondWindow;
+  auto second = std::make_unique<MapView>(map, secondWindow, list, options, tools.Current());
+  second->OnMouseDown({50, 50}, BUTTON_LEFT, false, false);
+  second->OnMouseMove({90, 90}, BUTTON_LEFT, false);
+  second.reset();
+  const int draws = host.draws;
+  MoveTo(0, 0, 0);
+  EXPECT_EQ(host.draws, draws);
+  EXPECT_EQ(tools.Current(), &tools.entitySelector);
+}
+
+}  // namespace
+}  // namespace ferrowand

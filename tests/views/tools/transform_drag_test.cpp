@@ -1,0 +1,161 @@
+#include "views/tools/transform_drag.h"
+
+#include <gtest/gtest.h>
+
+#include "support/recorder.h"
+
+namespace ferrowand {
+namespace {
+
+const ViewBox BOX{{0, 0}, {64, 128}};
+
+TEST(MoveDragTest, TheCornerGoesOntoTheGridEvenFromOffIt) {
+  struct Case {
+    ViewBox box;
+    ViewInts cursor;
+    bool snap;
+    std::array<bool, 2> edits;
+    ViewPoint by;
+    const char* status;
+  };
+  const Case cases[] = {
+      {BOX, {70, -40}, true, {true, true}, {64, -64}, "Translating: (64, -64)"},
+      {BOX, {31, 32}, true, {true, true}, {0, 64}, "Translating: (0, 64)"},
+      {{{10, -10}, {20, 20}}, {1, 0}, true, {true, true}, {-10, 10}, "Translating: (-10, 10)"},
+      {BOX, {70, -40}, false, {true, true}, {70, -40}, "Translating: (70, -40)"},
+      {{{10, 0}, {20, 20}}, {70, 70}, true, {false, true}, {0, 64}, "Translating: (0, 64)"},
+      {{{0.5, 0}, {20, 20}}, {64, 0}, true, {true, true}, {63.5, 0}, "Translating: (64, 0)"},
+  };
+  for (const Case& c : cases) {
+    const MoveStep step =
+        DragMove(c.box, {0, 0}, c.cursor, {0, 0}, {.edits = c.edits, .snap = c.snap});
+    EXPECT_EQ(step.by, c.by) << c.status;
+    EXPECT_EQ(step.status, c.status);
+  }
+  EXPECT_EQ(DragMove(BOX, {8, 8}, {72, 8}, {3, -5}, {.snap = true}).by, (ViewPoint{67, -5}));
+}
+
+TEST(ScaleDragTest, TheDraggedEdgeKeepsOneGridStepFromTheAnchor) {
+  MessageRecorder sink;
+  Reporter reporter(sink);
+  const ViewBox square{{0, 0}, {64, 64}};
+  struct Case {
+    ViewInts anchor, direction, cursor;
+    bool snap;
+    ViewPoint dragged;
+    const char* status;
+  };
+  const Case cases[] = {
+      {{0, 0}, {-1, -1}, {130, 60}, true, {128, 64}, "Scaling: (-128.0x-64.0), (2.00x1.00)"},
+      {{0, 0}, {-1, 0}, {10, 999}, true, {64, 64}, "Scaling: (-64.0x-64.0), (1.00x1.00)"},
+      {{0, 0}, {-1, 0}, {-500, 0}, true, {64, 64}, "Scaling: (-64.0x-64.0), (1.00x1.00)"},
+      {{64, 0}, {1, 0}, {100, 0}, true, {0, 64}, "Scaling: (64.0x-64.0), (1.00x1.00)"},
+      {{64, 0}, {1, 0}, {-32, 0}, false, {-32, 64}, "Scaling: (96.0x-64.0), (1.50x1.00)"},
+      {{0, 64}, {0, 1}, {0, -65}, true, {64, -64}, "Scaling: (-64.0x128.0), (1.00x2.00)"},
+      {{0, 0}, {-1, 0}, {90, 0}, false, {90, 64}, "Scaling: (-90.0x-64.0), (1.41x1.00)"},
+  };
+  for (const Case& c : cases) {
+    const ScaleStep step =
+        DragScale(square, c.anchor, c.direction, c.cursor, {.snap = c.snap}, reporter);
+    EXPECT_EQ(step.dragged, c.dragged) << c.status;
+    EXPECT_EQ(step.status, c.status);
+  }
+  EXPECT_TRUE(sink.messages.empty());
+}
+
+TEST(ScaleDragTest, AnAxisThatIsNotEditedKeepsItsEdges) {
+  MessageRecorder sink;
+  Reporter reporter(sink);
+  const ScaleStep step =
+      DragScale(BOX, {0, 0}, {-1, -1}, {640, 640}, {.edits = {true, false}}, reporter);
+  EXPECT_EQ(step.dragged, (ViewPoint{640, 128}));
+  EXPECT_EQ(step.factors, (ViewPoint{10, 1}));
+}
+
+TEST(ScaleDragTest, AnAnchorOffTheBoxIsAFailedAssertion) {
+  struct Case {
+    ViewInts anchor;
+    const char* expression;
+  };
+  const Case cases[] = {{{5, 0}, "p->snap.x==((SI)maxs[p->orienu])"},
+                        {{0, 5}, "p->snap.y==((SI)maxs[p->orienv])"}};
+  for (const Case& c : cases) {
+    MessageRecorder sink;
+    Reporter reporter(sink);
+    DragScale(BOX, c.anchor, {0, 0}, {0, 0}, {}, reporter);
+    EXPECT_NE(sink.OnlyText().find(c.expression), std::string::npos) << sink.OnlyText();
+    EXPECT_NE(sink.OnlyText().find("qvtool"), std::string::npos);
+  }
+  MessageRecorder sink;
+  Reporter reporter(sink);
+  DragScale({{0, 0}, {64.75, 64}}, {64, 64}, {0, 0}, {0, 0}, {}, reporter);
+  EXPECT_TRUE(sink.messages.empty()) << "an anchor holds whole units";
+}
+
+TEST(RotateDragTest, TheAngleIsMeasuredClockwiseFromTheRight) {
+  struct Case {
+    ViewInts point;
+    int angle;
+  };
+  const Case cases[] = {{{10, 0}, 0},      {{10, -10}, 45}, {{0, -10}, 90},
+                        {{-10, -10}, 135}, {{-10, 0}, 180}, {{-10, 10}, 225},
+                        {{0, 10}, 270},    {{10, 10}, -45}, {{0, 0}, 270}};
+  for (const Case& c : cases) {
+    EXPECT_EQ(AngleOf({100, 100}, {100 + c.point[0], 100 + c.point[1]}), c.angle)
+        << c.point[0] << " " << c.point[1];
+  }
+}
+
+TEST(RotateDragTest, AFullTurnStaysAFullTurn) {
+  struct Case {
+    int start;
+    ViewInts cursor;
+    bool snap;
+    int angle;
+  };
+  const Case cases[] = {
+      {-90, {0, 10}, false, 360},  // 270 - -90
+      {0, {10, 0}, false, 0},     {270, {10, 10}, false, 45}, {180, {0, -10}, false, 270},
+      {-8, {10, 0}, true, 15},    {-22, {10, 0}, true, 15},   {-7, {10, 0}, true, 0},
+      {-23, {10, 0}, true, 30},   {1, {10, 0}, true, 360},    {8, {10, 0}, true, 345},
+  };
+  for (const Case& c : cases) {
+    const RotateStep step = DragRotate(BOX, {0, 0}, c.start, c.cursor, {.angleSnap = c.snap});
+    EXPECT_EQ(step.angle, c.angle) << c.start;
+    EXPECT_EQ(step.status, Format("Rotating: %i", c.angle));
+  }
+  EXPECT_EQ(DragRotate(BOX, {0, 0}, -4, {10, 0}, {.angleSnap = true, .rotationStep = 0}).angle, 4);
+}
+
+TEST(RotateDragTest, TheCornersFollowTheCursor) {
+  // From the right down to below: a quarter, clockwise.
+  const RotateStep step = DragRotate(BOX, {0, 0}, 0, {0, -10}, {});
+  EXPECT_EQ(step.corners, (ViewQuad{{{0, 0}, {0, -64}, {128, -64}, {128, 0}}}));
+}
+
+TEST(SkewDragTest, TheGrabbedEdgeGoesOntoTheGridAndTheOtherStays) {
+  struct Case {
+    SkewGrab grab;
+    ViewInts cursor;
+    DragRules rules;
+    int amount;
+    ViewQuad corners;
+  };
+  const ViewBox box{{10, 0}, {74, 128}};
+  const Case cases[] = {
+      {{0, true}, {60, 999}, {.snap = true}, 54, {{{10, 0}, {74, 0}, {128, 128}, {64, 128}}}},
+      {{0, false}, {60, 0}, {.snap = false}, 60, {{{70, 0}, {134, 0}, {74, 128}, {10, 128}}}},
+      {{1, true}, {0, -70}, {.snap = true}, -64, {{{10, 0}, {74, -64}, {74, 64}, {10, 128}}}},
+      {{1, false}, {0, 20}, {.snap = false}, 20, {{{10, 20}, {74, 0}, {74, 128}, {10, 148}}}},
+      {{1, true}, {0, 20}, {.edits = {true, false}}, 0, {{{10, 0}, {74, 0}, {74, 128}, {10, 128}}}},
+  };
+  for (const Case& c : cases) {
+    const SkewStep step = DragSkew(box, c.grab, {0, 0}, c.cursor, c.rules);
+    EXPECT_EQ(step.amount, c.amount);
+    EXPECT_EQ(step.corners, c.corners) << c.amount;
+    EXPECT_EQ(step.status, Format("Skewing: %i", c.amount));
+  }
+}
+
+}  // namespace
+}  // namespace ferrowand
