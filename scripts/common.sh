@@ -51,6 +51,8 @@ use_wine() {
   export WINEPREFIX="$PWD/build/wine" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
   mkdir -p build
   [ -f "$WINEPREFIX/system.reg" ] || wineboot -i >/dev/null 2>&1
+  # Debian's Wine does not find its own fonts: captions would show letters for their buttons.
+  ln -sf /usr/share/wine/fonts/*.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
 }
 
 # Starts an X server of its own and sets DISPLAY; it ends with the script.
