@@ -31,7 +31,8 @@ void NewView(App& app, unsigned) {
   ChildWindow* window = app.AddView(map, orientation);
   if (!window) return;
   window->SetTitle();
-  window->View()->ZoomTo(map.GetBounds());
+  const Bounds box = map.GetBounds();
+  if (!box.IsEmpty()) window->View()->CentreOn((box.mins + box.maxs) * 0.5f);
 }
 
 void ChooseNewView(App& app, unsigned) {

@@ -290,6 +290,8 @@ void MapWindow::SetText(ViewText which, const std::string& text) {
 
 void MapWindow::SetCaption(const std::string& caption) {
   SetWindowTextA(window_, caption.c_str());
+  // Not every system takes a new title into the Window menu's list by itself.
+  SendMessageA(app_.frame.Client(), WM_MDIREFRESHMENU, 0, 0);
 }
 
 PixelRect MapWindow::Frame() const {

@@ -1,0 +1,135 @@
+// The program itself under test: its App in real windows, with a recorder for a user.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "shell/ui/app.h"
+#include "shell/ui/map_window.h"
+#include "support/recorder.h"
+#include "support/temp_dir.h"
+
+namespace ferrowand {
+
+// Answers from a script; without one the user thinks better of it.
+class ScriptedDialogs : public Dialogs {
+ public:
+  std::optional<std::string> ChooseFile(HWND, const FileChoice& choice) override {
+    asked.push_back(choice);
+    if (files.empty()) return std::nullopt;
+    const std::string file = files.front();
+    files.pop_front();
+    return file;
+  }
+  unsigned TrackPopup(HWND owner, HMENU menu, POINT) override {
+    SendMessageA(owner, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu), 0);
+    if (commands.empty()) return 0;
+    const unsigned command = commands.front();
+    commands.pop_front();
+    return command;
+  }
+  void ShowAbout(HWND) override { ++abouts; }
+
+  std::deque<std::string> files;
+  std::deque<unsigned> commands;
+  std::vector<FileChoice> asked;
+  int abouts = 0;
+};
+
+// Two boxes: 64 units around the origin, and one to its right.
+inline constexpr char TWO_BRUSHES[] = R"({
+"classname" "worldspawn"
+"message" "Two boxes"
+{
+( -32 -32 -32 ) ( -32 -31 -32 ) ( -32 -32 -31 ) wall 0 0 0 1 1
+( -32 -32 -32 ) ( -32 -32 -31 ) ( -31 -32 -32 ) wall 0 0 0 1 1
+( -32 -32 -32 ) ( -31 -32 -32 ) ( -32 -31 -32 ) wall 0 0 0 1 1
+( 32 32 32 ) ( 32 33 32 ) ( 33 32 32 ) wall 0 0 0 1 1
+( 32 32 32 ) ( 33 32 32 ) ( 32 32 33 ) wall 0 0 0 1 1
+( 32 32 32 ) ( 32 32 33 ) ( 32 33 32 ) wall 0 0 0 1 1
+}
+{
+( 128 -32 -32 ) ( 128 -31 -32 ) ( 128 -32 -31 ) wall 0 0 0 1 1
+( 128 -32 -32 ) ( 128 -32 -31 ) ( 129 -32 -32 ) wall 0 0 0 1 1
+( 128 -32 -32 ) ( 129 -32 -32 ) ( 128 -31 -32 ) wall 0 0 0 1 1
+( 192 32 32 ) ( 192 33 32 ) ( 193 32 32 ) wall 0 0 0 1 1
+( 192 32 32 ) ( 193 32 32 ) ( 192 32 33 ) wall 0 0 0 1 1
+( 192 32 32 ) ( 192 32 33 ) ( 192 33 32 ) wall 0 0 0 1 1
+}
+}
+)";
+
+class AppTest : public testing::Test {
+ protected:
+  AppTest() : settings(MakeMemorySettingsStore()) {
+    saved.showTips = 0;
+    saved.trackMouse = 0;
+    saved.groupsDirectory = dir.Path("groups");
+  }
+
+  // Whatever settings the test has changed in `saved` are what the program finds.
+  bool Start(const std::string& commandLine = "") {
+    Reporter reporter(sink);
+    saved.Save(*settings, reporter);
+    return StartWithStore(commandLine);
+  }
+  bool StartWithStore(const std::string& commandLine = "") {
+    app = std::make_unique<App>(GetModuleHandleA(nullptr),
+                                Seams{sink, dialogs, *settings, FERROWAND_DATA});
+    const bool started = app->Start(commandLine);
+    app->Pump();
+    return started;
+  }
+  // With the two boxes in it.
+  Map& OpenTwoBrushes() {
+    Map* map = app->OpenMap(dir.Write("two.map", TWO_BRUSHES));
+    app->Pump();
+    return *map;
+  }
+  ~AppTest() override {
+    app.reset();
+    MSG quit;  // the frame's end has asked the thread to end
+    PeekMessageA(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
+  }
+
+  MapWindow& WindowOf(Orientation orientation) {
+    const char* name = orientation == Orientation::Top     ? "(Top)"
+                       : orientation == Orientation::Front ? "(Front)"
+                                                           : "(Side)";
+    for (const auto& window : app->windows) {
+      if (TextOf(window->Handle()).find(name) == std::string::npos) continue;
+      return static_cast<MapWindow&>(*window);
+    }
+    ADD_FAILURE() << "no view " << name;
+    return static_cast<MapWindow&>(*app->windows.front());
+  }
+  void Activate(const ChildWindow& window) {
+    SendMessageA(app->frame.Client(), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(window.Handle()), 0);
+  }
+  // As a menu, an accelerator or a button would.
+  void Give(unsigned id) { SendMessageA(app->frame.Handle(), WM_COMMAND, id, 0); }
+  void Give(Command command) { Give(Id(command)); }
+
+  static std::string TextOf(HWND window) {
+    char text[600] = "";
+    GetWindowTextA(window, text, sizeof text);
+    return text;
+  }
+  static std::string TextOf(const ChildWindow& window, int control) {
+    return TextOf(GetDlgItem(window.Handle(), control));
+  }
+
+  TempDir dir;
+  MessageRecorder sink;
+  ScriptedDialogs dialogs;
+  std::unique_ptr<SettingsStore> settings;
+  Options saved;
+  std::unique_ptr<App> app;
+};
+
+}  // namespace ferrowand

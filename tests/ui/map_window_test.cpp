@@ -1,0 +1,358 @@
+// A 2D view in its window: what it shows, how keys, mouse and scroll bars move it.
+#include <array>
+
+#include "shell/ui/resource.h"
+#include "ui/app_fixture.h"
+#include "views/tool.h"
+
+namespace ferrowand {
+namespace {
+
+class MapWindowTest : public AppTest {
+ protected:
+  // A new map: nothing of its own in the views.
+  void StartNew() {
+    ASSERT_TRUE(Start());
+    app->NewMap();
+    app->Pump();
+    top = &WindowOf(Orientation::Top);
+    Activate(*top);
+  }
+  void Type(char c) { SendMessageA(top->Drawing(), WM_CHAR, static_cast<WPARAM>(c), 0); }
+  void Scroll(UINT message, WORD request) { SendMessageA(top->Drawing(), message, request, 0); }
+  std::string Zoom() const { return TextOf(*top, ID_ZOOM_TEXT); }
+  // What stands on the screen.
+  static COLORREF PixelOf(const MapWindow& window, int x, int y) {
+    UpdateWindow(window.Drawing());
+    const HDC dc = GetDC(window.Drawing());
+    const COLORREF colour = GetPixel(dc, x, y);
+    ReleaseDC(window.Drawing(), dc);
+    return colour;
+  }
+  // For the life of the object, as the thread sees it.
+  struct HeldKey {
+    explicit HeldKey(int key_) : key(key_) { Set(0x80); }
+    ~HeldKey() { Set(0); }
+    void Set(BYTE state) const {
+      std::array<BYTE, 256> keys;
+      GetKeyboardState(keys.data());
+      keys[static_cast<std::size_t>(key)] = state;
+      SetKeyboardState(keys.data());
+    }
+    int key;
+  };
+
+  MapWindow* top = nullptr;
+};
+
+TEST_F(MapWindowTest, ANewMapOpensItsThreeViewsInQuarters) {
+  StartNew();
+  ASSERT_EQ(app->windows.size(), 3u);
+  const PixelSize client = app->frame.ClientSize();
+  const auto placeOf = [&](Orientation orientation) {
+    RECT place;
+    GetWindowRect(WindowOf(orientation).Handle(), &place);
+    MapWindowPoints(nullptr, app->frame.Client(), reinterpret_cast<POINT*>(&place), 2);
+    return PixelRect{place.left, place.top, place.right, place.bottom};
+  };
+  const int w = client.width / 2, h = client.height / 2;
+  EXPECT_EQ(placeOf(Orientation::Top), (PixelRect{0, 0, w, h}));
+  EXPECT_EQ(placeOf(Orientation::Front), (PixelRect{0, h, w, h + h}));
+  EXPECT_EQ(placeOf(Orientation::Side), (PixelRect{w, 0, w + w, h}));
+  EXPECT_EQ(TextOf(WindowOf(Orientation::Side).Handle()), "YZView (Side): Unnamed");
+}
+
+TEST_F(MapWindowTest, ANewViewIsReadyAtAQuarterWithTheOriginInItsMiddle) {
+  StartNew();
+  EXPECT_EQ(TextOf(*top, ID_MESSAGE_TEXT), "Ready");
+  EXPECT_EQ(Zoom(), "(64x64)S25%");
+  const PixelSize area = top->DrawingArea();
+  const Pixel centre = top->View()->transform.ToScreen({0, 0, 0});
+  EXPECT_NEAR(centre.x, area.width / 2, 1);
+  EXPECT_NEAR(centre.y, area.height / 2, 1);
+}
+
+TEST_F(MapWindowTest, AnOpenedMapFillsItsViews) {
+  ASSERT_TRUE(Start());
+  const Map& map = OpenTwoBrushes();
+  EXPECT_EQ(TextOf(WindowOf(Orientation::Front).Handle()), "XZView (Front): Two boxes");
+  for (MapView* view : app->views.ViewsOf(map)) {
+    EXPECT_LT(view->transform.scaleu, 1.0f);
+    EXPECT_EQ(view->transform.scaleu, -view->transform.scalev);
+  }
+}
+
+TEST_F(MapWindowTest, KeysZoomAndSizeTheGrid) {
+  StartNew();
+  struct Row {
+    char key;
+    const char* text;
+  };
+  for (const Row& row : {Row{'+', "(64x64)S50%"}, Row{'x', "(64x64)S25%"}, Row{'a', "(32x32)S25%"},
+                         Row{']', "(64x64)S25%"}, Row{'g', " 25%"}, Row{'g', "(64x64)S25%"}}) {
+    Type(row.key);
+    EXPECT_EQ(Zoom(), row.text) << row.key;
+  }
+  for (int i = 0; i < 20; ++i) Give(Command::ZoomIn);
+  EXPECT_EQ(Zoom(), "(64x64)S6400%");
+}
+
+TEST_F(MapWindowTest, SwitchesActOnEveryViewOfTheMapAndAreTicked) {
+  StartNew();
+  Give(Command::GridToggle);
+  Give(Command::SnapToggle);
+  EXPECT_EQ(TextOf(WindowOf(Orientation::Side), ID_ZOOM_TEXT), " 25%");
+  EXPECT_FALSE(app->IsChecked(Id(Command::GridToggle)));
+  SendDlgItemMessageA(top->Handle(), ID_GRID_SNAP_BUTTON, BM_CLICK, 0, 0);
+  EXPECT_EQ(TextOf(WindowOf(Orientation::Side), ID_ZOOM_TEXT), "(64x64)S25%");
+  EXPECT_TRUE(app->IsChecked(Id(Command::SnapToggle)));
+}
+
+TEST_F(MapWindowTest, ScrollBarsMoveThePictureAndStopAtTheWorldsEnd) {
+  StartNew();
+  const MapView& view = *top->View();
+  const int u = view.transform.originu, v = view.transform.originv;
+  Scroll(WM_HSCROLL, SB_LINEDOWN);
+  EXPECT_EQ(view.transform.originu, u + 40);
+  Scroll(WM_VSCROLL, SB_PAGEUP);
+  EXPECT_EQ(view.transform.originv, v + 400);
+  EXPECT_EQ(GetScrollPos(top->Drawing(), SB_VERT), 10000 - v - 400);
+  for (int i = 0; i < 60; ++i) Scroll(WM_HSCROLL, SB_PAGEUP);
+  EXPECT_EQ(view.transform.originu, -10000);
+  EXPECT_EQ(GetScrollPos(top->Drawing(), SB_HORZ), 0);
+}
+
+TEST_F(MapWindowTest, TheWheelScrollsAndWithControlZoomsAboutTheCursor) {
+  StartNew();
+  const MapView& view = *top->View();
+  const int v = view.transform.originv;
+  SendMessageA(top->Drawing(), WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0);
+  EXPECT_EQ(view.transform.originv, v + 120);
+  POINT at{100, 50};
+  const int world = view.transform.ToWorldU(100);
+  ClientToScreen(top->Drawing(), &at);
+  SendMessageA(top->Drawing(), WM_MOUSEWHEEL, MAKEWPARAM(MK_CONTROL, WHEEL_DELTA),
+               MAKELPARAM(at.x, at.y));
+  EXPECT_EQ(Zoom(), "(64x64)S50%");
+  EXPECT_EQ(view.transform.ToWorldU(100), world);
+}
+
+TEST_F(MapWindowTest, SpaceDragsTheMapAndDZooms) {
+  StartNew();
+  const MapView& view = *top->View();
+  const int u = view.transform.originu;
+  {
+    const HeldKey space(VK_SPACE);
+    SendMessageA(top->Drawing(), WM_MOUSEMOVE, 0, MAKELPARAM(100, 100));
+    SendMessageA(top->Drawing(), WM_MOUSEMOVE, 0, MAKELPARAM(110, 100));
+    EXPECT_EQ(view.transform.originu, u - 40);
+  }
+  SendMessageA(top->Drawing(), WM_KEYUP, VK_SPACE, 0);
+  EXPECT_EQ(view.panx, NO_PAN);
+  const HeldKey d('D');
+  SendMessageA(top->Drawing(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(100, 100));
+  SendMessageA(top->Drawing(), WM_LBUTTONUP, 0, MAKELPARAM(100, 100));
+  EXPECT_EQ(Zoom(), "(64x64)S50%");
+}
+
+TEST_F(MapWindowTest, TheMouseShowsItsPlaceInTheWorld) {
+  StartNew();
+  const Pixel origin = top->View()->transform.ToScreen({0, 0, 0});
+  SendMessageA(top->Drawing(), WM_MOUSEMOVE, 0, MAKELPARAM(origin.x + 16, origin.y - 8));
+  const MapView& view = *top->View();
+  EXPECT_EQ(TextOf(*top, ID_COORDINATES_TEXT),
+            Format("%ix%i", view.transform.ToWorldU(origin.x + 16),
+                   view.transform.ToWorldV(origin.y - 8)));
+}
+
+TEST_F(MapWindowTest, ControlsHideAndShowTheStatusBarAndBothScrollBars) {
+  StartNew();
+  const PixelSize with = top->DrawingArea();
+  const auto isTicked = [&] {
+    const HMENU menu = GetSystemMenu(top->Handle(), FALSE);
+    return (GetMenuState(menu, ID_CONTROLS, MF_BYCOMMAND) & MF_CHECKED) != 0;
+  };
+  EXPECT_TRUE(isTicked());
+  SendDlgItemMessageA(top->Handle(), ID_CONTROLS, BM_CLICK, 0, 0);
+  EXPECT_FALSE(isTicked());
+  EXPECT_FALSE(GetWindowLongA(top->Drawing(), GWL_STYLE) & (WS_HSCROLL | WS_VSCROLL));
+  EXPECT_GT(top->DrawingArea().height, with.height + 27);
+  EXPECT_FALSE(IsWindowVisible(GetDlgItem(top->Handle(), ID_MESSAGE_TEXT)));
+  // The words of a view without a status bar go to a sister that has one.
+  top->View()->SetStatus("hello");
+  EXPECT_EQ(TextOf(*top, ID_MESSAGE_TEXT), "Ready");
+  EXPECT_EQ(TextOf(static_cast<MapWindow&>(app->views.ViewsOf(*app->maps[0])[1] ==
+                                                   WindowOf(Orientation::Front).View()
+                                               ? WindowOf(Orientation::Front)
+                                               : WindowOf(Orientation::Side)),
+                   ID_MESSAGE_TEXT),
+            "hello");
+  SendMessageA(top->Handle(), WM_SYSCOMMAND, ID_CONTROLS, 0);
+  EXPECT_TRUE(isTicked());
+  EXPECT_EQ(top->DrawingArea(), with);
+}
+
+TEST_F(MapWindowTest, TheStatusBarIsLowerWithSmallCaptions) {
+  saved.smallCaptions = 1;
+  StartNew();
+  RECT client;
+  GetClientRect(top->Handle(), &client);
+  RECT drawing;
+  GetWindowRect(top->Drawing(), &drawing);
+  EXPECT_EQ(client.bottom - (drawing.bottom - drawing.top), 22);
+  EXPECT_TRUE(GetWindowLongA(top->Handle(), GWL_EXSTYLE) & WS_EX_TOOLWINDOW);
+}
+
+TEST_F(MapWindowTest, ActivationBringsAViewToTheFrontOfTheList) {
+  StartNew();
+  const MapWindow& side = WindowOf(Orientation::Side);
+  Activate(side);
+  EXPECT_EQ(app->views.Views().front(), WindowOf(Orientation::Side).View());
+  EXPECT_EQ(app->ActiveView(), app->views.Views().front());
+  EXPECT_EQ(GetFocus(), side.Drawing());
+}
+
+TEST_F(MapWindowTest, TheMouseTakesTheFocusFromAnotherViewOnlyAsAnOption) {
+  StartNew();
+  const MapWindow& side = WindowOf(Orientation::Side);
+  SendMessageA(side.Drawing(), WM_MOUSEMOVE, 0, MAKELPARAM(10, 10));
+  EXPECT_EQ(GetFocus(), top->Drawing());
+  app->options.trackMouse = 1;
+  SendMessageA(side.Drawing(), WM_MOUSEMOVE, 0, MAKELPARAM(10, 10));
+  EXPECT_EQ(GetFocus(), side.Drawing());
+}
+
+TEST_F(MapWindowTest, ArrangementsAndNewViews) {
+  StartNew();
+  const PixelSize client = app->frame.ClientSize();
+  Give(Command::ArrangeXYLarge);
+  RECT place;
+  GetWindowRect(top->Handle(), &place);
+  EXPECT_EQ(place.bottom - place.top, client.height);
+  ShowWindow(top->Handle(), SW_MAXIMIZE);
+  Give(Command::ArrangeQuarters);
+  GetWindowRect(top->Handle(), &place);
+  EXPECT_EQ(place.right - place.left, app->frame.ClientSize().width / 2);
+  Give(Command::NewTopView);
+  ASSERT_EQ(app->windows.size(), 4u);
+  EXPECT_EQ(TextOf(app->windows.back()->Handle()), "XYView (Top): Unnamed");
+  EXPECT_EQ(TextOf(*app->windows.back(), ID_ZOOM_TEXT), "(64x64)S25%");
+}
+
+TEST_F(MapWindowTest, TheWindowMenuListsTheViewsByTheirTitles) {
+  StartNew();
+  char text[200] = "";
+  GetMenuStringA(GetMenu(app->frame.Handle()), ID_FIRST_CHILD + 2, text, sizeof text, MF_BYCOMMAND);
+  EXPECT_EQ(std::string(text), "&3 XYView (Top): Unnamed");
+}
+
+TEST_F(MapWindowTest, GridAxesAndEdgesStandOnTheScreen) {
+  ASSERT_TRUE(Start());
+  OpenTwoBrushes();
+  const MapWindow& window = WindowOf(Orientation::Top);
+  MapView& view = *WindowOf(Orientation::Top).View();
+  view.transform.scaleu = 1;
+  view.transform.scalev = -1;
+  view.CentreOn({0, 0, 0});
+  const Pixel origin = view.transform.ToScreen({0, 0, 0});
+  EXPECT_EQ(PixelOf(window, origin.x + 64, origin.y - 50), RGB(200, 200, 200));
+  EXPECT_EQ(PixelOf(window, origin.x + 1, origin.y - 50), RGB(170, 170, 170));
+  EXPECT_EQ(PixelOf(window, origin.x + 70, origin.y - 50), RGB(255, 255, 255));
+  const Colour outline = app->maps[0]->currentLayer->getEntityList()[0]->brush.Outline();
+  EXPECT_EQ(PixelOf(window, origin.x + 32, origin.y - 5), ToColorRef(outline));
+  EXPECT_EQ(PixelOf(window, origin.x - 32, origin.y - 5), ToColorRef(outline));
+}
+
+TEST_F(MapWindowTest, AScrolledPictureIsWhatAWholeRepaintGives) {
+  ASSERT_TRUE(Start());
+  OpenTwoBrushes();
+  MapWindow& window = WindowOf(Orientation::Top);
+  const auto picture = [&] {
+    std::vector<COLORREF> pixels;
+    UpdateWindow(window.Drawing());
+    const HDC dc = GetDC(window.Drawing());
+    const PixelSize area = window.DrawingArea();
+    for (int y = 0; y < area.height; y += 7) {
+      for (int x = 0; x < area.width; ++x) pixels.push_back(GetPixel(dc, x, y));
+    }
+    ReleaseDC(window.Drawing(), dc);
+    return pixels;
+  };
+  picture();
+  SendMessageA(window.Drawing(), WM_HSCROLL, SB_LINEDOWN, 0);
+  SendMessageA(window.Drawing(), WM_VSCROLL, SB_PAGEUP, 0);
+  const auto scrolled = picture();
+  window.Invalidate();
+  EXPECT_EQ(scrolled, picture());
+}
+
+// Draws a frame by inverting, as tools do while something is dragged.
+class FrameTool : public Tool {
+ public:
+  std::string Name() const override { return "Frame"; }
+  void DrawOverlay(MapView&, Canvas& canvas) override {
+    canvas.SetXor(true);
+    canvas.Lines({}, std::array{PixelLine{{20, at}, {120, at}}});
+    canvas.SetXor(false);
+  }
+  int at = 30;
+};
+
+TEST_F(MapWindowTest, WhatAToolInvertsSurvivesRepaintsAndLeavesNoTrace) {
+  StartNew();
+  Give(Command::GridToggle);
+  FrameTool tool;
+  app->tool = &tool;
+  top->Invalidate();
+  const auto row = [&](int y) { return PixelOf(*top, 60, y); };
+  EXPECT_EQ(row(30), RGB(0, 0, 0));
+  for (int i = 0; i < 3; ++i) {
+    top->Invalidate(PixelRect{40, 10, 80, 31 + i});
+    EXPECT_EQ(row(30), RGB(0, 0, 0));
+  }
+  EXPECT_EQ(PixelOf(*top, 120, 30), RGB(0, 0, 0)) << "the last pixel belongs to the line";
+  EXPECT_EQ(PixelOf(*top, 121, 30), RGB(255, 255, 255));
+  tool.at = 35;
+  top->Invalidate();
+  EXPECT_EQ(row(30), RGB(255, 255, 255));
+  EXPECT_EQ(row(35), RGB(0, 0, 0));
+  app->tool = nullptr;
+}
+
+// Notes what reaches the tool.
+class NotingTool : public Tool {
+ public:
+  std::string Name() const override { return "Noting"; }
+  void MouseDown(MapView&, Pixel at, int button) override { Note("down", at, button); }
+  void MouseUp(MapView&, Pixel at, int button) override { Note("up", at, button); }
+  void MouseMove(MapView&, Pixel at, int buttons) override { Note("move", at, buttons); }
+  void DoubleClick(MapView&, Pixel at, int button) override { Note("double", at, button); }
+  void Note(const char* what, Pixel at, int button) {
+    log += Format("%s %i,%i %i;", what, at.x, at.y, button);
+  }
+  std::string log;
+};
+
+TEST_F(MapWindowTest, MouseWorkReachesTheToolWithTheMiddleButtonAsTheRightOne) {
+  StartNew();
+  NotingTool tool;
+  app->tool = &tool;
+  const auto send = [&](UINT message, WPARAM keys, int x, int y) {
+    SendMessageA(top->Drawing(), message, keys, MAKELPARAM(x, y));
+  };
+  send(WM_LBUTTONDOWN, MK_LBUTTON, 5, 6);
+  EXPECT_EQ(GetCapture(), top->Drawing());
+  send(WM_MOUSEMOVE, MK_LBUTTON, -7, 6);
+  send(WM_LBUTTONUP, 0, -7, 6);
+  EXPECT_EQ(GetCapture(), nullptr);
+  send(WM_MBUTTONDOWN, MK_MBUTTON, 1, 2);
+  send(WM_MBUTTONUP, 0, 1, 2);
+  send(WM_LBUTTONDBLCLK, MK_LBUTTON, 3, 4);
+  send(WM_LBUTTONUP, 0, 3, 4);
+  EXPECT_EQ(tool.log,
+            "down 5,6 1;move -7,6 1;up -7,6 1;down 1,2 2;up 1,2 2;double 3,4 1;up 3,4 1;");
+  app->tool = nullptr;
+}
+
+}  // namespace
+}  // namespace ferrowand
