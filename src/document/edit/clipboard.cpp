@@ -75,15 +75,11 @@ std::vector<EntityPtr> ReadObjects(const Map& map, TextReader& reader) {
   return objects;
 }
 
-// Into the parent, all or nothing. Gives what has been added.
-EditResult AddObjects(EditStep& step, std::vector<EntityPtr> objects, entity& parent,
-                      std::vector<entity*>& added) {
+EditResult CheckObjects(const std::vector<EntityPtr>& objects, const entity& parent, int levels) {
   if (objects.empty()) return EditResult::NotAMap;
   std::vector<const entity*> all;
   for (const EntityPtr& object : objects) all.push_back(object.get());
-  if (!FitsBelow(parent, all)) return EditResult::TooDeep;
-  for (EntityPtr& object : objects) added.push_back(&step.Add(std::move(object), parent));
-  return EditResult::Done;
+  return FitsBelow(parent, all, levels) ? EditResult::Done : EditResult::TooDeep;
 }
 
 }  // namespace
@@ -111,10 +107,12 @@ EditResult PasteText(Map& map, std::string_view text) {
   if (!LooksLikeMap(text)) return EditResult::NotAMap;
   TextReader reader(map.Data().reporter);
   reader.OpenText(text);
+  std::vector<EntityPtr> objects = ReadObjects(map, reader);
+  const EditResult result = CheckObjects(objects, map.NewParent(), 0);
+  if (result != EditResult::Done) return result;
   std::vector<entity*> added;
   EditStep step(map);
-  const EditResult result = AddObjects(step, ReadObjects(map, reader), map.NewParent(), added);
-  if (result != EditResult::Done) return result;
+  for (EntityPtr& object : objects) added.push_back(&step.Add(std::move(object), map));
   std::erase_if(added, [](const entity* e) { return !IsReachable(*e); });
   Select(map, added, false);
   return result;
@@ -124,14 +122,12 @@ EditResult InsertGroup(Map& map, const std::string& filename) {
   TextReader reader(map.Data().reporter);
   reader.Open(filename);
   if (!reader.IsOpen()) return EditResult::CannotOpen;
-  std::vector<entity*> added;
+  std::vector<EntityPtr> objects = ReadObjects(map, reader);
+  const EditResult result = CheckObjects(objects, map.NewParent(), 1);
+  if (result != EditResult::Done) return result;
   EditStep step(map);
   entity& group = step.Add(NewGroup(map, SplitPath(filename).base), map);
-  const EditResult result = AddObjects(step, ReadObjects(map, reader), group, added);
-  if (result != EditResult::Done) {
-    step.Cancel();
-    return result;
-  }
+  for (EntityPtr& object : objects) step.Add(std::move(object), group);
   Select(map, IsReachable(group) ? &group : nullptr, false);
   return result;
 }

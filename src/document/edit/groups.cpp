@@ -14,8 +14,7 @@ constexpr const char* GROUP_KEY = "groupFather";
 EditResult GatherIn(Map& map, EntityPtr group, const std::vector<entity*>& roots) {
   entity& parent = *roots.front()->Parent();
   const std::vector<const entity*> members(roots.begin(), roots.end());
-  // One level more for the group itself.
-  if (!FitsBelow(*roots.front(), members)) return EditResult::TooDeep;
+  if (!FitsBelow(parent, members, 1)) return EditResult::TooDeep;
   EditStep step(map);
   entity& added = step.Add(std::move(group), parent);
   MoveObjects(step, roots, added);

@@ -67,12 +67,12 @@ std::string FitForKey(std::string_view text) {
   return fit;
 }
 
-bool FitsBelow(const entity& parent, std::span<const entity* const> objects) {
+bool FitsBelow(const entity& parent, std::span<const entity* const> objects, int levels) {
   int depth = 0;
   for (const entity* e = &parent; e->Parent(); e = e->Parent()) ++depth;
   int height = 0;
   for (const entity* object : objects) height = std::max(height, Height(*object));
-  return depth + height < MAXDEPTH;
+  return depth + levels + height < MAXDEPTH;
 }
 
 void RemoveObjects(EditStep& step, std::span<entity* const> objects) {

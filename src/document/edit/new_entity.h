@@ -21,8 +21,9 @@ std::string UnusedName(const Map& map, std::string_view prefix);
 // A text as a key or a value can hold it: a file knows no way to write a double quote within one.
 std::string FitForKey(std::string_view text);
 
-// Whether objects may be put there: a file cannot be read back that is nested too deep.
-bool FitsBelow(const entity& parent, std::span<const entity* const> objects);
+// Whether objects may be put there, with so many levels between: a file that is nested too deep
+// cannot be read back.
+bool FitsBelow(const entity& parent, std::span<const entity* const> objects, int levels);
 
 // Out of the map, or to another parent; a group that loses its last member goes with it.
 void RemoveObjects(EditStep& step, std::span<entity* const> objects);

@@ -50,8 +50,9 @@ std::vector<std::string> TemplateNames(const Map& map) {
 EditResult MakeTemplate(Map& map, std::string_view name, const Vec3& pivot) {
   const std::vector<entity*> roots = SelectedRoots(map);
   if (roots.empty()) return EditResult::NothingSelected;
+  entity& parent = *roots.front()->Parent();
   const std::vector<const entity*> members(roots.begin(), roots.end());
-  if (!FitsBelow(*roots.front(), members)) return EditResult::TooDeep;
+  if (!FitsBelow(parent, members, 1)) return EditResult::TooDeep;
 
   EditStep step(map);
   for (entity* root : roots) {
@@ -61,7 +62,6 @@ EditResult MakeTemplate(Map& map, std::string_view name, const Vec3& pivot) {
     step.Cancel();
     return result;
   }
-  entity& parent = *roots.front()->Parent();
   EntityPtr holder = NewEntity(map, "templateClass");
   holder->SetKey("XMPentityname", FitForKey(name));
   entity& templateClass = step.Add(std::move(holder), parent);
