@@ -135,5 +135,17 @@ TEST_F(EditStepTest, ManyObjectsFindTheirPlacesAgain) {
   EXPECT_NE(withTarget, before);
 }
 
+TEST_F(EditStepTest, InAListThatBecameShorterPlacesEndAtItsEnd) {
+  for (int i = 0; i < 4; ++i) Add(map);
+  entity& layer = *map.currentLayer;
+  entity* const last[] = {layer.getEntityList()[2].get(), layer.getEntityList()[3].get()};
+  EditStep(map).Remove(last);
+  layer.TakeChild(0);
+  map.undo.Undo();
+  ASSERT_EQ(layer.getEntityList().size(), 3u);
+  EXPECT_EQ(layer.getEntityList()[1].get(), last[0]);
+  EXPECT_EQ(layer.getEntityList()[2].get(), last[1]);
+}
+
 }  // namespace
 }  // namespace ferrowand

@@ -1,6 +1,8 @@
 #include "document/edit/arrange.h"
 
+#include <cmath>
 #include <limits>
+#include <numbers>
 
 #include "document/edit/edit_fixture.h"
 #include "document/edit/groups.h"
@@ -229,10 +231,47 @@ TEST_F(ArrangeTest, EntitiesTurnTheirFacesWithTheSelection) {
       EXPECT_STREQ(Get("p").GetKey("angle"), turns ? c.turned : c.flipped);
     }
   }
+  Open(Point("p", "\"origin\" \"0 0 0\" \"angle\" \"45\""));
   Pick({"p"});
-  const std::string angle = Get("p").GetKey("angle");
   ScaleSelection(*map, {3, 1, 1}, {}, options);
-  EXPECT_EQ(Get("p").GetKey("angle"), angle);
+  EXPECT_STREQ(Get("p").GetKey("angle"), "45");
+}
+
+TEST_F(ArrangeTest, AFactorWithoutEndStillHitsWholeUnits) {
+  Open(Box("a", -2000, 0, 0, 63));
+  Pick({"a"});
+  EXPECT_EQ(ScaleSelection(*map, {1.0 / 3, 1, 1}, {1000, 0, 0}, options), EditResult::Done);
+  EXPECT_EQ(Get("a").brush.Box(), (Bounds{{0, 0, 0}, {21, 63, 63}}));
+}
+
+TEST_F(ArrangeTest, WhatLiesOutsideTheWorldMayBeBroughtBack) {
+  Open(Point("p", "\"origin\" \"20000 0 0\""));
+  Pick({"p"});
+  EXPECT_EQ(MoveSelection(*map, {-1000, 0, 0}, options), EditResult::Done);
+  EXPECT_EQ(MoveSelection(*map, {-19000, 0, 0}, options), EditResult::Done);
+  EXPECT_EQ(MoveSelection(*map, {19000, 0, 0}, options), EditResult::OutsideWorld);
+}
+
+// Its round faces would be written by three corners that lie close together.
+TEST_F(ArrangeTest, ACylinderThatWouldComeBackBentIsNotTilted) {
+  constexpr int SIDES = 24;
+  const auto corner = [](int i, int z) {
+    const double angle = i * (360.0 / SIDES) * std::numbers::pi / 180;
+    return Format("( %d %d %d ) ", RoundToInt(128 * std::cos(angle)),
+                  RoundToInt(128 * std::sin(angle)), z);
+  };
+  std::string cylinder = "{\n";
+  for (int i = 0; i < SIDES; ++i) {
+    cylinder += corner(i, 0) + corner(i, 64) + corner(i + 1, 64) + "wall 0 0 0 1 1\n";
+  }
+  cylinder += "( 0 0 0 ) ( 64 0 0 ) ( 0 64 0 ) wall 0 0 0 1 1\n";
+  cylinder += "( 0 0 64 ) ( 0 64 64 ) ( 64 0 64 ) wall 0 0 0 1 1\n}";
+  Open(Named("cylinder", cylinder));
+  Pick({"cylinder"});
+  ASSERT_EQ(Get("cylinder").brush.getNumFaces(), SIDES + 2);
+  EXPECT_EQ(RotateSelection(*map, 0, 1, 90, {}, options), EditResult::Done);
+  EXPECT_EQ(TransformSelection(*map, TurnMatrix({33, 21, 0}), {}, options),
+            EditResult::BreaksBrush);
 }
 
 TEST_F(ArrangeTest, ADuplicateStandsBesideItsOriginal) {
