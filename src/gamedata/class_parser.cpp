@@ -1,7 +1,6 @@
 #include "gamedata/class_parser.h"
 
 #include <algorithm>
-#include <cfloat>
 #include <cstdint>
 
 #include "document/text_reader.h"
@@ -15,12 +14,8 @@ constexpr std::size_t MAXTOKEN = 50;
 constexpr std::size_t MAXWORD = 100;
 constexpr std::size_t MAXFLAGTEXT = 100;
 
-float ToFloat(double value) {
-  return static_cast<float>(std::clamp<double>(value, -FLT_MAX, FLT_MAX));
-}
-
 // What does not fit into 16 bits wraps.
-std::int16_t ToCoordinate(double value) {
+std::int16_t ToCoordinate(float value) {
   return static_cast<std::int16_t>(
       static_cast<std::int32_t>(std::clamp<double>(value, INT32_MIN, INT32_MAX)));
 }
@@ -59,9 +54,9 @@ void ClassParser::ParseHeader(EntityClass& entityClass) {
 
 void ClassParser::ParseColour(EntityClass& entityClass) {
   const Triad colour = ReadTriad("colour");
-  entityClass.red = ToFloat(colour[0]);
-  entityClass.green = ToFloat(colour[1]);
-  entityClass.blue = ToFloat(colour[2]);
+  entityClass.red = colour[0];
+  entityClass.green = colour[1];
+  entityClass.blue = colour[2];
 }
 
 void ClassParser::ParseBox(EntityClass& entityClass) {
@@ -138,7 +133,7 @@ ClassParser::Triad ClassParser::ReadTriad(const char* name) {
       // Meant: the last byte goes, whether it was the bracket or not.
       if (!word.empty()) word.pop_back();
     }
-    values[i] = ParseFloat(word);
+    values[i] = static_cast<float>(ParseFloat(word));
   }
   return values;
 }

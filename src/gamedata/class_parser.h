@@ -30,7 +30,7 @@ class ClassParser {
   void ParseTilde(EntityClass& entityClass);
   void ParseDescription(EntityClass& entityClass);
 
-  using Triad = std::array<double, 3>;
+  using Triad = std::array<float, 3>;
   // The last number must end in ')'. `name` is what the triad is called in the message.
   Triad ReadTriad(const char* name);
   bool NextTokenIs(const char* text);

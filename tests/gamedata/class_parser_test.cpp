@@ -75,6 +75,11 @@ TEST_F(ClassParserTest, CoordinatesWrapAtSixteenBits) {
   EXPECT_GT(big.blue, 1e38f);
 }
 
+TEST_F(ClassParserTest, CoordinatesAreFloatsBeforeTheyAreCut) {
+  EXPECT_EQ(BoxOf(ParseOne("/*QUAKED a (0 0 0) (-15.99999999 0 0) (15.99999999 1.9999 0)\r\n*/")),
+            (std::vector<int>{-16, 0, 0, 16, 1, 0}));
+}
+
 TEST_F(ClassParserTest, FlagNamesRunOnWhereLinesEndInBareLineFeeds) {
   const std::string flags = " A\nTwo words";
   const EntityClass& light =
