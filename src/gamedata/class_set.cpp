@@ -7,7 +7,6 @@
 #include "document/text_reader.h"
 #include "gamedata/class_parser.h"
 #include "gamedata/native_classes.h"
-#include "platform/system.h"
 #include "shell/services/path_text.h"
 #include "shell/services/progress.h"
 #include "shell/services/report.h"
@@ -71,7 +70,7 @@ void ClassSet::Finish() {
 }
 
 void ClassSet::Sort() {
-  // Of equal names the one that came last is found first, as it always was.
+  // Of equal names the one that came last is found first: the later text of a file overrides.
   std::reverse(classes_.begin(), classes_.end());
   std::stable_sort(classes_.begin(), classes_.end(), [](const auto& a, const auto& b) {
     if (a->IsNative() != b->IsNative()) return a->IsNative();
@@ -129,11 +128,7 @@ ClassSet* ClassLibrary::FindOrLoad(const std::string& name) {
   }
   const ProgressScope scope(progress_, name);
   auto set = std::make_unique<ClassSet>(*this);
-  const auto loadsFrom = [&](const std::string& folder) { return set->Load(folder + name); };
-  if (!set->Load(StripCommonPrefix(name, CurrentDirectory())) &&
-      std::none_of(path_.Entries().begin(), path_.Entries().end(), loadsFrom)) {
-    return nullptr;
-  }
+  if (!path_.Offer(name, [&](const std::string& path) { return set->Load(path); })) return nullptr;
   // Asked for again it goes by this name, wherever it was found.
   set->SetFileName(name);
   return sets_.emplace_back(std::move(set)).get();

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/system.h"
 #include "shell/services/path_text.h"
 #include "shell/services/progress.h"
 #include "shell/services/report.h"
@@ -59,11 +58,7 @@ WadFile* WadLibrary::FindOrOpen(const std::string& name) {
   }
   const ProgressScope scope(progress_, name);
   auto wad = std::make_unique<WadFile>(limits_, palette_, reporter_);
-  const auto opensIn = [&](const std::string& folder) { return wad->Open(folder + name); };
-  if (!wad->Open(StripCommonPrefix(name, CurrentDirectory())) &&
-      std::none_of(path_.Entries().begin(), path_.Entries().end(), opensIn)) {
-    return nullptr;
-  }
+  if (!path_.Offer(name, [&](const std::string& path) { return wad->Open(path); })) return nullptr;
   const auto count = static_cast<unsigned>(wad->Textures().size());
   progress_.Step("Textures: %u", count, count, count);
   return loaded_.emplace_back(std::move(wad)).get();

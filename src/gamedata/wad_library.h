@@ -20,6 +20,7 @@ class WadLibrary {
   WadLibrary(const SearchPath& path, const Palette& palette, Reporter& reporter,
              LoadProgress& progress);
 
+  // Of the WADs that are opened from now on.
   void SetLimits(const WadLimits& limits);
   // Applied to every open WAD.
   void SetCacheSize(std::uint16_t maxCached);

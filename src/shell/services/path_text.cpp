@@ -51,4 +51,11 @@ void SearchPath::Add(std::string_view folder) {
   if (!entry.empty() && !IsSeparator(entry.back())) entry += PathSeparator();
 }
 
+bool SearchPath::Offer(const std::string& name,
+                       const std::function<bool(const std::string&)>& take) const {
+  return take(StripCommonPrefix(name, CurrentDirectory())) ||
+         std::any_of(entries_.begin(), entries_.end(),
+                     [&](const std::string& folder) { return take(folder + name); });
+}
+
 }  // namespace ferrowand

@@ -1,6 +1,7 @@
 // Paths as text: both separators are understood on every system, since maps wander between them.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -35,6 +36,9 @@ class SearchPath {
   // nothing is added.
   void Add(std::string_view folder);
   const std::vector<std::string>& Entries() const { return entries_; }
+  // Offers the file as named, less what the name shares with the current folder, then the whole
+  // name in each folder, until one is taken. False when none is.
+  bool Offer(const std::string& name, const std::function<bool(const std::string&)>& take) const;
 
  private:
   std::vector<std::string> entries_;

@@ -66,5 +66,25 @@ TEST(PathText, SearchFoldersEndInASeparatorAndAreTenAtMost) {
   EXPECT_EQ(path.Entries().size(), 10u);
 }
 
+TEST(PathText, AFileIsOfferedAsNamedAndThenInEachFolderUntilItIsTaken) {
+  SearchPath path;
+  path.Add("");
+  path.Add("data/");
+  path.Add("more/");
+  const std::string name = CurrentDirectory() + PathSeparator() + "a.wad";
+  std::vector<std::string> offered;
+  const auto offer = [&](std::size_t takenAt) {
+    offered.clear();
+    return path.Offer(name, [&](const std::string& file) {
+      offered.push_back(file);
+      return offered.size() == takenAt;
+    });
+  };
+  EXPECT_FALSE(offer(0));
+  EXPECT_EQ(offered, (std::vector<std::string>{"a.wad", name, "data/" + name, "more/" + name}));
+  EXPECT_TRUE(offer(3));
+  EXPECT_EQ(offered.size(), 3u);
+}
+
 }  // namespace
 }  // namespace ferrowand
