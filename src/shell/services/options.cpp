@@ -121,8 +121,10 @@ bool Write(SettingsKey& key, const std::string& name, const std::string& field) 
 
 bool Write(SettingsKey& key, const std::string& name, float field) {
   constexpr std::size_t GAMMALENGTH = 10;
-  char digits[32];
-  const auto result = std::to_chars(digits, digits + sizeof digits, field);
+  char digits[64];
+  // Without an exponent, which a cut would take away.
+  const auto result =
+      std::to_chars(digits, digits + sizeof digits, field, std::chars_format::fixed);
   return key.WriteString(name, std::string(digits, result.ptr).substr(0, GAMMALENGTH));
 }
 

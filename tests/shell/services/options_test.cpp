@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "platform/settings_store.h"
 #include "platform/system.h"
 #include "shell/services/report.h"
@@ -215,12 +217,14 @@ TEST_F(OptionsTest, LongTextsAreCutToTheirFields) {
   EXPECT_EQ(options.previousGroups[0], std::string(511, 'g'));
 }
 
-TEST_F(OptionsTest, AGammaIsStoredInTenCharactersAtMost) {
-  for (const float gamma : {1.0f / 3, 99.98765f, 0.10000001f, 1e20f, 3.4e-38f}) {
+TEST_F(OptionsTest, AGammaIsStoredInTenCharactersAtMostAndStaysWhatItWas) {
+  for (const float gamma : {1.0f / 3, 99.98765f, 0.10000001f, 1e20f, 1.1754944e-38f}) {
     Options options;
     options.gammaRed = gamma;
     options.Save(*store, reporter);
     EXPECT_LE(store->OpenSettings()->ReadString("Gamma Red")->size(), 10u) << gamma;
+    options.Load(*store, reporter);
+    EXPECT_NEAR(options.gammaRed, std::clamp(gamma, 0.1f, 100.0f), 1e-7) << gamma;
   }
 }
 
