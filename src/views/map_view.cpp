@@ -179,9 +179,11 @@ void MapView::OnMouseDown(Pixel at, int button, bool zoomKey, bool shift) {
   if (zoomKey) {
     zoomPresses_ |= button;
     ZoomAt(at, shift);
-  } else if (tool_) {
-    tool_->MouseDown(*this, at, button);
+    return;
   }
+  // The release of an earlier press may have gone to another window.
+  zoomPresses_ &= ~button;
+  if (tool_) tool_->MouseDown(*this, at, button);
 }
 
 void MapView::OnMouseMove(Pixel at, int buttons, bool panKey) {

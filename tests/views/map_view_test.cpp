@@ -191,6 +191,13 @@ TEST_F(MapViewTest, APressThatZoomsIsHiddenFromTheToolWithItsRelease) {
   EXPECT_EQ(view.ZoomPercent(), 25);
 }
 
+TEST_F(MapViewTest, AZoomWhoseReleaseGotLostHidesNoLaterRelease) {
+  view.OnMouseDown({10, 20}, BUTTON_LEFT, true, false);
+  view.OnMouseDown({10, 20}, BUTTON_LEFT, false, false);
+  view.OnMouseUp({10, 20}, BUTTON_LEFT);
+  EXPECT_EQ(recorder.log, "down 10 20 1;up 10 20 1;");
+}
+
 TEST_F(MapViewTest, TheViewActivatedLastIsTheFirst) {
   EXPECT_EQ(list.Views(), (std::vector<MapView*>{&view, &other}));
   other.OnActivate();
