@@ -40,6 +40,8 @@ class ToolHost {
   virtual void EditProperties(entity& e) = 0;
   // Of a round primitive; nothing when the user thought better of it.
   virtual std::optional<int> AskSides(const std::string& name) = 0;
+  // Of new faces.
+  virtual std::string CurrentTexture(Map& map) = 0;
 
   // The document has changed, or what of it is selected: cameras and lists follow. The 2D views
   // have been told already.

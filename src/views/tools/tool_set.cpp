@@ -10,7 +10,7 @@ ToolSet::ToolSet(ToolHost& host, ViewList& views, const Options& options)
     : host_(host),
       views_(views),
       options_(options),
-      cycle_{&entitySelector, &brushSelector, &multiSelector} {}
+      cycle_{&entitySelector, &brushSelector, &brushTool, &multiSelector} {}
 
 void ToolSet::Use(Tool& tool) {
   current_->Cancel();
@@ -24,6 +24,10 @@ void ToolSet::Next() {
   current_->Cancel();
   const auto at = std::ranges::find(cycle_, current_);
   Use(at == cycle_.end() || at + 1 == cycle_.end() ? *cycle_.front() : **(at + 1));
+}
+
+void ToolSet::CreatePrimitive(PrimitiveKind kind) {
+  if (primitiveTool.Prepare(kind)) Use(primitiveTool);
 }
 
 void ToolSet::StartRectangle(Selector& from, MapView& view, Pixel at) {

@@ -9,9 +9,12 @@
 #include "views/map_view.h"
 #include "views/tool.h"
 #include "views/tools/brush_selector.h"
+#include "views/tools/brush_tool.h"
 #include "views/tools/multi_selector.h"
+#include "views/tools/primitive_tool.h"
 #include "views/tools/rectangle_selector.h"
 #include "views/tools/selector.h"
+#include "views/tools/vertex_tool.h"
 
 namespace ferrowand {
 
@@ -30,6 +33,8 @@ class ToolSet {
   void Use(Tool& tool);
   // The next one of the cycle; the first one after a tool that is not in it.
   void Next();
+  // The next drag makes one.
+  void CreatePrimitive(PrimitiveKind kind);
   // A tool made elsewhere, not owned, at the end of the cycle.
   void AddToCycle(Tool& tool) { cycle_.push_back(&tool); }
 
@@ -55,7 +60,10 @@ class ToolSet {
  public:
   EntitySelector entitySelector{*this};
   BrushSelector brushSelector{*this};
+  BrushTool brushTool{*this};
   MultiSelector multiSelector{*this};
+  VertexTool vertexTool{*this};
+  PrimitiveTool primitiveTool{*this};
 
  private:
   RectangleSelector rectangle_{*this};

@@ -49,6 +49,7 @@ class FakeToolHost : public ToolHost {
   }
   void EditProperties(entity& e) override { edited.push_back(&e); }
   std::optional<int> AskSides(const std::string&) override { return sides; }
+  std::string CurrentTexture(Map&) override { return "wall"; }
   void MapChanged(Map&) override { ++changes; }
   void SelectionChanged(Map&) override { ++selections; }
   void ToolChanged() override { ++toolChanges; }

@@ -1,0 +1,103 @@
+#include "views/tools/primitive_tool.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "document/edit/selection.h"
+#include "document/map.h"
+#include "shell/services/report.h"
+#include "views/map_view.h"
+#include "views/tools/tool_set.h"
+
+namespace ferrowand {
+namespace {
+
+constexpr int DEFAULT_DEPTH = 64;  // world units
+
+}  // namespace
+
+const char* NameOf(PrimitiveKind kind) {
+  switch (kind) {
+    case PrimitiveKind::Cuboid:
+      return "Cuboid";
+    case PrimitiveKind::Wedge:
+      return "Wedge";
+    case PrimitiveKind::Column:
+      return "Column";
+    case PrimitiveKind::Pyramid:
+      return "Pyramid";
+    case PrimitiveKind::Sphere:
+      return "Sphere";
+    case PrimitiveKind::Hemisphere:
+      return "Hemisphere";
+  }
+  return "";
+}
+
+bool PrimitiveTool::Prepare(PrimitiveKind kind) {
+  const SideRange range = SidesOf(kind);
+  if (range.most > 0) {
+    const std::optional<int> sides = Host().AskSides(NameOf(kind));
+    if (!sides) return false;
+    sides_ = std::clamp(*sides, range.least, range.most);
+  }
+  kind_ = kind;
+  return true;
+}
+
+void PrimitiveTool::MouseDown(MapView& view, Pixel at, int button) {
+  if (IsDragging()) {
+    Cancel();
+  } else if (button == BUTTON_RIGHT) {
+    tools_.Use(tools_.brushSelector);
+  } else {
+    RememberDepth(view.map);
+    BeginDrag(view, at);
+  }
+}
+
+void PrimitiveTool::RememberDepth(const Map& map) {
+  const Bounds bounds = SelectionBounds(map);
+  if (!bounds.IsEmpty()) lastSelection_ = bounds;
+}
+
+Bounds PrimitiveTool::BoxTo(const MapView& view, Pixel at) const {
+  const DragRules rules = RulesOf(view);
+  const ViewInts cursor = WorldAt(view, at);
+  const int depth = view.transform.DepthAxis();
+  const std::array<int, 2> axes{view.transform.orienu, view.transform.orienv};
+  Bounds box{{0, 0, 0}, {0, 0, 0}};
+  for (std::size_t i = 0; i < 2; ++i) {
+    const int from = rules.snap ? rules.Snap(i, press_[i]) : press_[i];
+    const int to = rules.snap ? rules.Snap(i, cursor[i]) : cursor[i];
+    box.mins[axes[i]] = static_cast<float>(std::min(from, to));
+    box.maxs[axes[i]] = static_cast<float>(std::max(from, to));
+  }
+  if (!lastSelection_.IsEmpty() && lastSelection_.mins[depth] < lastSelection_.maxs[depth]) {
+    box.mins[depth] = lastSelection_.mins[depth];
+    box.maxs[depth] = lastSelection_.maxs[depth];
+  } else {
+    box.maxs[depth] = static_cast<float>(std::max(DEFAULT_DEPTH, 1 << view.gridu));
+  }
+  return box;
+}
+
+void PrimitiveTool::Drag(MapView& view, Pixel at) {
+  const Bounds box = BoxTo(view, at);
+  const Vec3 size = box.maxs - box.mins;
+  Show(view, {RectangleShape(view.transform.ToScreen(box.mins, box.maxs))},
+       Format("%s: %ix%i", NameOf(kind_), RoundToInt(size[view.transform.orienu]),
+              RoundToInt(size[view.transform.orienv])));
+}
+
+void PrimitiveTool::Drop(MapView& view, Pixel at) {
+  const Bounds box = BoxTo(view, at);
+  const Vec3 size = box.maxs - box.mins;
+  if (size[view.transform.orienu] <= 0 || size[view.transform.orienv] <= 0) return;
+  const Primitive primitive{.kind = kind_, .box = box, .sides = sides_};
+  if (!AddPrimitive(view.map, primitive, Host().CurrentTexture(view.map))) return;
+  Conclude(view, EditResult::Done);
+  tools_.Use(tools_.brushSelector);
+}
+
+}  // namespace ferrowand

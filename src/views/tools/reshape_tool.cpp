@@ -1,0 +1,108 @@
+#include "views/tools/reshape_tool.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "document/edit_step.h"
+#include "document/map.h"
+#include "shell/services/report.h"
+#include "views/map_view.h"
+#include "views/tools/tool_set.h"
+
+namespace ferrowand {
+namespace {
+
+constexpr const char* REFUSED = "The brush would not be convex or would lose a face";
+
+void Collect(entity& e, std::vector<entity*>& found) {
+  if (e.brush.getNumFaces() > 0) found.push_back(&e);
+  for (const EntityPtr& child : e.getEntityList()) Collect(*child, found);
+}
+
+// Each edge once: inverted twice it would not be seen.
+void AddEdges(const Brush& brush, const MapView& view, std::vector<PixelLine>& edges) {
+  for (const Face& face : brush.Faces()) {
+    if (!face.w) continue;
+    const auto points = std::as_const(*face.w).Points();
+    if (points.empty()) continue;
+    Pixel from = view.transform.ToScreen(points.back().Position());
+    for (const WindingPoint& p : points) {
+      const Pixel to = view.transform.ToScreen(p.Position());
+      if (from != to) edges.push_back(from < to ? PixelLine{from, to} : PixelLine{to, from});
+      from = to;
+    }
+  }
+}
+
+}  // namespace
+
+std::vector<entity*> SelectedBrushes(const Map& map) {
+  std::vector<entity*> found;
+  for (entity* root : SelectedRoots(map)) Collect(*root, found);
+  return found;
+}
+
+void ReshapeTool::Select(MapView& view, entity* object, bool add) {
+  tools_.brushSelector.Select(view, object, add);
+}
+
+void ReshapeTool::PickBrush(MapView& view, Pixel at) {
+  const PickLevel level = PickLevel::Brushes;
+  const Hit hit = HitTest(view.map, QueryAt(view, at, level));
+  Select(view, hit.object ? &PickedBy(*hit.object, level) : nullptr, Host().Keys().control);
+}
+
+Vec3 ReshapeTool::SnappedOffset(const MapView& view, Pixel at, const Vec3& reference) const {
+  const DragRules rules = RulesOf(view);
+  const ViewInts cursor = WorldAt(view, at);
+  const ViewPoint from = ViewBoxOf({reference, reference}, view).mins;
+  ViewPoint offset{};
+  for (std::size_t i = 0; i < 2; ++i) {
+    if (!rules.edits[i]) continue;
+    offset[i] = cursor[i] - press_[i];
+    if (rules.snap) offset[i] = rules.Snap(i, from[i] + offset[i]) - from[i];
+  }
+  return ToWorld(offset, view);
+}
+
+void ReshapeTool::Drag(MapView& view, Pixel at) {
+  const Vec3 by = Offset(view, at);
+  std::vector<PixelLine> edges;
+  bool refused = false;
+  const std::vector<Reshaped> all = Reshape(view, by);
+  if (all.empty()) return;
+  for (const Reshaped& reshaped : all) {
+    refused = refused || !reshaped.result;
+    if (reshaped.result) AddEdges(*reshaped.result, view, edges);
+  }
+  std::ranges::sort(edges);
+  edges.erase(std::unique(edges.begin(), edges.end()), edges.end());
+  std::vector<PreviewShape> shapes;
+  for (const PixelLine& edge : edges) shapes.push_back({{edge.from, edge.to}});
+  shapes.push_back({{pressPixel_, at}, true});
+  Show(view, std::move(shapes),
+       refused ? REFUSED
+               : Format("Translating: (%i, %i)", RoundToInt(by[view.transform.orienu]),
+                        RoundToInt(by[view.transform.orienv])));
+}
+
+void ReshapeTool::Drop(MapView& view, Pixel at) {
+  const Vec3 by = Offset(view, at);
+  std::vector<Reshaped> all = Reshape(view, by);
+  if (by == Vec3() || all.empty()) return;
+  if (!std::ranges::all_of(all, [](const Reshaped& r) { return r.result.has_value(); })) {
+    view.SetStatus(REFUSED);
+    return;
+  }
+  {
+    EditStep step(view.map);
+    for (Reshaped& reshaped : all) {
+      step.ChangeKeys(*reshaped.object);
+      reshaped.object->brush = std::move(*reshaped.result);
+    }
+  }
+  Done(by);
+  Conclude(view, EditResult::Done);
+}
+
+}  // namespace ferrowand

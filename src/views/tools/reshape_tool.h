@@ -1,0 +1,43 @@
+// What the tools share that change the shapes of the selected brushes: a drag shows the brushes as
+// they would be, a drop makes them so. What cannot be is shown, and refused.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+#include "document/brush.h"
+#include "views/tools/tool_base.h"
+
+namespace ferrowand {
+
+class ReshapeTool : public ToolBase {
+ public:
+  using ToolBase::ToolBase;
+
+  void Select(MapView& view, entity* object, bool add) override;
+
+ protected:
+  // A brush that a drag changes; without a result it may not be so.
+  struct Reshaped {
+    entity* object;
+    std::optional<Brush> result;
+  };
+
+  // What a drag to that place makes of the selection, and how far it goes.
+  virtual Vec3 Offset(const MapView& view, Pixel at) const = 0;
+  virtual std::vector<Reshaped> Reshape(const MapView& view, const Vec3& by) const = 0;
+  // It has been done.
+  virtual void Done(const Vec3& by) { (void)by; }
+
+  void Drag(MapView& view, Pixel at) override;
+  void Drop(MapView& view, Pixel at) override;
+  // Selects the brush there, which a click beside all handles does.
+  void PickBrush(MapView& view, Pixel at);
+  // The nearest step of the grid, or as it is; 0 on an axis that is not edited.
+  Vec3 SnappedOffset(const MapView& view, Pixel at, const Vec3& reference) const;
+};
+
+// All with faces in the selected trees, each once.
+std::vector<entity*> SelectedBrushes(const Map& map);
+
+}  // namespace ferrowand

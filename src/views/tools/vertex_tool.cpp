@@ -1,0 +1,194 @@
+#include "views/tools/vertex_tool.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+#include <cstdlib>
+#include <utility>
+
+#include "document/map.h"
+#include "views/map_view.h"
+#include "views/tools/brush_reshape.h"
+#include "views/tools/tool_set.h"
+
+namespace ferrowand {
+namespace {
+
+constexpr int CORNER_SIZE = 4;    // pixels, half of the square at a corner
+constexpr double EDGE_REACH = 3;  // pixels
+constexpr Colour WHITE{255, 255, 255}, PICKED{224, 0, 0};
+
+void AddCorner(std::vector<Vec3>& corners, const Vec3& corner) {
+  const auto same = [&](const Vec3& other) { return IsSameCorner(other, corner); };
+  if (std::ranges::none_of(corners, same)) corners.push_back(corner);
+}
+
+std::vector<Vec3> CornersOfSelection(const Map& map) {
+  std::vector<Vec3> corners;
+  for (const entity* e : SelectedBrushes(map)) {
+    for (const Vec3& corner : CornersOf(e->brush)) AddCorner(corners, corner);
+  }
+  return corners;
+}
+
+bool IsNear(Pixel a, Pixel b) {
+  return std::abs(a.x - b.x) <= CORNER_SIZE && std::abs(a.y - b.y) <= CORNER_SIZE;
+}
+
+double DistanceToEdge(Pixel a, Pixel b, Pixel p) {
+  const double dx = b.x - a.x, dy = b.y - a.y;
+  const double length = dx * dx + dy * dy;
+  const double along =
+      length > 0 ? std::clamp(((p.x - a.x) * dx + (p.y - a.y) * dy) / length, 0.0, 1.0) : 0;
+  return std::hypot(p.x - a.x - along * dx, p.y - a.y - along * dy);
+}
+
+// The ends of the first edge that runs through the pixel.
+std::vector<Vec3> EdgeAt(const MapView& view, Pixel at) {
+  for (const entity* e : SelectedBrushes(view.map)) {
+    for (const Face& face : e->brush.Faces()) {
+      if (!face.w) continue;
+      const auto points = std::as_const(*face.w).Points();
+      for (std::size_t i = 0; i < points.size(); ++i) {
+        const Vec3 from = points[i].Position();
+        const Vec3 to = points[(i + 1) % points.size()].Position();
+        if (DistanceToEdge(view.transform.ToScreen(from), view.transform.ToScreen(to), at) <=
+            EDGE_REACH) {
+          return {from, to};
+        }
+      }
+    }
+  }
+  return {};
+}
+
+}  // namespace
+
+// All that lie behind each other there, else the ends of an edge.
+std::vector<Vec3> VertexTool::CornersAt(const MapView& view, Pixel at) const {
+  std::vector<Vec3> corners = CornersOfSelection(view.map);
+  std::erase_if(corners, [&](const Vec3& c) { return !IsNear(view.transform.ToScreen(c), at); });
+  return corners.empty() ? EdgeAt(view, at) : corners;
+}
+
+bool VertexTool::IsPicked(const Vec3& corner) const {
+  return std::ranges::any_of(picked_, [&](const Vec3& p) { return IsSameCorner(p, corner); });
+}
+
+void VertexTool::Pick(const std::vector<Vec3>& corners, bool add) {
+  if (!add) picked_.clear();
+  for (const Vec3& corner : corners) AddCorner(picked_, corner);
+}
+
+void VertexTool::PickAll(const Map& map) {
+  picked_ = CornersOfSelection(map);
+  RepaintSelection(map, SelectionBounds(map));
+}
+
+void VertexTool::InvertPicked(const Map& map) {
+  std::vector<Vec3> others = CornersOfSelection(map);
+  std::erase_if(others, [&](const Vec3& corner) { return IsPicked(corner); });
+  picked_ = std::move(others);
+  RepaintSelection(map, SelectionBounds(map));
+}
+
+bool VertexTool::Key(MapView& view, char c) {
+  switch (c) {
+    case 'l':
+    case 'L':
+      PickAll(view.map);
+      return true;
+    case 'i':
+    case 'I':
+      InvertPicked(view.map);
+      return true;
+    default:
+      return ReshapeTool::Key(view, c);
+  }
+}
+
+void VertexTool::MouseDown(MapView& view, Pixel at, int button) {
+  if (IsDragging()) {
+    Cancel();
+    return;
+  }
+  if (button != BUTTON_LEFT) return;
+  const std::vector<Vec3> corners = CornersAt(view, at);
+  isBand_ = corners.empty();
+  if (std::ranges::any_of(corners, [&](const Vec3& c) { return !IsPicked(c); })) {
+    Pick(corners, Host().Keys().control);
+    RepaintSelection(view.map, SelectionBounds(view.map));
+  }
+  // The first of them goes onto the grid.
+  const auto grabbed = std::ranges::find_if(
+      picked_, [&](const Vec3& p) { return !corners.empty() && IsSameCorner(p, corners.front()); });
+  if (grabbed != picked_.end()) std::iter_swap(picked_.begin(), grabbed);
+  BeginDrag(view, at);
+}
+
+Vec3 VertexTool::Offset(const MapView& view, Pixel at) const {
+  return SnappedOffset(view, at, picked_.empty() ? Vec3() : picked_.front());
+}
+
+std::vector<ReshapeTool::Reshaped> VertexTool::Reshape(const MapView& view, const Vec3& by) const {
+  std::vector<Reshaped> all;
+  for (entity* e : SelectedBrushes(view.map)) {
+    std::vector<Vec3> corners = CornersOf(e->brush);
+    std::erase_if(corners, [&](const Vec3& corner) { return !IsPicked(corner); });
+    if (corners.empty()) continue;
+    all.push_back({e, MoveCorners(e->brush, corners, by, Host().Report())});
+  }
+  return all;
+}
+
+void VertexTool::Done(const Vec3& by) {
+  for (Vec3& corner : picked_) corner = corner + by;
+}
+
+void VertexTool::Drag(MapView& view, Pixel at) {
+  if (!isBand_) {
+    ReshapeTool::Drag(view, at);
+    return;
+  }
+  preview_.Show(view,
+                {RectangleShape({std::min(pressPixel_.x, at.x), std::min(pressPixel_.y, at.y),
+                                 std::max(pressPixel_.x, at.x), std::max(pressPixel_.y, at.y)})});
+}
+
+void VertexTool::Drop(MapView& view, Pixel at) {
+  if (!isBand_) {
+    ReshapeTool::Drop(view, at);
+    return;
+  }
+  const auto [left, right] = std::minmax(pressPixel_.x, at.x);
+  const auto [top, bottom] = std::minmax(pressPixel_.y, at.y);
+  std::vector<Vec3> corners = CornersOfSelection(view.map);
+  std::erase_if(corners, [&](const Vec3& corner) {
+    const Pixel p = view.transform.ToScreen(corner);
+    return p.x < left || p.x > right || p.y < top || p.y > bottom;
+  });
+  Pick(corners, Host().Keys().control);
+  RepaintSelection(view.map, SelectionBounds(view.map));
+}
+
+void VertexTool::Click(MapView& view, Pixel at) {
+  if (!isBand_) return;
+  picked_.clear();
+  PickBrush(view, at);
+  RepaintSelection(view.map, SelectionBounds(view.map));
+}
+
+void VertexTool::DrawOverlay(MapView& view, Canvas& canvas) {
+  DrawSelection(view, canvas);
+  const PixelSize area = view.DrawingArea();
+  const Pen pen = view.Context(canvas, {0, 0, area.width, area.height}).pens.foreground;
+  for (const Vec3& corner : CornersOfSelection(view.map)) {
+    const Pixel p = view.transform.ToScreen(corner);
+    canvas.Rectangle(
+        pen, IsPicked(corner) ? PICKED : WHITE,
+        {p.x - CORNER_SIZE + 1, p.y - CORNER_SIZE + 1, p.x + CORNER_SIZE, p.y + CORNER_SIZE});
+  }
+  preview_.Draw(view, canvas);
+}
+
+}  // namespace ferrowand

@@ -1,0 +1,212 @@
+#include "views/tools/brush_selector.h"
+
+#include <cstdlib>
+
+#include "support/canvas_recorder.h"
+#include "views/tools/tool_fixture.h"
+
+namespace ferrowand {
+namespace {
+
+class BrushSelectorTest : public ToolTest {
+ protected:
+  BrushSelectorTest() {
+    tools.Use(tools.brushSelector);
+    map.selection = {&cube};
+  }
+
+  // With the cursor in the middle of a handle, 4 pixels outside the box.
+  Pixel Handle(int edgeu, int edgev) const {
+    const Bounds box = cube.GetBounds();
+    const PixelRect rect = view.transform.ToScreen(box.mins, box.maxs);
+    const int x[]{rect.left - 4, (rect.left + rect.right) / 2, rect.right + 4};
+    const int y[]{rect.bottom + 4, (rect.top + rect.bottom) / 2, rect.top - 4};
+    return {x[edgeu + 1], y[edgev + 1]};
+  }
+  void DragHandle(int edgeu, int edgev, Pixel to) {
+    view.OnMouseDown(Handle(edgeu, edgev), BUTTON_LEFT, false, false);
+    view.OnMouseMove(to, BUTTON_LEFT, false);
+    view.OnMouseUp(to, BUTTON_LEFT);
+  }
+
+  entity& cube = small.AddCuboid({0, 0, 0}, {64, 128, 32});
+};
+
+TEST_F(BrushSelectorTest, EveryHandleIsGrabbedInItsMiddleAtEveryPlaceOnTheScreen) {
+  for (int shift = 0; shift < 16; ++shift) {
+    view.transform.originu = static_cast<std::int16_t>(-800 + 4 * shift);
+    view.transform.originv = static_cast<std::int16_t>(600 + 4 * shift);
+    for (int u = -1; u <= 1; ++u) {
+      for (int v = -1; v <= 1; ++v) {
+        const GrabbedEdges grabbed = GrabAt(cube.GetBounds(), view.transform, Handle(u, v));
+        EXPECT_EQ(grabbed, (GrabbedEdges{{u, v}})) << shift << ": " << u << " " << v;
+      }
+    }
+    Pixel beside = Handle(1, 0);
+    beside.y -= 200;
+    EXPECT_FALSE(GrabAt(cube.GetBounds(), view.transform, beside).Any());
+  }
+}
+
+TEST_F(BrushSelectorTest, ADragOfTheBoxMovesScalesTurnsAndSkewsAndUndoGivesItBack) {
+  const std::string before = Text();
+  struct Case {
+    HandleMode mode;
+    int u, v;
+    int tou, tov;
+    const char* status;
+    Bounds box;
+  };
+  const Case cases[] = {
+      {HandleMode::Scale,
+       1,
+       0,
+       130,
+       0,
+       "Scaling: (-128.0x-128.0), (2.00x1.00)",
+       {{0, 0, 0}, {128, 128, 32}}},
+      {HandleMode::Scale,
+       -1,
+       -1,
+       -64,
+       -128,
+       "Scaling: (128.0x256.0), (2.00x2.00)",
+       {{-64, -128, 0}, {64, 128, 32}}},
+      {HandleMode::Scale,
+       0,
+       1,
+       0,
+       -300,
+       "Scaling: (-64.0x-64.0), (1.00x0.50)",
+       {{0, 0, 0}, {64, 64, 32}}},
+      // From the handle at (80, 144) a quarter clockwise about (32, 64).
+      {HandleMode::Rotate, 1, 1, 112, 16, "Rotating: 90", {{-32, 32, 0}, {96, 96, 32}}},
+      {HandleMode::Skew, 0, 1, 96, 0, "Skewing: 64", {{0, 0, 0}, {128, 128, 32}}},
+      {HandleMode::Skew, 0, -1, 96, 0, "Skewing: 64", {{0, 0, 0}, {128, 128, 32}}},
+      {HandleMode::Skew, 1, 0, 0, 128, "Skewing: 64", {{0, 0, 0}, {64, 192, 32}}},
+  };
+  for (const Case& c : cases) {
+    map.selection = {&cube};
+    tools.brushSelector.SetMode(map, c.mode);
+    DragHandle(c.u, c.v, At(c.tou, c.tov));
+    EXPECT_EQ(Status(), c.status);
+    EXPECT_EQ(cube.GetBounds(), c.box) << c.status;
+    EXPECT_EQ(cube.brush.getNumFaces(), 6);
+    map.undo.Undo();
+    EXPECT_EQ(Text(), before) << c.status;
+    EXPECT_FALSE(map.undo.CanUndo()) << c.status;
+  }
+}
+
+TEST_F(BrushSelectorTest, APressInsideMovesTheBoxOntoTheGrid) {
+  entity& odd = small.AddCuboid({-251, 5, 0}, {-201, 45, 32});
+  Drag(-220, 20, -120, 30);
+  EXPECT_EQ(Status(), "Translating: (123, -5)");
+  EXPECT_EQ(odd.GetBounds().mins, Vec3(-128, 0, 0));
+  host.keys.control = true;
+  Drag(-120, 20, -60, 20);
+  EXPECT_EQ(odd.GetBounds().mins, Vec3(-128, 0, 0));
+  EXPECT_EQ(map.selection.at(0)->GetBounds().mins, Vec3(-64, 0, 0));
+}
+
+TEST_F(BrushSelectorTest, AnAxisThatIsLimitedStaysInEveryKindOfDrag) {
+  tools.ToggleAxisLimit(map, 0);
+  Drag(32, 64, 160, 192);
+  EXPECT_EQ(cube.GetBounds(), (Bounds{{0, 128, 0}, {64, 256, 32}}));
+  DragHandle(1, 1, At(256, 512));
+  EXPECT_EQ(cube.GetBounds(), (Bounds{{0, 128, 0}, {64, 512, 32}}));
+  tools.brushSelector.SetMode(map, HandleMode::Skew);
+  DragHandle(0, 1, At(512, 512));
+  EXPECT_EQ(Status(), "Skewing: 0");
+  tools.brushSelector.SetMode(map, HandleMode::Rotate);
+  DragHandle(1, 1, At(0, 0));
+  EXPECT_EQ(cube.GetBounds(), (Bounds{{0, 128, 0}, {64, 512, 32}}));
+}
+
+TEST_F(BrushSelectorTest, ClicksOnTheSelectionGoThroughTheHandles) {
+  EXPECT_EQ(tools.brushSelector.Mode(), HandleMode::Scale);
+  Click(32, 64);
+  EXPECT_EQ(tools.brushSelector.Mode(), HandleMode::Rotate);
+  Click(32, 64);
+  EXPECT_EQ(tools.brushSelector.Mode(), HandleMode::Skew);
+  Click(32, 64);
+  EXPECT_EQ(tools.brushSelector.Mode(), HandleMode::Scale);
+  Click(32, 64);
+  small.AddCuboid({-256, 0, 0}, {-128, 64, 64});
+  Click(-200, 32);
+  EXPECT_EQ(tools.brushSelector.Mode(), HandleMode::Scale) << "a new selection starts over";
+}
+
+TEST_F(BrushSelectorTest, TheHandlesAreDrawnByTheirMode) {
+  using Kind = CanvasRecorder::Kind;
+  struct Case {
+    HandleMode mode;
+    std::size_t polygons, rectangles, ellipses;
+  };
+  const Case cases[] = {
+      {HandleMode::Scale, 4, 5, 0}, {HandleMode::Rotate, 0, 1, 4}, {HandleMode::Skew, 8, 1, 0}};
+  for (const Case& c : cases) {
+    CanvasRecorder canvas;
+    DrawHandles(cube.GetBounds(), view.transform, c.mode, {}, canvas);
+    EXPECT_EQ(canvas.Of(Kind::Polygon).size(), c.polygons);
+    EXPECT_EQ(canvas.Of(Kind::Rectangle).size(), c.rectangles);
+    EXPECT_EQ(canvas.Of(Kind::Ellipse).size(), c.ellipses);
+    const PixelRect box = view.transform.ToScreen({0, 0, 0}, {64, 128, 32});
+    EXPECT_EQ(canvas.Of(Kind::Rectangle)[0].rect,
+              (PixelRect{box.left - 4, box.top - 4, box.right + 5, box.bottom + 5}));
+    EXPECT_FALSE(canvas.Of(Kind::Rectangle)[0].fill);
+  }
+}
+
+TEST_F(BrushSelectorTest, ADragIsNotSeenAfterItsPartsAreRepainted) {
+  SoftwareCanvas screen(window.area);
+  host.screens[&view] = &screen;
+  const PixelRect all{0, 0, window.area.width, window.area.height};
+  for (const HandleMode mode : {HandleMode::Scale, HandleMode::Rotate, HandleMode::Skew}) {
+    tools.brushSelector.SetMode(map, mode);
+    view.Paint(screen, all);
+    const std::vector<Colour> still = screen.Pixels();
+    view.OnMouseDown(Handle(1, 1), BUTTON_LEFT, false, false);
+    view.OnMouseMove(At(200, -100), BUTTON_LEFT, false);
+    EXPECT_NE(screen.Pixels(), still);
+    view.Paint(screen, {180, 90, 220, 170});
+    view.OnMouseMove(At(-170, 210), BUTTON_LEFT, false);
+    view.Paint(screen, {100, 100, 230, 160});
+    EXPECT_EQ(screen.Pixels(), FreshPaint());
+    tools.Current()->Key(view, '\x1b');
+    EXPECT_EQ(screen.Pixels(), still);
+  }
+}
+
+TEST_F(BrushSelectorTest, AnyDragsAndAsManyUndosGiveTheSameText) {
+  small.Add({{"classname", "light"}, {"origin", "200 0 0"}, {"angle", "90"}});
+  entity& door = small.Add({{"classname", "func_door"}});
+  small.AddCuboid({-256, -256, 0}, {-128, -192, 64}, &door);
+  std::srand(1);
+  for (int round = 0; round < 20; ++round) {
+    const std::string before = Text();
+    int steps = 0;
+    for (int i = 0; i < 8; ++i) {
+      const auto pixel = [] { return Pixel{std::rand() % 400, std::rand() % 300}; };
+      host.keys = {std::rand() % 4 == 0, std::rand() % 4 == 0};
+      if (std::rand() % 4 == 0) tools.Next();
+      tools.brushSelector.SetMode(map, static_cast<HandleMode>(std::rand() % 3));
+      const std::size_t stepsBefore = map.undo.StepCount();
+      if (std::rand() % 2) {
+        view.OnMouseDown(Handle(std::rand() % 3 - 1, std::rand() % 3 - 1), BUTTON_LEFT, false,
+                         false);
+      } else {
+        view.OnMouseDown(pixel(), BUTTON_LEFT, false, false);
+      }
+      view.OnMouseMove(pixel(), BUTTON_LEFT, false);
+      view.OnMouseUp(pixel(), BUTTON_LEFT);
+      ASSERT_LE(map.undo.StepCount() - stepsBefore, 1u);
+      steps += static_cast<int>(map.undo.StepCount() - stepsBefore);
+    }
+    while (steps-- > 0) map.undo.Undo();
+    ASSERT_EQ(Text(), before);
+  }
+}
+
+}  // namespace
+}  // namespace ferrowand

@@ -1,0 +1,168 @@
+#include "views/tools/vertex_tool.h"
+
+#include <algorithm>
+
+#include "views/tools/brush_reshape.h"
+#include "views/tools/tool_fixture.h"
+
+namespace ferrowand {
+namespace {
+
+class ReshapeTest : public ToolTest {
+ protected:
+  ReshapeTest() {
+    map.optionBits = MAP_GRID;
+    map.selection = {&cube};
+  }
+
+  entity& cube = small.AddCuboid({0, 0, 0}, {64, 64, 64});
+};
+
+TEST_F(ReshapeTest, MovedCornersMakeTheFacesTheyNeedOrAreRefused) {
+  struct Case {
+    const char* what;
+    std::vector<Vec3> corners;
+    Vec3 by;
+    int faces;  // 0: refused
+  };
+  const Vec3 top(64, 64, 64);
+  const Case cases[] = {
+      {"a corner outwards", {top}, {16, 16, 16}, 9},
+      {"a corner inwards", {top}, {-16, -16, -16}, 9},
+      {"along an edge", {top}, {0, 0, 16}, 7},
+      {"an edge", {{64, 0, 64}, top}, {16, 0, 0}, 6},
+      {"a whole face", {{0, 0, 64}, {64, 0, 64}, {0, 64, 64}, top}, {8, 8, 32}, 6},
+      {"into the solid, beyond the others", {top}, {-50, -50, -50}, 0},
+      {"through the opposite side", {top}, {-128, 0, 0}, 0},
+      {"onto another corner", {top}, {0, 0, -64}, 0},
+      {"a face onto the opposite one", {{0, 0, 64}, {64, 0, 64}, {0, 64, 64}, top}, {0, 0, -64}, 0},
+      {"out of the world", {top}, {9000, 0, 0}, 0},
+  };
+  for (const Case& c : cases) {
+    const auto result = MoveCorners(cube.brush, c.corners, c.by, small.reporter);
+    ASSERT_EQ(result.has_value(), c.faces != 0) << c.what;
+    if (!result) continue;
+    EXPECT_EQ(result->getNumFaces(), c.faces) << c.what;
+    const std::vector<Vec3> made = CornersOf(*result);
+    EXPECT_EQ(made.size(), 8u) << c.what;
+    for (const Vec3& corner : c.corners) {
+      EXPECT_TRUE(std::ranges::any_of(made, [&](const Vec3& m) {
+        return IsSameCorner(m, corner + c.by);
+      })) << c.what;
+    }
+  }
+  EXPECT_TRUE(small.sink.messages.empty());
+}
+
+TEST_F(ReshapeTest, ACornerIsPickedAndDraggedWithAllBehindIt) {
+  tools.Use(tools.vertexTool);
+  const std::string before = Text();
+  Drag(64, 64, 96, 80);
+  EXPECT_EQ(tools.vertexTool.Picked().size(), 2u);
+  EXPECT_EQ(Status(), "Translating: (32, 16)");
+  EXPECT_EQ(cube.GetBounds(), (Bounds{{0, 0, 0}, {96, 80, 64}}));
+  EXPECT_EQ(cube.brush.getNumFaces(), 6);
+  map.undo.Undo();
+  EXPECT_EQ(Text(), before);
+}
+
+TEST_F(ReshapeTest, TheFirstCornerGoesOntoTheGrid) {
+  map.optionBits = MAP_GRID | MAP_SNAP;
+  entity& odd = small.AddCuboid({-150, 0, 0}, {-100, 50, 50});
+  map.selection = {&odd};
+  tools.Use(tools.vertexTool);
+  Drag(-150, 0, -180, -5);
+  EXPECT_EQ(odd.GetBounds().mins, Vec3(-192, 0, 0));
+}
+
+TEST_F(ReshapeTest, AnEdgeIsPickedByItsEndsAndManyByARectangle) {
+  tools.Use(tools.vertexTool);
+  view.SetOrientation(Orientation::Front);
+  Drag(32, 64, 32, 96);
+  EXPECT_EQ(tools.vertexTool.Picked().size(), 2u);
+  EXPECT_EQ(Status(), "Translating: (0, 32)");
+  EXPECT_EQ(cube.GetBounds().maxs.z, 96);
+
+  view.SetOrientation(Orientation::Top);
+  Drag(-40, 100, 20, -40);
+  EXPECT_EQ(tools.vertexTool.Picked().size(), 4u);
+  tools.vertexTool.Key(view, 'i');
+  EXPECT_EQ(tools.vertexTool.Picked().size(), 4u);
+  tools.vertexTool.Key(view, 'L');
+  EXPECT_EQ(tools.vertexTool.Picked().size(), 8u);
+  Drag(0, 0, 32, 0);
+  EXPECT_EQ(cube.GetBounds().mins, Vec3(32, 0, 0));
+}
+
+TEST_F(ReshapeTest, WhatCannotBeIsShownAndRefused) {
+  tools.Use(tools.vertexTool);
+  const std::string before = Text();
+  Press(64, 64);
+  MoveTo(10, 10);
+  EXPECT_EQ(Status(), "The brush would not be convex or would lose a face");
+  Release(10, 10);
+  EXPECT_EQ(Status(), "The brush would not be convex or would lose a face");
+  EXPECT_EQ(Text(), before);
+  EXPECT_FALSE(map.undo.CanUndo());
+  tools.vertexTool.Group(view);
+  EXPECT_EQ(small.sink.OnlyText(), "Cannot group with this tool");
+}
+
+TEST_F(ReshapeTest, CornersOfTwoBrushesAtOnePlaceGoTogether) {
+  entity& neighbour = small.AddCuboid({64, 0, 0}, {128, 64, 64});
+  map.selection = {&cube, &neighbour};
+  tools.Use(tools.vertexTool);
+  Drag(64, 64, 64, 80);
+  EXPECT_EQ(cube.GetBounds().maxs, Vec3(64, 80, 64));
+  EXPECT_EQ(neighbour.GetBounds().maxs, Vec3(128, 80, 64));
+  map.undo.Undo();
+  EXPECT_EQ(neighbour.GetBounds().maxs, Vec3(128, 64, 64));
+  EXPECT_FALSE(map.undo.CanUndo());
+}
+
+TEST_F(ReshapeTest, AFaceIsMovedByItsHandle) {
+  tools.Use(tools.brushTool);
+  const std::string before = Text();
+  Drag(64, 32, 100, 60);
+  EXPECT_EQ(Status(), "Translating: (36, 0)");
+  EXPECT_EQ(cube.GetBounds(), (Bounds{{0, 0, 0}, {100, 64, 64}}));
+  Drag(100, 32, -20, 32);
+  EXPECT_EQ(Status(), "The brush would not be convex or would lose a face");
+  EXPECT_EQ(cube.GetBounds().maxs.x, 100);
+  map.undo.Undo();
+  EXPECT_EQ(Text(), before);
+}
+
+TEST_F(ReshapeTest, AClickBesideTheHandlesPicksAnotherBrush) {
+  entity& other = small.AddCuboid({-200, 0, 0}, {-100, 64, 64});
+  for (Tool* tool : {static_cast<Tool*>(&tools.brushTool), static_cast<Tool*>(&tools.vertexTool)}) {
+    tools.Use(*tool);
+    map.selection = {&cube};
+    Click(-150, 20);
+    EXPECT_EQ(Selected(), (std::vector<entity*>{&other})) << tool->Name();
+  }
+}
+
+TEST_F(ReshapeTest, APreviewLeavesNoTrace) {
+  SoftwareCanvas screen(window.area);
+  host.screens[&view] = &screen;
+  for (Tool* tool : {static_cast<Tool*>(&tools.brushTool), static_cast<Tool*>(&tools.vertexTool)}) {
+    tools.Use(*tool);
+    Press(64, 32);
+    MoveTo(100, 40);
+    tools.Current()->Key(view, '\x1b');
+    view.Paint(screen, {0, 0, window.area.width, window.area.height});
+    const std::vector<Colour> still = screen.Pixels();
+    Press(64, 32);
+    MoveTo(100, 40);
+    EXPECT_NE(screen.Pixels(), still) << tool->Name();
+    view.Paint(screen, {190, 100, 220, 150});
+    MoveTo(120, 100);
+    EXPECT_EQ(screen.Pixels(), FreshPaint()) << tool->Name();
+    tools.Current()->Key(view, '\x1b');
+    EXPECT_EQ(screen.Pixels(), still) << tool->Name();
+  }
+}
+
+}  // namespace
+}  // namespace ferrowand
