@@ -94,7 +94,7 @@ Key KeyOf(std::string_view text) {
     key.key = VK_TAB;
   else if (text == "?")
     return {FVIRTKEY | FSHIFT, VK_OEM_2};
-  else if (text == "G")
+  else if (text == "G" && key.flags == FVIRTKEY)
     return {0, 'G'};
   else
     key.key = static_cast<WORD>(text.front());

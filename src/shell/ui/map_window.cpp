@@ -59,8 +59,10 @@ MapWindow::MapWindow(App& app, Map& map, Orientation orientation) : app_(app), m
   constexpr DWORD STYLE = WS_VISIBLE | WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_CAPTION |
                           WS_SYSMENU | WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
   const DWORD small = app.options.smallCaptions ? WS_EX_TOOLWINDOW : 0;
+  // A quarter of the room: a view that begins larger begins zoomed in, to stay inside the world.
+  const PixelSize room = app.frame.ClientSize();
   CreateWindowExA(WS_EX_MDICHILD | small, CLIENT_CLASS, "", STYLE, CW_USEDEFAULT, CW_USEDEFAULT,
-                  CW_USEDEFAULT, CW_USEDEFAULT, app.frame.Client(), nullptr, app.instance, this);
+                  room.width / 2, room.height / 2, app.frame.Client(), nullptr, app.instance, this);
   if (view_) view_->SetOrientation(orientation);
 }
 
