@@ -24,7 +24,8 @@ inline constexpr unsigned READ_MERGE = 1;           // keep the document's WADs 
 inline constexpr unsigned READ_FACES_REPORTED = 4;  // "too many faces"
 inline constexpr unsigned READ_CHAR_REPORTED = 8;   // "invalid char"
 inline constexpr unsigned READ_END_OF_FILE = 16;
-inline constexpr unsigned READ_DEPTH_REPORTED = 32;  // "nested too deep"
+inline constexpr unsigned READ_DEPTH_REPORTED = 32;   // "nested too deep"
+inline constexpr unsigned READ_PLANE_REPORTED = 512;  // "no axis found"
 
 struct Face {
   std::array<Vec3, 3> planepts;  // integral after reading

@@ -1,4 +1,6 @@
 // Brushes as text: the lines between the braces of a brush in a map file.
+#include <algorithm>
+#include <cmath>
 #include <string>
 
 #include "document/brush.h"
@@ -65,6 +67,19 @@ class FaceReader {
   const WadList& wads_;
   std::string word_;
 };
+
+// For what has been told already.
+class SilentSink : public MessageSink {
+ public:
+  Answer Show(const Message&) override { return Answer::No; }
+  void Beep() override {}
+  void FatalExit(const std::string&) override {}
+  void Exit(int) override {}
+};
+
+bool HasNormal(const Face& face) {
+  return std::isfinite(Dot(face.plane.normal, face.plane.normal));
+}
 
 void PutPoint(TextWriter& out, double x, double y, double z) {
   out.Put("( ");
@@ -162,7 +177,16 @@ unsigned Brush::ReadBody(TextReader& reader, const WadList& wads, unsigned flags
       }
     }
   }
-  Rebuild(reporter);
+  // A damaged file may hold any number of faces without a normal.
+  const auto flat = std::ranges::find_if_not(faces_, HasNormal);
+  if (flat == faces_.end()) {
+    Rebuild(reporter);
+    return flags;
+  }
+  if (firstTime(READ_PLANE_REPORTED)) BasePolyForPlane(flat->plane, reporter);
+  SilentSink sink;
+  Reporter silent(sink);
+  Rebuild(silent);
   return flags;
 }
 

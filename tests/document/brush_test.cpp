@@ -207,6 +207,17 @@ TEST_F(BrushTest, AFaceWithoutNormalIsToldAndWrittenByItsOwnPoints) {
   EXPECT_TRUE(Written().starts_with("\t\t( 11 1 1 ) ( 12 2 2 ) ( 19 9 9 ) line 0 0 0 "));
 }
 
+TEST_F(BrushTest, FacesWithoutNormalAreToldOnceALoad) {
+  const std::string line = "( 1 1 1 ) ( 2 2 2 ) ( 9 9 9 ) line 0 0 0 1 1\n";
+  const unsigned flags = Read(line + CUBE + line + "}");
+  EXPECT_EQ(sink.OnlyText(), "BasePolyForPlane: no axis found");
+  EXPECT_EQ(flags, READ_PLANE_REPORTED);
+  brush.Clear();
+  Read(line + CUBE + "}", flags);
+  EXPECT_EQ(sink.messages.size(), 1u);
+  EXPECT_EQ(brush.getNumFaces(), 7);
+}
+
 TEST_F(BrushTest, NumbersAreRoundedHalfAwayFromZero) {
   Read(CUBE + "}");
   brush.Translate({15.5f, -15.5f, 0.25f});

@@ -7,6 +7,12 @@
 namespace ferrowand {
 namespace {
 
+#ifdef _WIN32
+constexpr char DEVICE[] = "NUL";
+#else
+constexpr char DEVICE[] = "/dev/null";
+#endif
+
 TEST(File, FindTellsWhatIsNotThereFromWhatCannotBeAsked) {
   const TempDir dir;
   dir.Write("folder/name", "x");
@@ -20,6 +26,8 @@ TEST(File, FindTellsWhatIsNotThereFromWhatCannotBeAsked) {
 TEST(File, OnlyPlainFilesOpen) {
   const TempDir dir;
   EXPECT_EQ(file::Open(dir.Path(), FileAccess::Read), INVALID_FILE);
+  EXPECT_NE(LastError(), 0u);
+  EXPECT_EQ(file::Open(DEVICE, FileAccess::Read), INVALID_FILE);
   EXPECT_NE(LastError(), 0u);
   EXPECT_FALSE(file::IsWritable(dir.Path()));
   EXPECT_FALSE(file::IsWritable(dir.Path("missing")));

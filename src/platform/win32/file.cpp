@@ -19,6 +19,12 @@ FileHandle OpenAs(const std::string& name, DWORD access, DWORD share, DWORD disp
   const HANDLE file = CreateFileA(name.c_str(), access, share, nullptr, disposition,
                                   FILE_ATTRIBUTE_NORMAL, nullptr);
   if (file == INVALID_HANDLE_VALUE) return INVALID_FILE;
+  // Only plain files: "COM1" or a pipe could make the program wait for ever.
+  if (GetFileType(file) != FILE_TYPE_DISK) {
+    CloseHandle(file);
+    SetLastError(ERROR_FILE_NOT_FOUND);
+    return INVALID_FILE;
+  }
   SetLastError(ERROR_SUCCESS);
   return reinterpret_cast<FileHandle>(file);
 }
