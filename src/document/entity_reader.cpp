@@ -1,6 +1,4 @@
 // Entities as text: the body between their braces, read and written.
-#include <cstring>
-
 #include "document/entity.h"
 #include "document/text_reader.h"
 #include "document/text_writer.h"
@@ -12,10 +10,6 @@ namespace ferrowand {
 namespace {
 
 constexpr std::size_t MAXTEXT = 1024;  // bytes of a key, and of a value
-
-void CutAtZeroByte(std::string& text) {
-  text.resize(std::strlen(text.c_str()));
-}
 
 bool IsLetter(char c, char upper) {
   return c == upper || c == upper - 'A' + 'a';
@@ -42,8 +36,6 @@ void entity::ReadKey(TextReader& reader, KeyText& text) {
   reader.ReadUntil('"', text.name, MAXTEXT, true);
   reader.SkipPast('"', true);
   reader.ReadUntil('"', text.value, MAXTEXT, true);
-  CutAtZeroByte(text.name);
-  CutAtZeroByte(text.value);
   if (numkeys() < MAXKEYS) {
     SetKey(text.name, text.value);
     return;
