@@ -232,12 +232,10 @@ std::vector<EntityPtr> entity::TakeChildren(std::span<const std::size_t> places)
 }
 
 void entity::InsertChildren(std::vector<EntityPtr> children, std::span<const std::size_t> places) {
-  const std::size_t old = children_.size();
-  children_.resize(old + children.size());
+  children_.resize(children_.size() + children.size());
   std::size_t end = children_.size();  // behind it everything stands where it belongs
   for (std::size_t i = children.size(); i-- > 0;) {
-    const std::size_t place = std::min(places[i], old + i);
-    for (; end - 1 > place; --end) children_[end - 1] = std::move(children_[end - 2 - i]);
+    for (; end - 1 > places[i]; --end) children_[end - 1] = std::move(children_[end - 2 - i]);
     children_[--end] = Adopt(std::move(children[i]));
   }
 }
