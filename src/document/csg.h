@@ -1,0 +1,37 @@
+// Brushes carved by brushes: the split of one by a plane and what is built on it.
+#pragma once
+
+#include <vector>
+
+#include "document/entity.h"
+#include "geometry/box_tree.h"
+
+namespace ferrowand {
+
+inline constexpr int SMALLEST_SOLID = 4;  // faces
+
+// Clears both halves and fills them: `outside` with what lies in front of the plane, `inside` with
+// what lies behind it, each closed by a cap that takes its texture from the source's first face.
+// The other faces keep their planes exactly. A half of fewer than three faces is none; where a cap
+// would be one face more than a brush can have, there are no halves. False for a brush without
+// faces.
+bool SplitBrush(const Brush& source, const Plane& split, Brush& outside, Brush& inside,
+                Reporter& reporter);
+
+// Whose texture the cap of a piece takes: that of the source's first face, or of the face that cut.
+enum class CapTexture { First, Cutter };
+
+struct Carving {
+  bool isWhole = true;             // false: a piece was lost, the others are not to be used
+  std::vector<EntityPtr> outside;  // convex pieces of class "brush", which overlap nowhere
+  Brush inside;                    // no faces when there is no common part
+};
+
+// Cuts by the cutter's planes in turn. A piece that a plane does not cut stays exactly what it is.
+Carving Carve(const Brush& source, const Brush& cutter, const ClassSet& classes, CapTexture caps,
+              Reporter& reporter);
+
+// Whether a piece is a solid that a file gives back.
+bool IsKeepable(const Brush& piece, Reporter& reporter);
+
+}  // namespace ferrowand

@@ -1,0 +1,31 @@
+// Objects cut by objects: the subtraction from whole trees, and the two commands on a map.
+#pragma once
+
+#include <cstddef>
+
+#include "document/entity.h"
+
+namespace ferrowand {
+
+class EditStep;
+
+struct CsgCount {
+  std::size_t cut = 0;    // brushes that gave way to their pieces
+  std::size_t uncut = 0;  // those that stayed, since a piece would have been lost
+};
+
+// Cuts everything visible and enabled from the target downwards: each brush whose box overlaps the
+// cutter's gives way to its pieces outside, which become children of the entity that had it. That
+// keeps its keys and its class, and has nothing where it was inside as a whole.
+CsgCount Subtract(entity& target, const Brush& cutter, EditStep& step);
+// With the cutter's own brush and, where it is a marked group, with those of its children.
+CsgCount SubtractEntity(entity& target, const entity& cutter, EditStep& step);
+
+// Cuts the selected objects out of everything else in the map. What had to be left uncut is said in
+// one message.
+void SubtractSelection(Map& map);
+// Of exactly two selected objects: what the first has in common with the second, in one new object
+// in place of both, which is selected. Null when there is nothing, and both stay where they were.
+entity* IntersectSelection(Map& map);
+
+}  // namespace ferrowand

@@ -1,0 +1,24 @@
+// What every tool must leave behind: solids. And what of them can be added up.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "document/brush.h"
+
+namespace ferrowand {
+
+// Closed, convex, its points on their planes, its bounds those of its points. With all corners on
+// whole units every edge is shared by exactly two faces; else gaps are within the tolerance.
+testing::AssertionResult IsSolid(const Brush& brush);
+// Whether all its points have whole coordinates.
+bool IsOnWholeUnits(const Brush& brush);
+// Cubic units, from the windings.
+double Volume(const Brush& brush);
+double SurfaceArea(const Brush& brush);
+
+// Convex, with all corners on whole units within `reach` of the centre; 4 to 32 faces.
+Brush RandomBrush(std::mt19937& random, const Vec3& centre, int reach, Reporter& reporter);
+
+}  // namespace ferrowand
