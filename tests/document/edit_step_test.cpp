@@ -1,6 +1,7 @@
 #include "document/edit_step.h"
 
 #include "document/document_fixture.h"
+#include "gamedata/class_set.h"
 
 namespace ferrowand {
 namespace {
@@ -104,7 +105,9 @@ TEST_F(EditStepTest, WhatComesBackIsOfTheClassesThatTheMapUsesByNow) {
     changed.SetKey("key", "1");
   }
   const std::string qc = temp.Write("g.qc", "/*QUAKED light (0 1 0) (-8 -8 -8) (8 8 8)\r\n*/");
-  map.classSet = &data.classes.Get(qc);
+  ClassSet classes(data.classes);
+  ASSERT_TRUE(classes.Load(qc));
+  map.classSet = &classes;
   map.ResolveClasses(*map.classSet);
   map.undo.Undo();
   EXPECT_EQ(removed.getClass()->classname, "light");

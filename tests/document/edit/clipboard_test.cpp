@@ -90,7 +90,9 @@ TEST_F(ClipboardTest, DamageIsReportedWithItsLineAndTheRestIsPasted) {
 
 TEST_F(ClipboardTest, WhatIsPastedIsOfTheClassesOfItsNewMap) {
   const std::string qc = temp.Write("g.qc", "/*QUAKED light (0 1 0) (-8 -8 -8) (8 8 8)\r\n*/");
-  map->classSet = &data.classes.Get(qc);
+  ClassSet classes(data.classes);
+  ASSERT_TRUE(classes.Load(qc));
+  map->classSet = &classes;
   PasteText(*map, "{}{ \"classname\" \"light\" \"origin\" \"1 2 3\" }");
   EXPECT_EQ(map->selection.front()->getClass()->classname, "light");
   InsertEntity(*map, map->classSet->FindClass("light"), {8, 16, 24});
