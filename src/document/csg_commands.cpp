@@ -55,9 +55,9 @@ bool AreKeepable(const std::vector<EntityPtr>& pieces, Reporter& reporter) {
 void ReportUncut(std::size_t uncut, Reporter& reporter) {
   if (uncut == 0) return;
   reporter.Show("Ferrowand says",
-                Format("%zu of the brushes could not be cut and stay as they were: a piece would "
+                Format("%u of the brushes could not be cut and stay as they were: a piece would "
                        "have too many faces, or be too small for whole units.",
-                       uncut));
+                       static_cast<unsigned>(uncut)));
 }
 
 // One walk over the map: each brush is cut by the cutters that it meets, in their order, and so is

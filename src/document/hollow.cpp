@@ -86,9 +86,9 @@ void HollowSelection(Map& map, int width) {
   }
   if (solid == 0) return;
   reporter.Show("Ferrowand says",
-                Format("%zu of the brushes could not be made hollow and stay as they were: they "
+                Format("%u of the brushes could not be made hollow and stay as they were: they "
                        "are too small for such walls, or the walls would not lie on whole units.",
-                       solid));
+                       static_cast<unsigned>(solid)));
 }
 
 }  // namespace ferrowand
