@@ -78,6 +78,7 @@ void ClickABrush(benchmark::State& state) {
     editor.Click(first);
     editor.Click(other);
   }
+  if (editor.small.map.selection.empty()) state.SkipWithError("nothing was selected");
 }
 BENCHMARK(ClickABrush)->Apply(Sizes);
 
@@ -89,6 +90,7 @@ void SelectAllByRectangle(benchmark::State& state) {
     editor.view.OnMouseMove({1278, 998}, BUTTON_LEFT, false);
     editor.view.OnMouseUp({1278, 998}, BUTTON_LEFT);
   }
+  if (editor.small.map.selection.empty()) state.SkipWithError("nothing was selected");
 }
 BENCHMARK(SelectAllByRectangle)->Apply(Sizes);
 
@@ -102,6 +104,7 @@ void DragStep(benchmark::State& state) {
   for (auto _ : state) {
     editor.view.OnMouseMove({brush.x + 50 + step++ % 100, brush.y}, BUTTON_LEFT, false);
   }
+  if (!editor.tools.Current()->HasPreview()) state.SkipWithError("nothing was dragged");
 }
 BENCHMARK(DragStep)->Apply(Sizes);
 
@@ -119,6 +122,7 @@ void DropOneBrush(benchmark::State& state) {
     from = to;
     side = -side;
   }
+  if (!editor.small.map.undo.CanUndo()) state.SkipWithError("nothing was moved");
 }
 BENCHMARK(DropOneBrush)->Apply(Sizes);
 

@@ -136,7 +136,7 @@ std::vector<entity*> Selector::ObjectsIn(const MapView& view, const PixelRect& c
   std::unordered_set<const entity*> known;
   for (entity* e : PickableObjects(view.map, Level())) {
     entity& object = PickedBy(*e, Level());
-    if (!known.insert(&object).second) continue;
+    if (&object != e && !known.insert(&object).second) continue;
     const Bounds box = object.GetBounds();
     if (box.IsEmpty()) continue;
     const PixelRect seen = view.transform.ToScreen(box.mins, box.maxs);

@@ -208,5 +208,39 @@ TEST_F(BrushSelectorTest, AnyDragsAndAsManyUndosGiveTheSameText) {
   }
 }
 
+TEST_F(BrushSelectorTest, AnyMouseWorkOnTheSampleMapCanBeUndoneToTheLetter) {
+  const std::unique_ptr<Map> sample =
+      LoadMap(small.data, std::string(FERROWAND_DATA) + "/maps/sample.xmp", 1000);
+  ASSERT_NE(sample, nullptr);
+  small.sink.messages.clear();
+  const auto text = [&] {
+    TextWriter out;
+    sample->WriteExtended(out);
+    return out.Text();
+  };
+  const std::string before = text();
+  FakeViewHost secondWindow;
+  MapView second(*sample, secondWindow, list, options, tools.Current());
+  std::srand(2);
+  for (const Orientation orientation : {Orientation::Top, Orientation::Front, Orientation::Side}) {
+    second.SetOrientation(orientation);
+    second.ZoomTo(sample->GetBounds());
+    for (int i = 0; i < 100; ++i) {
+      const auto pixel = [] { return Pixel{std::rand() % 400, std::rand() % 300}; };
+      host.keys = {std::rand() % 4 == 0, std::rand() % 4 == 0};
+      if (std::rand() % 4 == 0) tools.Next();
+      if (std::rand() % 12 == 0) tools.Use(tools.vertexTool);
+      tools.brushSelector.SetMode(*sample, static_cast<HandleMode>(std::rand() % 3));
+      second.OnMouseDown(pixel(), BUTTON_LEFT, false, false);
+      second.OnMouseMove(pixel(), BUTTON_LEFT, false);
+      second.OnMouseUp(pixel(), BUTTON_LEFT);
+    }
+  }
+  EXPECT_GT(sample->undo.StepCount(), 20u);
+  while (sample->undo.CanUndo()) sample->undo.Undo();
+  EXPECT_EQ(text(), before);
+  EXPECT_TRUE(small.sink.messages.empty()) << small.sink.OnlyText();
+}
+
 }  // namespace
 }  // namespace ferrowand
