@@ -3,6 +3,7 @@
 
 #include <commctrl.h>
 
+#include <filesystem>
 #include <map>
 
 #include "document/edit_step.h"
@@ -221,6 +222,27 @@ TEST_F(AppTest, TheToolbarShowsItsTipsInOrderAndGoesAndComes) {
   EXPECT_EQ(app->options.showToolbar, 0);
   Give(Command::ShowToolbar);
   EXPECT_NE(FindWindowExA(app->frame.Handle(), nullptr, TOOLBARCLASSNAMEA, nullptr), nullptr);
+}
+
+TEST_F(AppTest, TheKeyListShowsItsFile) {
+  ASSERT_TRUE(Start());
+  const std::filesystem::path before = std::filesystem::current_path();
+  dir.Write("keylist.txt", "first\nsecond\r\n");
+  std::filesystem::current_path(dir.Path());
+  Give(Command::Keylist);
+  std::filesystem::current_path(before);
+  ASSERT_EQ(app->windows.size(), 1u);
+  const HWND window = app->windows[0]->Handle();
+  EXPECT_EQ(TextOf(window), "Key List");
+  EXPECT_EQ(TextOf(GetWindow(window, GW_CHILD)), "first\r\nsecond\r\n");
+  SendMessageA(window, WM_CLOSE, 0, 0);
+  EXPECT_TRUE(app->windows.empty());
+}
+
+TEST_F(AppTest, AboutAsksForItsBox) {
+  ASSERT_TRUE(Start());
+  Give(Command::About);
+  EXPECT_EQ(dialogs.abouts, 1);
 }
 
 TEST_F(AppTest, ZoomToOnlyExplainsItself) {

@@ -51,7 +51,8 @@ TEST_F(AppTest, WindowClassesHaveTheirStylesAndExtraBytes) {
     int background;
   };
   for (const Row& row :
-       {Row{"FFRWWinClass", 0, 0, LTGRAY_BRUSH}, Row{"FRWClientClass", CS_DBLCLKS, 4, LTGRAY_BRUSH},
+       {Row{"FFRWWinClass", 0, 0, LTGRAY_BRUSH}, Row{"FRWKeyListClass", 0, 0, LTGRAY_BRUSH},
+        Row{"FRWClientClass", CS_DBLCLKS, 4, LTGRAY_BRUSH},
         Row{"FRWMapClass", CS_DBLCLKS, 4, NULL_BRUSH}, Row{"FRWLoadWindow", 0, 8, LTGRAY_BRUSH}}) {
     WNDCLASSEXA found{};
     found.cbSize = sizeof found;

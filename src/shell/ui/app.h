@@ -70,6 +70,7 @@ class App {
   // The three views of a map, arranged and showing all of it.
   void CreateMapWindows(Map& map);
   ChildWindow* AddView(Map& map, Orientation orientation);
+  void ShowKeyList();
   void SetTitles(const Map& map);
   void RefreshMap(const Map& map);
   void RefreshAll();

@@ -59,6 +59,9 @@ void Redo(App& app, unsigned) {
   app.RefreshMap(map);
 }
 
+void Keylist(App& app, unsigned) {
+  app.ShowKeyList();
+}
 void About(App& app, unsigned) {
   app.dialogs.ShowAbout(app.frame.Handle());
 }
@@ -85,6 +88,7 @@ constexpr CommandHandler HANDLERS[] = {
     {Command::Exit, Exit},
     {Command::Undo, Undo},
     {Command::Redo, Redo},
+    {Command::Keylist, Keylist},
     {Command::About, About},
 };
 

@@ -313,7 +313,9 @@ void MapWindow::MoveWindow(const PixelRect& to) {
   if (IsIconic(window_) || IsZoomed(window_)) {
     SendMessageA(app_.frame.Client(), WM_MDIRESTORE, reinterpret_cast<WPARAM>(window_), 0);
   }
-  ::MoveWindow(window_, to.left, to.top, to.Width(), to.Height(), TRUE);
+  // Nothing is carried along: what stood there may have belonged to a window above.
+  SetWindowPos(window_, nullptr, to.left, to.top, to.Width(), to.Height(),
+               SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
 }
 
 }  // namespace ferrowand

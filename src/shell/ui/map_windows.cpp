@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "shell/ui/app.h"
+#include "shell/ui/key_list_window.h"
 #include "shell/ui/map_window.h"
 
 namespace ferrowand {
@@ -13,6 +14,11 @@ ChildWindow* App::AddView(Map& map, Orientation orientation) {
     return nullptr;
   }
   return windows.emplace_back(std::move(created)).get();
+}
+
+void App::ShowKeyList() {
+  auto created = std::make_unique<KeyListWindow>(*this);
+  if (created->Handle()) windows.push_back(std::move(created));
 }
 
 void App::CreateMapWindows(Map& map) {

@@ -1,6 +1,7 @@
 #include "shell/ui/window_classes.h"
 
 #include "shell/ui/frame.h"
+#include "shell/ui/key_list_window.h"
 #include "shell/ui/load_window.h"
 #include "shell/ui/map_window.h"
 #include "shell/ui/resource.h"
@@ -58,6 +59,7 @@ bool WindowClasses::Register() {
   };
   const Row rows[] = {
       {FRAME_CLASS, WindowFunc, 0, 0, LTGRAY_BRUSH, IDC_ARROW, true},
+      {KEY_LIST_CLASS, KeyList, 0, 0, LTGRAY_BRUSH, IDC_ARROW, false},
       {CLIENT_CLASS, ClientWindowFunc, CS_DBLCLKS, 4, LTGRAY_BRUSH, IDC_ARROW, false},
       {MAP_CLASS, MapFunc, CS_DBLCLKS, 4, NULL_BRUSH, nullptr, false},
       {LOAD_WINDOW_CLASS, LoadWindowFunc, 0, 8, LTGRAY_BRUSH, IDC_ARROW, false},
