@@ -29,7 +29,7 @@ std::optional<std::string> SystemDialogs::ChooseFile(HWND owner, const FileChoic
   chooser.lStructSize = sizeof chooser;
   chooser.hwndOwner = owner;
   chooser.lpstrFilter = filter.c_str();
-  chooser.nFilterIndex = 1;
+  chooser.nFilterIndex = choice.filterIndex;
   chooser.lpstrFile = path.data();
   chooser.nMaxFile = static_cast<DWORD>(path.size());
   chooser.lpstrTitle = choice.title.empty() ? nullptr : choice.title.c_str();

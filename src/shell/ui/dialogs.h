@@ -12,9 +12,10 @@ namespace ferrowand {
 struct FileChoice {
   bool saving = false;  // asks before an existing file is chosen
   std::string title;
-  std::string filter;     // "Name|*.a;*.b|Other name|*.c|"
-  std::string name;       // shown at first
-  std::string extension;  // added to a name without one; without the full stop
+  std::string filter;        // "Name|*.a;*.b|Other name|*.c|"
+  unsigned filterIndex = 1;  // the one shown at first, counted from 1
+  std::string name;          // shown at first
+  std::string extension;     // for a name without one, unless the filter has its own
 };
 
 class Dialogs {

@@ -7,9 +7,6 @@
 namespace ferrowand {
 namespace {
 
-constexpr char MAP_FILTER[] =
-    "Maps (*.xmp, *.map)|*.xmp;*.map|Extended Maps (*.xmp)|*.xmp|Quake maps (*.map)|*.map|"
-    "All files (*.*)|*.*|";
 constexpr char SAVE_FILTER[] =
     "Extended Map (*.xmp)|*.xmp|Quake map (*.map)|*.map|All files (*.*)|*.*|";
 
@@ -90,7 +87,11 @@ std::optional<std::string> App::AskSaveName(const Map& map) {
   choice.saving = true;
   choice.title = "Save map";
   choice.filter = SAVE_FILTER;
-  if (!IsUnnamed(map)) choice.name = map.filename;
+  choice.extension = "xmp";
+  if (!IsUnnamed(map)) {
+    choice.name = map.filename;
+    if (EqualNoCase(SplitPath(map.filename).extension, ".map")) choice.filterIndex = 2;
+  }
   return dialogs.ChooseFile(frame.Handle(), choice);
 }
 
