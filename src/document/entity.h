@@ -137,6 +137,7 @@ class entity {
   // Sets one key, from behind its opening quote to behind the value's closing one. Neither text is
   // longer than 1024 bytes, and a zero byte ends it.
   void ReadKey(TextReader& reader, KeyText& text);
+  void WriteKeysAndFaces(TextWriter& out, bool (*isWritten)(std::string_view name)) const;
   // An invalid character is told once a load.
   unsigned ReportChar(char c, const char* part, const TextReader& reader, unsigned flags) const;
 
@@ -169,7 +170,7 @@ class entity {
 
 // Keys that begin with XMP, in any case, are the editor's own and never reach the game.
 bool IsEditorKey(std::string_view name);
-// One line, as in both formats. There is no escaping.
+// One line, as in both formats. There is no escaping; each text is cut at 1024 bytes.
 void WriteKey(TextWriter& out, std::string_view name, std::string_view value);
 
 }  // namespace ferrowand

@@ -11,6 +11,14 @@ namespace {
 
 constexpr std::size_t MAXTEXT = 1024;  // bytes of a key, and of a value
 
+// A quote right behind the longest text belongs to it; of anything longer the rest is read on as it
+// comes.
+void ReadText(TextReader& reader, std::string& text) {
+  if (reader.ReadUntil('"', text, MAXTEXT, true) == MAXTEXT && reader.PeekChar() == '"') {
+    reader.GetChar();
+  }
+}
+
 bool IsLetter(char c, char upper) {
   return c == upper || c == upper - 'A' + 'a';
 }
@@ -22,20 +30,21 @@ bool IsEditorKey(std::string_view name) {
          IsLetter(name[2], 'P');
 }
 
+// What is longer than a reader takes would be the end of all that follows.
 void WriteKey(TextWriter& out, std::string_view name, std::string_view value) {
   out.Put("\t\"");
-  out.Put(name);
+  out.Put(name.substr(0, MAXTEXT));
   out.Put("\" \"");
-  out.Put(value);
+  out.Put(value.substr(0, MAXTEXT));
   out.Put("\"\n");
 }
 
 // A look at all keys for each of them is cheap up to the limit; a stranger's file may go far
 // beyond.
 void entity::ReadKey(TextReader& reader, KeyText& text) {
-  reader.ReadUntil('"', text.name, MAXTEXT, true);
+  ReadText(reader, text.name);
   reader.SkipPast('"', true);
-  reader.ReadUntil('"', text.value, MAXTEXT, true);
+  ReadText(reader, text.value);
   if (numkeys() < MAXKEYS) {
     SetKey(text.name, text.value);
     return;
@@ -136,10 +145,24 @@ void entity::WriteMapEntity(TextWriter& out, unsigned option) const {
 
 void entity::WriteExtended(TextWriter& out) const {
   out.Put("{\n");
-  for (const KeyPair& pair : keys_) WriteKey(out, pair.name, pair.value);
-  brush.WriteFaces(out, Report());
+  WriteKeysAndFaces(out, [](std::string_view) { return true; });
   for (const EntityPtr& child : children_) child->WriteExtended(out);
   out.Put("}\n");
+}
+
+// Faces are read on to a closing brace or a key, and a child's brace would be taken for damage:
+// where both are there, the last key stands between them.
+void entity::WriteKeysAndFaces(TextWriter& out, bool (*isWritten)(std::string_view name)) const {
+  const bool needsKeyBehind = brush.getNumFaces() > 0 && !children_.empty();
+  const KeyPair* last = nullptr;
+  for (const KeyPair& pair : keys_) {
+    if (!isWritten(pair.name)) continue;
+    if (last) WriteKey(out, last->name, last->value);
+    last = &pair;
+  }
+  if (last && !needsKeyBehind) WriteKey(out, last->name, last->value);
+  brush.WriteFaces(out, Report());
+  if (last && needsKeyBehind) WriteKey(out, last->name, last->value);
 }
 
 void entity::WriteGameKeys(TextWriter& out) const {

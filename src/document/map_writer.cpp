@@ -53,8 +53,7 @@ void Map::WriteMapBrushes(TextWriter& out, unsigned option) const {
   out.Put("//     --- Map created with //\n");
   out.Put("//                Ferrowand //\n");
   out.Put("{\n");
-  WriteGameKeys(out);
-  brush.WriteFaces(out, Report());
+  WriteKeysAndFaces(out, [](std::string_view name) { return !IsEditorKey(name); });
   for (const EntityPtr& child : getEntityList()) child->WriteMapBrushes(out, option);
   out.Put("}\n");
   for (const EntityPtr& child : getEntityList()) child->WriteMapEntity(out, option);

@@ -101,6 +101,29 @@ TEST_F(MapWriterTest, NoKeyOfTheEditorReachesTheGame) {
   EXPECT_NE(text.find("\t\"XM\" \"1\"\n"), std::string::npos);
 }
 
+TEST_F(MapWriterTest, FacesBesideChildrenAreReadBack) {
+  std::string faces = Cuboid(0, 0, 0, 8, 8, 8);
+  faces = faces.substr(2, faces.size() - 4);
+  const std::string body = Cuboid(8, 0, 0, 16, 8, 8) + Cuboid(16, 0, 0, 24, 8, 8) + faces;
+  const auto map = ReadText("{\"a\" \"1\"" + body + "}{\"classname\" \"func_wall\"" + body + "}");
+  const std::string extended = ExtendedText(*map);
+  const std::string quake = QuakeText(*map);
+  EXPECT_EQ(ExtendedText(*ReadText(extended)), extended);
+  EXPECT_EQ(ReadText(quake)->brush.getNumFaces(), 6);
+  EXPECT_EQ(ReadText(quake)->currentLayer->getEntityList().size(), 3u);
+  EXPECT_TRUE(recorder.messages.empty()) << recorder.OnlyText();
+}
+
+TEST_F(MapWriterTest, ATextNoReaderTakesIsCutAndNothingElseIsLost) {
+  Map map(data);
+  map.SetKey("long", std::string(5000, 'x'));
+  map.SetKey("behind", "1");
+  const auto read = ReadText(ExtendedText(map));
+  EXPECT_EQ(read->GetKey("long"), std::string(1024, 'x'));
+  EXPECT_STREQ(read->GetKey("behind"), "1");
+  EXPECT_TRUE(recorder.messages.empty());
+}
+
 TEST_F(MapWriterTest, ASaveThatFailsCostsNothing) {
   const auto map = ReadText("{}");
   const std::string oldName = map->filename;
