@@ -239,6 +239,48 @@ TEST_F(MapWindowTest, ArrangementsAndNewViews) {
   EXPECT_EQ(TextOf(*app->windows.back(), ID_ZOOM_TEXT), "(64x64)S25%");
 }
 
+TEST_F(MapWindowTest, ViewsGoToTheSelectionOrFitTheMap) {
+  ASSERT_TRUE(Start());
+  Map& map = OpenTwoBrushes();
+  const MapView& view = *WindowOf(Orientation::Top).View();
+  const auto middle = [&] {
+    const PixelSize area = WindowOf(Orientation::Top).DrawingArea();
+    return Pixel{view.transform.ToWorldU(area.width / 2), view.transform.ToWorldV(area.height / 2)};
+  };
+  const float whole = view.transform.scaleu;
+  Give(Command::CentreAndZoom);  // nothing is selected
+  EXPECT_EQ(view.transform.scaleu, whole);
+  map.selection = {map.currentLayer->getEntityList()[1].get()};
+  Give(Command::CentreSelection);
+  EXPECT_NEAR(middle().x, 160, 1);
+  EXPECT_NEAR(middle().y, 0, 1);
+  EXPECT_EQ(view.transform.scaleu, whole);
+  Give(Command::CentreAndZoom);
+  EXPECT_LT(view.transform.scaleu, whole);
+  map.selection.push_back(map.currentLayer->getEntityList()[0].get());
+  Give(Command::ZoomToFit);
+  EXPECT_EQ(sink.OnlyText(), "Select one brush or group, or select nothing to see the whole map.");
+  map.selection.clear();
+  Give(Command::ZoomToFit);
+  EXPECT_EQ(view.transform.scaleu, whole);
+}
+
+TEST_F(MapWindowTest, KeysReachTheirCommandsButNotOutOfATextBox) {
+  StartNew();
+  const auto press = [&](HWND window, WPARAM key) {
+    PostMessageA(window, WM_KEYDOWN, key, 0);
+    app->Pump();
+  };
+  press(top->Drawing(), 'H');
+  EXPECT_EQ(top->View()->mapmode, MapMode::Heights);
+  press(top->Drawing(), VK_ESCAPE);
+  EXPECT_EQ(top->View()->mapmode, MapMode::Heights);
+  const HWND box = CreateWindowExA(0, "EDIT", "", WS_CHILD | WS_VISIBLE, 0, 0, 50, 20,
+                                   top->Handle(), nullptr, nullptr, nullptr);
+  press(box, 'N');
+  EXPECT_EQ(top->View()->mapmode, MapMode::Heights);
+}
+
 TEST_F(MapWindowTest, TheWindowMenuListsTheViewsByTheirTitles) {
   StartNew();
   char text[200] = "";

@@ -45,10 +45,34 @@ void Toggle(App& app, unsigned) {
   app.RefreshAll();
 }
 
+Bounds BoundsOfSelection(const Map& map) {
+  Bounds box;
+  for (const entity* selected : map.selection) box.Add(selected->GetBounds());
+  return box;
+}
+
 void ZoomToFit(App& app, unsigned) {
   const Map& map = *app.ActiveMap();
-  const Bounds everything = map.GetBounds();
-  for (MapView* view : app.views.ViewsOf(map)) view->ZoomTo(everything);
+  if (map.selection.size() > 1) {
+    app.reporter.Show("Cannot continue",
+                      "Select one brush or group, or select nothing to see the whole map.");
+    return;
+  }
+  const Bounds box = map.selection.empty() ? map.GetBounds() : BoundsOfSelection(map);
+  for (MapView* view : app.views.ViewsOf(map)) view->ZoomTo(box);
+}
+
+void CentreSelection(App& app, unsigned) {
+  const Map& map = *app.ActiveMap();
+  const Bounds box = BoundsOfSelection(map);
+  if (box.IsEmpty()) return;
+  for (MapView* view : app.views.ViewsOf(map)) view->CentreOn((box.mins + box.maxs) * 0.5f);
+}
+
+void CentreAndZoom(App& app, unsigned) {
+  const Map& map = *app.ActiveMap();
+  const Bounds box = BoundsOfSelection(map);
+  for (MapView* view : app.views.ViewsOf(map)) view->ZoomTo(box);
 }
 
 constexpr CommandHandler HANDLERS[] = {
@@ -69,6 +93,8 @@ constexpr CommandHandler HANDLERS[] = {
     {Command::DrawLightRadius, Toggle<&Options::drawLightRadius>},
     {Command::DrawTemplates, Toggle<&Options::drawTemplates>},
     {Command::RenderPointEntities, Toggle<&Options::renderPointEntities>},
+    {Command::CentreSelection, CentreSelection},
+    {Command::CentreAndZoom, CentreAndZoom},
     {Command::ZoomToFit, ZoomToFit},
 };
 

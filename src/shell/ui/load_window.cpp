@@ -65,7 +65,8 @@ void LoadWindow::ShowName() {
 
 void LoadWindow::Step(const char* format, unsigned count, unsigned part, unsigned whole) {
   const DWORD now = GetTickCount();
-  if (now - lastShown_ < SHOW_INTERVAL && part < whole) return;
+  const bool isLast = whole > 0 && part >= whole;
+  if (now - lastShown_ < SHOW_INTERVAL && !isLast) return;
   lastShown_ = now;
   char text[80];
   wsprintfA(text, format, count);

@@ -50,10 +50,11 @@ std::unique_ptr<Map> App::ReadMapFile(const std::string& path) {
   auto map = std::make_unique<Map>(data, static_cast<std::size_t>(options.undoLevels));
   const ProgressScope scope(progress, path);
   unsigned flags = 0;
-  do {
+  while (true) {
     flags = map->ReadMap(reader, flags);
+    if (map->readProgress() == 0) break;
     progress.Step("Entities: %u", map->readProgress(), reader.Offset(), reader.FileLength());
-  } while (map->readProgress() != 0);
+  }
   map->filename = path;
   map->modified = false;
   return map;
