@@ -27,6 +27,12 @@ struct Ring {
 };
 using Profile = std::vector<Ring>;
 
+// What is a half but for the last place of a cosine goes up as a half does, on every machine.
+double HalfUp(double value) {
+  constexpr double NOISE = 1e-6;
+  return std::floor(value + 0.5 + NOISE);
+}
+
 // The box as the solids see it: u and v across, w along the axis.
 class Frame {
  public:
@@ -40,28 +46,30 @@ class Frame {
     for (std::size_t i = 0; i < 3; ++i) p[axes_[i]] = Rounded(axes_[i], part[i]);
     return p;
   }
-  // The corners of all rings are multiples of the same whole steps wherever the box allows it: then
-  // the edges of two rings are exactly parallel, and the faces between them flat.
   WholePoint OnRing(const Ring& ring, double u, double v) const {
-    WholePoint p;
+    return At(u * ring.radius / FULL, v * ring.radius / FULL, ring.height);
+  }
+  // The corners of all rings as multiples of the same whole steps from the middle: the edges of two
+  // rings are exactly parallel then, and the faces between them flat.
+  WholePoint OnRingInSteps(const Ring& ring, double u, double v) const {
+    WholePoint p = At(0, 0, ring.height);
     const std::array<double, 2> part = {u, v};
     for (std::size_t i = 0; i < 2; ++i) {
-      const int axis = axes_[i];
-      p[axis] = IsDivisible() ? mins_[axis] + size_[axis] / 2 +
-                                    ring.radius * std::llround(part[i] * Eighth(axis))
-                              : Rounded(axis, part[i] * ring.radius / FULL);
+      const auto quarter = static_cast<double>(size_[axes_[i]] / (2 * FULL));
+      p[axes_[i]] += ring.radius * static_cast<std::int64_t>(std::copysign(
+                                       HalfUp(std::fabs(part[i]) * quarter), part[i]));
     }
-    p[axes_[2]] = Rounded(axes_[2], ring.height);
     return p;
+  }
+  // Whether such steps reach the sides of the box.
+  bool HasSteps() const {
+    return size_[axes_[0]] % (2 * FULL) == 0 && size_[axes_[1]] % (2 * FULL) == 0;
   }
 
  private:
-  double Eighth(int axis) const { return static_cast<double>(size_[axis] / (2 * FULL)); }
-  bool IsDivisible() const {
-    return size_[axes_[0]] % (2 * FULL) == 0 && size_[axes_[1]] % (2 * FULL) == 0;
-  }
   std::int64_t Rounded(int axis, double part) const {
-    return mins_[axis] + std::llround(static_cast<double>(size_[axis]) * (part + 1) / 2);
+    const double offset = HalfUp(static_cast<double>(size_[axis]) * (part + 1) / 2);
+    return mins_[axis] + static_cast<std::int64_t>(offset);
   }
 
   WholePoint mins_;
@@ -132,7 +140,8 @@ std::vector<Profile> ProfilesOf(PrimitiveKind kind, int sides) {
   return profiles;
 }
 
-std::vector<WholePoint> PointsOf(const Profile& profile, int sides, const Frame& frame) {
+std::vector<WholePoint> PointsOf(const Profile& profile, int sides, const Frame& frame,
+                                 bool inSteps) {
   std::vector<WholePoint> points;
   const std::vector<Corner> corners = PolygonCorners(sides);
   for (const Ring& ring : profile) {
@@ -140,7 +149,9 @@ std::vector<WholePoint> PointsOf(const Profile& profile, int sides, const Frame&
       points.push_back(frame.At(0, 0, ring.height));
       continue;
     }
-    for (const Corner& corner : corners) points.push_back(frame.OnRing(ring, corner.u, corner.v));
+    for (const auto& [u, v] : corners) {
+      points.push_back(inSteps ? frame.OnRingInSteps(ring, u, v) : frame.OnRing(ring, u, v));
+    }
   }
   return points;
 }
@@ -156,6 +167,20 @@ std::vector<WholePoint> PlainPoints(PrimitiveKind kind, const Frame& frame) {
   }
   if (kind == PrimitiveKind::Pyramid) points.push_back(frame.At(0, 0, 1));
   return points;
+}
+
+// The corners of the solids to try, the best first.
+std::vector<std::vector<WholePoint>> CandidatesOf(PrimitiveKind kind, int sides,
+                                                  const Frame& frame) {
+  if (SidesOf(kind).most == 0) return {PlainPoints(kind, frame)};
+  std::vector<std::vector<WholePoint>> candidates;
+  for (const Profile& profile : ProfilesOf(kind, sides)) {
+    if (kind != PrimitiveKind::Column && frame.HasSteps()) {
+      candidates.push_back(PointsOf(profile, sides, frame, true));
+    }
+    candidates.push_back(PointsOf(profile, sides, frame, false));
+  }
+  return candidates;
 }
 
 // Fewer faces than this are another solid than the one that was asked for.
@@ -183,7 +208,7 @@ Vec3 ToVec3(const WholePoint& p) {
 
 // Whether the windings came out at the corners of the solid: where it is too thin for the
 // tolerances they do not.
-bool HasCorners(const Brush& brush, const std::vector<HullFace>& faces) {
+bool HasCorners(const Brush& brush, std::span<const HullFace> faces) {
   if (static_cast<std::size_t>(brush.getNumFaces()) != faces.size()) return false;
   for (std::size_t i = 0; i < faces.size(); ++i) {
     const auto points = std::as_const(*brush.Faces()[i].w).Points();
@@ -196,7 +221,7 @@ bool HasCorners(const Brush& brush, const std::vector<HullFace>& faces) {
   return true;
 }
 
-bool FillBrush(Brush& brush, const std::vector<HullFace>& faces, std::string_view texture,
+bool FillBrush(Brush& brush, std::span<const HullFace> faces, std::string_view texture,
                const Map& map) {
   Reporter& reporter = map.Data().reporter;
   brush.Clear();
@@ -208,6 +233,17 @@ bool FillBrush(Brush& brush, const std::vector<HullFace>& faces, std::string_vie
   brush.ResolveTextures(map.wads);
   brush.Rebuild(reporter);
   return HasCorners(brush, faces) && IsKeepable(brush, reporter);
+}
+
+// Where many faces meet, the order in which they cut each other decides on what the tolerances
+// leave; one that goes well is kept by every file.
+bool FillBrushInSomeOrder(Brush& brush, std::vector<HullFace> faces, std::string_view texture,
+                          const Map& map) {
+  for (std::size_t tries = 0; tries < faces.size(); ++tries) {
+    if (FillBrush(brush, faces, texture, map)) return true;
+    std::ranges::rotate(faces, faces.begin() + 1);
+  }
+  return false;
 }
 
 WholePoint Whole(const Vec3& p) {
@@ -240,20 +276,14 @@ PrimitiveResult MakePrimitive(const Primitive& primitive, std::string_view textu
   if (!IsInsideWorld(box)) return {nullptr, "This would put an object outside the world."};
 
   const Frame frame(Whole(box.mins), Whole(box.maxs), primitive.axis);
-  std::vector<std::vector<WholePoint>> candidates;
-  if (range.most == 0) {
-    candidates.push_back(PlainPoints(primitive.kind, frame));
-  } else {
-    for (const Profile& profile : ProfilesOf(primitive.kind, primitive.sides)) {
-      candidates.push_back(PointsOf(profile, primitive.sides, frame));
-    }
-  }
   EntityPtr object = std::make_unique<entity>(*map.classSet);
-  for (const std::vector<WholePoint>& points : candidates) {
+  for (const auto& points : CandidatesOf(primitive.kind, primitive.sides, frame)) {
     const std::vector<HullFace> faces = ConvexHull(points);
     const bool fits =
         faces.size() >= LeastFaces(primitive.kind, primitive.sides) && faces.size() <= MAXFACES;
-    if (fits && FillBrush(object->brush, faces, texture, map)) return {std::move(object), {}};
+    if (fits && FillBrushInSomeOrder(object->brush, faces, texture, map)) {
+      return {std::move(object), {}};
+    }
   }
   return {nullptr, range.most == 0 ? "The box is too small."
                                    : "The box is too small for this number of sides."};

@@ -43,6 +43,15 @@ Points OnPlane(const Points& points, const WholePoint& origin, const WholePoint&
   return flat;
 }
 
+// The normal of the steepest plane through an edge: if that has all points behind it, it looks out.
+WholePoint SteepestNormal(const Points& points, const WholePoint& from, const WholePoint& to) {
+  WholePoint normal;
+  for (const WholePoint& p : points) {
+    if (normal == WholePoint() || Dot(p - from, normal) > 0) normal = Cross(p - from, to - from);
+  }
+  return normal;
+}
+
 }  // namespace
 
 std::vector<HullFace> ConvexHull(std::span<const WholePoint> given) {
@@ -51,23 +60,15 @@ std::vector<HullFace> ConvexHull(std::span<const WholePoint> given) {
     if (std::ranges::find(points, p) == points.end()) points.push_back(p);
   }
   std::vector<HullFace> faces;
-  const auto index = [&](const WholePoint& p) { return std::ranges::find(points, p); };
-  for (auto a = points.begin(); a != points.end(); ++a) {
-    for (auto b = a + 1; b != points.end(); ++b) {
-      for (auto c = b + 1; c != points.end(); ++c) {
-        const WholePoint normal = Cross(*b - *a, *c - *a);
-        if (normal == WholePoint()) continue;
-        for (const WholePoint& outwards : {normal, -normal}) {
-          const Points flat = OnPlane(points, *a, outwards);
-          // Each plane is met once for every three of its points: the first three count.
-          if (flat.empty() || flat.size() == points.size()) continue;
-          const auto third = std::ranges::find_if(
-              flat, [&](const WholePoint& p) { return Cross(*b - *a, p - *a) != WholePoint(); });
-          if (index(flat[0]) == a && index(flat[1]) == b && *third == *c) {
-            faces.push_back(Outline(flat, outwards));
-          }
-        }
-      }
+  for (const WholePoint& a : points) {
+    for (const WholePoint& b : points) {
+      const WholePoint normal = SteepestNormal(points, a, b);
+      if (normal == WholePoint()) continue;
+      const Points flat = OnPlane(points, a, normal);
+      if (flat.empty() || flat.size() == points.size()) continue;
+      // A face is met at each of its edges; the first one counts.
+      const HullFace outline = Outline(flat, normal);
+      if (outline[0] == a && outline[1] == b) faces.push_back(outline);
     }
   }
   return faces;

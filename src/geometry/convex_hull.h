@@ -15,8 +15,8 @@ using WholePoint = BasicVec3<std::int64_t>;
 // face are no corners.
 using HullFace = std::vector<WholePoint>;
 
-// Empty when all points lie in one plane. For up to about a hundred points, none beyond 100,000
-// units: the work grows with the fourth power of their number.
+// Empty when all points lie in one plane. For up to a few hundred points, none beyond 100,000
+// units: the work grows with the third power of their number.
 std::vector<HullFace> ConvexHull(std::span<const WholePoint> points);
 
 }  // namespace ferrowand
