@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <random>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -327,14 +328,16 @@ TEST_F(CsgTest, RealMapsAreCutIntoSoundPiecesAndComeBack) {
     const std::string before = ExtendedText(*map);
     const double volume = VolumeBelow(*map);
     int brushes = 0;
+    std::set<const entity*> unsound;  // some have a face twice
     ForEachEntity(*map, [&](const entity& e) {
       const bool isTenth = e.brush.getNumFaces() > 0 && ++brushes % 10 == 0;
+      if (e.brush.getNumFaces() > 0 && !IsSolid(e.brush)) unsound.insert(&e);
       if (isTenth) map->selection.push_back(const_cast<entity*>(&e));
     });
     SubtractSelection(*map);
     EXPECT_LE(VolumeBelow(*map), volume);
     ForEachEntity(*map, [&](const entity& e) {
-      if (e.brush.getNumFaces() == 0) return;
+      if (e.brush.getNumFaces() == 0 || unsound.contains(&e)) return;
       EXPECT_TRUE(IsSolid(e.brush)) << file.path();
     });
     map->undo.Undo();
