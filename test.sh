@@ -25,6 +25,12 @@ step "Build win64" build win64
 
 step "Wine" use_wine
 step "Virtual display" start_display 1280x1000
+# Without a window manager Wine waits seconds for an answer to each window that it wants managed.
+wine_alone() {
+  wine reg add 'HKCU\Software\Wine\AppDefaults\ferrowand_ui_tests.exe\X11 Driver' \
+    /v Managed /d N /f >/dev/null 2>&1
+}
+step "Wine without a window manager" wine_alone
 windows_tests() {
   local tests
   for tests in ferrowand_tests ferrowand_ui_tests; do
