@@ -185,6 +185,53 @@ void GiveBack(EditStep& step, std::span<entity* const> objects) {
   }
 }
 
+void AddTargets(const entity& e, std::vector<const Brush*>& brushes) {
+  if (!e.IsVisible() || !e.IsEnabled()) return;
+  if (e.brush.getNumFaces() > 0) brushes.push_back(&e.brush);
+  for (const EntityPtr& child : e.getEntityList()) AddTargets(*child, brushes);
+}
+
+// The parts of one brush inside any of the others; what lies in several is taken once.
+class Intersection {
+ public:
+  Intersection(std::vector<const Brush*> cutters, const ClassSet& classes, Reporter& reporter)
+      : cutters_(std::move(cutters)),
+        boxes_(BoxesOf(cutters_)),
+        classes_(classes),
+        reporter_(reporter) {}
+
+  // False when a part would be lost.
+  bool Add(const Brush& target, entity& holder) const;
+
+ private:
+  std::vector<const Brush*> cutters_;
+  BoxTree boxes_;
+  const ClassSet& classes_;
+  Reporter& reporter_;
+};
+
+bool Intersection::Add(const Brush& target, entity& holder) const {
+  std::vector<EntityPtr> outside;
+  outside.push_back(std::make_unique<entity>(classes_));
+  outside.back()->brush = target.Copy();
+  for (const std::size_t cutter : boxes_.Overlapping(target.Box())) {
+    std::vector<EntityPtr> next;
+    for (const EntityPtr& piece : outside) {
+      Carving carving =
+          Carve(piece->brush, *cutters_[cutter], classes_, CapTexture::First, reporter_);
+      if (!carving.isWhole) return false;
+      std::ranges::move(carving.outside, std::back_inserter(next));
+      if (carving.inside.getNumFaces() == 0) continue;
+      if (!IsKeepable(carving.inside, reporter_)) return false;
+      EntityPtr common = std::make_unique<entity>(classes_);
+      common->brush = std::move(carving.inside);
+      holder.AddChild(std::move(common));
+    }
+    outside = std::move(next);
+  }
+  return true;
+}
+
 }  // namespace
 
 CsgCount Subtract(entity& target, const Brush& cutter, EditStep& step) {
@@ -221,55 +268,6 @@ void SubtractSelection(Map& map) {
   }
   ReportUncut(count.uncut, map.Data().reporter);
 }
-
-namespace {
-
-void AddTargets(const entity& e, std::vector<const Brush*>& brushes) {
-  if (!e.IsVisible() || !e.IsEnabled()) return;
-  if (e.brush.getNumFaces() > 0) brushes.push_back(&e.brush);
-  for (const EntityPtr& child : e.getEntityList()) AddTargets(*child, brushes);
-}
-
-// The parts of one brush inside any of the others; what lies in several is taken once.
-class Intersection {
- public:
-  Intersection(std::vector<const Brush*> cutters, const ClassSet& classes, Reporter& reporter)
-      : cutters_(std::move(cutters)),
-        boxes_(BoxesOf(cutters_)),
-        classes_(classes),
-        reporter_(reporter) {}
-
-  // False when a part would be lost.
-  bool Add(const Brush& target, entity& holder) const {
-    std::vector<EntityPtr> outside;
-    outside.push_back(std::make_unique<entity>(classes_));
-    outside.back()->brush = target.Copy();
-    for (const std::size_t cutter : boxes_.Overlapping(target.Box())) {
-      std::vector<EntityPtr> next;
-      for (const EntityPtr& piece : outside) {
-        Carving carving =
-            Carve(piece->brush, *cutters_[cutter], classes_, CapTexture::First, reporter_);
-        if (!carving.isWhole) return false;
-        std::ranges::move(carving.outside, std::back_inserter(next));
-        if (carving.inside.getNumFaces() == 0) continue;
-        if (!IsKeepable(carving.inside, reporter_)) return false;
-        EntityPtr common = std::make_unique<entity>(classes_);
-        common->brush = std::move(carving.inside);
-        holder.AddChild(std::move(common));
-      }
-      outside = std::move(next);
-    }
-    return true;
-  }
-
- private:
-  std::vector<const Brush*> cutters_;
-  BoxTree boxes_;
-  const ClassSet& classes_;
-  Reporter& reporter_;
-};
-
-}  // namespace
 
 entity* IntersectSelection(Map& map) {
   const std::vector<entity*> objects = SelectedRoots(map);

@@ -20,6 +20,9 @@ namespace {
 
 constexpr int FULL = 4;  // radii are counted in quarters
 
+// Of a quarter radius, from one side of the box to the other.
+constexpr std::int64_t STEPS = 2 * FULL;
+
 // A circle of corners round the axis. A radius of 0 is a single corner.
 struct Ring {
   int radius;     // 0 .. FULL
@@ -55,16 +58,14 @@ class Frame {
     WholePoint p = At(0, 0, ring.height);
     const std::array<double, 2> part = {u, v};
     for (std::size_t i = 0; i < 2; ++i) {
-      const auto quarter = static_cast<double>(size_[axes_[i]] / (2 * FULL));
+      const auto quarter = static_cast<double>(size_[axes_[i]]) / STEPS;
       p[axes_[i]] += ring.radius * static_cast<std::int64_t>(std::copysign(
                                        HalfUp(std::fabs(part[i]) * quarter), part[i]));
     }
     return p;
   }
   // Whether such steps reach the sides of the box.
-  bool HasSteps() const {
-    return size_[axes_[0]] % (2 * FULL) == 0 && size_[axes_[1]] % (2 * FULL) == 0;
-  }
+  bool HasSteps() const { return size_[axes_[0]] % STEPS == 0 && size_[axes_[1]] % STEPS == 0; }
 
  private:
   std::int64_t Rounded(int axis, double part) const {
@@ -241,7 +242,7 @@ bool FillBrushInSomeOrder(Brush& brush, std::vector<HullFace> faces, std::string
                           const Map& map) {
   for (std::size_t tries = 0; tries < faces.size(); ++tries) {
     if (FillBrush(brush, faces, texture, map)) return true;
-    std::ranges::rotate(faces, faces.begin() + 1);
+    std::rotate(faces.begin(), faces.begin() + 1, faces.end());
   }
   return false;
 }

@@ -209,6 +209,17 @@ TEST_F(CsgTest, ACutterThroughTheTargetLeavesAPieceAFaceAsItsChildren) {
   EXPECT_EQ(ExtendedText(*map), before);
 }
 
+TEST_F(CsgTest, CutsReachTheBoundsOfTheWorld) {
+  const auto map = ReadText(World(Named("target", Faces(-8192, -8192, -8192, 8192, 8192, 8192)) +
+                                  Named("cutter", Faces(8000, 8000, 8000, 8192, 8192, 8192))));
+  Select(*map, {"cutter"});
+  SubtractSelection(*map);
+  const entity& target = Find(*map, "target");
+  ASSERT_EQ(target.getEntityList().size(), 3u);
+  for (const EntityPtr& piece : target.getEntityList()) EXPECT_TRUE(IsOnWholeUnits(piece->brush));
+  EXPECT_DOUBLE_EQ(VolumeBelow(target), std::pow(16384.0, 3) - std::pow(192.0, 3));
+}
+
 TEST_F(CsgTest, OnlyWhatOverlapsIsTouched) {
   const auto map = ReadText(World(Named("beside", Faces(64, 0, 0, 128, 64, 64)) +
                                   Named("cutter", Faces(0, 0, 0, 64, 64, 64)) +
