@@ -21,7 +21,7 @@ namespace {
 constexpr int FULL = 4;  // radii are counted in quarters
 
 // Of a quarter radius, from one side of the box to the other.
-constexpr std::int64_t STEPS = 2 * FULL;
+constexpr int STEPS = 2 * FULL;
 
 // A circle of corners round the axis. A radius of 0 is a single corner.
 struct Ring {
