@@ -34,11 +34,31 @@ class ScriptedDialogs : public Dialogs {
     return command;
   }
   void ShowAbout(HWND) override { ++abouts; }
+  std::optional<std::vector<std::string>> Ask(HWND, const Form& form) override {
+    forms.push_back(form);
+    if (answers.empty()) return std::nullopt;
+    const std::vector<std::string> answer = answers.front();
+    answers.pop_front();
+    return answer;
+  }
 
   std::deque<std::string> files;
   std::deque<unsigned> commands;
+  std::deque<std::vector<std::string>> answers;
   std::vector<FileChoice> asked;
+  std::vector<Form> forms;
   int abouts = 0;
+};
+
+class TestClipboard : public Clipboard {
+ public:
+  std::string Text(HWND) override { return text; }
+  bool SetText(HWND, const std::string& newText) override {
+    text = newText;
+    return true;
+  }
+
+  std::string text;
 };
 
 // Two boxes: 64 units around the origin, and one to its right.
@@ -80,7 +100,7 @@ class AppTest : public testing::Test {
   }
   bool StartWithStore(const std::string& commandLine = "") {
     app = std::make_unique<App>(GetModuleHandleA(nullptr),
-                                Seams{sink, dialogs, *settings, FERROWAND_DATA});
+                                Seams{sink, dialogs, clipboard, *settings, FERROWAND_DATA});
     const bool started = app->Start(commandLine);
     app->Pump();
     return started;
@@ -127,6 +147,7 @@ class AppTest : public testing::Test {
   TempDir dir;
   MessageRecorder sink;
   ScriptedDialogs dialogs;
+  TestClipboard clipboard;
   std::unique_ptr<SettingsStore> settings;
   Options saved;
   std::unique_ptr<App> app;

@@ -344,7 +344,7 @@ TEST_F(MapWindowTest, WhatAToolInvertsSurvivesRepaintsAndLeavesNoTrace) {
   StartNew();
   Give(Command::GridToggle);
   FrameTool tool;
-  app->tool = &tool;
+  app->tools.Use(tool);
   top->Invalidate();
   const auto row = [&](int y) { return PixelOf(*top, 60, y); };
   EXPECT_EQ(row(30), RGB(0, 0, 0));
@@ -358,7 +358,7 @@ TEST_F(MapWindowTest, WhatAToolInvertsSurvivesRepaintsAndLeavesNoTrace) {
   top->Invalidate();
   EXPECT_EQ(row(30), RGB(255, 255, 255));
   EXPECT_EQ(row(35), RGB(0, 0, 0));
-  app->tool = nullptr;
+  app->tools.Use(app->tools.entitySelector);
 }
 
 // Notes what reaches the tool.
@@ -378,7 +378,7 @@ class NotingTool : public Tool {
 TEST_F(MapWindowTest, MouseWorkReachesTheToolWithTheMiddleButtonAsTheRightOne) {
   StartNew();
   NotingTool tool;
-  app->tool = &tool;
+  app->tools.Use(tool);
   const auto send = [&](UINT message, WPARAM keys, int x, int y) {
     SendMessageA(top->Drawing(), message, keys, MAKELPARAM(x, y));
   };
@@ -393,7 +393,7 @@ TEST_F(MapWindowTest, MouseWorkReachesTheToolWithTheMiddleButtonAsTheRightOne) {
   send(WM_LBUTTONUP, 0, 3, 4);
   EXPECT_EQ(tool.log,
             "down 5,6 1;move -7,6 1;up -7,6 1;down 1,2 2;up 1,2 2;double 3,4 1;up 3,4 1;");
-  app->tool = nullptr;
+  app->tools.Use(app->tools.entitySelector);
 }
 
 }  // namespace

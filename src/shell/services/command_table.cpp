@@ -35,6 +35,20 @@ template <std::uint8_t mode>
 bool InMode(const CommandFacts& facts) {
   return facts.hasView && facts.mapMode == mode;
 }
+template <Command mode>
+bool InUse(const CommandFacts& facts) {
+  return facts.hasMap && facts.mode == mode;
+}
+bool TakesPartial(const CommandFacts& facts) {
+  return facts.hasMap && !facts.selectsFull;
+}
+bool TakesFull(const CommandFacts& facts) {
+  return facts.hasMap && facts.selectsFull;
+}
+template <int axis>
+bool Limited(const CommandFacts& facts) {
+  return facts.hasMap && (facts.limitedAxes >> axis & 1) != 0;
+}
 bool Classnames(const CommandFacts& facts) {
   return facts.options->entityNames != 0;
 }
@@ -85,16 +99,18 @@ constexpr CommandRow MAINMENU[] = {
     {Command::FindEntity, "Edit", "&Find Entity...", "Ctrl+Shift+F", HasMap},
     {Command::FindTexture, "Edit", "Find &Texture...", "", HasMap},
     {Command::ReplaceTexture, "Edit", "R&eplace Texture...", "", HasMap},
-    {Command::ModeEntity, "Modes", "&Entity", "Ctrl+E", HasMap},
-    {Command::ModeBrush, "Modes", "&Brush", "Ctrl+B", HasMap},
-    {Command::BrushHandles, "Modes", "Brush &Handles", "Ctrl+M", HasMap},
-    {Command::SelectPartial, "Modes", "Select &partial", "", HasMap},
-    {Command::SelectFull, "Modes", "&Select full", "", HasMap},
-    {Command::SelectMultiple, "Modes", "Select Multiple Entities", "", HasMap},
+    {Command::ModeEntity, "Modes", "&Entity", "Ctrl+E", HasMap, InUse<Command::ModeEntity>},
+    {Command::ModeBrush, "Modes", "&Brush", "Ctrl+B", HasMap, InUse<Command::ModeBrush>},
+    {Command::BrushHandles, "Modes", "Brush &Handles", "Ctrl+M", HasMap,
+     InUse<Command::BrushHandles>},
+    {Command::SelectPartial, "Modes", "Select &partial", "", HasMap, TakesPartial},
+    {Command::SelectFull, "Modes", "&Select full", "", HasMap, TakesFull},
+    {Command::SelectMultiple, "Modes", "Select Multiple Entities", "", HasMap,
+     InUse<Command::SelectMultiple>},
     {Command::LayPath, "Modes", "&Lay path", "", HasMap},
     {Command::SelectNext, "Modes", "&Next", "TAB", HasMap},
     {Command::FaceEdit, "Modes", "&Face edit", "Ctrl+F", HasMap},
-    {Command::TouchUp, "Modes", "&Touch up", "Ctrl+U", HasMap},
+    {Command::TouchUp, "Modes", "&Touch up", "Ctrl+U", HasMap, InUse<Command::TouchUp>},
     {Command::OperateMatrix, "Operate", "&Matrix...", "", HasMap},
     {Command::ScaleFlip, "Operate", "S&cale/Flip...", "", HasMap},
     {Command::CsgSubtraction, "Operate", "CSG &Subtraction", "S", HasMap},
@@ -183,9 +199,9 @@ constexpr CommandRow OTHERS[] = {
     {Command::ToolPrimitive, "", "", "", HasMap},
     {Command::ToolRecolour3D, "", "", "", HasMap},
     {Command::ToolUpdate3D, "", "", "", HasMap},
-    {Command::ToolLimitX, "", "", "", HasView},
-    {Command::ToolLimitY, "", "", "", HasView},
-    {Command::ToolLimitZ, "", "", "", HasView},
+    {Command::ToolLimitX, "", "", "", HasView, Limited<0>},
+    {Command::ToolLimitY, "", "", "", HasView, Limited<1>},
+    {Command::ToolLimitZ, "", "", "", HasView, Limited<2>},
     {Command::ToolMapMode, "", "", "", HasView},
     {Command::ToolNewWindow, "", "", "", HasMap},
 };

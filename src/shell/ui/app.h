@@ -17,22 +17,24 @@
 #include "shell/services/options.h"
 #include "shell/services/report.h"
 #include "shell/ui/child_window.h"
+#include "shell/ui/clipboard.h"
 #include "shell/ui/dialogs.h"
 #include "shell/ui/frame.h"
 #include "shell/ui/gdi_canvas.h"
 #include "shell/ui/load_window.h"
 #include "shell/ui/tips.h"
+#include "shell/ui/tool_windows.h"
 #include "shell/ui/window_classes.h"
 #include "views/map_view.h"
+#include "views/tools/tool_set.h"
 
 namespace ferrowand {
-
-class Tool;
 
 // What the program meets outside itself. All outlive it.
 struct Seams {
   MessageSink& sink;
   Dialogs& dialogs;
+  Clipboard& clipboard;
   SettingsStore& settings;
   std::string directory;  // the current one
 };
@@ -90,9 +92,12 @@ class App {
   // Nothing happens when the command is not available.
   void Execute(unsigned id);
   void TrackCommandPopup(HMENU menu);
+  // One of those that are loaded at the start, as it is tracked.
+  HMENU Popup(unsigned resource) const;
 
   HINSTANCE instance;
   Dialogs& dialogs;
+  Clipboard& clipboard;
   SettingsStore& settings;
   std::string directory;
   Reporter reporter;
@@ -104,8 +109,9 @@ class App {
   GdiObjects objects;
   BackBuffer backBuffer;
   std::map<unsigned, OwnedMenu> popups;  // by resource
-  Tool* tool = nullptr;                  // the current one
   ViewList views;
+  ToolWindows toolWindows{*this};
+  ToolSet tools{toolWindows, views, options};
   std::vector<std::unique_ptr<Map>> maps;
   std::vector<std::unique_ptr<ChildWindow>> windows;
   Frame frame;

@@ -9,24 +9,53 @@ namespace ferrowand {
 namespace {
 
 const CommandHandler* HandlerOf(Command command) {
-  for (const auto handlers : {FileCommands(), ViewCommands(), WindowCommands()}) {
+  for (const auto handlers : {FileCommands(), EditCommands(), ModeCommands(), OperateCommands(),
+                              InsertCommands(), ViewCommands(), WindowCommands()}) {
     const auto handler = std::ranges::find(handlers, command, &CommandHandler::command);
     if (handler != handlers.end()) return &*handler;
   }
   return nullptr;
 }
 
+// The mode that the current tool stands for.
+Command ModeOf(const ToolSet& tools) {
+  const Tool* tool = tools.Current();
+  if (tool == &tools.entitySelector) return Command::ModeEntity;
+  if (tool == &tools.brushSelector) return Command::ModeBrush;
+  if (tool == &tools.brushTool) return Command::BrushHandles;
+  if (tool == &tools.multiSelector) return Command::SelectMultiple;
+  if (tool == &tools.vertexTool) return Command::TouchUp;
+  return {};
+}
+
 }  // namespace
+
+void Conclude(App& app, Map& map, EditResult result) {
+  if (result != EditResult::Done) app.reporter.Show("Cannot continue", Reason(result));
+  app.RefreshMap(map);
+  app.SetTitles(map);
+}
+
+bool RequireSelection(App& app, const char* title, const char* text) {
+  if (!app.ActiveMap()->selection.empty()) return true;
+  app.reporter.Show(title, text);
+  return false;
+}
 
 CommandFacts App::Facts() const {
   CommandFacts facts;
   facts.options = &options;
+  facts.mode = ModeOf(tools);
+  facts.selectsFull = tools.boxRule == BoxRule::Full;
   if (const Map* map = ActiveMap()) {
     facts.hasMap = true;
     facts.canUndo = map->undo.CanUndo();
     facts.canRedo = map->undo.CanRedo();
     facts.grid = (map->optionBits & MAP_GRID) != 0;
     facts.snap = (map->optionBits & MAP_SNAP) != 0;
+    for (int axis = 0; axis < 3; ++axis) {
+      facts.limitedAxes |= static_cast<std::uint8_t>(tools.IsAxisLimited(*map, axis) << axis);
+    }
   }
   if (const MapView* view = ActiveView()) {
     facts.hasView = true;
@@ -50,6 +79,11 @@ void App::Execute(unsigned id) {
   if (progress.IsLoading() || !IsAvailable(id)) return;
   HandlerOf(FindCommand(id)->command)->run(*this, id);
   frame.RefreshToolbar();
+}
+
+HMENU App::Popup(unsigned resource) const {
+  const auto popup = popups.find(resource);
+  return popup == popups.end() ? nullptr : GetSubMenu(popup->second.get(), 0);
 }
 
 void App::TrackCommandPopup(HMENU menu) {

@@ -3,11 +3,13 @@
 
 #include <span>
 
+#include "document/edit/edit_result.h"
 #include "shell/services/command_table.h"
 
 namespace ferrowand {
 
 class App;
+class Map;
 
 struct CommandHandler {
   Command command;
@@ -15,7 +17,17 @@ struct CommandHandler {
   void (*run)(App& app, unsigned id);
 };
 
+// The end of every command on a map: its windows show what it did, or the user reads why it did
+// nothing.
+void Conclude(App& app, Map& map, EditResult result);
+// Whether something is selected; says the text otherwise.
+bool RequireSelection(App& app, const char* title, const char* text);
+
 std::span<const CommandHandler> FileCommands();
+std::span<const CommandHandler> EditCommands();
+std::span<const CommandHandler> ModeCommands();
+std::span<const CommandHandler> OperateCommands();
+std::span<const CommandHandler> InsertCommands();
 std::span<const CommandHandler> ViewCommands();
 std::span<const CommandHandler> WindowCommands();
 

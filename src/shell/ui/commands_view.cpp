@@ -36,7 +36,7 @@ void SetMode(App& app, unsigned) {
 }
 
 void ChooseMode(App& app, unsigned) {
-  app.TrackCommandPopup(app.popups[ID_POPUP_MAP_MODE].get());
+  app.TrackCommandPopup(app.Popup(ID_POPUP_MAP_MODE));
 }
 
 template <std::uint8_t Options::*option>

@@ -36,7 +36,7 @@ void NewView(App& app, unsigned) {
 }
 
 void ChooseNewView(App& app, unsigned) {
-  app.TrackCommandPopup(app.popups[ID_POPUP_NEW_VIEW].get());
+  app.TrackCommandPopup(app.Popup(ID_POPUP_NEW_VIEW));
 }
 
 constexpr CommandHandler HANDLERS[] = {

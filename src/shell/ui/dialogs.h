@@ -6,6 +6,9 @@
 
 #include <optional>
 #include <string>
+#include <vector>
+
+#include "shell/ui/form_dialog.h"
 
 namespace ferrowand {
 
@@ -27,6 +30,8 @@ class Dialogs {
   // The command chosen, 0 for none. The owner receives no command message.
   virtual unsigned TrackPopup(HWND owner, HMENU menu, POINT screen) = 0;
   virtual void ShowAbout(HWND owner) = 0;
+  // The values of the fields, or nothing when the user thinks better of it.
+  virtual std::optional<std::vector<std::string>> Ask(HWND owner, const Form& form) = 0;
 };
 
 class SystemDialogs : public Dialogs {
@@ -34,6 +39,7 @@ class SystemDialogs : public Dialogs {
   std::optional<std::string> ChooseFile(HWND owner, const FileChoice& choice) override;
   unsigned TrackPopup(HWND owner, HMENU menu, POINT screen) override;
   void ShowAbout(HWND owner) override;
+  std::optional<std::vector<std::string>> Ask(HWND owner, const Form& form) override;
 };
 
 }  // namespace ferrowand

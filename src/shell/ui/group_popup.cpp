@@ -21,16 +21,6 @@ void AppendSeparator(HMENU menu) {
   AppendMenuA(menu, MF_SEPARATOR, 0, nullptr);
 }
 
-std::vector<std::string> GroupFiles(const Options& options) {
-  std::vector<std::string> names = ListFiles(options.groupsDirectory, ".xmp");
-  for (std::string& name : ListFiles(options.groupsDirectory, ".map")) {
-    names.push_back(std::move(name));
-  }
-  const std::size_t room = Id(Command::LastGroupFile) - Id(Command::GroupFile);
-  if (names.size() > room) names.resize(room);
-  return names;
-}
-
 HMENU MakeGroupDirectory(const Options& options) {
   const HMENU menu = CreatePopupMenu();
   unsigned id = Id(Command::GroupFile);
@@ -48,6 +38,16 @@ HMENU MakePreviousFiles(const Options& options) {
 }
 
 }  // namespace
+
+std::vector<std::string> GroupFiles(const Options& options) {
+  std::vector<std::string> names = ListFiles(options.groupsDirectory, ".xmp");
+  for (std::string& name : ListFiles(options.groupsDirectory, ".map")) {
+    names.push_back(std::move(name));
+  }
+  const std::size_t room = Id(Command::LastGroupFile) - Id(Command::GroupFile);
+  if (names.size() > room) names.resize(room);
+  return names;
+}
 
 OwnedMenu MakeGroupPopup(const Options& options) {
   OwnedMenu menu(CreatePopupMenu());

@@ -10,8 +10,9 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int) {
   using namespace ferrowand;
   MessageBoxSink sink;
   SystemDialogs dialogs;
+  SystemClipboard clipboard;
   const auto settings = MakeRegistrySettingsStore();
-  App app(instance, {sink, dialogs, *settings, CurrentDirectory()});
+  App app(instance, {sink, dialogs, clipboard, *settings, CurrentDirectory()});
   if (!app.Start(commandLine)) return 0;
   return app.Run();
 }

@@ -99,7 +99,7 @@ void MapWindow::OnCreate() {
   AppendMenuA(menu, MF_SEPARATOR, 0, nullptr);
   AppendMenuA(menu, MF_STRING | MF_CHECKED, ID_CONTROLS, "Controls");
 
-  view_ = std::make_unique<MapView>(map_, *this, app_.views, app_.options, app_.tool);
+  view_ = std::make_unique<MapView>(map_, *this, app_.views, app_.options, app_.tools.Current());
   Layout();
   view_->CentreOn({0, 0, 0});
 }
@@ -166,7 +166,7 @@ void MapWindow::OnStatusButton(int id) {
       view_->ToggleGridAndSnap();
       break;
     case ID_MAP_MODE_BUTTON:
-      app_.TrackCommandPopup(app_.popups[ID_POPUP_MAP_MODE].get());
+      app_.TrackCommandPopup(app_.Popup(ID_POPUP_MAP_MODE));
       break;
   }
   SetFocus(drawing_);
@@ -228,6 +228,9 @@ LRESULT MapWindow::OnClientMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_CLOSE:
       app_.CloseWindow(*this);
       return 0;
+    case WM_DESTROY:
+      app_.tools.Current()->Cancel();
+      break;
     case WM_NCDESTROY: {
       const HWND window = window_;
       SetObject(window, nullptr);

@@ -26,6 +26,9 @@
 
 #define ID_ABOUT 1024
 
+#define ID_FORM 1025
+#define ID_FORM_VALUE 100  // the first of as many as there are fields
+
 #define ID_TOOLBAR_BITMAP 2200
 
 // Of a 2D view's window.

@@ -13,6 +13,7 @@ namespace ferrowand {
 App::App(HINSTANCE instance_, const Seams& seams)
     : instance(instance_),
       dialogs(seams.dialogs),
+      clipboard(seams.clipboard),
       settings(seams.settings),
       directory(seams.directory),
       reporter(seams.sink),

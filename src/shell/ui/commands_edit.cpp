@@ -1,0 +1,133 @@
+// The Edit menu, but for Undo and Redo.
+#include "document/edit/arrange.h"
+#include "document/edit/clipboard.h"
+#include "document/edit/groups.h"
+#include "document/edit/insert.h"
+#include "document/edit/selection.h"
+#include "gamedata/class_set.h"
+#include "shell/services/number_text.h"
+#include "shell/ui/app.h"
+#include "shell/ui/commands.h"
+
+namespace ferrowand {
+namespace {
+
+bool Put(App& app, const std::string& text) {
+  if (app.clipboard.SetText(app.frame.Handle(), text)) return true;
+  app.reporter.Show("Cannot continue", "Another program keeps the clipboard");
+  return false;
+}
+
+// Cut takes nothing out that has not arrived on the clipboard.
+template <bool cut>
+void Take(App& app, unsigned) {
+  Map& map = *app.ActiveMap();
+  const std::string text = SelectionText(map);
+  if (text.empty()) return Conclude(app, map, EditResult::NothingSelected);
+  if (Put(app, text) && cut) Conclude(app, map, DeleteSelection(map));
+}
+
+void Paste(App& app, unsigned) {
+  Map& map = *app.ActiveMap();
+  Conclude(app, map, PasteText(map, app.clipboard.Text(app.frame.Handle())));
+}
+
+void Clear(App& app, unsigned) {
+  Map& map = *app.ActiveMap();
+  Conclude(app, map, DeleteSelection(map));
+}
+
+void SelectNothing(App& app, unsigned) {
+  Map& map = *app.ActiveMap();
+  SelectNone(map);
+  app.RefreshMap(map);
+}
+
+// To the right and down by one step of the grid, so that the copy is seen.
+void Duplicate(App& app, unsigned) {
+  Map& map = *app.ActiveMap();
+  Vec3 offset;
+  if (const MapView* view = app.ActiveView()) {
+    offset[view->transform.orienu] = static_cast<float>(1 << view->gridu);
+    offset[view->transform.orienv] = -static_cast<float>(1 << view->gridv);
+  }
+  Conclude(app, map, DuplicateSelection(map, offset, {}));
+}
+
+void DuplicateMany(App& app, unsigned) {
+  Map& map = *app.ActiveMap();
+  if (map.selection.empty()) return Conclude(app, map, EditResult::NothingSelected);
+  const auto answer = app.dialogs.Ask(app.frame.Handle(), {"Multi Dupe",
+                                                           {{"Copies", "1", {}},
+                                                            {"Offset along X", "64", {}},
+                                                            {"Offset along Y", "0", {}},
+                                                            {"Offset along Z", "0", {}},
+                                                            {"Turn about X (degrees)", "0", {}},
+                                                            {"Turn about Y (degrees)", "0", {}},
+                                                            {"Turn about Z (degrees)", "0", {}}}});
+  if (!answer) return;
+  MultiDuplicate how{.count = ParseInt(answer->front()), .offset = {}, .turn = {}};
+  for (std::size_t i = 0; i < 3; ++i) {
+    const auto axis = static_cast<int>(i);
+    how.offset[axis] = static_cast<float>(ParseFloat((*answer)[1 + i]));
+    how.turn[axis] = ParseFloat((*answer)[4 + i]);
+  }
+  if (how.count > 0) Conclude(app, map, DuplicateSelection(map, how, {}));
+}
+
+HMENU MakeClassMenu(const std::vector<ClassMenuItem>& items) {
+  const HMENU menu = CreatePopupMenu();
+  for (const ClassMenuItem& item : items) {
+    const bool isGroup = !item.items.empty();
+    AppendMenuA(menu, isGroup ? MF_POPUP : MF_STRING,
+                isGroup ? reinterpret_cast<UINT_PTR>(MakeClassMenu(item.items)) : item.id,
+                item.text.c_str());
+  }
+  return menu;
+}
+
+// In the middle of what the view shows, as deep as the selection.
+Vec3 PlaceForNew(const MapView& view) {
+  const PixelSize area = view.DrawingArea();
+  const Bounds selected = SelectionBounds(view.map);
+  Vec3 at;
+  if (!selected.IsEmpty()) at = (selected.mins + selected.maxs) * 0.5f;
+  const int u = view.transform.ToWorldU(area.width / 2);
+  const int v = view.transform.ToWorldV(area.height / 2);
+  const bool snap = (view.map.optionBits & MAP_SNAP) != 0;
+  at[view.transform.orienu] = static_cast<float>(snap ? view.SnapU(u) : u);
+  at[view.transform.orienv] = static_cast<float>(snap ? view.SnapV(v) : v);
+  return at;
+}
+
+// A class without a size of its own is made of the selected brushes.
+void Insert(App& app, unsigned) {
+  Map& map = *app.ActiveMap();
+  const MapView* view = app.ActiveView();
+  if (!view) view = app.views.ViewsOf(map).front();
+  const OwnedMenu menu(MakeClassMenu(map.classSet->Menu()));
+  POINT at;
+  GetCursorPos(&at);
+  // Owned by the view: the frame would take the numbers of classes for commands.
+  const unsigned id = app.dialogs.TrackPopup(app.ActiveWindow()->Handle(), menu.get(), at);
+  const EntityClass* chosen = map.classSet->ClassOfMenuId(id);
+  if (!chosen) return;
+  Conclude(app, map,
+           chosen->HasSizeBox() ? InsertEntity(map, *chosen, PlaceForNew(*view))
+                                : GroupSelectionAs(map, *chosen));
+}
+
+constexpr CommandHandler HANDLERS[] = {
+    {Command::Insert, Insert},       {Command::Cut, Take<true>},
+    {Command::Copy, Take<false>},    {Command::Paste, Paste},
+    {Command::Clear, Clear},         {Command::SelectNone, SelectNothing},
+    {Command::Duplicate, Duplicate}, {Command::MultiDuplicate, DuplicateMany},
+};
+
+}  // namespace
+
+std::span<const CommandHandler> EditCommands() {
+  return HANDLERS;
+}
+
+}  // namespace ferrowand

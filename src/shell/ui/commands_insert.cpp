@@ -1,0 +1,132 @@
+// What comes into a map as a whole: layers, instances of templates, embedded maps, and groups,
+// which go to files too.
+#include "document/edit/clipboard.h"
+#include "document/edit/layers.h"
+#include "document/edit/new_entity.h"
+#include "document/edit/selection.h"
+#include "document/edit/templates.h"
+#include "platform/system.h"
+#include "shell/services/number_text.h"
+#include "shell/ui/app.h"
+#include "shell/ui/commands.h"
+#include "shell/ui/group_popup.h"
+
+namespace ferrowand {
+namespace {
+
+constexpr char GROUP_FILTER[] =
+    "Groups (*.xmp, *.map)|*.xmp;*.map|Extended Maps (*.xmp)|*.xmp|Quake maps (*.map)|*.map|"
+    "All files (*.*)|*.*|";
+
+Vec3 MiddleOfView(App& app, const Map& map) {
+  const MapView* view = app.ActiveView();
+  if (!view) view = app.views.ViewsOf(map).front();
+  const PixelSize area = view->DrawingArea();
+  Vec3 at;
+  at[view->transform.orienu] =
+      static_cast<float>(view->SnapU(view->transform.ToWorldU(area.width / 2)));
+  at[view->transform.orienv] =
+      static_cast<float>(view->SnapV(view->transform.ToWorldV(area.height / 2)));
+  return at;
+}
+
+void AddLayer(App& app, unsigned) {
+  Map& map = *app.ActiveMap();
+  const auto answer = app.dialogs.Ask(app.frame.Handle(),
+                                      {"Insert layer", {{"Name", UnusedName(map, "layer"), {}}}});
+  if (!answer) return;
+  InsertLayer(map, answer->front());
+  Conclude(app, map, EditResult::Done);
+}
+
+void AddInstance(App& app, unsigned) {
+  Map& map = *app.ActiveMap();
+  const std::vector<std::string> names = TemplateNames(map);
+  if (names.empty()) {
+    app.reporter.Show("Cannot continue", "This map has no templates");
+    return;
+  }
+  const auto answer = app.dialogs.Ask(app.frame.Handle(), {"Insert template instance",
+                                                           {{"Template", "", names},
+                                                            {"Angle (degrees)", "0", {}},
+                                                            {"Scale along X", "1", {}},
+                                                            {"Scale along Y", "1", {}},
+                                                            {"Scale along Z", "1", {}}}});
+  if (!answer) return;
+  InstanceSettings settings{.templateName = answer->front(), .angle = ParseInt((*answer)[1])};
+  for (std::size_t i = 0; i < 3; ++i) {
+    settings.scale[static_cast<int>(i)] = static_cast<float>(ParseFloat((*answer)[2 + i]));
+  }
+  Conclude(app, map, InsertInstance(map, settings, MiddleOfView(app, map)));
+}
+
+void AddGroupFile(App& app, Map& map, const std::string& path) {
+  const EditResult result = InsertGroup(map, path);
+  if (result == EditResult::Done) app.options.AddRecentGroup(path);
+  Conclude(app, map, result);
+}
+
+void ChooseGroupFile(App& app, Map& map) {
+  FileChoice choice;
+  choice.title = "Insert group";
+  choice.filter = GROUP_FILTER;
+  if (const auto path = app.dialogs.ChooseFile(app.frame.Handle(), choice)) {
+    AddGroupFile(app, map, *path);
+  }
+}
+
+// The popup's own "Another..." has the number of the command that opens it.
+void ShowGroups(App& app, unsigned) {
+  const OwnedMenu menu = MakeGroupPopup(app.options);
+  POINT at;
+  GetCursorPos(&at);
+  const unsigned chosen = app.dialogs.TrackPopup(app.frame.Handle(), menu.get(), at);
+  Map* map = app.ActiveMap();
+  if (chosen == Id(Command::InsertGroup)) {
+    if (map) ChooseGroupFile(app, *map);
+  } else {
+    app.Execute(chosen);
+  }
+}
+
+void AddRecentGroup(App& app, unsigned id) {
+  // By value: it becomes the first of the list.
+  const std::string path = app.options.previousGroups[id - Id(Command::RecentGroup)];
+  if (!path.empty()) AddGroupFile(app, *app.ActiveMap(), path);
+}
+
+void AddListedGroup(App& app, unsigned id) {
+  const std::vector<std::string> files = GroupFiles(app.options);
+  const std::size_t index = id - Id(Command::GroupFile);
+  if (index >= files.size()) return;
+  AddGroupFile(app, *app.ActiveMap(), app.options.groupsDirectory + PathSeparator() + files[index]);
+}
+
+void SaveSelection(App& app, unsigned) {
+  Map& map = *app.ActiveMap();
+  if (map.selection.empty()) return Conclude(app, map, EditResult::NothingSelected);
+  FileChoice choice;
+  choice.saving = true;
+  choice.title = "Save group";
+  choice.filter = "Extended Map (*.xmp)|*.xmp|";
+  choice.extension = "xmp";
+  const auto path = app.dialogs.ChooseFile(app.frame.Handle(), choice);
+  if (!path) return;
+  const EditResult result = SaveGroup(map, *path);
+  if (result == EditResult::Done) app.options.AddRecentGroup(*path);
+  if (result != EditResult::CannotWrite) Conclude(app, map, result);
+}
+
+constexpr CommandHandler HANDLERS[] = {
+    {Command::InsertTemplate, AddInstance}, {Command::InsertLayer, AddLayer},
+    {Command::InsertGroup, ShowGroups},     {Command::RecentGroup, AddRecentGroup},
+    {Command::GroupFile, AddListedGroup},   {Command::SaveGroup, SaveSelection},
+};
+
+}  // namespace
+
+std::span<const CommandHandler> InsertCommands() {
+  return HANDLERS;
+}
+
+}  // namespace ferrowand

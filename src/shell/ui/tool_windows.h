@@ -1,0 +1,43 @@
+// The program around the tools: the mouse and the keys as the system tells them, drawing on what a
+// view's window shows, and the popup menu of the selection.
+#pragma once
+
+#include "shell/ui/win32.h"
+
+#include "views/tools/tool_host.h"
+
+namespace ferrowand {
+
+class App;
+class MapWindow;
+
+class ToolWindows : public ToolHost {
+ public:
+  explicit ToolWindows(App& app) : app_(app) {}
+
+  // The system's name of the cursor that the tool wants.
+  LPCSTR CursorName() const;
+
+  HeldKeys Keys() const override;
+  void Capture(MapView& view, bool on) override;
+  void SetCursor(MapView& view, ToolCursor cursor) override;
+  void DrawNow(MapView& view, const std::function<void(Canvas&)>& draw) override;
+  bool TrackPopup(MapView& view, Pixel at) override;
+  // Nothing: there is no such window.
+  void EditProperties(entity&) override {}
+  std::optional<int> AskSides(const std::string& name) override;
+  std::string CurrentTexture(Map& map) override;
+  void MapChanged(Map& map) override;
+  void SelectionChanged(Map& map) override;
+  void ToolChanged() override;
+  Reporter& Report() override;
+
+ private:
+  // Null for a view that is no window's.
+  MapWindow* WindowOf(const MapView& view) const;
+
+  App& app_;
+  ToolCursor cursor_ = ToolCursor::Arrow;
+};
+
+}  // namespace ferrowand
