@@ -185,7 +185,10 @@ TEST_F(WadEditTest, AWadThatMayNotBeWrittenServesAndRefusesEveryEdit) {
   const std::string bytes = WadBytes({{"a", 8, 8, "a"}});
   const std::string path = dir.Write("test.wad", bytes);
   std::filesystem::permissions(path, std::filesystem::perms::owner_read);
-  if (file::IsWritable(path)) GTEST_SKIP() << "this user may write every file";
+  if (const FileHandle opened = file::Open(path, FileAccess::ReadWrite); opened != INVALID_FILE) {
+    file::Close(opened);
+    GTEST_SKIP() << "this user may write every file";
+  }
   Reopen();
   Texture& a = *wad->Textures()[0];
   EXPECT_FALSE(wad->AddTexture(NewTexture("b", 8, 8, 'b')));
