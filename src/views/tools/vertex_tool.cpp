@@ -160,12 +160,12 @@ void VertexTool::Drop(MapView& view, Pixel at) {
     ReshapeTool::Drop(view, at);
     return;
   }
-  const auto [left, right] = std::minmax(pressPixel_.x, at.x);
-  const auto [top, bottom] = std::minmax(pressPixel_.y, at.y);
+  const Pixel low{std::min(pressPixel_.x, at.x), std::min(pressPixel_.y, at.y)};
+  const Pixel high{std::max(pressPixel_.x, at.x), std::max(pressPixel_.y, at.y)};
   std::vector<Vec3> corners = CornersOfSelection(view.map);
   std::erase_if(corners, [&](const Vec3& corner) {
     const Pixel p = view.transform.ToScreen(corner);
-    return p.x < left || p.x > right || p.y < top || p.y > bottom;
+    return p.x < low.x || p.x > high.x || p.y < low.y || p.y > high.y;
   });
   Pick(corners, Host().Keys().control);
   RepaintSelection(view.map, SelectionBounds(view.map));
