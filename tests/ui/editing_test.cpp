@@ -156,6 +156,29 @@ TEST_F(EditingTest, FormsAreAnsweredInTheOrderOfTheirFields) {
   EXPECT_EQ(Text(), solid);
 }
 
+TEST_F(EditingTest, WhatComesFromAFileIsOneStep) {
+  StartNew();
+  MakeCuboid({0, 0, 0}, {64, 64, 0});
+  const std::string before = Text();
+  const std::string path = dir.Path("box.xmp");
+  dialogs.files = {path, path, path};
+  Give(Command::SaveGroup);
+  EXPECT_EQ(app->options.previousGroups[0], path);
+  for (const unsigned way : {Id(Command::InsertGroup), Id(Command::RecentGroup)}) {
+    dialogs.commands = {way};
+    Give(Command::InsertGroup);
+    ASSERT_EQ(map->selection.size(), 1u);
+    EXPECT_STREQ(map->selection.front()->GetKey("XMPentityname"), "box");
+    Give(Command::Undo);
+    EXPECT_EQ(Text(), before);
+  }
+  dialogs.answers = {{"64", "32", "16"}};
+  Give(Command::Embed);
+  EXPECT_EQ(Selected().maxs - Selected().mins, (Vec3{64, 32, 16}));
+  Give(Command::Undo);
+  EXPECT_EQ(Text(), before);
+}
+
 TEST_F(EditingTest, ThePopupFlipsAlongItsOwnAxisAndTheKeyAlongX) {
   StartNew();
   Give(Command::CreateWedge);

@@ -62,9 +62,9 @@ void DuplicateMany(App& app, unsigned) {
                                                             {"Offset along X", "64", {}},
                                                             {"Offset along Y", "0", {}},
                                                             {"Offset along Z", "0", {}},
-                                                            {"Turn about X (degrees)", "0", {}},
-                                                            {"Turn about Y (degrees)", "0", {}},
-                                                            {"Turn about Z (degrees)", "0", {}}}});
+                                                            {"Degrees about X", "0", {}},
+                                                            {"Degrees about Y", "0", {}},
+                                                            {"Degrees about Z", "0", {}}}});
   if (!answer) return;
   MultiDuplicate how{.count = ParseInt(answer->front()), .offset = {}, .turn = {}};
   for (std::size_t i = 0; i < 3; ++i) {

@@ -1,5 +1,7 @@
 // What comes into a map as a whole: layers, instances of templates, embedded maps, and groups,
 // which go to files too.
+#include <cmath>
+
 #include "document/edit/clipboard.h"
 #include "document/edit/layers.h"
 #include "document/edit/new_entity.h"
@@ -14,8 +16,8 @@
 namespace ferrowand {
 namespace {
 
-constexpr char GROUP_FILTER[] =
-    "Groups (*.xmp, *.map)|*.xmp;*.map|Extended Maps (*.xmp)|*.xmp|Quake maps (*.map)|*.map|"
+constexpr char MAP_FILTER[] =
+    "Maps (*.xmp, *.map)|*.xmp;*.map|Extended Maps (*.xmp)|*.xmp|Quake maps (*.map)|*.map|"
     "All files (*.*)|*.*|";
 
 Vec3 MiddleOfView(App& app, const Map& map) {
@@ -60,6 +62,28 @@ void AddInstance(App& app, unsigned) {
   Conclude(app, map, InsertInstance(map, settings, MiddleOfView(app, map)));
 }
 
+// Of the size that its map is to fit, around the middle of the view.
+void AddEmbed(App& app, unsigned) {
+  FileChoice choice;
+  choice.title = "Embed";
+  choice.filter = MAP_FILTER;
+  const auto path = app.dialogs.ChooseFile(app.frame.Handle(), choice);
+  if (!path) return;
+  const auto answer = app.dialogs.Ask(
+      app.frame.Handle(),
+      {"Embed",
+       {{"Size along X", "128", {}}, {"Size along Y", "128", {}}, {"Size along Z", "128", {}}}});
+  if (!answer) return;
+  Bounds box{{0, 0, 0}, {0, 0, 0}};
+  for (std::size_t i = 0; i < 3; ++i) {
+    const float half = static_cast<float>(std::abs(ParseFloat((*answer)[i])) / 2);
+    box.mins[static_cast<int>(i)] = -half;
+    box.maxs[static_cast<int>(i)] = half;
+  }
+  Map& map = *app.ActiveMap();
+  Conclude(app, map, InsertEmbed(map, *path, box, MiddleOfView(app, map)));
+}
+
 void AddGroupFile(App& app, Map& map, const std::string& path) {
   const EditResult result = InsertGroup(map, path);
   if (result == EditResult::Done) app.options.AddRecentGroup(path);
@@ -69,7 +93,7 @@ void AddGroupFile(App& app, Map& map, const std::string& path) {
 void ChooseGroupFile(App& app, Map& map) {
   FileChoice choice;
   choice.title = "Insert group";
-  choice.filter = GROUP_FILTER;
+  choice.filter = MAP_FILTER;
   if (const auto path = app.dialogs.ChooseFile(app.frame.Handle(), choice)) {
     AddGroupFile(app, map, *path);
   }
@@ -118,9 +142,10 @@ void SaveSelection(App& app, unsigned) {
 }
 
 constexpr CommandHandler HANDLERS[] = {
-    {Command::InsertTemplate, AddInstance}, {Command::InsertLayer, AddLayer},
-    {Command::InsertGroup, ShowGroups},     {Command::RecentGroup, AddRecentGroup},
-    {Command::GroupFile, AddListedGroup},   {Command::SaveGroup, SaveSelection},
+    {Command::InsertTemplate, AddInstance}, {Command::Embed, AddEmbed},
+    {Command::InsertLayer, AddLayer},       {Command::InsertGroup, ShowGroups},
+    {Command::RecentGroup, AddRecentGroup}, {Command::GroupFile, AddListedGroup},
+    {Command::SaveGroup, SaveSelection},
 };
 
 }  // namespace

@@ -76,10 +76,10 @@ void ScaleOrFlip(App& app, unsigned) {
 void TurnByAngles(App& app, unsigned) {
   Map& map = *app.ActiveMap();
   if (map.selection.empty()) return Conclude(app, map, EditResult::NothingSelected);
-  const auto answer = app.dialogs.Ask(app.frame.Handle(), {"Matrix",
-                                                           {{"Turn about X (degrees)", "0", {}},
-                                                            {"Turn about Y (degrees)", "0", {}},
-                                                            {"Turn about Z (degrees)", "0", {}}}});
+  const auto answer = app.dialogs.Ask(
+      app.frame.Handle(),
+      {"Matrix",
+       {{"Degrees about X", "0", {}}, {"Degrees about Y", "0", {}}, {"Degrees about Z", "0", {}}}});
   if (!answer) return;
   DVec3 degrees;
   for (std::size_t i = 0; i < 3; ++i) degrees[static_cast<int>(i)] = ParseFloat((*answer)[i]);
