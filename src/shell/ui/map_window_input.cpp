@@ -184,7 +184,9 @@ void MapWindow::TakeFocusFromSister() {
 }
 
 void MapWindow::SetMouseCursor() {
-  const LPCSTR name = IsDown(VK_SPACE) ? IDC_SIZEALL : IsDown('D') ? IDC_CROSS : app_.toolWindows.CursorName();
+  const LPCSTR name = IsDown(VK_SPACE) ? IDC_SIZEALL
+                      : IsDown('D')    ? IDC_CROSS
+                                       : app_.toolWindows.CursorName();
   SetCursor(LoadCursorA(nullptr, name));
 }
 
