@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cmath>
+#include <cstdint>
 #include <numbers>
 
 #include "document/edit/placing.h"
@@ -133,9 +134,9 @@ EditResult DuplicateSelection(Map& map, const Vec3& offset, const ArrangeOptions
 EditResult DuplicateSelection(Map& map, const MultiDuplicate& how, const ArrangeOptions& options) {
   const std::vector<entity*> roots = SelectedRoots(map);
   if (roots.empty()) return EditResult::NothingSelected;
-  int objects = 0;
+  std::int64_t objects = 0;
   for (const entity* root : roots) objects += CountObjects(*root);
-  if (how.count > MAXCOPIES / objects) return EditResult::TooMany;
+  if (how.count * objects > MAXCOPIES) return EditResult::TooMany;
 
   const DVec3 middle = MiddleOfSelection(map);
   std::vector<entity*> copies;

@@ -78,6 +78,7 @@ std::vector<EntityPtr> ReadObjects(const Map& map, TextReader& reader) {
 EditResult CheckObjects(const std::vector<EntityPtr>& objects, const entity& parent, int levels) {
   if (objects.empty()) return EditResult::NotAMap;
   std::vector<const entity*> all;
+  all.reserve(objects.size());
   for (const EntityPtr& object : objects) all.push_back(object.get());
   return FitsBelow(parent, all, levels) ? EditResult::Done : EditResult::TooDeep;
 }
@@ -111,6 +112,7 @@ EditResult PasteText(Map& map, std::string_view text) {
   const EditResult result = CheckObjects(objects, map.NewParent(), 0);
   if (result != EditResult::Done) return result;
   std::vector<entity*> added;
+  added.reserve(objects.size());
   EditStep step(map);
   for (EntityPtr& object : objects) added.push_back(&step.Add(std::move(object), map));
   std::erase_if(added, [](const entity* e) { return !IsReachable(*e); });
