@@ -78,6 +78,7 @@ void ReshapeTool::Drag(MapView& view, Pixel at) {
   std::ranges::sort(edges);
   edges.erase(std::unique(edges.begin(), edges.end()), edges.end());
   std::vector<PreviewShape> shapes;
+  shapes.reserve(edges.size() + 1);
   for (const PixelLine& edge : edges) shapes.push_back({{edge.from, edge.to}});
   shapes.push_back({{pressPixel_, at}, true});
   Show(view, std::move(shapes),
