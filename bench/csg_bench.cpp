@@ -71,14 +71,7 @@ void CutFloor(benchmark::State& state) {
 BENCHMARK(CutFloor)->ArgName("holes")->Arg(300)->Arg(3000)->Unit(benchmark::kMillisecond);
 
 [[maybe_unused]] const bool corpusRegistered = [] {
-  const char* folder = std::getenv("FERROWAND_CORPUS");
-  if (!folder) return false;
-  std::vector<std::filesystem::path> maps;
-  for (const auto& file : std::filesystem::directory_iterator(folder)) {
-    if (file.path().extension() == ".map") maps.push_back(file.path());
-  }
-  std::sort(maps.begin(), maps.end());
-  for (const auto& map : maps) {
+  for (const auto& map : CorpusMaps()) {
     benchmark::RegisterBenchmark(("Subtract/" + map.filename().string()).c_str(), CutFile,
                                  map.string())
         ->ArgName("one cutter")

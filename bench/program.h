@@ -1,7 +1,11 @@
 // What a running program has around its maps, with nobody there to be told anything.
 #pragma once
 
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
 #include <string>
+#include <vector>
 
 #include "gamedata/game_data.h"
 
@@ -32,5 +36,17 @@ struct Program {
   LoadProgress progress;
   GameData data{reporter, progress};
 };
+
+// The real maps to measure on: those of the folder FERROWAND_CORPUS, by name; none without it.
+inline std::vector<std::filesystem::path> CorpusMaps() {
+  std::vector<std::filesystem::path> maps;
+  const char* folder = std::getenv("FERROWAND_CORPUS");
+  if (!folder) return maps;
+  for (const auto& file : std::filesystem::directory_iterator(folder)) {
+    if (file.path().extension() == ".map") maps.push_back(file.path());
+  }
+  std::ranges::sort(maps);
+  return maps;
+}
 
 }  // namespace ferrowand::bench

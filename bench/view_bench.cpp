@@ -58,14 +58,7 @@ void PaintFile(benchmark::State& state, const std::string& path) {
 }
 
 [[maybe_unused]] const bool corpusRegistered = [] {
-  const char* folder = std::getenv("FERROWAND_CORPUS");
-  if (!folder) return false;
-  std::vector<std::filesystem::path> maps;
-  for (const auto& file : std::filesystem::directory_iterator(folder)) {
-    if (file.path().extension() == ".map") maps.push_back(file.path());
-  }
-  std::sort(maps.begin(), maps.end());
-  for (const auto& map : maps) {
+  for (const auto& map : CorpusMaps()) {
     benchmark::RegisterBenchmark(("Paint/" + map.filename().string()).c_str(), PaintFile,
                                  map.string())
         ->ArgName("zoomed in")
