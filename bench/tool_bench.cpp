@@ -20,7 +20,7 @@ class BenchHost : public ToolHost {
   void Capture(MapView&, bool) override {}
   void SetCursor(MapView&, ToolCursor) override {}
   void DrawNow(MapView&, const std::function<void(Canvas&)>&) override {}
-  bool TrackPopup(MapView&, Pixel) override { return true; }
+  bool TrackPopup(MapView&, Pixel, ToolPopup) override { return true; }
   void EditProperties(entity&) override {}
   std::optional<int> AskSides(const std::string&) override { return {}; }
   std::string CurrentTexture(Map&) override { return {}; }

@@ -18,10 +18,13 @@ constexpr int DOT_RADIUS = 2;        // pixels
 constexpr float MARKER_SIZE = 8;     // world units, half the back of the triangle
 constexpr float MARKER_LENGTH = 16;  // world units
 constexpr int TEXT_RISE = 8;         // pixels between the origin and the name above it
+constexpr int NAMED_WIDTH = 6;       // pixels of a class box below which names would only pile up
 constexpr int HEAD_LENGTH = 10;      // pixels
 constexpr int HEAD_ANGLE = 15;       // degrees to either side of the line
 constexpr int DEFAULT_LIGHT = 300;   // world units
 constexpr int MAX_LIGHT = 100000;    // world units; a circle beyond is nowhere near any view
+constexpr int MIN_CONTRAST = 40;     // of 255, on any colour, from which an outline is seen
+constexpr double NUDGE = 0.35;       // of the way to the foreground
 
 // Both rectangles with their last column and row inside.
 bool Touches(const PixelRect& a, const PixelRect& visible, int margin) {
@@ -94,10 +97,28 @@ Colour DepthShade(const entity& e, const DrawContext& context) {
   return {0, 0, static_cast<std::uint8_t>(255 * std::clamp(part, 0.0, 1.0))};
 }
 
+// What can hardly be told from the background moves away from it, towards the foreground.
+Colour MadeVisible(Colour colour, const DrawPens& pens) {
+  const auto differs = [](int a, int b) { return std::abs(a - b) >= MIN_CONTRAST; };
+  const Colour& back = pens.background;
+  if (differs(colour.red, back.red) || differs(colour.green, back.green) ||
+      differs(colour.blue, back.blue)) {
+    return colour;
+  }
+  const auto moved = [](int part, int foreground) {
+    return static_cast<std::uint8_t>(part + (foreground - part) * NUDGE);
+  };
+  const Colour& fore = pens.foreground.colour;
+  return {moved(colour.red, fore.red), moved(colour.green, fore.green),
+          moved(colour.blue, fore.blue)};
+}
+
 Pen BrushPen(const entity& e, const DrawContext& context) {
   if (context.flags & DRAW_KEEP_PEN) return context.pen;
   if (context.flags & DRAW_1X1MIPMAP) {
-    if (const auto colour = TextureColour(e.brush, context)) return {*colour, 2};
+    if (const auto colour = TextureColour(e.brush, context)) {
+      return {MadeVisible(*colour, context.pens), 2};
+    }
   } else if (context.flags & DRAW_HEIGHTS) {
     return {DepthShade(e, context)};
   } else if ((context.flags & DRAW_LAYER_COLOUR) && context.layerColour) {
@@ -113,6 +134,13 @@ Bounds SizeBox(const entity& e, const EntityClass& entityClass) {
     box.maxs[axis] += entityClass.Max(axis);
   }
   return box;
+}
+
+bool IsTooSmallForAName(const entity& e, const ViewTransform& transform) {
+  const EntityClass* own = e.getClass();
+  if (own == nullptr || !own->HasSizeBox()) return false;
+  const Bounds box = SizeBox(e, *own);
+  return transform.ToScreen(box.mins, box.maxs).Width() < NAMED_WIDTH;
 }
 
 Vec3 FacingVector(int angle) {
@@ -272,7 +300,7 @@ void DrawFacingMarker(const entity& e, const Pen& pen, DrawContext& context) {
 void DrawClassname(const entity& e, DrawContext& context) {
   if (!(context.flags & DRAW_CLASSNAMES)) return;
   const char* name = e.GetKey("classname");
-  if (name == nullptr) return;
+  if (name == nullptr || IsTooSmallForAName(e, context.transform)) return;
   const Pixel origin = context.transform.ToScreen(e.Origin());
   const PixelSize size = context.canvas.MeasureText(FontFace::Label, name);
   const Pixel topLeft{origin.x - size.width / 2, origin.y - TEXT_RISE - size.height};

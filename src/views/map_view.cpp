@@ -171,7 +171,7 @@ bool MapView::OnCharacter(char c, bool shift) {
       ToggleGrid();
       return true;
     default:
-      return false;
+      return tool_ && tool_->Key(*this, c);
   }
 }
 

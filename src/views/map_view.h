@@ -139,7 +139,8 @@ class MapView : public MapObserver {
   void OnResize();
 
   // --- input, from the host
-  // Whether the key was one of the view's. With Shift a grid key is for every view of the map.
+  // Whether the key was one of the view's or the tool's. With Shift a grid key is for every view of
+  // the map.
   bool OnCharacter(char c, bool shift);
   // `button`: BUTTON_LEFT or BUTTON_RIGHT. `zoomKey`: the press zooms and the tool sees nothing.
   void OnMouseDown(Pixel at, int button, bool zoomKey, bool shift);

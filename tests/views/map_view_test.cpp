@@ -18,6 +18,7 @@ class ToolRecorder : public Tool {
   void MouseUp(MapView&, Pixel at, int button) override { Add("up", at, button); }
   void DoubleClick(MapView&, Pixel at, int button) override { Add("double", at, button); }
   void Activate(MapView&) override { log += "activate;"; }
+  bool Key(MapView&, char c) override { return log += Format("key %c;", c), false; }
 
   std::string log;
 
@@ -93,51 +94,46 @@ TEST_F(MapViewTest, SnappingRoundsHalfUpAtEverySpacingAndBelowZeroToo) {
 }
 
 TEST_F(MapViewTest, TheGridGrowsOnBothAxesOrNotAtAllAndShrinksOnEach) {
-  view.gridu = 11;
-  view.gridv = 12;
-  view.GridLarger(false);
-  EXPECT_EQ(view.gridu, 11);
-  EXPECT_EQ(view.gridv, 12);
-  view.gridu = 1;
-  view.GridSmaller(false);
-  EXPECT_EQ(view.gridu, 1);
-  EXPECT_EQ(view.gridv, 11);
-  EXPECT_EQ(other.gridu, 6);
-  EXPECT_EQ(otherHost.invalidations, 0);
-}
-
-TEST_F(MapViewTest, WithShiftTheGridIsThatOfEveryViewOfTheMapOnly) {
   SmallMap foreign;
   FakeViewHost foreignHost;
   MapView elsewhere(foreign.map, foreignHost, list, options, tool);
-  other.gridv = 2;
+  const auto grid = [](const MapView& of) { return Pixel{of.gridu, of.gridv}; };
+  view.gridu = 11;
+  view.gridv = 12;
+  view.GridLarger(false);
+  EXPECT_EQ(grid(view), (Pixel{11, 12}));
+  view.gridu = 1;
+  view.GridSmaller(false);
+  EXPECT_EQ(grid(view), (Pixel{1, 11}));
+  EXPECT_EQ(grid(other), (Pixel{6, 6}));
+  EXPECT_EQ(otherHost.invalidations, 0);
+  // With Shift it is that of every view of the map.
   EXPECT_TRUE(view.OnCharacter('z', true));
-  EXPECT_EQ(other.gridu, 7);
-  EXPECT_EQ(other.gridv, 7);
-  EXPECT_EQ(otherHost.texts[ViewText::ZoomAndGrid], "(128x128)S25%");
+  EXPECT_EQ(grid(other), (Pixel{2, 12}));
+  EXPECT_EQ(otherHost.texts[ViewText::ZoomAndGrid], "(4x4096)S25%");
   EXPECT_GT(otherHost.invalidations, 0);
-  EXPECT_EQ(elsewhere.gridu, 6);
+  EXPECT_EQ(grid(elsewhere), (Pixel{6, 6}));
 }
 
-TEST_F(MapViewTest, TheKeysOfAView) {
+TEST_F(MapViewTest, TheKeysOfAViewAndThoseOfTheTool) {
   host.area = {100, 100};
-  for (const char in : {'+', '=', 's', 'S'}) EXPECT_TRUE(view.OnCharacter(in, false));
+  const auto type = [&](const std::string& keys) {
+    for (const char c : keys) EXPECT_TRUE(view.OnCharacter(c, false)) << c;
+  };
+  type("+=sS");
   EXPECT_EQ(view.ZoomPercent(), 400);
-  for (const char out : {'-', '_', 'x', 'X'}) EXPECT_TRUE(view.OnCharacter(out, false));
+  type("-_xX");
   EXPECT_EQ(view.ZoomPercent(), 25);
-  for (const char larger : {']', '}', '.', '>', 'z', 'Z'}) {
-    EXPECT_TRUE(view.OnCharacter(larger, false));
-  }
+  type("]}.>zZ");
   EXPECT_EQ(view.gridu, 12);
-  for (const char smaller : {'[', '{', ',', '<', 'a', 'A'}) {
-    EXPECT_TRUE(view.OnCharacter(smaller, false));
-  }
+  type("[{,<aA");
   EXPECT_EQ(view.gridu, 6);
-  EXPECT_TRUE(view.OnCharacter('g', false));
+  type("g");
   EXPECT_EQ(small.map.optionBits, 0);
-  EXPECT_TRUE(view.OnCharacter('G', true));
+  type("G");
   EXPECT_EQ(small.map.optionBits, MAP_GRID);
   EXPECT_FALSE(view.OnCharacter('q', false));
+  EXPECT_EQ(recorder.log, "key q;") << "the tool's are those that the view leaves";
 }
 
 TEST_F(MapViewTest, AStatusGoesToAViewOfTheMapThatCanShowIt) {
@@ -162,40 +158,26 @@ TEST_F(MapViewTest, AStatusGoesToAViewOfTheMapThatCanShowIt) {
   EXPECT_EQ(otherHost.texts[ViewText::Message], "from the document");
 }
 
-TEST_F(MapViewTest, TheMouseIsTheTools) {
-  view.OnMouseDown({10, 20}, BUTTON_LEFT, false, false);
-  view.OnMouseMove({11, 20}, 1, false);
-  view.OnMouseUp({12, 20}, BUTTON_LEFT);
-  view.OnDoubleClick({12, 20}, BUTTON_RIGHT);
-  view.OnActivate();
-  EXPECT_EQ(recorder.log, "down 10 20 1;move 11 20 1;up 12 20 1;double 12 20 2;activate;");
+TEST_F(MapViewTest, TheMouseIsTheToolsButForPressesThatZoomAndTheirReleases) {
+  for (int round = 0; round < 2; ++round) {
+    view.OnMouseDown({10, 20}, BUTTON_LEFT, false, false);
+    view.OnMouseMove({11, 20}, 1, false);
+    view.OnMouseDown({10, 20}, BUTTON_RIGHT, true, false);
+    EXPECT_EQ(view.ZoomPercent(), 50);
+    view.OnMouseUp({12, 20}, BUTTON_RIGHT);
+    view.OnMouseUp({12, 20}, BUTTON_LEFT);
+    view.OnDoubleClick({12, 20}, BUTTON_RIGHT);
+    view.OnActivate();
+    view.OnMouseDown({10, 20}, BUTTON_LEFT, true, true);
+    EXPECT_EQ(view.ZoomPercent(), 25);
+    // The release has got lost: it hides no later one.
+    view.OnMouseDown({9, 9}, BUTTON_LEFT, false, false);
+    view.OnMouseUp({9, 9}, BUTTON_LEFT);
+    tool = nullptr;  // and none to receive it
+  }
+  EXPECT_EQ(recorder.log,
+            "down 10 20 1;move 11 20 1;up 12 20 1;double 12 20 2;activate;down 9 9 1;up 9 9 1;");
   EXPECT_EQ(host.texts[ViewText::Coordinates], "44x-80");
-
-  tool = nullptr;
-  view.OnMouseDown({10, 20}, BUTTON_LEFT, false, false);
-  view.OnMouseMove({11, 20}, 1, false);
-  view.OnMouseUp({12, 20}, BUTTON_LEFT);
-  view.OnDoubleClick({12, 20}, BUTTON_RIGHT);
-  view.OnActivate();
-}
-
-TEST_F(MapViewTest, APressThatZoomsIsHiddenFromTheToolWithItsRelease) {
-  view.OnMouseDown({10, 20}, BUTTON_RIGHT, true, false);
-  EXPECT_EQ(view.ZoomPercent(), 50);
-  view.OnMouseDown({10, 20}, BUTTON_LEFT, false, false);
-  view.OnMouseUp({10, 20}, BUTTON_RIGHT);
-  view.OnMouseUp({10, 20}, BUTTON_LEFT);
-  view.OnMouseUp({10, 20}, BUTTON_RIGHT);
-  EXPECT_EQ(recorder.log, "down 10 20 1;up 10 20 1;up 10 20 2;");
-  view.OnMouseDown({10, 20}, BUTTON_LEFT, true, true);
-  EXPECT_EQ(view.ZoomPercent(), 25);
-}
-
-TEST_F(MapViewTest, AZoomWhoseReleaseGotLostHidesNoLaterRelease) {
-  view.OnMouseDown({10, 20}, BUTTON_LEFT, true, false);
-  view.OnMouseDown({10, 20}, BUTTON_LEFT, false, false);
-  view.OnMouseUp({10, 20}, BUTTON_LEFT);
-  EXPECT_EQ(recorder.log, "down 10 20 1;up 10 20 1;");
 }
 
 TEST_F(MapViewTest, TheViewActivatedLastIsTheFirst) {

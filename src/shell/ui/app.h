@@ -106,7 +106,7 @@ class App {
   GameData data;
   BoundEntities boundEntities;
   WindowClasses classes;
-  GdiObjects objects;
+  GdiObjects objects{options};
   BackBuffer backBuffer;
   std::map<unsigned, OwnedMenu> popups;  // by resource
   ViewList views;

@@ -27,10 +27,14 @@ Pixel BringNear(Pixel end, Pixel other) {
   return {static_cast<int>(other.x + dx * part), static_cast<int>(other.y + dy * part)};
 }
 
-OwnedFont MakeFont(const char* name, int height, int weight, bool italic) {
-  return OwnedFont(CreateFontA(height, 0, 0, 0, weight, italic, FALSE, FALSE, DEFAULT_CHARSET,
-                               OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
-                               DEFAULT_PITCH | FF_DONTCARE, name));
+// When it is first asked for.
+HFONT Made(OwnedFont& font, const char* name, int height, int weight, bool italic) {
+  if (!font) {
+    font.reset(CreateFontA(height, 0, 0, 0, weight, italic, FALSE, FALSE, DEFAULT_CHARSET,
+                           OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
+                           DEFAULT_PITCH | FF_DONTCARE, name));
+  }
+  return font.get();
 }
 
 OwnedPen MakePen(const Pen& pen) {
@@ -65,17 +69,13 @@ HBRUSH GdiObjects::Get(Colour colour) {
 }
 
 HFONT GdiObjects::Get(FontFace face) {
-  OwnedFont& font = fonts_[static_cast<std::size_t>(face)];
-  if (!font) {
-    font = face == FontFace::Label ? MakeFont("Times New Roman", 16, FW_BOLD, true)
-                                   : MakeFont("Courier New", 14, FW_NORMAL, false);
-  }
-  return font.get();
+  if (face == FontFace::Caption) return Made(caption_, "Courier New", 14, FW_NORMAL, false);
+  if (options_.largeness) return Made(largeLabel_, "Times New Roman", 16, FW_BOLD, true);
+  return Made(label_, "Arial", 13, FW_NORMAL, false);
 }
 
 HFONT GdiObjects::HeadingFont() {
-  if (!heading_) heading_ = MakeFont("Arial", 20, FW_BOLD, true);
-  return heading_.get();
+  return Made(heading_, "Arial", 20, FW_BOLD, true);
 }
 
 bool BackBuffer::Prepare(HDC screen, PixelSize size) {

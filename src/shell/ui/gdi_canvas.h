@@ -1,11 +1,11 @@
 // The Canvas over the system's drawing, on a bitmap in memory that goes to the screen at once.
 #pragma once
 
-#include <array>
 #include <utility>
 #include <vector>
 
 #include "platform/canvas.h"
+#include "shell/services/options.h"
 #include "shell/ui/handles.h"
 
 namespace ferrowand {
@@ -17,6 +17,9 @@ inline COLORREF ToColorRef(Colour c) {
 // Pens, brushes and fonts of all windows, each made when it is first asked for.
 class GdiObjects {
  public:
+  // The options decide on the size of labels.
+  explicit GdiObjects(const Options& options) : options_(options) {}
+
   HPEN Get(const Pen& pen);
   HBRUSH Get(Colour colour);
   HFONT Get(FontFace face);
@@ -26,8 +29,8 @@ class GdiObjects {
  private:
   std::vector<std::pair<Pen, OwnedPen>> pens_;
   std::vector<std::pair<Colour, OwnedBrush>> brushes_;
-  std::array<OwnedFont, 2> fonts_;
-  OwnedFont heading_;
+  const Options& options_;
+  OwnedFont label_, largeLabel_, caption_, heading_;
 };
 
 // A bitmap in memory, as large as the largest window that was drawn on it.

@@ -77,6 +77,9 @@ LRESULT MapWindow::OnMapMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_MOUSEMOVE:
       OnMouseMove(wParam, lParam);
       return 0;
+    case WM_CAPTURECHANGED:
+      if (reinterpret_cast<HWND>(lParam) != drawing_) app_.toolWindows.OnCaptureLost(drawing_);
+      return 0;
     case WM_SETCURSOR:
       if (LOWORD(lParam) != HTCLIENT) break;
       SetMouseCursor();
@@ -161,7 +164,7 @@ void MapWindow::OnButtonDown(int button, LPARAM lParam, bool twice) {
 }
 
 void MapWindow::OnButtonUp(int button, WPARAM wParam, LPARAM lParam) {
-  if (HeldButtons(wParam) == 0 && GetCapture() == drawing_) ReleaseCapture();
+  if (HeldButtons(wParam) == 0) app_.toolWindows.ReleaseMouse(drawing_);
   view_->OnMouseUp(ToPixel(lParam), button);
 }
 
@@ -184,10 +187,9 @@ void MapWindow::TakeFocusFromSister() {
 }
 
 void MapWindow::SetMouseCursor() {
-  const LPCSTR name = IsDown(VK_SPACE) ? IDC_SIZEALL
-                      : IsDown('D')    ? IDC_CROSS
-                                       : app_.toolWindows.CursorName();
-  SetCursor(LoadCursorA(nullptr, name));
+  SetCursor(IsDown(VK_SPACE) ? LoadCursorA(nullptr, IDC_SIZEALL)
+            : IsDown('D')    ? LoadCursorA(nullptr, IDC_CROSS)
+                             : app_.toolWindows.Cursor());
 }
 
 bool MapWindow::OnKeyDown(WPARAM key) {

@@ -30,6 +30,7 @@
 #define ID_FORM_VALUE 100  // the first of as many as there are fields
 
 #define ID_TOOLBAR_BITMAP 2200
+#define ID_TURN_CURSOR 2201
 
 // Of a 2D view's window.
 #define ID_CONTROLS 400

@@ -39,6 +39,31 @@ bool IsDown(int key) {
   return GetKeyState(key) < 0;
 }
 
+LPCSTR SystemName(ToolCursor cursor) {
+  switch (cursor) {
+    case ToolCursor::Arrow:
+    case ToolCursor::Turn:  // no such one
+      return IDC_ARROW;
+    case ToolCursor::Entity:
+      return IDC_HAND;
+    case ToolCursor::Move:
+      return IDC_SIZEALL;
+    case ToolCursor::Cross:
+      return IDC_CROSS;
+    case ToolCursor::SizeAcross:
+      return IDC_SIZEWE;
+    case ToolCursor::SizeUpDown:
+      return IDC_SIZENS;
+    case ToolCursor::SizeRising:
+      return IDC_SIZENESW;
+    case ToolCursor::SizeFalling:
+      return IDC_SIZENWSE;
+    case ToolCursor::Refused:
+      return IDC_NO;
+  }
+  return IDC_ARROW;
+}
+
 void SetGreys(const App& app, HMENU menu) {
   for (unsigned i = 0; i < POPUP_ITEMS.size(); ++i) {
     const UINT state = app.IsAvailable(Id(POPUP_ITEMS[i].command)) ? MF_ENABLED : MF_GRAYED;
@@ -67,18 +92,11 @@ MapWindow* ToolWindows::WindowOf(const MapView& view) const {
   return nullptr;
 }
 
-LPCSTR ToolWindows::CursorName() const {
-  switch (cursor_) {
-    case ToolCursor::Arrow:
-      return IDC_ARROW;
-    case ToolCursor::Entity:
-      return IDC_HAND;
-    case ToolCursor::Move:
-      return IDC_SIZEALL;
-    case ToolCursor::Cross:
-      return IDC_CROSS;
+HCURSOR ToolWindows::Cursor() const {
+  if (cursor_ == ToolCursor::Turn) {
+    return LoadCursorA(app_.instance, MAKEINTRESOURCEA(ID_TURN_CURSOR));
   }
-  return IDC_ARROW;
+  return LoadCursorA(nullptr, SystemName(cursor_));
 }
 
 HeldKeys ToolWindows::Keys() const {
@@ -89,16 +107,28 @@ void ToolWindows::Capture(MapView& view, bool on) {
   const MapWindow* window = WindowOf(view);
   if (!window) return;
   if (on) {
-    ::SetCapture(window->Drawing());
-  } else if (GetCapture() == window->Drawing()) {
-    ReleaseCapture();
+    dragging_ = window->Drawing();
+    ::SetCapture(dragging_);
+  } else {
+    ReleaseMouse(window->Drawing());
   }
+}
+
+void ToolWindows::ReleaseMouse(HWND drawing) {
+  dragging_ = nullptr;
+  if (GetCapture() == drawing) ReleaseCapture();
+}
+
+void ToolWindows::OnCaptureLost(HWND drawing) {
+  if (dragging_ != drawing) return;
+  dragging_ = nullptr;
+  app_.tools.Current()->Cancel();
 }
 
 void ToolWindows::SetCursor(MapView&, ToolCursor cursor) {
   if (cursor == cursor_) return;
   cursor_ = cursor;
-  ::SetCursor(LoadCursorA(nullptr, CursorName()));
+  ::SetCursor(Cursor());
 }
 
 void ToolWindows::DrawNow(MapView& view, const std::function<void(Canvas&)>& draw) {
@@ -112,16 +142,21 @@ void ToolWindows::DrawNow(MapView& view, const std::function<void(Canvas&)>& dra
   ReleaseDC(window->Drawing(), dc);
 }
 
-bool ToolWindows::TrackPopup(MapView& view, Pixel at) {
+bool ToolWindows::TrackPopup(MapView& view, Pixel at, ToolPopup which) {
   const MapWindow* window = WindowOf(view);
   if (!window) return false;
-  const HMENU menu = app_.Popup(ID_POPUP_SELECTION);
-  SetGreys(app_, menu);
+  const bool ofSelection = which == ToolPopup::Selection;
+  const HMENU menu = app_.Popup(ofSelection ? ID_POPUP_SELECTION : ID_POPUP_TOUCH_UP);
+  if (ofSelection) SetGreys(app_, menu);
   POINT screen{at.x, at.y};
   ClientToScreen(window->Drawing(), &screen);
   const unsigned chosen = app_.dialogs.TrackPopup(window->Handle(), menu, screen);
   const bool released = GetAsyncKeyState(VK_RBUTTON) >= 0 && GetAsyncKeyState(VK_MBUTTON) >= 0;
-  if (chosen >= FIRST_POPUP_ITEM && chosen < FIRST_POPUP_ITEM + POPUP_ITEMS.size()) {
+  if (!ofSelection) {
+    if (chosen >= FIRST_POPUP_ITEM) {
+      app_.tools.Current()->PopupCommand(view, chosen - FIRST_POPUP_ITEM);
+    }
+  } else if (chosen >= FIRST_POPUP_ITEM && chosen < FIRST_POPUP_ITEM + POPUP_ITEMS.size()) {
     Run(app_, view.map, POPUP_ITEMS[chosen - FIRST_POPUP_ITEM]);
   }
   return released;

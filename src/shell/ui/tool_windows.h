@@ -15,14 +15,19 @@ class ToolWindows : public ToolHost {
  public:
   explicit ToolWindows(App& app) : app_(app) {}
 
-  // The system's name of the cursor that the tool wants.
-  LPCSTR CursorName() const;
+  // What the tool wants the mouse to look like.
+  HCURSOR Cursor() const;
+  // The system, or another window, has taken the mouse: what is being dragged there ends without
+  // effect.
+  void OnCaptureLost(HWND drawing);
+  // The view's window wants it no more.
+  void ReleaseMouse(HWND drawing);
 
   HeldKeys Keys() const override;
   void Capture(MapView& view, bool on) override;
   void SetCursor(MapView& view, ToolCursor cursor) override;
   void DrawNow(MapView& view, const std::function<void(Canvas&)>& draw) override;
-  bool TrackPopup(MapView& view, Pixel at) override;
+  bool TrackPopup(MapView& view, Pixel at, ToolPopup which) override;
   // Nothing: there is no such window.
   void EditProperties(entity&) override {}
   std::optional<int> AskSides(const std::string& name) override;
@@ -38,6 +43,7 @@ class ToolWindows : public ToolHost {
 
   App& app_;
   ToolCursor cursor_ = ToolCursor::Arrow;
+  HWND dragging_ = nullptr;  // the drawing area that a tool has captured the mouse for
 };
 
 }  // namespace ferrowand

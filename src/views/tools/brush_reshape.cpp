@@ -64,6 +64,13 @@ bool IsAmong(const Vec3& corner, std::span<const Vec3> corners) {
   return std::ranges::any_of(corners, [&](const Vec3& c) { return IsSameCorner(c, corner); });
 }
 
+void AddCorners(const Face& face, std::vector<Vec3>& corners) {
+  if (!face.w) return;
+  for (const WindingPoint& p : std::as_const(*face.w).Points()) {
+    if (!IsAmong(p.Position(), corners)) corners.push_back(p.Position());
+  }
+}
+
 Face FaceOn(const Face& like, const std::array<Vec3, 3>& points, const Plane& plane) {
   Face face = CopyFace(like);
   face.planepts = points;
@@ -84,18 +91,15 @@ std::optional<Brush> Finished(Brush brush, Reporter& reporter) {
 
 }  // namespace
 
-bool IsSameCorner(const Vec3& a, const Vec3& b) {
-  return Length(DVec3(a) - DVec3(b)) <= ON_EPSILON;
-}
-
 std::vector<Vec3> CornersOf(const Brush& brush) {
   std::vector<Vec3> corners;
-  for (const Face& face : brush.Faces()) {
-    if (!face.w) continue;
-    for (const WindingPoint& p : std::as_const(*face.w).Points()) {
-      if (!IsAmong(p.Position(), corners)) corners.push_back(p.Position());
-    }
-  }
+  for (const Face& face : brush.Faces()) AddCorners(face, corners);
+  return corners;
+}
+
+std::vector<Vec3> CornersOf(const Face& face) {
+  std::vector<Vec3> corners;
+  AddCorners(face, corners);
   return corners;
 }
 

@@ -7,14 +7,13 @@
 #include <vector>
 
 #include "document/brush.h"
+#include "views/tools/corner_set.h"
 
 namespace ferrowand {
 
 // Each once, in the order of the faces.
 std::vector<Vec3> CornersOf(const Brush& brush);
-
-// Whether both are one corner.
-bool IsSameCorner(const Vec3& a, const Vec3& b);
+std::vector<Vec3> CornersOf(const Face& face);
 
 // Those corners move, the others stay. A face that is not flat any more becomes several, all with
 // its texture.

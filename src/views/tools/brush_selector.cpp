@@ -49,31 +49,54 @@ void BrushSelector::MouseDown(MapView& view, Pixel at, int button) {
   Selector::MouseDown(view, at, button);
 }
 
-bool BrushSelector::Grab(MapView& view, Pixel at) {
+GrabbedEdges BrushSelector::HandleAt(const MapView& view, Pixel at) const {
   // With Ctrl a press selects, whatever handle lies there.
-  if (view.map.selection.empty() || Host().Keys().control) return false;
+  if (view.map.selection.empty() || Host().Keys().control) return {};
   const Bounds bounds = SelectionBounds(view.map);
-  if (bounds.IsEmpty()) return false;
-  grabbed_ = GrabAt(bounds, view.transform, at);
-  const ViewBox box = ViewBoxOf(bounds, view);
+  if (bounds.IsEmpty()) return {};
+  const GrabbedEdges edges = GrabAt(bounds, view.transform, at);
+  if (mode_ != HandleMode::Rotate) return edges;
+  // A turn changes both axes of the view.
   const DragRules rules = RulesOf(view);
+  return edges.IsCorner() && rules.edits[0] && rules.edits[1] ? edges : GrabbedEdges{};
+}
+
+bool BrushSelector::Grab(MapView& view, Pixel at) {
+  grabbed_ = HandleAt(view, at);
+  if (!grabbed_.Any()) return false;
+  const ViewBox box = SelectionBox(view);
   switch (mode_) {
     case HandleMode::Scale:
       kind_ = Kind::Scale;
       SetAnchor(view, grabbed_.edge[0] < 0 ? box.maxs[0] : box.mins[0],
                 grabbed_.edge[1] < 0 ? box.maxs[1] : box.mins[1]);
-      return grabbed_.Any();
+      break;
     case HandleMode::Rotate:
       kind_ = Kind::Rotate;
       SetAnchor(view, (box.mins[0] + box.maxs[0]) / 2, (box.mins[1] + box.maxs[1]) / 2);
       startAngle_ = AngleOf(AnchorOf(view), WorldAt(view, at));
-      // A turn changes both axes of the view.
-      return grabbed_.IsCorner() && rules.edits[0] && rules.edits[1];
+      break;
     case HandleMode::Skew:
       kind_ = Kind::Skew;
-      return grabbed_.Any();
+      break;
   }
-  return false;
+  return true;
+}
+
+ToolCursor BrushSelector::CursorAt(const MapView& view, Pixel at) const {
+  const GrabbedEdges grabbed = HandleAt(view, at);
+  if (!grabbed.Any()) return Selector::CursorAt(view, at);
+  const auto [u, v] = grabbed.edge;
+  switch (mode_) {
+    case HandleMode::Scale:
+      if (grabbed.IsCorner()) return u == v ? ToolCursor::SizeRising : ToolCursor::SizeFalling;
+      return v == 0 ? ToolCursor::SizeAcross : ToolCursor::SizeUpDown;
+    case HandleMode::Rotate:
+      return ToolCursor::Turn;
+    case HandleMode::Skew:
+      return v != 0 ? ToolCursor::SizeAcross : ToolCursor::SizeUpDown;
+  }
+  return ToolCursor::Arrow;
 }
 
 void BrushSelector::Select(MapView& view, entity* object, bool add) {

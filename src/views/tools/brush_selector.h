@@ -26,10 +26,13 @@ class BrushSelector : public Selector {
   void Drop(MapView& view, Pixel at) override;
   void Click(MapView& view, Pixel at) override;
   bool IsForSelection(const MapView& view, Pixel at) const override;
+  ToolCursor CursorAt(const MapView& view, Pixel at) const override;
 
  private:
   enum class Kind { Move, Scale, Rotate, Skew };
 
+  // What of the handles a press there takes; no edge where there is none.
+  GrabbedEdges HandleAt(const MapView& view, Pixel at) const;
   bool Grab(MapView& view, Pixel at);
   SkewGrab GrabbedForSkew() const;
   // Where the cursor, held at `at`, puts the selection.

@@ -48,35 +48,44 @@ void BrushTool::MouseDown(MapView& view, Pixel at, int button) {
     return;
   }
   if (button != BUTTON_LEFT) return;
-  isGrabbed_ = false;
-  for (const entity* e : SelectedBrushes(view.map)) {
-    for (const Face& face : e->brush.Faces()) {
-      if (isGrabbed_ || !HasHandle(face, view.transform)) continue;
-      if (!IsNear(view.transform.ToScreen(MiddleOf(face)), at)) continue;
-      grabbed_ = {MiddleOf(face), face.plane.normal};
-      isGrabbed_ = true;
-    }
-  }
+  grabbed_ = HandleAt(view, at);
   BeginDrag(view, at);
 }
 
+std::optional<BrushTool::FaceHandle> BrushTool::HandleAt(const MapView& view, Pixel at) const {
+  for (const entity* e : SelectedBrushes(view.map)) {
+    for (const Face& face : e->brush.Faces()) {
+      if (!HasHandle(face, view.transform)) continue;
+      const Vec3 middle = MiddleOf(face);
+      if (IsNear(view.transform.ToScreen(middle), at)) {
+        return FaceHandle{middle, face.plane.normal};
+      }
+    }
+  }
+  return std::nullopt;
+}
+
+ToolCursor BrushTool::CursorAt(const MapView& view, Pixel at) const {
+  return HandleAt(view, at) ? ToolCursor::Move : ToolCursor::Arrow;
+}
+
 Vec3 BrushTool::Offset(const MapView& view, Pixel at) const {
-  if (!isGrabbed_) return {};
-  Vec3 by = SnappedOffset(view, at, grabbed_.middle);
+  if (!grabbed_) return {};
+  Vec3 by = SnappedOffset(view, at, grabbed_->middle);
   // A face along the axes goes as its plane does; whole units keep a slanting one writable.
   for (int axis = 0; axis < 3; ++axis) {
-    by[axis] = grabbed_.normal[axis] == 0 ? 0 : static_cast<float>(RoundToInt(by[axis]));
+    by[axis] = grabbed_->normal[axis] == 0 ? 0 : static_cast<float>(RoundToInt(by[axis]));
   }
   return by;
 }
 
 std::vector<ReshapeTool::Reshaped> BrushTool::Reshape(const MapView& view, const Vec3& by) const {
   std::vector<Reshaped> all;
-  if (!isGrabbed_) return all;
+  if (!grabbed_) return all;
   for (entity* e : SelectedBrushes(view.map)) {
     for (int i = 0; i < e->brush.getNumFaces(); ++i) {
-      if (!IsOf(grabbed_, e->brush.face(i))) continue;
-      all.push_back({e, MoveFace(e->brush, i, by, Host().Report())});
+      if (!IsOf(*grabbed_, e->brush.face(i))) continue;
+      all.push_back({e, CornersOf(e->brush.face(i)), MoveFace(e->brush, i, by, Host().Report())});
       break;
     }
   }
@@ -84,7 +93,7 @@ std::vector<ReshapeTool::Reshaped> BrushTool::Reshape(const MapView& view, const
 }
 
 void BrushTool::Click(MapView& view, Pixel at) {
-  if (!isGrabbed_) PickBrush(view, at);
+  if (!grabbed_) PickBrush(view, at);
 }
 
 void BrushTool::DrawOverlay(MapView& view, Canvas& canvas) {

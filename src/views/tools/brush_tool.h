@@ -20,6 +20,7 @@ class BrushTool : public ReshapeTool {
   Vec3 Offset(const MapView& view, Pixel at) const override;
   std::vector<Reshaped> Reshape(const MapView& view, const Vec3& by) const override;
   void Click(MapView& view, Pixel at) override;
+  ToolCursor CursorAt(const MapView& view, Pixel at) const override;
 
  private:
   // Known by its place: the brush may go away in the middle of a drag.
@@ -29,9 +30,10 @@ class BrushTool : public ReshapeTool {
   };
 
   static bool IsOf(const FaceHandle& handle, const Face& face);
+  // The first one seen there.
+  std::optional<FaceHandle> HandleAt(const MapView& view, Pixel at) const;
 
-  FaceHandle grabbed_;
-  bool isGrabbed_ = false;
+  std::optional<FaceHandle> grabbed_;
 };
 
 }  // namespace ferrowand

@@ -1,18 +1,47 @@
 #include "views/tools/preview.h"
 
 #include <algorithm>
+#include <cmath>
+#include <span>
 #include <utility>
 
+#include "geometry/vec.h"
 #include "views/map_view.h"
 #include "views/tools/tool_host.h"
 
 namespace ferrowand {
 namespace {
 
-constexpr int SQUARE = 4;  // pixels
+constexpr int SQUARE = 4;         // pixels
+constexpr int DASH = 4;           // pixels, and as many between two
+constexpr int MAX_DASHES = 4096;  // of a line; a longer one has longer dashes
+
+// Made of lines, not of a pen: those come out the same however a repaint cuts them.
+void AddDashes(Pixel from, Pixel to, std::vector<PixelLine>& dashes) {
+  const double dx = static_cast<double>(to.x) - from.x, dy = static_cast<double>(to.y) - from.y;
+  const double length = std::max(std::abs(dx), std::abs(dy));
+  const double step = std::max<double>(2 * DASH, length / MAX_DASHES);
+  const auto at = [&](double along) {
+    const double part = length > 0 ? along / length : 0;
+    return Pixel{from.x + RoundToInt(dx * part), from.y + RoundToInt(dy * part)};
+  };
+  for (double along = 0; along <= length; along += step) {
+    dashes.push_back({at(along), at(std::min(along + step / 2 - 1, length))});
+  }
+}
+
+void DrawDashed(std::span<const Pixel> points, const Pen& pen, Canvas& canvas) {
+  std::vector<PixelLine> dashes;
+  for (std::size_t i = 1; i < points.size(); ++i) AddDashes(points[i - 1], points[i], dashes);
+  canvas.Lines(pen, dashes);
+}
 
 void DrawShape(const PreviewShape& shape, const Pen& pen, Canvas& canvas) {
-  if (shape.points.size() > 1) canvas.Polyline(pen, shape.points);
+  if (shape.broken) {
+    DrawDashed(shape.points, pen, canvas);
+  } else if (shape.points.size() > 1) {
+    canvas.Polyline(pen, shape.points);
+  }
   if (!shape.squares) return;
   for (const Pixel p : shape.points) {
     const Pixel corner{p.x - SQUARE / 2, p.y - SQUARE / 2};

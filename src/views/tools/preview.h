@@ -17,6 +17,7 @@ class ViewList;
 struct PreviewShape {
   std::vector<Pixel> points;
   bool squares = false;  // 4 by 4 pixels at each point
+  bool broken = false;   // dashed: what may not be
 };
 
 PreviewShape ClosedShape(std::vector<Pixel> corners);

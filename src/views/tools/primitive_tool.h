@@ -21,6 +21,7 @@ class PrimitiveTool : public ToolBase {
  protected:
   void Drag(MapView& view, Pixel at) override;
   void Drop(MapView& view, Pixel at) override;
+  ToolCursor CursorAt(const MapView&, Pixel) const override { return ToolCursor::Cross; }
 
  private:
   // Across the view from the press to the cursor, on the grid when that is on. Along the depth as

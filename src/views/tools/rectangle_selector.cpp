@@ -1,6 +1,5 @@
 #include "views/tools/rectangle_selector.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "views/map_view.h"
@@ -12,11 +11,6 @@ namespace ferrowand {
 void RectangleSelector::Start(Selector& from, MapView& view, Pixel at) {
   from_ = &from;
   BeginDrag(view, at);
-}
-
-PixelRect RectangleSelector::BandTo(Pixel at) const {
-  return {std::min(pressPixel_.x, at.x), std::min(pressPixel_.y, at.y),
-          std::max(pressPixel_.x, at.x), std::max(pressPixel_.y, at.y)};
 }
 
 void RectangleSelector::Drag(MapView& view, Pixel at) {

@@ -13,6 +13,8 @@ class RectangleSelector : public ToolBase {
 
   std::string Name() const override { return "Rectangle Selector"; }
   void Start(Selector& from, MapView& view, Pixel at);
+  // Another button gives it up.
+  void MouseDown(MapView&, Pixel, int) override { Cancel(); }
   void Cancel() override;
   // As the tool that started it does.
   void DrawOverlay(MapView& view, Canvas& canvas) override;
@@ -23,7 +25,6 @@ class RectangleSelector : public ToolBase {
   void Click(MapView& view, Pixel at) override { Finish(view, at, false); }
 
  private:
-  PixelRect BandTo(Pixel at) const;
   void Finish(MapView& view, Pixel at, bool moved);
   Selector* HandBack();
 

@@ -7,6 +7,7 @@
 #include "document/map.h"
 #include "shell/services/report.h"
 #include "views/map_view.h"
+#include "views/tools/brush_reshape.h"
 #include "views/tools/tool_set.h"
 
 namespace ferrowand {
@@ -19,19 +20,28 @@ void Collect(entity& e, std::vector<entity*>& found) {
   for (const EntityPtr& child : e.getEntityList()) Collect(*child, found);
 }
 
-// Each edge once: inverted twice it would not be seen.
-void AddEdges(const Brush& brush, const MapView& view, std::vector<PixelLine>& edges) {
+// The edges of the brush as it would be seen with its points elsewhere.
+template <typename Place>
+void AddEdges(const Brush& brush, const MapView& view, const Place& place,
+              std::vector<PixelLine>& edges) {
   for (const Face& face : brush.Faces()) {
     if (!face.w) continue;
     const auto points = std::as_const(*face.w).Points();
     if (points.empty()) continue;
-    Pixel from = view.transform.ToScreen(points.back().Position());
+    Pixel from = view.transform.ToScreen(place(points.back().Position()));
     for (const WindingPoint& p : points) {
-      const Pixel to = view.transform.ToScreen(p.Position());
+      const Pixel to = view.transform.ToScreen(place(p.Position()));
       if (from != to) edges.push_back(from < to ? PixelLine{from, to} : PixelLine{to, from});
       from = to;
     }
   }
+}
+
+// Each edge once: inverted twice it would not be seen.
+void AddShapes(std::vector<PixelLine> edges, bool broken, std::vector<PreviewShape>& shapes) {
+  std::ranges::sort(edges);
+  edges.erase(std::unique(edges.begin(), edges.end()), edges.end());
+  for (const PixelLine& edge : edges) shapes.push_back({{edge.from, edge.to}, false, broken});
 }
 
 }  // namespace
@@ -67,20 +77,30 @@ Vec3 ReshapeTool::SnappedOffset(const MapView& view, Pixel at, const Vec3& refer
 
 void ReshapeTool::Drag(MapView& view, Pixel at) {
   const Vec3 by = Offset(view, at);
-  std::vector<PixelLine> edges;
-  bool refused = false;
   const std::vector<Reshaped> all = Reshape(view, by);
   if (all.empty()) return;
+  std::vector<PixelLine> sound, broken;
+  bool refused = false;
   for (const Reshaped& reshaped : all) {
-    refused = refused || !reshaped.result;
-    if (reshaped.result) AddEdges(*reshaped.result, view, edges);
+    if (reshaped.result) {
+      AddEdges(
+          *reshaped.result, view, [](const Vec3& p) { return p; }, sound);
+      continue;
+    }
+    refused = true;
+    AddEdges(
+        reshaped.object->brush, view,
+        [&](const Vec3& p) {
+          const auto same = [&](const Vec3& corner) { return IsSameCorner(corner, p); };
+          return std::ranges::any_of(reshaped.corners, same) ? p + by : p;
+        },
+        broken);
   }
-  std::ranges::sort(edges);
-  edges.erase(std::unique(edges.begin(), edges.end()), edges.end());
   std::vector<PreviewShape> shapes;
-  shapes.reserve(edges.size() + 1);
-  for (const PixelLine& edge : edges) shapes.push_back({{edge.from, edge.to}});
+  AddShapes(std::move(sound), false, shapes);
+  AddShapes(std::move(broken), true, shapes);
   shapes.push_back({{pressPixel_, at}, true});
+  Host().SetCursor(view, refused ? ToolCursor::Refused : ToolCursor::Move);
   Show(view, std::move(shapes),
        refused ? REFUSED
                : Format("Translating: (%i, %i)", RoundToInt(by[view.transform.orienu]),

@@ -1,5 +1,5 @@
 // What the tools share that change the shapes of the selected brushes: a drag shows the brushes as
-// they would be, a drop makes them so. What cannot be is shown, and refused.
+// they would be, a drop makes them so. What cannot be is shown in dashes, and refused.
 #pragma once
 
 #include <optional>
@@ -17,9 +17,10 @@ class ReshapeTool : public ToolBase {
   void Select(MapView& view, entity* object, bool add) override;
 
  protected:
-  // A brush that a drag changes; without a result it may not be so.
+  // A brush that a drag changes: these corners move. Without a result it may not be so.
   struct Reshaped {
     entity* object;
+    std::vector<Vec3> corners;
     std::optional<Brush> result;
   };
 

@@ -55,7 +55,7 @@ void Selector::MouseDown(MapView& view, Pixel at, int button) {
   }
   Pick(view, at);
   if (button == BUTTON_RIGHT) {
-    Host().TrackPopup(view, at);
+    Host().TrackPopup(view, at, ToolPopup::Selection);
   } else if (view.map.selection.empty()) {
     tools_.StartRectangle(*this, view, at);
   } else {
@@ -87,6 +87,13 @@ bool Selector::IsOnSelection(const MapView& view, Pixel at) const {
                              [&](entity* e) { return HitTest(*e, query).object != nullptr; });
 }
 
+ToolCursor Selector::CursorAt(const MapView& view, Pixel at) const {
+  const bool drags =
+      IsOnSelection(view, at) ||
+      (IsForSelection(view, at) && !HitTest(view.map, QueryAt(view, at, Level())).object);
+  return drags ? ToolCursor::Move : ToolCursor::Arrow;
+}
+
 void Selector::Pick(MapView& view, Pixel at) {
   if (IsOnSelection(view, at)) return;
   const bool add = Host().Keys().control;
@@ -109,7 +116,11 @@ void Selector::SelectAll(MapView& view, const std::vector<entity*>& objects, boo
   Map& map = view.map;
   const std::vector<entity*> before = map.selection;
   const Bounds boundsBefore = SelectionBounds(map);
-  ferrowand::Select(map, objects, add);
+  if (add) {
+    ferrowand::Select(map, objects, add);
+  } else {
+    map.selection = objects;
+  }
   if (map.selection == before) return;
   RepaintSelection(map, boundsBefore);
   RepaintSelection(map, SelectionBounds(map));
@@ -196,7 +207,7 @@ void EntitySelector::MouseDown(MapView& view, Pixel at, int button) {
     return;
   }
   Pick(view, at);
-  rightPressed_ = !Host().TrackPopup(view, at);
+  rightPressed_ = !Host().TrackPopup(view, at, ToolPopup::Selection);
 }
 
 void EntitySelector::MouseUp(MapView& view, Pixel at, int button) {

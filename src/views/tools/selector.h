@@ -27,6 +27,7 @@ class Selector : public ToolBase {
   // Of the selection, as it lies.
   void Drag(MapView& view, Pixel at) override;
   void Drop(MapView& view, Pixel at) override;
+  ToolCursor CursorAt(const MapView& view, Pixel at) const override;
 
   // Whether a selected object is there.
   bool IsOnSelection(const MapView& view, Pixel at) const;
@@ -36,6 +37,7 @@ class Selector : public ToolBase {
   }
   // Picks what is there, or keeps the selection that is there.
   void Pick(MapView& view, Pixel at);
+  // Of the objects each is there once.
   void SelectAll(MapView& view, const std::vector<entity*>& objects, bool add);
   // Those whose bounds are seen in the rectangle, by the rule of the set.
   std::vector<entity*> ObjectsIn(const MapView& view, const PixelRect& closed) const;

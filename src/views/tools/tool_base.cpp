@@ -1,8 +1,10 @@
 #include "views/tools/tool_base.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
+#include "document/edit/selection.h"
 #include "document/map.h"
 #include "gamedata/entity_class.h"
 #include "shell/services/report.h"
@@ -55,6 +57,8 @@ void ToolBase::BeginDrag(MapView& view, Pixel at) {
   pressView_ = &view;
   pressPixel_ = at;
   press_ = WorldAt(view, at);
+  pressSelection_ = view.map.selection;
+  pressBounds_ = SelectionBounds(view.map);
   moved_ = false;
   Host().Capture(view, true);
 }
@@ -62,7 +66,28 @@ void ToolBase::BeginDrag(MapView& view, Pixel at) {
 void ToolBase::EndDrag() {
   preview_.Clear();
   press_ = {NO_PRESS, NO_PRESS};
-  pressView_ = nullptr;
+  MapView* const view = std::exchange(pressView_, nullptr);
+  if (view && std::ranges::find(tools_.Views().Views(), view) != tools_.Views().Views().end()) {
+    Host().Capture(*view, false);
+  }
+}
+
+bool ToolBase::IsSound(const MapView& view) const {
+  return pressView_ == &view && view.map.selection == pressSelection_ &&
+         SelectionBounds(view.map) == pressBounds_;
+}
+
+PixelRect ToolBase::BandTo(Pixel at) const {
+  return {std::min(pressPixel_.x, at.x), std::min(pressPixel_.y, at.y),
+          std::max(pressPixel_.x, at.x), std::max(pressPixel_.y, at.y)};
+}
+
+void ToolBase::Hover(MapView& view, Pixel at) {
+  Host().SetCursor(view, CursorAt(view, at));
+}
+
+ToolCursor ToolBase::CursorAt(const MapView&, Pixel) const {
+  return ToolCursor::Arrow;
 }
 
 void ToolBase::Cancel() {
@@ -70,7 +95,7 @@ void ToolBase::Cancel() {
 }
 
 void ToolBase::MouseMove(MapView& view, Pixel at, int buttons) {
-  if (IsDragging() && (pressView_ != &view || !(buttons & BUTTON_LEFT))) Cancel();
+  if (IsDragging() && (!IsSound(view) || !(buttons & BUTTON_LEFT))) Cancel();
   if (!IsDragging()) {
     Hover(view, at);
     return;
@@ -82,11 +107,11 @@ void ToolBase::MouseMove(MapView& view, Pixel at, int buttons) {
 
 void ToolBase::MouseUp(MapView& view, Pixel at, int button) {
   if (button != BUTTON_LEFT || !IsDragging()) return;
-  Host().Capture(view, false);
-  if (pressView_ != &view) {
+  if (!IsSound(view)) {
     Cancel();
     return;
   }
+  Host().Capture(view, false);
   preview_.Clear();
   if (moved_) {
     Drop(view, at);
@@ -96,9 +121,8 @@ void ToolBase::MouseUp(MapView& view, Pixel at, int button) {
   EndDrag();
 }
 
-bool ToolBase::Key(MapView& view, char c) {
+bool ToolBase::Key(MapView&, char c) {
   if (c != ESCAPE || !IsDragging()) return false;
-  Host().Capture(view, false);
   Cancel();
   return true;
 }

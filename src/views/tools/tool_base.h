@@ -2,6 +2,9 @@
 // began.
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "document/edit/edit_result.h"
 #include "geometry/vec.h"
 #include "views/hit_test.h"
@@ -47,11 +50,15 @@ class ToolBase : public Tool {
   virtual void Drag(MapView& view, Pixel at) { (void)view, (void)at; }
   virtual void Drop(MapView& view, Pixel at) { (void)view, (void)at; }
   virtual void Click(MapView& view, Pixel at) { (void)view, (void)at; }
-  virtual void Hover(MapView& view, Pixel at) { (void)view, (void)at; }
+  virtual void Hover(MapView& view, Pixel at);
+  // What a press there would do.
+  virtual ToolCursor CursorAt(const MapView& view, Pixel at) const;
 
   void BeginDrag(MapView& view, Pixel at);
   void EndDrag();
   bool IsDragging() const { return press_[0] != NO_PRESS; }
+  // From where the drag has begun to the cursor.
+  PixelRect BandTo(Pixel at) const;
 
   ToolHost& Host() const;
   // A preview and its words.
@@ -71,7 +78,13 @@ class ToolBase : public Tool {
   ViewInts press_{NO_PRESS, NO_PRESS};  // world units
 
  private:
-  MapView* pressView_ = nullptr;  // compared only: it may be gone
+  // Whether the drag is still about what it began with: an undo in its middle may have taken or
+  // changed that.
+  bool IsSound(const MapView& view) const;
+
+  MapView* pressView_ = nullptr;         // compared only: it may be gone
+  std::vector<entity*> pressSelection_;  // likewise
+  Bounds pressBounds_;
   bool moved_ = false;
 };
 

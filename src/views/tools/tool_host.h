@@ -20,7 +20,22 @@ struct HeldKeys {
   bool shift = false;
 };
 
-enum class ToolCursor { Arrow, Entity, Move, Cross };
+// Rising: along the diagonal from the bottom left to the top right; Falling: along the other one.
+enum class ToolCursor {
+  Arrow,
+  Entity,
+  Move,
+  Cross,
+  SizeAcross,
+  SizeUpDown,
+  SizeRising,
+  SizeFalling,
+  Turn,
+  Refused
+};
+
+// The context popups of the 2D views.
+enum class ToolPopup { Selection, TouchUp };
 
 class ToolHost {
  public:
@@ -34,9 +49,9 @@ class ToolHost {
   // Lets `draw` draw on what the view shows now, at once and with no repaint.
   virtual void DrawNow(MapView& view, const std::function<void(Canvas&)>& draw) = 0;
 
-  // The context popup of the selection, at that pixel. Comes back when it has been closed; whether
+  // At that pixel. Comes back when it has been closed and what was chosen has been done; whether
   // the menu took the release of the button that opened it.
-  virtual bool TrackPopup(MapView& view, Pixel at) = 0;
+  virtual bool TrackPopup(MapView& view, Pixel at, ToolPopup which) = 0;
   virtual void EditProperties(entity& e) = 0;
   // Of a round primitive; nothing when the user thought better of it.
   virtual std::optional<int> AskSides(const std::string& name) = 0;

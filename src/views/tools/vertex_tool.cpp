@@ -18,17 +18,32 @@ constexpr int CORNER_SIZE = 4;    // pixels, half of the square at a corner
 constexpr double EDGE_REACH = 3;  // pixels
 constexpr Colour WHITE{255, 255, 255}, PICKED{224, 0, 0};
 
-void AddCorner(std::vector<Vec3>& corners, const Vec3& corner) {
-  const auto same = [&](const Vec3& other) { return IsSameCorner(other, corner); };
-  if (std::ranges::none_of(corners, same)) corners.push_back(corner);
+std::vector<Vec3> CornersOf(const std::vector<entity*>& brushes) {
+  std::vector<Vec3> corners;
+  CornerSet known;
+  for (const entity* e : brushes) {
+    for (const Vec3& corner : CornersOf(e->brush)) {
+      if (known.Add(corner)) corners.push_back(corner);
+    }
+  }
+  return corners;
 }
 
 std::vector<Vec3> CornersOfSelection(const Map& map) {
-  std::vector<Vec3> corners;
-  for (const entity* e : SelectedBrushes(map)) {
-    for (const Vec3& corner : CornersOf(e->brush)) AddCorner(corners, corner);
-  }
-  return corners;
+  return CornersOf(SelectedBrushes(map));
+}
+
+// Those a corner or an edge of which may be seen at the pixel.
+std::vector<entity*> BrushesAt(const MapView& view, Pixel at) {
+  std::vector<entity*> brushes = SelectedBrushes(view.map);
+  std::erase_if(brushes, [&](const entity* e) {
+    const Bounds& box = e->brush.Box();
+    if (box.IsEmpty()) return true;
+    const PixelRect rect = view.transform.ToScreen(box.mins, box.maxs);
+    return at.x < rect.left - CORNER_SIZE || at.x > rect.right + CORNER_SIZE ||
+           at.y < rect.top - CORNER_SIZE || at.y > rect.bottom + CORNER_SIZE;
+  });
+  return brushes;
 }
 
 bool IsNear(Pixel a, Pixel b) {
@@ -44,8 +59,8 @@ double DistanceToEdge(Pixel a, Pixel b, Pixel p) {
 }
 
 // The ends of the first edge that runs through the pixel.
-std::vector<Vec3> EdgeAt(const MapView& view, Pixel at) {
-  for (const entity* e : SelectedBrushes(view.map)) {
+std::vector<Vec3> EdgeAt(const std::vector<entity*>& brushes, const MapView& view, Pixel at) {
+  for (const entity* e : brushes) {
     for (const Face& face : e->brush.Faces()) {
       if (!face.w) continue;
       const auto points = std::as_const(*face.w).Points();
@@ -66,18 +81,22 @@ std::vector<Vec3> EdgeAt(const MapView& view, Pixel at) {
 
 // All that lie behind each other there, else the ends of an edge.
 std::vector<Vec3> VertexTool::CornersAt(const MapView& view, Pixel at) const {
-  std::vector<Vec3> corners = CornersOfSelection(view.map);
+  const std::vector<entity*> brushes = BrushesAt(view, at);
+  std::vector<Vec3> corners = CornersOf(brushes);
   std::erase_if(corners, [&](const Vec3& c) { return !IsNear(view.transform.ToScreen(c), at); });
-  return corners.empty() ? EdgeAt(view, at) : corners;
+  return corners.empty() ? EdgeAt(brushes, view, at) : corners;
 }
 
-bool VertexTool::IsPicked(const Vec3& corner) const {
-  return std::ranges::any_of(picked_, [&](const Vec3& p) { return IsSameCorner(p, corner); });
+ToolCursor VertexTool::CursorAt(const MapView& view, Pixel at) const {
+  return CornersAt(view, at).empty() ? ToolCursor::Arrow : ToolCursor::Move;
 }
 
 void VertexTool::Pick(const std::vector<Vec3>& corners, bool add) {
   if (!add) picked_.clear();
-  for (const Vec3& corner : corners) AddCorner(picked_, corner);
+  CornerSet known(picked_);
+  for (const Vec3& corner : corners) {
+    if (known.Add(corner)) picked_.push_back(corner);
+  }
 }
 
 void VertexTool::PickAll(const Map& map) {
@@ -87,7 +106,8 @@ void VertexTool::PickAll(const Map& map) {
 
 void VertexTool::InvertPicked(const Map& map) {
   std::vector<Vec3> others = CornersOfSelection(map);
-  std::erase_if(others, [&](const Vec3& corner) { return IsPicked(corner); });
+  const CornerSet picked(picked_);
+  std::erase_if(others, [&](const Vec3& corner) { return picked.Contains(corner); });
   picked_ = std::move(others);
   RepaintSelection(map, SelectionBounds(map));
 }
@@ -107,15 +127,30 @@ bool VertexTool::Key(MapView& view, char c) {
   }
 }
 
+void VertexTool::PopupCommand(MapView& view, unsigned command) {
+  switch (command) {
+    case 0:
+      return PickAll(view.map);
+    case 1:
+      return InvertPicked(view.map);
+    case 2:
+      return tools_.Use(tools_.brushSelector);
+  }
+}
+
 void VertexTool::MouseDown(MapView& view, Pixel at, int button) {
   if (IsDragging()) {
     Cancel();
     return;
   }
-  if (button != BUTTON_LEFT) return;
+  if (button != BUTTON_LEFT) {
+    Host().TrackPopup(view, at, ToolPopup::TouchUp);
+    return;
+  }
   const std::vector<Vec3> corners = CornersAt(view, at);
   isBand_ = corners.empty();
-  if (std::ranges::any_of(corners, [&](const Vec3& c) { return !IsPicked(c); })) {
+  const CornerSet picked(picked_);
+  if (!std::ranges::all_of(corners, [&](const Vec3& c) { return picked.Contains(c); })) {
     Pick(corners, Host().Keys().control);
     RepaintSelection(view.map, SelectionBounds(view.map));
   }
@@ -132,11 +167,13 @@ Vec3 VertexTool::Offset(const MapView& view, Pixel at) const {
 
 std::vector<ReshapeTool::Reshaped> VertexTool::Reshape(const MapView& view, const Vec3& by) const {
   std::vector<Reshaped> all;
+  const CornerSet picked(picked_);
   for (entity* e : SelectedBrushes(view.map)) {
     std::vector<Vec3> corners = CornersOf(e->brush);
-    std::erase_if(corners, [&](const Vec3& corner) { return !IsPicked(corner); });
+    std::erase_if(corners, [&](const Vec3& corner) { return !picked.Contains(corner); });
     if (corners.empty()) continue;
-    all.push_back({e, MoveCorners(e->brush, corners, by, Host().Report())});
+    std::optional<Brush> result = MoveCorners(e->brush, corners, by, Host().Report());
+    all.push_back({e, std::move(corners), std::move(result)});
   }
   return all;
 }
@@ -150,9 +187,7 @@ void VertexTool::Drag(MapView& view, Pixel at) {
     ReshapeTool::Drag(view, at);
     return;
   }
-  preview_.Show(view,
-                {RectangleShape({std::min(pressPixel_.x, at.x), std::min(pressPixel_.y, at.y),
-                                 std::max(pressPixel_.x, at.x), std::max(pressPixel_.y, at.y)})});
+  preview_.Show(view, {RectangleShape(BandTo(at))});
 }
 
 void VertexTool::Drop(MapView& view, Pixel at) {
@@ -160,12 +195,11 @@ void VertexTool::Drop(MapView& view, Pixel at) {
     ReshapeTool::Drop(view, at);
     return;
   }
-  const Pixel low{std::min(pressPixel_.x, at.x), std::min(pressPixel_.y, at.y)};
-  const Pixel high{std::max(pressPixel_.x, at.x), std::max(pressPixel_.y, at.y)};
+  const PixelRect band = BandTo(at);
   std::vector<Vec3> corners = CornersOfSelection(view.map);
   std::erase_if(corners, [&](const Vec3& corner) {
     const Pixel p = view.transform.ToScreen(corner);
-    return p.x < low.x || p.x > high.x || p.y < low.y || p.y > high.y;
+    return p.x < band.left || p.x > band.right || p.y < band.top || p.y > band.bottom;
   });
   Pick(corners, Host().Keys().control);
   RepaintSelection(view.map, SelectionBounds(view.map));
@@ -182,10 +216,11 @@ void VertexTool::DrawOverlay(MapView& view, Canvas& canvas) {
   DrawSelection(view, canvas);
   const PixelSize area = view.DrawingArea();
   const Pen pen = view.Context(canvas, {0, 0, area.width, area.height}).pens.foreground;
+  const CornerSet picked(picked_);
   for (const Vec3& corner : CornersOfSelection(view.map)) {
     const Pixel p = view.transform.ToScreen(corner);
     canvas.Rectangle(
-        pen, IsPicked(corner) ? PICKED : WHITE,
+        pen, picked.Contains(corner) ? PICKED : WHITE,
         {p.x - CORNER_SIZE + 1, p.y - CORNER_SIZE + 1, p.x + CORNER_SIZE, p.y + CORNER_SIZE});
   }
   preview_.Draw(view, canvas);

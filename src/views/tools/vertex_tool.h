@@ -13,7 +13,10 @@ class VertexTool : public ReshapeTool {
   using ReshapeTool::ReshapeTool;
 
   std::string Name() const override { return "Touch up"; }
+  // The right button opens the popup of the mode.
   void MouseDown(MapView& view, Pixel at, int button) override;
+  // In the popup's order: all corners, the others, the end of the mode.
+  void PopupCommand(MapView& view, unsigned command) override;
   // 'L' all corners, 'I' the others.
   bool Key(MapView& view, char c) override;
   void DrawOverlay(MapView& view, Canvas& canvas) override;
@@ -29,10 +32,10 @@ class VertexTool : public ReshapeTool {
   void Drag(MapView& view, Pixel at) override;
   void Drop(MapView& view, Pixel at) override;
   void Click(MapView& view, Pixel at) override;
+  ToolCursor CursorAt(const MapView& view, Pixel at) const override;
 
  private:
   std::vector<Vec3> CornersAt(const MapView& view, Pixel at) const;
-  bool IsPicked(const Vec3& corner) const;
   void Pick(const std::vector<Vec3>& corners, bool add);
 
   std::vector<Vec3> picked_;

@@ -15,7 +15,7 @@ class SelectorTest : public ToolTest {
   }
 };
 
-TEST_F(SelectorTest, AClickSelectsAndCtrlAdds) {
+TEST_F(SelectorTest, AClickSelectsAndCtrlAddsAndNeitherChangesWhatIsSelected) {
   entity& left = small.AddCuboid({-256, 0, 0}, {-128, 64, 64});
   entity& right = small.AddCuboid({128, 0, 0}, {256, 64, 64});
   Click(-200, 32);
@@ -25,18 +25,12 @@ TEST_F(SelectorTest, AClickSelectsAndCtrlAdds) {
   host.keys.control = true;
   Click(-200, 32);
   EXPECT_EQ(Selected(), (Objects{&right, &left}));
-  EXPECT_EQ(host.selections, 3);
-}
-
-TEST_F(SelectorTest, AClickOnTheSelectionNeverChangesIt) {
-  entity& left = small.AddCuboid({-256, 0, 0}, {-128, 64, 64});
-  entity& right = small.AddCuboid({128, 0, 0}, {256, 64, 64});
-  map.selection = {&right, &left};
   for (const bool control : {false, true}) {
     host.keys.control = control;
     Click(-200, 32);
     EXPECT_EQ(Selected(), (Objects{&right, &left}));
   }
+  EXPECT_EQ(host.selections, 3);
 }
 
 TEST_F(SelectorTest, EmptySpaceEmptiesTheSelectionAndStartsARectangle) {
@@ -92,39 +86,6 @@ TEST_F(SelectorTest, ADragMovesByTheGridAndIsOneStepToUndo) {
     map.undo.Undo();
     EXPECT_EQ(Text(), before);
   }
-}
-
-TEST_F(SelectorTest, AnAxisThatTheViewDoesNotEditStays) {
-  entity& light = AddLight("0 0 0");
-  map.selection = {&light};
-  tools.ToggleAxisLimit(map, 0);
-  EXPECT_TRUE(tools.IsAxisLimited(map, 0));
-  Drag(0, 0, 128, 128);
-  EXPECT_EQ(light.Origin(), Vec3(0, 128, 0));
-  tools.ToggleAxisLimit(map, 0);
-  Drag(0, 128, 128, 128);
-  EXPECT_EQ(light.Origin(), Vec3(128, 128, 0));
-}
-
-TEST_F(SelectorTest, NothingChangesBeforeTheReleaseNorAfterAnEscape) {
-  entity& light = AddLight("0 0 0");
-  map.selection = {&light};
-  const std::string before = Text();
-  Press(0, 0);
-  MoveTo(128, 0);
-  EXPECT_EQ(Text(), before);
-  EXPECT_TRUE(tools.Current()->HasPreview());
-  EXPECT_TRUE(tools.Current()->Key(view, '\x1b'));
-  EXPECT_FALSE(tools.Current()->HasPreview());
-  Release(128, 0);
-  EXPECT_EQ(Text(), before);
-  EXPECT_EQ(host.changes, 0);
-
-  Press(0, 0);
-  MoveTo(128, 0);
-  MoveTo(128, 0, 0);  // the button was let go elsewhere
-  Release(128, 0);
-  EXPECT_EQ(Text(), before);
 }
 
 TEST_F(SelectorTest, CtrlAtTheReleaseDuplicates) {
@@ -266,78 +227,6 @@ TEST_F(SelectorTest, TabGoesThroughTheToolsAndTellsTheirNames) {
   }
   EXPECT_EQ(names[0], "Brush Selector");
   EXPECT_EQ(host.toolChanges, 4);
-}
-
-TEST_F(SelectorTest, ChangingTheToolEndsTheRectangle) {
-  Press(200, 200);
-  MoveTo(100, 100);
-  tools.Next();
-  EXPECT_EQ(tools.Current(), &tools.brushSelector);
-  EXPECT_FALSE(tools.brushSelector.HasPreview());
-  Release(100, 100);
-  EXPECT_EQ(tools.Current(), &tools.brushSelector);
-}
-
-TEST_F(SelectorTest, ADragLeavesNoTraceOnTheScreen) {
-  AddLight("0 0 0");
-  small.AddCuboid({-64, -64, 0}, {64, 64, 64});
-  SoftwareCanvas screen(window.area);
-  host.screens[&view] = &screen;
-  const auto paint = [&](const PixelRect& part) { view.Paint(screen, part); };
-  const PixelRect all{0, 0, window.area.width, window.area.height};
-
-  // A rubber band, with a part repainted under it.
-  paint(all);
-  Press(-160, 160);
-  MoveTo(40, -40);
-  paint({150, 100, 230, 170});
-  EXPECT_EQ(screen.Pixels(), FreshPaint());
-  MoveTo(120, -90);
-  EXPECT_EQ(screen.Pixels(), FreshPaint());
-  Release(120, -90);
-  paint(all);
-
-  // The selection.
-  ASSERT_EQ(map.selection.size(), 2u);
-  const std::vector<Colour> still = screen.Pixels();
-  Press(0, 0);
-  MoveTo(70, 64);
-  EXPECT_NE(screen.Pixels(), still);
-  paint({190, 100, 260, 150});
-  MoveTo(140, 12);
-  paint({0, 0, 215, 140});
-  EXPECT_EQ(screen.Pixels(), FreshPaint());
-  tools.Current()->Key(view, '\x1b');
-  EXPECT_EQ(screen.Pixels(), still);
-}
-
-TEST_F(SelectorTest, ADragStepRepaintsNothing) {
-  entity& light = AddLight("0 0 0");
-  map.selection = {&light};
-  Press(0, 0);
-  const int before = window.invalidations;
-  for (int step = 1; step < 10; ++step) MoveTo(16 * step, 0);
-  EXPECT_EQ(window.invalidations, before);
-  EXPECT_GT(host.draws, 9);
-  view.ScrollBy(64, 0);
-  EXPECT_TRUE(window.scrolled.empty()) << "what is inverted must not be moved";
-  EXPECT_EQ(window.invalidations, before + 1);
-  Release(160, 0);
-  view.ScrollBy(64, 0);
-  EXPECT_EQ(window.scrolled.size(), 1u);
-}
-
-TEST_F(SelectorTest, AViewThatIsClosedInADragIsNotDrawnOn) {
-  AddLight("0 0 0");
-  FakeViewHost secondWindow;
-  auto second = std::make_unique<MapView>(map, secondWindow, list, options, tools.Current());
-  second->OnMouseDown({50, 50}, BUTTON_LEFT, false, false);
-  second->OnMouseMove({90, 90}, BUTTON_LEFT, false);
-  second.reset();
-  const int draws = host.draws;
-  MoveTo(0, 0, 0);
-  EXPECT_EQ(host.draws, draws);
-  EXPECT_EQ(tools.Current(), &tools.entitySelector);
 }
 
 }  // namespace

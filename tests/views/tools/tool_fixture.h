@@ -28,6 +28,7 @@ class FakeToolHost : public ToolHost {
   std::map<const MapView*, SoftwareCanvas*> screens;
   int draws = 0;
   std::vector<Pixel> popups;
+  ToolPopup lastPopup = ToolPopup::Selection;
   bool popupTakesRelease = false;
   std::vector<entity*> edited;
   std::optional<int> sides = 8;
@@ -43,8 +44,9 @@ class FakeToolHost : public ToolHost {
     screen.SetClip({0, 0, screen.Size().width, screen.Size().height});
     draw(screen);
   }
-  bool TrackPopup(MapView&, Pixel at) override {
+  bool TrackPopup(MapView&, Pixel at, ToolPopup which) override {
     popups.push_back(at);
+    lastPopup = which;
     return popupTakesRelease;
   }
   void EditProperties(entity& e) override { edited.push_back(&e); }

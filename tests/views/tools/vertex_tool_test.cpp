@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "support/canvas_recorder.h"
 #include "views/tools/brush_reshape.h"
 #include "views/tools/tool_fixture.h"
 
@@ -86,26 +87,76 @@ TEST_F(ReshapeTest, AnEdgeIsPickedByItsEndsAndManyByARectangle) {
   view.SetOrientation(Orientation::Top);
   Drag(-40, 100, 20, -40);
   EXPECT_EQ(tools.vertexTool.Picked().size(), 4u);
-  tools.vertexTool.Key(view, 'i');
+  EXPECT_TRUE(view.OnCharacter('i', false));
   EXPECT_EQ(tools.vertexTool.Picked().size(), 4u);
-  tools.vertexTool.Key(view, 'L');
+  EXPECT_TRUE(view.OnCharacter('L', false));
   EXPECT_EQ(tools.vertexTool.Picked().size(), 8u);
   Drag(0, 0, 32, 0);
   EXPECT_EQ(cube.GetBounds().mins, Vec3(32, 0, 0));
 }
 
-TEST_F(ReshapeTest, WhatCannotBeIsShownAndRefused) {
-  tools.Use(tools.vertexTool);
+TEST_F(ReshapeTest, WhatCannotBeIsShownInDashesAndRefused) {
+  struct Case {
+    Tool& tool;
+    Pixel grip, sound, broken;  // in the world
+  };
+  const Case cases[] = {{tools.vertexTool, {64, 64}, {80, 80}, {10, 10}},
+                        {tools.brushTool, {64, 32}, {100, 32}, {-80, 32}}};
   const std::string before = Text();
-  Press(64, 64);
-  MoveTo(10, 10);
-  EXPECT_EQ(Status(), "The brush would not be convex or would lose a face");
-  Release(10, 10);
-  EXPECT_EQ(Status(), "The brush would not be convex or would lose a face");
-  EXPECT_EQ(Text(), before);
-  EXPECT_FALSE(map.undo.CanUndo());
+  const auto lines = [&] {
+    CanvasRecorder canvas;
+    tools.Current()->DrawOverlay(view, canvas);
+    std::vector<PixelLine> found;
+    for (const auto& call : canvas.Of(CanvasRecorder::Kind::Polyline)) {
+      if (call.points.size() == 2) found.push_back({call.points[0], call.points[1]});
+    }
+    return std::pair{found, canvas.LinesIn({{255, 255, 255}})};
+  };
+  for (const Case& c : cases) {
+    tools.Use(c.tool);
+    Press(c.grip.x, c.grip.y);
+    MoveTo(c.sound.x, c.sound.y);
+    EXPECT_TRUE(lines().second.empty());
+    EXPECT_EQ(host.cursor, ToolCursor::Move);
+    MoveTo(c.broken.x, c.broken.y);
+    EXPECT_EQ(host.cursor, ToolCursor::Refused);
+    const auto [whole, dashes] = lines();
+    EXPECT_EQ(whole.size(), 1u) << "only from the press to the cursor";
+    EXPECT_TRUE(std::ranges::any_of(dashes, [&](const PixelLine& dash) {
+      return std::abs(dash.from.x - At(c.broken.x, 0).x) <= 4;
+    })) << "the corners are where the cursor is";
+    EXPECT_EQ(Status(), "The brush would not be convex or would lose a face");
+    Release(c.broken.x, c.broken.y);
+    EXPECT_EQ(Status(), "The brush would not be convex or would lose a face");
+    EXPECT_EQ(Text(), before);
+    EXPECT_FALSE(map.undo.CanUndo());
+  }
   tools.vertexTool.Group(view);
   EXPECT_EQ(small.sink.OnlyText(), "Cannot group with this tool");
+}
+
+TEST_F(ReshapeTest, TheRightButtonOpensThePopupOfTheMode) {
+  tools.Use(tools.vertexTool);
+  Press(200, 200, BUTTON_RIGHT);
+  EXPECT_EQ(host.popups.size(), 1u);
+  EXPECT_EQ(host.lastPopup, ToolPopup::TouchUp);
+  tools.vertexTool.PopupCommand(view, 0);
+  EXPECT_EQ(tools.vertexTool.Picked().size(), 8u);
+  tools.vertexTool.PopupCommand(view, 1);
+  EXPECT_TRUE(tools.vertexTool.Picked().empty());
+  tools.vertexTool.PopupCommand(view, 2);
+  EXPECT_EQ(tools.Current(), &tools.brushSelector);
+}
+
+TEST(CornerSetTest, WhatLiesNearIsThereAlsoAcrossTheSidesOfItsCells) {
+  CornerSet set;
+  for (int i = 0; i < 64; ++i) {
+    const float at = 0.5f + static_cast<float>(i);
+    EXPECT_TRUE(set.Add({at - 0.03f, at, at + 0.03f}));
+    EXPECT_FALSE(set.Add({at + 0.03f, at + 0.02f, at}));
+    EXPECT_TRUE(set.Contains({at, at - 0.02f, at - 0.01f}));
+    EXPECT_FALSE(set.Contains({at, at - 0.2f, at}));
+  }
 }
 
 TEST_F(ReshapeTest, CornersOfTwoBrushesAtOnePlaceGoTogether) {
@@ -140,27 +191,6 @@ TEST_F(ReshapeTest, AClickBesideTheHandlesPicksAnotherBrush) {
     map.selection = {&cube};
     Click(-150, 20);
     EXPECT_EQ(Selected(), (std::vector<entity*>{&other})) << tool->Name();
-  }
-}
-
-TEST_F(ReshapeTest, APreviewLeavesNoTrace) {
-  SoftwareCanvas screen(window.area);
-  host.screens[&view] = &screen;
-  for (Tool* tool : {static_cast<Tool*>(&tools.brushTool), static_cast<Tool*>(&tools.vertexTool)}) {
-    tools.Use(*tool);
-    Press(64, 32);
-    MoveTo(100, 40);
-    tools.Current()->Key(view, '\x1b');
-    view.Paint(screen, {0, 0, window.area.width, window.area.height});
-    const std::vector<Colour> still = screen.Pixels();
-    Press(64, 32);
-    MoveTo(100, 40);
-    EXPECT_NE(screen.Pixels(), still) << tool->Name();
-    view.Paint(screen, {190, 100, 220, 150});
-    MoveTo(120, 100);
-    EXPECT_EQ(screen.Pixels(), FreshPaint()) << tool->Name();
-    tools.Current()->Key(view, '\x1b');
-    EXPECT_EQ(screen.Pixels(), still) << tool->Name();
   }
 }
 
