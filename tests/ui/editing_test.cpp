@@ -1,5 +1,6 @@
 // Building with mouse and menu: from the messages of the windows to the documents.
 #include <array>
+#include <functional>
 
 #include "document/edit/clipboard.h"
 #include "document/edit/selection.h"
@@ -42,14 +43,13 @@ class EditingTest : public AppTest {
   Bounds Selected() const { return SelectionBounds(*map); }
   const std::string& LastMessage() const { return sink.messages.back().text; }
 
-  Map* map = nullptr;
-
- private:
   void Send(UINT message, WPARAM keys, const Vec3& at) {
     auto& window = static_cast<MapWindow&>(*app->ActiveWindow());
     const Pixel pixel = window.View()->transform.ToScreen(at);
     SendMessageA(window.Drawing(), message, keys, MAKELPARAM(pixel.x, pixel.y));
   }
+
+  Map* map = nullptr;
 };
 
 TEST_F(EditingTest, ACuboidIsDrawnDraggedAndUndone) {
@@ -202,6 +202,51 @@ TEST_F(EditingTest, ThePopupFlipsAlongItsOwnAxisAndTheKeyAlongX) {
   Give(51793u);
   EXPECT_EQ(Text(), x);
   EXPECT_TRUE(GetMenuState(app->Popup(ID_POPUP_SELECTION), 1011, MF_BYCOMMAND) & MF_GRAYED);
+}
+
+TEST_F(EditingTest, ADragEndsWithoutEffectWhenTheMouseIsTakenOrEscapeIsTyped) {
+  StartNew();
+  MakeCuboid({0, 0, 0}, {64, 64, 0});
+  const std::string made = Text();
+  const HWND drawing = static_cast<MapWindow&>(*app->ActiveWindow()).Drawing();
+  const std::function<void()> interruptions[] = {[&] { SetCapture(app->frame.Handle()); },
+                                                 [&] { ReleaseCapture(); },
+                                                 [&] { SendMessageA(drawing, WM_CHAR, 27, 0); }};
+  for (const auto& interrupt : interruptions) {
+    Press({32, 32, 0});
+    Move({160, 32, 0});
+    ASSERT_TRUE(app->tools.Current()->HasPreview());
+    interrupt();
+    EXPECT_FALSE(app->tools.Current()->HasPreview());
+    EXPECT_NE(GetCapture(), drawing);
+    Release({160, 32, 0});
+    EXPECT_EQ(Text(), made);
+    ReleaseCapture();
+  }
+  Drag({32, 32, 0}, {96, 32, 0});
+  EXPECT_NE(Text(), made);
+}
+
+TEST_F(EditingTest, HandlesHaveCursorsAndTouchUpItsPopup) {
+  StartNew();
+  MakeCuboid({0, 0, 0}, {64, 64, 0});
+  const HCURSOR arrow = LoadCursorA(nullptr, IDC_ARROW);
+  const auto hover = [&](const Vec3& at) {
+    Send(WM_MOUSEMOVE, 0, at);
+    return app->toolWindows.Cursor();
+  };
+  EXPECT_EQ(hover({32, 32, 0}), LoadCursorA(nullptr, IDC_SIZEALL));
+  EXPECT_EQ(hover({80, 80, 0}), LoadCursorA(nullptr, IDC_SIZENESW));
+  Click({32, 32, 0});  // on to the handles that turn
+  const HCURSOR turn = hover({80, 80, 0});
+  EXPECT_NE(turn, nullptr);
+  EXPECT_NE(turn, arrow);
+  EXPECT_EQ(hover({160, 160, 0}), arrow);
+
+  Give(Command::TouchUp);
+  dialogs.commands = {1000};
+  Send(WM_RBUTTONDOWN, MK_RBUTTON, {160, 160, 0});
+  EXPECT_EQ(app->tools.vertexTool.Picked().size(), 8u);
 }
 
 TEST_F(EditingTest, ModesAndLimitsAreTicked) {

@@ -114,46 +114,42 @@ TEST_F(SelectorTest, HoveringTellsWhatItIs) {
   EXPECT_EQ(host.cursor, ToolCursor::Arrow);
 }
 
-TEST_F(SelectorTest, TheRightButtonPicksAndOpensThePopup) {
+TEST_F(SelectorTest, TheRightButtonPicksOpensThePopupAndEditsWhenTheMenuLeavesItsRelease) {
   entity& light = AddLight("0 0 0");
+  entity& other = AddLight("128 0 0");
+  const auto rightClick = [&](int u) {
+    small.sink.messages.clear();
+    Press(u, 0, BUTTON_RIGHT);
+    Release(u, 0, BUTTON_RIGHT);
+  };
   host.popupTakesRelease = true;
-  Press(0, 0, BUTTON_RIGHT);
-  Release(0, 0, BUTTON_RIGHT);
+  rightClick(0);
   EXPECT_EQ(Selected(), (Objects{&light}));
   EXPECT_EQ(host.popups, (std::vector<Pixel>{At(0, 0)}));
   EXPECT_TRUE(host.edited.empty());
-  tools.Use(tools.brushSelector);
-  Press(200, 0, BUTTON_RIGHT);
-  EXPECT_TRUE(map.selection.empty());
-  EXPECT_EQ(host.popups.size(), 2u);
-}
-
-TEST_F(SelectorTest, ReleasingTheRightButtonEditsOneAndAsksOfMore) {
-  entity& light = AddLight("0 0 0");
-  entity& other = AddLight("128 0 0");
-  Press(0, 0, BUTTON_RIGHT);
-  Release(0, 0, BUTTON_RIGHT);
+  host.popupTakesRelease = false;
+  rightClick(0);
   EXPECT_EQ(host.edited, (Objects{&light}));
 
   map.selection = {&light, &other};
-  Press(0, 0, BUTTON_RIGHT);
-  Release(0, 0, BUTTON_RIGHT);
+  rightClick(0);
   EXPECT_EQ(small.sink.OnlyText(), "Cannot edit multiple entities. Group then edit?");
   EXPECT_EQ(small.sink.messages[0].title, "Ferrowand asks");
   EXPECT_EQ(map.selection.size(), 2u);
-
-  small.sink.messages.clear();
   small.sink.answers = {Answer::Yes};
-  Press(0, 0, BUTTON_RIGHT);
-  Release(0, 0, BUTTON_RIGHT);
+  rightClick(0);
   ASSERT_EQ(map.selection.size(), 1u);
   EXPECT_EQ(light.Parent(), map.selection[0]);
-
-  small.sink.messages.clear();
-  Press(-200, -200, BUTTON_RIGHT);
-  Release(-200, -200, BUTTON_RIGHT);
+  rightClick(-200);
   EXPECT_EQ(small.sink.OnlyText(), "Cannot group with this tool");
   EXPECT_EQ(small.sink.messages[0].title, "Cannot continue");
+
+  map.selection = {&light};
+  tools.Use(tools.brushSelector);
+  rightClick(-200);
+  EXPECT_TRUE(map.selection.empty());
+  EXPECT_EQ(host.popups.size(), 6u);
+  EXPECT_TRUE(small.sink.messages.empty());
 }
 
 TEST_F(SelectorTest, ADoubleClickGoesDownThroughWhatLiesThere) {
