@@ -15,6 +15,7 @@ EditStep::EditStep(Map& map)
 
 EditStep::~EditStep() {
   if (step_.IsEmpty()) return;
+  step_.Finish();
   map_.undo.Push(std::move(step_));
   map_.modified = true;
 }

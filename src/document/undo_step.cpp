@@ -71,6 +71,12 @@ void RebindTree(entity& e, const Map& map) {
 
 }  // namespace
 
+UndoStep::UndoStep(Map& map) : map_(&map), otherLayer_(map.currentLayer) {}
+
+void UndoStep::Finish() {
+  layer_ = map_->currentLayer;
+}
+
 void UndoStep::Keep(entity& e) {
   records_.push_back(Contents{&e, e.CopyAlone()});
 }
@@ -138,11 +144,17 @@ void UndoStep::Exchange(Transfer& transfer) {
 }
 
 void UndoStep::Reverse() {
-  const PointersAside aside(*map_);
-  std::ranges::reverse(records_);
-  for (auto& record : records_) {
-    std::visit([this](auto& change) { Exchange(change); }, record);
+  // A layer that the user has chosen since stays current.
+  const bool changesLayer = layer_ != otherLayer_ && map_->currentLayer == layer_;
+  {
+    const PointersAside aside(*map_);
+    std::ranges::reverse(records_);
+    for (auto& record : records_) {
+      std::visit([this](auto& change) { Exchange(change); }, record);
+    }
   }
+  if (changesLayer) map_->currentLayer = otherLayer_;
+  std::swap(layer_, otherLayer_);
 }
 
 }  // namespace ferrowand

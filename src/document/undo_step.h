@@ -14,7 +14,7 @@ namespace ferrowand {
 
 class UndoStep {
  public:
-  explicit UndoStep(Map& map) : map_(&map) {}
+  explicit UndoStep(Map& map);
 
   bool IsEmpty() const { return records_.empty(); }
   // Before the object itself changes; what lies below it is not kept.
@@ -24,6 +24,9 @@ class UndoStep {
   // To the end of the parent's children, or out of the map, into the step's keeping, when there is
   // none. Those of one parent stay in their order. Costs one walk over each old parent's children.
   void Move(std::span<entity* const> objects, entity* parent);
+
+  // All has been done: if that made another layer the current one, taking it back does so too.
+  void Finish();
 
   // Takes everything back; the next time, does it again. What comes back is bound to the classes
   // and textures that the map uses by now, and what leaves is not selected any more.
@@ -50,6 +53,9 @@ class UndoStep {
 
   Map* map_;
   std::vector<std::variant<Contents, Transfer>> records_;
+  // The current layers on this side of the step and on the other.
+  entity* layer_ = nullptr;
+  entity* otherLayer_;
 };
 
 }  // namespace ferrowand

@@ -67,6 +67,9 @@ class LayerClass : public NativeClass {
   void DrawTree(const entity& e, DrawContext& context, const entity* root) const override;
 };
 
+// What its keys tell, 0 to 1 each; the class's own where one is missing.
+Colour LayerColour(const entity& layer);
+
 class TemplateInstanceClass : public NativeClass {
  public:
   explicit TemplateInstanceClass(const ClassSet& set);

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 #include "document/special_classes.h"
@@ -11,18 +12,6 @@ namespace {
 
 constexpr Pen EMBED_PEN{{200, 0, 0}};
 
-// Of a layer; the class's own where a key is missing.
-Colour LayerColour(const entity& layer) {
-  const EntityClass& own = *layer.getClass();
-  const auto component = [&](const char* key, float otherwise) {
-    const char* value = layer.GetKey(key);
-    const double part = value ? ParseFloat(value) : otherwise;
-    return static_cast<std::uint8_t>(255 * std::clamp(part, 0.0, 1.0));
-  };
-  return {component("XMPcolourr", own.red), component("XMPcolourg", own.green),
-          component("XMPcolourb", own.blue)};
-}
-
 void DrawChildren(const entity& e, DrawContext& context, const entity* root) {
   for (const EntityPtr& child : e.getEntityList()) {
     if (child->getClass()) child->getClass()->DrawTree(*child, context, root);
@@ -34,6 +23,17 @@ EntityPtr ExpansionToDraw(const entity& instance, const DrawContext& context) {
 }
 
 }  // namespace
+
+Colour LayerColour(const entity& layer) {
+  const EntityClass& own = *layer.getClass();
+  const auto component = [&](const char* key, float otherwise) {
+    const char* value = layer.GetKey(key);
+    const double part = value ? ParseFloat(value) : otherwise;
+    return static_cast<std::uint8_t>(std::lround(255 * std::clamp(part, 0.0, 1.0)));
+  };
+  return {component("XMPcolourr", own.red), component("XMPcolourg", own.green),
+          component("XMPcolourb", own.blue)};
+}
 
 void BrushClass::DrawTree(const entity& e, DrawContext& context, const entity* root) const {
   if (root == &e) root = nullptr;

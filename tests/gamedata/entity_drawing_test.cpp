@@ -156,7 +156,7 @@ TEST_F(EntityDrawingTest, TheMapModesChooseThePenOfEveryBrush) {
   flags = DRAW_HEIGHTS;  // the middle at 32 of 0 .. 100
   EXPECT_EQ(BrushPen(), (Pen{{0, 0, 81}}));
   flags = DRAW_LAYER_COLOUR;
-  EXPECT_EQ(BrushPen(), (Pen{{127, 255, 0}}));
+  EXPECT_EQ(BrushPen(), (Pen{{128, 255, 0}}));
   flags = DRAW_1X1MIPMAP | DRAW_HEIGHTS;
   EXPECT_EQ(BrushPen(), (Pen{{9, 99, 199}, 2}));
   flags = DRAW_1X1MIPMAP | DRAW_KEEP_PEN;

@@ -6,6 +6,7 @@
 #include "document/edit/templates.h"
 #include "document/edit/visibility.h"
 #include "gamedata/class_set.h"
+#include "gamedata/native_classes.h"
 
 namespace ferrowand {
 namespace {
@@ -131,9 +132,9 @@ TEST_F(GroupsTest, HiddenObjectsComeBackAsTheyWere) {
 TEST_F(GroupsTest, LayersComeGoAndTakeObjects) {
   const std::string before = Text();
   entity& layer = InsertLayer(*map, "say \"new\"");
-  EXPECT_EQ(map->currentLayer, &layer);
   EXPECT_STREQ(layer.GetKey("XMPentityname"), "say 'new'");
   ExpectOneStep(before);
+  MakeLayerCurrent(*map, Get("main"));
   Pick({"a"});
   MoveSelectionToLayer(*map, layer);
   EXPECT_EQ(map->selection.size(), 1u);
@@ -142,6 +143,11 @@ TEST_F(GroupsTest, LayersComeGoAndTakeObjects) {
   EXPECT_FALSE(IsReachable(Get("a")));
   RenameLayer(*map, layer, "other");
   EXPECT_EQ(Children("other"), Names{"a"});
+  const std::string named = Text();
+  RenameLayer(*map, layer, "other");
+  RenameLayer(*map, layer, "");
+  DescribeLayer(*map, layer, "other", LayerColour(layer));
+  EXPECT_EQ(Text(), named);
   EXPECT_EQ(RemoveLayer(*map, layer), EditResult::Done);
   EXPECT_EQ(Children("main"), (Names{"b", "p", "a"}));
   EXPECT_EQ(RemoveLayer(*map, Get("hidden")), EditResult::Done);
@@ -149,6 +155,40 @@ TEST_F(GroupsTest, LayersComeGoAndTakeObjects) {
   EXPECT_EQ(RemoveLayer(*map, Get("main")), EditResult::LastLayer);
   while (map->undo.CanUndo()) map->undo.Undo();
   EXPECT_EQ(Text(), before);
+}
+
+TEST_F(GroupsTest, UndoMakesTheLayerCurrentAgainThatWasUnlessTheUserHasChosenOne) {
+  entity& hidden = Get("hidden");
+  MakeLayerCurrent(*map, hidden);
+  entity& added = InsertLayer(*map, "new");
+  EXPECT_EQ(map->currentLayer, &added);
+  map->undo.Undo();
+  EXPECT_EQ(map->currentLayer, &hidden);
+  map->undo.Redo();
+  EXPECT_EQ(map->currentLayer, &added);
+  RemoveLayer(*map, added);
+  EXPECT_EQ(map->currentLayer, &Get("main"));
+  map->undo.Undo();
+  EXPECT_EQ(map->currentLayer, &added);
+  MakeLayerCurrent(*map, hidden);
+  map->undo.Redo();
+  map->undo.Undo();
+  EXPECT_EQ(map->currentLayer, &hidden);
+}
+
+TEST_F(GroupsTest, KeysOfALayerAreFoundInAnyCaseAndKeepWhatTheyDoNotMean) {
+  map = ReadText(
+      "{\"classname\" \"worldspawn\"{\"classname\" \"layer\" \"XMPentityname\" \"odd\" "
+      "\"xmpSTATE\" \"7\" \"xmpcolourr\" \"0.25\"}}");
+  entity& layer = Get("odd");
+  SetLayerState(*map, layer, false, true);
+  EXPECT_STREQ(layer.GetKey("xmpstate"), "6");
+  for (int component = 0; component < 256; ++component) {
+    const auto part = static_cast<std::uint8_t>(component);
+    DescribeLayer(*map, layer, "odd", {part, 255, 0});
+    EXPECT_EQ(LayerColour(layer), (Colour{part, 255, 0}));
+  }
+  EXPECT_EQ(LayersOf(*map), std::vector<entity*>{&layer});
 }
 
 TEST_F(GroupsTest, ATemplateStandsWhereItWasMade) {
