@@ -32,47 +32,31 @@ std::string WithCarriageReturns(const std::string& text) {
 }  // namespace
 
 LRESULT CALLBACK KeyList(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message == WM_NCCREATE) {
-    const auto* create = reinterpret_cast<const CREATESTRUCTA*>(lParam);
-    const auto* mdi = static_cast<const MDICREATESTRUCTA*>(create->lpCreateParams);
-    auto* object = reinterpret_cast<KeyListWindow*>(mdi->lParam);
-    object->window_ = window;
-    SetObject(window, object);
-  }
-  if (auto* object = ObjectOf<KeyListWindow>(window)) {
-    return object->OnMessage(message, wParam, lParam);
-  }
-  return DefMDIChildProcA(window, message, wParam, lParam);
+  return ChildWindow::Dispatch(window, message, wParam, lParam);
 }
 
-KeyListWindow::KeyListWindow(App& app) : app_(app) {
-  CreateWindowExA(WS_EX_MDICHILD, KEY_LIST_CLASS, "Key List", WS_VISIBLE | WS_CHILD, CW_USEDEFAULT,
-                  CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, app.frame.Client(), nullptr,
-                  app.instance, this);
-}
-
-KeyListWindow::~KeyListWindow() {
-  if (window_) SetObject(window_, nullptr);
+KeyListWindow::KeyListWindow(App& app) : ChildWindow(app) {
+  Create(KEY_LIST_CLASS, "Key List");
 }
 
 void KeyListWindow::OnCreate() {
   edit_ = CreateWindowExA(0, "EDIT", "",
                           WS_CHILD | WS_VISIBLE | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE |
                               ES_READONLY | ES_AUTOVSCROLL | ES_AUTOHSCROLL,
-                          0, 0, 0, 0, window_, nullptr, app_.instance, nullptr);
+                          0, 0, 0, 0, Handle(), nullptr, app_.instance, nullptr);
   SendMessageA(edit_, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(ANSI_FIXED_FONT)), 0);
   std::optional<std::string> text = ReadText("keylist.txt");
   if (!text) text = ReadText(ProgramDirectory() + PathSeparator() + "keylist.txt");
   if (text) {
     SetWindowTextA(edit_, WithCarriageReturns(*text).c_str());
   } else {
-    SetWindowTextA(window_, "Cannot open keylist.txt");
+    SetWindowTextA(Handle(), "Cannot open keylist.txt");
   }
 }
 
 void KeyListWindow::Fit() {
   RECT area;
-  GetClientRect(window_, &area);
+  GetClientRect(Handle(), &area);
   MoveWindow(edit_, 0, 0, area.right, area.bottom, TRUE);
 }
 
@@ -87,14 +71,8 @@ LRESULT KeyListWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_SETFOCUS:
       SetFocus(edit_);
       break;
-    case WM_NCDESTROY: {
-      const HWND window = window_;
-      SetObject(window, nullptr);
-      app_.Forget(*this);  // this object is gone from here on
-      return DefMDIChildProcA(window, message, wParam, lParam);
-    }
   }
-  return DefMDIChildProcA(window_, message, wParam, lParam);
+  return DefMDIChildProcA(Handle(), message, wParam, lParam);
 }
 
 }  // namespace ferrowand

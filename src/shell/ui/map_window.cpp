@@ -42,39 +42,26 @@ void FillTriangle(HDC dc, POINT a, POINT b, POINT c) {
 }  // namespace
 
 LRESULT CALLBACK ClientWindowFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message == WM_NCCREATE) {
-    const auto* create = reinterpret_cast<const CREATESTRUCTA*>(lParam);
-    const auto* mdi = static_cast<const MDICREATESTRUCTA*>(create->lpCreateParams);
-    auto* object = reinterpret_cast<MapWindow*>(mdi->lParam);
-    object->window_ = window;
-    SetObject(window, object);
-  }
-  if (auto* object = ObjectOf<MapWindow>(window)) {
-    return object->OnClientMessage(message, wParam, lParam);
-  }
-  return DefMDIChildProcA(window, message, wParam, lParam);
+  return ChildWindow::Dispatch(window, message, wParam, lParam);
 }
 
-MapWindow::MapWindow(App& app, Map& map, Orientation orientation) : app_(app), map_(map) {
-  constexpr DWORD STYLE = WS_VISIBLE | WS_CHILD | WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_CAPTION |
-                          WS_SYSMENU | WS_THICKFRAME | WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
-  const DWORD small = app.options.smallCaptions ? WS_EX_TOOLWINDOW : 0;
+MapWindow::MapWindow(App& app, Map& map, Orientation orientation) : ChildWindow(app), map_(map) {
   // A quarter of the room: a view that begins larger begins zoomed in, to stay inside the world.
   const PixelSize room = app.frame.ClientSize();
-  CreateWindowExA(WS_EX_MDICHILD | small, CLIENT_CLASS, "", STYLE, CW_USEDEFAULT, CW_USEDEFAULT,
-                  room.width / 2, room.height / 2, app.frame.Client(), nullptr, app.instance, this);
+  Create(CLIENT_CLASS, "", {.width = room.width / 2, .height = room.height / 2},
+         WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME |
+             WS_MINIMIZEBOX | WS_MAXIMIZEBOX,
+         app.options.smallCaptions ? WS_EX_TOOLWINDOW : 0);
   if (view_) view_->SetOrientation(orientation);
 }
 
 MapWindow::~MapWindow() {
-  if (!window_) return;
-  SetObject(window_, nullptr);
-  SetObject(drawing_, nullptr);
+  if (Handle()) SetObject(drawing_, nullptr);
 }
 
 HWND MapWindow::AddControl(const char* windowClass, const char* text, DWORD style, int id) {
   const HWND control = CreateWindowExA(
-      0, windowClass, text, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | style, 0, 0, 0, 0, window_,
+      0, windowClass, text, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | style, 0, 0, 0, 0, Handle(),
       reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), app_.instance, nullptr);
   SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)), 0);
   return control;
@@ -83,7 +70,7 @@ HWND MapWindow::AddControl(const char* windowClass, const char* text, DWORD styl
 void MapWindow::OnCreate() {
   drawing_ = CreateWindowExA(
       WS_EX_CLIENTEDGE, MAP_CLASS, "",
-      WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_HSCROLL | WS_VSCROLL, 0, 0, 0, 0, window_,
+      WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_HSCROLL | WS_VSCROLL, 0, 0, 0, 0, Handle(),
       reinterpret_cast<HMENU>(static_cast<INT_PTR>(ID_DRAWING)), app_.instance, this);
   constexpr DWORD TEXT = SS_LEFTNOWORDWRAP | SS_NOPREFIX;
   AddControl("BUTTON", "Controls", BS_OWNERDRAW, ID_CONTROLS);
@@ -95,7 +82,7 @@ void MapWindow::OnCreate() {
   AddToolTips();
   SetText(ViewText::Message, "Ready");
 
-  const HMENU menu = GetSystemMenu(window_, FALSE);
+  const HMENU menu = GetSystemMenu(Handle(), FALSE);
   AppendMenuA(menu, MF_SEPARATOR, 0, nullptr);
   AppendMenuA(menu, MF_STRING | MF_CHECKED, ID_CONTROLS, "Controls");
 
@@ -107,7 +94,7 @@ void MapWindow::OnCreate() {
 void MapWindow::AddToolTips() {
   const HWND tips = CreateWindowExA(0, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_ALWAYSTIP,
                                     CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
-                                    window_, nullptr, app_.instance, nullptr);
+                                    Handle(), nullptr, app_.instance, nullptr);
   struct Tip {
     int id;
     const char* text;
@@ -119,8 +106,8 @@ void MapWindow::AddToolTips() {
     TOOLINFOA tool{};
     tool.cbSize = TTTOOLINFOA_V1_SIZE;
     tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-    tool.hwnd = window_;
-    tool.uId = reinterpret_cast<UINT_PTR>(GetDlgItem(window_, tip.id));
+    tool.hwnd = Handle();
+    tool.uId = reinterpret_cast<UINT_PTR>(GetDlgItem(Handle(), tip.id));
     tool.lpszText = const_cast<char*>(tip.text);
     SendMessageA(tips, TTM_ADDTOOLA, 0, reinterpret_cast<LPARAM>(&tool));
   }
@@ -128,7 +115,7 @@ void MapWindow::AddToolTips() {
 
 void MapWindow::Layout() {
   RECT area;
-  GetClientRect(window_, &area);
+  GetClientRect(Handle(), &area);
   const int width = area.right;
   const int status = app_.options.smallCaptions ? SMALL_STATUS_HEIGHT : STATUS_HEIGHT;
   const int drawingHeight = controlsShown_ ? area.bottom - status - GAP : area.bottom;
@@ -137,7 +124,7 @@ void MapWindow::Layout() {
   const int top = area.bottom - status + (status - CONTROL_HEIGHT) / 2;
   const int zoomLeft = width - 2 * BUTTON_WIDTH - GAP - ZOOM_WIDTH;
   const auto place = [&](int id, int left, int controlWidth) {
-    const HWND control = GetDlgItem(window_, id);
+    const HWND control = GetDlgItem(Handle(), id);
     ::MoveWindow(control, left, top, controlWidth > 0 ? controlWidth : 0, CONTROL_HEIGHT, TRUE);
     ShowWindow(control, controlsShown_ ? SW_SHOWNA : SW_HIDE);
   };
@@ -152,7 +139,7 @@ void MapWindow::Layout() {
 void MapWindow::ToggleControls() {
   controlsShown_ = !controlsShown_;
   ShowScrollBar(drawing_, SB_BOTH, controlsShown_);
-  CheckMenuItem(GetSystemMenu(window_, FALSE), ID_CONTROLS,
+  CheckMenuItem(GetSystemMenu(Handle(), FALSE), ID_CONTROLS,
                 MF_BYCOMMAND | (controlsShown_ ? MF_CHECKED : MF_UNCHECKED));
   Layout();
   SetFocus(drawing_);
@@ -194,7 +181,7 @@ void MapWindow::OnDrawButton(const DRAWITEMSTRUCT& item) {
   RestoreDC(item.hDC, saved);
 }
 
-LRESULT MapWindow::OnClientMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT MapWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_CREATE:
       OnCreate();
@@ -219,7 +206,7 @@ LRESULT MapWindow::OnClientMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       SetFocus(drawing_);
       break;
     case WM_MDIACTIVATE:
-      if (reinterpret_cast<HWND>(lParam) == window_) {
+      if (reinterpret_cast<HWND>(lParam) == Handle()) {
         view_->OnActivate();
         SetFocus(drawing_);
       }
@@ -231,14 +218,8 @@ LRESULT MapWindow::OnClientMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_DESTROY:
       app_.tools.Current()->Cancel();
       break;
-    case WM_NCDESTROY: {
-      const HWND window = window_;
-      SetObject(window, nullptr);
-      app_.Forget(*this);  // this object is gone from here on
-      return DefMDIChildProcA(window, message, wParam, lParam);
-    }
   }
-  return DefMDIChildProcA(window_, message, wParam, lParam);
+  return DefMDIChildProcA(Handle(), message, wParam, lParam);
 }
 
 void MapWindow::SetTitle() {
@@ -290,11 +271,11 @@ void MapWindow::SetText(ViewText which, const std::string& text) {
   std::string& shown = texts_[static_cast<std::size_t>(which)];
   if (shown == text) return;
   shown = text;
-  SetDlgItemTextA(window_, ControlOf(which), text.c_str());
+  SetDlgItemTextA(Handle(), ControlOf(which), text.c_str());
 }
 
 void MapWindow::SetCaption(const std::string& caption) {
-  SetWindowTextA(window_, caption.c_str());
+  SetWindowTextA(Handle(), caption.c_str());
   // Not every system takes a new title into the Window menu's list by itself.
   SendMessageA(app_.frame.Client(), WM_MDIREFRESHMENU, 0, 0);
 }
@@ -313,11 +294,11 @@ void MapWindow::MoveCursor(Pixel to) {
 }
 
 void MapWindow::MoveWindow(const PixelRect& to) {
-  if (IsIconic(window_) || IsZoomed(window_)) {
-    SendMessageA(app_.frame.Client(), WM_MDIRESTORE, reinterpret_cast<WPARAM>(window_), 0);
+  if (IsIconic(Handle()) || IsZoomed(Handle())) {
+    SendMessageA(app_.frame.Client(), WM_MDIRESTORE, reinterpret_cast<WPARAM>(Handle()), 0);
   }
   // Nothing is carried along: what stood there may have belonged to a window above.
-  SetWindowPos(window_, nullptr, to.left, to.top, to.Width(), to.Height(),
+  SetWindowPos(Handle(), nullptr, to.left, to.top, to.Width(), to.Height(),
                SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
 }
 

@@ -14,8 +14,6 @@
 
 namespace ferrowand {
 
-class App;
-
 LRESULT CALLBACK ClientWindowFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 LRESULT CALLBACK MapFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
@@ -24,11 +22,8 @@ class MapWindow : public ChildWindow, public ViewHost {
   // Lives until its window goes; Handle() is null when the system gave none.
   MapWindow(App& app, Map& map, Orientation orientation);
   ~MapWindow() override;
-  MapWindow(const MapWindow&) = delete;
-  MapWindow& operator=(const MapWindow&) = delete;
 
   // --- as a child of the frame
-  HWND Handle() const override { return window_; }
   Map* GetMap() const override { return &map_; }
   MapView* View() override { return view_.get(); }
   bool KeepsMapOpen() const override { return true; }
@@ -51,7 +46,7 @@ class MapWindow : public ChildWindow, public ViewHost {
   void MoveWindow(const PixelRect& to) override;
 
  private:
-  LRESULT OnClientMessage(UINT message, WPARAM wParam, LPARAM lParam);
+  LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   LRESULT OnMapMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
   void OnCreate();
@@ -71,16 +66,13 @@ class MapWindow : public ChildWindow, public ViewHost {
   void TakeFocusFromSister();
   void SetMouseCursor();
 
-  App& app_;
   Map& map_;
-  HWND window_ = nullptr;
   HWND drawing_ = nullptr;
   std::array<std::string, 3> texts_;  // of the status bar, by ViewText
   bool controlsShown_ = true;
   int wheelRest_ = 0;  // of turns smaller than a notch
   std::unique_ptr<MapView> view_;
 
-  friend LRESULT CALLBACK ClientWindowFunc(HWND, UINT, WPARAM, LPARAM);
   friend LRESULT CALLBACK MapFunc(HWND, UINT, WPARAM, LPARAM);
 };
 

@@ -180,7 +180,7 @@ void MapWindow::TakeFocusFromSister() {
   if (GetActiveWindow() != app_.frame.Handle()) return;
   for (const auto& window : app_.windows) {
     if (!window->View() || !IsChild(window->Handle(), focus)) continue;
-    SendMessageA(app_.frame.Client(), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(window_), 0);
+    SendMessageA(app_.frame.Client(), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(Handle()), 0);
     SetFocus(drawing_);
     return;
   }
