@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <deque>
 #include <memory>
 #include <optional>
@@ -26,6 +27,12 @@ class ScriptedDialogs : public Dialogs {
     files.pop_front();
     return file;
   }
+  std::optional<Colour> ChooseColour(HWND, Colour) override {
+    if (colours.empty()) return std::nullopt;
+    const Colour colour = colours.front();
+    colours.pop_front();
+    return colour;
+  }
   unsigned TrackPopup(HWND owner, HMENU menu, POINT) override {
     SendMessageA(owner, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu), 0);
     if (commands.empty()) return 0;
@@ -43,6 +50,7 @@ class ScriptedDialogs : public Dialogs {
   }
 
   std::deque<std::string> files;
+  std::deque<Colour> colours;
   std::deque<unsigned> commands;
   std::deque<std::vector<std::string>> answers;
   std::vector<FileChoice> asked;
@@ -134,6 +142,19 @@ class AppTest : public testing::Test {
   // As a menu, an accelerator or a button would.
   void Give(unsigned id) { SendMessageA(app->frame.Handle(), WM_COMMAND, id, 0); }
   void Give(Command command) { Give(Id(command)); }
+
+  // For the life of the object, as the thread sees it.
+  struct HeldKey {
+    explicit HeldKey(int key_) : key(key_) { Set(0x80); }
+    ~HeldKey() { Set(0); }
+    void Set(BYTE state) const {
+      std::array<BYTE, 256> keys;
+      GetKeyboardState(keys.data());
+      keys[static_cast<std::size_t>(key)] = state;
+      SetKeyboardState(keys.data());
+    }
+    int key;
+  };
 
   static std::string TextOf(HWND window) {
     char text[600] = "";

@@ -29,19 +29,6 @@ class MapWindowTest : public AppTest {
     ReleaseDC(window.Drawing(), dc);
     return colour;
   }
-  // For the life of the object, as the thread sees it.
-  struct HeldKey {
-    explicit HeldKey(int key_) : key(key_) { Set(0x80); }
-    ~HeldKey() { Set(0); }
-    void Set(BYTE state) const {
-      std::array<BYTE, 256> keys;
-      GetKeyboardState(keys.data());
-      keys[static_cast<std::size_t>(key)] = state;
-      SetKeyboardState(keys.data());
-    }
-    int key;
-  };
-
   MapWindow* top = nullptr;
 };
 

@@ -73,8 +73,12 @@ class App {
   void CreateMapWindows(Map& map);
   ChildWindow* AddView(Map& map, Orientation orientation);
   void ShowKeyList();
+  // The one of the map, in front of the others.
+  void ShowLayers(Map& map);
   void SetTitles(const Map& map);
   void RefreshMap(const Map& map);
+  // Those of its windows that are no views.
+  void RefreshLists(const Map& map);
   void RefreshAll();
   void Arrange(const Map& map, Arrangement arrangement);
   // Asks when it is the last one of a modified map, which it closes with it.
@@ -83,6 +87,7 @@ class App {
   void Forget(const ChildWindow& window);
   ChildWindow* ActiveWindow() const;
   Map* ActiveMap() const;
+  // Its view, or the last one that was active of the map it shows in another way.
   MapView* ActiveView() const;
 
   // --- commands
@@ -127,6 +132,7 @@ class App {
   bool Save(Map& map, const std::string& name);
   std::optional<std::string> AskSaveName(const Map& map);
   std::vector<ChildWindow*> WindowsOf(const Map& map) const;
+  void BringToFront(const ChildWindow& window);
   void Dispatch(MSG& message);
   bool IsForAccelerators(const MSG& message) const;
 

@@ -1,5 +1,5 @@
-// What comes into a map as a whole: layers, instances of templates, embedded maps, and groups,
-// which go to files too.
+// What comes into a map as a whole: layers and their list, instances of templates, embedded maps,
+// and groups, which go to files too.
 #include <cmath>
 
 #include "document/edit/clipboard.h"
@@ -39,6 +39,10 @@ void AddLayer(App& app, unsigned) {
   if (!answer) return;
   InsertLayer(map, answer->front());
   Conclude(app, map, EditResult::Done);
+}
+
+void ShowLayers(App& app, unsigned) {
+  app.ShowLayers(*app.ActiveMap());
 }
 
 void AddInstance(App& app, unsigned) {
@@ -145,7 +149,7 @@ constexpr CommandHandler HANDLERS[] = {
     {Command::InsertTemplate, AddInstance}, {Command::Embed, AddEmbed},
     {Command::InsertLayer, AddLayer},       {Command::InsertGroup, ShowGroups},
     {Command::RecentGroup, AddRecentGroup}, {Command::GroupFile, AddListedGroup},
-    {Command::SaveGroup, SaveSelection},
+    {Command::SaveGroup, SaveSelection},    {Command::LayersList, ShowLayers},
 };
 
 }  // namespace

@@ -41,6 +41,18 @@ std::optional<std::string> SystemDialogs::ChooseFile(HWND owner, const FileChoic
   return std::string(path.data());
 }
 
+std::optional<Colour> SystemDialogs::ChooseColour(HWND owner, Colour colour) {
+  CHOOSECOLORA chooser{};
+  chooser.lStructSize = sizeof chooser;
+  chooser.hwndOwner = owner;
+  chooser.rgbResult = RGB(colour.red, colour.green, colour.blue);
+  chooser.lpCustColors = ownColours_.data();
+  chooser.Flags = CC_RGBINIT | CC_FULLOPEN;
+  if (!ChooseColorA(&chooser)) return std::nullopt;
+  return Colour{GetRValue(chooser.rgbResult), GetGValue(chooser.rgbResult),
+                GetBValue(chooser.rgbResult)};
+}
+
 unsigned SystemDialogs::TrackPopup(HWND owner, HMENU menu, POINT screen) {
   const UINT flags = TPM_LEFTALIGN | TPM_TOPALIGN | TPM_RIGHTBUTTON | TPM_RETURNCMD;
   return static_cast<unsigned>(TrackPopupMenu(menu, flags, screen.x, screen.y, 0, owner, nullptr));

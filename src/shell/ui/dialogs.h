@@ -4,10 +4,12 @@
 
 #include "shell/ui/win32.h"
 
+#include <array>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "platform/canvas.h"
 #include "shell/ui/form_dialog.h"
 
 namespace ferrowand {
@@ -27,6 +29,8 @@ class Dialogs {
 
   // The whole path, or nothing when the user thinks better of it.
   virtual std::optional<std::string> ChooseFile(HWND owner, const FileChoice& choice) = 0;
+  // The colour, shown at first as it is, or nothing when the user thinks better of it.
+  virtual std::optional<Colour> ChooseColour(HWND owner, Colour colour) = 0;
   // The command chosen, 0 for none. The owner receives no command message.
   virtual unsigned TrackPopup(HWND owner, HMENU menu, POINT screen) = 0;
   virtual void ShowAbout(HWND owner) = 0;
@@ -37,9 +41,13 @@ class Dialogs {
 class SystemDialogs : public Dialogs {
  public:
   std::optional<std::string> ChooseFile(HWND owner, const FileChoice& choice) override;
+  std::optional<Colour> ChooseColour(HWND owner, Colour colour) override;
   unsigned TrackPopup(HWND owner, HMENU menu, POINT screen) override;
   void ShowAbout(HWND owner) override;
   std::optional<std::vector<std::string>> Ask(HWND owner, const Form& form) override;
+
+ private:
+  std::array<COLORREF, 16> ownColours_{};  // that the user has mixed
 };
 
 }  // namespace ferrowand

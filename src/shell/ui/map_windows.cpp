@@ -3,6 +3,7 @@
 
 #include "shell/ui/app.h"
 #include "shell/ui/key_list_window.h"
+#include "shell/ui/layer_window.h"
 #include "shell/ui/map_window.h"
 
 namespace ferrowand {
@@ -19,6 +20,22 @@ ChildWindow* App::AddView(Map& map, Orientation orientation) {
 void App::ShowKeyList() {
   auto created = std::make_unique<KeyListWindow>(*this);
   if (created->Handle()) windows.push_back(std::move(created));
+}
+
+void App::ShowLayers(Map& map) {
+  for (const ChildWindow* window : WindowsOf(map)) {
+    if (dynamic_cast<const LayerWindow*>(window)) return BringToFront(*window);
+  }
+  auto created = std::make_unique<LayerWindow>(*this, map);
+  if (!created->Handle()) return;
+  windows.push_back(std::move(created));
+  windows.back()->SetTitle();
+}
+
+void App::BringToFront(const ChildWindow& window) {
+  const auto handle = reinterpret_cast<WPARAM>(window.Handle());
+  if (IsIconic(window.Handle())) SendMessageA(frame.Client(), WM_MDIRESTORE, handle, 0);
+  SendMessageA(frame.Client(), WM_MDIACTIVATE, handle, 0);
 }
 
 void App::CreateMapWindows(Map& map) {
@@ -48,6 +65,12 @@ void App::SetTitles(const Map& map) {
 
 void App::RefreshMap(const Map& map) {
   for (ChildWindow* window : WindowsOf(map)) window->Refresh();
+}
+
+void App::RefreshLists(const Map& map) {
+  for (ChildWindow* window : WindowsOf(map)) {
+    if (!window->View()) window->Refresh();
+  }
 }
 
 void App::RefreshAll() {
@@ -104,7 +127,9 @@ Map* App::ActiveMap() const {
 
 MapView* App::ActiveView() const {
   ChildWindow* window = ActiveWindow();
-  return window ? window->View() : nullptr;
+  if (!window || !window->GetMap() || window->View()) return window ? window->View() : nullptr;
+  const auto mapViews = views.ViewsOf(*window->GetMap());
+  return mapViews.empty() ? nullptr : mapViews.front();
 }
 
 }  // namespace ferrowand

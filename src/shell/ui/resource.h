@@ -29,6 +29,17 @@
 #define ID_FORM 1025
 #define ID_FORM_VALUE 100  // the first of as many as there are fields
 
+#define ID_LAYERS 1030
+#define ID_LAYER_LIST 100
+#define ID_LAYER_ADD 101
+#define ID_LAYER_RENAME 102
+#define ID_LAYER_COLOUR 103
+#define ID_LAYER_REMOVE 104
+#define ID_LAYER_MAKE_CURRENT 105
+#define ID_LAYER_SELECT 106
+#define ID_LAYER_MOVE_IN 107
+#define ID_LAYER_PROPERTIES 108
+
 #define ID_TOOLBAR_BITMAP 2200
 #define ID_TURN_CURSOR 2201
 

@@ -107,6 +107,7 @@ bool App::IsForAccelerators(const MSG& message) const {
 void App::Dispatch(MSG& message) {
   if (TranslateMDISysAccel(frame.Client(), &message)) return;
   if (tips.Handle() && IsDialogMessageA(tips.Handle(), &message)) return;
+  if (ChildWindow* active = ActiveWindow(); active && active->TakesMessage(message)) return;
   if (IsForAccelerators(message) &&
       TranslateAcceleratorA(frame.Handle(), accelerators_, &message)) {
     return;

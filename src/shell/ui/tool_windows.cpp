@@ -177,11 +177,13 @@ std::string ToolWindows::CurrentTexture(Map& map) {
 }
 
 void ToolWindows::MapChanged(Map& map) {
+  app_.RefreshLists(map);
   app_.SetTitles(map);
   app_.frame.RefreshToolbar();
 }
 
-void ToolWindows::SelectionChanged(Map&) {
+void ToolWindows::SelectionChanged(Map& map) {
+  app_.RefreshLists(map);
   app_.frame.RefreshToolbar();
 }
 

@@ -2,6 +2,8 @@
 
 #include "shell/ui/frame.h"
 #include "shell/ui/key_list_window.h"
+#include "shell/ui/layer_list.h"
+#include "shell/ui/layer_window.h"
 #include "shell/ui/load_window.h"
 #include "shell/ui/map_window.h"
 #include "shell/ui/resource.h"
@@ -62,6 +64,8 @@ bool WindowClasses::Register() {
       {KEY_LIST_CLASS, KeyList, 0, 0, LTGRAY_BRUSH, IDC_ARROW, false},
       {CLIENT_CLASS, ClientWindowFunc, CS_DBLCLKS, 4, LTGRAY_BRUSH, IDC_ARROW, false},
       {MAP_CLASS, MapFunc, CS_DBLCLKS, 4, NULL_BRUSH, nullptr, false},
+      {LAYER_CLASS, LayerFunc, 0, 0, LTGRAY_BRUSH, IDC_ARROW, false},
+      {LAYER_LIST_CLASS, LayerListFunc, CS_DBLCLKS, 0, LTGRAY_BRUSH, IDC_ARROW, false},
       {LOAD_WINDOW_CLASS, LoadWindowFunc, 0, 8, LTGRAY_BRUSH, IDC_ARROW, false},
   };
   for (const Row& row : rows) {
