@@ -19,6 +19,11 @@ constexpr char ESCAPE = '\x1b';
 constexpr double MARKER_REACH =
     18;  // world units from an origin to the tip of what tells its angle
 
+bool ShowsTheSame(const ViewTransform& a, const ViewTransform& b) {
+  return a.originu == b.originu && a.originv == b.originv && a.scaleu == b.scaleu &&
+         a.scalev == b.scalev;
+}
+
 }  // namespace
 
 ViewInts WorldAt(const MapView& view, Pixel at) {
@@ -59,6 +64,7 @@ void ToolBase::BeginDrag(MapView& view, Pixel at) {
   press_ = WorldAt(view, at);
   pressSelection_ = view.map.selection;
   pressBounds_ = SelectionBounds(view.map);
+  pressTransform_ = view.transform;
   moved_ = false;
   Host().Capture(view, true);
 }
@@ -75,6 +81,12 @@ void ToolBase::EndDrag() {
 bool ToolBase::IsSound(const MapView& view) const {
   return pressView_ == &view && view.map.selection == pressSelection_ &&
          SelectionBounds(view.map) == pressBounds_;
+}
+
+void ToolBase::FollowView(const MapView& view) {
+  if (ShowsTheSame(view.transform, pressTransform_)) return;
+  pressTransform_ = view.transform;
+  pressPixel_ = ToPixel({double(press_[0]), double(press_[1])}, view);
 }
 
 PixelRect ToolBase::BandTo(Pixel at) const {
@@ -100,6 +112,7 @@ void ToolBase::MouseMove(MapView& view, Pixel at, int buttons) {
     Hover(view, at);
     return;
   }
+  FollowView(view);
   moved_ = moved_ || std::abs(at.x - pressPixel_.x) >= DRAG_THRESHOLD ||
            std::abs(at.y - pressPixel_.y) >= DRAG_THRESHOLD;
   if (moved_) Drag(view, at);
@@ -113,6 +126,7 @@ void ToolBase::MouseUp(MapView& view, Pixel at, int button) {
   }
   Host().Capture(view, false);
   preview_.Clear();
+  FollowView(view);
   if (moved_) {
     Drop(view, at);
   } else {

@@ -81,10 +81,13 @@ class ToolBase : public Tool {
   // Whether the drag is still about what it began with: an undo in its middle may have taken or
   // changed that.
   bool IsSound(const MapView& view) const;
+  // The press stays where it was in the world when the view has been scrolled or zoomed since.
+  void FollowView(const MapView& view);
 
   MapView* pressView_ = nullptr;         // compared only: it may be gone
   std::vector<entity*> pressSelection_;  // likewise
   Bounds pressBounds_;
+  ViewTransform pressTransform_;
   bool moved_ = false;
 };
 

@@ -176,6 +176,14 @@ TEST_F(SelectorTest, TheRectangleTakesWhatItTouchesOrOnlyWhatItHolds) {
   EXPECT_EQ(Selected(), (Objects{&inside}));
   Click(-200, 200);
   EXPECT_TRUE(map.selection.empty());
+
+  // One corner stays in the world while the view is scrolled.
+  Press(-100, 100);
+  MoveTo(0, 0);
+  view.ScrollBy(400, 0);
+  MoveTo(200, -100);
+  Release(200, -100);
+  EXPECT_EQ(Selected(), (Objects{&inside}));
 }
 
 TEST_F(SelectorTest, SelectMultipleEntitiesAddsAndTakesAway) {
