@@ -74,16 +74,13 @@ TEST_F(HitTestTest, AFaceSeenEdgeOnIsStillHit) {
   EXPECT_EQ(FaceAt(cube.brush, Plain(), {64, -30}), NO_FACE);
 }
 
-TEST_F(HitTestTest, TheFirstInMapOrderIsHit) {
+TEST_F(HitTestTest, TheFirstInMapOrderIsHitPointEntitiesInTheirClassBoxes) {
   entity& first = small.AddCuboid({0, 0, 0}, {64, 64, 64});
   entity& second = small.AddCuboid({32, 0, 64}, {96, 64, 128});
+  entity& light = small.Add({{"classname", "light"}, {"origin", "100 100 0"}});
   EXPECT_EQ(HitAt({40, -10}), &first);
   EXPECT_EQ(HitAt({70, -10}), &second);
   EXPECT_EQ(HitAt({97, -10}), nullptr);
-}
-
-TEST_F(HitTestTest, APointEntityIsHitInItsClassBoxUnlessBrushesAreLookedFor) {
-  entity& light = small.Add({{"classname", "light"}, {"origin", "100 100 0"}});
   EXPECT_EQ(HitAt({108, -92}), &light);
   EXPECT_EQ(HitAt({109, -92}), nullptr);
   EXPECT_EQ(HitAt({108, -92}, PickLevel::Brushes), nullptr);
