@@ -143,7 +143,7 @@ void ExpectCarved(const Brush& target, const Brush& cutter, const Carving& carvi
 TEST_F(CsgTest, RandomSolidsAreCarvedWithoutLossOrOverlap) {
   std::mt19937 random(11);
   int keepable = 0;
-  for (int round = 0; round < 600; ++round) {
+  for (int round = 0; round < 1000; ++round) {
     const float far = round % 3 == 0 ? 3800.0f : 0.0f;
     const Brush target = RandomBrush(random, {far, -far, far}, 128, reporter);
     const Brush cutter = RandomBrush(random, {far + 32, -far, far}, 96, reporter);

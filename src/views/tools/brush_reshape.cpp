@@ -71,6 +71,20 @@ void AddCorners(const Face& face, std::vector<Vec3>& corners) {
   }
 }
 
+// Two faces that have come to lie in one plane are one.
+bool HasPlane(const Brush& brush, const Face& face) {
+  return std::ranges::any_of(brush.Faces(), [&](const Face& other) {
+    return Dot(other.plane.normal, face.plane.normal) > 0 &&
+           std::ranges::all_of(face.planepts, [&](const Vec3& p) {
+             return std::abs(other.plane.DistanceTo(DVec3(p))) <= ON_EPSILON;
+           });
+  });
+}
+
+bool AddOnce(Brush& brush, Face face) {
+  return HasPlane(brush, face) || brush.AddFace(std::move(face));
+}
+
 Face FaceOn(const Face& like, const std::array<Vec3, 3>& points, const Plane& plane) {
   Face face = CopyFace(like);
   face.planepts = points;
@@ -122,13 +136,13 @@ std::optional<Brush> MoveCorners(const Brush& brush, std::span<const Vec3> corne
       changed = changed || points.back() != p.Position();
     }
     if (!changed) {
-      if (!IsBehind(face.plane, solid) || !result.AddFace(CopyFace(face))) return std::nullopt;
+      if (!IsBehind(face.plane, solid) || !AddOnce(result, CopyFace(face))) return std::nullopt;
       continue;
     }
     const std::vector<Facet> facets = FacetsOf(points, solid);
     if (facets.empty()) return std::nullopt;
     for (const Facet& facet : facets) {
-      if (!result.AddFace(FaceOn(face, facet.points, facet.plane))) return std::nullopt;
+      if (!AddOnce(result, FaceOn(face, facet.points, facet.plane))) return std::nullopt;
     }
   }
   std::optional<Brush> finished = Finished(std::move(result), reporter);
