@@ -108,12 +108,8 @@ void entity::SetOriginAxis(int axis, std::int16_t value) {
 }
 
 void entity::SetOrigin(const Vec3& position) {
-  TextWriter text;
-  for (int axis = 0; axis < 3; ++axis) {
-    if (axis > 0) text.Put(' ');
-    text.PutFloat(position[axis]);
-  }
-  SetKey("origin", text.Text());
+  SetKey("origin",
+         FloatText(position.x) + ' ' + FloatText(position.y) + ' ' + FloatText(position.z));
 }
 
 void entity::SetFlags(std::int32_t value) {

@@ -34,16 +34,6 @@ const entity* FindTemplateClass(const entity& tree, const char* name) {
   return nullptr;
 }
 
-void Scale(entity& copy, const entity& instance) {
-  const char* x = instance.GetKey("XMPscalex");
-  const char* y = instance.GetKey("XMPscaley");
-  if (!x || !y) return;
-  // Meant: z is not asked for, and flattens where it is not told.
-  const char* z = instance.GetKey("XMPscalez");
-  const auto factor = [](const char* text) { return static_cast<float>(ParseFloat(text)); };
-  TransformEntity(copy, Matrix::Diagonal(factor(x), factor(y), z ? factor(z) : 0), {});
-}
-
 }  // namespace
 
 void HideEntity(entity& e) {
@@ -60,6 +50,32 @@ void ShowHiddenEntities(entity& root) {
   for (const EntityPtr& child : root.getEntityList()) ShowHiddenEntities(*child);
 }
 
+Bounds EmbedBox(const entity& embed) {
+  constexpr float REACH = 16;
+  const auto number = [&](const char* key, float otherwise) {
+    const char* value = embed.GetKey(key);
+    return value ? static_cast<float>(ParseFloat(value)) : otherwise;
+  };
+  Bounds box;
+  for (int axis = 0; axis < 3; ++axis) {
+    box.mins[axis] = number(EMBED_MIN_KEYS[axis], -REACH);
+    box.maxs[axis] = number(EMBED_MAX_KEYS[axis], REACH);
+  }
+  return box;
+}
+
+InstanceShape ShapeOf(const entity& instance) {
+  InstanceShape shape;
+  if (const char* angle = instance.GetKey("angle")) shape.angle = ParseInt(angle);
+  if (!instance.GetKey(SCALE_KEYS[0]) || !instance.GetKey(SCALE_KEYS[1])) return shape;
+  for (int axis = 0; axis < 3; ++axis) {
+    // Meant: z is not asked for, and flattens where it is not told.
+    const char* factor = instance.GetKey(SCALE_KEYS[axis]);
+    shape.scale[axis] = factor ? ParseFloat(factor) : 0;
+  }
+  return shape;
+}
+
 // An instance inside an expansion is in no map and so finds nothing: a template that holds an
 // instance of itself ends there.
 const entity* FindTemplateClass(const entity& instance) {
@@ -73,10 +89,12 @@ EntityPtr ExpandInstance(const entity& instance) {
   if (!source) return nullptr;
   EntityPtr copy = source->Copy();
   copy->state = 0;  // what an instance shows is seen, however closed its template is
-  Scale(*copy, instance);
-  if (const char* angle = instance.GetKey("angle")) {
-    TransformEntity(*copy, Matrix::TurnZ(ParseInt(angle)), {});
+  const InstanceShape shape = ShapeOf(instance);
+  const Vec3 scale(shape.scale);
+  if (scale != Vec3(1, 1, 1)) {
+    TransformEntity(*copy, Matrix::Diagonal(scale.x, scale.y, scale.z), {});
   }
+  if (shape.angle != 0) TransformEntity(*copy, Matrix::TurnZ(shape.angle), {});
   if (instance.HasOrigin()) TranslateEntity(*copy, instance.Origin());
   return copy;
 }

@@ -11,6 +11,20 @@ void HideEntity(entity& e);
 // Gives every hidden entity of the tree its old classname back, "brush" where none is known.
 void ShowHiddenEntities(entity& root);
 
+inline constexpr const char* SCALE_KEYS[] = {"XMPscalex", "XMPscaley", "XMPscalez"};
+inline constexpr const char* EMBED_MIN_KEYS[] = {"XMPminx", "XMPminy", "XMPminz"};
+inline constexpr const char* EMBED_MAX_KEYS[] = {"XMPmaxx", "XMPmaxy", "XMPmaxz"};
+
+// The box of an embedded map about its origin: 16 units each way where a key is silent.
+Bounds EmbedBox(const entity& embed);
+
+// What the keys of an instance make of its template, in this order.
+struct InstanceShape {
+  DVec3 scale{1, 1, 1};
+  int angle = 0;  // degrees about Z
+};
+InstanceShape ShapeOf(const entity& instance);
+
 // The template class that an instance names by XMPclass, found in the map that holds it; or null.
 const entity* FindTemplateClass(const entity& instance);
 // A copy of the template class, scaled, turned and moved as the instance says; null without one.

@@ -29,4 +29,10 @@ void TextWriter::PutFloat(double value) {
   text_.append(digits, result.ptr);
 }
 
+std::string FloatText(double value) {
+  TextWriter out;
+  out.PutFloat(value);
+  return out.Text();
+}
+
 }  // namespace ferrowand

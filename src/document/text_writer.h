@@ -21,4 +21,7 @@ class TextWriter {
   std::string text_;
 };
 
+// The number alone, as PutFloat writes it.
+std::string FloatText(double value);
+
 }  // namespace ferrowand

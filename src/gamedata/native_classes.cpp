@@ -125,19 +125,10 @@ TemplateClassClass::TemplateClassClass(const ClassSet& set)
     : NativeClass(set, "templateClass", TEMPLATE_HELP) {}
 
 Bounds EmbedClass::EntityBounds(const entity& e) const {
-  constexpr float REACH = 16;  // where a key is silent
-  constexpr const char* MIN_KEYS[] = {"XMPminx", "XMPminy", "XMPminz"};
-  constexpr const char* MAX_KEYS[] = {"XMPmaxx", "XMPmaxy", "XMPmaxz"};
-  Bounds bounds;
-  if (!e.HasOrigin()) return bounds;
-  const auto offset = [&](const char* key, float otherwise) {
-    const char* value = e.GetKey(key);
-    return value ? static_cast<float>(ParseFloat(value)) : otherwise;
-  };
-  for (int axis = 0; axis < 3; ++axis) {
-    bounds.mins[axis] = e.Origin()[axis] + offset(MIN_KEYS[axis], -REACH);
-    bounds.maxs[axis] = e.Origin()[axis] + offset(MAX_KEYS[axis], REACH);
-  }
+  if (!e.HasOrigin()) return {};
+  Bounds bounds = EmbedBox(e);
+  bounds.mins = bounds.mins + e.Origin();
+  bounds.maxs = bounds.maxs + e.Origin();
   return bounds;
 }
 

@@ -2,21 +2,17 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
-#include <string>
 
 #include "document/edit/brush_check.h"
+#include "document/edit/placed_keys.h"
 #include "document/edit/texture_lock.h"
 #include "document/entity.h"
 #include "document/special_classes.h"
 #include "document/transform.h"
 #include "gamedata/class_set.h"
-#include "geometry/tolerance.h"
 
 namespace ferrowand {
 namespace {
-
-constexpr double DEGREE = std::numbers::pi / 180;
 
 DVec3 Row(const Matrix& matrix, unsigned y) {
   return DVec3(matrix.At(0, y), matrix.At(1, y), matrix.At(2, y));
@@ -62,21 +58,6 @@ EditResult Compare(const std::vector<Fitness>& before, const std::vector<Fitness
   return EditResult::Done;
 }
 
-// Where a monster looks and a door goes is a turn about Z. Below 0 stand up and down, and the angle
-// of a light is the width of its cone.
-void TurnFacing(entity& e, const Matrix& matrix) {
-  if (e.GetKey("angle") && e.angle() >= 0 && !e.getClass()->classname.starts_with("light")) {
-    const DVec3 facing(CosDegrees(e.angle()), SinDegrees(e.angle()), 0);
-    const double x = Dot(Row(matrix, 0), facing);
-    const double y = Dot(Row(matrix, 1), facing);
-    if (std::hypot(x, y) > SNAP_EPSILON) {
-      const int angle = (RoundToInt(std::atan2(y, x) / DEGREE) + 360) % 360;
-      if (angle != e.angle()) e.SetKey("angle", std::to_string(angle));
-    }
-  }
-  for (const EntityPtr& child : e.getEntityList()) TurnFacing(*child, matrix);
-}
-
 void Move(entity& e, const Placing& placing, bool textureLock) {
   if (placing.IsMove()) {
     TranslateEntity(e, placing.By());
@@ -90,7 +71,7 @@ void Move(entity& e, const Placing& placing, bool textureLock) {
   } else {
     TransformEntity(e, placing.Linear(), placing.Centre());
   }
-  if (placing.KeepsShape()) TurnFacing(e, placing.Linear());
+  PlaceKeys(e, placing);
 }
 
 }  // namespace

@@ -6,9 +6,16 @@
 
 #include "document/edit/edit_fixture.h"
 #include "document/edit/groups.h"
+#include "document/edit/templates.h"
+#include "support/brush_checks.h"
 
 namespace ferrowand {
 namespace {
+
+constexpr DVec3 ZERO(0, 0, 0);
+constexpr ArrangeOptions ONLY_Y{true, 2}, NOT_Y{true, 5};
+constexpr float NAN_32 = std::numeric_limits<float>::quiet_NaN();
+constexpr float INFINITY_32 = std::numeric_limits<float>::infinity();
 
 class ArrangeTest : public EditTest {
  protected:
@@ -17,84 +24,64 @@ class ArrangeTest : public EditTest {
              Point("p", "\"origin\" \"16 0 0\" \"angle\" \"0\""),
          Box("far", 512, 0, 0));
   }
-  static bool IsClosed(const entity& e) {
-    for (const Face& face : e.brush.Faces()) {
-      for (const Face& other : e.brush.Faces()) {
-        for (const WindingPoint& p : other.w->Points()) {
-          if (face.plane.DistanceTo(DVec3(p.Position())) > 0.01) return false;
-        }
-      }
-    }
-    return e.brush.getNumFaces() > 0;
-  }
-
   const ArrangeOptions options;
 };
 
+using Options = const ArrangeOptions&;
+using Arrange = EditResult (*)(Map& map, Options options);
+
 struct Arrangement {
   const char* name;
-  EditResult (*arrange)(Map& map, const ArrangeOptions& options);
+  Arrange arrange;
   Bounds box;   // of "a" afterwards
   Vec3 origin;  // of "p"
 };
 
 const Arrangement ARRANGEMENTS[] = {
     {"move",
-     [](Map& m, const ArrangeOptions& o) {
-       return MoveSelection(m, {3, -5, 4000}, o);
-     },
+     [](Map& m, Options o) { return MoveSelection(m, Vec3(3, -5, 4000), o); },
      {{3, -5, 4000}, {67, 59, 4064}},
      {19, -5, 4000}},
     {"move on one axis",
-     [](Map& m, const ArrangeOptions&) {
-       return MoveSelection(m, {3, -5, 7}, {true, 2});
-     },
+     [](Map& m, Options) { return MoveSelection(m, Vec3(3, -5, 7), ONLY_Y); },
      {{0, -5, 0}, {64, 59, 64}},
      {16, -5, 0}},
     {"scale",
-     [](Map& m, const ArrangeOptions& o) {
-       return ScaleSelection(m, {1 / 2.0, 3, 1}, {}, o);
-     },
+     [](Map& m, Options o) { return ScaleSelection(m, DVec3(0.5, 3, 1), ZERO, o); },
      {{0, 0, 0}, {32, 192, 64}},
      {8, 0, 0}},
     {"scale on two axes",
-     [](Map& m, const ArrangeOptions&) {
-       return ScaleSelection(m, {2, 2, 2}, {64, 64, 64}, {true, 5});
-     },
+     [](Map& m, Options) { return ScaleSelection(m, DVec3(2, 2, 2), DVec3(64, 64, 64), NOT_Y); },
      {{-64, 0, -64}, {64, 64, 64}},
      {-32, 0, -64}},
     {"scale by a third of another size",
-     [](Map& m, const ArrangeOptions& o) {
-       return ScaleSelection(m, {65.0 / 64, 65.0 / 64, 1.0 / 3.2}, {}, o);
+     [](Map& m, Options o) {
+       return ScaleSelection(m, DVec3(65.0 / 64, 65.0 / 64, 1 / 3.2), ZERO, o);
      },
      {{0, 0, 0}, {65, 65, 20}},
      {16.25f, 0, 0}},
     {"turn",
-     [](Map& m, const ArrangeOptions& o) { return RotateSelection(m, 0, 1, 90, {}, o); },
+     [](Map& m, Options o) { return RotateSelection(m, 0, 1, 90, ZERO, o); },
      {{-64, 0, 0}, {0, 64, 64}},
      {0, 16, 0}},
     {"turn the other way",
-     [](Map& m, const ArrangeOptions& o) {
-       return RotateSelection(m, 2, 0, -450, {64, 64, 64}, o);
-     },
+     [](Map& m, Options o) { return RotateSelection(m, 2, 0, -450, DVec3(64, 64, 64), o); },
      {{64, 0, 0}, {128, 64, 64}},
      {128, 0, 16}},
     {"flip",
-     [](Map& m, const ArrangeOptions& o) { return FlipSelection(m, 0, o); },
+     [](Map& m, Options o) { return FlipSelection(m, 0, o); },
      {{0, 0, 0}, {64, 64, 64}},
      {48, 0, 0}},
     {"skew the high edge",
-     [](Map& m, const ArrangeOptions& o) { return SkewSelection(m, 0, 2, true, 72, o); },
+     [](Map& m, Options o) { return SkewSelection(m, 0, 2, true, 72, o); },
      {{8, 0, 0}, {136, 64, 64}},
      {24, 0, 0}},
     {"skew the low edge",
-     [](Map& m, const ArrangeOptions& o) { return SkewSelection(m, 0, 2, false, 72, o); },
+     [](Map& m, Options o) { return SkewSelection(m, 0, 2, false, 72, o); },
      {{0, 0, 0}, {128, 64, 64}},
      {80, 0, 0}},
     {"nine numbers",
-     [](Map& m, const ArrangeOptions& o) {
-       return TransformSelection(m, TurnMatrix({90, 0, 90}), {}, o);
-     },
+     [](Map& m, Options o) { return TransformSelection(m, TurnMatrix(DVec3(90, 0, 90)), ZERO, o); },
      {{0, 0, 0}, {64, 64, 64}},
      {0, 16, 0}},
 };
@@ -108,7 +95,7 @@ TEST_F(ArrangeTest, ObjectsGoWhereThePreviewShowedThem) {
     ASSERT_EQ(c.arrange(*map, options), EditResult::Done);
     EXPECT_EQ(Get("a").brush.Box(), c.box);
     EXPECT_EQ(Get("p").Origin(), c.origin);
-    EXPECT_TRUE(IsClosed(Get("a")));
+    EXPECT_TRUE(IsSolid(Get("a").brush));
     EXPECT_EQ(Get("b").brush.Box(), (Bounds{{128, 0, 0}, {192, 64, 64}}));
     EXPECT_EQ(map->selection.size(), 2u);
     ExpectOneStep(before);
@@ -130,46 +117,29 @@ TEST_F(ArrangeTest, PlanePointsStayExactOverAThousandMoves) {
 }
 
 TEST_F(ArrangeTest, WhatWouldNotSurviveIsRefusedAsAWhole) {
-  const float nan = std::numeric_limits<float>::quiet_NaN();
-  const float inf = std::numeric_limits<float>::infinity();
   struct Case {
-    EditResult (*arrange)(Map& map, const ArrangeOptions& options);
     EditResult result;
+    Arrange arrange;
   };
-  static const float NOT_A_NUMBER = nan, INFINITE = inf;
   const Case cases[] = {
-      {[](Map& m, const ArrangeOptions& o) {
-         return ScaleSelection(m, {1, 1, 0}, {}, o);
-       },
-       EditResult::Flattens},
-      {[](Map& m, const ArrangeOptions& o) {
-         return ScaleSelection(m, {1, NOT_A_NUMBER, 1}, {}, o);
-       },
-       EditResult::Flattens},
-      {[](Map& m, const ArrangeOptions& o) {
-         return MoveSelection(m, {INFINITE, 0, 0}, o);
-       },
-       EditResult::Flattens},
-      {[](Map& m, const ArrangeOptions& o) {
-         return ScaleSelection(m, {1, 1, 0.005}, {}, o);
-       },
-       EditResult::BreaksBrush},
-      {[](Map& m, const ArrangeOptions& o) {
-         return MoveSelection(m, {0, 8190, 0}, o);
-       },
-       EditResult::OutsideWorld},
-      {[](Map& m, const ArrangeOptions& o) {
-         return ScaleSelection(m, {1e30, 1, 1}, {}, o);
-       },
-       EditResult::OutsideWorld},
-      {[](Map& m, const ArrangeOptions& o) {
-         return DuplicateSelection(m, {9000, 0, 0}, o);
-       },
-       EditResult::OutsideWorld},
-      {[](Map& m, const ArrangeOptions& o) {
+      {EditResult::Flattens,
+       [](Map& m, Options o) { return ScaleSelection(m, DVec3(1, 1, 0), ZERO, o); }},
+      {EditResult::Flattens,
+       [](Map& m, Options o) { return ScaleSelection(m, DVec3(1, NAN_32, 1), ZERO, o); }},
+      {EditResult::Flattens,
+       [](Map& m, Options o) { return MoveSelection(m, Vec3(INFINITY_32, 0, 0), o); }},
+      {EditResult::BreaksBrush,
+       [](Map& m, Options o) { return ScaleSelection(m, DVec3(1, 1, 0.005), ZERO, o); }},
+      {EditResult::OutsideWorld,
+       [](Map& m, Options o) { return MoveSelection(m, Vec3(0, 8190, 0), o); }},
+      {EditResult::OutsideWorld,
+       [](Map& m, Options o) { return ScaleSelection(m, DVec3(1e30, 1, 1), ZERO, o); }},
+      {EditResult::OutsideWorld,
+       [](Map& m, Options o) { return DuplicateSelection(m, Vec3(9000, 0, 0), o); }},
+      {EditResult::TooMany,
+       [](Map& m, Options o) {
          return DuplicateSelection(m, MultiDuplicate{MAXCOPIES, {}, {}}, o);
-       },
-       EditResult::TooMany},
+       }},
   };
   Pick({"a", "b", "p"});
   const std::string before = Text();
@@ -203,7 +173,7 @@ TEST_F(ArrangeTest, WhatIsAcceptedSurvivesSaving) {
         TransformSelection(*map, TurnMatrix(turn), {32, 32, 32}, options) == EditResult::Done;
     const auto read = ReadText(Text());
     EXPECT_EQ(FindNamed(*read, "a")->brush.getNumFaces(), 6) << degrees;
-    EXPECT_TRUE(IsClosed(Get("a")));
+    EXPECT_TRUE(IsSolid(Get("a").brush));
   }
   EXPECT_GT(accepted, 20);
 }
@@ -305,6 +275,49 @@ TEST_F(ArrangeTest, CopiesJoinTheLeadingGroup) {
   Pick({"b"});
   DuplicateSelection(*map, {0, 0, 64}, options);
   EXPECT_EQ(Children("group1"), (Names{"a", "b"}));
+}
+
+// By their bounds, which are known from their keys alone.
+TEST_F(ArrangeTest, InstancesAndEmbeddedMapsFollowWhatTheirKeysCanSay) {
+  const Matrix steps[] = {Matrix::Diagonal(2, 2, 2),  Matrix::TurnZ(90),
+                          Matrix::Diagonal(-1, 1, 1), Matrix::Diagonal(1, -1, 1),
+                          Matrix::TurnZ(180),         Matrix::Diagonal(1, 1, -1),
+                          Matrix::TurnZ(-90),         Matrix::Diagonal(0.5f, 3, 0.25f)};
+  for (const char* angle : {"0", "90", "-90", "180", "630", "60"}) {
+    Open("{\"classname\" \"templateClass\" \"XMPentityname\" \"T\"" + Cuboid(0, 0, 0, 16, 32, 64) +
+         "}{\"classname\" \"templateInstance\" \"XMPentityname\" \"i\" \"XMPclass\" \"T\""
+         "\"origin\" \"8 0 0\" \"angle\" \"" +
+         angle +
+         "\"}"
+         "{\"classname\" \"embed\" \"XMPentityname\" \"e\" \"origin\" \"0 64 0\" \"XMPmaxx\" "
+         "\"40\"}");
+    Pick({"i", "e"});
+    for (const Matrix& step : steps) {
+      // An instance that stands askew would be sheared, which it cannot be.
+      const bool isExact = std::string(angle) != "60" || &step != &steps[7];
+      Bounds expected[2];
+      for (int i = 0; i < 2; ++i) {
+        const Bounds old = map->selection[static_cast<std::size_t>(i)]->GetBounds();
+        expected[i].Add(Vec3(Transform(DVec3(old.mins), step, {1, 2, 3})));
+        expected[i].Add(Vec3(Transform(DVec3(old.maxs), step, {1, 2, 3})));
+      }
+      ASSERT_EQ(TransformSelection(*map, step, {1, 2, 3}, options), EditResult::Done);
+      for (int i = isExact ? 0 : 1; i < 2; ++i) {
+        const Bounds box = map->selection[static_cast<std::size_t>(i)]->GetBounds();
+        EXPECT_LT(Length(DVec3(box.mins - expected[i].mins)), 0.01)
+            << angle << ' ' << &step - steps;
+        EXPECT_LT(Length(DVec3(box.maxs - expected[i].maxs)), 0.01)
+            << angle << ' ' << &step - steps;
+      }
+    }
+    const InstanceShape shape = ShapeOf(Get("i"));
+    const Bounds box = EmbedBox(Get("e"));
+    RotateSelection(*map, 1, 2, 30, {}, options);
+    SkewSelection(*map, 0, 2, true, 8, options);
+    EXPECT_EQ(EmbedBox(Get("e")), box);
+    EXPECT_EQ(ShapeOf(Get("i")).scale, shape.scale);
+    EXPECT_EQ(ShapeOf(Get("i")).angle, shape.angle);
+  }
 }
 
 }  // namespace
