@@ -10,6 +10,7 @@
 
 #include "document/csg.h"
 #include "document/edit/brush_check.h"
+#include "document/edit/new_entity.h"
 #include "document/edit_step.h"
 #include "document/map.h"
 #include "geometry/convex_hull.h"
@@ -297,15 +298,7 @@ entity* AddPrimitive(Map& map, const Primitive& primitive, std::string_view text
     reporter.Show("Ferrowand says", made.reason);
     return nullptr;
   }
-  bool isReachable = true;
-  for (const entity* e = &map.NewParent(); e; e = e->Parent()) {
-    isReachable = isReachable && e->IsVisible() && e->IsEnabled();
-  }
-  if (!isReachable &&
-      reporter.Show("Ferrowand asks", "The current layer is hidden or disabled. Add the object?",
-                    Buttons::YesNo, Icon::Question) != Answer::Yes) {
-    return nullptr;
-  }
+  if (!MayAddTo(map.NewParent())) return nullptr;
   EditStep step(map);
   entity& added = step.Add(std::move(made.object), map);
   map.selection.assign(1, &added);

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <numbers>
 
+#include "document/edit/new_entity.h"
 #include "document/edit/placing.h"
 #include "document/edit/selection.h"
 #include "document/edit_step.h"
@@ -137,6 +138,8 @@ EditResult DuplicateSelection(Map& map, const MultiDuplicate& how, const Arrange
   std::int64_t objects = 0;
   for (const entity* root : roots) objects += CountObjects(*root);
   if (how.count * objects > MAXCOPIES) return EditResult::TooMany;
+
+  if (map.leadingGroup && !MayAddTo(*map.leadingGroup)) return EditResult::Declined;
 
   const DVec3 middle = MiddleOfSelection(map);
   std::vector<entity*> copies;

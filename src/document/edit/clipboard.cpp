@@ -80,7 +80,8 @@ EditResult CheckObjects(const std::vector<EntityPtr>& objects, const entity& par
   std::vector<const entity*> all;
   all.reserve(objects.size());
   for (const EntityPtr& object : objects) all.push_back(object.get());
-  return FitsBelow(parent, all, levels) ? EditResult::Done : EditResult::TooDeep;
+  if (!FitsBelow(parent, all, levels)) return EditResult::TooDeep;
+  return MayAddTo(parent) ? EditResult::Done : EditResult::Declined;
 }
 
 }  // namespace

@@ -5,6 +5,7 @@ namespace ferrowand {
 const char* Reason(EditResult result) {
   switch (result) {
     case EditResult::Done:
+    case EditResult::Declined:
       return "";
     case EditResult::NothingSelected:
       return "Select something that can be changed first";

@@ -5,6 +5,7 @@ namespace ferrowand {
 
 enum class EditResult {
   Done,
+  Declined,         // by the user, who has been asked
   NothingSelected,  // or nothing that may be changed: hidden and disabled objects may not
   Flattens,         // the matrix leaves no volume, or is no matrix
   BreaksBrush,      // a brush would lose a face, or could not be written in whole units
@@ -18,7 +19,7 @@ enum class EditResult {
   CannotWrite  // the file; that has been said
 };
 
-// For the user, one sentence.
+// For the user, one sentence; none where there is nothing to say.
 const char* Reason(EditResult result);
 
 }  // namespace ferrowand

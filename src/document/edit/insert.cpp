@@ -13,14 +13,6 @@
 namespace ferrowand {
 namespace {
 
-EditResult Insert(Map& map, EntityPtr e, const Vec3& at) {
-  e->SetOrigin(at);
-  EditStep step(map);
-  entity& added = step.Add(std::move(e), map);
-  Select(map, IsReachable(added) ? &added : nullptr, false);
-  return EditResult::Done;
-}
-
 template <typename Change>
 EditResult ChangeKeysOfSelection(Map& map, const Change& change) {
   const std::vector<entity*> roots = SelectedRoots(map);
@@ -36,14 +28,14 @@ EditResult ChangeKeysOfSelection(Map& map, const Change& change) {
 }  // namespace
 
 EditResult InsertEntity(Map& map, const EntityClass& entityClass, const Vec3& at) {
-  return Insert(map, NewEntity(map, entityClass.classname), at);
+  return AddAndSelect(map, NewEntity(map, entityClass.classname), at);
 }
 
 EditResult InsertCopy(Map& map, const entity& prototype, const Vec3& at) {
   EntityPtr copy = prototype.Copy();
   copy->ResolveClasses(*map.classSet);
   copy->ResolveTextures(map.wads);
-  return Insert(map, std::move(copy), at);
+  return AddAndSelect(map, std::move(copy), at);
 }
 
 EditResult SetKeyOfSelection(Map& map, std::string_view name, std::string_view value) {

@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <unordered_set>
 
+#include "document/edit/selection.h"
 #include "document/edit_step.h"
 #include "document/map.h"
 #include "document/special_classes.h"
 #include "gamedata/class_set.h"
+#include "shell/services/report.h"
 
 namespace ferrowand {
 namespace {
@@ -48,6 +50,15 @@ EntityPtr NewEntity(const Map& map, std::string_view classname) {
   return e;
 }
 
+EditResult AddAndSelect(Map& map, EntityPtr e, const Vec3& at) {
+  if (!MayAddTo(map.NewParent())) return EditResult::Declined;
+  e->SetOrigin(at);
+  EditStep step(map);
+  entity& added = step.Add(std::move(e), map);
+  Select(map, IsReachable(added) ? &added : nullptr, false);
+  return EditResult::Done;
+}
+
 std::string UnusedName(const Map& map, std::string_view prefix) {
   std::unordered_set<std::string> names;
   ForEachEntity(map, [&](const entity& e) {
@@ -65,6 +76,17 @@ std::string FitForKey(std::string_view text) {
   std::string fit(text.substr(0, std::min(text.find('\0'), LONGEST)));
   std::ranges::replace(fit, '"', '\'');
   return fit;
+}
+
+bool MayAddTo(const entity& parent) {
+  for (const entity* e = &parent; e; e = e->Parent()) {
+    if (e->IsVisible() && e->IsEnabled()) continue;
+    Reporter& reporter = e->getClass()->Set().Library().Report();
+    return reporter.Show("Ferrowand asks",
+                         "The current layer is hidden or disabled. Add the object?", Buttons::YesNo,
+                         Icon::Question) == Answer::Yes;
+  }
+  return true;
 }
 
 bool FitsBelow(const entity& parent, std::span<const entity* const> objects, int levels) {

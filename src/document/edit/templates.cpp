@@ -1,5 +1,7 @@
 #include "document/edit/templates.h"
 
+#include <cmath>
+
 #include "document/edit/new_entity.h"
 #include "document/edit/placing.h"
 #include "document/edit/selection.h"
@@ -12,28 +14,15 @@
 namespace ferrowand {
 namespace {
 
-void SetNumber(entity& e, const std::string& key, float value) {
-  TextWriter text;
-  text.PutFloat(value);
-  e.SetKey(key, text.Text());
-}
-
 EntityPtr NewInstance(const Map& map, const InstanceSettings& settings, const Vec3& origin) {
   EntityPtr instance = NewEntity(map, "templateInstance");
   instance->SetKey("XMPclass", FitForKey(settings.templateName));
   instance->SetKey("angle", std::to_string(settings.angle));
   for (int axis = 0; axis < 3; ++axis) {
-    SetNumber(*instance, std::string("XMPscale") + "xyz"[axis], settings.scale[axis]);
+    instance->SetKey(SCALE_KEYS[axis], FloatText(settings.scale[axis]));
   }
   instance->SetOrigin(origin);
   return instance;
-}
-
-EditResult AddSelected(Map& map, EntityPtr e) {
-  EditStep step(map);
-  entity& added = step.Add(std::move(e), map);
-  Select(map, IsReachable(added) ? &added : nullptr, false);
-  return EditResult::Done;
 }
 
 }  // namespace
@@ -72,18 +61,22 @@ EditResult MakeTemplate(Map& map, std::string_view name, const Vec3& pivot) {
 }
 
 EditResult InsertInstance(Map& map, const InstanceSettings& settings, const Vec3& origin) {
-  return AddSelected(map, NewInstance(map, settings, origin));
+  for (int axis = 0; axis < 3; ++axis) {
+    if (settings.scale[axis] == 0 || !std::isfinite(settings.scale[axis])) {
+      return EditResult::Flattens;
+    }
+  }
+  return AddAndSelect(map, NewInstance(map, settings, origin), origin);
 }
 
 EditResult InsertEmbed(Map& map, std::string_view filename, const Bounds& box, const Vec3& origin) {
   EntityPtr embed = NewEntity(map, "embed");
   embed->SetKey("XMPfilename", FitForKey(filename));
   for (int axis = 0; axis < 3; ++axis) {
-    SetNumber(*embed, std::string("XMPmin") + "xyz"[axis], box.mins[axis]);
-    SetNumber(*embed, std::string("XMPmax") + "xyz"[axis], box.maxs[axis]);
+    embed->SetKey(EMBED_MIN_KEYS[axis], FloatText(box.mins[axis]));
+    embed->SetKey(EMBED_MAX_KEYS[axis], FloatText(box.maxs[axis]));
   }
-  embed->SetOrigin(origin);
-  return AddSelected(map, std::move(embed));
+  return AddAndSelect(map, std::move(embed), origin);
 }
 
 }  // namespace ferrowand

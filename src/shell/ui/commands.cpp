@@ -31,7 +31,7 @@ Command ModeOf(const ToolSet& tools) {
 }  // namespace
 
 void Conclude(App& app, Map& map, EditResult result) {
-  if (result != EditResult::Done) app.reporter.Show("Cannot continue", Reason(result));
+  if (const char* reason = Reason(result); *reason) app.reporter.Show("Cannot continue", reason);
   app.RefreshMap(map);
   app.SetTitles(map);
 }
