@@ -68,6 +68,15 @@ class LayerWindowTest : public AppTest {
     PostMessageA(rows, WM_LBUTTONDOWN, MK_LBUTTON, at);
     Post(rows, WM_LBUTTONUP, 0, at);
   }
+  void DoubleClick(int row, int part) const {
+    RECT place;
+    ListView_GetItemRect(rows, row, &place, part);
+    const LPARAM at = MAKELPARAM((place.left + place.right) / 2, (place.top + place.bottom) / 2);
+    for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP}) {
+      PostMessageA(rows, message, 0, at);
+    }
+    app->Pump();
+  }
   void Push(int button) const { SendDlgItemMessageA(window->Dialog(), button, BM_CLICK, 0, 0); }
   bool IsEnabled(int button) const {
     return IsWindowEnabled(GetDlgItem(window->Dialog(), button)) != FALSE;
@@ -106,7 +115,7 @@ TEST_F(LayerWindowTest, EveryChangeIsOneStepThatTheListFollowsBackAndForth) {
       {"left 1 VE cc1a1a\nright 1 V-* cc1a1a\n", [&] { Press(VK_SPACE); }},  // the same switch
       {"left 1 VE cc1a1a\nright 1 -E* cc1a1a\n", [&] { Press(VK_LEFT), Press(VK_SPACE); }},
       {"left 1 VE cc1a1a\nattic 1 VE* cc1a1a\n", [&] { TypeName("attic"); }},
-      {"left 1 VE cc1a1a\nright 1 VE* 0102ff\n", [&] { Push(ID_LAYER_COLOUR); }},
+      {"left 1 VE cc1a1a\nright 1 VE* 0102ff\n", [&] { DoubleClick(1, LVIR_ICON); }},
       {"left 1 VE cc1a1a\nroof 1 VE* 00ff07\n", [&] { Push(ID_LAYER_PROPERTIES); }},
       {"left 1 VE cc1a1a\nright 1 VE cc1a1a\nnew 0 VE* cc1a1a\n", [&] { Push(ID_LAYER_ADD); }},
       {"left 2 VE* cc1a1a\n", [&] { Press(VK_DELETE); }},
@@ -163,6 +172,8 @@ TEST_F(LayerWindowTest, KeysAreTheDialogsOrCommandsForItsMap) {
   EXPECT_EQ(map->currentLayer, &Layer(0));
   Press(VK_DOWN);
   EXPECT_EQ(window->List().Selected(), &Layer(1));
+  Press('H');
+  EXPECT_EQ(app->views.ViewsOf(*map).front()->mapmode, MapMode::Heights);
   Select(*map, Box(0, 0), false);
   {
     const HeldKey control(VK_CONTROL);

@@ -47,8 +47,9 @@ std::vector<entity*> LayersOf(const Map& map) {
 }
 
 entity& InsertLayer(Map& map, std::string_view name) {
+  const std::string fitName = FitForKey(name);
   EditStep step(map);
-  entity& layer = *map.AddLayer(FitForKey(name));
+  entity& layer = *map.AddLayer(fitName.empty() ? UnusedName(map, "layer") : fitName);
   step.Added(layer);
   return layer;
 }

@@ -15,7 +15,7 @@ class entity;
 // In the order of the map.
 std::vector<entity*> LayersOf(const Map& map);
 
-// At the end of the map; it becomes the current one.
+// At the end of the map, under a name that is free if it is given none; it becomes the current one.
 entity& InsertLayer(Map& map, std::string_view name);
 // New objects go there from now on, and to no leading group. Nothing that is undone.
 void MakeLayerCurrent(Map& map, entity& layer);

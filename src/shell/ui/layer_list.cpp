@@ -21,7 +21,7 @@ constexpr const char* HEADINGS[] = {"Layer", "Objects", "Visible", "Enabled", "C
 constexpr int COLUMNS = static_cast<int>(std::size(HEADINGS));
 
 // Pixels at the usual size of text.
-constexpr int HEADING_MARGIN = 18, SMALLEST_NAME = 90;
+constexpr int HEADING_MARGIN = 18, SMALLEST_NAME = 70;
 constexpr int SWATCH_WIDTH = 24, ROW_HEIGHT = 18, SWATCH_INSET = 3;
 
 LayerAction ActionOf(int column) {

@@ -99,10 +99,15 @@ void LayerWindow::Layout() const {
                      : fits(FOUR_COLUMNS) ? FOUR_COLUMNS
                      : fits(TWO_COLUMNS)  ? TWO_COLUMNS
                                           : ONE_COLUMN;
-  const int buttonsHeight = BUTTONS / perRow * (BUTTON_HEIGHT + GAP) - GAP;
-  const int listHeight =
-      std::max(static_cast<int>(area.bottom) - 3 * MARGIN - buttonsHeight, SMALLEST_LIST);
+  const int buttonsHeight = BUTTONS / perRow * (BUTTON_HEIGHT + GAP) - GAP + MARGIN;
+  const int height = std::max(static_cast<int>(area.bottom) - 2 * MARGIN, 1);
+  // In a low window the list is what counts: popup and keys do what the buttons do.
+  const bool hasButtons = height >= SMALLEST_LIST + buttonsHeight;
+  const int listHeight = hasButtons ? height - buttonsHeight : height;
   MoveWindow(list_->Handle(), MARGIN, MARGIN, width, listHeight, TRUE);
+  for (int i = 0; i < BUTTONS; ++i) {
+    ShowWindow(GetDlgItem(dialog_, ID_LAYER_ADD + i), hasButtons ? SW_SHOWNA : SW_HIDE);
+  }
   LayOutButtons(MARGIN, 2 * MARGIN + listHeight, width, perRow);
 }
 
