@@ -153,6 +153,7 @@ TEST_F(GroupsTest, LayersComeGoAndTakeObjects) {
   EXPECT_EQ(RemoveLayer(*map, Get("hidden")), EditResult::Done);
   EXPECT_EQ(RemoveLayer(*map, Get("locked")), EditResult::Done);
   EXPECT_EQ(RemoveLayer(*map, Get("main")), EditResult::LastLayer);
+  EXPECT_STREQ(InsertLayer(*map, "").GetKey("XMPentityname"), "layer1");
   while (map->undo.CanUndo()) map->undo.Undo();
   EXPECT_EQ(Text(), before);
 }
