@@ -156,11 +156,20 @@ bool ForEachHit(entity& object, const HitQuery& query,
 }
 
 Hit HitTest(entity& object, const HitQuery& query) {
+  entity* const objects[] = {&object};
+  return HitTest(objects, query);
+}
+
+Hit HitTest(std::span<entity* const> objects, const HitQuery& query) {
   Hit first;
-  ForEachHit(object, query, [&](const Hit& hit) {
+  const std::function<bool(const Hit&)> take = [&](const Hit& hit) {
     first = hit;
     return true;
-  });
+  };
+  HitWalk walk(query, take);
+  for (entity* object : objects) {
+    if (walk.Visit(*object)) break;
+  }
   return first;
 }
 

@@ -37,6 +37,8 @@ int FaceAt(const Brush& brush, const ViewTransform& transform, Pixel at);
 // The object itself, else the first hit of what lies below it, in map order. Nothing below what is
 // hidden or disabled is hit.
 Hit HitTest(entity& object, const HitQuery& query);
+// The first hit of several, in their order.
+Hit HitTest(std::span<entity* const> objects, const HitQuery& query);
 
 // The same for every hit, in map order, until `visit` returns true. Whether it did.
 bool ForEachHit(entity& object, const HitQuery& query,

@@ -53,7 +53,7 @@ void BrushTool::MouseDown(MapView& view, Pixel at, int button) {
 }
 
 std::optional<BrushTool::FaceHandle> BrushTool::HandleAt(const MapView& view, Pixel at) const {
-  for (const entity* e : SelectedBrushes(view.map)) {
+  for (const entity* e : SelectedBrushesAt(view, at, FACE_HANDLE_SIZE + 1)) {
     for (const Face& face : e->brush.Faces()) {
       if (!HasHandle(face, view.transform)) continue;
       const Vec3 middle = MiddleOf(face);
@@ -82,7 +82,7 @@ Vec3 BrushTool::Offset(const MapView& view, Pixel at) const {
 std::vector<ReshapeTool::Reshaped> BrushTool::Reshape(const MapView& view, const Vec3& by) const {
   std::vector<Reshaped> all;
   if (!grabbed_) return all;
-  for (entity* e : SelectedBrushes(view.map)) {
+  for (entity* e : SelectedBrushesIn(view.map, {grabbed_->middle, grabbed_->middle})) {
     for (int i = 0; i < e->brush.getNumFaces(); ++i) {
       if (!IsOf(*grabbed_, e->brush.face(i))) continue;
       all.push_back({e, CornersOf(e->brush.face(i)), MoveFace(e->brush, i, by, Host().Report())});

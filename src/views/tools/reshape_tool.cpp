@@ -5,6 +5,7 @@
 
 #include "document/edit_step.h"
 #include "document/map.h"
+#include "geometry/tolerance.h"
 #include "shell/services/report.h"
 #include "views/map_view.h"
 #include "views/tools/brush_reshape.h"
@@ -50,6 +51,31 @@ std::vector<entity*> SelectedBrushes(const Map& map) {
   std::vector<entity*> found;
   for (entity* root : SelectedRoots(map)) Collect(*root, found);
   return found;
+}
+
+std::vector<entity*> SelectedBrushesAt(const MapView& view, Pixel at, int reach) {
+  std::vector<entity*> brushes = SelectedBrushes(view.map);
+  std::erase_if(brushes, [&](const entity* e) {
+    const Bounds& box = e->brush.Box();
+    if (box.IsEmpty()) return true;
+    const PixelRect rect = view.transform.ToScreen(box.mins, box.maxs);
+    return at.x < rect.left - reach || at.x > rect.right + reach || at.y < rect.top - reach ||
+           at.y > rect.bottom + reach;
+  });
+  return brushes;
+}
+
+std::vector<entity*> SelectedBrushesIn(const Map& map, const Bounds& box) {
+  std::vector<entity*> brushes = SelectedBrushes(map);
+  std::erase_if(brushes, [&](const entity* e) {
+    const Bounds& own = e->brush.Box();
+    for (int axis = 0; axis < 3; ++axis) {
+      if (own.mins[axis] > box.maxs[axis] + ON_EPSILON) return true;
+      if (own.maxs[axis] < box.mins[axis] - ON_EPSILON) return true;
+    }
+    return false;
+  });
+  return brushes;
 }
 
 void ReshapeTool::Select(MapView& view, entity* object, bool add) {

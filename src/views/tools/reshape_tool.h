@@ -40,5 +40,8 @@ class ReshapeTool : public ToolBase {
 
 // All with faces in the selected trees, each once.
 std::vector<entity*> SelectedBrushes(const Map& map);
+// Those of them that may be seen within so many pixels of a place, or touch a box of the world.
+std::vector<entity*> SelectedBrushesAt(const MapView& view, Pixel at, int reach);
+std::vector<entity*> SelectedBrushesIn(const Map& map, const Bounds& box);
 
 }  // namespace ferrowand

@@ -82,9 +82,7 @@ void Selector::DoubleClick(MapView& view, Pixel at, int button) {
 }
 
 bool Selector::IsOnSelection(const MapView& view, Pixel at) const {
-  const HitQuery query = QueryAt(view, at, PickLevel::Objects);
-  return std::ranges::any_of(view.map.selection,
-                             [&](entity* e) { return HitTest(*e, query).object != nullptr; });
+  return HitTest(view.map.selection, QueryAt(view, at, PickLevel::Objects)).object != nullptr;
 }
 
 ToolCursor Selector::CursorAt(const MapView& view, Pixel at) const {

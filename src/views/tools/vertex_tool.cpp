@@ -33,19 +33,6 @@ std::vector<Vec3> CornersOfSelection(const Map& map) {
   return CornersOf(SelectedBrushes(map));
 }
 
-// Those a corner or an edge of which may be seen at the pixel.
-std::vector<entity*> BrushesAt(const MapView& view, Pixel at) {
-  std::vector<entity*> brushes = SelectedBrushes(view.map);
-  std::erase_if(brushes, [&](const entity* e) {
-    const Bounds& box = e->brush.Box();
-    if (box.IsEmpty()) return true;
-    const PixelRect rect = view.transform.ToScreen(box.mins, box.maxs);
-    return at.x < rect.left - CORNER_SIZE || at.x > rect.right + CORNER_SIZE ||
-           at.y < rect.top - CORNER_SIZE || at.y > rect.bottom + CORNER_SIZE;
-  });
-  return brushes;
-}
-
 bool IsNear(Pixel a, Pixel b) {
   return std::abs(a.x - b.x) <= CORNER_SIZE && std::abs(a.y - b.y) <= CORNER_SIZE;
 }
@@ -81,7 +68,7 @@ std::vector<Vec3> EdgeAt(const std::vector<entity*>& brushes, const MapView& vie
 
 // All that lie behind each other there, else the ends of an edge.
 std::vector<Vec3> VertexTool::CornersAt(const MapView& view, Pixel at) const {
-  const std::vector<entity*> brushes = BrushesAt(view, at);
+  const std::vector<entity*> brushes = SelectedBrushesAt(view, at, CORNER_SIZE);
   std::vector<Vec3> corners = CornersOf(brushes);
   std::erase_if(corners, [&](const Vec3& c) { return !IsNear(view.transform.ToScreen(c), at); });
   return corners.empty() ? EdgeAt(brushes, view, at) : corners;
@@ -168,7 +155,9 @@ Vec3 VertexTool::Offset(const MapView& view, Pixel at) const {
 std::vector<ReshapeTool::Reshaped> VertexTool::Reshape(const MapView& view, const Vec3& by) const {
   std::vector<Reshaped> all;
   const CornerSet picked(picked_);
-  for (entity* e : SelectedBrushes(view.map)) {
+  Bounds around;
+  for (const Vec3& corner : picked_) around.Add(corner);
+  for (entity* e : SelectedBrushesIn(view.map, around)) {
     std::vector<Vec3> corners = CornersOf(e->brush);
     std::erase_if(corners, [&](const Vec3& corner) { return !picked.Contains(corner); });
     if (corners.empty()) continue;
