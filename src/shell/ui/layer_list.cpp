@@ -143,7 +143,6 @@ void LayerList::Refresh() {
   FitColumns();
   Select(keeps ? selected : map_.currentLayer);
   InvalidateRect(rows_, nullptr, FALSE);
-  host_.SelectedLayerChanged();
 }
 
 // Some systems tell of the text even then.

@@ -19,7 +19,6 @@ constexpr int WIDTH = 470, HEIGHT = 320;
 constexpr int MARGIN = 6, GAP = 4, BUTTON_HEIGHT = 23, SMALLEST_BUTTON = 106, SMALLEST_LIST = 80;
 
 constexpr int BUTTONS = ID_LAYER_PROPERTIES - ID_LAYER_ADD + 1;
-constexpr int ONE_COLUMN = 1, TWO_COLUMNS = 2, FOUR_COLUMNS = 4;
 
 // The items of the popup.
 enum PopupItem : unsigned {
@@ -41,6 +40,13 @@ bool HoldsReachable(const entity& layer) {
   return layer.IsVisible() && layer.IsEnabled() &&
          std::ranges::any_of(layer.getEntityList(),
                              [](const EntityPtr& object) { return IsReachable(*object); });
+}
+
+// Full rows only.
+int ButtonsPerRow(int width) {
+  int count = BUTTONS;
+  while (count > 1 && width < count * (SMALLEST_BUTTON + GAP) - GAP) count /= 2;
+  return count;
 }
 
 bool IsTextBox(HWND window) {
@@ -74,7 +80,7 @@ void LayerWindow::OnCreate() {
                                LayerDialogFunc, reinterpret_cast<LPARAM>(this));
   list_ = std::make_unique<LayerList>(dialog_, ID_LAYER_LIST, map_, *this);
   Layout();
-  list_->Refresh();
+  Refresh();
 }
 
 INT_PTR CALLBACK LayerWindow::LayerDialogFunc(HWND dialog, UINT message, WPARAM wParam,
@@ -94,11 +100,7 @@ void LayerWindow::Layout() const {
   GetClientRect(Handle(), &area);
   MoveWindow(dialog_, 0, 0, area.right, area.bottom, TRUE);
   const int width = std::max(static_cast<int>(area.right) - 2 * MARGIN, 1);
-  const auto fits = [&](int count) { return width >= count * (SMALLEST_BUTTON + GAP) - GAP; };
-  const int perRow = fits(BUTTONS)        ? BUTTONS
-                     : fits(FOUR_COLUMNS) ? FOUR_COLUMNS
-                     : fits(TWO_COLUMNS)  ? TWO_COLUMNS
-                                          : ONE_COLUMN;
+  const int perRow = ButtonsPerRow(width);
   const int buttonsHeight = BUTTONS / perRow * (BUTTON_HEIGHT + GAP) - GAP + MARGIN;
   const int height = std::max(static_cast<int>(area.bottom) - 2 * MARGIN, 1);
   // In a low window the list is what counts: popup and keys do what the buttons do.
