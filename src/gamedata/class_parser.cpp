@@ -66,7 +66,8 @@ void ClassParser::ParseBox(EntityClass& entityClass) {
   };
   const char opening = NextChar();
   // The box that every class begins with is that of brush classes.
-  if (opening == '?') return;
+  entityClass.isMadeOfBrushes = opening == '?';
+  if (entityClass.isMadeOfBrushes) return;
   if (opening != '(') {
     complain();
     return;

@@ -47,6 +47,7 @@ class EntityClass {
   float red = 0, green = 0, blue = 0;
   std::int16_t minx = -8, miny = -8, minz = -8;  // size box around the origin, world units
   std::int16_t maxx = 8, maxy = 8, maxz = 8;
+  bool isMadeOfBrushes = false;    // a "?" for the box; the box is then that of the defaults
   std::vector<std::string> flags;  // names of the spawnflags, bit 0 first
   bool hasTilde = false;           // the header fixes the editor flags of its entities ...
   std::int32_t tildeValue = 0;     // ... to this

@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 
+#include "document/edit/selection.h"
 #include "shell/services/report.h"
 #include "views/tool.h"
 
@@ -86,6 +87,19 @@ int MapView::SnapU(int world) const {
 }
 int MapView::SnapV(int world) const {
   return SnapToGrid(world, gridv);
+}
+
+Vec3 MapView::PlaceForNew() const {
+  const PixelSize area = host_.DrawingArea();
+  const Pixel pixel = cursor_.value_or(Pixel{area.width / 2, area.height / 2});
+  const int u = transform.ToWorldU(pixel.x), v = transform.ToWorldV(pixel.y);
+  const bool snap = (map.optionBits & MAP_SNAP) != 0;
+  const Bounds selected = SelectionBounds(map);
+  Vec3 place;
+  if (!selected.IsEmpty()) place = (selected.mins + selected.maxs) * 0.5f;
+  place[transform.orienu] = static_cast<float>(snap ? SnapU(u) : u);
+  place[transform.orienv] = static_cast<float>(snap ? SnapV(v) : v);
+  return place;
 }
 
 void MapView::GridSmaller(bool everyView) {
@@ -187,6 +201,7 @@ void MapView::OnMouseDown(Pixel at, int button, bool zoomKey, bool shift) {
 }
 
 void MapView::OnMouseMove(Pixel at, int buttons, bool panKey) {
+  cursor_ = at;
   host_.SetText(ViewText::Coordinates,
                 Format("%ix%i", transform.ToWorldU(at.x), transform.ToWorldV(at.y)));
   if (panKey) {

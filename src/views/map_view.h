@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -117,6 +118,9 @@ class MapView : public MapObserver {
   // Keeps what is at that pixel.
   void ZoomAt(Pixel at, bool out);
   int ZoomPercent() const;
+  // Where something new goes: under the cursor, else in the middle of the view; on the grid when
+  // snap is on; as deep as the middle of the selection.
+  Vec3 PlaceForNew() const;
 
   // --- grid. `everyView`: also the other views of the map.
   void GridSmaller(bool everyView);
@@ -145,6 +149,7 @@ class MapView : public MapObserver {
   // `button`: BUTTON_LEFT or BUTTON_RIGHT. `zoomKey`: the press zooms and the tool sees nothing.
   void OnMouseDown(Pixel at, int button, bool zoomKey, bool shift);
   void OnMouseMove(Pixel at, int buttons, bool panKey);
+  void OnMouseLeave() { cursor_.reset(); }
   void OnMouseUp(Pixel at, int button);
   void OnDoubleClick(Pixel at, int button);
   void OnActivate();
@@ -180,7 +185,8 @@ class MapView : public MapObserver {
   ViewList& list_;
   const Options& options_;
   Tool* const& tool_;
-  int zoomPresses_ = 0;  // buttons whose press was a zoom: their releases are swallowed
+  std::optional<Pixel> cursor_;  // while it is over the drawing area
+  int zoomPresses_ = 0;          // buttons whose press was a zoom: their releases are swallowed
 };
 
 // Round half up to a multiple of 2^exponent; below 0 too, so that steps are equally long.

@@ -60,6 +60,8 @@ TEST_F(ClassParserTest, ABrushClassHasTheBoxOfTheDefaults) {
   const EntityClass& door = ParseOne("/*QUAKED func_door (0 .5 .8) ?  OPEN\r\nA door.*/");
   EXPECT_EQ(BoxOf(door), (std::vector<int>{-8, -8, -8, 8, 8, 8}));
   EXPECT_EQ(door.flags, std::vector<std::string>{"OPEN"});
+  EXPECT_TRUE(door.isMadeOfBrushes);
+  EXPECT_FALSE(ParseOne("/*QUAKED light (0 1 0) (-8 -8 -8) (8 8 8)\r\n*/").isMadeOfBrushes);
 }
 
 TEST_F(ClassParserTest, ATildeFixesANumber) {

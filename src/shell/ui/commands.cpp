@@ -42,6 +42,11 @@ bool RequireSelection(App& app, const char* title, const char* text) {
   return false;
 }
 
+Vec3 PlaceForNew(const App& app, const Map& map) {
+  const MapView* view = app.ActiveView();
+  return (view ? view : app.views.ViewsOf(map).front())->PlaceForNew();
+}
+
 CommandFacts App::Facts() const {
   CommandFacts facts;
   facts.options = &options;

@@ -4,6 +4,7 @@
 #include <span>
 
 #include "document/edit/edit_result.h"
+#include "geometry/vec.h"
 #include "shell/services/command_table.h"
 
 namespace ferrowand {
@@ -22,6 +23,11 @@ struct CommandHandler {
 void Conclude(App& app, Map& map, EditResult result);
 // Whether something is selected; says the text otherwise.
 bool RequireSelection(App& app, const char* title, const char* text);
+// To be asked before a menu or a box draws the cursor away. In the active view, or in the last used
+// one when a window of another kind is active.
+Vec3 PlaceForNew(const App& app, const Map& map);
+// False when the virtual key is bound to no entity.
+bool InsertBoundEntity(App& app, unsigned key);
 
 std::span<const CommandHandler> FileCommands();
 std::span<const CommandHandler> EditCommands();

@@ -1,4 +1,6 @@
 // The Edit menu, but for Undo and Redo.
+#include <algorithm>
+
 #include "document/edit/arrange.h"
 #include "document/edit/clipboard.h"
 #include "document/edit/groups.h"
@@ -75,47 +77,58 @@ void DuplicateMany(App& app, unsigned) {
   if (how.count > 0) Conclude(app, map, DuplicateSelection(map, how, {}));
 }
 
-HMENU MakeClassMenu(const std::vector<ClassMenuItem>& items) {
+// The letter to type stands where the names of a group begin to differ.
+std::string WithMnemonic(const std::string& name, bool inGroup) {
+  const std::size_t bar = inGroup ? name.find('_') : std::string::npos;
+  const std::size_t letter = bar == std::string::npos ? 0 : bar + 1;
+  std::string text;
+  for (std::size_t i = 0; i < name.size(); ++i) {
+    if (i == letter || name[i] == '&') text += '&';
+    text += name[i];
+  }
+  return text;
+}
+
+HMENU MakeClassMenu(const std::vector<ClassMenuItem>& items, bool inGroup) {
   const HMENU menu = CreatePopupMenu();
   for (const ClassMenuItem& item : items) {
     const bool isGroup = !item.items.empty();
     AppendMenuA(menu, isGroup ? MF_POPUP : MF_STRING,
-                isGroup ? reinterpret_cast<UINT_PTR>(MakeClassMenu(item.items)) : item.id,
-                item.text.c_str());
+                isGroup ? reinterpret_cast<UINT_PTR>(MakeClassMenu(item.items, true)) : item.id,
+                WithMnemonic(item.text, inGroup).c_str());
   }
   return menu;
 }
 
-// In the middle of what the view shows, as deep as the selection.
-Vec3 PlaceForNew(const MapView& view) {
-  const PixelSize area = view.DrawingArea();
-  const Bounds selected = SelectionBounds(view.map);
-  Vec3 at;
-  if (!selected.IsEmpty()) at = (selected.mins + selected.maxs) * 0.5f;
-  const int u = view.transform.ToWorldU(area.width / 2);
-  const int v = view.transform.ToWorldV(area.height / 2);
-  const bool snap = (view.map.optionBits & MAP_SNAP) != 0;
-  at[view.transform.orienu] = static_cast<float>(snap ? view.SnapU(u) : u);
-  at[view.transform.orienv] = static_cast<float>(snap ? view.SnapV(v) : v);
-  return at;
-}
-
-// A class without a size of its own is made of the selected brushes.
 void Insert(App& app, unsigned) {
   Map& map = *app.ActiveMap();
-  const MapView* view = app.ActiveView();
-  if (!view) view = app.views.ViewsOf(map).front();
-  const OwnedMenu menu(MakeClassMenu(map.classSet->Menu()));
+  // Before the menu draws the cursor away.
+  const Vec3 place = PlaceForNew(app, map);
+  const OwnedMenu menu(MakeClassMenu(map.classSet->Menu(), false));
   POINT at;
   GetCursorPos(&at);
   // Owned by the view: the frame would take the numbers of classes for commands.
   const unsigned id = app.dialogs.TrackPopup(app.ActiveWindow()->Handle(), menu.get(), at);
   const EntityClass* chosen = map.classSet->ClassOfMenuId(id);
   if (!chosen) return;
-  Conclude(app, map,
-           chosen->HasSizeBox() ? InsertEntity(map, *chosen, PlaceForNew(*view))
-                                : GroupSelectionAs(map, *chosen));
+  const bool isPoint = chosen->HasSizeBox() && !chosen->isMadeOfBrushes;
+  Conclude(app, map, isPoint ? InsertEntity(map, *chosen, place) : GroupSelectionAs(map, *chosen));
 }
+
+}  // namespace
+
+bool InsertBoundEntity(App& app, unsigned key) {
+  const auto& bound = app.boundEntities.items;
+  const auto item = std::ranges::find_if(
+      bound, [key](const BoundEntity& b) { return b.key == key && b.prototype; });
+  Map* map = app.ActiveMap();
+  if (item == bound.end() || !map || app.progress.IsLoading()) return false;
+  Conclude(app, *map, InsertCopy(*map, *item->prototype, PlaceForNew(app, *map)));
+  app.frame.RefreshToolbar();
+  return true;
+}
+
+namespace {
 
 constexpr CommandHandler HANDLERS[] = {
     {Command::Insert, Insert},       {Command::Cut, Take<true>},

@@ -1,5 +1,6 @@
 // What comes into a map as a whole: layers and their list, instances of templates, embedded maps,
 // and groups, which go to files too.
+#include <algorithm>
 #include <cmath>
 
 #include "document/edit/clipboard.h"
@@ -20,18 +21,6 @@ constexpr char MAP_FILTER[] =
     "Maps (*.xmp, *.map)|*.xmp;*.map|Extended Maps (*.xmp)|*.xmp|Quake maps (*.map)|*.map|"
     "All files (*.*)|*.*|";
 
-Vec3 MiddleOfView(App& app, const Map& map) {
-  const MapView* view = app.ActiveView();
-  if (!view) view = app.views.ViewsOf(map).front();
-  const PixelSize area = view->DrawingArea();
-  Vec3 at;
-  at[view->transform.orienu] =
-      static_cast<float>(view->SnapU(view->transform.ToWorldU(area.width / 2)));
-  at[view->transform.orienv] =
-      static_cast<float>(view->SnapV(view->transform.ToWorldV(area.height / 2)));
-  return at;
-}
-
 void AddLayer(App& app, unsigned) {
   Map& map = *app.ActiveMap();
   const auto answer = app.dialogs.Ask(app.frame.Handle(),
@@ -45,29 +34,53 @@ void ShowLayers(App& app, unsigned) {
   app.ShowLayers(*app.ActiveMap());
 }
 
-void AddInstance(App& app, unsigned) {
-  Map& map = *app.ActiveMap();
-  const std::vector<std::string> names = TemplateNames(map);
-  if (names.empty()) {
-    app.reporter.Show("Cannot continue", "This map has no templates");
+constexpr char NEW_TEMPLATE[] = "(new, of the selection)";
+
+// Around the middle of the selection: an instance inserted while it is selected stands as deep.
+void AddTemplate(App& app, Map& map, const std::string& name) {
+  if (std::ranges::count(TemplateNames(map), name) != 0) {
+    app.reporter.Show("Cannot continue", "This map has a template of that name");
     return;
   }
-  const auto answer = app.dialogs.Ask(app.frame.Handle(), {"Insert template instance",
-                                                           {{"Template", "", names},
-                                                            {"Angle (degrees)", "0", {}},
-                                                            {"Scale along X", "1", {}},
-                                                            {"Scale along Y", "1", {}},
-                                                            {"Scale along Z", "1", {}}}});
-  if (!answer) return;
-  InstanceSettings settings{.templateName = answer->front(), .angle = ParseInt((*answer)[1])};
-  for (std::size_t i = 0; i < 3; ++i) {
-    settings.scale[static_cast<int>(i)] = static_cast<float>(ParseFloat((*answer)[2 + i]));
+  const Bounds box = SelectionBounds(map);
+  Vec3 pivot;
+  for (int axis = 0; axis < 3; ++axis) {
+    pivot[axis] = std::round((box.mins[axis] + box.maxs[axis]) / 2);
   }
-  Conclude(app, map, InsertInstance(map, settings, MiddleOfView(app, map)));
+  Conclude(app, map, MakeTemplate(map, name, pivot));
 }
 
-// Of the size that its map is to fit, around the middle of the view.
+void AddInstance(App& app, unsigned) {
+  Map& map = *app.ActiveMap();
+  std::vector<std::string> choices = TemplateNames(map);
+  if (!map.selection.empty()) choices.emplace_back(NEW_TEMPLATE);
+  if (choices.empty()) {
+    app.reporter.Show("Cannot continue",
+                      "This map has no templates. Select something to make one of it.");
+    return;
+  }
+  const Vec3 place = PlaceForNew(app, map);
+  const auto answer =
+      app.dialogs.Ask(app.frame.Handle(), {"Insert template instance",
+                                           {{"Template", "", std::move(choices)},
+                                            {"Name of a new one", UnusedName(map, "template"), {}},
+                                            {"Angle (degrees)", "0", {}},
+                                            {"Scale along X", "1", {}},
+                                            {"Scale along Y", "1", {}},
+                                            {"Scale along Z", "1", {}}}});
+  if (!answer) return;
+  if (answer->front() == NEW_TEMPLATE) return AddTemplate(app, map, (*answer)[1]);
+  InstanceSettings settings{.templateName = answer->front(), .angle = ParseInt((*answer)[2])};
+  for (std::size_t i = 0; i < 3; ++i) {
+    settings.scale[static_cast<int>(i)] = static_cast<float>(ParseFloat((*answer)[3 + i]));
+  }
+  Conclude(app, map, InsertInstance(map, settings, place));
+}
+
+// Of the size that its map is to fit.
 void AddEmbed(App& app, unsigned) {
+  Map& map = *app.ActiveMap();
+  const Vec3 place = PlaceForNew(app, map);
   FileChoice choice;
   choice.title = "Embed";
   choice.filter = MAP_FILTER;
@@ -84,8 +97,7 @@ void AddEmbed(App& app, unsigned) {
     box.mins[static_cast<int>(i)] = -half;
     box.maxs[static_cast<int>(i)] = half;
   }
-  Map& map = *app.ActiveMap();
-  Conclude(app, map, InsertEmbed(map, *path, box, MiddleOfView(app, map)));
+  Conclude(app, map, InsertEmbed(map, *path, box, place));
 }
 
 void AddGroupFile(App& app, Map& map, const std::string& path) {

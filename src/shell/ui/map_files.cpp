@@ -37,7 +37,9 @@ Map& App::Adopt(std::unique_ptr<Map> map) {
 }
 
 Map& App::NewMap() {
-  return Adopt(std::make_unique<Map>(data, static_cast<std::size_t>(options.undoLevels)));
+  auto map = std::make_unique<Map>(data, static_cast<std::size_t>(options.undoLevels));
+  map->wads.Add(data.wads.DefaultName(), data.wads.Default());
+  return Adopt(std::move(map));
 }
 
 std::unique_ptr<Map> App::ReadMapFile(const std::string& path) {

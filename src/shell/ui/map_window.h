@@ -63,6 +63,7 @@ class MapWindow : public ChildWindow, public ViewHost {
   void OnButtonUp(int button, WPARAM wParam, LPARAM lParam);
   void OnMouseMove(WPARAM wParam, LPARAM lParam);
   bool OnKeyDown(WPARAM key);
+  bool InsertBound(WPARAM key, LPARAM lParam);
   void TakeFocusFromSister();
   void SetMouseCursor();
 

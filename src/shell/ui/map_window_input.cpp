@@ -2,6 +2,7 @@
 #include <windowsx.h>
 
 #include "shell/ui/app.h"
+#include "shell/ui/commands.h"
 #include "shell/ui/map_window.h"
 #include "views/tool.h"
 
@@ -80,12 +81,15 @@ LRESULT MapWindow::OnMapMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_CAPTURECHANGED:
       if (reinterpret_cast<HWND>(lParam) != drawing_) app_.toolWindows.OnCaptureLost(drawing_);
       return 0;
+    case WM_MOUSELEAVE:
+      view_->OnMouseLeave();
+      return 0;
     case WM_SETCURSOR:
       if (LOWORD(lParam) != HTCLIENT) break;
       SetMouseCursor();
       return TRUE;
     case WM_KEYDOWN:
-      if (OnKeyDown(wParam)) return 0;
+      if (OnKeyDown(wParam) || InsertBound(wParam, lParam)) return 0;
       break;
     case WM_KEYUP:
       if (wParam == VK_SPACE) view_->EndPan();
@@ -170,6 +174,8 @@ void MapWindow::OnButtonUp(int button, WPARAM wParam, LPARAM lParam) {
 
 void MapWindow::OnMouseMove(WPARAM wParam, LPARAM lParam) {
   TakeFocusFromSister();
+  TRACKMOUSEEVENT leaving{sizeof leaving, TME_LEAVE, drawing_, 0};
+  TrackMouseEvent(&leaving);
   view_->OnMouseMove(ToPixel(lParam), HeldButtons(wParam), IsDown(VK_SPACE));
 }
 
@@ -212,6 +218,16 @@ bool MapWindow::OnKeyDown(WPARAM key) {
       return false;
   }
   return false;
+}
+
+// A key that is bound to an entity says nothing else to the view: its character goes with it.
+bool MapWindow::InsertBound(WPARAM key, LPARAM lParam) {
+  const bool repeated = (HIWORD(lParam) & KF_REPEAT) != 0;
+  if (repeated || IsDown(VK_CONTROL) || IsDown(VK_MENU)) return false;
+  if (!InsertBoundEntity(app_, static_cast<unsigned>(key))) return false;
+  MSG character;
+  PeekMessageA(&character, drawing_, WM_CHAR, WM_CHAR, PM_REMOVE);
+  return true;
 }
 
 }  // namespace ferrowand

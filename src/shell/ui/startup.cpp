@@ -110,6 +110,10 @@ void App::Dispatch(MSG& message) {
   if (ChildWindow* active = ActiveWindow(); active && active->TakesMessage(message)) return;
   if (IsForAccelerators(message) &&
       TranslateAcceleratorA(frame.Handle(), accelerators_, &message)) {
+    // Some systems open the menu when Alt is let go, unless they have seen a key come with it.
+    if (message.message == WM_SYSKEYDOWN) {
+      DefWindowProcA(frame.Handle(), WM_SYSKEYDOWN, message.wParam, message.lParam);
+    }
     return;
   }
   TranslateMessage(&message);

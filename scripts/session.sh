@@ -1,0 +1,229 @@
+#!/usr/bin/env bash
+# scripts/session.sh [STEPS]: works the program as a person does, with the X server's mouse and
+# keys, through the steps of a file (tests/session/room.txt, which tells what each word means).
+# Files and pictures go to build/session. Wants build/win64 and build/native.
+set -u
+cd "$(dirname "$0")/.." || exit 1
+. scripts/common.sh
+steps=$(realpath "${1:-tests/session/room.txt}")
+work=$PWD/build/session
+rm -rf "$work"
+mkdir -p "$work"
+
+fail() { echo "line $line: $*" >&2; import -window root "$work/failed.png"; printf "%s\n" "${shown[@]}" >&2; exit 1; }
+
+# --- what the program shows
+
+probe() {
+  echo >&"${PROBE[1]}"
+  shown=()
+  local text
+  while read -r -t 10 text <&"${PROBE[0]}"; do
+    text=${text%$'\r'}
+    [ "$text" = end ] && return
+    shown+=("$text")
+  done
+  fail "the program does not answer"
+}
+
+# until COMMAND...: asks for what is shown until the command is content, for 20 seconds at most.
+until_() {
+  local deadline=$((SECONDS + 20))
+  while probe; ! "$@"; do
+    [ $SECONDS -lt $deadline ] || fail "never came: $*"
+    sleep 0.02
+  done
+}
+has_window() { printf '%s\n' "${shown[@]}" | grep -q '^window'; }
+has_frame() { [ ${#shown[@]} -gt 0 ] && [ "${shown[0]}" = frame ]; }
+has_no_window() { ! has_window; }
+
+# Sets left, top, right, bottom, caption, and u, v, scale from the status bar of the first view
+# whose name is $view.
+find_view() {
+  local i rest
+  for i in "${!shown[@]}"; do
+    [[ ${shown[i]} = view*"($view)"* ]] || continue
+    read -r _ left top right bottom caption rest <<<"${shown[i]}"
+    [[ ${shown[i + 3]} =~ ([0-9]+)%$ ]] || return 1
+    percent=${BASH_REMATCH[1]}
+    u= v=
+    [[ ${shown[i + 1]} =~ ^text\ (-?[0-9]+)x(-?[0-9]+)$ ]] || return 0
+    u=${BASH_REMATCH[1]} v=${BASH_REMATCH[2]}
+    return 0
+  done
+  return 1
+}
+
+# --- the mouse
+
+has_place() { find_view && [ -n "$u" ]; }
+is_at() { has_place && [ $((u - $1)) -le 4 ] && [ $(($1 - u)) -le 4 ] && [ $((v - $2)) -le 4 ] && [ $(($2 - v)) -le 4 ]; }
+
+# As a hand does, not in one leap: the system tells a window nothing of the first place in it.
+mouse_to() { xdotool mousemove $(($1 - 2)) "$2" sleep 0.03 mousemove "$1" "$2"; }
+
+# The status bar tells where in the world the cursor is: one look shows where to go from there.
+move_to() {
+  local x y
+  read -r x y < <(xdotool getmouselocation --shell | sed -n 's/^[XY]=//p' | tr '\n' ' ')
+  probe
+  find_view || fail "no view $view"
+  if [ -z "$u" ] || [ "$x" -lt "$left" ] || [ "$x" -ge "$right" ] || [ "$y" -lt "$top" ] || [ "$y" -ge "$bottom" ]; then
+    x=$(((left + right) / 2)) y=$(((top + bottom) / 2))
+    mouse_to "$x" "$y"
+    until_ has_place
+  fi
+  mouse_to $((x + ($1 - u) * percent / 100)) $((y - ($2 - v) * percent / 100))
+  until_ is_at "$1" "$2"
+}
+
+drag() {
+  local held=${5:-}
+  move_to "$1" "$2"
+  [ -z "$held" ] || xdotool keydown "$held"
+  xdotool mousedown 1
+  move_to $((($1 + $3) / 2)) $((($2 + $4) / 2))
+  move_to "$3" "$4"
+  xdotool mouseup 1
+  [ -z "$held" ] || xdotool keyup "$held"
+}
+
+# --- the keyboard
+
+press() {
+  local key
+  for key in "$@"; do
+    xdotool key "$key"
+    sleep 0.1
+  done
+}
+
+# The fields of the box that is open, one after the other.
+answer() {
+  local first=1 value
+  until_ has_window
+  sleep 0.2
+  while [ $# -gt 0 ]; do
+    value=$(xargs <<<"$1")
+    shift
+    [ -n "$first" ] || xdotool key Tab
+    first=
+    [ "$value" = - ] || xdotool type --delay 5 -- "$value"
+  done
+  xdotool key Return
+  until_ has_no_window
+}
+
+windows_path() { printf 'Z:%s' "$1" | tr / '\\'; }
+
+# --- files
+
+# Saves, and keeps the text under that name.
+saved_as() {
+  rm -f "$file"
+  xdotool key ctrl+s
+  for _ in $(seq 100); do
+    [ -f "$file" ] && break
+    sleep 0.1
+  done
+  sleep 0.1
+  cp "$file" "$work/$1"
+}
+
+info() {
+  local path=$work/$1 told count
+  shift
+  told=$(build/native/ferrowand-cli info "$path" --wad-path data --qc data/ents.qc 2>"$work/info.log")
+  while [ $# -gt 1 ]; do
+    count=$(sed -nE "s/^$1: |^ +([0-9]+)  $1\$/\1/p" <<<"$told")
+    [ "$count" = "$2" ] || fail "$path has $1: $count, not $2"
+    shift 2
+  done
+}
+
+# --- the steps
+
+do_step() {
+  local word=$1
+  shift
+  local first=${1:-}
+  case $word in
+    view)
+      view=$first
+      probe
+      find_view || true
+      xdotool mousemove $((left + 100)) $((caption + 12)) click 1
+      sleep 0.2
+      ;;
+    give) press "${@:2}" ;;
+    form | file)
+      local keys=("${parts[0]}")
+      read -ra keys <<<"${parts[0]}"
+      press "${keys[@]:2}"
+      if [ "$word" = form ]; then
+        answer "${parts[@]:1}"
+      else
+        file=$work/$(xargs <<<"${parts[1]}")
+        answer "$(windows_path "$file" | sed 's/\\/\\\\/g')"
+      fi
+      ;;
+    drag) drag "$@" ;;
+    point) move_to "$@" ;;
+    click)
+      move_to "$1" "$2"
+      xdotool click 1
+      ;;
+    key) xdotool key "$first" ;;
+    insert)
+      xdotool key Insert
+      until_ has_window
+      press "${@:2}"
+      until_ has_no_window
+      ;;
+    map)
+      press alt+w "$2"
+      file=$work/$first
+      ;;
+    undo)
+      for ((n = 0; n < first; ++n)); do press ctrl+z; done
+      ;;
+    keep) saved_as "$first.kept" ;;
+    same)
+      saved_as now.kept
+      cmp "$work/now.kept" "$work/$first.kept" || fail "not as it was at $first"
+      ;;
+    info) info "$@" ;;
+    picture)
+      sleep 0.3
+      import -window root "$work/$first.png"
+      ;;
+    *) fail "what is $word?" ;;
+  esac
+}
+
+step "Wine" use_wine
+step "Virtual display" start_display 1280x1000
+settings='HKLM\Software\ferrowand\0.9'
+for hive in /reg:32 /reg:64; do
+  wine reg add "$settings" /v "Show Tips" /t REG_DWORD /d 0 /f $hive >/dev/null 2>&1
+done
+say "$steps"
+started=$SECONDS
+coproc PROBE { wine build/win64/ferrowand_probe.exe ferrowand 2>/dev/null; }
+wine explorer /desktop=ferrowand,1280x1000 build/win64/ferrowand.exe >/dev/null 2>&1 &
+line=0 count=0
+until_ has_frame
+# The first click tells the X server who is to have the keys.
+xdotool mousemove 640 500 click 1
+sleep 0.3
+while IFS= read -r text || [ -n "$text" ]; do
+  line=$((line + 1))
+  text=${text%%#*}
+  [ -n "${text// /}" ] || continue
+  IFS='|' read -ra parts <<<"$text"
+  read -ra words <<<"$text"
+  do_step "${words[@]}"
+  count=$((count + 1))
+done <"$steps"
+say "$count steps in $((SECONDS - started)) seconds: all as expected"

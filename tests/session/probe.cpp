@@ -1,0 +1,71 @@
+// Tells what the running program shows, for a script that works it from outside: where its windows
+// lie on the screen and what they say. One answer for each line of input, closed by "end".
+// Its argument names the desktop that the program is on.
+//   frame                                            once the program's window is there
+//   view LEFT TOP RIGHT BOTTOM CAPTION-TOP CAPTION   the drawing area of a 2D view, in pixels of
+//                                                    the screen; the view that lies on top first
+//   text TEXT                                        of its status bar, left to right
+//   window TITLE                                     any other window: a dialog, a box, a menu
+#include <windows.h>
+
+#include <iostream>
+#include <string>
+
+namespace {
+
+std::string ClassOf(HWND window) {
+  char name[100] = "";
+  GetClassNameA(window, name, sizeof name);
+  return name;
+}
+
+std::string TextOf(HWND window) {
+  char text[300] = "";
+  SendMessageTimeoutA(window, WM_GETTEXT, sizeof text, reinterpret_cast<LPARAM>(text),
+                      SMTO_ABORTIFHUNG, 1000, nullptr);
+  return text;
+}
+
+void TellView(HWND drawing) {
+  RECT inside{};
+  GetClientRect(drawing, &inside);
+  MapWindowPoints(drawing, nullptr, reinterpret_cast<POINT*>(&inside), 2);
+  const HWND child = GetParent(drawing);
+  RECT whole{};
+  GetWindowRect(child, &whole);
+  std::cout << "view " << inside.left << ' ' << inside.top << ' ' << inside.right << ' '
+            << inside.bottom << ' ' << whole.top << ' ' << TextOf(child) << '\n';
+  for (HWND text = nullptr; (text = FindWindowExA(child, text, "Static", nullptr)) != nullptr;) {
+    std::cout << "text " << TextOf(text) << '\n';
+  }
+}
+
+BOOL CALLBACK OnChild(HWND window, LPARAM) {
+  if (IsWindowVisible(window) && ClassOf(window) == "FRWMapClass") TellView(window);
+  return TRUE;
+}
+
+BOOL CALLBACK OnTop(HWND window, LPARAM) {
+  if (!IsWindowVisible(window) || ClassOf(window) == "FFRWWinClass") return TRUE;
+  std::cout << "window " << TextOf(window) << '\n';
+  return TRUE;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::string line;
+  bool there = false;
+  while (std::getline(std::cin, line)) {
+    if (!there && argc > 1) {
+      const HDESK desktop = OpenDesktopA(argv[1], 0, FALSE, GENERIC_ALL);
+      there = desktop && SetThreadDesktop(desktop);
+    }
+    if (const HWND frame = FindWindowA("FFRWWinClass", nullptr)) {
+      if (IsWindowVisible(frame)) std::cout << "frame\n";
+      EnumChildWindows(frame, OnChild, 0);
+      EnumWindows(OnTop, 0);
+    }
+    std::cout << "end" << std::endl;
+  }
+}
