@@ -136,7 +136,7 @@ info() {
   shift
   told=$(build/native/ferrowand-cli info "$path" --wad-path data --qc data/ents.qc 2>"$work/info.log")
   while [ $# -gt 1 ]; do
-    count=$(sed -nE "s/^$1: |^ +([0-9]+)  $1\$/\1/p" <<<"$told")
+    count=$(sed -nE "s/^${1//_/[ _]}: |^ +([0-9]+)  $1\$/\1/p" <<<"$told")
     [ "$count" = "$2" ] || fail "$path has $1: $count, not $2"
     shift 2
   done
