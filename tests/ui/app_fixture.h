@@ -5,6 +5,7 @@
 
 #include <array>
 #include <deque>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -43,6 +44,7 @@ class ScriptedDialogs : public Dialogs {
   void ShowAbout(HWND) override { ++abouts; }
   std::optional<std::vector<std::string>> Ask(HWND, const Form& form) override {
     forms.push_back(form);
+    if (fill) return fill(form);
     if (answers.empty()) return std::nullopt;
     const std::vector<std::string> answer = answers.front();
     answers.pop_front();
@@ -55,6 +57,7 @@ class ScriptedDialogs : public Dialogs {
   std::deque<std::vector<std::string>> answers;
   std::vector<FileChoice> asked;
   std::vector<Form> forms;
+  std::function<std::vector<std::string>(const Form&)> fill;  // goes before the answers
   int abouts = 0;
 };
 

@@ -206,6 +206,8 @@ TEST_F(MapWindowTest, TheMouseTakesTheFocusFromAnotherViewOnlyAsAnOption) {
   EXPECT_EQ(GetFocus(), top->Drawing());
   app->options.trackMouse = 1;
   SendMessageA(side.Drawing(), WM_MOUSEMOVE, 0, MAKELPARAM(10, 10));
+  EXPECT_EQ(GetFocus(), top->Drawing()) << "it has not moved";
+  SendMessageA(side.Drawing(), WM_MOUSEMOVE, 0, MAKELPARAM(11, 10));
   EXPECT_EQ(GetFocus(), side.Drawing());
 }
 

@@ -121,6 +121,7 @@ class App {
   std::vector<std::unique_ptr<ChildWindow>> windows;
   Frame frame;
   Tips tips;
+  POINT mouse{};  // where a view last saw it, on the screen
 
  private:
   void LoadOptions();

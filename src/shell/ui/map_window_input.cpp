@@ -173,7 +173,12 @@ void MapWindow::OnButtonUp(int button, WPARAM wParam, LPARAM lParam) {
 }
 
 void MapWindow::OnMouseMove(WPARAM wParam, LPARAM lParam) {
-  TakeFocusFromSister();
+  // The system tells of the mouse also when a window comes up under it. Then the user has chosen
+  // that window's sister, or is about to.
+  POINT at{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+  ClientToScreen(drawing_, &at);
+  if (at.x != app_.mouse.x || at.y != app_.mouse.y) TakeFocusFromSister();
+  app_.mouse = at;
   TRACKMOUSEEVENT leaving{sizeof leaving, TME_LEAVE, drawing_, 0};
   TrackMouseEvent(&leaving);
   view_->OnMouseMove(ToPixel(lParam), HeldButtons(wParam), IsDown(VK_SPACE));
