@@ -1,4 +1,5 @@
 // A level built from nothing, by the steps that scripts/session.sh does with real mouse and keys.
+#include <algorithm>
 #include <fstream>
 #include <functional>
 #include <map>
@@ -14,6 +15,10 @@ namespace {
 std::string ReadAll(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(in), {}};
+}
+
+bool Has(const std::string& text, const std::string& part) {
+  return text.find(part) != std::string::npos;
 }
 
 // The words of a part of a line; parts are divided by '|'.
@@ -60,7 +65,7 @@ class SessionTest : public AppTest {
   MapWindow& ViewNamed(const std::string& name) {
     for (const auto& window : app->windows) {
       if (!window->View() || window->GetMap() != app->ActiveMap()) continue;
-      if (!TextOf(window->Handle()).contains("(" + name + ")")) continue;
+      if (!Has(TextOf(window->Handle()), "(" + name + ")")) continue;
       return *(view_ = static_cast<MapWindow*>(window.get()));
     }
     ADD_FAILURE() << "no view " << name;
@@ -156,10 +161,10 @@ class SessionTest : public AppTest {
     EXPECT_EQ(RunCli(arguments, out, err), 0) << err.str();
     for (std::size_t i = 2; i + 1 < words.size(); i += 2) {
       std::string name = words[i];
-      const bool isClass = out.str().contains("  " + name + "\n");
+      const bool isClass = Has(out.str(), "  " + name + "\n");
       if (!isClass) std::ranges::replace(name, '_', ' ');
       const std::string told = isClass ? words[i + 1] + "  " + name : name + ": " + words[i + 1];
-      EXPECT_TRUE(out.str().contains(told + "\n")) << told << '\n' << out.str();
+      EXPECT_TRUE(Has(out.str(), told + "\n")) << told << '\n' << out.str();
     }
   }
 
