@@ -43,6 +43,7 @@ if have_wine32; then
 else
   say "No 32-bit Wine here: the 32-bit program was built and linked, but not run"
 fi
+step "A level, built with mouse and keys" scripts/session.sh
 step "The same map from every build" scripts/same_bytes.sh
 
 step "Build fuzz targets" build fuzz

@@ -47,8 +47,9 @@ have_wine32() {
   dpkg-query -W -f '${Status}' wine32:i386 2>/dev/null | grep -q 'ok installed'
 }
 
+# use_wine [NAME]: the settings in build/NAME, those of a person who runs the program by default.
 use_wine() {
-  export WINEPREFIX="$PWD/build/wine" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+  export WINEPREFIX="$PWD/build/${1:-wine}" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
   mkdir -p build
   [ -f "$WINEPREFIX/system.reg" ] || wineboot -i >/dev/null 2>&1
   # Debian's Wine does not find its own fonts: captions would show letters for their buttons.

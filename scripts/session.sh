@@ -202,10 +202,11 @@ do_step() {
   esac
 }
 
-step "Wine" use_wine
+step "Wine" use_wine wine-session
 step "Virtual display" start_display 1280x1000
 settings='HKLM\Software\ferrowand\0.9'
 for hive in /reg:32 /reg:64; do
+  wine reg delete "$settings" /f $hive >/dev/null 2>&1
   wine reg add "$settings" /v "Show Tips" /t REG_DWORD /d 0 /f $hive >/dev/null 2>&1
 done
 say "$steps"

@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "document/edit/clipboard.h"
+#include "document/edit/new_entity.h"
 #include "document/edit/selection.h"
 #include "document/text_writer.h"
 #include "shell/ui/resource.h"
@@ -20,6 +21,7 @@ class EditingTest : public AppTest {
   }
   // Of the view that is active, with the left button.
   void Press(const Vec3& at) { Send(WM_LBUTTONDOWN, MK_LBUTTON, at); }
+  void Hover(const Vec3& at) { Send(WM_MOUSEMOVE, 0, at); }
   void Move(const Vec3& to) { Send(WM_MOUSEMOVE, MK_LBUTTON, to); }
   void Release(const Vec3& at) { Send(WM_LBUTTONUP, 0, at); }
   void Click(const Vec3& at) {
@@ -177,6 +179,31 @@ TEST_F(EditingTest, WhatComesFromAFileIsOneStep) {
   EXPECT_EQ(Selected().maxs - Selected().mins, (Vec3{64, 32, 16}));
   Give(Command::Undo);
   EXPECT_EQ(Text(), before);
+}
+
+TEST_F(EditingTest, ABoundKeyInsertsItsEntityUnderTheMouseOnce) {
+  StartNew();
+  const std::string empty = Text();
+  app->boundEntities.items.push_back({'S', NewEntity(*map, "light")});
+  auto& window = static_cast<MapWindow&>(*app->ActiveWindow());
+  const auto press = [&](LPARAM details) {
+    SendMessageA(window.Drawing(), WM_KEYDOWN, 'S', details);
+  };
+  const int zoom = window.View()->ZoomPercent();
+  Hover({100, 130, 0});
+  PostMessageA(window.Drawing(), WM_CHAR, 's', 0);
+  press(0);
+  press(LPARAM{KF_REPEAT} << 16);
+  ASSERT_EQ(map->selection.size(), 1u);
+  EXPECT_EQ(map->selection.front()->Origin(), (Vec3{128, 128, 0}));
+  app->Pump();
+  EXPECT_EQ(window.View()->ZoomPercent(), zoom) << "the key says nothing else";
+  {
+    const HeldKey control(VK_CONTROL);
+    press(0);
+  }
+  Give(Command::Undo);
+  EXPECT_EQ(Text(), empty);
 }
 
 TEST_F(EditingTest, ThePopupFlipsAlongItsOwnAxisAndTheKeyAlongX) {
