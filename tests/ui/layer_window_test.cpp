@@ -189,6 +189,8 @@ TEST_F(LayerWindowTest, KeysAreTheDialogsOrCommandsForItsMap) {
   Post(GetFocus(), WM_KEYDOWN, VK_DELETE);
   EXPECT_EQ(Layer(0).getEntityList().size(), 2u) << "not the command of that key";
 
+  Click(1, CURRENT);
+  EXPECT_EQ(SendMessageA(rows, LVM_EDITLABELA, 1, 0), 0) << "as a slow second click would";
   Press(VK_F2);
   const HWND box = ListView_GetEditControl(rows);
   Post(box, WM_KEYDOWN, 'J');

@@ -66,7 +66,7 @@ LRESULT CALLBACK LayerListFunc(HWND window, UINT message, WPARAM wParam, LPARAM 
 }
 
 LayerList::LayerList(HWND dialog, int id, const Map& map, LayerListHost& host)
-    : map_(map), host_(host), switch_(VISIBLE) {
+    : map_(map), host_(host), switch_(VISIBLE), clicked_(NAME) {
   CreateWindowExA(WS_EX_CONTROLPARENT, LAYER_LIST_CLASS, "",
                   WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0, 0, 0, dialog,
                   reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleA(nullptr),
@@ -177,6 +177,7 @@ void LayerList::Select(const entity* layer) {
 
 void LayerList::BeginRename() {
   SetFocus(rows_);
+  clicked_ = NAME;
   SendMessageA(rows_, LVM_EDITLABELA, static_cast<WPARAM>(SelectedIndex()), 0);
 }
 
@@ -234,6 +235,7 @@ LRESULT LayerList::OnCustomDraw(NMLVCUSTOMDRAW& draw) const {
 void LayerList::OnClick(const NMITEMACTIVATE& click, bool twice) {
   entity* layer = LayerAt(click.iItem);
   if (!layer) return;
+  clicked_ = click.iSubItem;
   if (click.iSubItem >= VISIBLE) {
     switch_ = click.iSubItem;
     // The second press of two in a row counts like the first.
@@ -301,6 +303,8 @@ LRESULT LayerList::OnNotify(NMHDR& header) {
     case LVN_KEYDOWN:
       OnKey(reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey);
       return 0;
+    case LVN_BEGINLABELEDITA:
+      return clicked_ != NAME;  // refuses: a click anywhere else means no name
     case LVN_ENDLABELEDITA:
       OnRenamed(reinterpret_cast<const NMLVDISPINFOA&>(header).item);
       return FALSE;  // the row shows what the map says

@@ -90,6 +90,7 @@ class LayerList {
   HWND rows_ = nullptr;
   std::vector<Row> shown_;
   int switch_;               // the column that the space bar acts on
+  int clicked_;              // the column that was clicked last
   bool renameEnds_ = false;  // and is not to end once more
 
   friend LRESULT CALLBACK LayerListFunc(HWND, UINT, WPARAM, LPARAM);
