@@ -1,5 +1,6 @@
 #include "document/csg.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "document/edit/brush_check.h"
@@ -135,8 +136,13 @@ Carving Carve(const Brush& source, const Brush& cutter, const ClassSet& classes,
 }
 
 bool IsKeepable(const Brush& piece, Reporter& reporter) {
-  return piece.getNumFaces() >= SMALLEST_SOLID && IsBrushConvex(piece) &&
-         SurvivesSaving(piece, reporter);
+  // Whether rounded points still make a plane is known better by the save itself.
+  const auto isSound = [](const Face& face) {
+    const CheckCode code = FaceCheck(face, ON_EPSILON);
+    return code == CheckCode::None || code == CheckCode::NoNormal;
+  };
+  return piece.getNumFaces() >= SMALLEST_SOLID && std::ranges::all_of(piece.Faces(), isSound) &&
+         IsBrushConvex(piece) && SurvivesSaving(piece, reporter);
 }
 
 }  // namespace ferrowand

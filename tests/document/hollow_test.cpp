@@ -3,31 +3,21 @@
 #include <random>
 #include <string>
 
-#include "document/csg.h"
-#include "document_fixture.h"
+#include "document/edit/edit_fixture.h"
 #include "support/brush_checks.h"
 
 namespace ferrowand {
 namespace {
 
-class HollowTest : public DocumentTest {
+class HollowTest : public EditTest {
  protected:
-  // One brush, selected.
-  entity& Put(Map& map, Brush brush) {
-    EntityPtr made = std::make_unique<entity>(*map.classSet);
-    made->brush = std::move(brush);
-    entity& added = *map.AddChild(std::move(made));
-    map.selection = {&added};
-    return added;
-  }
-  Brush Block(int x0, int y0, int z0, int x1, int y1, int z1) {
-    const auto map =
-        ReadText("{\n\"classname\" \"worldspawn\"\n" + Cuboid(x0, y0, z0, x1, y1, z1) + "}\n");
-    Brush brush(Colour{});
-    ForEachEntity(*map, [&](const entity& e) {
-      if (e.brush.getNumFaces() > 0) brush = e.brush.Copy();
-    });
-    return brush;
+  // A cube of that side at each place on the X axis, all selected.
+  entity& OpenCubes(std::initializer_list<int> places) {
+    std::string cubes;
+    for (const int x : places) cubes += Box("cube", x, 0, 0);
+    Open(cubes);
+    for (const EntityPtr& cube : Get("main").getEntityList()) Select(*map, cube.get(), true);
+    return *map->selection.front();
   }
 };
 
@@ -50,10 +40,9 @@ TEST_F(HollowTest, WallsStandInsideTheBrushOrAroundIt) {
       {31, {{0, 0, 0}, {64, 64, 64}}, 64 * 64 * 64 - 2 * 2 * 2},
   };
   for (const auto& c : cases) {
-    Map map(data);
-    entity& target = Put(map, Block(0, 0, 0, 64, 64, 64));
-    const std::string before = ExtendedText(map);
-    HollowSelection(map, c.width);
+    entity& target = OpenCubes({0});
+    const std::string before = Text();
+    HollowSelection(*map, c.width);
     ASSERT_EQ(target.getEntityList().size(), 6u);
     double volume = 0;
     for (const EntityPtr& wall : target.getEntityList()) {
@@ -64,22 +53,18 @@ TEST_F(HollowTest, WallsStandInsideTheBrushOrAroundIt) {
     EXPECT_DOUBLE_EQ(volume, c.volume);
     EXPECT_EQ(target.brush.getNumFaces(), 0);
     EXPECT_EQ(target.GetBounds(), c.box);
-    map.undo.Undo();
-    EXPECT_EQ(ExtendedText(map), before);
+    ExpectOneStep(before);
   }
 }
 
 TEST_F(HollowTest, InnerFacesLookLikeTheOuterOnesBehindThem) {
-  Map map(data);
-  Brush block = Block(0, 0, 0, 64, 64, 64);
-  for (int i = 0; i < 6; ++i) block.face(i).SetName("side" + std::to_string(i));
-  const std::vector<DVec3> normals = [&] {
-    std::vector<DVec3> found;
-    for (const Face& face : block.Faces()) found.push_back(face.plane.normal);
-    return found;
-  }();
-  entity& target = Put(map, std::move(block));
-  HollowSelection(map, 8);
+  entity& target = OpenCubes({0});
+  std::vector<DVec3> normals;
+  for (int i = 0; i < 6; ++i) {
+    target.brush.face(i).SetName("side" + std::to_string(i));
+    normals.push_back(target.brush.face(i).plane.normal);
+  }
+  HollowSelection(*map, 8);
   for (std::size_t i = 0; i < 6; ++i) {
     // The wall that the i-th face cut off ends in a cap that looks the other way.
     const Face& cap = target.getEntityList()[i]->brush.Faces().back();
@@ -90,20 +75,16 @@ TEST_F(HollowTest, InnerFacesLookLikeTheOuterOnesBehindThem) {
 
 TEST_F(HollowTest, WhatIsTooSmallForItsWallsStaysAndIsReportedOnce) {
   for (const int width : {32, 40, 2000000000, -9000, -2147483647 - 1}) {
-    Map map(data);
-    Put(map, Block(0, 0, 0, 64, 64, 64));
-    entity& other = Put(map, Block(100, 0, 0, 164, 64, 64));
-    map.selection.insert(map.selection.begin(), other.Parent()->getEntityList()[0].get());
-    const std::string before = ExtendedText(map);
+    OpenCubes({0, 100});
+    const std::string before = Text();
     recorder.messages.clear();
-    HollowSelection(map, width);
+    HollowSelection(*map, width);
     EXPECT_EQ(recorder.OnlyText().substr(0, 24), "2 of the brushes could n") << width;
-    EXPECT_EQ(ExtendedText(map), before) << width;
-    EXPECT_FALSE(map.undo.CanUndo());
+    EXPECT_EQ(Text(), before) << width;
+    EXPECT_FALSE(map->undo.CanUndo());
   }
-  Map map(data);
   recorder.messages.clear();
-  HollowSelection(map, 0);
+  HollowSelection(*map, 0);
   EXPECT_NE(recorder.OnlyText().find("must be an integer, and not equal to 0"), std::string::npos);
 }
 
@@ -111,11 +92,11 @@ TEST_F(HollowTest, RandomSolidsBecomeSoundWallsOrStay) {
   std::mt19937 random(6);
   int hollow = 0;
   for (int round = 0; round < 200; ++round) {
-    Map map(data);
     const Brush brush = RandomBrush(random, {100, 200, 300}, 256, reporter);
-    entity& target = Put(map, brush.Copy());
+    entity& target = OpenCubes({0});
+    target.brush = brush.Copy();
     const int width = round % 2 ? 8 : -8;
-    HollowSelection(map, width);
+    HollowSelection(*map, width);
     if (target.getEntityList().empty()) {
       EXPECT_EQ(target.brush.getNumFaces(), brush.getNumFaces());
       continue;

@@ -18,11 +18,15 @@ class EditTest : public DocumentTest {
     return "{\"classname\" \"layer\" \"XMPentityname\" \"" + name + "\" \"XMPstate\" \"" +
            std::to_string(state) + "\"" + objects + "}";
   }
+  // A brush, or anything else that stands between braces.
   static std::string Named(const std::string& name, const std::string& brush) {
     return "{\"XMPentityname\" \"" + name + "\" " + brush.substr(1);
   }
   static std::string Box(const std::string& name, int x, int y, int z, int side = 64) {
     return Named(name, Cuboid(x, y, z, x + side, y + side, z + side));
+  }
+  static std::string Block(const std::string& name, int x0, int y0, int z0, int x1, int y1, int z1) {
+    return Named(name, Cuboid(x0, y0, z0, x1, y1, z1));
   }
   static std::string Point(const std::string& name, const std::string& keys) {
     return "{\"classname\" \"thing\" \"XMPentityname\" \"" + name + "\" " + keys + "}";
