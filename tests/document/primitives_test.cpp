@@ -127,21 +127,5 @@ TEST_F(PrimitivesTest, WhatCannotBeMadeIsSaidAndNothingIsAdded) {
   EXPECT_FALSE(map.undo.CanUndo());
 }
 
-TEST_F(PrimitivesTest, AnObjectForAHiddenLayerIsAskedAbout) {
-  const Primitive cuboid{PrimitiveKind::Cuboid, {{8, 8, 8}, {0, 0, 0}}, 2, 0};
-  entity* first = AddPrimitive(map, cuboid, "stone");
-  ASSERT_NE(first, nullptr);
-  EXPECT_EQ(first->Parent(), map.currentLayer);
-  EXPECT_EQ(map.selection, std::vector<entity*>{first});
-  EXPECT_TRUE(recorder.messages.empty());
-
-  map.currentLayer->SetKey("XMPstate", "1");
-  EXPECT_EQ(AddPrimitive(map, cuboid, "stone"), nullptr);
-  EXPECT_EQ(recorder.messages.size(), 1u);
-  recorder.answers = {Answer::Yes};
-  EXPECT_NE(AddPrimitive(map, cuboid, "stone"), nullptr);
-  EXPECT_EQ(map.undo.StepCount(), 2u);
-}
-
 }  // namespace
 }  // namespace ferrowand

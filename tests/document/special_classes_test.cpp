@@ -2,6 +2,7 @@
 
 #include "document/document_fixture.h"
 #include "document/transform.h"
+#include "support/brush_checks.h"
 
 namespace ferrowand {
 namespace {
@@ -20,17 +21,6 @@ class SpecialClassesTest : public DocumentTest {
         keys + "}}}");
   }
 };
-
-bool IsClosed(const entity& e) {
-  for (const Face& face : e.brush.Faces()) {
-    for (const Face& other : e.brush.Faces()) {
-      for (const WindingPoint& p : other.w->Points()) {
-        if (face.plane.DistanceTo(DVec3(p.Position())) > 0.01) return false;
-      }
-    }
-  }
-  return true;
-}
 
 TEST_F(SpecialClassesTest, LayersAreSeenAndEnabledByTheirState) {
   struct Case {
@@ -106,7 +96,7 @@ TEST_F(SpecialClassesTest, AMirroredInstanceIsStillSolid) {
       MapWithInstance("\"XMPscalex\" \"-2\"\"XMPscaley\" \"1\"\"XMPscalez\" \"1\"\"angle\" \"30\"");
   const EntityPtr copy = ExpandInstance(*FindNamed(*map, "I"));
   ASSERT_NE(copy, nullptr);
-  EXPECT_TRUE(IsClosed(*copy->getEntityList().front()));
+  EXPECT_TRUE(IsSolid(copy->getEntityList().front()->brush));
   // Seen, although its template is closed.
   EXPECT_TRUE(copy->IsVisible());
   EXPECT_FALSE(FindNamed(*map, "T")->IsVisible());

@@ -1,7 +1,5 @@
 #include "document/undo_store.h"
 
-#include <random>
-
 #include "document/document_fixture.h"
 #include "document/edit_step.h"
 
@@ -111,48 +109,6 @@ TEST_F(UndoStoreTest, ALayerMayLeaveAndComeBack) {
   EXPECT_EQ(Text(), before);
   Add("b");
   EXPECT_EQ(map.currentLayer, map.getEntityList().front().get());
-}
-
-// Any sequence of edits, and as many undos, gives the identical text.
-TEST_F(UndoStoreTest, RandomEditsAreTakenBackToTheLetter) {
-  std::mt19937 random(7);
-  const auto below = [&](std::size_t count) { return random() % count; };
-  for (int i = 0; i < 8; ++i) map.AddChild(std::make_unique<entity>(data.classes.Default()));
-  for (int round = 0; round < 50; ++round) {
-    std::vector<std::string> texts{Text()};
-    for (int step = 0; step < 20; ++step) {
-      EditStep open(map);
-      for (std::size_t changes = below(4) + 1; changes > 0; --changes) {
-        const auto& list = open.Add(std::make_unique<entity>(data.classes.Default()), map)
-                               .Parent()
-                               ->getEntityList();
-        entity& victim = *list[below(list.size())];
-        switch (below(3)) {
-          case 0:
-            open.Remove(victim);
-            break;
-          case 1:
-            open.Change(victim);
-            victim.SetKey("n", std::to_string(random()));
-            break;
-          default:
-            if (&victim != list.front().get()) open.Move(victim, *list.front());
-        }
-      }
-      texts.push_back(Text());
-    }
-    while (texts.size() > 1) {
-      ASSERT_EQ(Text(), texts.back());
-      map.undo.Undo();
-      if (below(2)) {
-        map.undo.Redo();
-        ASSERT_EQ(Text(), texts.back());
-        map.undo.Undo();
-      }
-      texts.pop_back();
-    }
-    ASSERT_EQ(Text(), texts.back());
-  }
 }
 
 }  // namespace

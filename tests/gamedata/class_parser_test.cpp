@@ -1,18 +1,12 @@
 #include "gamedata/class_parser.h"
 
-#include <gtest/gtest.h>
-
 #include "document/text_reader.h"
-#include "gamedata/class_set.h"
-#include "shell/services/path_text.h"
-#include "shell/services/progress.h"
-#include "support/recorder.h"
-#include "support/temp_dir.h"
+#include "gamedata/gamedata_fixture.h"
 
 namespace ferrowand {
 namespace {
 
-class ClassParserTest : public testing::Test {
+class ClassParserTest : public ClassesTest {
  protected:
   // The classes of a text, in its order.
   const std::vector<std::unique_ptr<EntityClass>>& Parse(const std::string& text) {
@@ -32,12 +26,6 @@ class ClassParserTest : public testing::Test {
     return {c.minx, c.miny, c.minz, c.maxx, c.maxy, c.maxz};
   }
 
-  TempDir dir;
-  MessageRecorder recorder;
-  Reporter reporter{recorder};
-  LoadProgress progress;
-  SearchPath path;
-  ClassLibrary library{path, reporter, progress};
   std::vector<std::unique_ptr<EntityClass>> classes;
 };
 

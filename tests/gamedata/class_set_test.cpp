@@ -1,13 +1,8 @@
 #include "gamedata/class_set.h"
 
-#include <gtest/gtest.h>
-
 #include <set>
 
-#include "shell/services/path_text.h"
-#include "shell/services/progress.h"
-#include "support/recorder.h"
-#include "support/temp_dir.h"
+#include "gamedata/gamedata_fixture.h"
 
 namespace ferrowand {
 namespace {
@@ -16,7 +11,7 @@ std::string ClassText(const std::string& name, const std::string& words = "") {
   return "/*QUAKED " + name + " (0 1 0) ?\r\n" + words + "*/\r\n";
 }
 
-class ClassSetTest : public testing::Test {
+class ClassSetTest : public ClassesTest {
  protected:
   ClassSetTest() {
     path.Add("");
@@ -38,13 +33,6 @@ class ClassSetTest : public testing::Test {
     }
     return text;
   }
-
-  TempDir dir;
-  MessageRecorder recorder;
-  Reporter reporter{recorder};
-  LoadProgress progress;
-  SearchPath path;
-  ClassLibrary library{path, reporter, progress};
 };
 
 const char NATIVEMENU[] =

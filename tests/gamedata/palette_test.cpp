@@ -1,17 +1,13 @@
 #include "gamedata/palette.h"
 
-#include <gtest/gtest.h>
-
-#include "shell/services/path_text.h"
-#include "support/recorder.h"
-#include "support/temp_dir.h"
+#include "gamedata/gamedata_fixture.h"
 
 namespace ferrowand {
 namespace {
 
 const std::string HEADER = "a header of 17 b\n";
 
-class PaletteTest : public testing::Test {
+class PaletteTest : public GameDataTest {
  protected:
   PaletteTest() { path.Add(dir.Path()); }
 
@@ -22,12 +18,6 @@ class PaletteTest : public testing::Test {
     dir.Write("quake.pal", text);
   }
   void Load(const Gamma& gamma = {}) { palette.Load(path, gamma, reporter); }
-
-  TempDir dir;
-  MessageRecorder recorder;
-  Reporter reporter{recorder};
-  SearchPath path;
-  Palette palette;
 };
 
 TEST_F(PaletteTest, NumbersBehindTheHeaderAreTakenUnchangedAtGammaOne) {

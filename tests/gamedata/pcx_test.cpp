@@ -1,13 +1,8 @@
 #include "gamedata/pcx.h"
 
-#include <gtest/gtest.h>
-
-#include "gamedata/palette.h"
+#include "gamedata/gamedata_fixture.h"
 #include "gamedata/wad_builder.h"
 #include "gamedata/wad_file.h"
-#include "shell/services/path_text.h"
-#include "support/recorder.h"
-#include "support/temp_dir.h"
 
 namespace ferrowand {
 namespace {
@@ -33,7 +28,7 @@ std::string PcxPalette() {
   return text;
 }
 
-class PcxTest : public testing::Test {
+class PcxTest : public GameDataTest {
  protected:
   std::string Write(const std::string& bytes) { return dir.Write("in.pcx", bytes); }
   // A WAD of one texture; and the file that its export makes.
@@ -55,10 +50,6 @@ class PcxTest : public testing::Test {
     return file.substr(128, file.size() - 128 - 769);
   }
 
-  TempDir dir;
-  MessageRecorder recorder;
-  Reporter reporter{recorder};
-  Palette palette;
   WadFile wad{WadLimits{}, palette, reporter};
 };
 

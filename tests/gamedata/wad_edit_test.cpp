@@ -1,12 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <filesystem>
 
-#include "gamedata/palette.h"
+#include "gamedata/gamedata_fixture.h"
 #include "gamedata/wad_builder.h"
 #include "gamedata/wad_file.h"
-#include "support/recorder.h"
-#include "support/temp_dir.h"
 
 namespace ferrowand {
 namespace {
@@ -21,7 +17,7 @@ std::unique_ptr<Texture> NewTexture(std::string_view name, std::uint16_t width,
   return texture;
 }
 
-class WadEditTest : public testing::Test {
+class WadEditTest : public GameDataTest {
  protected:
   WadFile& Open(const std::string& bytes) {
     dir.Write("test.wad", bytes);
@@ -49,10 +45,6 @@ class WadEditTest : public testing::Test {
     EXPECT_TRUE(recorder.messages.empty());
   }
 
-  TempDir dir;
-  MessageRecorder recorder;
-  Reporter reporter{recorder};
-  Palette palette;
   std::unique_ptr<WadFile> wad;
 };
 

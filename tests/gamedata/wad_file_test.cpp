@@ -1,18 +1,14 @@
 #include "gamedata/wad_file.h"
 
-#include <gtest/gtest.h>
-
 #include <filesystem>
 
-#include "gamedata/palette.h"
+#include "gamedata/gamedata_fixture.h"
 #include "gamedata/wad_builder.h"
-#include "support/recorder.h"
-#include "support/temp_dir.h"
 
 namespace ferrowand {
 namespace {
 
-class WadFileTest : public testing::Test {
+class WadFileTest : public GameDataTest {
  protected:
   std::unique_ptr<WadFile> Make() { return std::make_unique<WadFile>(limits, palette, reporter); }
   std::unique_ptr<WadFile> Open(const std::string& bytes) {
@@ -26,10 +22,6 @@ class WadFileTest : public testing::Test {
     return names;
   }
 
-  TempDir dir;
-  MessageRecorder recorder;
-  Reporter reporter{recorder};
-  Palette palette;
   WadLimits limits;
 };
 

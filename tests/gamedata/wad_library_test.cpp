@@ -1,13 +1,7 @@
 #include "gamedata/wad_library.h"
 
-#include <gtest/gtest.h>
-
-#include "gamedata/palette.h"
+#include "gamedata/gamedata_fixture.h"
 #include "gamedata/wad_builder.h"
-#include "shell/services/path_text.h"
-#include "shell/services/progress.h"
-#include "support/recorder.h"
-#include "support/temp_dir.h"
 
 namespace ferrowand {
 namespace {
@@ -22,7 +16,7 @@ class ProgressRecorder : public LoadProgress {
   std::string log;
 };
 
-class WadLibraryTest : public testing::Test {
+class WadLibraryTest : public GameDataTest {
  protected:
   WadLibraryTest() {
     path.Add("");
@@ -32,12 +26,7 @@ class WadLibraryTest : public testing::Test {
     dir.Write("floors.wad", WadBytes({{"floor", 8, 8, "f"}, {"both", 8, 8, "f"}}));
   }
 
-  TempDir dir;
-  MessageRecorder recorder;
-  Reporter reporter{recorder};
   ProgressRecorder progress;
-  SearchPath path;
-  Palette palette;
   WadLibrary library{path, palette, reporter, progress};
 };
 

@@ -1,10 +1,12 @@
 #include "document/edit/groups.h"
 
+#include "document/edit/clipboard.h"
 #include "document/edit/edit_fixture.h"
 #include "document/edit/insert.h"
 #include "document/edit/layers.h"
 #include "document/edit/templates.h"
 #include "document/edit/visibility.h"
+#include "document/primitives.h"
 #include "gamedata/class_set.h"
 #include "gamedata/native_classes.h"
 
@@ -206,6 +208,40 @@ TEST_F(GroupsTest, ATemplateStandsWhereItWasMade) {
   InsertEmbed(*map, "a\"b.xmp", {{-8, -16, -24}, {8, 16, 24}}, {100, 0, 0});
   EXPECT_EQ(map->selection.front()->GetBounds(), (Bounds{{92, -16, -24}, {108, 16, 24}}));
   EXPECT_STREQ(map->selection.front()->GetKey("XMPfilename"), "a'b.xmp");
+}
+
+TEST_F(GroupsTest, WhatIsNewInAHiddenOrDisabledLayerIsAskedAbout) {
+  const auto primitive = [](Map& m) {
+    const Primitive cuboid{PrimitiveKind::Cuboid, {{8, 8, 8}, {0, 0, 0}}, 2, 0};
+    return AddPrimitive(m, cuboid, "stone") ? EditResult::Done : EditResult::Declined;
+  };
+  using Add = EditResult (*)(Map&);
+  for (const Add add : std::initializer_list<Add>{
+           primitive,
+           [](Map& m) { return InsertEntity(m, m.classSet->FindClass("light"), Vec3()); },
+           [](Map& m) { return InsertCopy(m, *m.currentLayer->getEntityList()[2], Vec3()); },
+           [](Map& m) {
+             return InsertInstance(m, InstanceSettings{"T", 0, Vec3(1, 1, 1)}, Vec3());
+           },
+           [](Map& m) { return InsertEmbed(m, "a.xmp", Bounds(), Vec3()); },
+           [](Map& m) { return PasteText(m, Cuboid(0, 0, 0, 8, 8, 8)); }}) {
+    for (const char* state : {"1", "2"}) {
+      SetUp();
+      recorder.messages.clear();
+      EXPECT_EQ(add(*map), EditResult::Done);
+      EXPECT_TRUE(recorder.messages.empty());
+      EXPECT_EQ(map->selection, std::vector{Get("main").getEntityList().back().get()});
+      Get("main").SetKey("XMPstate", state);
+      const std::string before = Text();
+      EXPECT_EQ(add(*map), EditResult::Declined);
+      EXPECT_EQ(recorder.OnlyText(), "The current layer is hidden or disabled. Add the object?");
+      EXPECT_EQ(Text(), before);
+      recorder.answers = {Answer::Yes};
+      EXPECT_EQ(add(*map), EditResult::Done);
+      EXPECT_EQ(map->undo.StepCount(), 2u);
+    }
+  }
+  EXPECT_EQ(InsertInstance(*map, {"T", 0, {1, 0, 1}}, {}), EditResult::Flattens);
 }
 
 }  // namespace

@@ -49,9 +49,11 @@ class TextureLockTest : public EditTest {
   }
 };
 
+using Options = const ArrangeOptions&;
+
 struct Step {
   const char* name;
-  EditResult (*arrange)(Map& map, const ArrangeOptions& options);
+  EditResult (*arrange)(Map& map, Options options);
   Matrix matrix;
   DVec3 centre;
   Vec3 by;
@@ -60,38 +62,32 @@ struct Step {
 const Matrix SAME = Matrix::Diagonal(1, 1, 1);
 const Step STEPS[] = {
     {"move",
-     [](Map& m, const ArrangeOptions& o) {
-       return MoveSelection(m, {24, -40, 13}, o);
-     },
+     [](Map& m, Options o) { return MoveSelection(m, Vec3(24, -40, 13), o); },
      SAME,
      {},
      {24, -40, 13}},
     {"turn",
-     [](Map& m, const ArrangeOptions& o) {
-       return RotateSelection(m, 0, 1, 90, {32, 8, 0}, o);
-     },
+     [](Map& m, Options o) { return RotateSelection(m, 0, 1, 90, DVec3(32, 8, 0), o); },
      TurnMatrix(0, 1, 90),
      {32, 8, 0},
      {}},
     {"turn on its side",
-     [](Map& m, const ArrangeOptions& o) { return RotateSelection(m, 1, 2, 270, {}, o); },
+     [](Map& m, Options o) { return RotateSelection(m, 1, 2, 270, {}, o); },
      TurnMatrix(1, 2, 270),
      {},
      {}},
     {"flip on X",
-     [](Map& m, const ArrangeOptions& o) { return FlipSelection(m, 0, o); },
+     [](Map& m, Options o) { return FlipSelection(m, 0, o); },
      Matrix::Diagonal(-1, 1, 1),
      {32, 32, 32},
      {}},
     {"flip on Z",
-     [](Map& m, const ArrangeOptions& o) { return FlipSelection(m, 2, o); },
+     [](Map& m, Options o) { return FlipSelection(m, 2, o); },
      Matrix::Diagonal(1, 1, -1),
      {32, 32, 32},
      {}},
     {"scale",
-     [](Map& m, const ArrangeOptions& o) {
-       return ScaleSelection(m, {2, 2, 2}, {}, o);
-     },
+     [](Map& m, Options o) { return ScaleSelection(m, DVec3(2, 2, 2), DVec3(), o); },
      Matrix::Diagonal(2, 2, 2),
      {},
      {}},

@@ -9,25 +9,24 @@ namespace ferrowand {
 namespace {
 
 TEST(NumberText, IntegersAreReadAsFarAsTheyGo) {
+  constexpr std::int32_t MOST = std::numeric_limits<std::int32_t>::max(), LEAST = -MOST - 1;
   const struct {
     const char* text;
     std::int32_t value;
-  } cases[] = {
-      {"16", 16},
-      {" \t\r\n-16 x", -16},
-      {"+7", 7},
-      {"12.9", 12},
-      {"007", 7},
-      {"", 0},
-      {"-", 0},
-      {"+-5", 0},
-      {"--5", 0},
-      {"abc", 0},
-      {"0x10", 0},
-      {"2147483647", 2147483647},
-      {"2147483648", std::numeric_limits<std::int32_t>::max()},
-      {"-99999999999999999999", std::numeric_limits<std::int32_t>::min()},
-  };
+  } cases[] = {{"16", 16},
+               {" \t\r\n-16 x", -16},
+               {"+7", 7},
+               {"12.9", 12},
+               {"007", 7},
+               {"", 0},
+               {"-", 0},
+               {"+-5", 0},
+               {"--5", 0},
+               {"abc", 0},
+               {"0x10", 0},
+               {"2147483647", MOST},
+               {"2147483648", MOST},
+               {"-99999999999", LEAST}};
   for (const auto& c : cases) EXPECT_EQ(ParseInt(c.text), c.value) << c.text;
 }
 
@@ -49,20 +48,12 @@ TEST(NumberText, FloatsBeyondTheirRangeStayFinite) {
   const struct {
     std::string text;
     double value;
-  } cases[] = {
-      {"1e39", largest},
-      {"-1e39", -largest},
-      {"1e400", largest},
-      {"-1e99999999999999999999", -largest},
-      {"1" + zeros, largest},
-      {"-1" + zeros + ".5", -largest},
-      {"0." + zeros + "1", 0},
-      {"0." + zeros + "1e800", largest},
-      {"1" + zeros + "e-800", 0},
-      {"1e-400", 0},
-      {"1e-99999999999999999999", 0},
-      {"1" + zeros + "e-400", 1},
-  };
+  } cases[] = {{"1e39", largest},          {"-1e39", -largest},
+               {"1e400", largest},         {"-1e99999999999", -largest},
+               {"1" + zeros, largest},     {"-1" + zeros + ".5", -largest},
+               {"0." + zeros + "1", 0},    {"0." + zeros + "1e800", largest},
+               {"1" + zeros + "e-800", 0}, {"1e-400", 0},
+               {"1e-99999999999", 0},      {"1" + zeros + "e-400", 1}};
   for (const auto& c : cases) EXPECT_EQ(ParseFloat(c.text), c.value) << c.text;
 }
 

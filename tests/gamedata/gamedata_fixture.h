@@ -1,0 +1,30 @@
+// What the tests of the game data share.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "gamedata/class_set.h"
+#include "gamedata/palette.h"
+#include "shell/services/path_text.h"
+#include "shell/services/progress.h"
+#include "support/recorder.h"
+#include "support/temp_dir.h"
+
+namespace ferrowand {
+
+class GameDataTest : public testing::Test {
+ protected:
+  TempDir dir;
+  MessageRecorder recorder;
+  Reporter reporter{recorder};
+  SearchPath path;
+  Palette palette;
+};
+
+class ClassesTest : public GameDataTest {
+ protected:
+  LoadProgress progress;
+  ClassLibrary library{path, reporter, progress};
+};
+
+}  // namespace ferrowand
