@@ -161,6 +161,25 @@ TEST_F(ToolBaseTest, AnAxisThatTheViewDoesNotEditStaysInEveryKindOfDrag) {
   }
 }
 
+TEST_F(ToolBaseTest, CtrlAtTheReleaseCopiesWhatWouldBeMoved) {
+  std::vector<Grip> grips = Grips();
+  grips.resize(2);
+  const std::string before = Text();
+  const Bounds box = Cube().GetBounds();
+  for (const Grip& grip : grips) {
+    host.keys.control = false;
+    Begin(grip, view);
+    host.keys.control = true;
+    End(grip, {32, -16});
+    EXPECT_EQ(Cube().GetBounds(), box) << grip.name;
+    ASSERT_EQ(map.selection.size(), 1u);
+    EXPECT_NE(map.selection[0], &Cube());
+    EXPECT_EQ(map.selection[0]->GetBounds().mins, box.mins + Vec3(128, 64, 0)) << grip.name;
+    map.undo.Undo();
+    EXPECT_EQ(Text(), before) << grip.name;
+  }
+}
+
 TEST_F(ToolBaseTest, TheCursorTellsWhatAPressWouldDo) {
   small.AddCuboid({-128, 0, 0}, {-64, 64, 64});  // not selected
   struct Case {
