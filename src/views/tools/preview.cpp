@@ -25,8 +25,9 @@ void AddDashes(Pixel from, Pixel to, std::vector<PixelLine>& dashes) {
     const double part = length > 0 ? along / length : 0;
     return Pixel{from.x + RoundToInt(dx * part), from.y + RoundToInt(dy * part)};
   };
-  for (double along = 0; along <= length; along += step) {
-    dashes.push_back({at(along), at(std::min(along + step / 2 - 1, length))});
+  const int count = static_cast<int>(length / step) + 1;
+  for (int i = 0; i < count; ++i) {
+    dashes.push_back({at(i * step), at(std::min((i + 0.5) * step - 1, length))});
   }
 }
 
