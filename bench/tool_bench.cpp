@@ -22,11 +22,12 @@ class BenchHost : public ToolHost {
   void DrawNow(MapView&, const std::function<void(Canvas&)>&) override {}
   bool TrackPopup(MapView&, Pixel, ToolPopup) override { return true; }
   void EditProperties(entity&) override {}
-  std::optional<int> AskSides(const std::string&) override { return {}; }
+  std::optional<int> AskSides(PrimitiveKind) override { return {}; }
   std::string CurrentTexture(Map&) override { return {}; }
   void MapChanged(Map&) override {}
   void SelectionChanged(Map&) override {}
   void ToolChanged() override {}
+  void Refuse(MapView&, const std::string&) override {}
   Reporter& Report() override { return reporter_; }
 
  private:

@@ -262,12 +262,32 @@ def new_window(i):
     i.text(PLUS, 11, 0, "green")
 
 
+def texture_lock(i):
+    i.box(0, 7, 10, 15, "brown", fill="rose")
+    i.line(0, 11, 10, 11, "brown")
+    for x, y in ((6, 7), (3, 11), (8, 11)):
+        i.line(x, y, x, y + 4, "brown")
+    i.box(9, 1, 14, 6, "grey")
+    i.box(8, 5, 15, 10, "black", fill="gold")
+    i.box(11, 7, 12, 8, "black", fill="black")
+
+
+def rotation_step(i):
+    i.line(2, 13, 14, 13)
+    i.line(2, 13, 10, 3)
+    for x, y in ((12, 10), (12, 11), (12, 9), (11, 8), (11, 7), (10, 6), (9, 5)):
+        i.dot(x, y, "red")
+        i.dot(x + 1, y, "red")
+    i.polygon([(12, 13), (9, 10), (15, 10)], "red", "red")
+
+
 DRAWINGS = [cube, wedge, column, pyramid, sphere, hemisphere,
             lambda i: cube(i, "gold", "cream", "brown"), lambda i: wedge(i, "gold", "cream"),
             group, ungroup, camera_place, camera_detail, subtract, face_edit,
             lambda i: column(i, "gold", "cream"), primitive, recolour, update, folder, floppy,
             bricks, inside, limit("X", "red"), limit("Y", "green"), limit("Z", "blue"),
-            insert_group, map_mode, flip, duplicates, check, hide, touch_up, new_window]
+            insert_group, map_mode, flip, duplicates, check, hide, touch_up, new_window,
+            texture_lock, rotation_step]
 
 
 def bitmap(icons):

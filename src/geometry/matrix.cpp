@@ -40,6 +40,16 @@ Matrix Matrix::TurnZ(int degrees) {
   return matrix;
 }
 
+Matrix operator*(const Matrix& a, const Matrix& b) {
+  Matrix product(3, 3);
+  for (unsigned y = 0; y < 3; ++y) {
+    for (unsigned x = 0; x < 3; ++x) {
+      for (unsigned i = 0; i < 3; ++i) product.At(x, y) += a.At(i, y) * b.At(x, i);
+    }
+  }
+  return product;
+}
+
 DVec3 Transform(const DVec3& point, const Matrix& matrix, const DVec3& centre) {
   const DVec3 arm = point - centre;
   DVec3 result = centre;

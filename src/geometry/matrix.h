@@ -31,6 +31,9 @@ class Matrix {
   std::vector<float> elements_;
 };
 
+// Both 3 x 3: the second one is applied first.
+Matrix operator*(const Matrix& a, const Matrix& b);
+
 // centre + matrix (3 x 3) times (point - centre).
 DVec3 Transform(const DVec3& point, const Matrix& matrix, const DVec3& centre);
 

@@ -46,7 +46,12 @@ int SnapToGrid(int world, std::uint8_t exponent) {
 
 MapView::MapView(Map& map_, ViewHost& host, ViewList& list, const Options& options,
                  Tool* const& tool)
-    : map(map_), host_(host), list_(list), options_(options), tool_(tool) {
+    : map(map_),
+      rotationStep(options.rotationStep),
+      host_(host),
+      list_(list),
+      options_(options),
+      tool_(tool) {
   list_.Add(*this);
   map.AddObserver(*this);
 }

@@ -88,7 +88,7 @@ class MapView : public MapObserver {
   int heightlo = 0, heighthi = 0;
   int panx = NO_PAN, pany = NO_PAN;   // where the cursor was at the last step of a pan
   std::int16_t snapx = 0, snapy = 0;  // the anchor of a drag on the view's axes, world units
-  std::uint8_t rotationStep = 15;     // degrees
+  std::uint8_t rotationStep;          // degrees
   bool centreDots = false;            // in the middle of every brush
 
   void SetOrientation(Orientation orientation);

@@ -55,6 +55,8 @@ class Tool {
     (void)view, (void)point, (void)button;
   }
 
+  // Whether the tool follows a press that has not been released.
+  virtual bool IsDragging() const { return false; }
   // Whether something is drawn by inverting now.
   virtual bool HasPreview() const { return false; }
   // The mouse has been taken away, or another tool is to be used: what has begun ends without

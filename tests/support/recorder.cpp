@@ -17,4 +17,10 @@ std::string MessageRecorder::OnlyText() const {
   return all;
 }
 
+std::vector<std::string> MessageRecorder::Said() const {
+  std::vector<std::string> said;
+  for (const Message& message : messages) said.push_back(message.title + ": " + message.text);
+  return said;
+}
+
 }  // namespace ferrowand

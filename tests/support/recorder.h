@@ -19,6 +19,8 @@ class MessageRecorder : public MessageSink {
 
   // The text of the only message; what went wrong when there is another number of them.
   std::string OnlyText() const;
+  // Each as "title: text".
+  std::vector<std::string> Said() const;
 
   std::vector<Message> messages;
   std::deque<Answer> answers;

@@ -42,22 +42,25 @@ class ScriptedDialogs : public Dialogs {
     return command;
   }
   void ShowAbout(HWND) override { ++abouts; }
-  std::optional<std::vector<std::string>> Ask(HWND, const Form& form) override {
+  // A form that refuses an answer gets the next one.
+  bool Ask(HWND, const Form& form) override {
     forms.push_back(form);
-    if (fill) return fill(form);
-    if (answers.empty()) return std::nullopt;
-    const std::vector<std::string> answer = answers.front();
-    answers.pop_front();
-    return answer;
+    if (fill) return form.accept(fill(form));
+    while (!answers.empty()) {
+      const FormValues answer = answers.front();
+      answers.pop_front();
+      if (form.accept(answer)) return true;
+    }
+    return false;
   }
 
   std::deque<std::string> files;
   std::deque<Colour> colours;
   std::deque<unsigned> commands;
-  std::deque<std::vector<std::string>> answers;
+  std::deque<FormValues> answers;
   std::vector<FileChoice> asked;
   std::vector<Form> forms;
-  std::function<std::vector<std::string>(const Form&)> fill;  // goes before the answers
+  std::function<FormValues(const Form&)> fill;  // goes before the answers
   int abouts = 0;
 };
 

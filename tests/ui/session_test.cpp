@@ -75,13 +75,13 @@ class SessionTest : public AppTest {
   // Fields that are left alone keep what the form shows.
   void FillForm(const std::string& id, const std::vector<Words>& parts) {
     dialogs.fill = [&parts](const Form& form) {
-      std::vector<std::string> values;
-      for (std::size_t i = 0; i < form.fields.size(); ++i) {
-        const FormField& field = form.fields[i];
-        const bool isGiven = i + 1 < parts.size() && parts[i + 1][0] != "-";
-        values.push_back(isGiven                 ? parts[i + 1][0]
-                         : field.choices.empty() ? field.value
-                                                 : field.choices[0]);
+      FormValues values;
+      for (const FormRow& row : form.rows) {
+        if (!row.choices.empty()) values.push_back(row.choices[0]);
+        values.insert(values.end(), row.values.begin(), row.values.end());
+      }
+      for (std::size_t i = 0; i < values.size() && i + 1 < parts.size(); ++i) {
+        if (parts[i + 1][0] != "-") values[i] = parts[i + 1][0];
       }
       return values;
     };

@@ -35,16 +35,6 @@ DVec3 MiddleOfSelection(const Map& map) {
   return bounds.IsEmpty() ? DVec3() : (DVec3(bounds.mins) + DVec3(bounds.maxs)) * 0.5;
 }
 
-Matrix Product(const Matrix& a, const Matrix& b) {
-  Matrix product(3, 3);
-  for (unsigned y = 0; y < 3; ++y) {
-    for (unsigned x = 0; x < 3; ++x) {
-      for (unsigned i = 0; i < 3; ++i) product.At(x, y) += a.At(i, y) * b.At(x, i);
-    }
-  }
-  return product;
-}
-
 // Whole right angles are exact.
 std::array<double, 2> CosSin(double degrees) {
   const double rest = std::fmod(degrees, 360);
@@ -113,8 +103,7 @@ EditResult SkewSelection(Map& map, int along, int across, bool highEdge, double 
 }
 
 Matrix TurnMatrix(const DVec3& degrees) {
-  return Product(TurnMatrix(0, 1, degrees.z),
-                 Product(TurnMatrix(2, 0, degrees.y), TurnMatrix(1, 2, degrees.x)));
+  return TurnMatrix(0, 1, degrees.z) * (TurnMatrix(2, 0, degrees.y) * TurnMatrix(1, 2, degrees.x));
 }
 
 Matrix TurnMatrix(int axisu, int axisv, double degrees) {

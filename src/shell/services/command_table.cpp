@@ -47,7 +47,7 @@ bool TakesFull(const CommandFacts& facts) {
 }
 template <int axis>
 bool Limited(const CommandFacts& facts) {
-  return facts.hasMap && (facts.limitedAxes >> axis & 1) != 0;
+  return (facts.limitedAxes >> axis & 1) != 0;
 }
 bool Classnames(const CommandFacts& facts) {
   return facts.options->entityNames != 0;
@@ -60,6 +60,9 @@ bool Templates(const CommandFacts& facts) {
 }
 bool PointEntities(const CommandFacts& facts) {
   return facts.options->renderPointEntities != 0;
+}
+bool LocksTextures(const CommandFacts& facts) {
+  return facts.options->textureLock != 0;
 }
 bool ToolbarShown(const CommandFacts& facts) {
   return facts.options->showToolbar != 0;
@@ -199,11 +202,13 @@ constexpr CommandRow OTHERS[] = {
     {Command::ToolPrimitive, "", "", "", HasMap},
     {Command::ToolRecolour3D, "", "", "", HasMap},
     {Command::ToolUpdate3D, "", "", "", HasMap},
-    {Command::ToolLimitX, "", "", "", HasView, Limited<0>},
-    {Command::ToolLimitY, "", "", "", HasView, Limited<1>},
-    {Command::ToolLimitZ, "", "", "", HasView, Limited<2>},
+    {Command::ToolLimitX, "", "", "", Always, Limited<0>},
+    {Command::ToolLimitY, "", "", "", Always, Limited<1>},
+    {Command::ToolLimitZ, "", "", "", Always, Limited<2>},
     {Command::ToolMapMode, "", "", "", HasView},
     {Command::ToolNewWindow, "", "", "", HasMap},
+    {Command::ToolTextureLock, "", "", "", Always, LocksTextures},
+    {Command::ToolRotationStep, "", "", "", Always},
 };
 
 // The first number of the range that `id` lies in; itself when in none.
@@ -291,6 +296,8 @@ const std::array<ToolbarButton, NUMTOOLBUTTONS>& ToolbarButtons() {
       {Command::HideSelection, "Hide selection (J)"},
       {Command::TouchUp, "Touch up mode (Ctrl+U)"},
       {Command::ToolNewWindow, "New window"},
+      {Command::ToolTextureLock, "Texture lock"},
+      {Command::ToolRotationStep, "Rotation step"},
   }};
   return BUTTONS;
 }

@@ -150,6 +150,8 @@ enum class Command : std::uint16_t {
   ToolLimitZ = 2324,
   ToolMapMode = 2326,
   ToolNewWindow = 2332,
+  ToolTextureLock = 2333,
+  ToolRotationStep = 2334,
 };
 
 inline constexpr unsigned Id(Command command) {
@@ -167,7 +169,7 @@ struct CommandFacts {
   std::uint8_t mapMode = 0;          // of the active view
   Command mode{};                    // that is in use; 0 for none of the menu's
   bool selectsFull = false;          // a rectangle takes only what lies inside
-  std::uint8_t limitedAxes = 0;      // bit n: the active map's views leave axis n as it is
+  std::uint8_t limitedAxes = 0;      // bit n: drags leave axis n as it is
   const Options* options = nullptr;  // never null when asked
 
   bool HasRecentMap(std::size_t index) const {
@@ -203,7 +205,7 @@ struct ToolbarButton {
   std::string_view tip;  // may be empty
 };
 
-inline constexpr std::size_t NUMTOOLBUTTONS = 33;
+inline constexpr std::size_t NUMTOOLBUTTONS = 35;
 // In the order of the toolbar and of the pictures in its bitmap.
 const std::array<ToolbarButton, NUMTOOLBUTTONS>& ToolbarButtons();
 // What the button of that command shows while the mouse rests on it.

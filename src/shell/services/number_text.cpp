@@ -9,9 +9,11 @@
 namespace ferrowand {
 namespace {
 
+constexpr std::string_view BLANKS = " \t\n\v\f\r";
+
 // What from_chars takes: no white space, no plus, and no second sign behind a plus.
 std::string_view NumberPart(std::string_view text) {
-  text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
+  text.remove_prefix(std::min(text.find_first_not_of(BLANKS), text.size()));
   if (text.empty() || text[0] != '+') return text;
   text.remove_prefix(1);
   return text.empty() || text[0] == '-' ? std::string_view() : text;
@@ -58,6 +60,16 @@ double ParseFloat(std::string_view text) {
   }
   if (result.ec != std::errc() || !std::isfinite(value)) return 0;
   return std::clamp(value, -LARGEST, LARGEST);
+}
+
+std::optional<double> ReadNumber(std::string_view text) {
+  std::string_view number = NumberPart(text);
+  number = number.substr(0, number.find_last_not_of(BLANKS) + 1);
+  double value = 0;
+  const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
+  const bool isWhole = result.ec == std::errc() && result.ptr == number.data() + number.size();
+  if (!isWhole || !(std::abs(value) <= std::numeric_limits<float>::max())) return std::nullopt;
+  return value;
 }
 
 }  // namespace ferrowand

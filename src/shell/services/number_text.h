@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace ferrowand {
@@ -12,5 +13,9 @@ std::int32_t ParseInt(std::string_view text);
 // Likewise. Always finite, also as a float: what is too large becomes the largest float of its
 // sign, what is too small 0.
 double ParseFloat(std::string_view text);
+
+// What a person typed as a number: blanks around it are allowed, anything else is not. Finite, also
+// as a float.
+std::optional<double> ReadNumber(std::string_view text);
 
 }  // namespace ferrowand

@@ -75,6 +75,8 @@ const Setting SETTINGS[] = {
     {"Draw Templates", &Options::drawTemplates},
     {"Small Captions", &Options::smallCaptions},
     {"No Texture Captions", &Options::noTextureCaptions},
+    {"Texture Lock", &Options::textureLock},
+    {"Rotation Step", &Options::rotationStep},
 };
 
 constexpr std::array<std::uint8_t, Options::NUMKEYACTIONS> DEFAULTKEYS = {
@@ -162,6 +164,8 @@ void Validate(Options& options) {
   if (options.rightTraySize < 10) options.rightTraySize = 10;
   if (options.textureCache == 0) options.textureCache = DefaultTextureCache(PhysicalMemoryBytes());
   if (options.backClip == 0) options.backClip = 5000;
+  if (options.rotationStep == 0 || options.rotationStep > Options::MAXROTATIONSTEP)
+    options.rotationStep = Options().rotationStep;
   for (float Options::*gamma : {&Options::gammaRed, &Options::gammaGreen, &Options::gammaBlue})
     options.*gamma = std::max(std::min(options.*gamma, 100.0f), 0.1f);
 }

@@ -18,6 +18,7 @@ struct Options {
   static constexpr std::size_t NUMRECENTMAPS = 6;
   static constexpr std::size_t NUMRECENTGROUPS = 8;
   static constexpr std::size_t NUMKEYACTIONS = 14;
+  static constexpr int MAXROTATIONSTEP = 180;
 
   float gammaRed = 1.0f, gammaGreen = 1.0f, gammaBlue = 1.0f;
   std::int32_t undoLevels = 30;
@@ -64,6 +65,8 @@ struct Options {
   std::uint8_t drawTemplates = 0;
   std::uint8_t smallCaptions = 0;
   std::uint8_t noTextureCaptions = 0;
+  std::uint8_t textureLock = 0;    // textures go with their faces
+  std::uint8_t rotationStep = 15;  // of turns with the mouse, degrees, 1 .. MAXROTATIONSTEP
   std::array<std::array<std::uint8_t, 2>, NUMKEYACTIONS> keys;  // virtual-key codes
 
   Options();

@@ -94,8 +94,9 @@ class App {
   CommandFacts Facts() const;
   bool IsAvailable(unsigned id) const;
   bool IsChecked(unsigned id) const;
-  // Nothing happens when the command is not available.
+  // Nothing happens when the command is not available. It ends a drag without effect.
   void Execute(unsigned id);
+  void EndDrag();
   void TrackCommandPopup(HMENU menu);
   // One of those that are loaded at the start, as it is tracked.
   HMENU Popup(unsigned resource) const;
@@ -136,6 +137,7 @@ class App {
   void BringToFront(const ChildWindow& window);
   void Dispatch(MSG& message);
   bool IsForAccelerators(const MSG& message) const;
+  bool TranslateKey(MSG& message);
 
   HACCEL accelerators_ = nullptr;
   bool started_ = false;

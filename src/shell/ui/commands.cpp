@@ -2,7 +2,9 @@
 #include "shell/ui/commands.h"
 
 #include <algorithm>
+#include <cmath>
 
+#include "shell/services/number_text.h"
 #include "shell/ui/app.h"
 
 namespace ferrowand {
@@ -30,10 +32,11 @@ Command ModeOf(const ToolSet& tools) {
 
 }  // namespace
 
-void Conclude(App& app, Map& map, EditResult result) {
+bool Conclude(App& app, Map& map, EditResult result) {
   if (const char* reason = Reason(result); *reason) app.reporter.Show("Cannot continue", reason);
   app.RefreshMap(map);
   app.SetTitles(map);
+  return result == EditResult::Done;
 }
 
 bool RequireSelection(App& app, const char* title, const char* text) {
@@ -47,20 +50,42 @@ Vec3 PlaceForNew(const App& app, const Map& map) {
   return (view ? view : app.views.ViewsOf(map).front())->PlaceForNew();
 }
 
+std::optional<std::vector<double>> NumbersOf(App& app, std::span<const std::string> typed) {
+  std::vector<double> numbers;
+  for (const std::string& text : typed) {
+    const std::optional<double> number = ReadNumber(text);
+    if (!number) {
+      app.reporter.Show("Cannot continue", Format("\"%s\" is not a number", text.c_str()));
+      return std::nullopt;
+    }
+    numbers.push_back(*number);
+  }
+  return numbers;
+}
+
+std::optional<int> WholeNumberOf(App& app, const std::string& typed, const char* what, int least,
+                                 int most) {
+  const std::optional<double> number = ReadNumber(typed);
+  if (number && *number >= least && *number <= most && *number == std::floor(*number)) {
+    return static_cast<int>(*number);
+  }
+  app.reporter.Show("Cannot continue",
+                    Format("%s must be a whole number from %i to %i", what, least, most));
+  return std::nullopt;
+}
+
 CommandFacts App::Facts() const {
   CommandFacts facts;
   facts.options = &options;
   facts.mode = ModeOf(tools);
   facts.selectsFull = tools.boxRule == BoxRule::Full;
+  facts.limitedAxes = tools.LimitedAxes();
   if (const Map* map = ActiveMap()) {
     facts.hasMap = true;
     facts.canUndo = map->undo.CanUndo();
     facts.canRedo = map->undo.CanRedo();
     facts.grid = (map->optionBits & MAP_GRID) != 0;
     facts.snap = (map->optionBits & MAP_SNAP) != 0;
-    for (int axis = 0; axis < 3; ++axis) {
-      facts.limitedAxes |= static_cast<std::uint8_t>(tools.IsAxisLimited(*map, axis) << axis);
-    }
   }
   if (const MapView* view = ActiveView()) {
     facts.hasView = true;
@@ -82,8 +107,13 @@ bool App::IsChecked(unsigned id) const {
 void App::Execute(unsigned id) {
   // Nothing may touch the documents while one is being read.
   if (progress.IsLoading() || !IsAvailable(id)) return;
+  EndDrag();
   HandlerOf(FindCommand(id)->command)->run(*this, id);
   frame.RefreshToolbar();
+}
+
+void App::EndDrag() {
+  if (tools.Current()->IsDragging()) tools.Current()->Cancel();
 }
 
 HMENU App::Popup(unsigned resource) const {

@@ -1,4 +1,4 @@
-// The Edit menu, but for Undo and Redo.
+// The Edit menu, and the entities that keys insert.
 #include <algorithm>
 
 #include "document/edit/arrange.h"
@@ -7,12 +7,19 @@
 #include "document/edit/insert.h"
 #include "document/edit/selection.h"
 #include "gamedata/class_set.h"
-#include "shell/services/number_text.h"
 #include "shell/ui/app.h"
 #include "shell/ui/commands.h"
 
 namespace ferrowand {
 namespace {
+
+template <void (UndoStore::*operation)()>
+void Step(App& app, unsigned) {
+  Map& map = *app.ActiveMap();
+  (map.undo.*operation)();
+  map.modified = true;
+  Conclude(app, map, EditResult::Done);
+}
 
 bool Put(App& app, const std::string& text) {
   if (app.clipboard.SetText(app.frame.Handle(), text)) return true;
@@ -25,7 +32,10 @@ template <bool cut>
 void Take(App& app, unsigned) {
   Map& map = *app.ActiveMap();
   const std::string text = SelectionText(map);
-  if (text.empty()) return Conclude(app, map, EditResult::NothingSelected);
+  if (text.empty()) {
+    Conclude(app, map, EditResult::NothingSelected);
+    return;
+  }
   if (Put(app, text) && cut) Conclude(app, map, DeleteSelection(map));
 }
 
@@ -53,28 +63,31 @@ void Duplicate(App& app, unsigned) {
     offset[view->transform.orienu] = static_cast<float>(1 << view->gridu);
     offset[view->transform.orienv] = -static_cast<float>(1 << view->gridv);
   }
-  Conclude(app, map, DuplicateSelection(map, offset, {}));
+  Conclude(app, map, DuplicateSelection(map, offset, app.tools.HowToArrange()));
 }
 
 void DuplicateMany(App& app, unsigned) {
   Map& map = *app.ActiveMap();
-  if (map.selection.empty()) return Conclude(app, map, EditResult::NothingSelected);
-  const auto answer = app.dialogs.Ask(app.frame.Handle(), {"Multi Dupe",
-                                                           {{"Copies", "1", {}},
-                                                            {"Offset along X", "64", {}},
-                                                            {"Offset along Y", "0", {}},
-                                                            {"Offset along Z", "0", {}},
-                                                            {"Degrees about X", "0", {}},
-                                                            {"Degrees about Y", "0", {}},
-                                                            {"Degrees about Z", "0", {}}}});
-  if (!answer) return;
-  MultiDuplicate how{.count = ParseInt(answer->front()), .offset = {}, .turn = {}};
-  for (std::size_t i = 0; i < 3; ++i) {
-    const auto axis = static_cast<int>(i);
-    how.offset[axis] = static_cast<float>(ParseFloat((*answer)[1 + i]));
-    how.turn[axis] = ParseFloat((*answer)[4 + i]);
-  }
-  if (how.count > 0) Conclude(app, map, DuplicateSelection(map, how, {}));
+  if (!RequireSelection(app)) return;
+  const auto accept = [&](const FormValues& typed) {
+    const auto count = WholeNumberOf(app, typed[0], "The number of copies", 1, MAXCOPIES);
+    if (!count) return false;
+    const auto numbers = NumbersOf(app, std::span(typed).subspan(1));
+    if (!numbers) return false;
+    MultiDuplicate how{.count = *count, .offset = {}, .turn = {}};
+    for (std::size_t i = 0; i < 3; ++i) {
+      how.offset[static_cast<int>(i)] = static_cast<float>((*numbers)[i]);
+      how.turn[static_cast<int>(i)] = (*numbers)[3 + i];
+    }
+    return Conclude(app, map, DuplicateSelection(map, how, app.tools.HowToArrange()));
+  };
+  FormRow offset = AxisRow("Offset of each", "0");
+  offset.values.front() = "64";
+  app.dialogs.Ask(app.frame.Handle(),
+                  {"Multi Dupe",
+                   "Each copy is moved and turned against the one before.",
+                   {{"Copies", {"1"}, {}}, offset, AxisRow("Degrees about", "0")},
+                   accept});
 }
 
 // The letter to type stands where the names of a group begin to differ.
@@ -123,6 +136,7 @@ bool InsertBoundEntity(App& app, unsigned key) {
       bound, [key](const BoundEntity& b) { return b.key == key && b.prototype; });
   Map* map = app.ActiveMap();
   if (item == bound.end() || !map || app.progress.IsLoading()) return false;
+  app.EndDrag();
   Conclude(app, *map, InsertCopy(*map, *item->prototype, PlaceForNew(app, *map)));
   app.frame.RefreshToolbar();
   return true;
@@ -131,10 +145,16 @@ bool InsertBoundEntity(App& app, unsigned key) {
 namespace {
 
 constexpr CommandHandler HANDLERS[] = {
-    {Command::Insert, Insert},       {Command::Cut, Take<true>},
-    {Command::Copy, Take<false>},    {Command::Paste, Paste},
-    {Command::Clear, Clear},         {Command::SelectNone, SelectNothing},
-    {Command::Duplicate, Duplicate}, {Command::MultiDuplicate, DuplicateMany},
+    {Command::Undo, Step<&UndoStore::Undo>},
+    {Command::Redo, Step<&UndoStore::Redo>},
+    {Command::Insert, Insert},
+    {Command::Cut, Take<true>},
+    {Command::Copy, Take<false>},
+    {Command::Paste, Paste},
+    {Command::Clear, Clear},
+    {Command::SelectNone, SelectNothing},
+    {Command::Duplicate, Duplicate},
+    {Command::MultiDuplicate, DuplicateMany},
 };
 
 }  // namespace

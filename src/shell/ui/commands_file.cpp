@@ -1,4 +1,4 @@
-// The File menu, Undo and Redo, and Help.
+// The File menu and Help.
 #include "shell/ui/app.h"
 #include "shell/ui/commands.h"
 
@@ -45,20 +45,6 @@ void Exit(App& app, unsigned) {
   SendMessageA(app.frame.Handle(), WM_CLOSE, 0, 0);
 }
 
-void Undo(App& app, unsigned) {
-  Map& map = *app.ActiveMap();
-  map.undo.Undo();
-  map.modified = true;
-  app.RefreshMap(map);
-}
-
-void Redo(App& app, unsigned) {
-  Map& map = *app.ActiveMap();
-  map.undo.Redo();
-  map.modified = true;
-  app.RefreshMap(map);
-}
-
 void Keylist(App& app, unsigned) {
   app.ShowKeyList();
 }
@@ -86,8 +72,6 @@ constexpr CommandHandler HANDLERS[] = {
     Recent<5>(),
     {Command::PopupRecentMap, OpenRecent},
     {Command::Exit, Exit},
-    {Command::Undo, Undo},
-    {Command::Redo, Redo},
     {Command::Keylist, Keylist},
     {Command::About, About},
 };

@@ -9,7 +9,6 @@
 #include "document/edit/selection.h"
 #include "document/edit/templates.h"
 #include "platform/system.h"
-#include "shell/services/number_text.h"
 #include "shell/ui/app.h"
 #include "shell/ui/commands.h"
 #include "shell/ui/group_popup.h"
@@ -21,13 +20,19 @@ constexpr char MAP_FILTER[] =
     "Maps (*.xmp, *.map)|*.xmp;*.map|Extended Maps (*.xmp)|*.xmp|Quake maps (*.map)|*.map|"
     "All files (*.*)|*.*|";
 
+Vec3 ToVec3(const std::vector<double>& numbers) {
+  return {static_cast<float>(numbers[0]), static_cast<float>(numbers[1]),
+          static_cast<float>(numbers[2])};
+}
+
 void AddLayer(App& app, unsigned) {
   Map& map = *app.ActiveMap();
-  const auto answer = app.dialogs.Ask(app.frame.Handle(),
-                                      {"Insert layer", {{"Name", UnusedName(map, "layer"), {}}}});
-  if (!answer) return;
-  InsertLayer(map, answer->front());
-  Conclude(app, map, EditResult::Done);
+  const auto accept = [&](const FormValues& typed) {
+    InsertLayer(map, typed.front());
+    return Conclude(app, map, EditResult::Done);
+  };
+  app.dialogs.Ask(app.frame.Handle(),
+                  {"Insert layer", "", {{"Name", {UnusedName(map, "layer")}, {}}}, accept});
 }
 
 void ShowLayers(App& app, unsigned) {
@@ -37,17 +42,17 @@ void ShowLayers(App& app, unsigned) {
 constexpr char NEW_TEMPLATE[] = "(new, of the selection)";
 
 // Around the middle of the selection: an instance inserted while it is selected stands as deep.
-void AddTemplate(App& app, Map& map, const std::string& name) {
+bool AddTemplate(App& app, Map& map, const std::string& name) {
   if (std::ranges::count(TemplateNames(map), name) != 0) {
     app.reporter.Show("Cannot continue", "This map has a template of that name");
-    return;
+    return false;
   }
   const Bounds box = SelectionBounds(map);
   Vec3 pivot;
   for (int axis = 0; axis < 3; ++axis) {
     pivot[axis] = std::round((box.mins[axis] + box.maxs[axis]) / 2);
   }
-  Conclude(app, map, MakeTemplate(map, name, pivot));
+  return Conclude(app, map, MakeTemplate(map, name, pivot));
 }
 
 void AddInstance(App& app, unsigned) {
@@ -60,21 +65,24 @@ void AddInstance(App& app, unsigned) {
     return;
   }
   const Vec3 place = PlaceForNew(app, map);
-  const auto answer =
-      app.dialogs.Ask(app.frame.Handle(), {"Insert template instance",
-                                           {{"Template", "", std::move(choices)},
-                                            {"Name of a new one", UnusedName(map, "template"), {}},
-                                            {"Angle (degrees)", "0", {}},
-                                            {"Scale along X", "1", {}},
-                                            {"Scale along Y", "1", {}},
-                                            {"Scale along Z", "1", {}}}});
-  if (!answer) return;
-  if (answer->front() == NEW_TEMPLATE) return AddTemplate(app, map, (*answer)[1]);
-  InstanceSettings settings{.templateName = answer->front(), .angle = ParseInt((*answer)[2])};
-  for (std::size_t i = 0; i < 3; ++i) {
-    settings.scale[static_cast<int>(i)] = static_cast<float>(ParseFloat((*answer)[3 + i]));
-  }
-  Conclude(app, map, InsertInstance(map, settings, place));
+  const auto accept = [&](const FormValues& typed) {
+    if (typed[0] == NEW_TEMPLATE) return AddTemplate(app, map, typed[1]);
+    const auto angle = WholeNumberOf(app, typed[2], "The angle", -360, 360);
+    if (!angle) return false;
+    const auto scale = NumbersOf(app, std::span(typed).subspan(3));
+    if (!scale) return false;
+    const InstanceSettings settings{
+        .templateName = typed[0], .angle = *angle, .scale = ToVec3(*scale)};
+    return Conclude(app, map, InsertInstance(map, settings, place));
+  };
+  app.dialogs.Ask(app.frame.Handle(),
+                  {"Insert template instance",
+                   "",
+                   {{"Template", {}, std::move(choices)},
+                    {"Name of a new one", {UnusedName(map, "template")}, {}, true},
+                    {"Degrees", {"0"}, {}},
+                    AxisRow("Scale", "1")},
+                   accept});
 }
 
 // Of the size that its map is to fit.
@@ -86,18 +94,19 @@ void AddEmbed(App& app, unsigned) {
   choice.filter = MAP_FILTER;
   const auto path = app.dialogs.ChooseFile(app.frame.Handle(), choice);
   if (!path) return;
-  const auto answer = app.dialogs.Ask(
+  const auto accept = [&](const FormValues& typed) {
+    const auto size = NumbersOf(app, typed);
+    if (!size) return false;
+    if (std::ranges::any_of(*size, [](double extent) { return extent <= 0; })) {
+      app.reporter.Show("Cannot continue", "Every size must be greater than 0");
+      return false;
+    }
+    const Vec3 half = ToVec3(*size) * 0.5f;
+    return Conclude(app, map, InsertEmbed(map, *path, {-half, half}, place));
+  };
+  app.dialogs.Ask(
       app.frame.Handle(),
-      {"Embed",
-       {{"Size along X", "128", {}}, {"Size along Y", "128", {}}, {"Size along Z", "128", {}}}});
-  if (!answer) return;
-  Bounds box{{0, 0, 0}, {0, 0, 0}};
-  for (std::size_t i = 0; i < 3; ++i) {
-    const float half = static_cast<float>(std::abs(ParseFloat((*answer)[i])) / 2);
-    box.mins[static_cast<int>(i)] = -half;
-    box.maxs[static_cast<int>(i)] = half;
-  }
-  Conclude(app, map, InsertEmbed(map, *path, box, place));
+      {"Embed", "The map is made to fit a box.", {AxisRow("Size of the box", "128")}, accept});
 }
 
 void AddGroupFile(App& app, Map& map, const std::string& path) {
@@ -144,7 +153,7 @@ void AddListedGroup(App& app, unsigned id) {
 
 void SaveSelection(App& app, unsigned) {
   Map& map = *app.ActiveMap();
-  if (map.selection.empty()) return Conclude(app, map, EditResult::NothingSelected);
+  if (!RequireSelection(app)) return;
   FileChoice choice;
   choice.saving = true;
   choice.title = "Save group";

@@ -1,4 +1,4 @@
-// The Modes menu, the axes that the mouse may change, and the tools that make primitives.
+// The Modes menu, what bears on drags, and the tools that make primitives.
 #include "shell/ui/app.h"
 #include "shell/ui/commands.h"
 
@@ -33,7 +33,7 @@ void TouchUp(App& app, unsigned) {
 
 template <int axis>
 void LimitAxis(App& app, unsigned) {
-  app.tools.ToggleAxisLimit(*app.ActiveMap(), axis);
+  app.tools.ToggleAxisLimit(axis);
 }
 
 template <PrimitiveKind kind>
@@ -42,14 +42,45 @@ void Create(App& app, unsigned) {
 }
 
 void ChoosePrimitive(App& app, unsigned) {
+  app.TrackCommandPopup(app.frame.PrimitivePopup());
+}
+
+void ToggleTextureLock(App& app, unsigned) {
+  app.options.textureLock = app.options.textureLock == 0;
+}
+
+void SetRotationStep(App& app, int degrees) {
+  app.options.rotationStep = static_cast<std::uint8_t>(degrees);
+  for (MapView* view : app.views.Views()) view->rotationStep = app.options.rotationStep;
+}
+
+void AskRotationStep(App& app) {
+  const auto accept = [&](const FormValues& typed) {
+    const auto step =
+        WholeNumberOf(app, typed.front(), "The rotation step", 1, Options::MAXROTATIONSTEP);
+    if (step) SetRotationStep(app, *step);
+    return step.has_value();
+  };
+  const std::string present = std::to_string(app.options.rotationStep);
+  app.dialogs.Ask(app.frame.Handle(), {"Rotation step", "", {{"Degrees", {present}, {}}}, accept});
+}
+
+// The items of the popup are numbered by their degrees.
+void ChooseRotationStep(App& app, unsigned) {
+  constexpr unsigned OTHER = 1000;
   const OwnedMenu menu(CreatePopupMenu());
-  for (const Command command :
-       {Command::CreateCuboid, Command::CreateWedge, Command::CreateColumn, Command::CreatePyramid,
-        Command::CreateSphere, Command::CreateHemisphere}) {
-    // The table's texts end in a zero byte: they are literals.
-    AppendMenuA(menu.get(), MF_STRING, Id(command), ToolTip(Id(command)).data());
+  for (const unsigned step : {1, 5, 10, 15, 30, 45, 90}) {
+    const UINT tick = step == app.options.rotationStep ? MF_CHECKED : 0;
+    AppendMenuA(menu.get(), MF_STRING | tick, step,
+                Format(step == 1 ? "%u degree" : "%u degrees", step).c_str());
   }
-  app.TrackCommandPopup(menu.get());
+  AppendMenuA(menu.get(), MF_SEPARATOR, 0, nullptr);
+  AppendMenuA(menu.get(), MF_STRING, OTHER, "Other...");
+  POINT at;
+  GetCursorPos(&at);
+  const unsigned chosen = app.dialogs.TrackPopup(app.frame.Handle(), menu.get(), at);
+  if (chosen == OTHER) return AskRotationStep(app);
+  if (chosen != 0) SetRotationStep(app, static_cast<int>(chosen));
 }
 
 constexpr CommandHandler HANDLERS[] = {
@@ -74,6 +105,8 @@ constexpr CommandHandler HANDLERS[] = {
     {Command::ToolWedge, Create<PrimitiveKind::Wedge>},
     {Command::ToolColumn, Create<PrimitiveKind::Column>},
     {Command::ToolPrimitive, ChoosePrimitive},
+    {Command::ToolTextureLock, ToggleTextureLock},
+    {Command::ToolRotationStep, ChooseRotationStep},
 };
 
 }  // namespace

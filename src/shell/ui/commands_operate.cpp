@@ -5,7 +5,6 @@
 #include "document/edit/selection.h"
 #include "document/edit/visibility.h"
 #include "document/hollow.h"
-#include "shell/services/number_text.h"
 #include "shell/ui/app.h"
 #include "shell/ui/commands.h"
 
@@ -42,66 +41,86 @@ void IntersectBrushes(App& app, unsigned) {
 
 void MakeHollow(App& app, unsigned) {
   if (!RequireSelection(app, MISSPELT_TITLE, BRUSHES_FIRST)) return;
-  const auto answer = app.dialogs.Ask(app.frame.Handle(), {"Hollow", {{"Wall width", "16", {}}}});
-  if (!answer) return;
-  const std::optional<int> width = ParseWallWidth(answer->front());
   Map& map = *app.ActiveMap();
-  // A width of 0 is told of there.
-  HollowSelection(map, width.value_or(0));
-  Conclude(app, map, EditResult::Done);
+  const auto accept = [&](const FormValues& typed) {
+    const int width = ParseWallWidth(typed.front()).value_or(0);
+    // A width of 0 is told of there.
+    HollowSelection(map, width);
+    return Conclude(app, map, EditResult::Done) && width != 0;
+  };
+  app.dialogs.Ask(
+      app.frame.Handle(),
+      {"Hollow", "Walls of a negative width stand outside.", {{"Wall width", {"16"}, {}}}, accept});
 }
 
 DVec3 MiddleOfSelection(const Map& map) {
   const Bounds box = SelectionBounds(map);
-  DVec3 middle;
-  for (int axis = 0; axis < 3; ++axis) {
-    middle[axis] = (double{box.mins[axis]} + double{box.maxs[axis]}) / 2;
-  }
-  return middle;
+  return (DVec3(box.mins) + DVec3(box.maxs)) * 0.5;
+}
+
+DVec3 ToDVec3(std::span<const double> numbers) {
+  return {numbers[0], numbers[1], numbers[2]};
 }
 
 void ScaleOrFlip(App& app, unsigned) {
   if (!RequireSelection(app, MISSPELT_TITLE, BRUSHES_FIRST)) return;
-  const auto answer = app.dialogs.Ask(
-      app.frame.Handle(),
-      {"Scale/Flip (a negative factor flips)",
-       {{"Factor along X", "1", {}}, {"Factor along Y", "1", {}}, {"Factor along Z", "1", {}}}});
-  if (!answer) return;
   Map& map = *app.ActiveMap();
-  DVec3 factors;
-  for (std::size_t i = 0; i < 3; ++i) factors[static_cast<int>(i)] = ParseFloat((*answer)[i]);
-  Conclude(app, map, ScaleSelection(map, factors, MiddleOfSelection(map), {}));
+  const auto accept = [&](const FormValues& typed) {
+    const auto factors = NumbersOf(app, typed);
+    return factors && Conclude(app, map,
+                               ScaleSelection(map, ToDVec3(*factors), MiddleOfSelection(map),
+                                              app.tools.HowToArrange()));
+  };
+  app.dialogs.Ask(app.frame.Handle(),
+                  {"Scale/Flip", "A negative factor flips.", {AxisRow("Factor", "1")}, accept});
 }
 
-void TurnByAngles(App& app, unsigned) {
+Matrix ToMatrix(std::span<const double> numbers) {
+  Matrix matrix(3, 3);
+  for (unsigned i = 0; i < 9; ++i) matrix.At(i % 3, i / 3) = static_cast<float>(numbers[i]);
+  return matrix;
+}
+
+// By angles or by nine numbers: whichever are left as they stand change nothing.
+void TransformByMatrix(App& app, unsigned) {
+  if (!RequireSelection(app)) return;
   Map& map = *app.ActiveMap();
-  if (map.selection.empty()) return Conclude(app, map, EditResult::NothingSelected);
-  const auto answer = app.dialogs.Ask(
-      app.frame.Handle(),
-      {"Matrix",
-       {{"Degrees about X", "0", {}}, {"Degrees about Y", "0", {}}, {"Degrees about Z", "0", {}}}});
-  if (!answer) return;
-  DVec3 degrees;
-  for (std::size_t i = 0; i < 3; ++i) degrees[static_cast<int>(i)] = ParseFloat((*answer)[i]);
-  Conclude(app, map, TransformSelection(map, TurnMatrix(degrees), MiddleOfSelection(map), {}));
+  const auto accept = [&](const FormValues& typed) {
+    const auto numbers = NumbersOf(app, typed);
+    if (!numbers) return false;
+    const std::span all(*numbers);
+    const Matrix matrix = ToMatrix(all.subspan(3)) * TurnMatrix(ToDVec3(all));
+    return Conclude(
+        app, map,
+        TransformSelection(map, matrix, MiddleOfSelection(map), app.tools.HowToArrange()));
+  };
+  app.dialogs.Ask(app.frame.Handle(), {"Matrix",
+                                       "Turn about the axes, multiply by nine numbers, or both.",
+                                       {AxisRow("Degrees about", "0"),
+                                        {"New X from", {"1", "0", "0"}, {}},
+                                        {"New Y from", {"0", "1", "0"}, {}},
+                                        {"New Z from", {"0", "0", "1"}, {}}},
+                                       accept});
 }
 
 // By the current tool, where there is a view that it works in: not every tool can.
 void GroupByTool(App& app, unsigned) {
   Map& map = *app.ActiveMap();
-  if (map.selection.empty()) return Conclude(app, map, EditResult::NothingSelected);
-  MapView* view = app.ActiveView();
-  if (!view) return Conclude(app, map, GroupSelection(map));
-  app.tools.Current()->Group(*view);
+  if (!RequireSelection(app)) return;
+  if (MapView* view = app.ActiveView()) {
+    app.tools.Current()->Group(*view);
+  } else {
+    Conclude(app, map, GroupSelection(map));
+  }
 }
 
 void FlipAlongX(App& app, unsigned) {
   Map& map = *app.ActiveMap();
-  Conclude(app, map, FlipSelection(map, 0, {}));
+  Conclude(app, map, FlipSelection(map, 0, app.tools.HowToArrange()));
 }
 
 constexpr CommandHandler HANDLERS[] = {
-    {Command::OperateMatrix, TurnByAngles},
+    {Command::OperateMatrix, TransformByMatrix},
     {Command::ScaleFlip, ScaleOrFlip},
     {Command::CsgSubtraction, SubtractBrushes},
     {Command::CsgIntersection, IntersectBrushes},

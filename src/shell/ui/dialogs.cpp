@@ -62,7 +62,7 @@ void SystemDialogs::ShowAbout(HWND owner) {
   DialogBoxParamA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(ID_ABOUT), owner, AboutFunc, 0);
 }
 
-std::optional<std::vector<std::string>> SystemDialogs::Ask(HWND owner, const Form& form) {
+bool SystemDialogs::Ask(HWND owner, const Form& form) {
   return AskForm(owner, form);
 }
 

@@ -7,7 +7,6 @@
 #include <array>
 #include <optional>
 #include <string>
-#include <vector>
 
 #include "platform/canvas.h"
 #include "shell/ui/form_dialog.h"
@@ -34,8 +33,8 @@ class Dialogs {
   // The command chosen, 0 for none. The owner receives no command message.
   virtual unsigned TrackPopup(HWND owner, HMENU menu, POINT screen) = 0;
   virtual void ShowAbout(HWND owner) = 0;
-  // The values of the fields, or nothing when the user thinks better of it.
-  virtual std::optional<std::vector<std::string>> Ask(HWND owner, const Form& form) = 0;
+  // False when the user thinks better of it; else the form has accepted what was typed.
+  virtual bool Ask(HWND owner, const Form& form) = 0;
 };
 
 class SystemDialogs : public Dialogs {
@@ -44,7 +43,7 @@ class SystemDialogs : public Dialogs {
   std::optional<Colour> ChooseColour(HWND owner, Colour colour) override;
   unsigned TrackPopup(HWND owner, HMENU menu, POINT screen) override;
   void ShowAbout(HWND owner) override;
-  std::optional<std::vector<std::string>> Ask(HWND owner, const Form& form) override;
+  bool Ask(HWND owner, const Form& form) override;
 
  private:
   std::array<COLORREF, 16> ownColours_{};  // that the user has mixed

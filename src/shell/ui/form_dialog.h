@@ -1,26 +1,38 @@
-// One box for every command that wants a few values first: labels with text boxes or lists.
+// One box for every command that wants a few values first: rows of text boxes or lists, each with
+// its label.
 #pragma once
 
 #include "shell/ui/win32.h"
 
-#include <optional>
+#include <functional>
 #include <string>
 #include <vector>
 
 namespace ferrowand {
 
-struct FormField {
+struct FormRow {
   std::string label;
-  std::string value;                 // shown at first
-  std::vector<std::string> choices;  // if any, one of them is chosen
+  std::vector<std::string> values;   // shown at first: a text box each, beside each other
+  std::vector<std::string> choices;  // if any, one of them is chosen instead
+  bool isText = false;               // a single box then has the width of all columns
 };
+
+// One for each text box and list, in their order.
+using FormValues = std::vector<std::string>;
 
 struct Form {
   std::string title;
-  std::vector<FormField> fields;
+  std::string hint;  // a line above the rows; may be empty
+  std::vector<FormRow> rows;
+  // Does what the form is for. False, after saying why it cannot be, keeps the box open with
+  // everything that was typed.
+  std::function<bool(const FormValues& typed)> accept;
 };
 
-// The values as they were typed, one a field; nothing when the user thinks better of it.
-std::optional<std::vector<std::string>> AskForm(HWND owner, const Form& form);
+// Three numbers, one for each axis.
+FormRow AxisRow(const std::string& label, const std::string& value);
+
+// False when the user thought better of it.
+bool AskForm(HWND owner, const Form& form);
 
 }  // namespace ferrowand

@@ -32,6 +32,8 @@ LRESULT CALLBACK WindowFunc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
   return DefWindowProcA(window, message, wParam, lParam);
 }
 
+Frame::Frame(App& app) : app_(app), primitivePopup_(app.instance) {}
+
 bool Frame::Create() {
   return CreateWindowExA(WS_EX_ACCEPTFILES, FRAME_CLASS, "Ferrowand",
                          WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
@@ -74,6 +76,7 @@ void Frame::ShowToolbar(bool shown) {
 void Frame::RefreshToolbar() {
   toolbar_.SetStates([this](unsigned id) { return app_.IsAvailable(id); },
                      [this](unsigned id) { return app_.IsChecked(id); });
+  toolbar_.ShowRotationStep(app_.options.rotationStep);
 }
 
 void Frame::ShowRecentMaps() {
@@ -139,6 +142,12 @@ LRESULT Frame::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_INITMENUPOPUP:
       if (HIWORD(lParam) == 0) OnInitMenu(reinterpret_cast<HMENU>(wParam));
       break;
+    case WM_MEASUREITEM:
+      primitivePopup_.Measure(*reinterpret_cast<MEASUREITEMSTRUCT*>(lParam));
+      return TRUE;
+    case WM_DRAWITEM:
+      primitivePopup_.Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+      return TRUE;
     case WM_NOTIFY:
       return OnNotify(lParam);
     case WM_DROPFILES:

@@ -7,6 +7,7 @@
 
 #include "platform/canvas.h"
 #include "shell/ui/handles.h"
+#include "shell/ui/primitive_popup.h"
 #include "shell/ui/toolbar.h"
 
 namespace ferrowand {
@@ -17,7 +18,7 @@ LRESULT CALLBACK WindowFunc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
 
 class Frame {
  public:
-  explicit Frame(App& app) : app_(app) {}
+  explicit Frame(App& app);
   Frame(const Frame&) = delete;
   Frame& operator=(const Frame&) = delete;
 
@@ -26,6 +27,7 @@ class Frame {
   HWND Handle() const { return window_; }
   HWND Client() const { return client_; }
   PixelSize ClientSize() const;
+  HMENU PrimitivePopup() const { return primitivePopup_.Menu(); }
 
   void ShowToolbar(bool shown);
   // The six recent maps in the File menu.
@@ -46,6 +48,7 @@ class Frame {
   HWND window_ = nullptr;
   HWND client_ = nullptr;
   Toolbar toolbar_;
+  ferrowand::PrimitivePopup primitivePopup_;
 
   friend LRESULT CALLBACK WindowFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 };

@@ -2,6 +2,8 @@
 
 #include <commctrl.h>
 
+#include "platform/system.h"
+#include "shell/services/path_text.h"
 #include "shell/services/report.h"
 
 namespace ferrowand {
@@ -47,7 +49,7 @@ LoadWindow::~LoadWindow() {
 }
 
 void LoadWindow::Begin(const std::string& fileName) {
-  names_.push_back(fileName);
+  names_.push_back(StripCommonPrefix(fileName, CurrentDirectory()));
   if (!window_) {
     if (owner_) EnableWindow(owner_, FALSE);
     window_ = CreateWindowExA(WS_EX_DLGMODALFRAME, LOAD_WINDOW_CLASS, "Loading",

@@ -16,6 +16,9 @@ constexpr int COORDINATES_LEFT = 18, COORDINATES_WIDTH = 70;
 constexpr int MESSAGE_LEFT = 90;
 constexpr int ZOOM_WIDTH = 80;
 constexpr int BUTTON_WIDTH = 8;
+constexpr COLORREF REFUSAL_COLOUR = RGB(192, 0, 0);
+constexpr UINT REFUSAL_TIME = 4000;  // milliseconds
+constexpr UINT_PTR REFUSAL_TIMER = 1;
 
 int ControlOf(ViewText which) {
   switch (which) {
@@ -199,7 +202,13 @@ LRESULT MapWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_DRAWITEM:
       OnDrawButton(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
       return TRUE;
+    case WM_TIMER:
+      EndRefusal();
+      return 0;
     case WM_CTLCOLORSTATIC:
+      if (refusing_ && reinterpret_cast<HWND>(lParam) == GetDlgItem(Handle(), ID_MESSAGE_TEXT)) {
+        SetTextColor(reinterpret_cast<HDC>(wParam), REFUSAL_COLOUR);
+      }
       SetBkMode(reinterpret_cast<HDC>(wParam), TRANSPARENT);
       return reinterpret_cast<LRESULT>(GetStockObject(LTGRAY_BRUSH));
     case WM_SETFOCUS:
@@ -271,7 +280,27 @@ void MapWindow::SetText(ViewText which, const std::string& text) {
   std::string& shown = texts_[static_cast<std::size_t>(which)];
   if (shown == text) return;
   shown = text;
+  if (refusing_ && which == ViewText::Message) return;
   SetDlgItemTextA(Handle(), ControlOf(which), text.c_str());
+}
+
+void MapWindow::Refuse(const std::string& why) {
+  MessageBeep(MB_ICONWARNING);
+  if (!controlsShown_) {
+    app_.reporter.Show("Cannot continue", why);
+    return;
+  }
+  refusing_ = true;
+  SetDlgItemTextA(Handle(), ID_MESSAGE_TEXT, why.c_str());
+  SetTimer(Handle(), REFUSAL_TIMER, REFUSAL_TIME, nullptr);
+}
+
+void MapWindow::EndRefusal() {
+  if (!refusing_) return;
+  refusing_ = false;
+  KillTimer(Handle(), REFUSAL_TIMER);
+  const std::string& message = texts_[static_cast<std::size_t>(ViewText::Message)];
+  SetDlgItemTextA(Handle(), ID_MESSAGE_TEXT, message.c_str());
 }
 
 void MapWindow::SetCaption(const std::string& caption) {

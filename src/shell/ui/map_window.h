@@ -31,6 +31,9 @@ class MapWindow : public ChildWindow, public ViewHost {
   void Refresh() override;
 
   HWND Drawing() const { return drawing_; }
+  // Red in the status bar, for some seconds or until the next press: hovering writes nothing over
+  // it meanwhile. Without a status bar, a box.
+  void Refuse(const std::string& why);
 
   // --- as the view's host
   PixelSize DrawingArea() const override;
@@ -64,6 +67,7 @@ class MapWindow : public ChildWindow, public ViewHost {
   void OnMouseMove(WPARAM wParam, LPARAM lParam);
   bool OnKeyDown(WPARAM key);
   bool InsertBound(WPARAM key, LPARAM lParam);
+  void EndRefusal();
   void TakeFocusFromSister();
   void SetMouseCursor();
 
@@ -71,6 +75,7 @@ class MapWindow : public ChildWindow, public ViewHost {
   HWND drawing_ = nullptr;
   std::array<std::string, 3> texts_;  // of the status bar, by ViewText
   bool controlsShown_ = true;
+  bool refusing_ = false;
   int wheelRest_ = 0;  // of turns smaller than a notch
   std::unique_ptr<MapView> view_;
 

@@ -91,6 +91,10 @@ LRESULT MapWindow::OnMapMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_KEYDOWN:
       if (OnKeyDown(wParam) || InsertBound(wParam, lParam)) return 0;
       break;
+    case WM_SYSKEYDOWN:
+      if (wParam != VK_RETURN) break;
+      app_.toolWindows.EditProperties(*view_);
+      return 0;
     case WM_KEYUP:
       if (wParam == VK_SPACE) view_->EndPan();
       if (wParam == VK_SPACE || wParam == 'D') SetMouseCursor();
@@ -158,6 +162,7 @@ void MapWindow::OnWheel(WPARAM wParam, LPARAM lParam, bool sideways) {
 }
 
 void MapWindow::OnButtonDown(int button, LPARAM lParam, bool twice) {
+  EndRefusal();
   SetFocus(drawing_);
   SetCapture(drawing_);
   if (twice && !IsDown('D')) {

@@ -14,6 +14,7 @@ ChildWindow* App::AddView(Map& map, Orientation orientation) {
     reporter.Assert("hwnd!=NULL", "qvwin.cpp", __LINE__);
     return nullptr;
   }
+  tools.LimitAxes(*created->View());
   return windows.emplace_back(std::move(created)).get();
 }
 

@@ -98,18 +98,27 @@ bool App::Pump() {
 
 // Keys that write into a text box are none of the accelerators' business.
 bool App::IsForAccelerators(const MSG& message) const {
+  if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
   if (message.message != WM_KEYDOWN && message.message != WM_CHAR) return true;
   char name[16] = "";
   GetClassNameA(message.hwnd, name, sizeof name);
   return CompareNoCase(name, "Edit") != 0;
 }
 
+// The system gives no commands while the mouse is captured: a drag makes way for them.
+bool App::TranslateKey(MSG& message) {
+  const HWND captured = tools.Current()->IsDragging() ? GetCapture() : nullptr;
+  if (captured) ReleaseCapture();
+  const bool isTaken = TranslateAcceleratorA(frame.Handle(), accelerators_, &message) != 0;
+  if (captured && tools.Current()->IsDragging()) SetCapture(captured);
+  return isTaken;
+}
+
 void App::Dispatch(MSG& message) {
   if (TranslateMDISysAccel(frame.Client(), &message)) return;
   if (tips.Handle() && IsDialogMessageA(tips.Handle(), &message)) return;
   if (ChildWindow* active = ActiveWindow(); active && active->TakesMessage(message)) return;
-  if (IsForAccelerators(message) &&
-      TranslateAcceleratorA(frame.Handle(), accelerators_, &message)) {
+  if (IsForAccelerators(message) && TranslateKey(message)) {
     // Some systems open the menu when Alt is let go, unless they have seen a key come with it.
     if (message.message == WM_SYSKEYDOWN) {
       DefWindowProcA(frame.Handle(), WM_SYSKEYDOWN, message.wParam, message.lParam);

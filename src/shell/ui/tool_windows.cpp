@@ -1,9 +1,10 @@
 #include "shell/ui/tool_windows.h"
 
+#include <algorithm>
 #include <array>
 
 #include "document/edit/arrange.h"
-#include "shell/services/number_text.h"
+#include "document/primitives.h"
 #include "shell/ui/app.h"
 #include "shell/ui/commands.h"
 #include "shell/ui/map_window.h"
@@ -12,19 +13,28 @@
 namespace ferrowand {
 namespace {
 
-// What the items of the selection's popup do, from number 1000 on. Two of them have no command: the
-// keys that the menu shows for them flip along X.
-enum class PopupAction { Give, FlipY, FlipZ };
+constexpr unsigned FIRST_POPUP_ITEM = 1000;
+
+// What the items of the selection's popup do, from the first one on: a command, or what no command
+// does, where the command stands in for the greys.
 struct PopupItem {
   Command command;
-  PopupAction action = PopupAction::Give;
+  void (*run)(App& app, MapView& view) = nullptr;
 };
-constexpr unsigned FIRST_POPUP_ITEM = 1000;
-constexpr unsigned PROPERTIES_ITEM = 1011;
-constexpr std::array<PopupItem, 11> POPUP_ITEMS{{
+
+// The keys that the menu shows for these flip along X.
+template <int axis>
+void Flip(App& app, MapView& view) {
+  Conclude(app, view.map, FlipSelection(view.map, axis, app.tools.HowToArrange()));
+}
+void EditProperties(App& app, MapView& view) {
+  app.toolWindows.EditProperties(view);
+}
+
+constexpr std::array<PopupItem, 12> POPUP_ITEMS{{
     {Command::FlipX},
-    {Command::FlipX, PopupAction::FlipY},
-    {Command::FlipX, PopupAction::FlipZ},
+    {Command::FlipX, Flip<1>},
+    {Command::FlipX, Flip<2>},
     {Command::Cut},
     {Command::Copy},
     {Command::Paste},
@@ -33,6 +43,7 @@ constexpr std::array<PopupItem, 11> POPUP_ITEMS{{
     {Command::Ungroup},
     {Command::CsgSubtraction},
     {Command::CentreAndZoom},
+    {Command::Group, EditProperties},
 }};
 
 bool IsDown(int key) {
@@ -64,23 +75,23 @@ LPCSTR SystemName(ToolCursor cursor) {
   return IDC_ARROW;
 }
 
-void SetGreys(const App& app, HMENU menu) {
-  for (unsigned i = 0; i < POPUP_ITEMS.size(); ++i) {
-    const UINT state = app.IsAvailable(Id(POPUP_ITEMS[i].command)) ? MF_ENABLED : MF_GRAYED;
-    EnableMenuItem(menu, FIRST_POPUP_ITEM + i, MF_BYCOMMAND | state);
-  }
-  EnableMenuItem(menu, PROPERTIES_ITEM, MF_BYCOMMAND | MF_GRAYED);
+// There is nothing yet that edits the properties of a single object.
+bool IsAvailable(const App& app, const MapView& view, const PopupItem& item) {
+  if (item.run == EditProperties) return view.map.selection.size() > 1;
+  const bool isOffered = item.command == Command::Paste || !view.map.selection.empty();
+  return isOffered && app.IsAvailable(Id(item.command));
 }
 
-void Run(App& app, Map& map, const PopupItem& item) {
-  switch (item.action) {
-    case PopupAction::Give:
-      return app.Execute(Id(item.command));
-    case PopupAction::FlipY:
-      return Conclude(app, map, FlipSelection(map, 1, {}));
-    case PopupAction::FlipZ:
-      return Conclude(app, map, FlipSelection(map, 2, {}));
+void SetGreys(const App& app, const MapView& view, HMENU menu) {
+  for (UINT i = 0; i < POPUP_ITEMS.size(); ++i) {
+    const UINT state = IsAvailable(app, view, POPUP_ITEMS[i]) ? MF_ENABLED : MF_GRAYED;
+    EnableMenuItem(menu, FIRST_POPUP_ITEM + i, MF_BYCOMMAND | state);
   }
+}
+
+void Run(App& app, MapView& view, const PopupItem& item) {
+  if (item.run) return item.run(app, view);
+  app.Execute(Id(item.command));
 }
 
 }  // namespace
@@ -147,7 +158,7 @@ bool ToolWindows::TrackPopup(MapView& view, Pixel at, ToolPopup which) {
   if (!window) return false;
   const bool ofSelection = which == ToolPopup::Selection;
   const HMENU menu = app_.Popup(ofSelection ? ID_POPUP_SELECTION : ID_POPUP_TOUCH_UP);
-  if (ofSelection) SetGreys(app_, menu);
+  if (ofSelection) SetGreys(app_, view, menu);
   POINT screen{at.x, at.y};
   ClientToScreen(window->Drawing(), &screen);
   const unsigned chosen = app_.dialogs.TrackPopup(window->Handle(), menu, screen);
@@ -157,16 +168,30 @@ bool ToolWindows::TrackPopup(MapView& view, Pixel at, ToolPopup which) {
       app_.tools.Current()->PopupCommand(view, chosen - FIRST_POPUP_ITEM);
     }
   } else if (chosen >= FIRST_POPUP_ITEM && chosen < FIRST_POPUP_ITEM + POPUP_ITEMS.size()) {
-    Run(app_, view.map, POPUP_ITEMS[chosen - FIRST_POPUP_ITEM]);
+    Run(app_, view, POPUP_ITEMS[chosen - FIRST_POPUP_ITEM]);
   }
   return released;
 }
 
-std::optional<int> ToolWindows::AskSides(const std::string& name) {
-  const Form form{name, {{"Number of sides", "8", {}}}};
-  const auto answer = app_.dialogs.Ask(app_.frame.Handle(), form);
-  if (!answer) return std::nullopt;
-  return ParseInt(answer->front());
+void ToolWindows::EditProperties(MapView& view) {
+  if (view.map.selection.size() > 1) app_.tools.entitySelector.EditSelected(view);
+}
+
+std::optional<int> ToolWindows::AskSides(PrimitiveKind kind) {
+  const SideRange range = SidesOf(kind);
+  std::optional<int> sides;
+  const auto accept = [&](const FormValues& typed) {
+    sides = WholeNumberOf(app_, typed.front(), "The number of sides", range.least, range.most);
+    if (sides) sides_ = *sides;
+    return sides.has_value();
+  };
+  const std::string suggested = std::to_string(std::clamp(sides_, range.least, range.most));
+  const Form form{NameOf(kind),
+                  Format("From %i to %i sides.", range.least, range.most),
+                  {{"Number of sides", {suggested}, {}}},
+                  accept};
+  if (!app_.dialogs.Ask(app_.frame.Handle(), form)) return std::nullopt;
+  return sides;
 }
 
 std::string ToolWindows::CurrentTexture(Map& map) {
@@ -190,6 +215,10 @@ void ToolWindows::SelectionChanged(Map& map) {
 void ToolWindows::ToolChanged() {
   cursor_ = ToolCursor::Arrow;
   app_.frame.RefreshToolbar();
+}
+
+void ToolWindows::Refuse(MapView& view, const std::string& why) {
+  if (MapWindow* window = WindowOf(view)) window->Refuse(why);
 }
 
 Reporter& ToolWindows::Report() {

@@ -22,6 +22,8 @@ class ToolWindows : public ToolHost {
   void OnCaptureLost(HWND drawing);
   // The view's window wants it no more.
   void ReleaseMouse(HWND drawing);
+  // Of several selected objects: offers to group them.
+  void EditProperties(MapView& view);
 
   HeldKeys Keys() const override;
   void Capture(MapView& view, bool on) override;
@@ -30,11 +32,12 @@ class ToolWindows : public ToolHost {
   bool TrackPopup(MapView& view, Pixel at, ToolPopup which) override;
   // Nothing: there is no such window.
   void EditProperties(entity&) override {}
-  std::optional<int> AskSides(const std::string& name) override;
+  std::optional<int> AskSides(PrimitiveKind kind) override;
   std::string CurrentTexture(Map& map) override;
   void MapChanged(Map& map) override;
   void SelectionChanged(Map& map) override;
   void ToolChanged() override;
+  void Refuse(MapView& view, const std::string& why) override;
   Reporter& Report() override;
 
  private:
@@ -44,6 +47,7 @@ class ToolWindows : public ToolHost {
   App& app_;
   ToolCursor cursor_ = ToolCursor::Arrow;
   HWND dragging_ = nullptr;  // the drawing area that a tool has captured the mouse for
+  int sides_ = 8;  // of the last round primitive
 };
 
 }  // namespace ferrowand

@@ -1,21 +1,19 @@
 #include "shell/ui/toolbar.h"
 
-#include <commctrl.h>
-
 #include <array>
 
 #include "shell/services/command_table.h"
+#include "shell/ui/handles.h"
 #include "shell/ui/resource.h"
 
 namespace ferrowand {
 namespace {
 
-constexpr int PICTURE = 16;  // pixels, width and height
 constexpr COLORREF TRANSPARENT_COLOUR = RGB(255, 0, 255);
 
 // Buttons behind which a gap stands.
 bool EndsGroup(std::size_t index) {
-  constexpr std::size_t LAST[] = {5, 7, 9, 11, 13, 17, 19, 21, 24, 26, 31};
+  constexpr std::size_t LAST[] = {5, 7, 9, 11, 13, 17, 19, 21, 24, 26, 31, 32};
   for (const std::size_t last : LAST) {
     if (last == index) return true;
   }
@@ -30,23 +28,33 @@ TBBUTTON Gap() {
 
 }  // namespace
 
+HIMAGELIST LoadToolPictures(HINSTANCE instance) {
+  const OwnedBitmap strip(static_cast<HBITMAP>(
+      LoadImageA(instance, MAKEINTRESOURCEA(ID_TOOLBAR_BITMAP), IMAGE_BITMAP, 0, 0, 0)));
+  // In the picture's own 16 colours the list would take the system's.
+  const HIMAGELIST pictures =
+      ImageList_Create(TOOL_PICTURE, TOOL_PICTURE, ILC_COLOR24 | ILC_MASK, NUMTOOLBUTTONS, 0);
+  ImageList_AddMasked(pictures, strip.get(), TRANSPARENT_COLOUR);
+  return pictures;
+}
+
 bool Toolbar::Create(HWND owner, HINSTANCE instance) {
-  window_ =
-      CreateWindowExA(0, TOOLBARCLASSNAMEA, "",
-                      WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_TOOLTIPS | TBSTYLE_FLAT, 0,
-                      0, 0, 0, owner, nullptr, instance, nullptr);
+  window_ = CreateWindowExA(
+      0, TOOLBARCLASSNAMEA, "",
+      WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_TOOLTIPS | TBSTYLE_FLAT | TBSTYLE_LIST, 0,
+      0, 0, 0, owner, nullptr, instance, nullptr);
   if (!window_) return false;
   SendMessageA(window_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
-  const HIMAGELIST pictures = ImageList_LoadImageA(instance, MAKEINTRESOURCEA(ID_TOOLBAR_BITMAP),
-                                                   PICTURE, 0, TRANSPARENT_COLOUR, IMAGE_BITMAP, 0);
-  SendMessageA(window_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(pictures));
+  SendMessageA(window_, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS);
+  SendMessageA(window_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(LoadToolPictures(instance)));
 
   const auto& buttons = ToolbarButtons();
   for (std::size_t i = 0; i < buttons.size(); ++i) {
     TBBUTTON button{};
     button.iBitmap = static_cast<int>(i);
     button.idCommand = static_cast<int>(Id(buttons[i].command));
-    button.fsStyle = BTNS_BUTTON;
+    const bool hasText = buttons[i].command == Command::ToolRotationStep;
+    button.fsStyle = hasText ? BTNS_AUTOSIZE | BTNS_SHOWTEXT : BTNS_BUTTON;
     SendMessageA(window_, TB_ADDBUTTONSA, 1, reinterpret_cast<LPARAM>(&button));
     if (!EndsGroup(i)) continue;
     const TBBUTTON gap = Gap();
@@ -61,6 +69,7 @@ void Toolbar::Destroy() {
   DestroyWindow(window_);
   if (pictures) ImageList_Destroy(pictures);
   window_ = nullptr;
+  shownStep_ = 0;
 }
 
 int Toolbar::Fit() {
@@ -81,6 +90,18 @@ void Toolbar::SetStates(const Ask& isAvailable, const Ask& isChecked) {
       SendMessageA(window_, TB_SETSTATE, id, state);
     }
   }
+}
+
+void Toolbar::ShowRotationStep(int degrees) {
+  if (!window_ || degrees == shownStep_) return;
+  shownStep_ = degrees;
+  std::wstring text = std::to_wstring(degrees) + L'\u00B0';
+  TBBUTTONINFOW button{};
+  button.cbSize = sizeof button;
+  button.dwMask = TBIF_TEXT;
+  button.pszText = text.data();
+  SendMessageW(window_, TB_SETBUTTONINFOW, Id(Command::ToolRotationStep),
+               reinterpret_cast<LPARAM>(&button));
 }
 
 }  // namespace ferrowand

@@ -3,9 +3,15 @@
 
 #include "shell/ui/win32.h"
 
+#include <commctrl.h>
+
 #include <functional>
 
 namespace ferrowand {
+
+inline constexpr int TOOL_PICTURE = 16;  // pixels, width and height
+// One for each button. The caller destroys them.
+HIMAGELIST LoadToolPictures(HINSTANCE instance);
 
 class Toolbar {
  public:
@@ -19,9 +25,12 @@ class Toolbar {
 
   using Ask = std::function<bool(unsigned id)>;
   void SetStates(const Ask& isAvailable, const Ask& isChecked);
+  // On its button, in degrees.
+  void ShowRotationStep(int degrees);
 
  private:
   HWND window_ = nullptr;
+  int shownStep_ = 0;
 };
 
 }  // namespace ferrowand

@@ -36,12 +36,22 @@ ViewInts DirectionOf(const GrabbedEdges& grabbed) {
   return {-grabbed.edge[0], -grabbed.edge[1]};
 }
 
+// A turn changes both axes of the view.
+bool MayTurn(const MapView& view) {
+  const DragRules rules = RulesOf(view);
+  return rules.edits[0] && rules.edits[1];
+}
+
 }  // namespace
 
 void BrushSelector::MouseDown(MapView& view, Pixel at, int button) {
   selectedByPress_ = false;
   if (button == BUTTON_LEFT && !IsDragging() && Grab(view, at)) {
-    BeginDrag(view, at);
+    if (kind_ == Kind::Rotate && !MayTurn(view)) {
+      Host().Refuse(view, "A turn changes both axes of the view, and one of them is limited");
+    } else {
+      BeginDrag(view, at);
+    }
     return;
   }
   kind_ = Kind::Move;
@@ -55,10 +65,7 @@ GrabbedEdges BrushSelector::HandleAt(const MapView& view, Pixel at) const {
   const Bounds bounds = SelectionBounds(view.map);
   if (bounds.IsEmpty()) return {};
   const GrabbedEdges edges = GrabAt(bounds, view.transform, at);
-  if (mode_ != HandleMode::Rotate) return edges;
-  // A turn changes both axes of the view.
-  const DragRules rules = RulesOf(view);
-  return edges.IsCorner() && rules.edits[0] && rules.edits[1] ? edges : GrabbedEdges{};
+  return mode_ == HandleMode::Rotate && !edges.IsCorner() ? GrabbedEdges{} : edges;
 }
 
 bool BrushSelector::Grab(MapView& view, Pixel at) {
@@ -92,7 +99,7 @@ ToolCursor BrushSelector::CursorAt(const MapView& view, Pixel at) const {
       if (grabbed.IsCorner()) return u == v ? ToolCursor::SizeRising : ToolCursor::SizeFalling;
       return v == 0 ? ToolCursor::SizeAcross : ToolCursor::SizeUpDown;
     case HandleMode::Rotate:
-      return ToolCursor::Turn;
+      return MayTurn(view) ? ToolCursor::Turn : ToolCursor::Refused;
     case HandleMode::Skew:
       return v != 0 ? ToolCursor::SizeAcross : ToolCursor::SizeUpDown;
   }
@@ -207,8 +214,9 @@ void BrushSelector::Drop(MapView& view, Pixel at) {
 EditResult BrushSelector::DropMove(MapView& view, Pixel at) {
   const Vec3 by = ToWorld(MoveTo(view, at).by, view);
   if (by == Vec3()) return EditResult::Done;
-  return Host().Keys().control ? DuplicateSelection(view.map, by, {})
-                               : MoveSelection(view.map, by, {});
+  const ArrangeOptions how = tools_.HowToArrange();
+  return Host().Keys().control ? DuplicateSelection(view.map, by, how)
+                               : MoveSelection(view.map, by, how);
 }
 
 EditResult BrushSelector::DropScale(MapView& view, Pixel at) {
@@ -220,7 +228,7 @@ EditResult BrushSelector::DropScale(MapView& view, Pixel at) {
     factors[axes[i]] = step.factors[i];
     if (grabbed_.edge[i] < 0) fixed[axes[i]] = bounds.maxs[axes[i]];
   }
-  return ScaleSelection(view.map, factors, fixed, {});
+  return ScaleSelection(view.map, factors, fixed, tools_.HowToArrange());
 }
 
 EditResult BrushSelector::DropRotate(MapView& view, Pixel at) {
@@ -228,14 +236,14 @@ EditResult BrushSelector::DropRotate(MapView& view, Pixel at) {
   centre[view.transform.orienu] = view.snapx;
   centre[view.transform.orienv] = view.snapy;
   return RotateSelection(view.map, view.transform.orienu, view.transform.orienv,
-                         -RotateTo(view, at).angle, centre, {});
+                         -RotateTo(view, at).angle, centre, tools_.HowToArrange());
 }
 
 EditResult BrushSelector::DropSkew(MapView& view, Pixel at) {
   const SkewGrab grab = GrabbedForSkew();
   const std::array<int, 2> axes{view.transform.orienu, view.transform.orienv};
   return SkewSelection(view.map, axes[grab.along], axes[1 - grab.along], grab.highEdge,
-                       SkewTo(view, at).amount, {});
+                       SkewTo(view, at).amount, tools_.HowToArrange());
 }
 
 }  // namespace ferrowand

@@ -37,9 +37,9 @@ const char* NameOf(PrimitiveKind kind) {
 bool PrimitiveTool::Prepare(PrimitiveKind kind) {
   const SideRange range = SidesOf(kind);
   if (range.most > 0) {
-    const std::optional<int> sides = Host().AskSides(NameOf(kind));
+    const std::optional<int> sides = Host().AskSides(kind);
     if (!sides) return false;
-    sides_ = std::clamp(*sides, range.least, range.most);
+    sides_ = *sides;
   }
   kind_ = kind;
   return true;

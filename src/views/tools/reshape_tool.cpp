@@ -138,7 +138,7 @@ void ReshapeTool::Drop(MapView& view, Pixel at) {
   std::vector<Reshaped> all = Reshape(view, by);
   if (by == Vec3() || all.empty()) return;
   if (!std::ranges::all_of(all, [](const Reshaped& r) { return r.result.has_value(); })) {
-    view.SetStatus(REFUSED);
+    Host().Refuse(view, REFUSED);
     return;
   }
   {

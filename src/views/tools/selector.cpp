@@ -195,8 +195,9 @@ void Selector::Drop(MapView& view, Pixel at) {
   if (view.map.selection.empty()) return;
   const Vec3 by = ToWorld(DragOffset(view, at), view);
   if (by == Vec3()) return;
-  Conclude(view, Host().Keys().control ? DuplicateSelection(view.map, by, {})
-                                       : MoveSelection(view.map, by, {}));
+  const ArrangeOptions how = tools_.HowToArrange();
+  Conclude(view, Host().Keys().control ? DuplicateSelection(view.map, by, how)
+                                       : MoveSelection(view.map, by, how));
 }
 
 void EntitySelector::MouseDown(MapView& view, Pixel at, int button) {
@@ -226,6 +227,7 @@ void EntitySelector::EditSelected(MapView& view) {
   } else if (report.Show("Ferrowand asks", "Cannot edit multiple entities. Group then edit?",
                          Buttons::YesNo, Icon::Question) == Answer::Yes) {
     Group(view);
+    if (view.map.selection.size() == 1) Host().EditProperties(*view.map.selection.front());
   }
 }
 

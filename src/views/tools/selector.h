@@ -53,13 +53,13 @@ class EntitySelector : public Selector {
   std::string Name() const override { return "Entity Selector"; }
   void MouseDown(MapView& view, Pixel at, int button) override;
   void MouseUp(MapView& view, Pixel at, int button) override;
+  // The properties of the selected object; several are grouped first, if the user wants that.
+  void EditSelected(MapView& view);
 
  protected:
   void Hover(MapView& view, Pixel at) override;
 
  private:
-  void EditSelected(MapView& view);
-
   bool rightPressed_ = false;
 };
 

@@ -158,7 +158,7 @@ void ToolBase::Show(MapView& view, std::vector<PreviewShape> shapes, const std::
 
 void ToolBase::Conclude(MapView& view, EditResult result) {
   if (result != EditResult::Done) {
-    view.SetStatus(Reason(result));
+    Host().Refuse(view, Reason(result));
     return;
   }
   RepaintViews(view.map);

@@ -42,6 +42,7 @@ class ToolBase : public Tool {
   bool Key(MapView& view, char c) override;
   void Group(MapView& view) override;
   void DrawOverlay(MapView& view, Canvas& canvas) override;
+  bool IsDragging() const override { return press_[0] != NO_PRESS; }
   bool HasPreview() const override { return preview_.IsShown(); }
   void Cancel() override;
 
@@ -56,7 +57,6 @@ class ToolBase : public Tool {
 
   void BeginDrag(MapView& view, Pixel at);
   void EndDrag();
-  bool IsDragging() const { return press_[0] != NO_PRESS; }
   // From where the drag has begun to the cursor.
   PixelRect BandTo(Pixel at) const;
 

@@ -14,6 +14,7 @@ class Map;
 class MapView;
 class Reporter;
 class entity;
+enum class PrimitiveKind;
 
 struct HeldKeys {
   bool control = false;
@@ -53,8 +54,8 @@ class ToolHost {
   // the menu took the release of the button that opened it.
   virtual bool TrackPopup(MapView& view, Pixel at, ToolPopup which) = 0;
   virtual void EditProperties(entity& e) = 0;
-  // Of a round primitive; nothing when the user thought better of it.
-  virtual std::optional<int> AskSides(const std::string& name) = 0;
+  // Of a round primitive, within what SidesOf allows; nothing when the user thought better of it.
+  virtual std::optional<int> AskSides(PrimitiveKind kind) = 0;
   // Of new faces.
   virtual std::string CurrentTexture(Map& map) = 0;
 
@@ -65,6 +66,8 @@ class ToolHost {
   // The current tool is another one.
   virtual void ToolChanged() = 0;
 
+  // Why a drag has changed nothing, in the view where it was made, so that it is noticed.
+  virtual void Refuse(MapView& view, const std::string& why) = 0;
   virtual Reporter& Report() = 0;
 };
 

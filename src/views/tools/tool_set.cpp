@@ -35,20 +35,14 @@ void ToolSet::StartRectangle(Selector& from, MapView& view, Pixel at) {
   rectangle_.Start(from, view, at);
 }
 
-bool ToolSet::IsAxisLimited(const Map& map, int axis) const {
-  return std::ranges::any_of(views_.ViewsOf(map), [&](const MapView* view) {
-    return axis != view->transform.DepthAxis() && !(view->axismask >> axis & 1);
-  });
+void ToolSet::ToggleAxisLimit(int axis) {
+  limitedAxes_ = static_cast<std::uint8_t>(limitedAxes_ ^ 1 << axis);
+  for (MapView* view : views_.Views()) LimitAxes(*view);
 }
 
-void ToolSet::ToggleAxisLimit(const Map& map, int axis) {
-  const bool limit = !IsAxisLimited(map, axis);
-  for (MapView* view : views_.ViewsOf(map)) {
-    if (axis == view->transform.DepthAxis()) continue;
-    const int bit = 1 << axis;
-    view->axismask =
-        static_cast<std::uint8_t>(limit ? view->axismask & ~bit : view->axismask | bit);
-  }
+void ToolSet::LimitAxes(MapView& view) const {
+  const int depth = 1 << view.transform.DepthAxis();
+  view.axismask = static_cast<std::uint8_t>(7 & ~depth & ~limitedAxes_);
 }
 
 }  // namespace ferrowand

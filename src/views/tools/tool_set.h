@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "document/edit/arrange.h"
 #include "document/edit/selection.h"
 #include "shell/services/options.h"
 #include "views/map_view.h"
@@ -42,13 +43,17 @@ class ToolSet {
   void StartRectangle(Selector& from, MapView& view, Pixel at);
   void ReturnTo(Tool& tool) { current_ = &tool; }
 
-  // Whether the views of a map may change an axis: 0 X, 1 Y, 2 Z.
-  bool IsAxisLimited(const Map& map, int axis) const;
-  void ToggleAxisLimit(const Map& map, int axis);
+  // The axes that no drag may change: bit 0 X, 1 Y, 2 Z.
+  std::uint8_t LimitedAxes() const { return limitedAxes_; }
+  void ToggleAxisLimit(int axis);
+  // For a view that has been opened or turned.
+  void LimitAxes(MapView& view) const;
 
   ToolHost& Host() const { return host_; }
   ViewList& Views() const { return views_; }
   const Options& GetOptions() const { return options_; }
+  // As the user wants textures to be treated. No axes are limited: drags see to that themselves.
+  ArrangeOptions HowToArrange() const { return {.textureLock = options_.textureLock != 0}; }
 
   BoxRule boxRule = BoxRule::Partial;  // of the rubber band
 
@@ -58,8 +63,8 @@ class ToolSet {
   const Options& options_;
 
  public:
-  EntitySelector entitySelector{*this};
   BrushSelector brushSelector{*this};
+  EntitySelector entitySelector{*this};  // the second one is the current one at first
   BrushTool brushTool{*this};
   MultiSelector multiSelector{*this};
   VertexTool vertexTool{*this};
@@ -67,6 +72,7 @@ class ToolSet {
 
  private:
   RectangleSelector rectangle_{*this};
+  std::uint8_t limitedAxes_ = 0;
   std::vector<Tool*> cycle_;
   Tool* current_ = &entitySelector;
 };

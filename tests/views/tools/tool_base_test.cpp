@@ -142,8 +142,8 @@ TEST_F(ToolBaseTest, AnAxisThatTheViewDoesNotEditStaysInEveryKindOfDrag) {
   grips.resize(7);  // those that change the cube
   const Bounds before = Cube().GetBounds();
   for (const int axis : {0, 1}) {
-    tools.ToggleAxisLimit(map, axis);
-    EXPECT_TRUE(tools.IsAxisLimited(map, axis));
+    tools.ToggleAxisLimit(axis);
+    EXPECT_EQ(tools.LimitedAxes(), 1 << axis);
     int changed = 0;
     for (const Grip& grip : grips) {
       const std::size_t steps = map.undo.StepCount();
@@ -154,10 +154,17 @@ TEST_F(ToolBaseTest, AnAxisThatTheViewDoesNotEditStaysInEveryKindOfDrag) {
       EXPECT_EQ(after.maxs[axis], before.maxs[axis]) << grip.name;
       changed += after != before;
       if (map.undo.StepCount() > steps) map.undo.Undo();
+      const bool isTurn = grip.name == std::string("turn");
+      EXPECT_EQ(Status().starts_with("A turn changes both axes"), isTurn) << grip.name;
     }
     // Not a turn; the skew goes along the first axis, the face along the second.
     EXPECT_EQ(changed, 5) << axis;
-    tools.ToggleAxisLimit(map, axis);
+    MapView later{small.map, window, list, options, tools.Current()};
+    later.SetOrientation(Orientation::Front);
+    tools.LimitAxes(later);
+    EXPECT_EQ(later.axismask, axis == 0 ? 4 : 5);
+    tools.ToggleAxisLimit(axis);
+    EXPECT_EQ(later.axismask, 5);
   }
 }
 

@@ -50,11 +50,12 @@ class FakeToolHost : public ToolHost {
     return popupTakesRelease;
   }
   void EditProperties(entity& e) override { edited.push_back(&e); }
-  std::optional<int> AskSides(const std::string&) override { return sides; }
+  std::optional<int> AskSides(PrimitiveKind) override { return sides; }
   std::string CurrentTexture(Map&) override { return "wall"; }
   void MapChanged(Map&) override { ++changes; }
   void SelectionChanged(Map&) override { ++selections; }
   void ToolChanged() override { ++toolChanges; }
+  void Refuse(MapView& view, const std::string& why) override { view.SetStatus(why); }
   Reporter& Report() override { return reporter_; }
 
  private:
