@@ -3,12 +3,37 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
+#include <vector>
+
 #include "platform/system.h"
 #include "shell/ui/app.h"
 #include "shell/ui/resource.h"
 #include "shell/ui/shortcut.h"
 
 namespace ferrowand {
+namespace {
+
+BYTE HeldModifiers() {
+  const auto flag = [](int key, BYTE held) { return GetKeyState(key) < 0 ? held : BYTE{}; };
+  return flag(VK_SHIFT, FSHIFT) | flag(VK_CONTROL, FCONTROL) | flag(VK_MENU, FALT);
+}
+
+// What the accelerator table gives for the message; 0 for nothing.
+unsigned CommandOfKey(HACCEL table, const MSG& message) {
+  const bool isKey = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
+  if (!isKey && message.message != WM_CHAR) return 0;
+  std::vector<ACCEL> entries(static_cast<std::size_t>(CopyAcceleratorTableA(table, nullptr, 0)));
+  CopyAcceleratorTableA(table, entries.data(), static_cast<int>(entries.size()));
+  const BYTE flags = isKey ? FVIRTKEY | HeldModifiers() : 0;
+  constexpr BYTE ALL = FVIRTKEY | FSHIFT | FCONTROL | FALT;
+  const auto found = std::ranges::find_if(entries, [&](const ACCEL& entry) {
+    return entry.key == message.wParam && (entry.fVirt & ALL) == flags;
+  });
+  return found == entries.end() ? 0 : found->cmd;
+}
+
+}  // namespace
 
 App::App(HINSTANCE instance_, const Seams& seams)
     : instance(instance_),
@@ -105,13 +130,10 @@ bool App::IsForAccelerators(const MSG& message) const {
   return CompareNoCase(name, "Edit") != 0;
 }
 
-// The system gives no commands while the mouse is captured: a drag makes way for them.
 bool App::TranslateKey(MSG& message) {
-  const HWND captured = tools.Current()->IsDragging() ? GetCapture() : nullptr;
-  if (captured) ReleaseCapture();
-  const bool isTaken = TranslateAcceleratorA(frame.Handle(), accelerators_, &message) != 0;
-  if (captured && tools.Current()->IsDragging()) SetCapture(captured);
-  return isTaken;
+  // The system gives no commands while the mouse is captured: a drag makes way for them.
+  if (tools.Current()->IsDragging() && IsAvailable(CommandOfKey(accelerators_, message))) EndDrag();
+  return TranslateAcceleratorA(frame.Handle(), accelerators_, &message) != 0;
 }
 
 void App::Dispatch(MSG& message) {
