@@ -98,6 +98,24 @@ inline constexpr char TWO_BRUSHES[] = R"({
 }
 )";
 
+// A key that is down for the life of the object, as the thread sees it.
+class HeldKey {
+ public:
+  explicit HeldKey(int key) : key_(static_cast<std::size_t>(key)) { Set(0x80); }
+  ~HeldKey() { Set(0); }
+  HeldKey(const HeldKey&) = delete;
+  HeldKey& operator=(const HeldKey&) = delete;
+
+ private:
+  void Set(BYTE state) const {
+    std::array<BYTE, 256> keys;
+    GetKeyboardState(keys.data());
+    keys[key_] = state;
+    SetKeyboardState(keys.data());
+  }
+  std::size_t key_;
+};
+
 class AppTest : public testing::Test {
  protected:
   AppTest() : settings(MakeMemorySettingsStore()) {
@@ -148,6 +166,12 @@ class AppTest : public testing::Test {
   // As a menu, an accelerator or a button would.
   void Give(unsigned id) { SendMessageA(app->frame.Handle(), WM_COMMAND, id, 0); }
   void Give(Command command) { Give(Id(command)); }
+  // Through the message loop, as from a keyboard.
+  void Type(HWND window, WPARAM key) {
+    PostMessageA(window, WM_KEYDOWN, key, 0);
+    app->Pump();
+  }
+  bool IsTicked(Command command) const { return app->IsChecked(Id(command)); }
 
   // For the life of the object, as the thread sees it.
   struct HeldKey {

@@ -1,5 +1,5 @@
 // Building with mouse and menu: from the messages of the windows to the documents.
-#include <array>
+#include <algorithm>
 #include <functional>
 
 #include "document/edit/clipboard.h"
@@ -37,13 +37,19 @@ class EditingTest : public AppTest {
     Give(Command::CreateCuboid);
     Drag(from, to);
   }
+  // The right button there, and that item of the menu.
+  void PopUp(unsigned item, const Vec3& at) {
+    dialogs.commands = {item};
+    Send(WM_RBUTTONDOWN, MK_RBUTTON, at);
+    Send(WM_RBUTTONUP, 0, at);
+  }
   std::string Text() const {
     TextWriter out;
     map->WriteExtended(out);
     return out.Text();
   }
   Bounds Selected() const { return SelectionBounds(*map); }
-  const std::string& LastMessage() const { return sink.messages.back().text; }
+  HWND Drawing() const { return static_cast<MapWindow&>(*app->ActiveWindow()).Drawing(); }
 
   void Send(UINT message, WPARAM keys, const Vec3& at) {
     auto& window = static_cast<MapWindow&>(*app->ActiveWindow());
@@ -60,7 +66,7 @@ TEST_F(EditingTest, ACuboidIsDrawnDraggedAndUndone) {
   MakeCuboid({0, 0, 0}, {128, 64, 0});
   ASSERT_EQ(map->selection.size(), 1u);
   EXPECT_EQ(Selected(), (Bounds{{0, 0, 0}, {128, 64, 64}}));
-  EXPECT_TRUE(app->IsChecked(Id(Command::ModeBrush))) << "one is made, then brushes are selected";
+  EXPECT_TRUE(IsTicked(Command::ModeBrush)) << "one is made, then brushes are selected";
 
   Give(Command::SelectNone);
   EXPECT_TRUE(map->selection.empty());
@@ -73,8 +79,10 @@ TEST_F(EditingTest, ACuboidIsDrawnDraggedAndUndone) {
   const std::string moved = Text();
   EXPECT_TRUE(map->modified);
 
+  map->modified = false;
   Give(Command::Undo);
   EXPECT_EQ(Text(), made);
+  EXPECT_TRUE(map->modified);
   Give(Command::Undo);
   EXPECT_EQ(Text(), empty);
   EXPECT_FALSE(app->IsAvailable(Id(Command::Undo)));
@@ -113,49 +121,173 @@ TEST_F(EditingTest, AGroupIsCopiedIntoAnotherMapThatOutlivesItsOwn) {
 TEST_F(EditingTest, WhatNeedsASelectionSaysSo) {
   StartNew();
   const std::string before = Text();
-  struct Row {
-    Command command;
-    const char* title;
-    const char* text;
-  };
-  constexpr char BRUSHES_FIRST[] = "Select one or more brushes first";
-  constexpr char SOMETHING_FIRST[] = "Select something that can be changed first";
-  for (const Row& row : {Row{Command::CsgSubtraction, "Cannot continue", BRUSHES_FIRST},
-                         Row{Command::CsgIntersection, "Cannot continued", BRUSHES_FIRST},
-                         Row{Command::Hollow, "Cannot continued", BRUSHES_FIRST},
-                         Row{Command::ScaleFlip, "Cannot continued", BRUSHES_FIRST},
-                         Row{Command::TouchUp, "Cannot continue", "Select some brushes first"},
-                         Row{Command::Clear, "Cannot continue", SOMETHING_FIRST},
-                         Row{Command::Cut, "Cannot continue", SOMETHING_FIRST},
-                         Row{Command::FlipX, "Cannot continue", SOMETHING_FIRST}}) {
+  const std::string brushes = ": Select one or more brushes first";
+  const std::string something = "Cannot continue: Select something that can be changed first";
+  const std::pair<Command, std::string> expected[] = {
+      {Command::CsgSubtraction, "Cannot continue" + brushes},
+      {Command::CsgIntersection, "Cannot continued" + brushes},
+      {Command::Hollow, "Cannot continued" + brushes},
+      {Command::ScaleFlip, "Cannot continued" + brushes},
+      {Command::TouchUp, "Cannot continue: Select some brushes first"},
+      {Command::Clear, something},
+      {Command::Cut, something},
+      {Command::FlipX, something},
+      {Command::OperateMatrix, something},
+      {Command::MultiDuplicate, something},
+      {Command::SaveGroup, something},
+      {Command::Paste, "Cannot continue: There is no map in this text"}};
+  for (const auto& [command, text] : expected) {
     sink.messages.clear();
-    Give(row.command);
-    ASSERT_EQ(sink.messages.size(), 1u) << row.text;
-    EXPECT_EQ(sink.messages[0].title, row.title);
-    EXPECT_EQ(sink.messages[0].text, row.text);
+    Give(command);
+    EXPECT_EQ(sink.Said(), std::vector{text});
   }
   EXPECT_EQ(Text(), before);
-  Give(Command::Paste);
-  EXPECT_EQ(LastMessage(), "There is no map in this text");
-  EXPECT_TRUE(dialogs.forms.empty()) << "asked in vain";
+  EXPECT_TRUE(dialogs.forms.empty() && dialogs.asked.empty()) << "asked in vain";
 }
 
-TEST_F(EditingTest, FormsAreAnsweredInTheOrderOfTheirFields) {
+TEST_F(EditingTest, FormsKeepWhatTheyRefuseAndAreOneStep) {
   StartNew();
   MakeCuboid({0, 0, 0}, {128, 128, 0});
-  dialogs.answers = {{"2", "0", "256", "0", "0", "0", "0"}, {"1", "2", "0.5"}, {"x"}, {"8"}};
-  Give(Command::MultiDuplicate);
-  EXPECT_EQ(map->selection.size(), 2u);
-  EXPECT_EQ(Selected(), (Bounds{{0, 256, 0}, {128, 640, 64}}));
-  Give(Command::ScaleFlip);
-  EXPECT_EQ(Selected(), (Bounds{{0, 64, 16}, {128, 832, 48}}));
-  Give(Command::Hollow);
-  EXPECT_EQ(LastMessage(), "The wall width must be an integer, and not equal to 0");
-  const std::string solid = Text();
-  Give(Command::Hollow);
-  EXPECT_EQ(map->selection.front()->getEntityList().size(), 6u);
+  constexpr char FLAT[] = "This would make the selection flat";
+  struct Row {
+    Command command;
+    FormValues refused;
+    std::string reason;
+    FormValues accepted;
+    Bounds selected;
+  };
+  const FormValues turn{"0", "0", "90", "1", "0", "0", "0", "1", "0", "0", "0", "1"};
+  const FormValues swap{"0", "0", "0", "0", "1", "0", "1", "0", "0", "0", "0", "1"};
+  const FormValues flat{"0", "0", "90", "1", "2", "3", "2", "4", "6", "0", "0", "1"};
+  const Row rows[] = {
+      {Command::MultiDuplicate,
+       {"0.5", "0", "256", "0", "0", "0", "0"},
+       "The number of copies must be a whole number from 1 to 50000",
+       {"2", "0", "256", "0", "0", "0", "0"},
+       {{0, 256, 0}, {128, 640, 64}}},
+      {Command::ScaleFlip,
+       {"1", "0", "1"},
+       FLAT,
+       {"1", "2", "-0.5"},
+       {{0, 64, 16}, {128, 832, 48}}},
+      {Command::OperateMatrix, flat, FLAT, turn, {{-320, 384, 16}, {448, 512, 48}}},
+      {Command::OperateMatrix, {"x"}, "\"x\" is not a number", swap, {{0, 64, 16}, {128, 832, 48}}},
+      {Command::Hollow,
+       {"x"},
+       "The wall width must be an integer, and not equal to 0",
+       {"-8"},
+       {{-8, 56, 8}, {136, 840, 56}}}};
+  std::vector<std::string> texts{Text()};
+  for (const Row& row : rows) {
+    sink.messages.clear();
+    dialogs.answers = {row.refused};
+    Give(row.command);
+    EXPECT_EQ(sink.OnlyText(), row.reason);
+    EXPECT_EQ(Text(), texts.back());
+    dialogs.answers = {row.refused, row.accepted};
+    Give(row.command);
+    EXPECT_EQ(Selected(), row.selected) << dialogs.forms.back().title;
+    texts.push_back(Text());
+  }
+  for (; !texts.empty(); texts.pop_back()) {
+    EXPECT_EQ(Text(), texts.back());
+    Give(Command::Undo);
+  }
+}
+
+TEST_F(EditingTest, SidesAreAskedForWithinTheirRangeAndRemembered) {
+  StartNew();
+  dialogs.answers = {{"2"}, {"x"}, {"6"}};
+  Give(Command::CreateColumn);
+  EXPECT_EQ(sink.messages.size(), 2u);
+  EXPECT_EQ(sink.messages[0].text, "The number of sides must be a whole number from 3 to 30");
+  Drag({0, 0, 0}, {128, 128, 0});
+  EXPECT_EQ(map->selection.at(0)->brush.getNumFaces(), 8);
+  Give(Command::CreateSphere);
+  EXPECT_EQ(dialogs.forms.back().rows[0].values[0], "6");
+  EXPECT_TRUE(IsTicked(Command::ModeBrush)) << "no answer, no tool";
+}
+
+TEST_F(EditingTest, TexturesFollowWhenTheyAreLockedAndElseStay) {
+  StartNew();
+  Give(Command::SnapToggle);
+  const std::pair<Command, FormValues> ways[] = {
+      {Command::ModeBrush, {}},  // a drag
+      {Command::FlipX, {}},
+      {Command::ScaleFlip, {"2", "2", "2"}},
+      {Command::OperateMatrix, {"0", "0", "90", "1", "0", "0", "0", "1", "0", "0", "0", "1"}},
+      {Command::MultiDuplicate, {"1", "5", "0", "0", "0", "0", "0"}}};
+  for (const bool locked : {false, true}) {
+    for (const auto& [command, answer] : ways) {
+      MakeCuboid({0, 0, 0}, {128, 64, 0});
+      dialogs.answers = {answer};
+      Give(command);
+      if (command == Command::ModeBrush) Drag({64, 32, 0}, {76, 44, 0});
+      EXPECT_NE(Selected(), (Bounds{{0, 0, 0}, {128, 64, 64}})) << Id(command);
+      const bool isPlain =
+          std::ranges::all_of(map->selection.at(0)->brush.Faces(), [](const Face& f) {
+            return f.xoff == 0 && f.yoff == 0 && f.rotation == 0 && f.xscale == 1 && f.yscale == 1;
+          });
+      EXPECT_EQ(isPlain, !locked) << Id(command);
+      Give(Command::Clear);
+    }
+    Give(Command::ToolTextureLock);
+  }
+}
+
+TEST_F(EditingTest, ADragEndsWithoutEffectBeforeAnythingElseIsDone) {
+  StartNew();
+  const std::string empty = Text();
+  MakeCuboid({0, 0, 0}, {64, 64, 0});
+  const std::string made = Text();
+  const auto pressControlAnd = [&](char key) {
+    const HeldKey control(VK_CONTROL);
+    Type(Drawing(), static_cast<WPARAM>(key));
+  };
+  struct Row {
+    std::function<void()> act;
+    bool ends;
+    std::string text;
+  };
+  const Row rows[] = {{[&] { SetCapture(app->frame.Handle()); }, true, made},
+                      {[&] { ReleaseCapture(); }, true, made},
+                      {[&] { SendMessageA(Drawing(), WM_CHAR, VK_ESCAPE, 0); }, true, made},
+                      {[&] { pressControlAnd('F'); }, false, ""},  // a grey command's
+                      {[&] { Give(Command::ToolTextureLock); }, true, made},
+                      {[&] { pressControlAnd('Z'); }, true, empty}};
+  for (const Row& row : rows) {
+    Press({32, 32, 0});
+    Move({160, 32, 0});
+    ASSERT_TRUE(app->tools.Current()->HasPreview());
+    row.act();
+    EXPECT_EQ(app->tools.Current()->HasPreview(), !row.ends);
+    EXPECT_EQ(GetCapture() == Drawing(), !row.ends);
+    Release({160, 32, 0});
+    if (row.ends) {
+      EXPECT_EQ(Text(), row.text);
+    } else {
+      EXPECT_NE(Text(), made) << "it went on to its end";
+      Give(Command::Undo);
+    }
+    ReleaseCapture();
+  }
+  Give(Command::Redo);
+  EXPECT_EQ(Text(), made);
+}
+
+TEST_F(EditingTest, AKeyInsertsWhatIsBoundToIt) {
+  StartNew();
+  EntityPtr torch = std::make_unique<entity>();
+  torch->SetKey("classname", "light");
+  torch->SetKey("light", "120");
+  app->boundEntities.items.push_back({'X', std::move(torch)});
+  const float scale = app->ActiveView()->transform.scaleu;
+  Type(Drawing(), 'X');
+  EXPECT_EQ(app->ActiveView()->transform.scaleu, scale) << "and is no character any more";
+  ASSERT_EQ(map->selection.size(), 1u);
+  EXPECT_STREQ(map->selection[0]->GetKey("light"), "120");
   Give(Command::Undo);
-  EXPECT_EQ(Text(), solid);
+  EXPECT_TRUE(map->selection.empty());
 }
 
 TEST_F(EditingTest, WhatComesFromAFileIsOneStep) {
@@ -212,11 +344,7 @@ TEST_F(EditingTest, ThePopupFlipsAlongItsOwnAxisAndTheKeyAlongX) {
   Drag({0, 0, 0}, {128, 64, 0});
   const std::string made = Text();
   const auto flipBy = [&](unsigned item) {
-    dialogs.commands = {item};
-    auto& window = static_cast<MapWindow&>(*app->ActiveWindow());
-    const Pixel at = window.View()->transform.ToScreen({32, 32, 0});
-    SendMessageA(window.Drawing(), WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(at.x, at.y));
-    SendMessageA(window.Drawing(), WM_RBUTTONUP, 0, MAKELPARAM(at.x, at.y));
+    PopUp(item, {32, 32, 0});
     const std::string flipped = Text();
     Give(Command::Undo);
     EXPECT_EQ(Text(), made);
@@ -228,30 +356,35 @@ TEST_F(EditingTest, ThePopupFlipsAlongItsOwnAxisAndTheKeyAlongX) {
   EXPECT_NE(y, z);
   Give(51793u);
   EXPECT_EQ(Text(), x);
-  EXPECT_TRUE(GetMenuState(app->Popup(ID_POPUP_SELECTION), 1011, MF_BYCOMMAND) & MF_GRAYED);
 }
 
-TEST_F(EditingTest, ADragEndsWithoutEffectWhenTheMouseIsTakenOrEscapeIsTyped) {
+TEST_F(EditingTest, ThePopupGreysWhatIsNotThereAndPropertiesOfSeveralGroupsThem) {
   StartNew();
+  const auto greys = [&](const Vec3& at) {
+    PopUp(0, at);
+    std::string items;
+    for (UINT i = 0; i < 12; ++i) {
+      const UINT state = GetMenuState(app->Popup(ID_POPUP_SELECTION), 1000 + i, MF_BYCOMMAND);
+      items += state & MF_GRAYED ? '-' : '+';
+    }
+    return items;
+  };
   MakeCuboid({0, 0, 0}, {64, 64, 0});
-  const std::string made = Text();
-  const HWND drawing = static_cast<MapWindow&>(*app->ActiveWindow()).Drawing();
-  const std::function<void()> interruptions[] = {[&] { SetCapture(app->frame.Handle()); },
-                                                 [&] { ReleaseCapture(); },
-                                                 [&] { SendMessageA(drawing, WM_CHAR, 27, 0); }};
-  for (const auto& interrupt : interruptions) {
-    Press({32, 32, 0});
-    Move({160, 32, 0});
-    ASSERT_TRUE(app->tools.Current()->HasPreview());
-    interrupt();
-    EXPECT_FALSE(app->tools.Current()->HasPreview());
-    EXPECT_NE(GetCapture(), drawing);
-    Release({160, 32, 0});
-    EXPECT_EQ(Text(), made);
-    ReleaseCapture();
-  }
-  Drag({32, 32, 0}, {96, 32, 0});
-  EXPECT_NE(Text(), made);
+  EXPECT_EQ(greys({32, 32, 0}), "+++++++++++-") << "no window has the properties of one yet";
+  EXPECT_EQ(greys({500, 500, 0}), "-----+------");
+  MakeCuboid({128, 0, 0}, {192, 64, 0});
+  const HeldKey control(VK_CONTROL);
+  Click({32, 32, 0});
+  ASSERT_EQ(map->selection.size(), 2u);
+  EXPECT_EQ(greys({32, 32, 0}), "++++++++++++");
+  PopUp(1011, {32, 32, 0});
+  EXPECT_EQ(map->selection.size(), 2u) << "no";
+  sink.answers = {Answer::Yes};
+  PostMessageA(Drawing(), WM_SYSKEYDOWN, VK_RETURN, 1 << 29);
+  app->Pump();
+  EXPECT_EQ(map->selection.size(), 1u);
+  EXPECT_EQ(sink.Said(), std::vector<std::string>(
+                             2, "Ferrowand asks: Cannot edit multiple entities. Group then edit?"));
 }
 
 TEST_F(EditingTest, HandlesHaveCursorsAndTouchUpItsPopup) {
@@ -278,21 +411,23 @@ TEST_F(EditingTest, HandlesHaveCursorsAndTouchUpItsPopup) {
 
 TEST_F(EditingTest, ModesAndLimitsAreTicked) {
   StartNew();
-  const auto isTicked = [&](Command command) { return app->IsChecked(Id(command)); };
-  EXPECT_TRUE(isTicked(Command::ModeEntity));
+  EXPECT_TRUE(IsTicked(Command::ModeEntity));
   Give(Command::SelectNext);
-  EXPECT_TRUE(isTicked(Command::ModeBrush));
-  EXPECT_FALSE(isTicked(Command::ModeEntity));
+  EXPECT_TRUE(IsTicked(Command::ModeBrush));
+  EXPECT_FALSE(IsTicked(Command::ModeEntity));
   Give(Command::SelectFull);
-  EXPECT_TRUE(isTicked(Command::SelectFull));
-  EXPECT_FALSE(isTicked(Command::SelectPartial));
+  EXPECT_TRUE(IsTicked(Command::SelectFull));
+  EXPECT_FALSE(IsTicked(Command::SelectPartial));
   Give(Command::ToolLimitX);
-  EXPECT_TRUE(isTicked(Command::ToolLimitX));
-  EXPECT_FALSE(isTicked(Command::ToolLimitY));
+  EXPECT_TRUE(IsTicked(Command::ToolLimitX));
+  EXPECT_FALSE(IsTicked(Command::ToolLimitY));
   MakeCuboid({0, 0, 0}, {64, 64, 0});
   Give(Command::ModeEntity);
   Drag({32, 32, 0}, {160, 160, 0});
   EXPECT_EQ(Selected(), (Bounds{{0, 128, 0}, {64, 192, 64}}));
+  dialogs.answers = {{"1", "64", "0", "0", "0", "0", "0"}};
+  Give(Command::MultiDuplicate);
+  EXPECT_EQ(Selected(), (Bounds{{64, 128, 0}, {128, 192, 64}})) << "numbers are not limited";
   EXPECT_FALSE(app->IsAvailable(Id(Command::FaceEdit))) << "no room has it yet";
 }
 

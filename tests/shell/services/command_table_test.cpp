@@ -38,40 +38,42 @@ TEST(CommandTable, TicksFollowTheActiveViewAndTheOptions) {
   Options options;
   CommandFacts facts;
   facts.options = &options;
-  const auto isTicked = [&](Command command) { return FindCommand(Id(command))->checked(facts); };
   facts.grid = true;
   facts.mapMode = 2;
-  EXPECT_FALSE(isTicked(Command::GridToggle)) << "no map, no grid";
-  EXPECT_FALSE(isTicked(Command::ModeHeights));
+  facts.limitedAxes = 4;
+  const auto ticked = [&] {
+    std::set<Command> commands;
+    for (const auto rows : {MainMenuCommands(), OtherCommands()}) {
+      for (const CommandRow& row : rows) {
+        if (row.checked && row.checked(facts)) commands.insert(row.command);
+      }
+    }
+    return commands;
+  };
+  using Commands = std::set<Command>;
+  const Commands ofOptions{Command::RenderPointEntities, Command::ShowToolbar, Command::ToolLimitZ};
+  EXPECT_EQ(ticked(), ofOptions) << "no map, no grid";
   facts.hasMap = facts.hasView = true;
-  EXPECT_TRUE(isTicked(Command::GridToggle));
-  EXPECT_FALSE(isTicked(Command::SnapToggle));
-  EXPECT_TRUE(isTicked(Command::ModeHeights));
-  EXPECT_FALSE(isTicked(Command::ModeNormal));
-  EXPECT_FALSE(isTicked(Command::DrawClassnames));
-  options.entityNames = 1;
-  EXPECT_TRUE(isTicked(Command::DrawClassnames));
+  options = {};
+  options.renderPointEntities = options.showToolbar = 0;
+  options.entityNames = options.textureLock = 1;
+  EXPECT_EQ(ticked(),
+            (Commands{Command::GridToggle, Command::ModeHeights, Command::SelectPartial,
+                      Command::DrawClassnames, Command::ToolTextureLock, Command::ToolLimitZ}));
 }
 
-TEST(CommandTable, NoNumberMeansTwoCommands) {
+TEST(CommandTable, ANumberMeansOneCommandAndARangeOneToo) {
   std::set<unsigned> ids;
   for (const auto rows : {MainMenuCommands(), OtherCommands()}) {
     for (const CommandRow& row : rows) EXPECT_TRUE(ids.insert(Id(row.command)).second) << row.text;
   }
-}
-
-TEST(CommandTable, RangesAreFoundByAnyOfTheirNumbers) {
-  const auto commandOf = [](unsigned id) {
+  const std::pair<unsigned, unsigned> found[] = {{10007, 10000}, {10008, 0},     {10105, 10100},
+                                                 {10106, 0},     {10250, 10200}, {51745, 51745},
+                                                 {0, 0}};
+  for (const auto& [id, command] : found) {
     const CommandRow* row = FindCommand(id);
-    return row ? Id(row->command) : 0;
-  };
-  EXPECT_EQ(commandOf(10007), 10000u);
-  EXPECT_EQ(commandOf(10008), 0u);
-  EXPECT_EQ(commandOf(10105), 10100u);
-  EXPECT_EQ(commandOf(10106), 0u);
-  EXPECT_EQ(commandOf(10250), 10200u);
-  EXPECT_EQ(commandOf(51745), 51745u);
-  EXPECT_EQ(commandOf(0), 0u);
+    EXPECT_EQ(row ? Id(row->command) : 0, command) << id;
+  }
 }
 
 TEST(CommandTable, RecentMapsAreOnlyAvailableWhereThereIsOne) {

@@ -26,17 +26,16 @@ class FirstRun : public testing::Test {
   int shortcuts = 0;
 };
 
+constexpr char WELCOME[] =
+    "Ferrowand: Either this is the first time you have run Ferrowand or the installation seems to "
+    "have been corrupted, in which case it might be worthwhile reinstalling. Either way, you will "
+    "need to set your Quake directory in File/Options";
+constexpr char ASK_SHORTCUT[] = "Ferrowand: Create shortcut to Ferrowand in Start menu?";
+
 TEST_F(FirstRun, ANewUserIsGreetedAskedAndGetsTheAssociation) {
   Run();
-  ASSERT_EQ(recorder.messages.size(), 2u);
-  EXPECT_EQ(recorder.messages[0].title, "Ferrowand");
-  EXPECT_EQ(recorder.messages[0].text,
-            "Either this is the first time you have run Ferrowand or the installation seems to "
-            "have been corrupted, in which case it might be worthwhile reinstalling. Either way, "
-            "you will need to set your Quake directory in File/Options");
-  EXPECT_EQ(recorder.messages[1].title, "Ferrowand");
-  EXPECT_EQ(recorder.messages[1].text, "Create shortcut to Ferrowand in Start menu?");
-  EXPECT_EQ(recorder.messages[1].buttons, Buttons::YesNo);
+  EXPECT_EQ(recorder.Said(), (std::vector<std::string>{WELCOME, ASK_SHORTCUT}));
+  EXPECT_EQ(recorder.messages.back().buttons, Buttons::YesNo);
   EXPECT_EQ(shortcuts, 0);
   EXPECT_EQ(Default(".xmp"), "Ferrowand.Document");
   EXPECT_EQ(Default("Ferrowand.Document"), "Extended Map");
@@ -45,25 +44,18 @@ TEST_F(FirstRun, ANewUserIsGreetedAskedAndGetsTheAssociation) {
   EXPECT_FALSE(store->OpenSettings()) << "the settings are first made by the save at the end";
 }
 
-TEST_F(FirstRun, YesMakesTheShortcut) {
+TEST_F(FirstRun, YesMakesTheShortcutAndAnOlderAssociationIsKeptAndReported) {
+  store->FileTypes()->Create(".xmp").key->WriteString("", "Other.Document");
+  store->FileTypes()->Create("Ferrowand.Document");
   recorder.answers = {Answer::Ok, Answer::Yes};
   Run();
   EXPECT_EQ(shortcuts, 1);
-}
-
-TEST_F(FirstRun, AnOlderAssociationIsKeptAndReportedAsAFailure) {
-  store->FileTypes()->Create(".xmp").key->WriteString("", "Other.Document");
-  store->FileTypes()->Create("Ferrowand.Document");
-  Run();
-  ASSERT_EQ(recorder.messages.size(), 4u);
-  EXPECT_EQ(recorder.messages[2].title, "Error");
-  EXPECT_EQ(recorder.messages[2].text,
-            "Cannot create file association information! This means .xmp files will not load up "
-            "Ferrowand when you double click them.");
-  EXPECT_EQ(recorder.messages[3].title, "Error");
-  EXPECT_EQ(recorder.messages[3].text,
-            "Cannot complete creation of file association information! This means .xmp files will "
-            "not load up Ferrowand when you double click them.");
+  constexpr char END[] =
+      " file association information! This means .xmp files will not load up Ferrowand when you "
+      "double click them.";
+  EXPECT_EQ(recorder.Said(), (std::vector<std::string>{
+                                 WELCOME, ASK_SHORTCUT, std::string("Error: Cannot create") + END,
+                                 std::string("Error: Cannot complete creation of") + END}));
   EXPECT_EQ(Default(".xmp"), "Other.Document");
   EXPECT_EQ(Default("Ferrowand.Document"), "(no value)");
   EXPECT_EQ(Default("Ferrowand.Document\\DefaultIcon"), "(no key)");

@@ -57,5 +57,13 @@ TEST(NumberText, FloatsBeyondTheirRangeStayFinite) {
   for (const auto& c : cases) EXPECT_EQ(ParseFloat(c.text), c.value) << c.text;
 }
 
+TEST(NumberText, WhatIsTypedIsANumberOrNothing) {
+  for (const char* text : {"", " ", "x", "1x", "1,5", "+-1", "0x10", "nan", "inf", "1e39", "1 2"}) {
+    EXPECT_FALSE(ReadNumber(text)) << text;
+  }
+  EXPECT_EQ(ReadNumber(" +1.5e1\t"), 15);
+  EXPECT_EQ(ReadNumber("-.25"), -0.25);
+}
+
 }  // namespace
 }  // namespace ferrowand

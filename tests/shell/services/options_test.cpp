@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <sstream>
+#include <string>
 
 #include "platform/settings_store.h"
 #include "platform/system.h"
@@ -47,27 +48,24 @@ TEST_F(OptionsTest, AnEmptyStoreGivesTheDefaultsUntilTheFirstSave) {
   EXPECT_TRUE(options.Load(*store, reporter));
 }
 
-// Of a text like "name=value;name=value;".
-std::vector<std::pair<std::string, std::string>> PairsIn(const std::string& text) {
-  std::vector<std::pair<std::string, std::string>> pairs;
-  std::istringstream items(text);
-  for (std::string item; std::getline(items, item, ';');) {
-    const std::size_t equals = item.find('=');
-    pairs.emplace_back(item.substr(0, equals), item.substr(equals + 1));
-  }
-  return pairs;
-}
-
 TEST_F(OptionsTest, AFirstSaveWritesEveryDefaultUnderItsName) {
   Options().Save(*store, reporter);
   const auto key = store->OpenSettings();
-  // Name and value; the size of the cache depends on the machine.
-  const std::string texts =
+  const auto each = [](const std::string& entries, const auto& check) {
+    std::istringstream in(entries);
+    for (std::string name, value; std::getline(in, name, '=') && std::getline(in, value, ';');) {
+      check(name, value);
+    }
+  };
+  each(
       "Gamma Red=1;Gamma Green=1;Gamma Blue=1;Default WAD=quake.wad;Default QC=ents.qc;"
       "Quake directory=c:\\quake;Quake executable=quake.exe;Default entity=light;QBSP params=;"
       "LIGHT params=;VIS params=;QUAKE params=;Groups Directory=groups;Version String=1.01;"
-      "Previous0=;Previous5=;PreviousGroup0=;PreviousGroup7=;";
-  const std::string numbers =
+      "Previous0=;Previous5=;PreviousGroup0=;PreviousGroup7=;",
+      [&](const std::string& name, const std::string& value) {
+        EXPECT_EQ(key->ReadString(name), value) << name;
+      });
+  each(
       "Undo Levels=30;1x1Mip type=1;Smart Selection=1;Find flags=0;QBSP flags=721;VIS level=4;"
       "Compile Threds=0;Use Direct3D=1;Use hardware=0;Show Toolbar=1;Default WorldType=0;"
       "Default Sounds=0;Dither 3D=0;Force Entity Links=0;Back Clip=5000;"
@@ -75,12 +73,12 @@ TEST_F(OptionsTest, AFirstSaveWritesEveryDefaultUnderItsName) {
       "Track Mouse=1;Max Texture Size=65536;Camera Move Method=0;Export Only One Wad=0;"
       "Right Tray Size=60;Black Back=0;Entity Names=0;Quake Lighting Flags=3;Swap Joy Pitch=0;"
       "Draw Light Radius=0;Largeness=0;Draw Templates=0;Small Captions=0;No Texture Captions=0;"
-      "Key00=38;Key01=38;Key10=40;Key20=37;Key30=39;Key40=87;Key50=83;Key60=90;Key70=88;"
-      "Key80=16;Key90=17;Key100=86;Key110=66;Key120=36;Key130=35;Key131=35;";
-  for (const auto& [name, value] : PairsIn(texts)) EXPECT_EQ(key->ReadString(name), value) << name;
-  for (const auto& [name, value] : PairsIn(numbers)) {
-    EXPECT_EQ(std::to_string(key->ReadNumber(name).value_or(~0u)), value) << name;
-  }
+      "Texture Lock=0;Rotation Step=15;Key00=38;Key01=38;Key10=40;Key20=37;Key30=39;Key40=87;"
+      "Key50=83;Key60=90;Key70=88;Key80=16;Key90=17;Key100=86;Key110=66;Key120=36;Key130=35;"
+      "Key131=35;",
+      [&](const std::string& name, const std::string& value) {
+        EXPECT_EQ(key->ReadNumber(name), static_cast<unsigned>(std::stoi(value))) << name;
+      });
   EXPECT_EQ(key->ReadNumber("Texture Cache"), DefaultTextureCache(PhysicalMemoryBytes()));
   EXPECT_EQ(key->ReadString("Previous6"), std::nullopt);
   EXPECT_EQ(key->ReadString("PreviousGroup8"), std::nullopt);
@@ -119,6 +117,7 @@ TEST_F(OptionsTest, ImpossibleValuesAreRepaired) {
     key.WriteNumber("Right Tray Size", 5);
     key.WriteNumber("Back Clip", 0);
     key.WriteNumber("Texture Cache", 65536);  // 0 in the 16 bits that are kept
+    key.WriteNumber("Rotation Step", 181);
     key.WriteString("Gamma Red", "0.01");
     key.WriteString("Gamma Green", "250");
     key.WriteString("Gamma Blue", "nonsense");
@@ -126,6 +125,7 @@ TEST_F(OptionsTest, ImpossibleValuesAreRepaired) {
   EXPECT_EQ(options.undoLevels, 10);
   EXPECT_EQ(options.rightTraySize, 10);
   EXPECT_EQ(options.backClip, 5000u);
+  EXPECT_EQ(options.rotationStep, 15);
   EXPECT_EQ(options.textureCache, DefaultTextureCache(PhysicalMemoryBytes()));
   EXPECT_EQ(options.gammaRed, 0.1f);
   EXPECT_EQ(options.gammaGreen, 100.0f);
