@@ -277,7 +277,7 @@ TEST_F(EditingTest, ADragEndsWithoutEffectBeforeAnythingElseIsDone) {
 
 TEST_F(EditingTest, AKeyInsertsWhatIsBoundToIt) {
   StartNew();
-  EntityPtr torch = std::make_unique<entity>();
+  EntityPtr torch = std::make_unique<entity>(*map->classSet);
   torch->SetKey("classname", "light");
   torch->SetKey("light", "120");
   app->boundEntities.items.push_back({'X', std::move(torch)});

@@ -18,6 +18,7 @@ class MapFilesTest : public AppTest {
 
   void Quit() { SendMessageA(app->frame.Handle(), WM_CLOSE, 0, 0); }
   bool Running() const { return app->frame.Handle() != nullptr; }
+  using Texts = std::vector<std::string>;
 };
 
 TEST_F(MapFilesTest, SaveAsWritesEitherFormatByTheName) {
@@ -110,9 +111,7 @@ TEST_F(MapFilesTest, ClosingAMapClosesItsWindowsAndNoOthers) {
   OpenTwoBrushes();
   app->NewMap();
   Give(Command::FileClose);
-  ASSERT_EQ(sink.messages.size(), 1u);
-  EXPECT_EQ(sink.messages[0].title, "Close Map?");
-  EXPECT_EQ(sink.messages[0].text, "Are you sure you want to close this map?");
+  EXPECT_EQ(sink.Said(), Texts{"Close Map?: Are you sure you want to close this map?"});
   EXPECT_EQ(app->windows.size(), 6u);
   sink.answers = {Answer::Yes};
   Give(Command::FileClose);
@@ -121,32 +120,27 @@ TEST_F(MapFilesTest, ClosingAMapClosesItsWindowsAndNoOthers) {
   EXPECT_EQ(app->windows.size(), 3u);
 }
 
-TEST_F(MapFilesTest, QuittingAsksForEveryModifiedMap) {
+TEST_F(MapFilesTest, QuittingAsksForEveryModifiedMapAndStaysOnACancel) {
   OpenTwoBrushes().modified = true;
   app->NewMap();
   app->NewMap().modified = true;
-  sink.answers = {Answer::No, Answer::Cancel};
-  Quit();
-  ASSERT_EQ(sink.messages.size(), 2u);
-  EXPECT_EQ(sink.messages[0].title, "Continue?");
-  EXPECT_EQ(sink.messages[0].text,
-            "Map Two boxes has been modified and not saved. Save before quitting?");
-  EXPECT_TRUE(Running());
-  sink.answers = {Answer::No, Answer::No};
-  Quit();
-  EXPECT_FALSE(Running());
-}
-
-TEST_F(MapFilesTest, YesToTheQuitQuestionSavesOrStays) {
-  Map& map = app->NewMap();
-  map.modified = true;
-  sink.answers = {Answer::Yes};
-  Quit();
-  EXPECT_TRUE(Running()) << "no name was chosen";
-  sink.answers = {Answer::Yes};
-  dialogs.files = {dir.Path("last.xmp")};
-  Quit();
-  EXPECT_FALSE(Running());
+  const std::string end = " has been modified and not saved. Save before quitting?";
+  struct Row {
+    std::deque<Answer> answers;
+    std::deque<std::string> files;
+    bool runs;
+  };
+  for (const Row& row : {Row{{Answer::No, Answer::Cancel}, {}, true},
+                         Row{{Answer::No, Answer::Yes}, {}, true},  // but no name is chosen
+                         Row{{Answer::No, Answer::Yes}, {dir.Path("last.xmp")}, false}}) {
+    sink.messages.clear();
+    sink.answers = row.answers;
+    dialogs.files = row.files;
+    Quit();
+    EXPECT_EQ(sink.Said(),
+              (Texts{"Continue?: Map Two boxes" + end, "Continue?: Map Unnamed" + end}));
+    EXPECT_EQ(Running(), row.runs);
+  }
   EXPECT_FALSE(dir.Read("last.xmp").empty());
 }
 

@@ -18,8 +18,11 @@ class MapWindowTest : public AppTest {
     top = &WindowOf(Orientation::Top);
     Activate(*top);
   }
-  void Type(char c) { SendMessageA(top->Drawing(), WM_CHAR, static_cast<WPARAM>(c), 0); }
-  void Scroll(UINT message, WORD request) { SendMessageA(top->Drawing(), message, request, 0); }
+  void TypeChar(char c) { Mouse(WM_CHAR, static_cast<WPARAM>(c)); }
+  // With the mouse, or whatever else says where.
+  void Mouse(UINT message, WPARAM keys, int x = 0, int y = 0) {
+    SendMessageA(top->Drawing(), message, keys, MAKELPARAM(x, y));
+  }
   std::string Zoom() const { return TextOf(*top, ID_ZOOM_TEXT); }
   // What stands on the screen.
   static COLORREF PixelOf(const MapWindow& window, int x, int y) {
@@ -32,7 +35,7 @@ class MapWindowTest : public AppTest {
   MapWindow* top = nullptr;
 };
 
-TEST_F(MapWindowTest, ANewMapOpensItsThreeViewsInQuarters) {
+TEST_F(MapWindowTest, ANewMapOpensItsThreeViewsInQuartersAroundTheOrigin) {
   StartNew();
   ASSERT_EQ(app->windows.size(), 3u);
   const PixelSize client = app->frame.ClientSize();
@@ -47,16 +50,14 @@ TEST_F(MapWindowTest, ANewMapOpensItsThreeViewsInQuarters) {
   EXPECT_EQ(placeOf(Orientation::Front), (PixelRect{0, h, w, h + h}));
   EXPECT_EQ(placeOf(Orientation::Side), (PixelRect{w, 0, w + w, h}));
   EXPECT_EQ(TextOf(WindowOf(Orientation::Side).Handle()), "YZView (Side): Unnamed");
-}
-
-TEST_F(MapWindowTest, ANewViewIsReadyAtAQuarterWithTheOriginInItsMiddle) {
-  StartNew();
   EXPECT_EQ(TextOf(*top, ID_MESSAGE_TEXT), "Ready");
   EXPECT_EQ(Zoom(), "(64x64)S25%");
-  const PixelSize area = top->DrawingArea();
   const Pixel centre = top->View()->transform.ToScreen({0, 0, 0});
-  EXPECT_NEAR(centre.x, area.width / 2, 1);
-  EXPECT_NEAR(centre.y, area.height / 2, 1);
+  EXPECT_NEAR(centre.x, top->DrawingArea().width / 2, 1);
+  EXPECT_NEAR(centre.y, top->DrawingArea().height / 2, 1);
+  char item[200] = "";
+  GetMenuStringA(GetMenu(app->frame.Handle()), ID_FIRST_CHILD + 2, item, sizeof item, MF_BYCOMMAND);
+  EXPECT_EQ(std::string(item), "&3 XYView (Top): Unnamed");
 }
 
 TEST_F(MapWindowTest, AnOpenedMapFillsItsViews) {
@@ -69,87 +70,80 @@ TEST_F(MapWindowTest, AnOpenedMapFillsItsViews) {
   }
 }
 
-TEST_F(MapWindowTest, KeysZoomAndSizeTheGrid) {
+TEST_F(MapWindowTest, KeysMenusAndButtonsReachEveryViewThatTheyAreFor) {
   StartNew();
-  struct Row {
-    char key;
-    const char* text;
-  };
-  for (const Row& row : {Row{'+', "(64x64)S50%"}, Row{'x', "(64x64)S25%"}, Row{'a', "(32x32)S25%"},
-                         Row{']', "(64x64)S25%"}, Row{'g', " 25%"}, Row{'g', "(64x64)S25%"}}) {
-    Type(row.key);
-    EXPECT_EQ(Zoom(), row.text) << row.key;
-  }
+  const MapWindow& side = WindowOf(Orientation::Side);
+  TypeChar('+');
+  EXPECT_EQ(Zoom(), "(64x64)S50%");
+  TypeChar('a');
+  EXPECT_EQ(Zoom(), "(32x32)S50%");
+  EXPECT_EQ(TextOf(side, ID_ZOOM_TEXT), "(64x64)S25%");
   for (int i = 0; i < 20; ++i) Give(Command::ZoomIn);
-  EXPECT_EQ(Zoom(), "(64x64)S6400%");
-}
-
-TEST_F(MapWindowTest, SwitchesActOnEveryViewOfTheMapAndAreTicked) {
-  StartNew();
+  EXPECT_EQ(Zoom(), "(32x32)S6400%");
   Give(Command::GridToggle);
   Give(Command::SnapToggle);
-  EXPECT_EQ(TextOf(WindowOf(Orientation::Side), ID_ZOOM_TEXT), " 25%");
-  EXPECT_FALSE(app->IsChecked(Id(Command::GridToggle)));
+  EXPECT_EQ(TextOf(side, ID_ZOOM_TEXT), " 25%");
+  EXPECT_FALSE(IsTicked(Command::GridToggle));
   SendDlgItemMessageA(top->Handle(), ID_GRID_SNAP_BUTTON, BM_CLICK, 0, 0);
-  EXPECT_EQ(TextOf(WindowOf(Orientation::Side), ID_ZOOM_TEXT), "(64x64)S25%");
-  EXPECT_TRUE(app->IsChecked(Id(Command::SnapToggle)));
+  EXPECT_EQ(TextOf(side, ID_ZOOM_TEXT), "(64x64)S25%");
+  EXPECT_TRUE(IsTicked(Command::SnapToggle));
 }
 
 TEST_F(MapWindowTest, ScrollBarsMoveThePictureAndStopAtTheWorldsEnd) {
   StartNew();
   const MapView& view = *top->View();
   const int u = view.transform.originu, v = view.transform.originv;
-  Scroll(WM_HSCROLL, SB_LINEDOWN);
+  Mouse(WM_HSCROLL, SB_LINEDOWN);
   EXPECT_EQ(view.transform.originu, u + 40);
-  Scroll(WM_VSCROLL, SB_PAGEUP);
+  Mouse(WM_VSCROLL, SB_PAGEUP);
   EXPECT_EQ(view.transform.originv, v + 400);
   EXPECT_EQ(GetScrollPos(top->Drawing(), SB_VERT), 10000 - v - 400);
-  for (int i = 0; i < 60; ++i) Scroll(WM_HSCROLL, SB_PAGEUP);
+  for (int i = 0; i < 60; ++i) Mouse(WM_HSCROLL, SB_PAGEUP);
   EXPECT_EQ(view.transform.originu, -10000);
   EXPECT_EQ(GetScrollPos(top->Drawing(), SB_HORZ), 0);
 }
 
-TEST_F(MapWindowTest, TheWheelScrollsAndWithControlZoomsAboutTheCursor) {
+TEST_F(MapWindowTest, WheelSpaceAndDMoveThePicture) {
   StartNew();
   const MapView& view = *top->View();
-  const int v = view.transform.originv;
-  SendMessageA(top->Drawing(), WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA), 0);
+  const int u = view.transform.originu, v = view.transform.originv;
+  Mouse(WM_MOUSEWHEEL, MAKEWPARAM(0, WHEEL_DELTA));
   EXPECT_EQ(view.transform.originv, v + 120);
   POINT at{100, 50};
   const int world = view.transform.ToWorldU(100);
   ClientToScreen(top->Drawing(), &at);
-  SendMessageA(top->Drawing(), WM_MOUSEWHEEL, MAKEWPARAM(MK_CONTROL, WHEEL_DELTA),
-               MAKELPARAM(at.x, at.y));
+  Mouse(WM_MOUSEWHEEL, MAKEWPARAM(MK_CONTROL, WHEEL_DELTA), at.x, at.y);
   EXPECT_EQ(Zoom(), "(64x64)S50%");
   EXPECT_EQ(view.transform.ToWorldU(100), world);
-}
-
-TEST_F(MapWindowTest, SpaceDragsTheMapAndDZooms) {
-  StartNew();
-  const MapView& view = *top->View();
-  const int u = view.transform.originu;
+  Mouse(WM_MOUSEWHEEL, MAKEWPARAM(MK_CONTROL, -WHEEL_DELTA), at.x, at.y);
+  EXPECT_EQ(view.transform.originu, u);
   {
     const HeldKey space(VK_SPACE);
-    SendMessageA(top->Drawing(), WM_MOUSEMOVE, 0, MAKELPARAM(100, 100));
-    SendMessageA(top->Drawing(), WM_MOUSEMOVE, 0, MAKELPARAM(110, 100));
+    Mouse(WM_MOUSEMOVE, 0, 100, 100);
+    Mouse(WM_MOUSEMOVE, 0, 110, 100);
     EXPECT_EQ(view.transform.originu, u - 40);
   }
-  SendMessageA(top->Drawing(), WM_KEYUP, VK_SPACE, 0);
+  Mouse(WM_KEYUP, VK_SPACE);
   EXPECT_EQ(view.panx, NO_PAN);
   const HeldKey d('D');
-  SendMessageA(top->Drawing(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(100, 100));
-  SendMessageA(top->Drawing(), WM_LBUTTONUP, 0, MAKELPARAM(100, 100));
+  Mouse(WM_LBUTTONDOWN, MK_LBUTTON, 100, 100);
+  Mouse(WM_LBUTTONUP, 0, 100, 100);
   EXPECT_EQ(Zoom(), "(64x64)S50%");
 }
 
-TEST_F(MapWindowTest, TheMouseShowsItsPlaceInTheWorld) {
+TEST_F(MapWindowTest, ARefusalStaysInSightUntilTheNextPress) {
   StartNew();
-  const Pixel origin = top->View()->transform.ToScreen({0, 0, 0});
-  SendMessageA(top->Drawing(), WM_MOUSEMOVE, 0, MAKELPARAM(origin.x + 16, origin.y - 8));
-  const MapView& view = *top->View();
-  EXPECT_EQ(TextOf(*top, ID_COORDINATES_TEXT),
-            Format("%ix%i", view.transform.ToWorldU(origin.x + 16),
-                   view.transform.ToWorldV(origin.y - 8)));
+  app->toolWindows.Refuse(*top->View(), "No");
+  top->View()->SetStatus("hovering");
+  EXPECT_EQ(TextOf(*top, ID_MESSAGE_TEXT), "No");
+  Mouse(WM_RBUTTONDOWN, MK_RBUTTON, 5, 5);
+  EXPECT_EQ(TextOf(*top, ID_MESSAGE_TEXT), "hovering");
+  app->toolWindows.Refuse(*top->View(), "Not again");
+  SendMessageA(top->Handle(), WM_TIMER, 1, 0);
+  EXPECT_EQ(TextOf(*top, ID_MESSAGE_TEXT), "hovering");
+  SendDlgItemMessageA(top->Handle(), ID_CONTROLS, BM_CLICK, 0, 0);
+  app->toolWindows.Refuse(*top->View(), "Nowhere to read it");
+  EXPECT_EQ(sink.Said(), std::vector<std::string>{"Cannot continue: Nowhere to read it"});
 }
 
 TEST_F(MapWindowTest, ControlsHideAndShowTheStatusBarAndBothScrollBars) {
@@ -190,16 +184,7 @@ TEST_F(MapWindowTest, TheStatusBarIsLowerWithSmallCaptions) {
   EXPECT_TRUE(GetWindowLongA(top->Handle(), GWL_EXSTYLE) & WS_EX_TOOLWINDOW);
 }
 
-TEST_F(MapWindowTest, ActivationBringsAViewToTheFrontOfTheList) {
-  StartNew();
-  const MapWindow& side = WindowOf(Orientation::Side);
-  Activate(side);
-  EXPECT_EQ(app->views.Views().front(), WindowOf(Orientation::Side).View());
-  EXPECT_EQ(app->ActiveView(), app->views.Views().front());
-  EXPECT_EQ(GetFocus(), side.Drawing());
-}
-
-TEST_F(MapWindowTest, TheMouseTakesTheFocusFromAnotherViewOnlyAsAnOption) {
+TEST_F(MapWindowTest, TheActiveViewIsTheFirstAndTheMouseActivatesAsAnOption) {
   StartNew();
   const MapWindow& side = WindowOf(Orientation::Side);
   SendMessageA(side.Drawing(), WM_MOUSEMOVE, 0, MAKELPARAM(10, 10));
@@ -209,6 +194,8 @@ TEST_F(MapWindowTest, TheMouseTakesTheFocusFromAnotherViewOnlyAsAnOption) {
   EXPECT_EQ(GetFocus(), top->Drawing()) << "it has not moved";
   SendMessageA(side.Drawing(), WM_MOUSEMOVE, 0, MAKELPARAM(11, 10));
   EXPECT_EQ(GetFocus(), side.Drawing());
+  EXPECT_EQ(app->views.Views().front(), WindowOf(Orientation::Side).View());
+  EXPECT_EQ(app->ActiveView(), app->views.Views().front());
 }
 
 TEST_F(MapWindowTest, ArrangementsAndNewViews) {
@@ -257,25 +244,12 @@ TEST_F(MapWindowTest, ViewsGoToTheSelectionOrFitTheMap) {
 
 TEST_F(MapWindowTest, KeysReachTheirCommandsButNotOutOfATextBox) {
   StartNew();
-  const auto press = [&](HWND window, WPARAM key) {
-    PostMessageA(window, WM_KEYDOWN, key, 0);
-    app->Pump();
-  };
-  press(top->Drawing(), 'H');
-  EXPECT_EQ(top->View()->mapmode, MapMode::Heights);
-  press(top->Drawing(), VK_ESCAPE);
+  Type(top->Drawing(), 'H');
   EXPECT_EQ(top->View()->mapmode, MapMode::Heights);
   const HWND box = CreateWindowExA(0, "EDIT", "", WS_CHILD | WS_VISIBLE, 0, 0, 50, 20,
                                    top->Handle(), nullptr, nullptr, nullptr);
-  press(box, 'N');
+  Type(box, 'N');
   EXPECT_EQ(top->View()->mapmode, MapMode::Heights);
-}
-
-TEST_F(MapWindowTest, TheWindowMenuListsTheViewsByTheirTitles) {
-  StartNew();
-  char text[200] = "";
-  GetMenuStringA(GetMenu(app->frame.Handle()), ID_FIRST_CHILD + 2, text, sizeof text, MF_BYCOMMAND);
-  EXPECT_EQ(std::string(text), "&3 XYView (Top): Unnamed");
 }
 
 TEST_F(MapWindowTest, GridAxesAndEdgesStandOnTheScreen) {
@@ -369,18 +343,17 @@ TEST_F(MapWindowTest, MouseWorkReachesTheToolWithTheMiddleButtonAsTheRightOne) {
   StartNew();
   NotingTool tool;
   app->tools.Use(tool);
-  const auto send = [&](UINT message, WPARAM keys, int x, int y) {
-    SendMessageA(top->Drawing(), message, keys, MAKELPARAM(x, y));
-  };
-  send(WM_LBUTTONDOWN, MK_LBUTTON, 5, 6);
+  Mouse(WM_LBUTTONDOWN, MK_LBUTTON, 5, 6);
   EXPECT_EQ(GetCapture(), top->Drawing());
-  send(WM_MOUSEMOVE, MK_LBUTTON, -7, 6);
-  send(WM_LBUTTONUP, 0, -7, 6);
+  Mouse(WM_MOUSEMOVE, MK_LBUTTON, -7, 6);
+  EXPECT_EQ(TextOf(*top, ID_COORDINATES_TEXT), Format("%ix%i", top->View()->transform.ToWorldU(-7),
+                                                      top->View()->transform.ToWorldV(6)));
+  Mouse(WM_LBUTTONUP, 0, -7, 6);
   EXPECT_EQ(GetCapture(), nullptr);
-  send(WM_MBUTTONDOWN, MK_MBUTTON, 1, 2);
-  send(WM_MBUTTONUP, 0, 1, 2);
-  send(WM_LBUTTONDBLCLK, MK_LBUTTON, 3, 4);
-  send(WM_LBUTTONUP, 0, 3, 4);
+  Mouse(WM_MBUTTONDOWN, MK_MBUTTON, 1, 2);
+  Mouse(WM_MBUTTONUP, 0, 1, 2);
+  Mouse(WM_LBUTTONDBLCLK, MK_LBUTTON, 3, 4);
+  Mouse(WM_LBUTTONUP, 0, 3, 4);
   EXPECT_EQ(tool.log,
             "down 5,6 1;move -7,6 1;up -7,6 1;down 1,2 2;up 1,2 2;double 3,4 1;up 3,4 1;");
   app->tools.Use(app->tools.entitySelector);

@@ -1,3 +1,5 @@
+#include <filesystem>
+
 #include "shell/ui/app.h"
 #include "shell/ui/shortcut.h"
 #include "ui/app_fixture.h"
@@ -8,8 +10,7 @@ namespace {
 TEST_F(AppTest, AFirstStartExplainsItselfOffersAShortcutAndShowsTips) {
   ASSERT_TRUE(StartWithStore());
   ASSERT_GE(sink.messages.size(), 2u);
-  EXPECT_EQ(sink.messages[0].title, "Ferrowand");
-  EXPECT_EQ(sink.messages[1].text, "Create shortcut to Ferrowand in Start menu?");
+  EXPECT_EQ(sink.Said()[1], "Ferrowand: Create shortcut to Ferrowand in Start menu?");
   EXPECT_NE(app->tips.Handle(), nullptr);
 }
 
@@ -75,37 +76,26 @@ TEST_F(AppTest, ASecondSetOfClassesIsRefused) {
   EXPECT_FALSE(other.Start(""));
 }
 
-TEST_F(AppTest, ACommandLineWithBlanksIsOnePath) {
+TEST_F(AppTest, ACommandLineIsOnePathWithBlanksAndWithoutQuotes) {
   const std::string path = dir.Write("my own map.map", TWO_BRUSHES);
-  ASSERT_TRUE(Start(path));
+  ASSERT_TRUE(Start("\"" + path + "\""));
   ASSERT_EQ(app->maps.size(), 1u);
   EXPECT_EQ(app->maps[0]->Name(), "Two boxes");
-}
-
-TEST(CommandLine, QuotesGoUnlessAFileHasThem) {
-  EXPECT_EQ(PathOfCommandLine("\"C:\\a b\\c.map\""), "C:\\a b\\c.map");
   EXPECT_EQ(PathOfCommandLine("C:\\a b\\c.map"), "C:\\a b\\c.map");
   EXPECT_EQ(PathOfCommandLine("\""), "\"");
 }
 
-TEST_F(AppTest, AMapThatIsNotThereIsNamedAndNothingOpens) {
-  ASSERT_TRUE(Start("nowhere.map"));
-  ASSERT_EQ(sink.messages.size(), 1u);
-  EXPECT_EQ(sink.messages[0].title, "File Error - cannot continue");
-  EXPECT_EQ(sink.messages[0].text, "Can't find requested map: nowhere.map");
-  EXPECT_TRUE(app->maps.empty());
-  EXPECT_TRUE(app->windows.empty());
-}
-
-TEST_F(AppTest, AMissingWadAndQcAreSaidAndTheProgramStarts) {
+TEST_F(AppTest, WhatIsMissingIsSaidAndTheProgramStarts) {
   saved.defaultWad = "no.wad";
   saved.defaultQc = "no.qc";
-  ASSERT_TRUE(Start());
-  ASSERT_EQ(sink.messages.size(), 2u);
-  EXPECT_EQ(sink.messages[0].text,
-            "Could not load default wadfile no.wad! Set the default in Options.");
-  EXPECT_EQ(sink.messages[1].text,
-            "Could not load default .qc file no.qc! Set the default in Options.");
+  ASSERT_TRUE(Start("nowhere.map"));
+  EXPECT_EQ(sink.Said(),
+            (std::vector<std::string>{
+                "Error: Could not load default wadfile no.wad! Set the default in Options.",
+                "Error: Could not load default .qc file no.qc! Set the default in Options.",
+                "File Error - cannot continue: Can't find requested map: nowhere.map"}));
+  EXPECT_TRUE(app->maps.empty());
+  EXPECT_TRUE(app->windows.empty());
   app->NewMap();
   EXPECT_EQ(app->windows.size(), 3u);
 }
@@ -122,7 +112,8 @@ TEST_F(AppTest, TheProgressWindowCountsAndHoldsTheFrameBack) {
   ASSERT_TRUE(Start());
   LoadWindow& load = app->progress;
   load.Begin("outer.map");
-  load.Begin("inner.wad");
+  EXPECT_EQ(TextOf(GetDlgItem(load.Handle(), 1)), "Loading: outer.map ....");
+  load.Begin(std::filesystem::current_path().string() + "\\inner.wad");
   RECT place;
   GetWindowRect(load.Handle(), &place);
   EXPECT_EQ(place.left, 70);
