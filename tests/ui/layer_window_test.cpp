@@ -127,7 +127,7 @@ TEST_F(LayerWindowTest, EveryChangeIsOneStepThatTheListFollowsBackAndForth) {
        }},
   };
   dialogs.colours = {{1, 2, 255}};
-  dialogs.answers = {{"roof", "-9", "300", "7"}, {"new"}};
+  dialogs.answers = {{"roof", "0", "256", "7"}, {"roof", "0", "255", "7"}, {"new"}};
   for (const Case& row : cases) {
     Click(1, OBJECTS);
     row.change();
@@ -141,7 +141,7 @@ TEST_F(LayerWindowTest, EveryChangeIsOneStepThatTheListFollowsBackAndForth) {
     EXPECT_EQ(Shown(), row.shown);
     Give(Command::Undo);
   }
-  EXPECT_TRUE(sink.messages.empty());
+  EXPECT_EQ(sink.OnlyText(), "Green must be a whole number from 0 to 255");
 }
 
 TEST_F(LayerWindowTest, AHiddenLayerLeavesTheViews) {

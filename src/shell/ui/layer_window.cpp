@@ -6,7 +6,6 @@
 #include "document/edit/layers.h"
 #include "document/edit/selection.h"
 #include "gamedata/native_classes.h"
-#include "shell/services/number_text.h"
 #include "shell/ui/app.h"
 #include "shell/ui/commands.h"
 #include "shell/ui/resource.h"
@@ -218,18 +217,25 @@ void LayerWindow::Rename(entity& layer, const std::string& name) {
 void LayerWindow::EditProperties(entity& layer) {
   const char* name = layer.GetKey("XMPentityname");
   const Colour colour = LayerColour(layer);
-  const auto answer =
-      app_.dialogs.Ask(app_.frame.Handle(), {"Layer properties",
-                                             {{"Name", name ? name : "", {}},
-                                              {"Red (0 to 255)", std::to_string(colour.red), {}},
-                                              {"Green", std::to_string(colour.green), {}},
-                                              {"Blue", std::to_string(colour.blue), {}}}});
-  if (!answer) return;
-  const auto component = [&](std::size_t field) {
-    return static_cast<std::uint8_t>(std::clamp(ParseInt((*answer)[field]), 0, 255));
+  const auto accept = [&](const FormValues& typed) {
+    constexpr const char* PARTS[] = {"Red", "Green", "Blue"};
+    std::array<std::uint8_t, 3> parts{};
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+      const auto part = WholeNumberOf(app_, typed[1 + i], PARTS[i], 0, 255);
+      if (!part) return false;
+      parts[i] = static_cast<std::uint8_t>(*part);
+    }
+    DescribeLayer(map_, layer, typed.front(), {parts[0], parts[1], parts[2]});
+    End(EditResult::Done);
+    return true;
   };
-  DescribeLayer(map_, layer, answer->front(), {component(1), component(2), component(3)});
-  End(EditResult::Done);
+  app_.dialogs.Ask(app_.frame.Handle(), {"Layer properties",
+                                         "",
+                                         {{"Name", {name ? name : ""}, {}},
+                                          {"Red (0 to 255)", {std::to_string(colour.red)}, {}},
+                                          {"Green", {std::to_string(colour.green)}, {}},
+                                          {"Blue", {std::to_string(colour.blue)}, {}}},
+                                         accept});
 }
 
 void LayerWindow::MoveSelectionTo(entity& layer) {

@@ -47,7 +47,7 @@ class ToolWindows : public ToolHost {
   App& app_;
   ToolCursor cursor_ = ToolCursor::Arrow;
   HWND dragging_ = nullptr;  // the drawing area that a tool has captured the mouse for
-  int sides_ = 8;  // of the last round primitive
+  int sides_ = 8;            // of the last round primitive
 };
 
 }  // namespace ferrowand
