@@ -158,7 +158,7 @@ void ToolBase::Show(MapView& view, std::vector<PreviewShape> shapes, const std::
 
 void ToolBase::Conclude(MapView& view, EditResult result) {
   if (result != EditResult::Done) {
-    Host().Refuse(view, Reason(result));
+    if (const char* why = Reason(result); *why) Host().Refuse(view, why);
     return;
   }
   RepaintViews(view.map);
