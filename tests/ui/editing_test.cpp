@@ -275,21 +275,6 @@ TEST_F(EditingTest, ADragEndsWithoutEffectBeforeAnythingElseIsDone) {
   EXPECT_EQ(Text(), made);
 }
 
-TEST_F(EditingTest, AKeyInsertsWhatIsBoundToIt) {
-  StartNew();
-  EntityPtr torch = std::make_unique<entity>(*map->classSet);
-  torch->SetKey("classname", "light");
-  torch->SetKey("light", "120");
-  app->boundEntities.items.push_back({'X', std::move(torch)});
-  const float scale = app->ActiveView()->transform.scaleu;
-  Type(Drawing(), 'X');
-  EXPECT_EQ(app->ActiveView()->transform.scaleu, scale) << "and is no character any more";
-  ASSERT_EQ(map->selection.size(), 1u);
-  EXPECT_STREQ(map->selection[0]->GetKey("light"), "120");
-  Give(Command::Undo);
-  EXPECT_TRUE(map->selection.empty());
-}
-
 TEST_F(EditingTest, WhatComesFromAFileIsOneStep) {
   StartNew();
   MakeCuboid({0, 0, 0}, {64, 64, 0});
