@@ -187,6 +187,34 @@ TEST_F(ToolBaseTest, CtrlAtTheReleaseCopiesWhatWouldBeMoved) {
   }
 }
 
+TEST_F(ToolBaseTest, TexturesGoWithWhatIsDraggedWhileTheyAreLocked) {
+  map.optionBits = MAP_GRID;
+  std::vector<Grip> grips = Grips();
+  grips.resize(5);  // those that move the faces as they are
+  const auto settings = [&] {
+    std::vector<float> all;
+    for (const Face& f : map.selection.at(0)->brush.Faces()) {
+      all.insert(all.end(), {f.xoff, f.yoff, f.rotation, f.xscale, f.yscale});
+    }
+    return all;
+  };
+  const std::vector<float> before = settings();
+  for (const bool lock : {false, true}) {
+    options.textureLock = lock;
+    for (const bool copy : {false, true}) {
+      for (const Grip& grip : grips) {
+        host.keys.control = false;
+        Begin(grip, view);
+        host.keys.control = copy;
+        End(grip, {33, -18});
+        EXPECT_EQ(settings() == before, !lock) << grip.name;
+        map.undo.Undo();
+        map.selection = selection;
+      }
+    }
+  }
+}
+
 TEST_F(ToolBaseTest, TheCursorTellsWhatAPressWouldDo) {
   small.AddCuboid({-128, 0, 0}, {-64, 64, 64});  // not selected
   struct Case {
