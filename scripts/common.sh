@@ -51,7 +51,10 @@ have_wine32() {
 use_wine() {
   export WINEPREFIX="$PWD/build/${1:-wine}" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
   mkdir -p build
-  [ -f "$WINEPREFIX/system.reg" ] || wineboot -i >/dev/null 2>&1
+  if [ ! -f "$WINEPREFIX/system.reg" ]; then
+    wineboot -i >/dev/null 2>&1
+    timeout 60 wineserver -w  # what it leaves running knows nothing of a display that comes later
+  fi
   # Debian's Wine does not find its own fonts: captions would show letters for their buttons.
   ln -sf /usr/share/wine/fonts/*.ttf "$WINEPREFIX/drive_c/windows/Fonts/"
 }

@@ -25,7 +25,8 @@ class EditTest : public DocumentTest {
   static std::string Box(const std::string& name, int x, int y, int z, int side = 64) {
     return Named(name, Cuboid(x, y, z, x + side, y + side, z + side));
   }
-  static std::string Block(const std::string& name, int x0, int y0, int z0, int x1, int y1, int z1) {
+  static std::string Block(const std::string& name, int x0, int y0, int z0, int x1, int y1,
+                           int z1) {
     return Named(name, Cuboid(x0, y0, z0, x1, y1, z1));
   }
   static std::string Point(const std::string& name, const std::string& keys) {
