@@ -193,6 +193,7 @@ do_step() {
       saved_as now.kept
       cmp "$work/now.kept" "$work/$first.kept" || fail "not as it was at $first"
       ;;
+    same_map) cmp "$work/$first" "$(dirname "$steps")/$first" || fail "another $first" ;;
     info) info "$@" ;;
     picture)
       sleep 0.3

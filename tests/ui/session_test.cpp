@@ -12,6 +12,8 @@
 namespace ferrowand {
 namespace {
 
+const std::string SESSION = FERROWAND_TEST_DATA "/../session/";
+
 std::string ReadAll(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(in), {}};
@@ -51,6 +53,7 @@ class SessionTest : public AppTest {
         {"undo", [&] { Undo(std::stoi(words[1])); }},
         {"keep", [&] { kept_[words[1]] = SavedText(); }},
         {"same", [&] { EXPECT_EQ(SavedText(), kept_.at(words[1])); }},
+        {"same_map", [&] { EXPECT_EQ(ReadAll(dir.Path(words[1])), ReadAll(SESSION + words[1])); }},
         {"info", [&] { CheckInfo(words); }},
         {"picture", [] {}},
     };
@@ -175,7 +178,7 @@ class SessionTest : public AppTest {
 
 TEST_F(SessionTest, ARoomIsBuiltCopiedUndoneAndSavedAsItWasBuilt) {
   ASSERT_TRUE(Start());
-  std::ifstream steps(FERROWAND_TEST_DATA "/../session/room.txt");
+  std::ifstream steps(SESSION + "room.txt");
   std::size_t number = 0, done = 0;
   for (std::string line; std::getline(steps, line);) {
     SCOPED_TRACE(std::to_string(++number) + ": " + line);
