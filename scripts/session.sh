@@ -58,21 +58,34 @@ find_view() {
 # --- the mouse
 
 has_place() { find_view && [ -n "$u" ]; }
-is_at() { has_place && [ $((u - $1)) -le 4 ] && [ $(($1 - u)) -le 4 ] && [ $((v - $2)) -le 4 ] && [ $(($2 - v)) -le 4 ]; }
+near() { [ $(($1 - $2)) -le 4 ] && [ $(($2 - $1)) -le 4 ]; }
+is_at() { has_place && near "$u" "$1" && near "$v" "$2"; }
 
 # As a hand does, not in one leap: the system tells a window nothing of the first place in it.
 mouse_to() { xdotool mousemove $(($1 - 2)) "$2" sleep 0.03 mousemove "$1" "$2"; }
 
+# The status bar may still tell of the last place; it has a second to tell of this one.
+enter_view() {
+  local before=$u,$v tries
+  mouse_to $(((left + right) / 2)) $(((top + bottom) / 2))
+  for tries in $(seq 50); do
+    sleep 0.02
+    probe
+    find_view && [ "$u,$v" != "$before" ] && return
+  done
+  has_place || fail "no place in view $view"
+}
+
 # The status bar tells where in the world the cursor is: one look shows where to go from there.
 move_to() {
   local x y
-  read -r x y < <(xdotool getmouselocation --shell | sed -n 's/^[XY]=//p' | tr '\n' ' ')
   probe
   find_view || fail "no view $view"
-  if [ -z "$u" ] || [ "$x" -lt "$left" ] || [ "$x" -ge "$right" ] || [ "$y" -lt "$top" ] || [ "$y" -ge "$bottom" ]; then
+  read -r x y < <(xdotool getmouselocation --shell | sed -n 's/^[XY]=//p' | tr '\n' ' ')
+  if [ -z "$u" ] || [ "$x" -lt "$left" ] || [ "$x" -ge "$right" ] || [ "$y" -lt "$top" ] ||
+    [ "$y" -ge "$bottom" ]; then
+    enter_view
     x=$(((left + right) / 2)) y=$(((top + bottom) / 2))
-    mouse_to "$x" "$y"
-    until_ has_place
   fi
   mouse_to $((x + ($1 - u) * percent / 100)) $((y - ($2 - v) * percent / 100))
   until_ is_at "$1" "$2"
