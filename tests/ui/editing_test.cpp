@@ -201,6 +201,8 @@ TEST_F(EditingTest, SidesAreAskedForWithinTheirRangeAndRemembered) {
   Give(Command::CreateColumn);
   EXPECT_EQ(sink.messages.size(), 2u);
   EXPECT_EQ(sink.messages[0].text, "The number of sides must be a whole number from 3 to 30");
+  EXPECT_TRUE(IsTicked(Command::CreateColumn));
+  EXPECT_FALSE(IsTicked(Command::CreateSphere));
   Drag({0, 0, 0}, {128, 128, 0});
   EXPECT_EQ(map->selection.at(0)->brush.getNumFaces(), 8);
   Give(Command::CreateSphere);

@@ -19,6 +19,24 @@ const CommandHandler* HandlerOf(Command command) {
   return nullptr;
 }
 
+Command CommandOf(PrimitiveKind kind) {
+  switch (kind) {
+    case PrimitiveKind::Cuboid:
+      return Command::CreateCuboid;
+    case PrimitiveKind::Wedge:
+      return Command::CreateWedge;
+    case PrimitiveKind::Column:
+      return Command::CreateColumn;
+    case PrimitiveKind::Pyramid:
+      return Command::CreatePyramid;
+    case PrimitiveKind::Sphere:
+      return Command::CreateSphere;
+    case PrimitiveKind::Hemisphere:
+      return Command::CreateHemisphere;
+  }
+  return {};
+}
+
 // The mode that the current tool stands for.
 Command ModeOf(const ToolSet& tools) {
   const Tool* tool = tools.Current();
@@ -27,6 +45,7 @@ Command ModeOf(const ToolSet& tools) {
   if (tool == &tools.brushTool) return Command::BrushHandles;
   if (tool == &tools.multiSelector) return Command::SelectMultiple;
   if (tool == &tools.vertexTool) return Command::TouchUp;
+  if (tool == &tools.primitiveTool) return CommandOf(tools.primitiveTool.Kind());
   return {};
 }
 

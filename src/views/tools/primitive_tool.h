@@ -14,6 +14,7 @@ class PrimitiveTool : public ToolBase {
   // What the next drag makes. Asks for the number of sides where there is a choice; false when the
   // user thought better of it.
   bool Prepare(PrimitiveKind kind);
+  PrimitiveKind Kind() const { return kind_; }
 
   // The right button gives it up.
   void MouseDown(MapView& view, Pixel at, int button) override;

@@ -28,7 +28,7 @@ Selector* RectangleSelector::HandBack() {
 }
 
 void RectangleSelector::Cancel() {
-  ToolBase::Cancel();
+  EndDrag();
   HandBack();
 }
 

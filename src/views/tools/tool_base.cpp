@@ -69,13 +69,15 @@ void ToolBase::BeginDrag(MapView& view, Pixel at) {
   Host().Capture(view, true);
 }
 
+MapView* ToolBase::OpenPressView() const {
+  return std::ranges::count(tools_.Views().Views(), pressView_) != 0 ? pressView_ : nullptr;
+}
+
 void ToolBase::EndDrag() {
   preview_.Clear();
   press_ = {NO_PRESS, NO_PRESS};
-  MapView* const view = std::exchange(pressView_, nullptr);
-  if (view && std::ranges::find(tools_.Views().Views(), view) != tools_.Views().Views().end()) {
-    Host().Capture(*view, false);
-  }
+  if (MapView* const view = OpenPressView()) Host().Capture(*view, false);
+  pressView_ = nullptr;
 }
 
 bool ToolBase::IsSound(const MapView& view) const {
@@ -103,6 +105,7 @@ ToolCursor ToolBase::CursorAt(const MapView&, Pixel) const {
 }
 
 void ToolBase::Cancel() {
+  if (MapView* const view = OpenPressView()) view->SetStatus(Name());
   EndDrag();
 }
 

@@ -84,6 +84,9 @@ class ToolBase : public Tool {
   // The press stays where it was in the world when the view has been scrolled or zoomed since.
   void FollowView(const MapView& view);
 
+  // Null also when the view was closed.
+  MapView* OpenPressView() const;
+
   MapView* pressView_ = nullptr;         // compared only: it may be gone
   std::vector<entity*> pressSelection_;  // likewise
   Bounds pressBounds_;

@@ -15,8 +15,10 @@ ToolSet::ToolSet(ToolHost& host, ViewList& views, const Options& options)
 void ToolSet::Use(Tool& tool) {
   current_->Cancel();
   current_ = &tool;
-  if (!views_.Views().empty()) views_.Views().front()->SetStatus(tool.Name());
-  for (MapView* view : views_.Views()) view->Repaint();
+  for (MapView* view : views_.Views()) {
+    view->SetStatus(tool.Name());
+    view->Repaint();
+  }
   host_.ToolChanged();
 }
 

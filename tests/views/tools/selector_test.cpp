@@ -204,12 +204,15 @@ TEST_F(SelectorTest, ThePopupsClassBecomesTheSelectionsClass) {
   EXPECT_EQ(Text(), before);
 }
 
-TEST_F(SelectorTest, TabGoesThroughTheToolsAndTellsTheirNames) {
+TEST_F(SelectorTest, TabGoesThroughTheToolsAndTellsTheirNamesInEveryView) {
+  FakeViewHost otherWindow;
+  const MapView other(map, otherWindow, list, options, tools.Current());
   for (const char* name :
        {"Brush Selector", "Brush Handle tool", "Select Multiple Entities", "Entity Selector"}) {
     tools.Next();
     EXPECT_EQ(tools.Current()->Name(), name);
     EXPECT_EQ(Status(), name);
+    EXPECT_EQ(otherWindow.texts[ViewText::Message], name);
   }
   EXPECT_EQ(host.toolChanges, 4);
 }

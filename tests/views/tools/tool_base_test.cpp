@@ -96,6 +96,8 @@ TEST_F(ToolBaseTest, WhateverComesInTheMiddleOfADragEndsItWithoutEffect) {
       MapView& where = second ? *second : view;
       where.OnMouseMove({150, 90}, BUTTON_LEFT, false);
       EXPECT_FALSE(tools.Current()->HasPreview()) << event.name << ": " << grip.name;
+      const std::string status = second ? secondWindow.texts[ViewText::Message] : "";
+      EXPECT_EQ(status.find(':'), std::string::npos) << event.name << ": " << status;
       where.OnMouseUp({150, 90}, BUTTON_LEFT);
       EXPECT_EQ(Text(), expected) << event.name << ": " << grip.name;
       EXPECT_FALSE(second && host.captured) << event.name << ": " << grip.name;
