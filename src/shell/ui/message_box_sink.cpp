@@ -37,7 +37,11 @@ UINT IconFlags(Icon icon) {
 
 Answer MessageBoxSink::Show(const Message& message) {
   const UINT flags = MB_TASKMODAL | ButtonFlags(message.buttons) | IconFlags(message.icon);
-  switch (MessageBoxA(nullptr, message.text.c_str(), message.title.c_str(), flags)) {
+  const HWND active = GetActiveWindow();
+  const int answer = MessageBoxA(nullptr, message.text.c_str(), message.title.c_str(), flags);
+  // The box has no owner for the system to give the keys back to.
+  if (active) SetForegroundWindow(active);
+  switch (answer) {
     case IDYES:
       return Answer::Yes;
     case IDNO:
