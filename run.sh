@@ -11,7 +11,8 @@ fi
 cd "$(dirname "$0")" || exit 1
 . scripts/common.sh
 
-step "Packages" install_packages cmake ninja-build g++ g++-mingw-w64-i686-posix \
+# The tests are configured with the program: their library is wanted before anything is built.
+step "Packages" install_packages cmake ninja-build g++ googletest g++-mingw-w64-i686-posix \
   g++-mingw-w64-x86-64-posix wine wine64 fonts-wine fonts-liberation xvfb imagemagick x11-utils
 
 preset=win64
