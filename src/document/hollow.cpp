@@ -62,11 +62,11 @@ std::optional<int> ParseWallWidth(std::string_view text) {
   return width;
 }
 
-void HollowSelection(Map& map, int width) {
+bool HollowSelection(Map& map, int width) {
   Reporter& reporter = map.Data().reporter;
   if (width == 0) {
     reporter.Show("Error", WALL_WIDTH_MESSAGE);
-    return;
+    return false;
   }
   std::vector<entity*> targets;
   for (entity* object : SelectedRoots(map)) CollectBrushes(*object, targets);
@@ -84,11 +84,13 @@ void HollowSelection(Map& map, int width) {
       for (EntityPtr& wall : walls) step.Add(std::move(wall), *target);
     }
   }
-  if (solid == 0) return;
+  if (solid == 0) return true;
   reporter.Show("Ferrowand says",
                 Format("%u of the brushes could not be made hollow and stay as they were: they "
-                       "are too small for such walls, or the walls would not lie on whole units.",
+                       "are too small for such walls, or the walls would not lie on whole units or "
+                       "would leave the world.",
                        static_cast<unsigned>(solid)));
+  return solid < targets.size();
 }
 
 }  // namespace ferrowand

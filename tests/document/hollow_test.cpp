@@ -42,7 +42,7 @@ TEST_F(HollowTest, WallsStandInsideTheBrushOrAroundIt) {
   for (const auto& c : cases) {
     entity& target = OpenCubes({0});
     const std::string before = Text();
-    HollowSelection(*map, c.width);
+    EXPECT_TRUE(HollowSelection(*map, c.width));
     ASSERT_EQ(target.getEntityList().size(), 6u);
     double volume = 0;
     for (const EntityPtr& wall : target.getEntityList()) {
@@ -78,7 +78,7 @@ TEST_F(HollowTest, WhatIsTooSmallForItsWallsStaysAndIsReportedOnce) {
     OpenCubes({0, 100});
     const std::string before = Text();
     recorder.messages.clear();
-    HollowSelection(*map, width);
+    EXPECT_FALSE(HollowSelection(*map, width)) << width;
     EXPECT_EQ(recorder.OnlyText().substr(0, 24), "2 of the brushes could n") << width;
     EXPECT_EQ(Text(), before) << width;
     EXPECT_FALSE(map->undo.CanUndo());

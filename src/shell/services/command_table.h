@@ -167,7 +167,7 @@ struct CommandFacts {
   bool grid = false;  // of the active map
   bool snap = false;
   std::uint8_t mapMode = 0;          // of the active view
-  Command mode{};                    // that is in use; 0 for none of the menu's
+  Command mode{};                    // that is in use, or the solid being made; 0 for none
   bool selectsFull = false;          // a rectangle takes only what lies inside
   std::uint8_t limitedAxes = 0;      // bit n: drags leave axis n as it is
   const Options* options = nullptr;  // never null when asked

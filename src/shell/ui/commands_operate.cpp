@@ -43,10 +43,9 @@ void MakeHollow(App& app, unsigned) {
   if (!RequireSelection(app, MISSPELT_TITLE, BRUSHES_FIRST)) return;
   Map& map = *app.ActiveMap();
   const auto accept = [&](const FormValues& typed) {
-    const int width = ParseWallWidth(typed.front()).value_or(0);
     // A width of 0 is told of there.
-    HollowSelection(map, width);
-    return Conclude(app, map, EditResult::Done) && width != 0;
+    const bool done = HollowSelection(map, ParseWallWidth(typed.front()).value_or(0));
+    return Conclude(app, map, EditResult::Done) && done;
   };
   app.dialogs.Ask(
       app.frame.Handle(),
