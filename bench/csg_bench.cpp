@@ -9,10 +9,10 @@
 #include <string>
 #include <vector>
 
-#include "document/csg_commands.h"
+#include "document/classes/special_classes.h"
 #include "document/map.h"
-#include "document/primitives.h"
-#include "document/special_classes.h"
+#include "operations/csg_commands.h"
+#include "operations/primitives.h"
 #include "program.h"
 #include "support/small_map.h"
 

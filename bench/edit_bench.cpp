@@ -6,13 +6,13 @@
 #include <string>
 #include <vector>
 
-#include "document/edit/arrange.h"
-#include "document/edit/clipboard.h"
-#include "document/edit/groups.h"
-#include "document/edit/insert.h"
-#include "document/edit/selection.h"
 #include "document/map.h"
+#include "document/selection.h"
 #include "generated_map.h"
+#include "operations/arrange.h"
+#include "operations/clipboard.h"
+#include "operations/groups.h"
+#include "operations/insert.h"
 #include "program.h"
 
 namespace ferrowand::bench {

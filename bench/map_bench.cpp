@@ -13,9 +13,9 @@
 #include <string>
 #include <vector>
 
+#include "base/text_reader.h"
+#include "base/text_writer.h"
 #include "document/map.h"
-#include "document/text_reader.h"
-#include "document/text_writer.h"
 #include "generated_map.h"
 #include "program.h"
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "gamedata/game_data.h"
+#include "document/game_data.h"
 
 namespace ferrowand::bench {
 

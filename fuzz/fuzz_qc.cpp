@@ -1,4 +1,4 @@
-#include "gamedata/class_set.h"
+#include "document/classes/class_set.h"
 #include "support.h"
 
 using namespace ferrowand;

@@ -9,9 +9,9 @@
 #include <filesystem>
 #include <string>
 
-#include "shell/services/path_text.h"
-#include "shell/services/progress.h"
-#include "shell/services/report.h"
+#include "base/path_text.h"
+#include "base/progress.h"
+#include "base/report.h"
 
 namespace ferrowand {
 

@@ -13,18 +13,17 @@ forbid() {
   broken=1
 }
 
-model='document|geometry|gamedata'
-forbid "src/platform src/shell/services" "($model|views|compile|shell/ui|cli)/"
-forbid "src/document src/geometry src/gamedata" "(views|compile|shell/ui|cli)/"
-forbid "src/views src/compile" "(shell/ui|cli)/"
-forbid "src/shell/ui" "cli/"
-forbid "src/cli" "shell/ui/"
+forbid "src/platform src/base" "(document|operations|geometry|gamedata|views|compile|shell|cli)/"
+forbid "src/document src/operations src/geometry src/gamedata" "(views|compile|shell|cli)/"
+forbid "src/views" "(shell|cli)/"
+forbid "src/shell" "cli/"
+forbid "src/cli" "shell/"
 
-others=$(find src -mindepth 1 -type d ! -path 'src/shell' ! -path 'src/shell/ui' \
+others=$(find src -mindepth 1 -type d ! -path 'src/shell*' \
   ! -path 'src/platform' ! -path 'src/platform/win32')
 system='windows|commctrl|commdlg|shellapi|shlobj|windowsx|winreg|mmsystem'
 forbid "$others src/platform/*.h src/platform/*.cpp" "($system)\.h"
-gl_free=$(find src -name '*.cpp' -o -name '*.h' | grep -vE '^src/(views/gl_|shell/ui/)')
+gl_free=$(find src -name '*.cpp' -o -name '*.h' | grep -vE '^src/(views/gl_|shell/)')
 forbid "$gl_free" "GL/"
 
 exit $broken

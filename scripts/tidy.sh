@@ -14,5 +14,5 @@ check() {
   clang-tidy -p build/native --quiet "$1" 2>/dev/null && touch "$stamp"
 }
 export -f check
-find src/shell/services src/geometry src/gamedata src/document src/views src/cli -name '*.cpp' |
+find src/base src/geometry src/gamedata src/document src/operations src/views src/cli -name '*.cpp' |
   sort | xargs -P 2 -I FILE bash -c 'check FILE '"$passed $shared"

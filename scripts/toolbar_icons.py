@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Draws the toolbar's pictures, 16 x 16 pixels each, in the order of the command table's buttons.
 
-Run by hand when a picture changes: scripts/toolbar_icons.py src/shell/ui/toolbar.bmp
+Run by hand when a picture changes: scripts/toolbar_icons.py src/shell/resources/toolbar.bmp
 """
 import struct
 import sys

@@ -2,7 +2,7 @@
 """Draws the cursor over the handles that turn the selection: an arc with a head at either end, black
 with a white rim, so that it is seen on every background.
 
-Run by hand when the picture changes: scripts/turn_cursor.py src/shell/ui/turn.cur
+Run by hand when the picture changes: scripts/turn_cursor.py src/shell/resources/turn.cur
 """
 import math
 import struct

@@ -9,8 +9,8 @@
 #include <set>
 #include <sstream>
 
+#include "document/classes/special_classes.h"
 #include "document/map.h"
-#include "document/special_classes.h"
 #include "support/recorder.h"
 #include "support/temp_dir.h"
 

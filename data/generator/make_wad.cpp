@@ -2,11 +2,11 @@
 #include <cstdio>
 #include <string>
 
+#include "base/path_text.h"
+#include "base/report.h"
 #include "gamedata/palette.h"
 #include "gamedata/wad_file.h"
 #include "platform/file.h"
-#include "shell/services/path_text.h"
-#include "shell/services/report.h"
 #include "textures.h"
 
 namespace ferrowand::generator {

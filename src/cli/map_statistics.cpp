@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "document/special_classes.h"
-#include "gamedata/class_set.h"
-#include "gamedata/native_classes.h"
+#include "document/classes/class_set.h"
+#include "document/classes/native_classes.h"
+#include "document/classes/special_classes.h"
 #include "gamedata/wad_file.h"
 
 namespace ferrowand {

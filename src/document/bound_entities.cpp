@@ -5,9 +5,9 @@
 #include <optional>
 #include <string>
 
-#include "gamedata/class_set.h"
+#include "base/report.h"
+#include "document/classes/class_set.h"
 #include "platform/settings_store.h"
-#include "shell/services/report.h"
 
 namespace ferrowand {
 namespace {

@@ -5,8 +5,8 @@
 #include <numbers>
 #include <utility>
 
+#include "base/report.h"
 #include "gamedata/wad_library.h"
-#include "shell/services/report.h"
 
 namespace ferrowand {
 namespace {

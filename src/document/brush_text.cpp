@@ -3,12 +3,12 @@
 #include <cmath>
 #include <string>
 
+#include "base/number_text.h"
+#include "base/report.h"
+#include "base/text_reader.h"
+#include "base/text_writer.h"
 #include "document/brush.h"
-#include "document/text_reader.h"
-#include "document/text_writer.h"
 #include "gamedata/wad_library.h"
-#include "shell/services/number_text.h"
-#include "shell/services/report.h"
 
 namespace ferrowand {
 namespace {

@@ -5,12 +5,12 @@
 #include <limits>
 #include <utility>
 
+#include "base/path_text.h"
+#include "base/report.h"
+#include "base/text_reader.h"
+#include "base/text_writer.h"
+#include "document/classes/class_set.h"
 #include "document/map.h"
-#include "document/text_reader.h"
-#include "document/text_writer.h"
-#include "gamedata/class_set.h"
-#include "shell/services/path_text.h"
-#include "shell/services/report.h"
 
 namespace ferrowand {
 namespace {

@@ -1,10 +1,10 @@
 // Entities as text: the body between their braces, read and written.
+#include "base/report.h"
+#include "base/text_reader.h"
+#include "base/text_writer.h"
+#include "document/classes/class_set.h"
 #include "document/entity.h"
-#include "document/text_reader.h"
-#include "document/text_writer.h"
-#include "gamedata/class_set.h"
 #include "gamedata/wad_library.h"
-#include "shell/services/report.h"
 
 namespace ferrowand {
 namespace {

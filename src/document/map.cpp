@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "shell/services/path_text.h"
+#include "base/path_text.h"
 
 namespace ferrowand {
 

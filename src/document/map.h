@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "document/entity.h"
+#include "document/game_data.h"
 #include "document/undo_store.h"
-#include "gamedata/game_data.h"
 
 namespace ferrowand {
 

@@ -3,9 +3,9 @@
 #include <string_view>
 #include <utility>
 
+#include "base/path_text.h"
+#include "base/text_reader.h"
 #include "document/map.h"
-#include "document/text_reader.h"
-#include "shell/services/path_text.h"
 
 namespace ferrowand {
 namespace {

@@ -3,10 +3,10 @@
 #include <utility>
 #include <vector>
 
+#include "base/path_text.h"
+#include "base/text_writer.h"
+#include "base/winfile.h"
 #include "document/map.h"
-#include "document/text_writer.h"
-#include "document/winfile.h"
-#include "shell/services/path_text.h"
 
 namespace ferrowand {
 namespace {

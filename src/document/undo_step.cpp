@@ -5,8 +5,8 @@
 #include <unordered_set>
 #include <utility>
 
+#include "document/classes/class_set.h"
 #include "document/map.h"
-#include "gamedata/class_set.h"
 
 namespace ferrowand {
 namespace {

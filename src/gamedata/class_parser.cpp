@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "document/text_reader.h"
-#include "gamedata/entity_class.h"
-#include "shell/services/report.h"
+#include "base/report.h"
+#include "base/text_reader.h"
+#include "document/classes/entity_class.h"
 
 namespace ferrowand {
 namespace {

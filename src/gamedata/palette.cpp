@@ -4,9 +4,9 @@
 #include <cmath>
 #include <string>
 
-#include "document/text_reader.h"
-#include "shell/services/path_text.h"
-#include "shell/services/report.h"
+#include "base/path_text.h"
+#include "base/report.h"
+#include "base/text_reader.h"
 
 namespace ferrowand {
 namespace {

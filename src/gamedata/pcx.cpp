@@ -7,11 +7,11 @@
 #include <string_view>
 #include <vector>
 
-#include "document/winfile.h"
+#include "base/path_text.h"
+#include "base/winfile.h"
 #include "gamedata/palette.h"
 #include "gamedata/wad_format.h"
 #include "platform/file.h"
-#include "shell/services/path_text.h"
 
 namespace ferrowand {
 namespace {

@@ -4,9 +4,9 @@
 #include <cstring>
 #include <new>
 
+#include "base/report.h"
 #include "gamedata/palette.h"
 #include "gamedata/wad_format.h"
-#include "shell/services/report.h"
 
 namespace ferrowand {
 namespace {

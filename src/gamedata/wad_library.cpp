@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <utility>
 
-#include "shell/services/path_text.h"
-#include "shell/services/progress.h"
-#include "shell/services/report.h"
+#include "base/path_text.h"
+#include "base/progress.h"
+#include "base/report.h"
 
 namespace ferrowand {
 namespace {

@@ -5,7 +5,7 @@
 #include <new>
 #include <utility>
 
-#include "shell/services/report.h"
+#include "base/report.h"
 
 namespace ferrowand {
 namespace {

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <utility>
 
+#include "document/classes/entity_class.h"
 #include "document/map.h"
-#include "gamedata/entity_class.h"
 
 namespace ferrowand {
 namespace {

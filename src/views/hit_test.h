@@ -4,8 +4,8 @@
 #include <functional>
 #include <span>
 
-#include "document/edit/selection.h"
-#include "geometry/view_transform.h"
+#include "document/selection.h"
+#include "views/view_transform.h"
 
 namespace ferrowand {
 

@@ -3,8 +3,8 @@
 #include <array>
 #include <cmath>
 
-#include "document/edit/selection.h"
-#include "shell/services/report.h"
+#include "base/report.h"
+#include "document/selection.h"
 #include "views/tool.h"
 
 namespace ferrowand {

@@ -7,11 +7,11 @@
 #include <string>
 #include <vector>
 
+#include "base/options.h"
 #include "document/map.h"
-#include "gamedata/draw_context.h"
-#include "geometry/view_transform.h"
 #include "platform/canvas.h"
-#include "shell/services/options.h"
+#include "views/draw_context.h"
+#include "views/view_transform.h"
 
 namespace ferrowand {
 

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <vector>
 
-#include "gamedata/entity_class.h"
+#include "document/classes/entity_class.h"
 #include "views/map_view.h"
 #include "views/tool.h"
 

@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "gamedata/class_set.h"
+#include "base/path_text.h"
+#include "base/progress.h"
+#include "document/classes/class_set.h"
 #include "platform/settings_store.h"
-#include "shell/services/path_text.h"
-#include "shell/services/progress.h"
 #include "support/recorder.h"
 
 namespace ferrowand {

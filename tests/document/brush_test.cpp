@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "document/text_reader.h"
-#include "document/text_writer.h"
+#include "base/text_reader.h"
+#include "base/text_writer.h"
 #include "gamedata/wad_library.h"
 #include "support/recorder.h"
 #include "support/temp_dir.h"

@@ -6,7 +6,7 @@
 #include <set>
 
 #include "document/document_fixture.h"
-#include "document/edit/brush_check.h"
+#include "operations/brush_check.h"
 
 namespace ferrowand {
 namespace {

@@ -6,10 +6,10 @@
 #include <memory>
 #include <string>
 
+#include "base/text_reader.h"
+#include "base/text_writer.h"
+#include "document/classes/special_classes.h"
 #include "document/map.h"
-#include "document/special_classes.h"
-#include "document/text_reader.h"
-#include "document/text_writer.h"
 #include "support/recorder.h"
 #include "support/temp_dir.h"
 

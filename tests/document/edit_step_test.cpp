@@ -1,7 +1,7 @@
 #include "document/edit_step.h"
 
+#include "document/classes/class_set.h"
 #include "document/document_fixture.h"
-#include "gamedata/class_set.h"
 
 namespace ferrowand {
 namespace {

@@ -1,6 +1,6 @@
 #include "gamedata/class_parser.h"
 
-#include "document/text_reader.h"
+#include "base/text_reader.h"
 #include "gamedata/gamedata_fixture.h"
 
 namespace ferrowand {

@@ -3,10 +3,10 @@
 
 #include <gtest/gtest.h>
 
-#include "gamedata/class_set.h"
+#include "base/path_text.h"
+#include "base/progress.h"
+#include "document/classes/class_set.h"
 #include "gamedata/palette.h"
-#include "shell/services/path_text.h"
-#include "shell/services/progress.h"
 #include "support/recorder.h"
 #include "support/temp_dir.h"
 

@@ -8,9 +8,9 @@
 #include <utility>
 #include <vector>
 
-#include "document/face_check.h"
 #include "geometry/convex_hull.h"
 #include "geometry/tolerance.h"
+#include "operations/face_check.h"
 
 namespace ferrowand {
 namespace {

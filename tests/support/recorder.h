@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "shell/services/report.h"
+#include "base/report.h"
 
 namespace ferrowand {
 

@@ -5,8 +5,8 @@
 #include <memory>
 #include <utility>
 
+#include "document/classes/entity_class.h"
 #include "document/map.h"
-#include "gamedata/entity_class.h"
 #include "support/recorder.h"
 
 namespace ferrowand {

@@ -4,7 +4,7 @@
 #include <array>
 
 #include "geometry/vec.h"
-#include "geometry/view_transform.h"
+#include "views/view_transform.h"
 
 namespace ferrowand {
 

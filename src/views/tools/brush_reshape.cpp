@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "document/edit/brush_check.h"
 #include "geometry/tolerance.h"
+#include "operations/brush_check.h"
 
 namespace ferrowand {
 namespace {

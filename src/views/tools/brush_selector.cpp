@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "document/edit/arrange.h"
 #include "document/map.h"
+#include "operations/arrange.h"
 #include "views/map_view.h"
 #include "views/tools/tool_set.h"
 

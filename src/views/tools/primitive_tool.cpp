@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "document/edit/selection.h"
+#include "base/report.h"
 #include "document/map.h"
-#include "shell/services/report.h"
+#include "document/selection.h"
 #include "views/map_view.h"
 #include "views/tools/tool_set.h"
 

@@ -1,7 +1,7 @@
 // Drawing the box of a new simple solid. One is made, then the brush selector has the mouse again.
 #pragma once
 
-#include "document/primitives.h"
+#include "operations/primitives.h"
 #include "views/tools/tool_base.h"
 
 namespace ferrowand {

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/report.h"
 #include "document/edit_step.h"
 #include "document/map.h"
 #include "geometry/tolerance.h"
-#include "shell/services/report.h"
 #include "views/map_view.h"
 #include "views/tools/brush_reshape.h"
 #include "views/tools/tool_set.h"

@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <unordered_set>
 
-#include "document/edit/arrange.h"
-#include "document/edit/groups.h"
-#include "document/edit/insert.h"
+#include "base/report.h"
+#include "document/classes/class_set.h"
+#include "document/classes/entity_class.h"
 #include "document/map.h"
-#include "gamedata/class_set.h"
-#include "gamedata/entity_class.h"
-#include "shell/services/report.h"
+#include "operations/arrange.h"
+#include "operations/groups.h"
+#include "operations/insert.h"
 #include "views/map_view.h"
 #include "views/tools/tool_set.h"
 

@@ -4,10 +4,10 @@
 #include <cmath>
 #include <utility>
 
-#include "document/edit/selection.h"
+#include "base/report.h"
+#include "document/classes/entity_class.h"
 #include "document/map.h"
-#include "gamedata/entity_class.h"
-#include "shell/services/report.h"
+#include "document/selection.h"
 #include "views/map_view.h"
 #include "views/tools/box_handles.h"
 #include "views/tools/tool_set.h"

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "document/edit/edit_result.h"
 #include "geometry/vec.h"
+#include "operations/edit_result.h"
 #include "views/hit_test.h"
 #include "views/tool.h"
 #include "views/tools/preview.h"

@@ -4,9 +4,9 @@
 #include <memory>
 #include <vector>
 
-#include "document/edit/arrange.h"
-#include "document/edit/selection.h"
-#include "shell/services/options.h"
+#include "base/options.h"
+#include "document/selection.h"
+#include "operations/arrange.h"
 #include "views/map_view.h"
 #include "views/tool.h"
 #include "views/tools/brush_selector.h"

@@ -4,8 +4,8 @@
 #include <cmath>
 #include <numbers>
 
+#include "base/report.h"
 #include "geometry/vec.h"
-#include "shell/services/report.h"
 #include "views/map_view.h"
 
 namespace ferrowand {

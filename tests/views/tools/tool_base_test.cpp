@@ -3,8 +3,8 @@
 
 #include <functional>
 
-#include "document/edit/arrange.h"
-#include "document/primitives.h"
+#include "operations/arrange.h"
+#include "operations/primitives.h"
 #include "views/tools/tool_fixture.h"
 
 namespace ferrowand {

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "document/text_writer.h"
+#include "base/text_writer.h"
 #include "support/fake_view_host.h"
 #include "support/small_map.h"
 #include "support/software_canvas.h"

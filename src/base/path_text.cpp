@@ -1,0 +1,61 @@
+#include "base/path_text.h"
+
+#include <algorithm>
+
+#include "platform/system.h"
+
+namespace ferrowand {
+namespace {
+
+bool IsSeparator(char c) {
+  return c == '\\' || c == '/';
+}
+
+int Lower(char c) {
+  return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : static_cast<unsigned char>(c);
+}
+
+}  // namespace
+
+PathParts SplitPath(std::string_view path) {
+  std::size_t name = path.size();
+  while (name > 0 && !IsSeparator(path[name - 1])) --name;
+  if (name == 0 && path.size() >= 2 && path[1] == ':') name = 2;
+  const std::size_t dot = path.rfind('.');
+  const std::size_t extension = dot == path.npos || dot < name ? path.size() : dot;
+  return {std::string(path.substr(0, name)), std::string(path.substr(name, extension - name)),
+          std::string(path.substr(extension))};
+}
+
+bool EqualNoCase(std::string_view a, std::string_view b) {
+  return a.size() == b.size() && CompareNoCase(a, b) == 0;
+}
+
+int CompareNoCase(std::string_view a, std::string_view b) {
+  const std::size_t common = std::min(a.size(), b.size());
+  for (std::size_t i = 0; i < common; ++i)
+    if (const int difference = Lower(a[i]) - Lower(b[i])) return difference;
+  return a.size() < b.size() ? -1 : a.size() > b.size();
+}
+
+std::string StripCommonPrefix(std::string_view path, std::string_view directory) {
+  const auto end = std::mismatch(path.begin(), path.end(), directory.begin(), directory.end());
+  std::size_t run = static_cast<std::size_t>(end.first - path.begin());
+  if (run > 0 && run < path.size() && IsSeparator(path[run])) ++run;
+  return std::string(path.substr(run));
+}
+
+void SearchPath::Add(std::string_view folder) {
+  if (entries_.size() == MAXENTRIES) return;
+  std::string& entry = entries_.emplace_back(folder);
+  if (!entry.empty() && !IsSeparator(entry.back())) entry += PathSeparator();
+}
+
+bool SearchPath::Offer(const std::string& name,
+                       const std::function<bool(const std::string&)>& take) const {
+  return take(StripCommonPrefix(name, CurrentDirectory())) ||
+         std::any_of(entries_.begin(), entries_.end(),
+                     [&](const std::string& folder) { return take(folder + name); });
+}
+
+}  // namespace ferrowand

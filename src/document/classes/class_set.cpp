@@ -1,0 +1,142 @@
+#include "document/classes/class_set.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "base/path_text.h"
+#include "base/progress.h"
+#include "base/report.h"
+#include "base/text_reader.h"
+#include "document/classes/native_classes.h"
+#include "gamedata/class_parser.h"
+
+namespace ferrowand {
+namespace {
+
+constexpr unsigned FIRSTMENUID = 1000;
+constexpr std::size_t MAXGROUPS = 50;
+constexpr std::size_t MAXGROUPNAME = 50;
+constexpr std::size_t NUMOUTLINECOLOURS = 10;
+constexpr Colour OUTLINECOLOURS[NUMOUTLINECOLOURS] = {
+    {200, 0, 0},   {0, 200, 0},     {0, 0, 200},  {128, 128, 0}, {0, 128, 128},
+    {128, 0, 128}, {128, 128, 128}, {64, 0, 200}, {200, 0, 64},  {64, 200, 0}};
+
+}  // namespace
+
+ClassSet::ClassSet(ClassLibrary& library) : library_(library) {
+  for (auto& native : MakeNativeClasses(*this)) {
+    if (native->Kind() == EntityKind::Unknown) unknown_ = native.get();
+    classes_.push_back(std::move(native));
+  }
+  Finish();
+}
+
+ClassSet::~ClassSet() = default;
+
+bool ClassSet::Load(const std::string& path) {
+  fileName_ = path;
+  Reporter& reporter = library_.Report();
+  TextReader reader(reporter);
+  reader.Open(path);
+  if (!reader.IsOpen()) return false;
+  ClassParser parser(reader, reporter, *this);
+  unsigned count = 0;
+  while (auto entityClass = parser.Next()) {
+    classes_.push_back(std::move(entityClass));
+    library_.Progress().Step("Entity classes: %u", ++count, reader.Offset(), reader.FileLength());
+  }
+  Finish();
+  return true;
+}
+
+EntityClass& ClassSet::FindClass(std::string_view classname) const {
+  const auto found = byName_.find(classname);
+  return found == byName_.end() ? *unknown_ : *found->second;
+}
+
+EntityClass* ClassSet::ClassOfMenuId(unsigned id) const {
+  const std::size_t index = id - FIRSTMENUID;
+  return id >= FIRSTMENUID && index < classes_.size() ? classes_[index].get() : nullptr;
+}
+
+void ClassSet::Finish() {
+  Sort();
+  byName_.clear();
+  for (const auto& entityClass : classes_) {
+    byName_.try_emplace(entityClass->classname, entityClass.get());
+  }
+  BuildMenu();
+}
+
+void ClassSet::Sort() {
+  // Of equal names the one that came last is found first: the later text of a file overrides.
+  std::reverse(classes_.begin(), classes_.end());
+  std::stable_sort(classes_.begin(), classes_.end(), [](const auto& a, const auto& b) {
+    if (a->IsNative() != b->IsNative()) return a->IsNative();
+    const int order = CompareNoCase(a->classname, b->classname);
+    return a->IsNative() ? order > 0 : order < 0;
+  });
+}
+
+void ClassSet::BuildMenu() {
+  menu_.clear();
+  std::unordered_map<std::string, std::size_t> groups;  // indices into menu_
+  const auto prefixOf = [](const auto& entityClass) {
+    return entityClass->Prefix().substr(0, MAXGROUPNAME);
+  };
+  for (std::size_t i = 0; i < classes_.size(); ++i) {
+    const std::string prefix = prefixOf(classes_[i]);
+    const bool hasSibling = i + 1 < classes_.size() && prefixOf(classes_[i + 1]) == prefix;
+    auto group = groups.find(prefix);
+    if (group == groups.end() && hasSibling && groups.size() < MAXGROUPS) {
+      group = groups.emplace(prefix, menu_.size()).first;
+      menu_.push_back({prefix, 0, {}});
+    }
+    auto& items = group == groups.end() ? menu_ : menu_[group->second].items;
+    items.push_back({classes_[i]->classname, FIRSTMENUID + static_cast<unsigned>(i), {}});
+  }
+}
+
+ClassLibrary::ClassLibrary(const SearchPath& path, Reporter& reporter, LoadProgress& progress)
+    : path_(path),
+      reporter_(reporter),
+      progress_(progress),
+      native_(std::make_unique<ClassSet>(*this)),
+      default_(native_.get()) {}
+
+ClassSet& ClassLibrary::Get(const std::string& name, bool quiet) {
+  if (ClassSet* set = FindOrLoad(name)) return *set;
+  if (!quiet) {
+    reporter_.Show("Error", Format("Could not load .qc file \"%s\", using default", name.c_str()));
+  }
+  return *native_;
+}
+
+void ClassLibrary::LoadDefault(const std::string& name) {
+  defaultName_ = name;
+  ClassSet* set = FindOrLoad(name);
+  default_ = set ? set : native_.get();
+  if (set) return;
+  reporter_.Show("Error", Format("Could not load default .qc file %s! Set the default in Options.",
+                                 name.c_str()));
+}
+
+ClassSet* ClassLibrary::FindOrLoad(const std::string& name) {
+  for (const auto& set : sets_) {
+    if (EqualNoCase(set->FileName(), name)) return set.get();
+  }
+  const ProgressScope scope(progress_, name);
+  auto set = std::make_unique<ClassSet>(*this);
+  if (!path_.Offer(name, [&](const std::string& path) { return set->Load(path); })) return nullptr;
+  // Asked for again it goes by this name, wherever it was found.
+  set->SetFileName(name);
+  return sets_.emplace_back(std::move(set)).get();
+}
+
+Colour ClassLibrary::NextOutlineColour() {
+  outlineSeed_ = outlineSeed_ * 1664525u + 1013904223u;
+  return OUTLINECOLOURS[(outlineSeed_ >> 16) % NUMOUTLINECOLOURS];
+}
+
+}  // namespace ferrowand

@@ -1,0 +1,100 @@
+// The entity classes of one QuakeC file together with the editor's own seven, and the library that
+// shares such sets between maps.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "document/classes/entity_class.h"
+
+namespace ferrowand {
+
+class ClassLibrary;
+class LoadProgress;
+class Reporter;
+class SearchPath;
+
+// The class menu as plain data: an item is a class, or a group that holds classes.
+struct ClassMenuItem {
+  std::string text;
+  unsigned id = 0;  // 1000 + index of the class; 0 for a group
+  std::vector<ClassMenuItem> items;
+};
+
+class ClassSet {
+ public:
+  // Native classes only.
+  explicit ClassSet(ClassLibrary& library);
+  ~ClassSet();
+
+  // Adds the classes that the comments of the file describe; false when it cannot be opened.
+  // Mistakes in the file are reported one by one under "Parsing Error" with their line; a class is
+  // made of every comment that opens with QUAKED, however malformed the rest.
+  bool Load(const std::string& path);
+
+  const std::string& FileName() const { return fileName_; }
+  void SetFileName(std::string name) { fileName_ = std::move(name); }
+  // The first class of exactly that name in the order of Classes(); else "unknown".
+  EntityClass& FindClass(std::string_view classname) const;
+  // Native classes first, names descending; then the file's, ascending without regard to case, and
+  // of equal names the last one of the file first.
+  const std::vector<std::unique_ptr<EntityClass>>& Classes() const { return classes_; }
+  EntityClass* ClassOfMenuId(unsigned id) const;
+  const std::vector<ClassMenuItem>& Menu() const { return menu_; }
+  ClassLibrary& Library() const { return library_; }
+
+ private:
+  void Finish();
+  void Sort();
+  void BuildMenu();
+
+  ClassLibrary& library_;
+  std::string fileName_;
+  std::vector<std::unique_ptr<EntityClass>> classes_;
+  std::unordered_map<std::string_view, EntityClass*> byName_;
+  EntityClass* unknown_ = nullptr;
+  std::vector<ClassMenuItem> menu_;
+};
+
+// Sets live from their first use to the end of the program. The library is also what ties every
+// entity, through its class, to the reporter and to the default set.
+class ClassLibrary {
+ public:
+  ClassLibrary(const SearchPath& path, Reporter& reporter, LoadProgress& progress);
+
+  // The set of the named file: one that is loaded already (names compared without regard to case),
+  // else read as named (less what the name shares with the current folder), then from each folder
+  // of the search path. When none can be read that is said, unless quiet, and the native set given.
+  ClassSet& Get(const std::string& name, bool quiet = false);
+
+  // The set of new maps; Native() when the file cannot be read, which is said.
+  void LoadDefault(const std::string& name);
+  ClassSet& Default() const { return *default_; }
+  const std::string& DefaultName() const { return defaultName_; }
+  // Only the seven.
+  ClassSet& Native() const { return *native_; }
+
+  Reporter& Report() const { return reporter_; }
+  LoadProgress& Progress() const { return progress_; }
+
+  // One of the ten outline colours, a different one each time.
+  Colour NextOutlineColour();
+
+ private:
+  ClassSet* FindOrLoad(const std::string& name);
+
+  const SearchPath& path_;
+  Reporter& reporter_;
+  LoadProgress& progress_;
+  std::vector<std::unique_ptr<ClassSet>> sets_;
+  std::unique_ptr<ClassSet> native_;
+  ClassSet* default_;
+  std::string defaultName_;
+  std::uint32_t outlineSeed_ = 1;
+};
+
+}  // namespace ferrowand

@@ -1,0 +1,52 @@
+#include "document/classes/entity_class.h"
+
+#include "document/entity.h"
+
+namespace ferrowand {
+namespace {
+
+// Cut to a whole number of which the low 8 bits remain; what no whole number holds is 0.
+std::uint8_t ToPen(float component) {
+  const double scaled = static_cast<double>(component) * 255;
+  return scaled > -2147483648.0 && scaled < 2147483648.0
+             ? static_cast<std::uint8_t>(static_cast<std::int32_t>(scaled))
+             : std::uint8_t{0};
+}
+
+}  // namespace
+
+Pen EntityClass::ClassPen() const {
+  return {{ToPen(red), ToPen(green), ToPen(blue)}};
+}
+
+std::string EntityClass::Prefix() const {
+  return classname.substr(0, classname.find('_'));
+}
+
+bool EntityClass::HasSizeBox() const {
+  return minx != 32000;
+}
+
+bool EntityClass::IsVisible(const entity&) const {
+  return true;
+}
+
+bool EntityClass::IsEnabled(const entity&) const {
+  return true;
+}
+
+bool EntityClass::IsMarked(const entity& e) const {
+  return e.state == 1;
+}
+
+Bounds EntityClass::EntityBounds(const entity& e) const {
+  Bounds bounds = e.brush.Box();
+  for (const EntityPtr& child : e.getEntityList()) bounds.Add(child->GetBounds());
+  if (e.HasOrigin() && HasSizeBox()) {
+    bounds.Add(e.Origin() + Vec3(minx, miny, minz));
+    bounds.Add(e.Origin() + Vec3(maxx, maxy, maxz));
+  }
+  return bounds;
+}
+
+}  // namespace ferrowand

@@ -1,0 +1,102 @@
+#include "document/classes/special_classes.h"
+
+#include <cstring>
+#include <string>
+
+#include "base/path_text.h"
+#include "base/text_reader.h"
+#include "document/map.h"
+#include "document/transform.h"
+#include "geometry/matrix.h"
+
+namespace ferrowand {
+namespace {
+
+bool IsHidden(const entity& e) {
+  const char* classname = e.GetKey("classname");
+  return classname && EqualNoCase(classname, "hidden");
+}
+
+bool HasKey(const entity& e, const char* name, const char* value) {
+  const char* found = e.GetKey(name);
+  return found && std::strcmp(found, value) == 0;
+}
+
+const entity* FindTemplateClass(const entity& tree, const char* name) {
+  // The class first: almost everything in a map is told apart by it without reading a key.
+  if (tree.getClass()->Kind() == EntityKind::TemplateClass && HasKey(tree, "XMPentityname", name) &&
+      HasKey(tree, "classname", "templateClass")) {
+    return &tree;
+  }
+  for (const EntityPtr& child : tree.getEntityList()) {
+    if (const entity* found = FindTemplateClass(*child, name)) return found;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+void HideEntity(entity& e) {
+  if (IsHidden(e)) return;
+  if (const char* classname = e.GetKey("classname")) e.SetKey("XMPoldclassname", classname);
+  e.SetKey("classname", "hidden");
+}
+
+void ShowHiddenEntities(entity& root) {
+  if (IsHidden(root) && !root.IsVisible()) {
+    const char* old = root.GetKey("XMPoldclassname");
+    root.SetKey("classname", old ? old : "brush");
+  }
+  for (const EntityPtr& child : root.getEntityList()) ShowHiddenEntities(*child);
+}
+
+Bounds EmbedBox(const entity& embed) {
+  constexpr float REACH = 16;
+  const auto number = [&](const char* key, float otherwise) {
+    const char* value = embed.GetKey(key);
+    return value ? static_cast<float>(ParseFloat(value)) : otherwise;
+  };
+  Bounds box;
+  for (int axis = 0; axis < 3; ++axis) {
+    box.mins[axis] = number(EMBED_MIN_KEYS[axis], -REACH);
+    box.maxs[axis] = number(EMBED_MAX_KEYS[axis], REACH);
+  }
+  return box;
+}
+
+InstanceShape ShapeOf(const entity& instance) {
+  InstanceShape shape;
+  if (const char* angle = instance.GetKey("angle")) shape.angle = ParseInt(angle);
+  if (!instance.GetKey(SCALE_KEYS[0]) || !instance.GetKey(SCALE_KEYS[1])) return shape;
+  for (int axis = 0; axis < 3; ++axis) {
+    // Meant: z is not asked for, and flattens where it is not told.
+    const char* factor = instance.GetKey(SCALE_KEYS[axis]);
+    shape.scale[axis] = factor ? ParseFloat(factor) : 0;
+  }
+  return shape;
+}
+
+// An instance inside an expansion is in no map and so finds nothing: a template that holds an
+// instance of itself ends there.
+const entity* FindTemplateClass(const entity& instance) {
+  const char* name = instance.GetKey("XMPclass");
+  const Map* map = instance.OwningMap();
+  return name && map ? FindTemplateClass(*map, name) : nullptr;
+}
+
+EntityPtr ExpandInstance(const entity& instance) {
+  const entity* source = FindTemplateClass(instance);
+  if (!source) return nullptr;
+  EntityPtr copy = source->Copy();
+  copy->state = 0;  // what an instance shows is seen, however closed its template is
+  const InstanceShape shape = ShapeOf(instance);
+  const Vec3 scale(shape.scale);
+  if (scale != Vec3(1, 1, 1)) {
+    TransformEntity(*copy, Matrix::Diagonal(scale.x, scale.y, scale.z), {});
+  }
+  if (shape.angle != 0) TransformEntity(*copy, Matrix::TurnZ(shape.angle), {});
+  if (instance.HasOrigin()) TranslateEntity(*copy, instance.Origin());
+  return copy;
+}
+
+}  // namespace ferrowand

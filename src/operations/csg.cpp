@@ -1,0 +1,148 @@
+#include "operations/csg.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "base/report.h"
+#include "operations/brush_check.h"
+#include "operations/face_check.h"
+
+namespace ferrowand {
+namespace {
+
+constexpr const char* SOURCE = "brush.cpp";
+constexpr int SMALLEST_HALF = 3;  // faces, before the cap
+
+struct Sides {
+  bool front = false;
+  bool back = false;
+};
+
+Sides SidesOf(const Face& face, const Plane& plane) {
+  Sides sides;
+  if (!face.w) return sides;
+  for (const WindingPoint& p : std::as_const(*face.w).Points()) {
+    const double distance = plane.DistanceTo(DVec3(p.Position()));
+    sides.front |= distance > ON_EPSILON;
+    sides.back |= distance < -ON_EPSILON;
+  }
+  return sides;
+}
+
+Sides SidesOf(const Brush& brush, const Plane& plane) {
+  Sides sides;
+  for (const Face& face : brush.Faces()) {
+    const Sides ofFace = SidesOf(face, plane);
+    sides.front |= ofFace.front;
+    sides.back |= ofFace.back;
+  }
+  return sides;
+}
+
+// Everything but the shape.
+Face FaceLike(const Face& look) {
+  Face face;
+  face.texture = look.texture;
+  face.name = look.name;
+  face.rotation = look.rotation;
+  face.xoff = look.xoff;
+  face.yoff = look.yoff;
+  face.xscale = look.xscale;
+  face.yscale = look.yscale;
+  return face;
+}
+
+Face WithoutWinding(const Face& face) {
+  Face copy = FaceLike(face);
+  copy.planepts = face.planepts;
+  copy.plane = face.plane;
+  return copy;
+}
+
+// False when the cap is one face too many. `line` is that of the check.
+bool CloseHalf(Brush& half, const Plane& plane, const Face& look, const char* check, unsigned line,
+               Reporter& reporter) {
+  if (half.getNumFaces() < SMALLEST_HALF) {
+    half.Clear();
+    return true;
+  }
+  // Meant to be asked once more, although it has just been answered.
+  if (!(half.getNumFaces() > 2)) reporter.Assert(check, SOURCE, line);
+  Face cap = FaceLike(look);
+  cap.plane = plane;
+  const WindingPtr square = BasePolyForPlane(plane, reporter);
+  for (std::size_t i = 0; i < 3; ++i) cap.planepts[i] = square->Points()[i].Position();
+  if (!half.AddFace(std::move(cap))) return false;
+  half.Rebuild(reporter);
+  return true;
+}
+
+bool Split(const Brush& source, const Plane& split, const Face& look, Brush& outside, Brush& inside,
+           Reporter& reporter) {
+  outside.Clear();
+  inside.Clear();
+  if (source.getNumFaces() == 0) return false;
+  for (const Face& face : source.Faces()) {
+    const Sides sides = SidesOf(face, split);
+    if (sides.front) outside.AddFace(WithoutWinding(face));
+    if (sides.back) inside.AddFace(WithoutWinding(face));
+  }
+  const bool fits =
+      CloseHalf(outside, split.Flipped(), look, "outside->getNumFaces()>2", 1852, reporter) &&
+      CloseHalf(inside, split, look, "inside->getNumFaces()>2", 1867, reporter);
+  if (!fits) {
+    outside.Clear();
+    inside.Clear();
+  }
+  return true;
+}
+
+}  // namespace
+
+bool SplitBrush(const Brush& source, const Plane& split, Brush& outside, Brush& inside,
+                Reporter& reporter) {
+  if (source.getNumFaces() == 0) {
+    outside.Clear();
+    inside.Clear();
+    return false;
+  }
+  return Split(source, split, source.face(0), outside, inside, reporter);
+}
+
+Carving Carve(const Brush& source, const Brush& cutter, const ClassSet& classes, CapTexture caps,
+              Reporter& reporter) {
+  Carving carving{true, {}, source.Copy()};
+  Brush& rest = carving.inside;
+  for (const Face& face : cutter.Faces()) {
+    const Sides sides = SidesOf(rest, face.plane);
+    if (sides.back && !sides.front) continue;
+    EntityPtr piece = std::make_unique<entity>(classes);
+    if (sides.front && !sides.back) {
+      // All of it is outside. Its faces on the plane are its own, and so stay.
+      piece->brush = std::exchange(rest, Brush(source.Outline()));
+      carving.outside.push_back(std::move(piece));
+      break;
+    }
+    Brush inside(source.Outline());
+    const Face& look = caps == CapTexture::First ? rest.face(0) : face;
+    Split(rest, face.plane, look, piece->brush, inside, reporter);
+    rest = std::move(inside);
+    carving.isWhole =
+        piece->brush.getNumFaces() >= SMALLEST_SOLID && rest.getNumFaces() >= SMALLEST_SOLID;
+    if (!carving.isWhole) break;
+    carving.outside.push_back(std::move(piece));
+  }
+  return carving;
+}
+
+bool IsKeepable(const Brush& piece, Reporter& reporter) {
+  // Whether rounded points still make a plane is known better by the save itself.
+  const auto isSound = [](const Face& face) {
+    const CheckCode code = FaceCheck(face, ON_EPSILON);
+    return code == CheckCode::None || code == CheckCode::NoNormal;
+  };
+  return piece.getNumFaces() >= SMALLEST_SOLID && std::ranges::all_of(piece.Faces(), isSound) &&
+         IsBrushConvex(piece) && SurvivesSaving(piece, reporter);
+}
+
+}  // namespace ferrowand

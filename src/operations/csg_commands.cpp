@@ -1,0 +1,298 @@
+#include "operations/csg_commands.h"
+
+#include <algorithm>
+#include <iterator>
+#include <span>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+#include "base/report.h"
+#include "document/classes/entity_class.h"
+#include "document/edit_step.h"
+#include "document/map.h"
+#include "document/selection.h"
+#include "operations/csg.h"
+
+namespace ferrowand {
+namespace {
+
+// Pieces of pieces stand below each other; from here on they stand beside each other, so that a map
+// in which much was cut can be read again.
+constexpr int MAXNESTING = MAXDEPTH / 2;
+
+int DepthOf(const entity& e) {
+  int depth = 0;
+  for (const entity* parent = e.Parent(); parent; parent = parent->Parent()) ++depth;
+  return depth;
+}
+
+BoxTree BoxesOf(const std::vector<const Brush*>& brushes) {
+  std::vector<Bounds> boxes;
+  boxes.reserve(brushes.size());
+  for (const Brush* brush : brushes) boxes.push_back(brush->Box());
+  return BoxTree(std::move(boxes));
+}
+
+void AddCutters(const entity& cutter, std::vector<const Brush*>& brushes) {
+  if (cutter.brush.getNumFaces() > 0) brushes.push_back(&cutter.brush);
+  if (!cutter.IsMarked()) return;
+  for (const EntityPtr& child : cutter.getEntityList()) AddCutters(*child, brushes);
+}
+
+std::vector<const Brush*> CuttersOf(std::span<entity* const> objects) {
+  std::vector<const Brush*> brushes;
+  for (const entity* object : objects) AddCutters(*object, brushes);
+  return brushes;
+}
+
+bool AreKeepable(const std::vector<EntityPtr>& pieces, Reporter& reporter) {
+  return std::ranges::all_of(
+      pieces, [&](const EntityPtr& piece) { return IsKeepable(piece->brush, reporter); });
+}
+
+void ReportUncut(std::size_t uncut, Reporter& reporter) {
+  if (uncut == 0) return;
+  reporter.Show("Ferrowand says",
+                Format("%u of the brushes could not be cut and stay as they were: a piece would "
+                       "have too many faces, or be too small for whole units.",
+                       static_cast<unsigned>(uncut)));
+}
+
+// One walk over the map: each brush is cut by the cutters that it meets, in their order, and so is
+// each piece by those behind the one that made it.
+class Subtraction {
+ public:
+  Subtraction(std::vector<const Brush*> cutters, EditStep& step)
+      : cutters_(std::move(cutters)),
+        boxes_(BoxesOf(cutters_)),
+        step_(step),
+        reporter_(step.map().Data().reporter) {}
+
+  void Spare(std::span<entity* const> objects) { spared_.insert(objects.begin(), objects.end()); }
+  void CutTree(entity& target);
+
+  const CsgCount& Count() const { return count_; }
+  // Those that are in pieces now and do not lie within another, in the order of the map.
+  const std::vector<entity*>& Outermost() const { return outermost_; }
+
+ private:
+  struct Work {
+    entity* object;
+    std::vector<std::size_t> cutters;
+    int depth;
+  };
+
+  bool CutBrush(entity& target);
+  bool Cut(const Work& work, std::vector<Work>& more);
+  void Give(entity& target, int depth, std::vector<EntityPtr> pieces, const Work& rest,
+            std::vector<Work>& more);
+
+  std::vector<const Brush*> cutters_;
+  BoxTree boxes_;
+  EditStep& step_;
+  Reporter& reporter_;
+  std::unordered_set<const entity*> spared_;
+  CsgCount count_;
+  std::vector<entity*> outermost_;
+};
+
+void Subtraction::CutTree(entity& target) {
+  if (spared_.contains(&target) || !target.IsVisible() || !target.IsEnabled()) return;
+  const std::size_t before = outermost_.size();
+  const std::size_t children = target.getEntityList().size();
+  for (std::size_t i = 0; i < children; ++i) CutTree(*target.getEntityList()[i]);
+  if (!CutBrush(target)) return;
+  outermost_.resize(before);
+  outermost_.push_back(&target);
+}
+
+bool Subtraction::CutBrush(entity& target) {
+  if (target.brush.getNumFaces() == 0) return false;
+  std::vector<std::size_t> met = boxes_.Overlapping(target.brush.Box());
+  if (met.empty()) return false;
+  std::vector<Work> open;
+  const bool isCut = Cut({&target, std::move(met), DepthOf(target)}, open);
+  while (!open.empty()) {
+    const Work next = std::move(open.back());
+    open.pop_back();
+    Cut(next, open);
+  }
+  return isCut;
+}
+
+bool Subtraction::Cut(const Work& work, std::vector<Work>& more) {
+  entity& target = *work.object;
+  bool failed = false;
+  for (auto cutter = work.cutters.begin(); cutter != work.cutters.end(); ++cutter) {
+    const Brush& by = *cutters_[*cutter];
+    if (!BoxesOverlap(target.brush.Box(), by.Box())) continue;
+    Carving carving = Carve(target.brush, by, *step_.map().classSet, CapTexture::First, reporter_);
+    if (!carving.isWhole || !AreKeepable(carving.outside, reporter_)) {
+      failed = true;
+      continue;
+    }
+    step_.ChangeKeys(target);
+    target.brush.Clear();
+    ++count_.cut;
+    Give(target, work.depth, std::move(carving.outside),
+         {nullptr, {cutter + 1, work.cutters.end()}, 0}, more);
+    return true;
+  }
+  if (failed) ++count_.uncut;
+  return false;
+}
+
+void Subtraction::Give(entity& target, int depth, std::vector<EntityPtr> pieces, const Work& rest,
+                       std::vector<Work>& more) {
+  const bool isDeep = depth >= MAXNESTING && target.Parent();
+  entity& holder = isDeep ? *target.Parent() : target;
+  for (EntityPtr& piece : pieces) {
+    entity& given = step_.Add(std::move(piece), holder);
+    if (!rest.cutters.empty()) more.push_back({&given, rest.cutters, isDeep ? depth : depth + 1});
+  }
+}
+
+// To the end of what holds them, in the order given; those of one parent in a row at once.
+void MoveToEnd(EditStep& step, const std::vector<entity*>& objects) {
+  std::vector<std::vector<entity*>> families;
+  std::unordered_map<const entity*, std::size_t> familyOf;
+  for (entity* object : objects) {
+    if (!object->Parent()) continue;
+    const auto [found, isNew] = familyOf.try_emplace(object->Parent(), families.size());
+    if (isNew) families.emplace_back();
+    families[found->second].push_back(object);
+  }
+  for (const auto& family : families) step.Move(family, *family.front()->Parent());
+}
+
+// In the order given, at the end of what holds them; what stood in the map itself goes where the
+// map puts new objects. Those that stand in that order already go at once.
+void GiveBack(EditStep& step, std::span<entity* const> objects) {
+  Map& map = step.map();
+  while (!objects.empty()) {
+    entity& parent = *objects.front()->Parent();
+    std::size_t run = 1;
+    while (run < objects.size() && objects[run]->Parent() == &parent &&
+           parent.IndexOf(*objects[run - 1]) < parent.IndexOf(*objects[run])) {
+      ++run;
+    }
+    const auto within = [&](const entity* e) { return map.NewParent().IsWithin(*e); };
+    const bool isHomeless = &parent == &map && std::ranges::none_of(objects.first(run), within);
+    step.Move(objects.first(run), isHomeless ? map.NewParent() : parent);
+    objects = objects.subspan(run);
+  }
+}
+
+void AddTargets(const entity& e, std::vector<const Brush*>& brushes) {
+  if (!e.IsVisible() || !e.IsEnabled()) return;
+  if (e.brush.getNumFaces() > 0) brushes.push_back(&e.brush);
+  for (const EntityPtr& child : e.getEntityList()) AddTargets(*child, brushes);
+}
+
+// The parts of one brush inside any of the others; what lies in several is taken once.
+class Intersection {
+ public:
+  Intersection(std::vector<const Brush*> cutters, const ClassSet& classes, Reporter& reporter)
+      : cutters_(std::move(cutters)),
+        boxes_(BoxesOf(cutters_)),
+        classes_(classes),
+        reporter_(reporter) {}
+
+  // False when a part would be lost.
+  bool Add(const Brush& target, entity& holder) const;
+
+ private:
+  std::vector<const Brush*> cutters_;
+  BoxTree boxes_;
+  const ClassSet& classes_;
+  Reporter& reporter_;
+};
+
+bool Intersection::Add(const Brush& target, entity& holder) const {
+  std::vector<EntityPtr> outside;
+  outside.push_back(std::make_unique<entity>(classes_));
+  outside.back()->brush = target.Copy();
+  for (const std::size_t cutter : boxes_.Overlapping(target.Box())) {
+    std::vector<EntityPtr> next;
+    for (const EntityPtr& piece : outside) {
+      Carving carving =
+          Carve(piece->brush, *cutters_[cutter], classes_, CapTexture::First, reporter_);
+      if (!carving.isWhole) return false;
+      std::ranges::move(carving.outside, std::back_inserter(next));
+      if (carving.inside.getNumFaces() == 0) continue;
+      if (!IsKeepable(carving.inside, reporter_)) return false;
+      EntityPtr common = std::make_unique<entity>(classes_);
+      common->brush = std::move(carving.inside);
+      holder.AddChild(std::move(common));
+    }
+    outside = std::move(next);
+  }
+  return true;
+}
+
+}  // namespace
+
+CsgCount Subtract(entity& target, const Brush& cutter, EditStep& step) {
+  Subtraction subtraction({&cutter}, step);
+  subtraction.CutTree(target);
+  return subtraction.Count();
+}
+
+CsgCount SubtractEntity(entity& target, const entity& cutter, EditStep& step) {
+  std::vector<const Brush*> cutters;
+  AddCutters(cutter, cutters);
+  Subtraction subtraction(std::move(cutters), step);
+  subtraction.CutTree(target);
+  return subtraction.Count();
+}
+
+void SubtractSelection(Map& map) {
+  const std::vector<entity*> objects = SelectedRoots(map);
+  if (objects.empty()) return;
+  CsgCount count;
+  {
+    EditStep step(map);
+    Subtraction subtraction(CuttersOf(objects), step);
+    subtraction.Spare(objects);
+    subtraction.CutTree(map);
+    count = subtraction.Count();
+    if (count.cut > 0) {
+      // Nothing leaves the map: there is no need to look through the selection at every move.
+      std::vector<entity*> selection = std::exchange(map.selection, {});
+      MoveToEnd(step, subtraction.Outermost());
+      GiveBack(step, objects);
+      map.selection = std::move(selection);
+    }
+  }
+  ReportUncut(count.uncut, map.Data().reporter);
+}
+
+entity* IntersectSelection(Map& map) {
+  const std::vector<entity*> objects = SelectedRoots(map);
+  if (map.selection.size() != 2 || objects.size() != 2) return nullptr;
+  Reporter& reporter = map.Data().reporter;
+  std::vector<const Brush*> targets;
+  AddTargets(*objects[0], targets);
+  const Intersection intersection(CuttersOf({objects.data() + 1, 1}), *map.classSet, reporter);
+  EntityPtr common = std::make_unique<entity>(*map.classSet);
+  std::size_t lost = 0;
+  for (const Brush* target : targets) lost += !intersection.Add(*target, *common);
+  ReportUncut(lost, reporter);
+  if (lost > 0) return nullptr;
+
+  if (common->getEntityList().empty()) {
+    map.selection.clear();
+    return nullptr;
+  }
+  EditStep step(map);
+  step.Remove(objects);
+  map.selection.clear();
+  common->SetKey("XMPentityname", "CSGed father");
+  entity& added = step.Add(std::move(common), map);
+  map.selection.push_back(&added);
+  return &added;
+}
+
+}  // namespace ferrowand

@@ -1,0 +1,69 @@
+#include "operations/insert.h"
+
+#include <string>
+#include <utility>
+
+#include "base/path_text.h"
+#include "document/classes/class_set.h"
+#include "document/edit_step.h"
+#include "document/map.h"
+#include "document/selection.h"
+#include "operations/new_entity.h"
+
+namespace ferrowand {
+namespace {
+
+template <typename Change>
+EditResult ChangeKeysOfSelection(Map& map, const Change& change) {
+  const std::vector<entity*> roots = SelectedRoots(map);
+  if (roots.empty()) return EditResult::NothingSelected;
+  EditStep step(map);
+  for (entity* root : roots) {
+    step.ChangeKeys(*root);
+    change(*root);
+  }
+  return EditResult::Done;
+}
+
+}  // namespace
+
+EditResult InsertEntity(Map& map, const EntityClass& entityClass, const Vec3& at) {
+  return AddAndSelect(map, NewEntity(map, entityClass.classname), at);
+}
+
+EditResult InsertCopy(Map& map, const entity& prototype, const Vec3& at) {
+  EntityPtr copy = prototype.Copy();
+  copy->ResolveClasses(*map.classSet);
+  copy->ResolveTextures(map.wads);
+  return AddAndSelect(map, std::move(copy), at);
+}
+
+EditResult SetKeyOfSelection(Map& map, std::string_view name, std::string_view value) {
+  const std::string fitName = FitForKey(name), fitValue = FitForKey(value);
+  return ChangeKeysOfSelection(map, [&](entity& e) { e.SetKey(fitName, fitValue); });
+}
+
+EditResult RemoveKeyOfSelection(Map& map, std::string_view name) {
+  return ChangeKeysOfSelection(map, [&](entity& e) {
+    for (int i = e.numkeys() - 1; i >= 0; --i) {
+      if (EqualNoCase(e.KeyName(i), name)) e.RemoveKey(i);
+    }
+  });
+}
+
+EditResult SetClassOfSelection(Map& map, const EntityClass& entityClass) {
+  return ChangeKeysOfSelection(map, [&](entity& e) {
+    e.SetKey("classname", entityClass.classname);
+    if (entityClass.hasTilde) e.SetFlags(entityClass.tildeValue);
+  });
+}
+
+EditResult DeleteSelection(Map& map) {
+  const std::vector<entity*> roots = SelectedRoots(map);
+  if (roots.empty()) return EditResult::NothingSelected;
+  EditStep step(map);
+  RemoveObjects(step, roots);
+  return EditResult::Done;
+}
+
+}  // namespace ferrowand

@@ -1,0 +1,112 @@
+#include "operations/new_entity.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+#include "base/report.h"
+#include "document/classes/class_set.h"
+#include "document/classes/special_classes.h"
+#include "document/edit_step.h"
+#include "document/map.h"
+#include "document/selection.h"
+
+namespace ferrowand {
+namespace {
+
+int Height(const entity& e) {
+  int height = 0;
+  for (const EntityPtr& child : e.getEntityList()) height = std::max(height, Height(*child));
+  return height + 1;
+}
+
+std::vector<entity*> ParentsOf(std::span<entity* const> objects) {
+  std::vector<entity*> parents;
+  std::unordered_set<const entity*> known;
+  for (const entity* object : objects) {
+    if (known.insert(object->Parent()).second) parents.push_back(object->Parent());
+  }
+  return parents;
+}
+
+void RemoveEmptied(EditStep& step, const std::vector<entity*>& parents) {
+  for (entity* e : parents) {
+    while (e && e->Parent() && e->getClass()->Kind() != EntityKind::Layer && !e->HasOrigin() &&
+           e->getEntityList().empty() && e->brush.getNumFaces() == 0) {
+      entity* const above = e->Parent();
+      step.Remove(*e);
+      e = above;
+    }
+  }
+}
+
+}  // namespace
+
+EntityPtr NewEntity(const Map& map, std::string_view classname) {
+  auto e = std::make_unique<entity>(*map.classSet);
+  EntityClass& known = map.classSet->FindClass(classname);
+  e->SetKey("classname", classname);
+  e->SetClass(&known);  // outside a map its name was looked for in the default set
+  if (known.hasTilde) e->SetFlags(known.tildeValue);
+  return e;
+}
+
+EditResult AddAndSelect(Map& map, EntityPtr e, const Vec3& at) {
+  if (!MayAddTo(map.NewParent())) return EditResult::Declined;
+  e->SetOrigin(at);
+  EditStep step(map);
+  entity& added = step.Add(std::move(e), map);
+  Select(map, IsReachable(added) ? &added : nullptr, false);
+  return EditResult::Done;
+}
+
+std::string UnusedName(const Map& map, std::string_view prefix) {
+  std::unordered_set<std::string> names;
+  ForEachEntity(map, [&](const entity& e) {
+    const char* name = e.GetKey("XMPentityname");
+    if (name && std::string_view(name).starts_with(prefix)) names.insert(name);
+  });
+  for (int number = 1;; ++number) {
+    std::string name = std::string(prefix) + std::to_string(number);
+    if (!names.contains(name)) return name;
+  }
+}
+
+std::string FitForKey(std::string_view text) {
+  constexpr std::size_t LONGEST = 1023;
+  std::string fit(text.substr(0, std::min(text.find('\0'), LONGEST)));
+  std::ranges::replace(fit, '"', '\'');
+  return fit;
+}
+
+bool MayAddTo(const entity& parent) {
+  for (const entity* e = &parent; e; e = e->Parent()) {
+    if (e->IsVisible() && e->IsEnabled()) continue;
+    Reporter& reporter = e->getClass()->Set().Library().Report();
+    return reporter.Show("Ferrowand asks",
+                         "The current layer is hidden or disabled. Add the object?", Buttons::YesNo,
+                         Icon::Question) == Answer::Yes;
+  }
+  return true;
+}
+
+bool FitsBelow(const entity& parent, std::span<const entity* const> objects, int levels) {
+  int depth = 0;
+  for (const entity* e = &parent; e->Parent(); e = e->Parent()) ++depth;
+  int height = 0;
+  for (const entity* object : objects) height = std::max(height, Height(*object));
+  return depth + levels + height < MAXDEPTH;
+}
+
+void RemoveObjects(EditStep& step, std::span<entity* const> objects) {
+  const std::vector<entity*> parents = ParentsOf(objects);
+  step.Remove(objects);
+  RemoveEmptied(step, parents);
+}
+
+void MoveObjects(EditStep& step, std::span<entity* const> objects, entity& parent) {
+  const std::vector<entity*> parents = ParentsOf(objects);
+  step.Move(objects, parent);
+  RemoveEmptied(step, parents);
+}
+
+}  // namespace ferrowand

@@ -1,0 +1,39 @@
+// What the commands share that bring new entities into a map.
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "document/entity.h"
+#include "operations/edit_result.h"
+
+namespace ferrowand {
+
+class EditStep;
+
+// Of the class that the map knows by that name, with the flags that it fixes. In no map yet.
+EntityPtr NewEntity(const Map& map, std::string_view classname);
+
+// A new object becomes a part of the map there, and is what is selected.
+EditResult AddAndSelect(Map& map, EntityPtr e, const Vec3& at);
+
+// The prefix and the lowest number that makes it no object's XMPentityname yet.
+std::string UnusedName(const Map& map, std::string_view prefix);
+
+// A text as a key or a value can hold it: a file knows no way to write a double quote within one.
+std::string FitForKey(std::string_view text);
+
+// Whether objects are to be put there: asked when they would be out of sight or reach.
+bool MayAddTo(const entity& parent);
+
+// Whether objects may be put there, with so many levels between: a file that is nested too deep
+// cannot be read back.
+bool FitsBelow(const entity& parent, std::span<const entity* const> objects, int levels);
+
+// Out of the map, or to another parent; a group that loses its last member goes with it.
+void RemoveObjects(EditStep& step, std::span<entity* const> objects);
+void MoveObjects(EditStep& step, std::span<entity* const> objects, entity& parent);
+
+}  // namespace ferrowand

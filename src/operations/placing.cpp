@@ -1,0 +1,115 @@
+#include "operations/placing.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "document/classes/class_set.h"
+#include "document/classes/special_classes.h"
+#include "document/entity.h"
+#include "document/transform.h"
+#include "operations/brush_check.h"
+#include "operations/placed_keys.h"
+#include "operations/texture_lock.h"
+
+namespace ferrowand {
+namespace {
+
+DVec3 Row(const Matrix& matrix, unsigned y) {
+  return DVec3(matrix.At(0, y), matrix.At(1, y), matrix.At(2, y));
+}
+
+Bounds BoundsAlone(const entity& e) {
+  Bounds bounds = e.brush.Box();
+  if (e.HasOrigin()) bounds.Add(e.Origin());
+  return bounds;
+}
+
+// What each object of a tree was fit for, root first.
+struct Fitness {
+  bool inside;
+  bool sound;
+};
+
+// Whole steps along the axes change no shape.
+bool ShapeMayChange(const Placing& placing) {
+  if (!placing.IsMove()) return true;
+  for (int axis = 0; axis < 3; ++axis) {
+    if (placing.By()[axis] != std::round(placing.By()[axis])) return true;
+  }
+  return false;
+}
+
+std::vector<Fitness> FitnessOf(const entity& tree, bool checkShape) {
+  std::vector<Fitness> all;
+  Reporter& reporter = tree.getClass()->Set().Library().Report();
+  ForEachEntity(tree, [&](const entity& e) {
+    const Bounds bounds = BoundsAlone(e);
+    all.push_back({bounds.IsEmpty() || IsInsideWorld(bounds),
+                   !checkShape || SurvivesSaving(e.brush, reporter)});
+  });
+  return all;
+}
+
+EditResult Compare(const std::vector<Fitness>& before, const std::vector<Fitness>& after) {
+  for (std::size_t i = 0; i < before.size(); ++i) {
+    if (before[i].inside && !after[i].inside) return EditResult::OutsideWorld;
+    if (before[i].sound && !after[i].sound) return EditResult::BreaksBrush;
+  }
+  return EditResult::Done;
+}
+
+void Move(entity& e, const Placing& placing, bool textureLock) {
+  if (placing.IsMove()) {
+    TranslateEntity(e, placing.By());
+    if (textureLock) ShiftTextures(e, DVec3(placing.By()));
+    return;
+  }
+  if (textureLock) {
+    const TextureLock lock(e);
+    TransformEntity(e, placing.Linear(), placing.Centre());
+    lock.Apply(e, [&](const DVec3& p) { return placing.Apply(p); });
+  } else {
+    TransformEntity(e, placing.Linear(), placing.Centre());
+  }
+  PlaceKeys(e, placing);
+}
+
+}  // namespace
+
+Placing::Placing(const Matrix& matrix, const DVec3& centre) : matrix_(matrix), centre_(centre) {
+  isMove_ = true;
+  for (unsigned y = 0; y < 3; ++y) {
+    for (unsigned x = 0; x < 3; ++x) isMove_ &= matrix.At(x, y) == (x == y ? 1.0f : 0.0f);
+  }
+}
+
+bool Placing::KeepsVolume() const {
+  const double volume = Dot(Row(matrix_, 0), Cross(Row(matrix_, 1), Row(matrix_, 2)));
+  return std::isfinite(volume) && volume != 0 && std::isfinite(centre_.x + centre_.y + centre_.z) &&
+         std::isfinite(by_.x + by_.y + by_.z);
+}
+
+bool Placing::KeepsShape() const {
+  constexpr double SLACK = 1e-4;
+  const double length = Dot(Row(matrix_, 0), Row(matrix_, 0));
+  for (unsigned y = 0; y < 3; ++y) {
+    const DVec3 row = Row(matrix_, y);
+    if (std::fabs(Dot(row, row) - length) > SLACK * length) return false;
+    if (std::fabs(Dot(row, Row(matrix_, (y + 1) % 3))) > SLACK * length) return false;
+  }
+  return true;
+}
+
+DVec3 Placing::Apply(const DVec3& p) const {
+  return isMove_ ? p + DVec3(by_) : Transform(p, matrix_, centre_);
+}
+
+EditResult Place(entity& e, const Placing& placing, bool textureLock) {
+  if (placing.IsNone()) return EditResult::Done;
+  const bool checkShape = ShapeMayChange(placing);
+  const std::vector<Fitness> before = FitnessOf(e, checkShape);
+  Move(e, placing, textureLock);
+  return Compare(before, FitnessOf(e, checkShape));
+}
+
+}  // namespace ferrowand

@@ -1,0 +1,33 @@
+// Template classes, their instances, and embedded maps.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "geometry/vec.h"
+#include "operations/edit_result.h"
+
+namespace ferrowand {
+
+class Map;
+
+// Of all template classes of the map, in its order.
+std::vector<std::string> TemplateNames(const Map& map);
+
+// The selection becomes a template class of that name, with the pivot as its origin, and an
+// instance, which is selected, takes its place: the map looks as before.
+EditResult MakeTemplate(Map& map, std::string_view name, const Vec3& pivot);
+
+struct InstanceSettings {
+  std::string templateName;
+  int angle = 0;  // degrees
+  Vec3 scale{1, 1, 1};
+};
+// Selects it.
+EditResult InsertInstance(Map& map, const InstanceSettings& settings, const Vec3& origin);
+
+// The box is relative to the origin. Selects it.
+EditResult InsertEmbed(Map& map, std::string_view filename, const Bounds& box, const Vec3& origin);
+
+}  // namespace ferrowand

@@ -1,0 +1,143 @@
+#include "operations/texture_lock.h"
+
+#include <cmath>
+#include <numbers>
+
+#include "document/classes/special_classes.h"
+#include "document/entity.h"
+
+namespace ferrowand {
+namespace {
+
+constexpr double DEGREE = std::numbers::pi / 180;
+constexpr double ARM = 64;  // world units between the points of a pin
+
+double ScaleOf(float scale) {
+  return scale == 0 ? 1 : scale;
+}
+
+// Texels at a point.
+struct Projection {
+  explicit Projection(const Face& face)
+      : axes(TextureAxesOf(face.plane.normal)),
+        c(std::cos(face.rotation * DEGREE)),
+        s(std::sin(face.rotation * DEGREE)),
+        xscale(ScaleOf(face.xscale)),
+        yscale(ScaleOf(face.yscale)) {}
+
+  // Without the offsets.
+  double S(const DVec3& p) const { return (c * Dot(p, axes.s) - s * Dot(p, axes.t)) / xscale; }
+  double T(const DVec3& p) const { return (s * Dot(p, axes.s) + c * Dot(p, axes.t)) / yscale; }
+
+  const TextureAxes& axes;
+  double c, s, xscale, yscale;
+};
+
+// How a value changes along the two axes of the projection, from how it changes along two
+// directions of the plane.
+struct Slope {
+  double across, down;
+};
+
+Slope SlopeOf(const DVec3& u, const DVec3& v, double alongU, double alongV,
+              const TextureAxes& axes) {
+  const double ua = Dot(u, axes.s), ud = Dot(u, axes.t);
+  const double va = Dot(v, axes.s), vd = Dot(v, axes.t);
+  const double det = ua * vd - ud * va;
+  return {(alongU * vd - alongV * ud) / det, (alongV * ua - alongU * va) / det};
+}
+
+float WholeDegrees(double radians) {
+  const double degrees = std::round(radians / DEGREE);
+  return static_cast<float>(degrees < 0 ? degrees + 360 : degrees);
+}
+
+DVec3 Middle(const winding& w) {
+  DVec3 sum;
+  for (const WindingPoint& p : w.Points()) sum = sum + DVec3(p.Position());
+  return sum * (1.0 / w.numpoints);
+}
+
+bool HasNormal(const Plane& plane) {
+  return std::isfinite(plane.normal.x + plane.normal.y + plane.normal.z);
+}
+
+}  // namespace
+
+TextureLock::Pin TextureLock::PinOf(const Face& face) {
+  Pin pin{};
+  pin.isValid = face.HasShape() && HasNormal(face.plane);
+  if (!pin.isValid) return pin;
+  // Straight above the axes of the projection lie directions of the plane itself.
+  const Projection projection(face);
+  const DVec3& normal = face.plane.normal;
+  const DVec3& facing = projection.axes.normal;
+  const auto onPlane = [&](const DVec3& axis) {
+    return (axis - facing * (Dot(axis, normal) / Dot(facing, normal))) * ARM;
+  };
+  pin.at = Middle(*face.w);
+  pin.u = onPlane(projection.axes.s);
+  pin.v = onPlane(projection.axes.t);
+  const DVec3 points[] = {pin.at, pin.at + pin.u, pin.at + pin.v};
+  for (int i = 0; i < 3; ++i) {
+    pin.s[i] = projection.S(points[i]) + face.xoff;
+    pin.t[i] = projection.T(points[i]) + face.yoff;
+  }
+  return pin;
+}
+
+void TextureLock::Hold(Face& face, const Pin& pin, const DVec3 (&moved)[3]) {
+  const TextureAxes& axes = TextureAxesOf(face.plane.normal);
+  const DVec3 u = moved[1] - moved[0];
+  const DVec3 v = moved[2] - moved[0];
+  const Slope s = SlopeOf(u, v, pin.s[1] - pin.s[0], pin.s[2] - pin.s[0], axes);
+  const Slope t = SlopeOf(u, v, pin.t[1] - pin.t[0], pin.t[2] - pin.t[0], axes);
+  // The sign of the one scale stays, that of the other tells whether the texture is mirrored.
+  const double sign = face.xscale < 0 ? -1 : 1;
+  const float rotation = WholeDegrees(std::atan2(-s.down * sign, s.across * sign));
+  const double c = std::cos(rotation * DEGREE);
+  const double sn = std::sin(rotation * DEGREE);
+  const float xscale = static_cast<float>(1 / (c * s.across - sn * s.down));
+  const float yscale = static_cast<float>(1 / (sn * t.across + c * t.down));
+  if (!std::isfinite(xscale) || !std::isfinite(yscale)) return;
+  face.rotation = rotation;
+  face.xscale = xscale;
+  face.yscale = yscale;
+  const Projection projection(face);
+  face.xoff = static_cast<float>(pin.s[0] - projection.S(moved[0]));
+  face.yoff = static_cast<float>(pin.t[0] - projection.T(moved[0]));
+}
+
+TextureLock::TextureLock(const entity& e) {
+  ForEachEntity(e, [this](const entity& part) {
+    for (const Face& face : part.brush.Faces()) pins_.push_back(PinOf(face));
+  });
+}
+
+void TextureLock::Apply(entity& e, const std::function<DVec3(const DVec3&)>& move) const {
+  auto pin = pins_.begin();
+  const auto hold = [&](auto& self, entity& part) -> void {
+    for (int i = 0; i < part.brush.getNumFaces(); ++i, ++pin) {
+      Face& face = part.brush.face(i);
+      if (!pin->isValid || !HasNormal(face.plane)) continue;
+      Hold(face, *pin, {move(pin->at), move(pin->at + pin->u), move(pin->at + pin->v)});
+      UpdateFromWinding(face);
+    }
+    for (const EntityPtr& child : part.getEntityList()) self(self, *child);
+  };
+  hold(hold, e);
+}
+
+void ShiftTextures(entity& e, const DVec3& by) {
+  for (int i = 0; i < e.brush.getNumFaces(); ++i) {
+    Face& face = e.brush.face(i);
+    if (!HasNormal(face.plane)) continue;
+    const Projection projection(face);
+    face.xoff = static_cast<float>(face.xoff - projection.S(by));
+    face.yoff = static_cast<float>(face.yoff - projection.T(by));
+    UpdateFromWinding(face);
+  }
+  for (const EntityPtr& child : e.getEntityList()) ShiftTextures(*child, by);
+}
+
+}  // namespace ferrowand

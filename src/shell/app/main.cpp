@@ -1,0 +1,18 @@
+// The entry of the editor.
+#include "shell/system/win32.h"
+
+#include "platform/system.h"
+#include "platform/win32/registry_settings_store.h"
+#include "shell/app/app.h"
+#include "shell/dialogs/message_box_sink.h"
+
+int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int) {
+  using namespace ferrowand;
+  MessageBoxSink sink;
+  SystemDialogs dialogs;
+  SystemClipboard clipboard;
+  const auto settings = MakeRegistrySettingsStore();
+  App app(instance, {sink, dialogs, clipboard, *settings, CurrentDirectory()});
+  if (!app.Start(commandLine)) return 0;
+  return app.Run();
+}

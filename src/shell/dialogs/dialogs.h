@@ -1,0 +1,52 @@
+// What waits for the user inside a modal window of the system: file choosers, popup menus, small
+// boxes. A seam, so that tests can answer.
+#pragma once
+
+#include "shell/system/win32.h"
+
+#include <array>
+#include <optional>
+#include <string>
+
+#include "platform/canvas.h"
+#include "shell/dialogs/form_dialog.h"
+
+namespace ferrowand {
+
+struct FileChoice {
+  bool saving = false;  // asks before an existing file is chosen
+  std::string title;
+  std::string filter;        // "Name|*.a;*.b|Other name|*.c|"
+  unsigned filterIndex = 1;  // the one shown at first, counted from 1
+  std::string name;          // shown at first
+  std::string extension;     // for a name without one, unless the filter has its own
+};
+
+class Dialogs {
+ public:
+  virtual ~Dialogs() = default;
+
+  // The whole path, or nothing when the user thinks better of it.
+  virtual std::optional<std::string> ChooseFile(HWND owner, const FileChoice& choice) = 0;
+  // The colour, shown at first as it is, or nothing when the user thinks better of it.
+  virtual std::optional<Colour> ChooseColour(HWND owner, Colour colour) = 0;
+  // The command chosen, 0 for none. The owner receives no command message.
+  virtual unsigned TrackPopup(HWND owner, HMENU menu, POINT screen) = 0;
+  virtual void ShowAbout(HWND owner) = 0;
+  // False when the user thinks better of it; else the form has accepted what was typed.
+  virtual bool Ask(HWND owner, const Form& form) = 0;
+};
+
+class SystemDialogs : public Dialogs {
+ public:
+  std::optional<std::string> ChooseFile(HWND owner, const FileChoice& choice) override;
+  std::optional<Colour> ChooseColour(HWND owner, Colour colour) override;
+  unsigned TrackPopup(HWND owner, HMENU menu, POINT screen) override;
+  void ShowAbout(HWND owner) override;
+  bool Ask(HWND owner, const Form& form) override;
+
+ private:
+  std::array<COLORREF, 16> ownColours_{};  // that the user has mixed
+};
+
+}  // namespace ferrowand

@@ -1,0 +1,175 @@
+#include "shell/frame/frame.h"
+
+#include <commctrl.h>
+
+#include <array>
+
+#include "shell/app/app.h"
+#include "shell/resources/resource.h"
+
+namespace ferrowand {
+namespace {
+
+// The popup of the menu bar that holds the command.
+HMENU PopupWith(HMENU bar, unsigned command) {
+  for (int i = 0; i < GetMenuItemCount(bar); ++i) {
+    const HMENU popup = GetSubMenu(bar, i);
+    if (popup && GetMenuState(popup, command, MF_BYCOMMAND) != static_cast<UINT>(-1)) return popup;
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+LRESULT CALLBACK WindowFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_NCCREATE) {
+    const auto* create = reinterpret_cast<const CREATESTRUCTA*>(lParam);
+    auto* frame = static_cast<Frame*>(create->lpCreateParams);
+    frame->window_ = window;
+    SetObject(window, frame);
+  }
+  if (auto* frame = ObjectOf<Frame>(window)) return frame->Handle(message, wParam, lParam);
+  return DefWindowProcA(window, message, wParam, lParam);
+}
+
+Frame::Frame(App& app) : app_(app), primitivePopup_(app.instance) {}
+
+bool Frame::Create() {
+  return CreateWindowExA(WS_EX_ACCEPTFILES, FRAME_CLASS, "Ferrowand",
+                         WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
+                         CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, app_.instance,
+                         this) != nullptr;
+}
+
+void Frame::Destroy() {
+  if (window_) DestroyWindow(window_);
+}
+
+void Frame::OnCreate(HWND window) {
+  CLIENTCREATESTRUCT create{};
+  create.hWindowMenu = PopupWith(GetMenu(window), Id(Command::TileWindows));
+  create.idFirstChild = ID_FIRST_CHILD;
+  client_ = CreateWindowExA(WS_EX_CLIENTEDGE, app_.classes.MdiClient(), "",
+                            WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_HSCROLL | WS_VSCROLL, 0, 0,
+                            0, 0, window, nullptr, app_.instance, &create);
+  if (app_.options.showToolbar) ShowToolbar(true);
+  ShowRecentMaps();
+}
+
+PixelSize Frame::ClientSize() const {
+  RECT area{};
+  GetClientRect(client_, &area);
+  return {static_cast<int>(area.right), static_cast<int>(area.bottom)};
+}
+
+void Frame::ShowToolbar(bool shown) {
+  if (!shown) {
+    toolbar_.Destroy();
+  } else if (!toolbar_.Exists() && !toolbar_.Create(window_, app_.instance)) {
+    app_.reporter.Show("Error",
+                       Format("Toolbar failed to create, GetLastError=%lu", GetLastError()));
+  }
+  RefreshToolbar();
+  OnSize();
+}
+
+void Frame::RefreshToolbar() {
+  toolbar_.SetStates([this](unsigned id) { return app_.IsAvailable(id); },
+                     [this](unsigned id) { return app_.IsChecked(id); });
+  toolbar_.ShowRotationStep(app_.options.rotationStep);
+}
+
+void Frame::ShowRecentMaps() {
+  const HMENU menu = GetMenu(window_);
+  for (std::size_t i = 0; i < Options::NUMRECENTMAPS; ++i) {
+    const std::string text = RecentMapText(app_.options, i);
+    const UINT id = Id(Command::RecentMap) + static_cast<UINT>(i);
+    ModifyMenuA(menu, id, MF_BYCOMMAND | MF_STRING, id, text.c_str());
+  }
+}
+
+void Frame::OnSize() {
+  RECT area;
+  GetClientRect(window_, &area);
+  const int top = toolbar_.Fit();
+  MoveWindow(client_, 0, top, area.right, area.bottom > top ? area.bottom - top : 0, TRUE);
+}
+
+void Frame::OnInitMenu(HMENU menu) {
+  for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+    const UINT id = GetMenuItemID(menu, i);
+    if (!FindCommand(id)) continue;
+    const auto at = static_cast<UINT>(i);
+    EnableMenuItem(menu, at, MF_BYPOSITION | (app_.IsAvailable(id) ? MF_ENABLED : MF_GRAYED));
+    CheckMenuItem(menu, at, MF_BYPOSITION | (app_.IsChecked(id) ? MF_CHECKED : MF_UNCHECKED));
+  }
+}
+
+void Frame::OnDropFiles(HDROP files) {
+  const UINT count = DragQueryFileA(files, 0xFFFFFFFF, nullptr, 0);
+  std::vector<std::string> paths;
+  for (UINT i = 0; i < count; ++i) {
+    std::string path(DragQueryFileA(files, i, nullptr, 0) + 1, '\0');
+    path.resize(DragQueryFileA(files, i, path.data(), static_cast<UINT>(path.size())));
+    paths.push_back(std::move(path));
+  }
+  DragFinish(files);
+  if (app_.progress.IsLoading()) return;
+  for (const std::string& path : paths) app_.OpenMap(path);
+}
+
+LRESULT Frame::OnNotify(LPARAM lParam) {
+  const auto* header = reinterpret_cast<const NMHDR*>(lParam);
+  if (header->code != TTN_GETDISPINFOA) return 0;
+  auto* info = reinterpret_cast<NMTTDISPINFOA*>(lParam);
+  // The table's texts end in a zero byte: they are literals.
+  info->lpszText = const_cast<char*>(ToolTip(static_cast<unsigned>(header->idFrom)).data());
+  return 0;
+}
+
+LRESULT Frame::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_CREATE:
+      OnCreate(window_);
+      return 0;
+    case WM_SIZE:
+      if (wParam != SIZE_MINIMIZED) OnSize();
+      return 0;
+    case WM_COMMAND:
+      if (!FindCommand(LOWORD(wParam))) break;
+      app_.Execute(LOWORD(wParam));
+      return 0;
+    case WM_INITMENUPOPUP:
+      if (HIWORD(lParam) == 0) OnInitMenu(reinterpret_cast<HMENU>(wParam));
+      break;
+    case WM_MEASUREITEM:
+      primitivePopup_.Measure(*reinterpret_cast<MEASUREITEMSTRUCT*>(lParam));
+      return TRUE;
+    case WM_DRAWITEM:
+      primitivePopup_.Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+      return TRUE;
+    case WM_NOTIFY:
+      return OnNotify(lParam);
+    case WM_DROPFILES:
+      OnDropFiles(reinterpret_cast<HDROP>(wParam));
+      return 0;
+    case WM_CLOSE:
+      if (app_.MayQuit()) DestroyWindow(window_);
+      return 0;
+    case WM_QUERYENDSESSION:
+      return app_.MayQuit();
+    case WM_DESTROY:
+      toolbar_.Destroy();
+      PostQuitMessage(0);
+      return 0;
+    case WM_NCDESTROY: {
+      const LRESULT result = DefFrameProcA(window_, client_, message, wParam, lParam);
+      SetObject(window_, nullptr);
+      window_ = client_ = nullptr;
+      return result;
+    }
+  }
+  return DefFrameProcA(window_, client_, message, wParam, lParam);
+}
+
+}  // namespace ferrowand

@@ -1,0 +1,103 @@
+#include "shell/frame/load_window.h"
+
+#include <commctrl.h>
+
+#include "base/path_text.h"
+#include "base/report.h"
+#include "platform/system.h"
+
+namespace ferrowand {
+namespace {
+
+constexpr int NAME_TEXT = 1, COUNTER_TEXT = 2, BAR = 3;
+constexpr int BAR_RANGE = 1000;
+constexpr DWORD SHOW_INTERVAL = 40;  // milliseconds; loads count faster than anyone reads
+
+void CreateControls(HWND window, HINSTANCE instance) {
+  const auto add = [&](const char* windowClass, DWORD style, int id, int y, int height) {
+    const HWND control = CreateWindowExA(
+        0, windowClass, "", WS_CHILD | WS_VISIBLE | style, 16, y, 360, height, window,
+        reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), instance, nullptr);
+    SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)),
+                 0);
+    return control;
+  };
+  add("STATIC", SS_LEFTNOWORDWRAP | SS_NOPREFIX, NAME_TEXT, 20, 18);
+  const HWND bar = add(PROGRESS_CLASSA, 0, BAR, 52, 20);
+  SendMessageA(bar, PBM_SETRANGE32, 0, BAR_RANGE);
+  add("STATIC", SS_LEFTNOWORDWRAP | SS_NOPREFIX, COUNTER_TEXT, 88, 18);
+}
+
+}  // namespace
+
+LRESULT CALLBACK LoadWindowFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_CREATE:
+      CreateControls(window, reinterpret_cast<CREATESTRUCTA*>(lParam)->hInstance);
+      return 0;
+    case WM_CTLCOLORSTATIC:
+      SetBkMode(reinterpret_cast<HDC>(wParam), TRANSPARENT);
+      return reinterpret_cast<LRESULT>(GetStockObject(LTGRAY_BRUSH));
+    case WM_CLOSE:
+      return 0;
+  }
+  return DefWindowProcA(window, message, wParam, lParam);
+}
+
+LoadWindow::~LoadWindow() {
+  if (window_) DestroyWindow(window_);
+}
+
+void LoadWindow::Begin(const std::string& fileName) {
+  names_.push_back(StripCommonPrefix(fileName, CurrentDirectory()));
+  if (!window_) {
+    if (owner_) EnableWindow(owner_, FALSE);
+    window_ = CreateWindowExA(WS_EX_DLGMODALFRAME, LOAD_WINDOW_CLASS, "Loading",
+                              WS_POPUP | WS_VISIBLE | WS_DLGFRAME, 70, 100, 400, 150, owner_,
+                              nullptr, instance_, nullptr);
+  }
+  ShowName();
+}
+
+void LoadWindow::ShowName() {
+  SetDlgItemTextA(window_, NAME_TEXT, Format("Loading: %s ....", names_.back().c_str()).c_str());
+  lastShown_ = 0;
+  UpdateWindow(window_);
+}
+
+void LoadWindow::Step(const char* format, unsigned count, unsigned part, unsigned whole) {
+  const DWORD now = GetTickCount();
+  const bool isLast = whole > 0 && part >= whole;
+  if (now - lastShown_ < SHOW_INTERVAL && !isLast) return;
+  lastShown_ = now;
+  char text[80];
+  wsprintfA(text, format, count);
+  SetDlgItemTextA(window_, COUNTER_TEXT, text);
+  if (whole > 0) {
+    const auto position = static_cast<WPARAM>(1.0 * BAR_RANGE * part / whole);
+    SendDlgItemMessageA(window_, BAR, PBM_SETPOS, position, 0);
+  }
+  Pump();
+}
+
+void LoadWindow::Pump() {
+  MSG message;
+  while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+    if (message.message == WM_QUIT) {
+      PostQuitMessage(static_cast<int>(message.wParam));
+      return;
+    }
+    DispatchMessageA(&message);
+  }
+}
+
+void LoadWindow::End() {
+  names_.pop_back();
+  if (!names_.empty()) return ShowName();
+  // In this order: a window that goes while its owner is disabled hands the focus to a stranger.
+  if (owner_) EnableWindow(owner_, TRUE);
+  DestroyWindow(window_);
+  window_ = nullptr;
+}
+
+}  // namespace ferrowand

@@ -1,0 +1,107 @@
+#include "shell/frame/toolbar.h"
+
+#include <array>
+
+#include "base/command_table.h"
+#include "shell/resources/resource.h"
+#include "shell/system/handles.h"
+
+namespace ferrowand {
+namespace {
+
+constexpr COLORREF TRANSPARENT_COLOUR = RGB(255, 0, 255);
+
+// Buttons behind which a gap stands.
+bool EndsGroup(std::size_t index) {
+  constexpr std::size_t LAST[] = {5, 7, 9, 11, 13, 17, 19, 21, 24, 26, 31, 32};
+  for (const std::size_t last : LAST) {
+    if (last == index) return true;
+  }
+  return false;
+}
+
+TBBUTTON Gap() {
+  TBBUTTON gap{};
+  gap.fsStyle = BTNS_SEP;
+  return gap;
+}
+
+}  // namespace
+
+HIMAGELIST LoadToolPictures(HINSTANCE instance) {
+  const OwnedBitmap strip(static_cast<HBITMAP>(
+      LoadImageA(instance, MAKEINTRESOURCEA(ID_TOOLBAR_BITMAP), IMAGE_BITMAP, 0, 0, 0)));
+  // In the picture's own 16 colours the list would take the system's.
+  const HIMAGELIST pictures =
+      ImageList_Create(TOOL_PICTURE, TOOL_PICTURE, ILC_COLOR24 | ILC_MASK, NUMTOOLBUTTONS, 0);
+  ImageList_AddMasked(pictures, strip.get(), TRANSPARENT_COLOUR);
+  return pictures;
+}
+
+bool Toolbar::Create(HWND owner, HINSTANCE instance) {
+  window_ = CreateWindowExA(
+      0, TOOLBARCLASSNAMEA, "",
+      WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_TOOLTIPS | TBSTYLE_FLAT | TBSTYLE_LIST, 0,
+      0, 0, 0, owner, nullptr, instance, nullptr);
+  if (!window_) return false;
+  SendMessageA(window_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
+  SendMessageA(window_, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS);
+  SendMessageA(window_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(LoadToolPictures(instance)));
+
+  const auto& buttons = ToolbarButtons();
+  for (std::size_t i = 0; i < buttons.size(); ++i) {
+    TBBUTTON button{};
+    button.iBitmap = static_cast<int>(i);
+    button.idCommand = static_cast<int>(Id(buttons[i].command));
+    const bool hasText = buttons[i].command == Command::ToolRotationStep;
+    button.fsStyle = hasText ? BTNS_AUTOSIZE | BTNS_SHOWTEXT : BTNS_BUTTON;
+    SendMessageA(window_, TB_ADDBUTTONSA, 1, reinterpret_cast<LPARAM>(&button));
+    if (!EndsGroup(i)) continue;
+    const TBBUTTON gap = Gap();
+    SendMessageA(window_, TB_ADDBUTTONSA, 1, reinterpret_cast<LPARAM>(&gap));
+  }
+  return true;
+}
+
+void Toolbar::Destroy() {
+  if (!window_) return;
+  const auto pictures = reinterpret_cast<HIMAGELIST>(SendMessageA(window_, TB_GETIMAGELIST, 0, 0));
+  DestroyWindow(window_);
+  if (pictures) ImageList_Destroy(pictures);
+  window_ = nullptr;
+  shownStep_ = 0;
+}
+
+int Toolbar::Fit() {
+  if (!window_) return 0;
+  SendMessageA(window_, TB_AUTOSIZE, 0, 0);
+  RECT place;
+  GetWindowRect(window_, &place);
+  return place.bottom - place.top;
+}
+
+void Toolbar::SetStates(const Ask& isAvailable, const Ask& isChecked) {
+  if (!window_) return;
+  for (const ToolbarButton& button : ToolbarButtons()) {
+    const unsigned id = Id(button.command);
+    const LRESULT state =
+        (isAvailable(id) ? TBSTATE_ENABLED : 0) | (isChecked(id) ? TBSTATE_CHECKED : 0);
+    if (SendMessageA(window_, TB_GETSTATE, id, 0) != state) {
+      SendMessageA(window_, TB_SETSTATE, id, state);
+    }
+  }
+}
+
+void Toolbar::ShowRotationStep(int degrees) {
+  if (!window_ || degrees == shownStep_) return;
+  shownStep_ = degrees;
+  std::wstring text = std::to_wstring(degrees) + L'\u00B0';
+  TBBUTTONINFOW button{};
+  button.cbSize = sizeof button;
+  button.dwMask = TBIF_TEXT;
+  button.pszText = text.data();
+  SendMessageW(window_, TB_SETBUTTONINFOW, Id(Command::ToolRotationStep),
+               reinterpret_cast<LPARAM>(&button));
+}
+
+}  // namespace ferrowand

@@ -1,0 +1,78 @@
+#include "shell/windows/key_list_window.h"
+
+#include <optional>
+#include <string>
+
+#include "platform/file.h"
+#include "platform/system.h"
+#include "shell/app/app.h"
+
+namespace ferrowand {
+namespace {
+
+std::optional<std::string> ReadText(const std::string& name) {
+  const FileHandle handle = file::Open(name, FileAccess::Read);
+  if (handle == INVALID_FILE) return std::nullopt;
+  std::string text(file::Size(handle), '\0');
+  text.resize(file::Read(handle, text.data(), text.size()));
+  file::Close(handle);
+  return text;
+}
+
+// An edit control ends its lines with both characters only.
+std::string WithCarriageReturns(const std::string& text) {
+  std::string lines;
+  for (const char c : text) {
+    if (c == '\n') lines += '\r';
+    if (c != '\r') lines += c;
+  }
+  return lines;
+}
+
+}  // namespace
+
+LRESULT CALLBACK KeyList(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  return ChildWindow::Dispatch(window, message, wParam, lParam);
+}
+
+KeyListWindow::KeyListWindow(App& app) : ChildWindow(app) {
+  Create(KEY_LIST_CLASS, "Key List");
+}
+
+void KeyListWindow::OnCreate() {
+  edit_ = CreateWindowExA(0, "EDIT", "",
+                          WS_CHILD | WS_VISIBLE | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE |
+                              ES_READONLY | ES_AUTOVSCROLL | ES_AUTOHSCROLL,
+                          0, 0, 0, 0, Handle(), nullptr, app_.instance, nullptr);
+  SendMessageA(edit_, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(ANSI_FIXED_FONT)), 0);
+  std::optional<std::string> text = ReadText("keylist.txt");
+  if (!text) text = ReadText(ProgramDirectory() + PathSeparator() + "keylist.txt");
+  if (text) {
+    SetWindowTextA(edit_, WithCarriageReturns(*text).c_str());
+  } else {
+    SetWindowTextA(Handle(), "Cannot open keylist.txt");
+  }
+}
+
+void KeyListWindow::Fit() {
+  RECT area;
+  GetClientRect(Handle(), &area);
+  MoveWindow(edit_, 0, 0, area.right, area.bottom, TRUE);
+}
+
+LRESULT KeyListWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_CREATE:
+      OnCreate();
+      break;
+    case WM_SIZE:
+      if (wParam != SIZE_MINIMIZED) Fit();
+      break;
+    case WM_SETFOCUS:
+      SetFocus(edit_);
+      break;
+  }
+  return DefMDIChildProcA(Handle(), message, wParam, lParam);
+}
+
+}  // namespace ferrowand

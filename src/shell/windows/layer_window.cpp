@@ -1,0 +1,314 @@
+#include "shell/windows/layer_window.h"
+
+#include <algorithm>
+#include <array>
+
+#include "document/classes/native_classes.h"
+#include "document/selection.h"
+#include "operations/layers.h"
+#include "shell/app/app.h"
+#include "shell/commands/commands.h"
+#include "shell/resources/resource.h"
+
+namespace ferrowand {
+namespace {
+
+// Pixels at the usual size of text.
+constexpr int WIDTH = 470, HEIGHT = 320;
+constexpr int MARGIN = 6, GAP = 4, BUTTON_HEIGHT = 23, SMALLEST_BUTTON = 106, SMALLEST_LIST = 80;
+
+constexpr int BUTTONS = ID_LAYER_PROPERTIES - ID_LAYER_ADD + 1;
+
+// The items of the popup.
+enum PopupItem : unsigned {
+  SHOW_VIEWPOINT = 1000,
+  ZOOM_AND_CENTRE,
+  SELECT,
+  ADD_TO_SELECTION,
+  SET_AS_LEADING,
+  PROPERTIES
+};
+
+// In the corner that the arranged views leave free.
+ChildPlace PlaceIn(const PixelSize& client) {
+  const int width = std::min(WIDTH, client.width), height = std::min(HEIGHT, client.height);
+  return {client.width - width, client.height - height, width, height};
+}
+
+bool HoldsReachable(const entity& layer) {
+  return layer.IsVisible() && layer.IsEnabled() &&
+         std::ranges::any_of(layer.getEntityList(),
+                             [](const EntityPtr& object) { return IsReachable(*object); });
+}
+
+// Full rows only.
+int ButtonsPerRow(int width) {
+  int count = BUTTONS;
+  while (count > 1 && width < count * (SMALLEST_BUTTON + GAP) - GAP) count /= 2;
+  return count;
+}
+
+bool IsTextBox(HWND window) {
+  char name[16] = "";
+  GetClassNameA(window, name, sizeof name);
+  return CompareNoCase(name, "Edit") == 0;
+}
+
+// Keys that mean something in the dialog. All others are commands here as everywhere.
+bool IsDialogKey(WPARAM key) {
+  constexpr std::array KEYS{VK_TAB,   VK_SPACE, VK_RETURN, VK_ESCAPE, VK_UP,   VK_DOWN,   VK_LEFT,
+                            VK_RIGHT, VK_HOME,  VK_END,    VK_PRIOR,  VK_NEXT, VK_DELETE, VK_F2};
+  return std::ranges::find(KEYS, static_cast<int>(key)) != KEYS.end();
+}
+
+}  // namespace
+
+LRESULT CALLBACK LayerFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  return ChildWindow::Dispatch(window, message, wParam, lParam);
+}
+
+LayerWindow::LayerWindow(App& app, Map& map) : ChildWindow(app), map_(map) {
+  Create(LAYER_CLASS, "Layers", PlaceIn(app.frame.ClientSize()), WS_CLIPCHILDREN,
+         app.options.smallCaptions ? WS_EX_TOOLWINDOW : 0);
+}
+
+LayerWindow::~LayerWindow() = default;
+
+void LayerWindow::OnCreate() {
+  dialog_ = CreateDialogParamA(app_.instance, MAKEINTRESOURCEA(ID_LAYERS), Handle(),
+                               LayerDialogFunc, reinterpret_cast<LPARAM>(this));
+  list_ = std::make_unique<LayerList>(dialog_, ID_LAYER_LIST, map_, *this);
+  Layout();
+  Refresh();
+}
+
+INT_PTR CALLBACK LayerWindow::LayerDialogFunc(HWND dialog, UINT message, WPARAM wParam,
+                                              LPARAM lParam) {
+  if (message == WM_INITDIALOG) {
+    SetObject(dialog, reinterpret_cast<void*>(lParam));
+    return FALSE;  // the list takes the focus
+  }
+  auto* window = ObjectOf<LayerWindow>(dialog);
+  if (!window || message != WM_COMMAND || HIWORD(wParam) != BN_CLICKED) return FALSE;
+  window->OnButton(LOWORD(wParam));
+  return TRUE;
+}
+
+void LayerWindow::Layout() const {
+  RECT area;
+  GetClientRect(Handle(), &area);
+  MoveWindow(dialog_, 0, 0, area.right, area.bottom, TRUE);
+  const int width = std::max(static_cast<int>(area.right) - 2 * MARGIN, 1);
+  const int perRow = ButtonsPerRow(width);
+  const int buttonsHeight = BUTTONS / perRow * (BUTTON_HEIGHT + GAP) - GAP + MARGIN;
+  const int height = std::max(static_cast<int>(area.bottom) - 2 * MARGIN, 1);
+  // In a low window the list is what counts: popup and keys do what the buttons do.
+  const bool hasButtons = height >= SMALLEST_LIST + buttonsHeight;
+  const int listHeight = hasButtons ? height - buttonsHeight : height;
+  MoveWindow(list_->Handle(), MARGIN, MARGIN, width, listHeight, TRUE);
+  for (int i = 0; i < BUTTONS; ++i) {
+    ShowWindow(GetDlgItem(dialog_, ID_LAYER_ADD + i), hasButtons ? SW_SHOWNA : SW_HIDE);
+  }
+  LayOutButtons(MARGIN, 2 * MARGIN + listHeight, width, perRow);
+}
+
+void LayerWindow::LayOutButtons(int left, int top, int width, int perRow) const {
+  for (int i = 0; i < BUTTONS; ++i) {
+    const int column = i % perRow, row = i / perRow;
+    const int from = column * (width + GAP) / perRow, to = (column + 1) * (width + GAP) / perRow;
+    MoveWindow(GetDlgItem(dialog_, ID_LAYER_ADD + i), left + from,
+               top + row * (BUTTON_HEIGHT + GAP), to - from - GAP, BUTTON_HEIGHT, TRUE);
+  }
+}
+
+void LayerWindow::SetTitle() {
+  SetWindowTextA(Handle(), ("Layers: " + map_.Name()).c_str());
+  SendMessageA(app_.frame.Client(), WM_MDIREFRESHMENU, 0, 0);
+}
+
+void LayerWindow::Refresh() {
+  list_->Refresh();
+  SelectedLayerChanged();  // the selection of objects may have changed too
+}
+
+void LayerWindow::SelectedLayerChanged() {
+  const entity* layer = list_ ? list_->Selected() : nullptr;
+  const auto enable = [&](int id, bool on) {
+    const HWND button = GetDlgItem(dialog_, id);
+    if ((IsWindowEnabled(button) != FALSE) == on) return;
+    if (!on && GetFocus() == button) list_->TakeFocus();
+    EnableWindow(button, on);
+  };
+  for (const int id : {ID_LAYER_RENAME, ID_LAYER_COLOUR, ID_LAYER_PROPERTIES}) enable(id, layer);
+  enable(ID_LAYER_REMOVE, layer && LayersOf(map_).size() > 1);
+  enable(ID_LAYER_MAKE_CURRENT, layer && !ReceivesObjects(*layer));
+  enable(ID_LAYER_SELECT, layer && HoldsReachable(*layer));
+  enable(ID_LAYER_MOVE_IN, layer && !map_.selection.empty());
+}
+
+bool LayerWindow::ReceivesObjects(const entity& layer) const {
+  return &layer == map_.currentLayer && !map_.leadingGroup;
+}
+
+bool LayerWindow::TakesMessage(MSG& message) {
+  if (message.hwnd != dialog_ && !IsChild(dialog_, message.hwnd)) return false;
+  const bool isKey = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
+  const bool isMenuKey = message.message == WM_SYSKEYDOWN || GetKeyState(VK_CONTROL) < 0;
+  if (!IsTextBox(message.hwnd)) {
+    if (isKey && (isMenuKey || !IsDialogKey(message.wParam))) return false;
+    if (message.message == WM_CHAR && message.wParam > VK_SPACE) return false;
+  }
+  return IsDialogMessageA(dialog_, &message) != FALSE;
+}
+
+void LayerWindow::OnButton(int id) {
+  if (id == ID_LAYER_ADD) return app_.Execute(Id(Command::InsertLayer));
+  entity* layer = list_->Selected();
+  if (layer) Edit(*layer, id);
+}
+
+void LayerWindow::Edit(entity& layer, int id) {
+  switch (id) {
+    case ID_LAYER_RENAME:
+      return list_->BeginRename();
+    case ID_LAYER_COLOUR:
+      return Perform(LayerAction::ChooseColour, layer);
+    case ID_LAYER_REMOVE:
+      return Perform(LayerAction::Remove, layer);
+    case ID_LAYER_MAKE_CURRENT:
+    case IDOK:  // Enter, in the list
+      return Perform(LayerAction::MakeCurrent, layer);
+    case ID_LAYER_SELECT:
+      return SelectObjectsOf(layer, false);
+    case ID_LAYER_MOVE_IN:
+      return MoveSelectionTo(layer);
+    case ID_LAYER_PROPERTIES:
+      return EditProperties(layer);
+  }
+}
+
+void LayerWindow::Perform(LayerAction action, entity& layer) {
+  switch (action) {
+    case LayerAction::ToggleVisible:
+      SetLayerState(map_, layer, layer.IsVisible(), !layer.IsEnabled());
+      return End(EditResult::Done);
+    case LayerAction::ToggleEnabled:
+      SetLayerState(map_, layer, !layer.IsVisible(), layer.IsEnabled());
+      return End(EditResult::Done);
+    case LayerAction::MakeCurrent:
+      MakeLayerCurrent(map_, layer);
+      return End(EditResult::Done);
+    case LayerAction::ChooseColour:
+      if (const auto colour = app_.dialogs.ChooseColour(app_.frame.Handle(), LayerColour(layer))) {
+        RecolourLayer(map_, layer, *colour);
+        End(EditResult::Done);
+      }
+      return;
+    case LayerAction::Remove:
+      return End(RemoveLayer(map_, layer));
+  }
+}
+
+void LayerWindow::Rename(entity& layer, const std::string& name) {
+  RenameLayer(map_, layer, name);
+  End(EditResult::Done);
+}
+
+void LayerWindow::EditProperties(entity& layer) {
+  const char* name = layer.GetKey("XMPentityname");
+  const Colour colour = LayerColour(layer);
+  const auto accept = [&](const FormValues& typed) {
+    constexpr const char* PARTS[] = {"Red", "Green", "Blue"};
+    std::array<std::uint8_t, 3> parts{};
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+      const auto part = WholeNumberOf(app_, typed[1 + i], PARTS[i], 0, 255);
+      if (!part) return false;
+      parts[i] = static_cast<std::uint8_t>(*part);
+    }
+    DescribeLayer(map_, layer, typed.front(), {parts[0], parts[1], parts[2]});
+    End(EditResult::Done);
+    return true;
+  };
+  app_.dialogs.Ask(app_.frame.Handle(), {"Layer properties",
+                                         "",
+                                         {{"Name", {name ? name : ""}, {}},
+                                          {"Red (0 to 255)", {std::to_string(colour.red)}, {}},
+                                          {"Green", {std::to_string(colour.green)}, {}},
+                                          {"Blue", {std::to_string(colour.blue)}, {}}},
+                                         accept});
+}
+
+void LayerWindow::MoveSelectionTo(entity& layer) {
+  const bool isOpen = layer.IsVisible() && layer.IsEnabled();
+  if (!isOpen && app_.reporter.Show("Ferrowand asks",
+                                    "The layer is hidden or disabled. Move the selection to it?",
+                                    Buttons::YesNo, Icon::Question) != Answer::Yes) {
+    return;
+  }
+  End(MoveSelectionToLayer(map_, layer));
+}
+
+void LayerWindow::SelectObjectsOf(entity& layer, bool add) {
+  SelectMembers(map_, layer, add);
+  End(EditResult::Done);
+}
+
+void LayerWindow::ZoomTo(const entity& layer) {
+  const Bounds box = layer.GetBounds();
+  for (MapView* view : app_.views.ViewsOf(map_)) {
+    view->CentreOn((box.mins + box.maxs) * 0.5f);
+    view->ZoomTo(box);
+  }
+}
+
+void LayerWindow::ShowPopup(entity& layer, POINT screen) {
+  const HMENU menu = app_.Popup(ID_POPUP_LAYER);
+  const auto enable = [&](PopupItem item, bool on) {
+    EnableMenuItem(menu, item, MF_BYCOMMAND | (on ? MF_ENABLED : MF_GRAYED));
+  };
+  enable(SHOW_VIEWPOINT, false);  // there is no camera to take there
+  enable(ZOOM_AND_CENTRE, !layer.GetBounds().IsEmpty());
+  enable(SELECT, HoldsReachable(layer));
+  enable(ADD_TO_SELECTION, HoldsReachable(layer));
+  enable(SET_AS_LEADING, !ReceivesObjects(layer));
+  switch (app_.dialogs.TrackPopup(Handle(), menu, screen)) {
+    case ZOOM_AND_CENTRE:
+      return ZoomTo(layer);
+    case SELECT:
+      return SelectObjectsOf(layer, false);
+    case ADD_TO_SELECTION:
+      return SelectObjectsOf(layer, true);
+    case SET_AS_LEADING:
+      return Perform(LayerAction::MakeCurrent, layer);
+    case PROPERTIES:
+      return EditProperties(layer);
+  }
+}
+
+void LayerWindow::End(EditResult result) {
+  Conclude(app_, map_, result);
+  app_.frame.RefreshToolbar();
+}
+
+LRESULT LayerWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_CREATE:
+      OnCreate();
+      break;
+    case WM_SIZE:
+      if (wParam != SIZE_MINIMIZED && list_) Layout();
+      break;  // the system's own child procedure must see it too
+    case WM_SETFOCUS:
+      if (list_) list_->TakeFocus();
+      break;
+    case WM_MDIACTIVATE:
+      app_.frame.RefreshToolbar();
+      break;
+    case WM_CLOSE:
+      app_.CloseWindow(*this);
+      return 0;
+  }
+  return DefMDIChildProcA(Handle(), message, wParam, lParam);
+}
+
+}  // namespace ferrowand

@@ -1,0 +1,60 @@
+// The window of a map's layers: their list over the buttons that act on the selected one.
+#pragma once
+
+#include "shell/system/win32.h"
+
+#include <memory>
+#include <string>
+
+#include "operations/edit_result.h"
+#include "shell/frame/child_window.h"
+#include "shell/windows/layer_list.h"
+
+namespace ferrowand {
+
+inline constexpr char LAYER_CLASS[] = "FRWLayerClass";
+
+LRESULT CALLBACK LayerFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+class LayerWindow : public ChildWindow, public LayerListHost {
+ public:
+  LayerWindow(App& app, Map& map);
+  ~LayerWindow() override;
+
+  // --- as a child of the frame
+  Map* GetMap() const override { return &map_; }
+  void SetTitle() override;
+  void Refresh() override;
+  bool TakesMessage(MSG& message) override;
+
+  HWND Dialog() const { return dialog_; }
+  const LayerList& List() const { return *list_; }
+
+  // --- as the list's host
+  void Perform(LayerAction action, entity& layer) override;
+  void Rename(entity& layer, const std::string& name) override;
+  void ShowPopup(entity& layer, POINT screen) override;
+  void SelectedLayerChanged() override;
+
+ private:
+  static INT_PTR CALLBACK LayerDialogFunc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
+
+  LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+  void OnCreate();
+  void OnButton(int id);
+  void Layout() const;
+  void LayOutButtons(int left, int top, int width, int perRow) const;
+  void Edit(entity& layer, int id);
+  void EditProperties(entity& layer);
+  void MoveSelectionTo(entity& layer);
+  void SelectObjectsOf(entity& layer, bool add);
+  void ZoomTo(const entity& layer);
+  bool ReceivesObjects(const entity& layer) const;
+  void End(EditResult result);
+
+  Map& map_;
+  HWND dialog_ = nullptr;
+  std::unique_ptr<LayerList> list_;
+};
+
+}  // namespace ferrowand

@@ -1,0 +1,334 @@
+// The MDI child: its creation, its status bar and what the view asks of it.
+#include "shell/windows/map_window.h"
+
+#include <commctrl.h>
+
+#include "shell/app/app.h"
+#include "shell/resources/resource.h"
+
+namespace ferrowand {
+namespace {
+
+constexpr int STATUS_HEIGHT = 27, SMALL_STATUS_HEIGHT = 20;  // pixels
+constexpr int GAP = 2;
+constexpr int CONTROL_HEIGHT = 16;
+constexpr int COORDINATES_LEFT = 18, COORDINATES_WIDTH = 70;
+constexpr int MESSAGE_LEFT = 90;
+constexpr int ZOOM_WIDTH = 80;
+constexpr int BUTTON_WIDTH = 8;
+constexpr COLORREF REFUSAL_COLOUR = RGB(192, 0, 0);
+constexpr UINT REFUSAL_TIME = 4000;  // milliseconds
+constexpr UINT_PTR REFUSAL_TIMER = 1;
+
+int ControlOf(ViewText which) {
+  switch (which) {
+    case ViewText::Message:
+      return ID_MESSAGE_TEXT;
+    case ViewText::Coordinates:
+      return ID_COORDINATES_TEXT;
+    case ViewText::ZoomAndGrid:
+      return ID_ZOOM_TEXT;
+  }
+  return 0;
+}
+
+RECT ToRect(const PixelRect& r) {
+  return {r.left, r.top, r.right, r.bottom};
+}
+
+void FillTriangle(HDC dc, POINT a, POINT b, POINT c) {
+  const POINT corners[] = {a, b, c};
+  SelectObject(dc, GetStockObject(BLACK_BRUSH));
+  Polygon(dc, corners, 3);
+}
+
+}  // namespace
+
+LRESULT CALLBACK ClientWindowFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  return ChildWindow::Dispatch(window, message, wParam, lParam);
+}
+
+MapWindow::MapWindow(App& app, Map& map, Orientation orientation) : ChildWindow(app), map_(map) {
+  // A quarter of the room: a view that begins larger begins zoomed in, to stay inside the world.
+  const PixelSize room = app.frame.ClientSize();
+  Create(CLIENT_CLASS, "", {.width = room.width / 2, .height = room.height / 2},
+         WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME |
+             WS_MINIMIZEBOX | WS_MAXIMIZEBOX,
+         app.options.smallCaptions ? WS_EX_TOOLWINDOW : 0);
+  if (view_) view_->SetOrientation(orientation);
+}
+
+MapWindow::~MapWindow() {
+  if (Handle()) SetObject(drawing_, nullptr);
+}
+
+HWND MapWindow::AddControl(const char* windowClass, const char* text, DWORD style, int id) {
+  const HWND control = CreateWindowExA(
+      0, windowClass, text, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | style, 0, 0, 0, 0, Handle(),
+      reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), app_.instance, nullptr);
+  SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)), 0);
+  return control;
+}
+
+void MapWindow::OnCreate() {
+  drawing_ = CreateWindowExA(
+      WS_EX_CLIENTEDGE, MAP_CLASS, "",
+      WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_HSCROLL | WS_VSCROLL, 0, 0, 0, 0, Handle(),
+      reinterpret_cast<HMENU>(static_cast<INT_PTR>(ID_DRAWING)), app_.instance, this);
+  constexpr DWORD TEXT = SS_LEFTNOWORDWRAP | SS_NOPREFIX;
+  AddControl("BUTTON", "Controls", BS_OWNERDRAW, ID_CONTROLS);
+  AddControl("STATIC", "", TEXT, ID_COORDINATES_TEXT);
+  AddControl("STATIC", "", TEXT, ID_MESSAGE_TEXT);
+  AddControl("STATIC", "", TEXT, ID_ZOOM_TEXT);
+  AddControl("BUTTON", "2D map mode", BS_OWNERDRAW, ID_MAP_MODE_BUTTON);
+  AddControl("BUTTON", "Grid and snap", BS_OWNERDRAW, ID_GRID_SNAP_BUTTON);
+  AddToolTips();
+  SetText(ViewText::Message, "Ready");
+
+  const HMENU menu = GetSystemMenu(Handle(), FALSE);
+  AppendMenuA(menu, MF_SEPARATOR, 0, nullptr);
+  AppendMenuA(menu, MF_STRING | MF_CHECKED, ID_CONTROLS, "Controls");
+
+  view_ = std::make_unique<MapView>(map_, *this, app_.views, app_.options, app_.tools.Current());
+  Layout();
+  view_->CentreOn({0, 0, 0});
+}
+
+void MapWindow::AddToolTips() {
+  const HWND tips = CreateWindowExA(0, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_ALWAYSTIP,
+                                    CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
+                                    Handle(), nullptr, app_.instance, nullptr);
+  struct Tip {
+    int id;
+    const char* text;
+  };
+  constexpr Tip TIPS[] = {{ID_CONTROLS, "Hide the controls (the window's menu brings them back)"},
+                          {ID_MAP_MODE_BUTTON, "2D Map Mode"},
+                          {ID_GRID_SNAP_BUTTON, "Grid and snap (g)"}};
+  for (const Tip& tip : TIPS) {
+    TOOLINFOA tool{};
+    tool.cbSize = TTTOOLINFOA_V1_SIZE;
+    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+    tool.hwnd = Handle();
+    tool.uId = reinterpret_cast<UINT_PTR>(GetDlgItem(Handle(), tip.id));
+    tool.lpszText = const_cast<char*>(tip.text);
+    SendMessageA(tips, TTM_ADDTOOLA, 0, reinterpret_cast<LPARAM>(&tool));
+  }
+}
+
+void MapWindow::Layout() {
+  RECT area;
+  GetClientRect(Handle(), &area);
+  const int width = area.right;
+  const int status = app_.options.smallCaptions ? SMALL_STATUS_HEIGHT : STATUS_HEIGHT;
+  const int drawingHeight = controlsShown_ ? area.bottom - status - GAP : area.bottom;
+  ::MoveWindow(drawing_, 0, 0, width, drawingHeight > 0 ? drawingHeight : 0, TRUE);
+
+  const int top = area.bottom - status + (status - CONTROL_HEIGHT) / 2;
+  const int zoomLeft = width - 2 * BUTTON_WIDTH - GAP - ZOOM_WIDTH;
+  const auto place = [&](int id, int left, int controlWidth) {
+    const HWND control = GetDlgItem(Handle(), id);
+    ::MoveWindow(control, left, top, controlWidth > 0 ? controlWidth : 0, CONTROL_HEIGHT, TRUE);
+    ShowWindow(control, controlsShown_ ? SW_SHOWNA : SW_HIDE);
+  };
+  place(ID_CONTROLS, 0, CONTROL_HEIGHT);
+  place(ID_COORDINATES_TEXT, COORDINATES_LEFT, COORDINATES_WIDTH);
+  place(ID_MESSAGE_TEXT, MESSAGE_LEFT, zoomLeft - GAP - MESSAGE_LEFT);
+  place(ID_ZOOM_TEXT, zoomLeft, ZOOM_WIDTH);
+  place(ID_MAP_MODE_BUTTON, width - 2 * BUTTON_WIDTH, BUTTON_WIDTH);
+  place(ID_GRID_SNAP_BUTTON, width - BUTTON_WIDTH, BUTTON_WIDTH);
+}
+
+void MapWindow::ToggleControls() {
+  controlsShown_ = !controlsShown_;
+  ShowScrollBar(drawing_, SB_BOTH, controlsShown_);
+  CheckMenuItem(GetSystemMenu(Handle(), FALSE), ID_CONTROLS,
+                MF_BYCOMMAND | (controlsShown_ ? MF_CHECKED : MF_UNCHECKED));
+  Layout();
+  SetFocus(drawing_);
+}
+
+void MapWindow::OnStatusButton(int id) {
+  switch (id) {
+    case ID_CONTROLS:
+      return ToggleControls();
+    case ID_GRID_SNAP_BUTTON:
+      view_->ToggleGridAndSnap();
+      break;
+    case ID_MAP_MODE_BUTTON:
+      app_.TrackCommandPopup(app_.Popup(ID_POPUP_MAP_MODE));
+      break;
+  }
+  SetFocus(drawing_);
+}
+
+void MapWindow::OnDrawButton(const DRAWITEMSTRUCT& item) {
+  RECT face = item.rcItem;
+  const UINT pushed = item.itemState & ODS_SELECTED ? DFCS_PUSHED : 0;
+  DrawFrameControl(item.hDC, &face, DFC_BUTTON, DFCS_BUTTONPUSH | pushed);
+  const LONG x = (face.left + face.right) / 2, y = (face.top + face.bottom) / 2;
+  const int saved = SaveDC(item.hDC);
+  switch (item.CtlID) {
+    case ID_CONTROLS:  // down and out of the way
+      FillTriangle(item.hDC, {x - 4, y - 2}, {x + 3, y - 2}, {x, y + 2});
+      break;
+    case ID_MAP_MODE_BUTTON:  // a list drops down
+      FillTriangle(item.hDC, {x - 2, y - 1}, {x + 2, y - 1}, {x, y + 1});
+      break;
+    case ID_GRID_SNAP_BUTTON:
+      for (const LONG dy : {-3, 0, 3}) {
+        for (const LONG dx : {-2, 1}) SetPixel(item.hDC, x + dx, y + dy, 0);
+      }
+      break;
+  }
+  RestoreDC(item.hDC, saved);
+}
+
+LRESULT MapWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_CREATE:
+      OnCreate();
+      break;
+    case WM_SIZE:
+      if (wParam != SIZE_MINIMIZED && view_) Layout();
+      break;  // the system's own child procedure must see it too
+    case WM_COMMAND:
+      if (HIWORD(wParam) == BN_CLICKED) OnStatusButton(LOWORD(wParam));
+      return 0;
+    case WM_SYSCOMMAND:
+      if ((wParam & 0xFFF0) != ID_CONTROLS) break;
+      ToggleControls();
+      return 0;
+    case WM_DRAWITEM:
+      OnDrawButton(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+      return TRUE;
+    case WM_TIMER:
+      EndRefusal();
+      return 0;
+    case WM_CTLCOLORSTATIC:
+      if (refusing_ && reinterpret_cast<HWND>(lParam) == GetDlgItem(Handle(), ID_MESSAGE_TEXT)) {
+        SetTextColor(reinterpret_cast<HDC>(wParam), REFUSAL_COLOUR);
+      }
+      SetBkMode(reinterpret_cast<HDC>(wParam), TRANSPARENT);
+      return reinterpret_cast<LRESULT>(GetStockObject(LTGRAY_BRUSH));
+    case WM_SETFOCUS:
+      SetFocus(drawing_);
+      break;
+    case WM_MDIACTIVATE:
+      if (reinterpret_cast<HWND>(lParam) == Handle()) {
+        view_->OnActivate();
+        SetFocus(drawing_);
+      }
+      app_.frame.RefreshToolbar();
+      break;
+    case WM_CLOSE:
+      app_.CloseWindow(*this);
+      return 0;
+    case WM_DESTROY:
+      app_.tools.Current()->Cancel();
+      break;
+  }
+  return DefMDIChildProcA(Handle(), message, wParam, lParam);
+}
+
+void MapWindow::SetTitle() {
+  SetCaption(view_->Caption());
+}
+
+void MapWindow::Refresh() {
+  view_->Refresh();
+}
+
+PixelSize MapWindow::DrawingArea() const {
+  RECT area{};
+  GetClientRect(drawing_, &area);
+  return {static_cast<int>(area.right), static_cast<int>(area.bottom)};
+}
+
+void MapWindow::Invalidate() {
+  InvalidateRect(drawing_, nullptr, FALSE);
+}
+
+void MapWindow::Invalidate(const PixelRect& part) {
+  const RECT area = ToRect(part);
+  InvalidateRect(drawing_, &area, FALSE);
+}
+
+void MapWindow::ScrollPicture(int dx, int dy) {
+  // What still waits to be painted would be painted at its old place.
+  if (GetUpdateRect(drawing_, nullptr, FALSE)) return Invalidate();
+  ScrollWindowEx(drawing_, dx, dy, nullptr, nullptr, nullptr, nullptr, SW_INVALIDATE);
+  UpdateWindow(drawing_);
+}
+
+void MapWindow::SetScrollBars(const ScrollBar& horizontal, const ScrollBar& vertical) {
+  if (!controlsShown_) return;
+  const auto set = [this](int bar, const ScrollBar& values) {
+    SCROLLINFO info{};
+    info.cbSize = sizeof info;
+    info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS | SIF_DISABLENOSCROLL;
+    info.nMax = ScrollBar::RANGE;
+    info.nPage = static_cast<UINT>(values.page);
+    info.nPos = values.position;
+    SetScrollInfo(drawing_, bar, &info, TRUE);
+  };
+  set(SB_HORZ, horizontal);
+  set(SB_VERT, vertical);
+}
+
+void MapWindow::SetText(ViewText which, const std::string& text) {
+  std::string& shown = texts_[static_cast<std::size_t>(which)];
+  if (shown == text) return;
+  shown = text;
+  if (refusing_ && which == ViewText::Message) return;
+  SetDlgItemTextA(Handle(), ControlOf(which), text.c_str());
+}
+
+void MapWindow::Refuse(const std::string& why) {
+  MessageBeep(MB_ICONWARNING);
+  if (!controlsShown_) {
+    app_.reporter.Show("Cannot continue", why);
+    return;
+  }
+  refusing_ = true;
+  SetDlgItemTextA(Handle(), ID_MESSAGE_TEXT, why.c_str());
+  SetTimer(Handle(), REFUSAL_TIMER, REFUSAL_TIME, nullptr);
+}
+
+void MapWindow::EndRefusal() {
+  if (!refusing_) return;
+  refusing_ = false;
+  KillTimer(Handle(), REFUSAL_TIMER);
+  const std::string& message = texts_[static_cast<std::size_t>(ViewText::Message)];
+  SetDlgItemTextA(Handle(), ID_MESSAGE_TEXT, message.c_str());
+}
+
+void MapWindow::SetCaption(const std::string& caption) {
+  SetWindowTextA(Handle(), caption.c_str());
+  // Not every system takes a new title into the Window menu's list by itself.
+  SendMessageA(app_.frame.Client(), WM_MDIREFRESHMENU, 0, 0);
+}
+
+PixelRect MapWindow::Frame() const {
+  RECT place;
+  GetWindowRect(app_.frame.Handle(), &place);
+  MapWindowPoints(nullptr, drawing_, reinterpret_cast<POINT*>(&place), 2);
+  return {place.left, place.top, place.right, place.bottom};
+}
+
+void MapWindow::MoveCursor(Pixel to) {
+  POINT at{to.x, to.y};
+  ClientToScreen(drawing_, &at);
+  SetCursorPos(at.x, at.y);
+}
+
+void MapWindow::MoveWindow(const PixelRect& to) {
+  if (IsIconic(Handle()) || IsZoomed(Handle())) {
+    SendMessageA(app_.frame.Client(), WM_MDIRESTORE, reinterpret_cast<WPARAM>(Handle()), 0);
+  }
+  // Nothing is carried along: what stood there may have belonged to a window above.
+  SetWindowPos(Handle(), nullptr, to.left, to.top, to.Width(), to.Height(),
+               SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+}
+
+}  // namespace ferrowand

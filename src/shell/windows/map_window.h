@@ -1,0 +1,85 @@
+// The window of one 2D view: the drawing area with its scroll bars, and the status bar under it.
+// It turns the system's messages into the view's calls and shows what the view asks for.
+#pragma once
+
+#include "shell/system/win32.h"
+
+#include <array>
+#include <memory>
+#include <string>
+
+#include "shell/frame/child_window.h"
+#include "shell/system/handles.h"
+#include "views/map_view.h"
+
+namespace ferrowand {
+
+LRESULT CALLBACK ClientWindowFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+LRESULT CALLBACK MapFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+class MapWindow : public ChildWindow, public ViewHost {
+ public:
+  // Lives until its window goes; Handle() is null when the system gave none.
+  MapWindow(App& app, Map& map, Orientation orientation);
+  ~MapWindow() override;
+
+  // --- as a child of the frame
+  Map* GetMap() const override { return &map_; }
+  MapView* View() override { return view_.get(); }
+  bool KeepsMapOpen() const override { return true; }
+  void SetTitle() override;
+  void Refresh() override;
+
+  HWND Drawing() const { return drawing_; }
+  // Red in the status bar, for some seconds or until the next press: hovering writes nothing over
+  // it meanwhile. Without a status bar, a box.
+  void Refuse(const std::string& why);
+
+  // --- as the view's host
+  PixelSize DrawingArea() const override;
+  void Invalidate() override;
+  void Invalidate(const PixelRect& part) override;
+  void ScrollPicture(int dx, int dy) override;
+  void SetScrollBars(const ScrollBar& horizontal, const ScrollBar& vertical) override;
+  void SetText(ViewText which, const std::string& text) override;
+  bool StatusBarShown() const override { return controlsShown_; }
+  void SetCaption(const std::string& caption) override;
+  PixelRect Frame() const override;
+  void MoveCursor(Pixel to) override;
+  void MoveWindow(const PixelRect& to) override;
+
+ private:
+  LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+  LRESULT OnMapMessage(UINT message, WPARAM wParam, LPARAM lParam);
+
+  void OnCreate();
+  HWND AddControl(const char* windowClass, const char* text, DWORD style, int id);
+  void AddToolTips();
+  void Layout();
+  void ToggleControls();
+  void OnStatusButton(int id);
+  void OnDrawButton(const DRAWITEMSTRUCT& item);
+  void OnPaint();
+  void OnScroll(bool vertical, int request);
+  void OnWheel(WPARAM wParam, LPARAM lParam, bool sideways);
+  void OnButtonDown(int button, LPARAM lParam, bool twice);
+  void OnButtonUp(int button, WPARAM wParam, LPARAM lParam);
+  void OnMouseMove(WPARAM wParam, LPARAM lParam);
+  bool OnKeyDown(WPARAM key);
+  bool InsertBound(WPARAM key, LPARAM lParam);
+  void EndRefusal();
+  void TakeFocusFromSister();
+  void SetMouseCursor();
+
+  Map& map_;
+  HWND drawing_ = nullptr;
+  std::array<std::string, 3> texts_;  // of the status bar, by ViewText
+  bool controlsShown_ = true;
+  bool refusing_ = false;
+  int wheelRest_ = 0;  // of turns smaller than a notch
+  std::unique_ptr<MapView> view_;
+
+  friend LRESULT CALLBACK MapFunc(HWND, UINT, WPARAM, LPARAM);
+};
+
+}  // namespace ferrowand

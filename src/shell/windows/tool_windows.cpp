@@ -1,0 +1,228 @@
+#include "shell/windows/tool_windows.h"
+
+#include <algorithm>
+#include <array>
+
+#include "operations/arrange.h"
+#include "operations/primitives.h"
+#include "shell/app/app.h"
+#include "shell/commands/commands.h"
+#include "shell/resources/resource.h"
+#include "shell/windows/map_window.h"
+
+namespace ferrowand {
+namespace {
+
+constexpr unsigned FIRST_POPUP_ITEM = 1000;
+
+// What the items of the selection's popup do, from the first one on: a command, or what no command
+// does, where the command stands in for the greys.
+struct PopupItem {
+  Command command;
+  void (*run)(App& app, MapView& view) = nullptr;
+};
+
+// The keys that the menu shows for these flip along X.
+template <int axis>
+void Flip(App& app, MapView& view) {
+  Conclude(app, view.map, FlipSelection(view.map, axis, app.tools.HowToArrange()));
+}
+void EditProperties(App& app, MapView& view) {
+  app.toolWindows.EditProperties(view);
+}
+
+constexpr std::array<PopupItem, 12> POPUP_ITEMS{{
+    {Command::FlipX},
+    {Command::FlipX, Flip<1>},
+    {Command::FlipX, Flip<2>},
+    {Command::Cut},
+    {Command::Copy},
+    {Command::Paste},
+    {Command::Duplicate},
+    {Command::Group},
+    {Command::Ungroup},
+    {Command::CsgSubtraction},
+    {Command::CentreAndZoom},
+    {Command::Group, EditProperties},
+}};
+
+bool IsDown(int key) {
+  return GetKeyState(key) < 0;
+}
+
+LPCSTR SystemName(ToolCursor cursor) {
+  switch (cursor) {
+    case ToolCursor::Arrow:
+    case ToolCursor::Turn:  // no such one
+      return IDC_ARROW;
+    case ToolCursor::Entity:
+      return IDC_HAND;
+    case ToolCursor::Move:
+      return IDC_SIZEALL;
+    case ToolCursor::Cross:
+      return IDC_CROSS;
+    case ToolCursor::SizeAcross:
+      return IDC_SIZEWE;
+    case ToolCursor::SizeUpDown:
+      return IDC_SIZENS;
+    case ToolCursor::SizeRising:
+      return IDC_SIZENESW;
+    case ToolCursor::SizeFalling:
+      return IDC_SIZENWSE;
+    case ToolCursor::Refused:
+      return IDC_NO;
+  }
+  return IDC_ARROW;
+}
+
+// There is nothing yet that edits the properties of a single object.
+bool IsAvailable(const App& app, const MapView& view, const PopupItem& item) {
+  if (item.run == EditProperties) return view.map.selection.size() > 1;
+  const bool isOffered = item.command == Command::Paste || !view.map.selection.empty();
+  return isOffered && app.IsAvailable(Id(item.command));
+}
+
+void SetGreys(const App& app, const MapView& view, HMENU menu) {
+  for (UINT i = 0; i < POPUP_ITEMS.size(); ++i) {
+    const UINT state = IsAvailable(app, view, POPUP_ITEMS[i]) ? MF_ENABLED : MF_GRAYED;
+    EnableMenuItem(menu, FIRST_POPUP_ITEM + i, MF_BYCOMMAND | state);
+  }
+}
+
+void Run(App& app, MapView& view, const PopupItem& item) {
+  if (item.run) return item.run(app, view);
+  app.Execute(Id(item.command));
+}
+
+}  // namespace
+
+MapWindow* ToolWindows::WindowOf(const MapView& view) const {
+  for (const auto& window : app_.windows) {
+    if (window->View() == &view) return static_cast<MapWindow*>(window.get());
+  }
+  return nullptr;
+}
+
+HCURSOR ToolWindows::Cursor() const {
+  if (cursor_ == ToolCursor::Turn) {
+    return LoadCursorA(app_.instance, MAKEINTRESOURCEA(ID_TURN_CURSOR));
+  }
+  return LoadCursorA(nullptr, SystemName(cursor_));
+}
+
+HeldKeys ToolWindows::Keys() const {
+  return {.control = IsDown(VK_CONTROL), .shift = IsDown(VK_SHIFT)};
+}
+
+void ToolWindows::Capture(MapView& view, bool on) {
+  const MapWindow* window = WindowOf(view);
+  if (!window) return;
+  if (on) {
+    dragging_ = window->Drawing();
+    ::SetCapture(dragging_);
+  } else {
+    ReleaseMouse(window->Drawing());
+  }
+}
+
+void ToolWindows::ReleaseMouse(HWND drawing) {
+  dragging_ = nullptr;
+  if (GetCapture() == drawing) ReleaseCapture();
+}
+
+void ToolWindows::OnCaptureLost(HWND drawing) {
+  if (dragging_ != drawing) return;
+  dragging_ = nullptr;
+  app_.tools.Current()->Cancel();
+}
+
+void ToolWindows::SetCursor(MapView&, ToolCursor cursor) {
+  if (cursor == cursor_) return;
+  cursor_ = cursor;
+  ::SetCursor(Cursor());
+}
+
+void ToolWindows::DrawNow(MapView& view, const std::function<void(Canvas&)>& draw) {
+  const MapWindow* window = WindowOf(view);
+  if (!window) return;
+  const HDC dc = GetDC(window->Drawing());
+  {
+    GdiCanvas canvas(dc, app_.objects);
+    draw(canvas);
+  }
+  ReleaseDC(window->Drawing(), dc);
+}
+
+bool ToolWindows::TrackPopup(MapView& view, Pixel at, ToolPopup which) {
+  const MapWindow* window = WindowOf(view);
+  if (!window) return false;
+  const bool ofSelection = which == ToolPopup::Selection;
+  const HMENU menu = app_.Popup(ofSelection ? ID_POPUP_SELECTION : ID_POPUP_TOUCH_UP);
+  if (ofSelection) SetGreys(app_, view, menu);
+  POINT screen{at.x, at.y};
+  ClientToScreen(window->Drawing(), &screen);
+  const unsigned chosen = app_.dialogs.TrackPopup(window->Handle(), menu, screen);
+  const bool released = GetAsyncKeyState(VK_RBUTTON) >= 0 && GetAsyncKeyState(VK_MBUTTON) >= 0;
+  if (!ofSelection) {
+    if (chosen >= FIRST_POPUP_ITEM) {
+      app_.tools.Current()->PopupCommand(view, chosen - FIRST_POPUP_ITEM);
+    }
+  } else if (chosen >= FIRST_POPUP_ITEM && chosen < FIRST_POPUP_ITEM + POPUP_ITEMS.size()) {
+    Run(app_, view, POPUP_ITEMS[chosen - FIRST_POPUP_ITEM]);
+  }
+  return released;
+}
+
+void ToolWindows::EditProperties(MapView& view) {
+  if (view.map.selection.size() > 1) app_.tools.entitySelector.EditSelected(view);
+}
+
+std::optional<int> ToolWindows::AskSides(PrimitiveKind kind) {
+  const SideRange range = SidesOf(kind);
+  std::optional<int> sides;
+  const auto accept = [&](const FormValues& typed) {
+    sides = WholeNumberOf(app_, typed.front(), "The number of sides", range.least, range.most);
+    if (sides) sides_ = *sides;
+    return sides.has_value();
+  };
+  const std::string suggested = std::to_string(std::clamp(sides_, range.least, range.most));
+  const Form form{NameOf(kind),
+                  Format("From %i to %i sides.", range.least, range.most),
+                  {{"Number of sides", {suggested}, {}}},
+                  accept};
+  if (!app_.dialogs.Ask(app_.frame.Handle(), form)) return std::nullopt;
+  return sides;
+}
+
+std::string ToolWindows::CurrentTexture(Map& map) {
+  const auto& wads = map.wads.Items();
+  const WadFile& wad = wads.empty() ? app_.data.wads.Default() : *wads.front().wad;
+  const auto textures = wad.Textures();
+  return std::string((textures.empty() ? *wad.BadTexture() : *textures.front()).Name());
+}
+
+void ToolWindows::MapChanged(Map& map) {
+  app_.RefreshLists(map);
+  app_.SetTitles(map);
+  app_.frame.RefreshToolbar();
+}
+
+void ToolWindows::SelectionChanged(Map& map) {
+  app_.RefreshLists(map);
+  app_.frame.RefreshToolbar();
+}
+
+void ToolWindows::ToolChanged() {
+  cursor_ = ToolCursor::Arrow;
+  app_.frame.RefreshToolbar();
+}
+
+void ToolWindows::Refuse(MapView& view, const std::string& why) {
+  if (MapWindow* window = WindowOf(view)) window->Refuse(why);
+}
+
+Reporter& ToolWindows::Report() {
+  return app_.reporter;
+}
+
+}  // namespace ferrowand

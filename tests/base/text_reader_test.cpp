@@ -1,0 +1,316 @@
+#include "base/text_reader.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "support/recorder.h"
+#include "support/temp_dir.h"
+
+namespace ferrowand {
+namespace {
+
+using Strings = std::vector<std::string>;
+
+// A reader on a file of that text.
+struct Reading {
+  explicit Reading(const std::string& text, std::uint16_t window = TextReader::WINDOW)
+      : reader(reporter) {
+    reader.Open(dir.Write("text", text), window);
+  }
+
+  Strings Tokens() {
+    Strings tokens;
+    for (std::string token; !reader.AtEof(); tokens.push_back(token)) reader.ReadToken(token, 50);
+    return tokens;
+  }
+
+  std::string Rest() {
+    std::string rest;
+    while (!reader.AtEof()) rest += static_cast<char>(reader.GetChar());
+    return rest;
+  }
+
+  TempDir dir;
+  MessageRecorder recorder;
+  Reporter reporter{recorder};
+  TextReader reader;
+};
+
+bool Asserted(const MessageRecorder& recorder, const std::string& line,
+              const std::string& expression) {
+  return recorder.messages.size() == 1 &&
+         recorder.messages[0].text.starts_with("At line " + line + " in file ..\\winfile.cpp: \"" +
+                                               expression + "\". GetLastError:0.");
+}
+
+// Text in which every place differs from its neighbours.
+std::string LongText(std::size_t size) {
+  std::string text;
+  for (unsigned i = 0; text.size() < size; ++i) text += std::to_string(i) + (i % 7 ? " " : "\n");
+  text.resize(size);
+  return text;
+}
+
+TEST(TextReader, AMissingFileLeavesTheReaderClosedAndSilent) {
+  MessageRecorder recorder;
+  Reporter reporter(recorder);
+  TextReader reader(reporter);
+  reader.Open(TempDir().Path("nothing"));
+  EXPECT_FALSE(reader.IsOpen());
+  EXPECT_TRUE(reader.AtEof());
+  EXPECT_EQ(reader.PeekChar(), 0);
+  EXPECT_TRUE(recorder.messages.empty());
+}
+
+TEST(TextReader, EveryWindowSizeReadsTheSameText) {
+  for (const std::string& text : {LongText(3000), std::string("short"), std::string()}) {
+    for (const std::uint16_t window : {0, 10, 11, 17, 64, 1000, 2999, 3000, 3001})
+      EXPECT_EQ(Reading(text, window).Rest(), text) << window;
+  }
+}
+
+TEST(TextReader, AnUngetAfterARefillReturnsTheByteBefore) {
+  const std::string text = LongText(100000);
+  for (const std::uint16_t window : {10, 11, 12, 17, 32768}) {
+    Reading reading(text, window);
+    for (std::size_t i = 0; i < text.size(); ++i) {
+      ASSERT_EQ(reading.reader.GetChar(), text[i]) << i;
+      reading.reader.UngetChar();
+      ASSERT_EQ(reading.reader.PeekChar(), text[i]) << i;
+      ASSERT_EQ(reading.reader.GetChar(), text[i]) << i;
+    }
+    for (std::size_t i = text.size(); i-- > 0;) {
+      reading.reader.UngetChar();
+      ASSERT_EQ(reading.reader.Offset(), i);
+      ASSERT_EQ(reading.reader.PeekChar(), text[i]) << i;
+    }
+    EXPECT_TRUE(reading.recorder.messages.empty());
+  }
+}
+
+TEST(TextReader, AnUngetAtTheStartIsAFailedAssertion) {
+  Reading reading("a");
+  reading.reader.UngetChar();
+  EXPECT_TRUE(Asserted(reading.recorder, "253", "0"));
+  EXPECT_EQ(reading.reader.GetChar(), 'a');
+}
+
+TEST(TextReader, BeyondTheEndBytesAreZeroAndTheOffsetGoesOn) {
+  Reading reading("ab");
+  reading.reader.SeekTo(2);
+  EXPECT_TRUE(reading.reader.AtEof());
+  EXPECT_EQ(reading.reader.PeekChar(), 0);
+  EXPECT_EQ(reading.reader.GetChar(), 0);
+  EXPECT_EQ(reading.reader.Offset(), 3u);
+  reading.reader.UngetChar();
+  reading.reader.UngetChar();
+  EXPECT_EQ(reading.reader.GetChar(), 'b');
+}
+
+TEST(TextReader, SeparatorsAreTokensOfTheirOwn) {
+  const struct {
+    std::string text;
+    Strings tokens;
+  } cases[] = {
+      {std::string("a\0b", 3), {"a", "b"}},  // a zero byte ends a token and is white space
+      {"(12", {"(", "12"}},
+      {"-8", {"-", "8"}},
+      {"a.b", {"a", ".", "b"}},
+      {"1.5", {"1", ".", "5"}},
+      {"=![](){}\"/,:;+-*<>|&.\\", {"=", "!", "[", "]", "(", ")", "{", "}", "\"", "/", ",",
+                                    ":", ";", "+", "-", "*", "<", ">", "|", "&",  ".", "\\"}},
+      {"a#$%'?@^_`~b", {"a#$%'?@^_`~b"}},
+      {" \t\r\n one \t two", {"one", "two"}},
+      {"end ", {"end", ""}},  // the blank is skipped, and beyond it there is only a zero
+  };
+  for (const auto& c : cases) EXPECT_EQ(Reading(c.text).Tokens(), c.tokens) << c.text;
+}
+
+TEST(TextReader, TheByteBehindATokenAtAWindowsEndIsTheNextOne) {
+  const std::string text = "(){}()[]<>+-()a(bc)d{}\"\"==!!..,,;;::";
+  Reading reading(text, 10);
+  std::string token;
+  while (!reading.reader.AtEof()) {
+    ASSERT_EQ(reading.reader.PeekChar(), text[reading.reader.Offset()]);
+    reading.reader.ReadToken(token, 50);
+  }
+}
+
+TEST(TextReader, AZeroByteInsideAWordEndsTheTextButNotTheCount) {
+  Reading reading(std::string("ab\0cd x\n", 8) + "\n");
+  std::string word;
+  EXPECT_EQ(reading.reader.ReadWord(word, 50), 5u);
+  EXPECT_EQ(word, "ab");
+  EXPECT_EQ(reading.reader.ReadWord(word, 50), 1u);
+  EXPECT_EQ(word, "x");
+}
+
+TEST(TextReader, ATokenIsCutAtItsLimitAndTheRestFollows) {
+  for (const std::uint16_t window : {std::uint16_t{10}, TextReader::WINDOW}) {
+    Reading reading(std::string(120, 'x') + " y", window);
+    const Strings expected{std::string(50, 'x'), std::string(50, 'x'), std::string(20, 'x'), "y"};
+    EXPECT_EQ(reading.Tokens(), expected);
+  }
+}
+
+TEST(TextReader, TokensAndWordsSpanWindows) {
+  std::string text;
+  Strings expected;
+  for (int i = 0; i < 500; ++i) {
+    expected.push_back("word" + std::to_string(i * i));
+    text += expected.back() + std::string(static_cast<std::size_t>(1 + i % 13), ' ');
+  }
+  text += "\n";
+  for (const std::uint16_t window : {10, 11, 12, 13, 29}) {
+    Reading tokens(text, window), words(text, window);
+    std::string token, word;
+    for (const std::string& each : expected) {
+      EXPECT_EQ(tokens.reader.ReadToken(token, 50), each.size());
+      EXPECT_EQ(token, each);
+      EXPECT_EQ(words.reader.ReadWord(word, 50), each.size());
+      EXPECT_EQ(word, each);
+    }
+  }
+}
+
+TEST(TextReader, ATabIsPartOfAWord) {
+  Reading reading("abc\tdef ghi\r\n\tx\n");
+  std::string word;
+  EXPECT_EQ(reading.reader.ReadWord(word, 50), 7u);
+  EXPECT_EQ(word, "abc\tdef");
+  EXPECT_EQ(reading.reader.ReadWord(word, 2), 2u);
+  EXPECT_EQ(word, "gh");
+  EXPECT_EQ(reading.reader.ReadWord(word, 50), 1u);
+  EXPECT_EQ(reading.reader.ReadWord(word, 50), 1u);
+  EXPECT_EQ(word, "x");
+}
+
+TEST(TextReader, TheLastWordTakesZerosFromBeyondTheEndUpToItsLimit) {
+  Reading reading("-16");
+  std::string word;
+  EXPECT_EQ(reading.reader.ReadWord(word, 50), 50u);
+  EXPECT_EQ(word, "-16");
+  EXPECT_EQ(reading.reader.Offset(), 50u);
+  EXPECT_EQ(reading.reader.ReadWord(word, 50), 50u);
+  EXPECT_EQ(word, "");
+}
+
+TEST(TextReader, SkippingCountsWhatItPasses) {
+  Reading reading(std::string(" \0\t\r\nline one\r\nlast", 19), 10);
+  EXPECT_EQ(reading.reader.SkipWhitespace(), 5u);
+  EXPECT_EQ(reading.reader.SkipLine(), 9u);
+  EXPECT_EQ(reading.reader.PeekChar(), 'l');
+  EXPECT_EQ(reading.reader.SkipLine(), 4u);
+  EXPECT_TRUE(reading.reader.AtEof());
+  EXPECT_EQ(reading.reader.SkipLine(), 0u);
+  EXPECT_EQ(reading.reader.SkipWhitespace(), 0u);
+}
+
+TEST(TextReader, SkipPastStopsBehindOrAtTheCharacter) {
+  const std::string text = LongText(50) + "{ab";
+  Reading reading(text, 10);
+  EXPECT_EQ(reading.reader.SkipPast('{', false), 50u);
+  EXPECT_EQ(reading.reader.PeekChar(), '{');
+  EXPECT_EQ(reading.reader.SkipPast('{', true), 0u);
+  EXPECT_EQ(reading.reader.PeekChar(), 'a');
+  EXPECT_EQ(reading.reader.SkipPast('{', false), 2u);
+  EXPECT_EQ(reading.reader.PeekChar(), 'b') << "goes back by one without a match too";
+}
+
+TEST(TextReader, ReadUntilStopsAtTheCharacterTheLimitOrTheEnd) {
+  Reading reading("value\"next");
+  std::string text;
+  EXPECT_EQ(reading.reader.ReadUntil('"', text, 3, true), 3u);
+  EXPECT_EQ(text, "val");
+  EXPECT_EQ(reading.reader.ReadUntil('"', text, 2, true), 2u);
+  EXPECT_EQ(reading.reader.ReadUntil('"', text, 50, false), 0u);
+  EXPECT_EQ(reading.reader.PeekChar(), '"');
+  EXPECT_EQ(reading.reader.ReadUntil('"', text, 50, true), 0u);
+  EXPECT_EQ(reading.reader.ReadUntil('"', text, 50, true), 4u);
+  EXPECT_EQ(text, "next");
+}
+
+TEST(TextReader, ReadUntilAnyLooksAtTheDelimiterAndGoesBackOneByteMore) {
+  Reading reading("name,rest");
+  std::string text;
+  EXPECT_EQ(reading.reader.ReadUntilAny(",;", text, 50, true), 4u);
+  EXPECT_EQ(text, "name");
+  EXPECT_EQ(reading.reader.PeekChar(), ',');
+  reading.reader.SeekTo(0);
+  EXPECT_EQ(reading.reader.ReadUntilAny(",;", text, 50, false), 4u);
+  EXPECT_EQ(reading.reader.PeekChar(), 'e');
+  reading.reader.SeekTo(0);
+  EXPECT_EQ(reading.reader.ReadUntilAny(",;", text, 2, false), 2u);
+  EXPECT_EQ(reading.reader.PeekChar(), 'a');
+  reading.reader.SeekTo(5);
+  EXPECT_EQ(reading.reader.ReadUntilAny(",;", text, 50, true), 50u);
+  EXPECT_EQ(text, "rest");
+}
+
+TEST(TextReader, AnUnexpectedCharacterIsAFailedAssertionAndConsumed) {
+  Reading reading("(x)");
+  reading.reader.Expect('(');
+  EXPECT_TRUE(reading.recorder.messages.empty());
+  reading.reader.Expect(')');
+  EXPECT_TRUE(Asserted(reading.recorder, "346", "c==chr"));
+  EXPECT_EQ(reading.reader.GetChar(), ')');
+}
+
+TEST(TextReader, FindWordOverlooksAWordThatEndsTheFile) {
+  const struct {
+    const char* text;
+    int result;
+  } cases[] = {{"a (QUAKED) b", 1}, {"x QUAKED", 2}, {"QUAKED ", 1}, {"xQUAKED\n", 2}, {"", 2}};
+  for (const auto& c : cases)
+    EXPECT_EQ(Reading(c.text).reader.FindWord("QUAKED"), c.result) << c.text;
+}
+
+TEST(TextReader, ReadBytesCrossesWindowsAndGivesZerosBeyondTheEnd) {
+  const std::string text = LongText(95);
+  Reading reading(text, 10);
+  reading.reader.GetChar();
+  std::string bytes(100, '?');
+  reading.reader.ReadBytes(bytes.data(), 100);
+  EXPECT_EQ(bytes, text.substr(1) + std::string(6, '\0'));
+  EXPECT_EQ(reading.reader.Offset(), 101u);
+}
+
+TEST(TextReader, EveryKindOfLineEndCountsOnce) {
+  for (const std::string end : {"\n", "\r\n", "\r"}) {
+    Reading reading("one" + end + "two" + end + end + "four", 10);
+    std::vector<unsigned> lines;
+    while (!reading.reader.AtEof()) {
+      if (reading.reader.PeekChar() >= 'a') lines.push_back(reading.reader.LineNumber());
+      reading.reader.GetChar();
+    }
+    EXPECT_EQ(lines, (std::vector<unsigned>{1, 1, 1, 2, 2, 2, 4, 4, 4, 4}));
+    reading.reader.SeekTo(0);
+    EXPECT_EQ(reading.reader.LineNumber(), 1u);
+    EXPECT_EQ(reading.reader.GetChar(), 'o');
+  }
+}
+
+TEST(TextReader, ReadingGoesOnBehindALineCount) {
+  const std::string text = LongText(100000);
+  Reading reading(text);
+  std::string read;
+  for (int i = 0; !reading.reader.AtEof(); ++i) {
+    if (i % 5000 == 0) reading.reader.LineNumber();
+    read += static_cast<char>(reading.reader.GetChar());
+  }
+  EXPECT_EQ(read, text);
+}
+
+TEST(TextReader, AFileThatShrinksWhileItIsReadIsReportedOnceAndReadsAsZeros) {
+  Reading reading(std::string(1000, 'x'), 10);
+  reading.dir.Write("text", "");
+  std::string token;
+  while (!reading.reader.AtEof()) reading.reader.ReadToken(token, 50);
+  ASSERT_EQ(reading.recorder.messages.size(), 1u);
+  EXPECT_NE(reading.recorder.messages[0].text.find("ReadFile"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace ferrowand

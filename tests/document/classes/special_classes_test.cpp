@@ -1,0 +1,185 @@
+#include "document/classes/special_classes.h"
+
+#include "document/document_fixture.h"
+#include "document/transform.h"
+#include "support/brush_checks.h"
+
+namespace ferrowand {
+namespace {
+
+class SpecialClassesTest : public DocumentTest {
+ protected:
+  // A template "T" of one cuboid, 16 x 32 x 64 from the origin, and an instance of it with the
+  // keys.
+  std::unique_ptr<Map> MapWithInstance(const std::string& keys) {
+    return ReadText(
+        "{{\"classname\" \"layer\"\n{\"classname\" \"templateClass\""
+        "\"XMPentityname\" \"T\"" +
+        Cuboid(0, 0, 0, 16, 32, 64) +
+        "}\n{\"classname\" \"templateInstance\"\"XMPentityname\" \"I\""
+        "\"XMPclass\" \"T\"" +
+        keys + "}}}");
+  }
+};
+
+TEST_F(SpecialClassesTest, LayersAreSeenAndEnabledByTheirState) {
+  struct Case {
+    const char* state;
+    bool visible, enabled;
+  };
+  for (const Case& c : {Case{"0", true, true}, Case{"1", false, true}, Case{"2", true, false},
+                        Case{"3", false, false}, Case{"4", true, true}, Case{"x", true, true}}) {
+    entity layer(data.classes.Default());
+    layer.SetKey("classname", "layer");
+    EXPECT_TRUE(layer.IsVisible() && layer.IsEnabled());
+    layer.SetKey("XMPstate", c.state);
+    EXPECT_EQ(layer.IsVisible(), c.visible) << c.state;
+    EXPECT_EQ(layer.IsEnabled(), c.enabled) << c.state;
+    EXPECT_FALSE(layer.IsMarked());
+  }
+}
+
+TEST_F(SpecialClassesTest, HidingAndShowingGivesTheOldClassBack) {
+  entity e(data.classes.Default());
+  e.SetKey("classname", "templateInstance");
+  HideEntity(e);
+  HideEntity(e);
+  EXPECT_FALSE(e.IsVisible() || e.IsEnabled());
+  EXPECT_STREQ(e.GetKey("XMPoldclassname"), "templateInstance");
+  ShowHiddenEntities(e);
+  EXPECT_STREQ(e.GetKey("classname"), "templateInstance");
+  EXPECT_STREQ(e.GetKey("XMPoldclassname"), "templateInstance");
+}
+
+TEST_F(SpecialClassesTest, AHiddenEntityOfNoKnownClassBecomesABrush) {
+  const auto map = ReadText("{{\"classname\" \"hidden\"{\"classname\" \"hidden\"}}}");
+  ShowHiddenEntities(*map);
+  const entity& outer = *map->currentLayer->getEntityList().front();
+  EXPECT_STREQ(outer.GetKey("classname"), "brush");
+  EXPECT_EQ(outer.getEntityList().front()->getClass()->Kind(), EntityKind::Brush);
+}
+
+TEST_F(SpecialClassesTest, InstancesAreScaledThenTurnedThenMoved) {
+  struct Case {
+    const char* keys;
+    Bounds expected;
+  };
+  const auto box = [](Vec3 mins, Vec3 maxs) {
+    Bounds bounds;
+    bounds.Add(mins);
+    bounds.Add(maxs);
+    return bounds;
+  };
+  const Case cases[] = {
+      {"", box({0, 0, 0}, {16, 32, 64})},
+      {"\"origin\" \"100 200 300\"", box({100, 200, 300}, {116, 232, 364})},
+      {"\"angle\" \"90\"", box({-32, 0, 0}, {0, 16, 64})},
+      {"\"angle\" \"-90\"", box({0, -16, 0}, {32, 0, 64})},
+      {"\"angle\" \"450\"\"origin\" \"8 0 0\"", box({-24, 0, 0}, {8, 16, 64})},
+      {"\"XMPscalex\" \"2\"\"XMPscaley\" \"0.5\"\"XMPscalez\" \"3\"\"angle\" \"180\"",
+       box({-32, -16, 0}, {0, 0, 192})},
+      {"\"XMPscalex\" \"-1\"\"XMPscaley\" \"1\"\"XMPscalez\" \"1\"", box({-16, 0, 0}, {0, 32, 64})},
+      // Without both x and y there is no scaling; without z it is flat.
+      {"\"XMPscalex\" \"2\"\"XMPscalez\" \"2\"", box({0, 0, 0}, {16, 32, 64})},
+      {"\"XMPscalex\" \"2\"\"XMPscaley\" \"2\"", box({0, 0, 0}, {32, 64, 0})},
+      {"\"XMPscalex\" \"0\"\"XMPscaley\" \"0\"\"XMPscalez\" \"0\"", Bounds()},
+  };
+  for (const Case& c : cases) {
+    const auto map = MapWithInstance(c.keys);
+    EXPECT_EQ(FindNamed(*map, "I")->GetBounds(), c.expected) << c.keys;
+    EXPECT_FALSE(QuakeText(*map).empty());
+  }
+}
+
+TEST_F(SpecialClassesTest, AMirroredInstanceIsStillSolid) {
+  const auto map =
+      MapWithInstance("\"XMPscalex\" \"-2\"\"XMPscaley\" \"1\"\"XMPscalez\" \"1\"\"angle\" \"30\"");
+  const EntityPtr copy = ExpandInstance(*FindNamed(*map, "I"));
+  ASSERT_NE(copy, nullptr);
+  EXPECT_TRUE(IsSolid(copy->getEntityList().front()->brush));
+  // Seen, although its template is closed.
+  EXPECT_TRUE(copy->IsVisible());
+  EXPECT_FALSE(FindNamed(*map, "T")->IsVisible());
+}
+
+TEST_F(SpecialClassesTest, OriginsGoWithTheObjects) {
+  entity e(data.classes.Default());
+  e.SetOrigin(8, 16, 24);
+  entity* child = e.AddChild(std::make_unique<entity>(data.classes.Default()));
+  TransformEntity(e, Matrix::TurnZ(90), {8, 0, 0});
+  EXPECT_EQ(e.Origin(), Vec3(-8, 0, 24));
+  TranslateEntity(e, {0.5f, 0, 0});
+  EXPECT_STREQ(e.GetKey("origin"), "-7.500000 0.000000 24.000000");
+  EXPECT_FALSE(child->HasOrigin());
+}
+
+TEST_F(SpecialClassesTest, AnInstanceOfNothingHasNoBoundsAndWritesNothing) {
+  for (const char* name : {"t", "I", ""}) {
+    const auto map =
+        MapWithInstance(std::string("\"origin\" \"0 0 0\"\"XMPclass\" \"") + name + "\"");
+    EXPECT_TRUE(FindNamed(*map, "I")->GetBounds().IsEmpty()) << name;
+    EXPECT_EQ(QuakeText(*map).find("\t{\n"), std::string::npos);
+  }
+}
+
+TEST_F(SpecialClassesTest, ATemplateThatHoldsItselfEnds) {
+  const auto map =
+      ReadText("{{\"classname\" \"layer\"{\"classname\" \"templateClass\"\"XMPentityname\" \"A\"" +
+               Cuboid(0, 0, 0, 8, 8, 8) +
+               "{\"classname\" \"templateInstance\"\"XMPclass\" \"A\"\"origin\" \"8 0 0\"}"
+               "{\"classname\" \"templateInstance\"\"XMPclass\" \"B\"\"origin\" \"0 8 0\"}}"
+               "{\"classname\" \"templateClass\"\"XMPentityname\" \"B\""
+               "{\"classname\" \"templateInstance\"\"XMPclass\" \"A\"\"origin\" \"0 0 8\"}}"
+               "{\"classname\" \"templateInstance\"\"XMPentityname\" \"I\"\"XMPclass\" \"B\"}"
+               "{\"classname\" \"templateInstance\"\"XMPentityname\" \"J\"\"XMPclass\" \"A\"}}}");
+  EXPECT_FALSE(FindNamed(*map, "J")->GetBounds().IsEmpty());
+  const std::string text = QuakeText(*map, WRITE_TEMPLATE_CLASSES);
+  EXPECT_NE(text.find("\t{\n"), std::string::npos);
+}
+
+TEST_F(SpecialClassesTest, OptionsDecideAboutTemplates) {
+  const auto map = MapWithInstance("\"origin\" \"100 0 0\"");
+  const auto brushes = [&](unsigned option) {
+    const std::string text = QuakeText(*map, option);
+    int count = 0;
+    for (std::size_t at = 0; (at = text.find("\t{\n", at)) != std::string::npos; ++at) ++count;
+    return count;
+  };
+  EXPECT_EQ(brushes(0), 1);
+  EXPECT_EQ(brushes(WRITE_KEEP_INSTANCES), 0);
+  EXPECT_EQ(brushes(WRITE_TEMPLATE_CLASSES), 2);
+  EXPECT_EQ(brushes(WRITE_TEMPLATE_CLASSES | WRITE_KEEP_INSTANCES), 1);
+}
+
+TEST_F(SpecialClassesTest, AnEmbedHasTheBoxOfItsKeys) {
+  entity embed(data.classes.Default());
+  embed.SetKey("classname", "embed");
+  EXPECT_TRUE(embed.GetBounds().IsEmpty());
+  embed.SetOrigin(100, 0, 0);
+  EXPECT_EQ(embed.GetBounds().mins, Vec3(84, -16, -16));
+  EXPECT_EQ(embed.GetBounds().maxs, Vec3(116, 16, 16));
+  embed.SetKey("XMPminx", "-64.5");
+  embed.SetKey("XMPmaxz", "8");
+  EXPECT_EQ(embed.GetBounds().mins, Vec3(35.5f, -16, -16));
+  EXPECT_EQ(embed.GetBounds().maxs, Vec3(116, 16, 8));
+}
+
+TEST_F(SpecialClassesTest, TheSizeBoxCountsWhereThereIsAnOrigin) {
+  entity e(data.classes.Default());
+  e.SetKey("classname", "nothing");
+  EXPECT_TRUE(e.GetBounds().IsEmpty());
+  e.SetOrigin(10, 20, 30);
+  EXPECT_EQ(e.GetBounds().mins, Vec3(2, 12, 22));
+  EXPECT_EQ(e.GetBounds().maxs, Vec3(18, 28, 38));
+}
+
+TEST_F(SpecialClassesTest, ThePenWrapsColoursAboveOne) {
+  EntityClass c(data.classes.Default());
+  c.red = 2;
+  c.green = 0.5f;
+  c.blue = 1e20f;
+  EXPECT_EQ(c.ClassPen().colour, (Colour{254, 127, 0}));
+}
+
+}  // namespace
+}  // namespace ferrowand

@@ -1,0 +1,145 @@
+#include "operations/clipboard.h"
+
+#include "document/classes/class_set.h"
+#include "operations/edit_fixture.h"
+#include "operations/groups.h"
+#include "operations/insert.h"
+
+namespace ferrowand {
+namespace {
+
+class ClipboardTest : public EditTest {
+ protected:
+  void SetUp() override {
+    Open(Box("a", 0, 0, 0) + Box("b", 128, 0, 0) + Point("p", "\"origin\" \"0 0 128\""),
+         Box("far", 512, 0, 0));
+  }
+};
+
+TEST_F(ClipboardTest, ACopySurvivesItsMap) {
+  const std::string objects = ExtendedText(Get("p")) + ExtendedText(Get("a"));
+  Pick({"p", "a"});
+  const std::string text = SelectionText(*map);
+  EXPECT_NE(text.find(objects), std::string::npos);
+  Open("");
+  const std::string before = Text();
+  EXPECT_EQ(PasteText(*map, text), EditResult::Done);
+  EXPECT_EQ(Children("main"), (Names{"p", "a"}));
+  EXPECT_NE(Text().find(objects), std::string::npos);
+  EXPECT_EQ(map->selection, (std::vector<entity*>{&Get("p"), &Get("a")}));
+  ExpectOneStep(before);
+  EXPECT_TRUE(recorder.messages.empty());
+}
+
+TEST_F(ClipboardTest, CuttingIsOneStepAndPastingGivesBackWhatWasCut) {
+  Pick({"a"});
+  const std::string before = Text();
+  std::string text;
+  EXPECT_EQ(CutSelection(*map, text), EditResult::Done);
+  EXPECT_EQ(Children("main"), (Names{"b", "p"}));
+  ExpectOneStep(before);
+  EXPECT_EQ(PasteText(*map, text), EditResult::Done);
+  EXPECT_EQ(Children("main"), (Names{"b", "p", "a"}));
+  EXPECT_EQ(CutSelection(*map, text), EditResult::Done);
+  EXPECT_EQ(CutSelection(*map, text), EditResult::NothingSelected);
+  EXPECT_EQ(text, "");
+}
+
+TEST_F(ClipboardTest, SingleEntitiesAndBrushesOutOfATextFileArePasted) {
+  struct Case {
+    std::string text;
+    const char* classname;
+    std::size_t children;
+    int faces;
+  };
+  const std::string cuboid = Cuboid(0, 0, 0, 8, 8, 8);
+  for (const Case& c :
+       {Case{cuboid, "brush", 0, 6},
+        {"  // a light\n{ \"classname\" \"light\" \"origin\" \"1 2 3\" }", "light", 0, 0},
+        {"{ \"classname\" \"func_door\" " + cuboid + cuboid + "}", "func_door", 2, 0},
+        {"{ \"classname\" \"worldspawn\" }{ \"classname\" \"light\" }", "light", 0, 0},
+        {"{ \"classname\" \"worldspawn\" " + Layer("x", 1, cuboid) + "}", "brush", 0, 6}}) {
+    SCOPED_TRACE(c.text);
+    SetUp();
+    ASSERT_EQ(PasteText(*map, c.text), EditResult::Done);
+    ASSERT_EQ(map->selection.size(), 1u);
+    const entity& pasted = *map->selection.front();
+    EXPECT_STREQ(pasted.GetKey("classname"), c.classname);
+    EXPECT_EQ(pasted.getEntityList().size(), c.children);
+    EXPECT_EQ(pasted.brush.getNumFaces(), c.faces);
+    EXPECT_STRNE(pasted.GetKey("XMPentityname"), "worldspawn");
+    EXPECT_EQ(pasted.Parent(), &Get("main"));
+  }
+}
+
+TEST_F(ClipboardTest, OtherTextIsNotPasted) {
+  const std::string before = Text();
+  for (const char* text : {"", " \n", "hello {", "{}", "{ \"classname\" \"worldspawn\"", "//"}) {
+    EXPECT_EQ(PasteText(*map, text), EditResult::NotAMap) << text;
+    EXPECT_EQ(Text(), before);
+    EXPECT_FALSE(map->undo.CanUndo());
+  }
+}
+
+TEST_F(ClipboardTest, DamageIsReportedWithItsLineAndTheRestIsPasted) {
+  EXPECT_EQ(PasteText(*map, "{\r\n\r\nx\r\n" + Cuboid(0, 0, 0, 8, 8, 8) + "}"), EditResult::Done);
+  EXPECT_NE(recorder.OnlyText().find("(x) was found in worldspawn definition at line:3"),
+            std::string::npos);
+  EXPECT_EQ(map->selection.size(), 1u);
+}
+
+TEST_F(ClipboardTest, WhatIsPastedIsOfTheClassesOfItsNewMap) {
+  const std::string qc = temp.Write("g.qc", "/*QUAKED light (0 1 0) (-8 -8 -8) (8 8 8)\r\n*/");
+  ClassSet classes(data.classes);
+  ASSERT_TRUE(classes.Load(qc));
+  map->classSet = &classes;
+  PasteText(*map, "{}{ \"classname\" \"light\" \"origin\" \"1 2 3\" }");
+  EXPECT_EQ(map->selection.front()->getClass()->classname, "light");
+  InsertEntity(*map, map->classSet->FindClass("light"), {8, 16, 24});
+  EXPECT_EQ(map->selection.front()->getClass()->classname, "light");
+  EXPECT_STREQ(map->selection.front()->GetKey("origin"), "8.000000 16.000000 24.000000");
+}
+
+TEST_F(ClipboardTest, AGroupGoesThroughAFile) {
+  Pick({"b", "p"});
+  const std::string objects = ExtendedText(Get("b")) + ExtendedText(Get("p"));
+  EXPECT_EQ(SaveGroup(*map, temp.Path("gate")), EditResult::Done);
+  const std::string before = Text();
+  EXPECT_EQ(InsertGroup(*map, temp.Path("gate.xmp")), EditResult::Done);
+  EXPECT_EQ(Children("gate"), (Names{"b", "p"}));
+  EXPECT_NE(ExtendedText(Get("gate")).find(objects), std::string::npos);
+  EXPECT_EQ(map->selection, std::vector<entity*>{&Get("gate")});
+  ExpectOneStep(before);
+
+  const std::string now = Text();
+  EXPECT_EQ(InsertGroup(*map, temp.Path("none.xmp")), EditResult::CannotOpen);
+  EXPECT_EQ(InsertGroup(*map, temp.Write("empty.map", "")), EditResult::NotAMap);
+  EXPECT_EQ(Text(), now);
+  SelectNone(*map);
+  EXPECT_EQ(SaveGroup(*map, temp.Path("gate")), EditResult::NothingSelected);
+  const auto opened = LoadMap(data, temp.Path("gate.xmp"));
+  EXPECT_NE(FindNamed(*opened, "b"), nullptr);
+}
+
+TEST_F(ClipboardTest, KeysOfTheSelectionChangeInOneStep) {
+  Pick({"a", "p"});
+  const std::string before = Text();
+  EXPECT_EQ(SetKeyOfSelection(*map, "note", "say \"x\""), EditResult::Done);
+  EXPECT_STREQ(Get("a").GetKey("note"), "say 'x'");
+  EXPECT_EQ(Get("b").GetKey("note"), nullptr);
+  ExpectOneStep(before);
+  EXPECT_EQ(RemoveKeyOfSelection(*map, "NOTE"), EditResult::Done);
+  EXPECT_EQ(Text(), before);
+  const EntityClass& layer = map->classSet->FindClass("hidden");
+  EXPECT_EQ(SetClassOfSelection(*map, layer), EditResult::Done);
+  EXPECT_EQ(Get("a").getClass(), &layer);
+  Pick({"a", "p"});
+  EXPECT_EQ(SetKeyOfSelection(*map, "note", "1"), EditResult::NothingSelected);
+  entity prototype(data.classes.Native());
+  prototype.SetKey("classname", "embed");
+  EXPECT_EQ(InsertCopy(*map, prototype, {1, 2, 3}), EditResult::Done);
+  EXPECT_EQ(map->selection.front()->Origin(), Vec3(1, 2, 3));
+}
+
+}  // namespace
+}  // namespace ferrowand

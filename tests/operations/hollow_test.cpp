@@ -1,0 +1,112 @@
+#include "operations/hollow.h"
+
+#include <random>
+#include <string>
+
+#include "operations/edit_fixture.h"
+#include "support/brush_checks.h"
+
+namespace ferrowand {
+namespace {
+
+class HollowTest : public EditTest {
+ protected:
+  // A cube of that side at each place on the X axis, all selected.
+  entity& OpenCubes(std::initializer_list<int> places) {
+    std::string cubes;
+    for (const int x : places) cubes += Box("cube", x, 0, 0);
+    Open(cubes);
+    for (const EntityPtr& cube : Get("main").getEntityList()) Select(*map, cube.get(), true);
+    return *map->selection.front();
+  }
+};
+
+TEST_F(HollowTest, AWallWidthIsAWholeNumberButZero) {
+  for (const char* text : {"", " ", "0", "-0", "4.5", "8x", "x", "99999999999", "- 4", "0x10"}) {
+    EXPECT_FALSE(ParseWallWidth(text)) << text;
+  }
+  EXPECT_EQ(ParseWallWidth("16"), 16);
+  EXPECT_EQ(ParseWallWidth(" -8 "), -8);
+}
+
+TEST_F(HollowTest, WallsStandInsideTheBrushOrAroundIt) {
+  const struct {
+    int width;
+    Bounds box;
+    double volume;
+  } cases[] = {
+      {8, {{0, 0, 0}, {64, 64, 64}}, 64 * 64 * 64 - 48 * 48 * 48},
+      {-8, {{-8, -8, -8}, {72, 72, 72}}, 80 * 80 * 80 - 64 * 64 * 64},
+      {31, {{0, 0, 0}, {64, 64, 64}}, 64 * 64 * 64 - 2 * 2 * 2},
+  };
+  for (const auto& c : cases) {
+    entity& target = OpenCubes({0});
+    const std::string before = Text();
+    EXPECT_TRUE(HollowSelection(*map, c.width));
+    ASSERT_EQ(target.getEntityList().size(), 6u);
+    double volume = 0;
+    for (const EntityPtr& wall : target.getEntityList()) {
+      EXPECT_TRUE(IsSolid(wall->brush));
+      EXPECT_TRUE(IsOnWholeUnits(wall->brush));
+      volume += Volume(wall->brush);
+    }
+    EXPECT_DOUBLE_EQ(volume, c.volume);
+    EXPECT_EQ(target.brush.getNumFaces(), 0);
+    EXPECT_EQ(target.GetBounds(), c.box);
+    ExpectOneStep(before);
+  }
+}
+
+TEST_F(HollowTest, InnerFacesLookLikeTheOuterOnesBehindThem) {
+  entity& target = OpenCubes({0});
+  std::vector<DVec3> normals;
+  for (int i = 0; i < 6; ++i) {
+    target.brush.face(i).SetName("side" + std::to_string(i));
+    normals.push_back(target.brush.face(i).plane.normal);
+  }
+  HollowSelection(*map, 8);
+  for (std::size_t i = 0; i < 6; ++i) {
+    // The wall that the i-th face cut off ends in a cap that looks the other way.
+    const Face& cap = target.getEntityList()[i]->brush.Faces().back();
+    EXPECT_EQ(cap.plane.normal, -normals[i]);
+    EXPECT_EQ(cap.Name(), "side" + std::to_string(i));
+  }
+}
+
+TEST_F(HollowTest, WhatIsTooSmallForItsWallsStaysAndIsReportedOnce) {
+  for (const int width : {32, 40, 2000000000, -9000, -2147483647 - 1}) {
+    OpenCubes({0, 100});
+    const std::string before = Text();
+    recorder.messages.clear();
+    EXPECT_FALSE(HollowSelection(*map, width)) << width;
+    EXPECT_EQ(recorder.OnlyText().substr(0, 24), "2 of the brushes could n") << width;
+    EXPECT_EQ(Text(), before) << width;
+    EXPECT_FALSE(map->undo.CanUndo());
+  }
+  recorder.messages.clear();
+  HollowSelection(*map, 0);
+  EXPECT_NE(recorder.OnlyText().find("must be an integer, and not equal to 0"), std::string::npos);
+}
+
+TEST_F(HollowTest, RandomSolidsBecomeSoundWallsOrStay) {
+  std::mt19937 random(6);
+  int hollow = 0;
+  for (int round = 0; round < 200; ++round) {
+    const Brush brush = RandomBrush(random, {100, 200, 300}, 256, reporter);
+    entity& target = OpenCubes({0});
+    target.brush = brush.Copy();
+    const int width = round % 2 ? 8 : -8;
+    HollowSelection(*map, width);
+    if (target.getEntityList().empty()) {
+      EXPECT_EQ(target.brush.getNumFaces(), brush.getNumFaces());
+      continue;
+    }
+    ++hollow;
+    for (const EntityPtr& wall : target.getEntityList()) EXPECT_TRUE(IsSolid(wall->brush));
+    EXPECT_EQ(target.GetBounds() == brush.Box(), width > 0);
+  }
+  EXPECT_GT(hollow, 5);
+}
+
+}  // namespace
+}  // namespace ferrowand

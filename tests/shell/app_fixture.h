@@ -1,0 +1,207 @@
+// The program itself under test: its App in real windows, with a recorder for a user.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "shell/app/app.h"
+#include "shell/windows/map_window.h"
+#include "support/recorder.h"
+#include "support/temp_dir.h"
+
+namespace ferrowand {
+
+// Answers from a script; without one the user thinks better of it.
+class ScriptedDialogs : public Dialogs {
+ public:
+  std::optional<std::string> ChooseFile(HWND, const FileChoice& choice) override {
+    asked.push_back(choice);
+    if (files.empty()) return std::nullopt;
+    const std::string file = files.front();
+    files.pop_front();
+    return file;
+  }
+  std::optional<Colour> ChooseColour(HWND, Colour) override {
+    if (colours.empty()) return std::nullopt;
+    const Colour colour = colours.front();
+    colours.pop_front();
+    return colour;
+  }
+  unsigned TrackPopup(HWND owner, HMENU menu, POINT) override {
+    SendMessageA(owner, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu), 0);
+    if (commands.empty()) return 0;
+    const unsigned command = commands.front();
+    commands.pop_front();
+    return command;
+  }
+  void ShowAbout(HWND) override { ++abouts; }
+  // A form that refuses an answer gets the next one.
+  bool Ask(HWND, const Form& form) override {
+    forms.push_back(form);
+    if (fill) return form.accept(fill(form));
+    while (!answers.empty()) {
+      const FormValues answer = answers.front();
+      answers.pop_front();
+      if (form.accept(answer)) return true;
+    }
+    return false;
+  }
+
+  std::deque<std::string> files;
+  std::deque<Colour> colours;
+  std::deque<unsigned> commands;
+  std::deque<FormValues> answers;
+  std::vector<FileChoice> asked;
+  std::vector<Form> forms;
+  std::function<FormValues(const Form&)> fill;  // goes before the answers
+  int abouts = 0;
+};
+
+class TestClipboard : public Clipboard {
+ public:
+  std::string Text(HWND) override { return text; }
+  bool SetText(HWND, const std::string& newText) override {
+    text = newText;
+    return true;
+  }
+
+  std::string text;
+};
+
+// Two boxes: 64 units around the origin, and one to its right.
+inline constexpr char TWO_BRUSHES[] = R"({
+"classname" "worldspawn"
+"message" "Two boxes"
+{
+( -32 -32 -32 ) ( -32 -31 -32 ) ( -32 -32 -31 ) wall 0 0 0 1 1
+( -32 -32 -32 ) ( -32 -32 -31 ) ( -31 -32 -32 ) wall 0 0 0 1 1
+( -32 -32 -32 ) ( -31 -32 -32 ) ( -32 -31 -32 ) wall 0 0 0 1 1
+( 32 32 32 ) ( 32 33 32 ) ( 33 32 32 ) wall 0 0 0 1 1
+( 32 32 32 ) ( 33 32 32 ) ( 32 32 33 ) wall 0 0 0 1 1
+( 32 32 32 ) ( 32 32 33 ) ( 32 33 32 ) wall 0 0 0 1 1
+}
+{
+( 128 -32 -32 ) ( 128 -31 -32 ) ( 128 -32 -31 ) wall 0 0 0 1 1
+( 128 -32 -32 ) ( 128 -32 -31 ) ( 129 -32 -32 ) wall 0 0 0 1 1
+( 128 -32 -32 ) ( 129 -32 -32 ) ( 128 -31 -32 ) wall 0 0 0 1 1
+( 192 32 32 ) ( 192 33 32 ) ( 193 32 32 ) wall 0 0 0 1 1
+( 192 32 32 ) ( 193 32 32 ) ( 192 32 33 ) wall 0 0 0 1 1
+( 192 32 32 ) ( 192 32 33 ) ( 192 33 32 ) wall 0 0 0 1 1
+}
+}
+)";
+
+// A key that is down for the life of the object, as the thread sees it.
+class HeldKey {
+ public:
+  explicit HeldKey(int key) : key_(static_cast<std::size_t>(key)) { Set(0x80); }
+  ~HeldKey() { Set(0); }
+  HeldKey(const HeldKey&) = delete;
+  HeldKey& operator=(const HeldKey&) = delete;
+
+ private:
+  void Set(BYTE state) const {
+    std::array<BYTE, 256> keys;
+    GetKeyboardState(keys.data());
+    keys[key_] = state;
+    SetKeyboardState(keys.data());
+  }
+  std::size_t key_;
+};
+
+class AppTest : public testing::Test {
+ protected:
+  AppTest() : settings(MakeMemorySettingsStore()) {
+    saved.showTips = 0;
+    saved.trackMouse = 0;
+    saved.groupsDirectory = dir.Path("groups");
+  }
+
+  // Whatever settings the test has changed in `saved` are what the program finds.
+  bool Start(const std::string& commandLine = "") {
+    Reporter reporter(sink);
+    saved.Save(*settings, reporter);
+    return StartWithStore(commandLine);
+  }
+  bool StartWithStore(const std::string& commandLine = "") {
+    app = std::make_unique<App>(GetModuleHandleA(nullptr),
+                                Seams{sink, dialogs, clipboard, *settings, FERROWAND_DATA});
+    const bool started = app->Start(commandLine);
+    app->Pump();
+    return started;
+  }
+  // With the two boxes in it.
+  Map& OpenTwoBrushes() {
+    Map* map = app->OpenMap(dir.Write("two.map", TWO_BRUSHES));
+    app->Pump();
+    return *map;
+  }
+  ~AppTest() override {
+    app.reset();
+    MSG quit;  // the frame's end has asked the thread to end
+    PeekMessageA(&quit, nullptr, WM_QUIT, WM_QUIT, PM_REMOVE);
+  }
+
+  MapWindow& WindowOf(Orientation orientation) {
+    const char* name = orientation == Orientation::Top     ? "(Top)"
+                       : orientation == Orientation::Front ? "(Front)"
+                                                           : "(Side)";
+    for (const auto& window : app->windows) {
+      if (TextOf(window->Handle()).find(name) == std::string::npos) continue;
+      return static_cast<MapWindow&>(*window);
+    }
+    ADD_FAILURE() << "no view " << name;
+    return static_cast<MapWindow&>(*app->windows.front());
+  }
+  void Activate(const ChildWindow& window) {
+    SendMessageA(app->frame.Client(), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(window.Handle()), 0);
+  }
+  // As a menu, an accelerator or a button would.
+  void Give(unsigned id) { SendMessageA(app->frame.Handle(), WM_COMMAND, id, 0); }
+  void Give(Command command) { Give(Id(command)); }
+  // Through the message loop, as from a keyboard.
+  void Type(HWND window, WPARAM key) {
+    PostMessageA(window, WM_KEYDOWN, key, 0);
+    app->Pump();
+  }
+  bool IsTicked(Command command) const { return app->IsChecked(Id(command)); }
+
+  // For the life of the object, as the thread sees it.
+  struct HeldKey {
+    explicit HeldKey(int key_) : key(key_) { Set(0x80); }
+    ~HeldKey() { Set(0); }
+    void Set(BYTE state) const {
+      std::array<BYTE, 256> keys;
+      GetKeyboardState(keys.data());
+      keys[static_cast<std::size_t>(key)] = state;
+      SetKeyboardState(keys.data());
+    }
+    int key;
+  };
+
+  static std::string TextOf(HWND window) {
+    char text[600] = "";
+    GetWindowTextA(window, text, sizeof text);
+    return text;
+  }
+  static std::string TextOf(const ChildWindow& window, int control) {
+    return TextOf(GetDlgItem(window.Handle(), control));
+  }
+
+  TempDir dir;
+  MessageRecorder sink;
+  ScriptedDialogs dialogs;
+  TestClipboard clipboard;
+  std::unique_ptr<SettingsStore> settings;
+  Options saved;
+  std::unique_ptr<App> app;
+};
+
+}  // namespace ferrowand

@@ -1,0 +1,264 @@
+// The window of a map's layers: what the mouse and the keys do there, and what it shows after.
+#include "shell/windows/layer_window.h"
+
+#include <functional>
+
+#include "base/text_writer.h"
+#include "document/classes/native_classes.h"
+#include "document/selection.h"
+#include "operations/layers.h"
+#include "shell/app_fixture.h"
+#include "shell/resources/resource.h"
+
+namespace ferrowand {
+namespace {
+
+enum Column { NAME, OBJECTS, VISIBLE, ENABLED, CURRENT };
+
+// Two layers of one box each, "left" and "right", of which the second is the current one.
+class LayerWindowTest : public AppTest {
+ protected:
+  void Open() {
+    ASSERT_TRUE(Start());
+    map = &OpenTwoBrushes();
+    RenameLayer(*map, *map->currentLayer, "left");
+    InsertLayer(*map, "right");
+    Select(*map, Box(0, 1), false);
+    MoveSelectionToLayer(*map, *map->currentLayer);
+    SelectNone(*map);
+    map->undo.Clear();
+    Show();
+  }
+  void Show() {
+    Give(Command::LayersList);
+    window = dynamic_cast<LayerWindow*>(app->ActiveWindow());
+    ASSERT_NE(window, nullptr);
+    rows = window->List().Control();
+    app->Pump();
+  }
+  entity& Layer(std::size_t index) const { return *LayersOf(*map)[index]; }
+  entity* Box(std::size_t layer, std::size_t index) const {
+    return Layer(layer).getEntityList()[index].get();
+  }
+  std::string Text() const {
+    TextWriter out;
+    map->WriteExtended(out);
+    return out.Text();
+  }
+  // A line a layer: its name, how many objects, V(isible) and E(nabled), * the current one, colour.
+  std::string Shown() const {
+    std::string text;
+    for (const LayerList::Row& row : window->List().Rows()) {
+      text += Format("%s %u %s%s%s %02x%02x%02x\n", row.name.c_str(),
+                     static_cast<unsigned>(row.objects), row.visible ? "V" : "-",
+                     row.enabled ? "E" : "-", row.current ? "*" : "", row.colour.red,
+                     row.colour.green, row.colour.blue);
+    }
+    return text;
+  }
+  void Post(HWND to, UINT message, WPARAM wParam, LPARAM lParam = 0) const {
+    PostMessageA(to, message, wParam, lParam);
+    app->Pump();
+  }
+  void Press(WPARAM key) const { Post(rows, WM_KEYDOWN, key); }
+  void Click(int row, int column) const {
+    RECT cell;
+    ListView_GetSubItemRect(rows, row, column, LVIR_BOUNDS, &cell);
+    const LPARAM at = MAKELPARAM((cell.left + cell.right) / 2, (cell.top + cell.bottom) / 2);
+    PostMessageA(rows, WM_LBUTTONDOWN, MK_LBUTTON, at);
+    Post(rows, WM_LBUTTONUP, 0, at);
+  }
+  void DoubleClick(int row, int part) const {
+    RECT place;
+    ListView_GetItemRect(rows, row, &place, part);
+    const LPARAM at = MAKELPARAM((place.left + place.right) / 2, (place.top + place.bottom) / 2);
+    for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP}) {
+      PostMessageA(rows, message, 0, at);
+    }
+    app->Pump();
+  }
+  void Push(int button) const { SendDlgItemMessageA(window->Dialog(), button, BM_CLICK, 0, 0); }
+  bool IsEnabled(int button) const {
+    return IsWindowEnabled(GetDlgItem(window->Dialog(), button)) != FALSE;
+  }
+  void TrackPopup(unsigned chosen) {
+    dialogs.commands = {chosen};
+    SendMessageA(window->List().Handle(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(rows), -1);
+  }
+  bool IsGrey(unsigned item) const {
+    return (GetMenuState(app->Popup(ID_POPUP_LAYER), item, MF_BYCOMMAND) & MF_GRAYED) != 0;
+  }
+  void TypeName(const char* name) const {
+    Press(VK_F2);
+    const HWND box = ListView_GetEditControl(rows);
+    ASSERT_NE(box, nullptr);
+    SetWindowTextA(box, name);
+    Post(box, WM_KEYDOWN, VK_RETURN);
+  }
+
+  Map* map = nullptr;
+  LayerWindow* window = nullptr;
+  HWND rows = nullptr;
+};
+
+TEST_F(LayerWindowTest, EveryChangeIsOneStepThatTheListFollowsBackAndForth) {
+  Open();
+  const std::string text = Text(), shown = Shown();
+  ASSERT_EQ(shown, "left 1 VE cc1a1a\nright 1 VE* cc1a1a\n");
+  struct Case {
+    const char* shown;
+    std::function<void()> change;
+  };
+  const Case cases[] = {
+      {"left 1 -E cc1a1a\nright 1 VE* cc1a1a\n", [&] { Click(0, VISIBLE); }},
+      {"left 1 V- cc1a1a\nright 1 VE* cc1a1a\n", [&] { Click(0, ENABLED); }},
+      {"left 1 VE cc1a1a\nright 1 V-* cc1a1a\n", [&] { Press(VK_SPACE); }},  // the same switch
+      {"left 1 VE cc1a1a\nright 1 -E* cc1a1a\n", [&] { Press(VK_LEFT), Press(VK_SPACE); }},
+      {"left 1 VE cc1a1a\nattic 1 VE* cc1a1a\n", [&] { TypeName("attic"); }},
+      {"left 1 VE cc1a1a\nright 1 VE* 0102ff\n", [&] { DoubleClick(1, LVIR_ICON); }},
+      {"left 1 VE cc1a1a\nroof 1 VE* 00ff07\n", [&] { Push(ID_LAYER_PROPERTIES); }},
+      {"left 1 VE cc1a1a\nright 1 VE cc1a1a\nnew 0 VE* cc1a1a\n", [&] { Push(ID_LAYER_ADD); }},
+      {"left 2 VE* cc1a1a\n", [&] { Press(VK_DELETE); }},
+      {"left 0 VE cc1a1a\nright 2 VE* cc1a1a\n",
+       [&] {
+         Select(*map, Box(0, 0), false);
+         app->RefreshMap(*map);
+         Push(ID_LAYER_MOVE_IN);
+       }},
+  };
+  dialogs.colours = {{1, 2, 255}};
+  dialogs.answers = {{"roof", "0", "256", "7"}, {"roof", "0", "255", "7"}, {"new"}};
+  for (const Case& row : cases) {
+    Click(1, OBJECTS);
+    row.change();
+    EXPECT_EQ(Shown(), row.shown);
+    EXPECT_NE(Text(), text);
+    Give(Command::Undo);
+    EXPECT_EQ(Text(), text) << row.shown;
+    EXPECT_EQ(Shown(), shown) << row.shown;
+    EXPECT_FALSE(app->IsAvailable(Id(Command::Undo))) << row.shown;
+    Give(Command::Redo);
+    EXPECT_EQ(Shown(), row.shown);
+    Give(Command::Undo);
+  }
+  EXPECT_EQ(sink.OnlyText(), "Green must be a whole number from 0 to 255");
+}
+
+TEST_F(LayerWindowTest, AHiddenLayerLeavesTheViews) {
+  Open();
+  const MapWindow& top = WindowOf(Orientation::Top);
+  const Pixel edge = WindowOf(Orientation::Top).View()->transform.ToScreen({-32, 5, 0});
+  const auto pixel = [&] {
+    app->Pump();
+    const HDC dc = GetDC(top.Drawing());
+    const COLORREF colour = GetPixel(dc, edge.x, edge.y);
+    ReleaseDC(top.Drawing(), dc);
+    return colour;
+  };
+  const COLORREF outline = ToColorRef(Box(0, 0)->brush.Outline());
+  EXPECT_EQ(pixel(), outline);
+  Select(*map, Box(0, 0), false);
+  Click(0, VISIBLE);
+  EXPECT_NE(pixel(), outline);
+  EXPECT_TRUE(map->selection.empty());
+  Click(0, VISIBLE);
+  EXPECT_EQ(pixel(), outline);
+}
+
+TEST_F(LayerWindowTest, KeysAreTheDialogsOrCommandsForItsMap) {
+  Open();
+  Click(0, OBJECTS);
+  Press(VK_RETURN);
+  EXPECT_EQ(map->currentLayer, &Layer(0));
+  Press(VK_DOWN);
+  EXPECT_EQ(window->List().Selected(), &Layer(1));
+  Press('H');
+  EXPECT_EQ(app->views.ViewsOf(*map).front()->mapmode, MapMode::Heights);
+  Select(*map, Box(0, 0), false);
+  {
+    const HeldKey control(VK_CONTROL);
+    Press('D');
+  }
+  EXPECT_EQ(Shown(), "left 2 VE* cc1a1a\nright 1 VE cc1a1a\n") << "duplicated";
+  Press('C');
+  EXPECT_TRUE(map->selection.empty());
+  Press(VK_TAB);
+  EXPECT_EQ(GetFocus(), GetDlgItem(window->Dialog(), ID_LAYER_ADD));
+  Give(Command::SelectNone);
+  Select(*map, Box(0, 0), false);
+  Post(GetFocus(), WM_KEYDOWN, VK_DELETE);
+  EXPECT_EQ(Layer(0).getEntityList().size(), 2u) << "not the command of that key";
+
+  Click(1, CURRENT);
+  EXPECT_EQ(SendMessageA(rows, LVM_EDITLABELA, 1, 0), 0) << "as a slow second click would";
+  Press(VK_F2);
+  const HWND box = ListView_GetEditControl(rows);
+  Post(box, WM_KEYDOWN, 'J');
+  EXPECT_TRUE(Box(0, 0)->IsVisible()) << "a letter of the name";
+  SetWindowTextA(box, "lost");
+  InsertLayer(*map, "first come");
+  app->RefreshMap(*map);
+  EXPECT_EQ(ListView_GetEditControl(rows), nullptr);
+  EXPECT_STREQ(Layer(1).GetKey("XMPentityname"), "right");
+}
+
+TEST_F(LayerWindowTest, ThePopupAndTheButtonsOfferWhatCanBeDone) {
+  Open();
+  Click(0, OBJECTS);
+  EXPECT_FALSE(IsEnabled(ID_LAYER_MOVE_IN));
+  TrackPopup(1002);
+  EXPECT_EQ(map->selection, std::vector<entity*>{Box(0, 0)});
+  EXPECT_TRUE(IsEnabled(ID_LAYER_MOVE_IN));
+  Click(1, OBJECTS);
+  TrackPopup(1003);
+  EXPECT_EQ(map->selection, (std::vector<entity*>{Box(0, 0), Box(1, 0)}));
+  EXPECT_TRUE(IsGrey(1000)) << "no camera";
+  EXPECT_TRUE(IsGrey(1004)) << "the current one";
+  MapView& view = *WindowOf(Orientation::Top).View();
+  view.CentreOn({4000, 4000, 0});
+  TrackPopup(1001);
+  EXPECT_NEAR(view.transform.ToWorldU(view.DrawingArea().width / 2), 160, 2);
+
+  SetLayerState(*map, Layer(0), false, true);
+  app->RefreshMap(*map);
+  Click(0, OBJECTS);
+  TrackPopup(1004);
+  EXPECT_EQ(map->currentLayer, &Layer(0));
+  EXPECT_TRUE(IsGrey(1002));
+  EXPECT_FALSE(IsEnabled(ID_LAYER_SELECT));
+  Push(ID_LAYER_MOVE_IN);
+  EXPECT_EQ(sink.OnlyText(), "The layer is hidden or disabled. Move the selection to it?");
+  EXPECT_EQ(Layer(1).getEntityList().size(), 1u) << "No was the answer";
+  Push(ID_LAYER_REMOVE);
+  EXPECT_FALSE(IsEnabled(ID_LAYER_REMOVE)) << "the last one";
+  Press(VK_DELETE);
+  EXPECT_EQ(sink.messages.back().text, "A map needs a layer");
+}
+
+TEST_F(LayerWindowTest, AMapHasOneSuchWindowThatGoesWithIt) {
+  Open();
+  const std::size_t before = app->windows.size();
+  Activate(WindowOf(Orientation::Front));
+  Show();
+  EXPECT_EQ(app->windows.size(), before);
+  app->NewMap();
+  const LayerWindow* const first = window;
+  Show();
+  EXPECT_NE(window, first);
+  EXPECT_EQ(TextOf(window->Handle()), "Layers: Unnamed");
+  SendMessageA(window->Handle(), WM_CLOSE, 0, 0);
+  EXPECT_EQ(app->maps.size(), 2u);
+  app->CloseMap(*app->maps.back());
+
+  Activate(*first);
+  map->modified = true;
+  Post(first->List().Control(), WM_KEYDOWN, VK_F2);
+  sink.answers = {Answer::Yes};
+  for (int i = 0; i < 3; ++i) SendMessageA(app->windows.front()->Handle(), WM_CLOSE, 0, 0);
+  EXPECT_EQ(sink.messages.size(), 1u);
+  EXPECT_TRUE(app->maps.empty());
+  EXPECT_TRUE(app->windows.empty());
+}
+
+}  // namespace
+}  // namespace ferrowand

@@ -1,0 +1,168 @@
+// Opening, saving and closing, and the questions on the way.
+#include "shell/system/win32.h"
+
+#include <shellapi.h>
+#include <shlobj.h>
+
+#include <cstring>
+#include <filesystem>
+
+#include "shell/app_fixture.h"
+
+namespace ferrowand {
+namespace {
+
+class MapFilesTest : public AppTest {
+ protected:
+  MapFilesTest() { EXPECT_TRUE(Start()); }
+
+  void Quit() { SendMessageA(app->frame.Handle(), WM_CLOSE, 0, 0); }
+  bool Running() const { return app->frame.Handle() != nullptr; }
+  using Texts = std::vector<std::string>;
+};
+
+TEST_F(MapFilesTest, SaveAsWritesEitherFormatByTheName) {
+  Map& map = OpenTwoBrushes();
+  map.modified = true;
+  dialogs.files = {dir.Path("copy.xmp"), dir.Path("copy.map"), dir.Path("bare")};
+  for (int i = 0; i < 3; ++i) Give(Command::FileSaveAs);
+  EXPECT_EQ(dir.Read("copy.xmp").substr(0, 2), "{\n");
+  EXPECT_EQ(dir.Read("copy.map").substr(0, 4), "////");
+  EXPECT_EQ(dir.Read("bare.xmp"), dir.Read("copy.xmp"));
+  EXPECT_FALSE(map.modified);
+  EXPECT_EQ(map.filename, dir.Path("bare.xmp"));
+  EXPECT_EQ(app->options.previousFiles[0], dir.Path("bare.xmp"));
+}
+
+TEST_F(MapFilesTest, SavingANewMapAsksForItsNameOnce) {
+  Map& map = app->NewMap();
+  Give(Command::FileSave);
+  EXPECT_EQ(map.filename, "unnamed.map");
+  dialogs.files = {dir.Path("room.xmp")};
+  Give(Command::FileSave);
+  Give(Command::FileSave);
+  EXPECT_EQ(dialogs.asked.size(), 2u);
+  EXPECT_EQ(map.Name(), "Ferrowand-generated map!");
+  EXPECT_EQ(TextOf(WindowOf(Orientation::Top).Handle()), "XYView (Top): Ferrowand-generated map!");
+}
+
+TEST_F(MapFilesTest, ASaveThatFailsLeavesTheMapModified) {
+  Map& map = OpenTwoBrushes();
+  map.modified = true;
+  dialogs.files = {dir.Path("no such folder\\a.xmp")};
+  Give(Command::FileSaveAs);
+  EXPECT_TRUE(map.modified);
+  EXPECT_FALSE(sink.messages.empty());
+  EXPECT_EQ(app->options.previousFiles[1], "");
+}
+
+TEST_F(MapFilesTest, ExportWritesAQuakeMapBesideTheFileAndChangesNothingElse) {
+  Map& map = *app->OpenMap(dir.Write("a.xmp", TWO_BRUSHES));
+  map.modified = true;
+  Give(Command::ExportQuake);
+  EXPECT_EQ(dir.Read("a.map").substr(0, 4), "////");
+  EXPECT_EQ(map.filename, dir.Path("a.xmp"));
+  EXPECT_TRUE(map.modified);
+  EXPECT_EQ(dir.Read("a.xmp"), TWO_BRUSHES);
+}
+
+TEST_F(MapFilesTest, RecentMapsAreInTheMenuNewestFirst) {
+  const std::string a = dir.Write("a&b.map", TWO_BRUSHES), b = dir.Write("b.map", TWO_BRUSHES);
+  const auto item = [&](unsigned index) {
+    char text[300];
+    GetMenuStringA(GetMenu(app->frame.Handle()), Id(Command::RecentMap) + index, text, sizeof text,
+                   MF_BYCOMMAND);
+    return std::string(text);
+  };
+  EXPECT_EQ(item(0), "- NO FILE -");
+  app->OpenMap(a);
+  app->OpenMap(b);
+  EXPECT_EQ(item(0), b);
+  EXPECT_EQ(item(1), dir.Path("a&&b.map"));
+  EXPECT_EQ(item(2), "- NO FILE -");
+  Give(Id(Command::RecentMap) + 1);
+  EXPECT_EQ(app->maps.size(), 3u);
+  EXPECT_EQ(item(0), dir.Path("a&&b.map"));
+  EXPECT_EQ(item(1), b);
+  Give(Id(Command::PopupRecentMap) + 1);
+  EXPECT_EQ(app->maps.back()->filename, b);
+}
+
+TEST_F(MapFilesTest, OnlyTheLastWindowOfAModifiedMapAsksBeforeItCloses) {
+  Map& map = OpenTwoBrushes();
+  map.modified = true;
+  const auto closeOne = [&] {
+    SendMessageA(app->windows.front()->Handle(), WM_CLOSE, 0, 0);
+    return app->windows.size();
+  };
+  EXPECT_EQ(closeOne(), 2u);
+  EXPECT_EQ(closeOne(), 1u);
+  EXPECT_TRUE(sink.messages.empty());
+  EXPECT_EQ(closeOne(), 1u);
+  EXPECT_EQ(sink.OnlyText(),
+            "Closing this window will close the map. The map has been modified. Continue?");
+  EXPECT_EQ(app->maps.size(), 1u);
+  sink.answers = {Answer::Yes};
+  EXPECT_EQ(closeOne(), 0u);
+  EXPECT_TRUE(app->maps.empty());
+}
+
+TEST_F(MapFilesTest, ClosingAMapClosesItsWindowsAndNoOthers) {
+  OpenTwoBrushes();
+  app->NewMap();
+  Give(Command::FileClose);
+  EXPECT_EQ(sink.Said(), Texts{"Close Map?: Are you sure you want to close this map?"});
+  EXPECT_EQ(app->windows.size(), 6u);
+  sink.answers = {Answer::Yes};
+  Give(Command::FileClose);
+  ASSERT_EQ(app->maps.size(), 1u);
+  EXPECT_EQ(app->maps[0]->Name(), "Two boxes");
+  EXPECT_EQ(app->windows.size(), 3u);
+}
+
+TEST_F(MapFilesTest, QuittingAsksForEveryModifiedMapAndStaysOnACancel) {
+  OpenTwoBrushes().modified = true;
+  app->NewMap();
+  app->NewMap().modified = true;
+  const std::string end = " has been modified and not saved. Save before quitting?";
+  struct Row {
+    std::deque<Answer> answers;
+    std::deque<std::string> files;
+    bool runs;
+  };
+  for (const Row& row : {Row{{Answer::No, Answer::Cancel}, {}, true},
+                         Row{{Answer::No, Answer::Yes}, {}, true},  // but no name is chosen
+                         Row{{Answer::No, Answer::Yes}, {dir.Path("last.xmp")}, false}}) {
+    sink.messages.clear();
+    sink.answers = row.answers;
+    dialogs.files = row.files;
+    Quit();
+    EXPECT_EQ(sink.Said(),
+              (Texts{"Continue?: Map Two boxes" + end, "Continue?: Map Unnamed" + end}));
+    EXPECT_EQ(Running(), row.runs);
+  }
+  EXPECT_FALSE(dir.Read("last.xmp").empty());
+}
+
+TEST_F(MapFilesTest, EveryDroppedFileOpens) {
+  const std::string names =
+      dir.Write("a.map", TWO_BRUSHES) + '\0' + dir.Write("b.map", TWO_BRUSHES) + '\0' + '\0';
+  const HGLOBAL memory = GlobalAlloc(GHND, sizeof(DROPFILES) + names.size());
+  auto* drop = static_cast<DROPFILES*>(GlobalLock(memory));
+  drop->pFiles = sizeof(DROPFILES);
+  std::memcpy(drop + 1, names.data(), names.size());
+  GlobalUnlock(memory);
+  SendMessageA(app->frame.Handle(), WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
+  ASSERT_EQ(app->maps.size(), 2u);
+  EXPECT_EQ(app->maps[1]->filename, dir.Path("b.map"));
+}
+
+TEST_F(MapFilesTest, AFileThatCannotBeOpenedIsSaid) {
+  std::filesystem::create_directory(dir.Path("folder.map"));
+  EXPECT_EQ(app->OpenMap(dir.Path("folder.map")), nullptr);
+  EXPECT_FALSE(sink.messages.empty());
+  EXPECT_TRUE(app->windows.empty());
+}
+
+}  // namespace
+}  // namespace ferrowand

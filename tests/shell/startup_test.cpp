@@ -1,0 +1,139 @@
+#include <filesystem>
+
+#include "shell/app/app.h"
+#include "shell/app_fixture.h"
+#include "shell/system/shortcut.h"
+
+namespace ferrowand {
+namespace {
+
+TEST_F(AppTest, AFirstStartExplainsItselfOffersAShortcutAndShowsTips) {
+  ASSERT_TRUE(StartWithStore());
+  ASSERT_GE(sink.messages.size(), 2u);
+  EXPECT_EQ(sink.Said()[1], "Ferrowand: Create shortcut to Ferrowand in Start menu?");
+  EXPECT_NE(app->tips.Handle(), nullptr);
+}
+
+TEST_F(AppTest, TheTipsSwitchThemselvesOff) {
+  saved.showTips = 1;
+  ASSERT_TRUE(Start());
+  const HWND tips = app->tips.Handle();
+  ASSERT_NE(tips, nullptr);
+  const std::string first = TextOf(GetDlgItem(tips, 100));
+  SendDlgItemMessageA(tips, 101, BM_CLICK, 0, 0);
+  EXPECT_NE(TextOf(GetDlgItem(tips, 100)), first);
+  SendDlgItemMessageA(tips, 102, BM_CLICK, 0, 0);
+  SendDlgItemMessageA(tips, IDCANCEL, BM_CLICK, 0, 0);
+  EXPECT_EQ(app->tips.Handle(), nullptr);
+  app->Shutdown();
+
+  Reporter reporter(sink);
+  Options again;
+  EXPECT_TRUE(again.Load(*settings, reporter));
+  EXPECT_EQ(again.showTips, 0);
+}
+
+TEST_F(AppTest, TheFrameIsNamedAndTakesDroppedFiles) {
+  ASSERT_TRUE(Start());
+  const HWND frame = app->frame.Handle();
+  EXPECT_EQ(TextOf(frame), "Ferrowand");
+  EXPECT_TRUE(GetWindowLongA(frame, GWL_EXSTYLE) & WS_EX_ACCEPTFILES);
+  EXPECT_TRUE(IsZoomed(frame));
+  EXPECT_TRUE(sink.messages.empty()) << sink.messages.front().text;
+  EXPECT_EQ(app->data.wads.DefaultName(), "quake.wad");
+}
+
+TEST_F(AppTest, WindowClassesHaveTheirStylesAndExtraBytes) {
+  ASSERT_TRUE(Start());
+  struct Row {
+    const char* name;
+    UINT style;
+    int extraBytes;
+    int background;
+  };
+  for (const Row& row :
+       {Row{"FFRWWinClass", 0, 0, LTGRAY_BRUSH}, Row{"FRWKeyListClass", 0, 0, LTGRAY_BRUSH},
+        Row{"FRWClientClass", CS_DBLCLKS, 4, LTGRAY_BRUSH},
+        Row{"FRWMapClass", CS_DBLCLKS, 4, NULL_BRUSH}, Row{"FRWLoadWindow", 0, 8, LTGRAY_BRUSH}}) {
+    WNDCLASSEXA found{};
+    found.cbSize = sizeof found;
+    ASSERT_TRUE(GetClassInfoExA(GetModuleHandleA(nullptr), row.name, &found)) << row.name;
+    EXPECT_EQ(found.style, row.style) << row.name;
+    EXPECT_EQ(found.cbWndExtra, row.extraBytes) << row.name;
+    EXPECT_EQ(found.hbrBackground, GetStockObject(row.background)) << row.name;
+  }
+}
+
+TEST(WindowClasses, TheClientIsColouredWhereTheDisplayHasMoreThan256Colours) {
+  EXPECT_STREQ(MdiClientClass(8), "MDICLIENT");
+  EXPECT_STREQ(MdiClientClass(16), "FRWMDIClient");
+}
+
+TEST_F(AppTest, ASecondSetOfClassesIsRefused) {
+  ASSERT_TRUE(Start());
+  ScriptedDialogs otherDialogs;
+  App other(GetModuleHandleA(nullptr), {sink, otherDialogs, clipboard, *settings, FERROWAND_DATA});
+  EXPECT_FALSE(other.Start(""));
+}
+
+TEST_F(AppTest, ACommandLineIsOnePathWithBlanksAndWithoutQuotes) {
+  const std::string path = dir.Write("my own map.map", TWO_BRUSHES);
+  ASSERT_TRUE(Start("\"" + path + "\""));
+  ASSERT_EQ(app->maps.size(), 1u);
+  EXPECT_EQ(app->maps[0]->Name(), "Two boxes");
+  EXPECT_EQ(PathOfCommandLine("C:\\a b\\c.map"), "C:\\a b\\c.map");
+  EXPECT_EQ(PathOfCommandLine("\""), "\"");
+}
+
+TEST_F(AppTest, WhatIsMissingIsSaidAndTheProgramStarts) {
+  saved.defaultWad = "no.wad";
+  saved.defaultQc = "no.qc";
+  ASSERT_TRUE(Start("nowhere.map"));
+  EXPECT_EQ(sink.Said(),
+            (std::vector<std::string>{
+                "Error: Could not load default wadfile no.wad! Set the default in Options.",
+                "Error: Could not load default .qc file no.qc! Set the default in Options.",
+                "File Error - cannot continue: Can't find requested map: nowhere.map"}));
+  EXPECT_TRUE(app->maps.empty());
+  EXPECT_TRUE(app->windows.empty());
+  app->NewMap();
+  EXPECT_EQ(app->windows.size(), 3u);
+}
+
+TEST_F(AppTest, OptionsAreSavedAtTheEnd) {
+  ASSERT_TRUE(Start());
+  Give(Command::DrawClassnames);
+  PostMessageA(app->frame.Handle(), WM_CLOSE, 0, 0);
+  EXPECT_EQ(app->Run(), 0);
+  EXPECT_EQ(settings->OpenSettings()->ReadNumber("Entity Names"), 1u);
+}
+
+TEST_F(AppTest, TheProgressWindowCountsAndHoldsTheFrameBack) {
+  ASSERT_TRUE(Start());
+  LoadWindow& load = app->progress;
+  load.Begin("outer.map");
+  EXPECT_EQ(TextOf(GetDlgItem(load.Handle(), 1)), "Loading: outer.map ....");
+  load.Begin(std::filesystem::current_path().string() + "\\inner.wad");
+  RECT place;
+  GetWindowRect(load.Handle(), &place);
+  EXPECT_EQ(place.left, 70);
+  EXPECT_EQ(place.top, 100);
+  EXPECT_EQ(place.right - place.left, 400);
+  EXPECT_EQ(place.bottom - place.top, 150);
+  EXPECT_EQ(TextOf(GetDlgItem(load.Handle(), 1)), "Loading: inner.wad ....");
+  load.Step("Textures: %u", 7, 10, 10);
+  EXPECT_EQ(TextOf(GetDlgItem(load.Handle(), 2)), "Textures: 7");
+  EXPECT_EQ(SendDlgItemMessageA(load.Handle(), 3, 0x0408 /* PBM_GETPOS */, 0, 0), 1000);
+  EXPECT_FALSE(IsWindowEnabled(app->frame.Handle()));
+  Give(Command::FileNew);
+  EXPECT_TRUE(app->maps.empty());
+
+  load.End();
+  EXPECT_EQ(TextOf(GetDlgItem(load.Handle(), 1)), "Loading: outer.map ....");
+  load.End();
+  EXPECT_EQ(load.Handle(), nullptr);
+  EXPECT_TRUE(IsWindowEnabled(app->frame.Handle()));
+}
+
+}  // namespace
+}  // namespace ferrowand

@@ -1,0 +1,84 @@
+#include "views/view_transform.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace ferrowand {
+namespace {
+
+TEST(ViewTransform, ACoordinateLosesItsFractionBeforeTheOriginIsTaken) {
+  ViewTransform view;
+  view.originu = 1;
+  view.scaleu = 1;
+  // 2.9 counts as 2 and -2.9 as -2; subtracting first would give 2 and -4.
+  EXPECT_EQ(view.ToScreenU(2.9f), 1);
+  EXPECT_EQ(view.ToScreenU(-2.9f), -3);
+}
+
+TEST(ViewTransform, PixelsAreRoundedHalfAwayFromZero) {
+  const ViewTransform view;  // 4 units a pixel, up is up
+  const struct {
+    float world;
+    int across, down;
+  } cases[] = {{2, 1, -1}, {-2, -1, 1}, {1, 0, 0}, {6, 2, -2}, {-5, -1, 1}, {400, 100, -100}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(view.ToScreenU(c.world), c.across) << c.world;
+    EXPECT_EQ(view.ToScreenV(c.world), c.down) << c.world;
+  }
+}
+
+TEST(ViewTransform, CoordinatesWrapAtSixteenBits) {
+  ViewTransform view;
+  view.scaleu = 1;
+  EXPECT_EQ(view.ToScreenU(32767), 32767);
+  EXPECT_EQ(view.ToScreenU(32768), -32768);
+  EXPECT_EQ(view.ToScreenU(65540.5f), 4);
+  EXPECT_EQ(view.ToScreenU(1e20f), 0);
+  EXPECT_EQ(view.ToScreenU(std::numeric_limits<float>::quiet_NaN()), 0);
+}
+
+TEST(ViewTransform, AWorldPointComesBackFromItsPixelWithinHalfAPixel) {
+  ViewTransform view;
+  for (const float scale : {1 / 64.0f, 0.5f, 1.0f, 8.0f}) {
+    view.scaleu = scale;
+    view.scalev = -scale;
+    view.originu = -100;
+    view.originv = 300;
+    for (int world = -200; world <= 200; world += 7) {
+      const float w = static_cast<float>(world);
+      EXPECT_NEAR(view.ToWorldU(view.ToScreenU(w)), world, scale / 2);
+      EXPECT_NEAR(view.ToWorldV(view.ToScreenV(w)), world, scale / 2);
+    }
+  }
+}
+
+TEST(ViewTransform, ABoxHasItsSidesInOrder) {
+  ViewTransform view;
+  view.orienu = 1;
+  view.orienv = 2;
+  const PixelRect expected{-20, -30, 10, 40};
+  EXPECT_EQ(view.ToScreen(Vec3(0, -80, -160), Vec3(0, 40, 120)), expected);
+  EXPECT_EQ(view.ToScreen(Vec3(0, 40, 120), Vec3(0, -80, -160)), expected);
+}
+
+TEST(ViewTransform, EachOrientationHasItsNameAndItsDepth) {
+  const struct {
+    std::uint8_t u, v;
+    const char* name;
+    int depth;
+  } cases[] = {{0, 1, "Top", 2},   {1, 0, "Top", 2},  {0, 2, "Front", 1},
+               {2, 0, "Front", 1}, {1, 2, "Side", 0}, {2, 1, "Side", 0}};
+  for (const auto& c : cases) {
+    EXPECT_STREQ(OrientationName(c.u, c.v), c.name);
+    ViewTransform view;
+    view.orienu = c.u;
+    view.orienv = c.v;
+    EXPECT_EQ(view.DepthAxis(), c.depth) << c.name;
+  }
+  EXPECT_STREQ(OrientationName(1, 1), "Invalid - possible error!");
+  EXPECT_STREQ(OrientationName(3, -1), "Invalid - possible error!");
+}
+
+}  // namespace
+}  // namespace ferrowand
