@@ -19,8 +19,10 @@ native_tests() { ctest --test-dir build/native --output-on-failure -j 2; }
 step "Native tests" native_tests
 step "Static checks" scripts/tidy.sh
 
-step "Build release, with benchmarks" build release
-step "Build win32" build win32
+step "Build release, with benchmarks" build release ferrowand-cli ferrowand_bench
+programs=(ferrowand ferrowand-cli)
+have_wine32 && programs=(all)
+step "Build win32" build win32 "${programs[@]}"
 step "Build win64" build win64
 
 step "Wine" use_wine
