@@ -208,7 +208,7 @@ TEST_F(ShippedDataTest, TheSampleMapShowsWhatTheEditorsOwnClassesDo) {
   EXPECT_EQ(kinds[EntityKind::TemplateClass], 1);
   EXPECT_EQ(kinds[EntityKind::TemplateInstance], 2);
   EXPECT_EQ(unseenLayers, 1);
-  EXPECT_EQ(std::string(map->currentLayer->GetKey("XMPentityname")), "structure");
+  EXPECT_EQ(std::string(map->currentLayer()->GetKey("XMPentityname")), "structure");
 }
 
 TEST_F(ShippedDataTest, TheKeyListIsTextForAWindow) {

@@ -7,7 +7,7 @@
 
 #include "document/edit_step.h"
 #include "document/map.h"
-#include "document/selection.h"
+#include "document/picking.h"
 #include "operations/new_entity.h"
 #include "operations/placing.h"
 
@@ -128,7 +128,7 @@ EditResult DuplicateSelection(Map& map, const MultiDuplicate& how, const Arrange
   for (const entity* root : roots) objects += CountObjects(*root);
   if (how.count * objects > MAXCOPIES) return EditResult::TooMany;
 
-  if (map.leadingGroup && !MayAddTo(*map.leadingGroup)) return EditResult::Declined;
+  if (map.leadingGroup() && !MayAddTo(*map.leadingGroup())) return EditResult::Declined;
 
   const DVec3 middle = MiddleOfSelection(map);
   std::vector<entity*> copies;
@@ -144,7 +144,7 @@ EditResult DuplicateSelection(Map& map, const MultiDuplicate& how, const Arrange
         step.Cancel();
         return result;
       }
-      entity& parent = map.leadingGroup ? *map.leadingGroup : *root->Parent();
+      entity& parent = map.leadingGroup() ? *map.leadingGroup() : *root->Parent();
       copies.push_back(&step.Add(std::move(copy), parent));
     }
   }

@@ -7,7 +7,7 @@
 #include "document/classes/special_classes.h"
 #include "document/edit_step.h"
 #include "document/map.h"
-#include "document/selection.h"
+#include "document/picking.h"
 #include "operations/new_entity.h"
 #include "operations/placing.h"
 

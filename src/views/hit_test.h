@@ -4,7 +4,7 @@
 #include <functional>
 #include <span>
 
-#include "document/selection.h"
+#include "document/picking.h"
 #include "views/view_transform.h"
 
 namespace ferrowand {

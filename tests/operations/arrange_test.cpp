@@ -148,13 +148,13 @@ TEST_F(ArrangeTest, WhatWouldNotSurviveIsRefusedAsAWhole) {
     EXPECT_EQ(Text(), before);
     EXPECT_EQ(map->selection.size(), 3u);
     EXPECT_FALSE(map->undo.CanUndo());
-    EXPECT_FALSE(map->modified);
+    EXPECT_FALSE(map->modified());
   }
 }
 
 TEST_F(ArrangeTest, NeitherHiddenNorLockedObjectsMove) {
   const std::string before = Text();
-  SelectNone(*map);
+  map->selection.Clear();
   for (const char* layer : {"hidden", "locked"}) {
     Select(*map, Get(layer).getEntityList().front().get(), true);
   }

@@ -9,7 +9,7 @@
 
 #include "document/document_fixture.h"
 #include "document/edit_step.h"
-#include "document/selection.h"
+#include "document/picking.h"
 #include "geometry/box_tree.h"
 #include "operations/arrange.h"
 #include "operations/brush_check.h"
@@ -82,7 +82,7 @@ class RandomUser {
     if (Below(8) == 0) return;
     const auto level = Below(4) ? PickLevel::Objects : PickLevel::Brushes;
     const std::vector<entity*> objects = PickableObjects(map_, level);
-    SelectNone(map_);
+    map_.selection.Clear();
     for (std::size_t count = Below(6); count > 0 && !objects.empty(); --count) {
       Select(map_, objects[Below(objects.size())], true);
     }
@@ -92,7 +92,7 @@ class RandomUser {
     if (map_.selection.size() < 2) return;
     entity* const moved = map_.selection[0];
     entity* const still = map_.selection[1];
-    SelectNone(map_);
+    map_.selection.Clear();
     Select(map_, moved, false);
     const Vec3 by = still->GetBounds().mins - moved->GetBounds().mins;
     MoveSelection(map_, by + Vec3(Step(), Step(), Step()), {});
@@ -156,7 +156,7 @@ const std::vector<R::Command> R::COMMANDS = {
     {"subtract",
      [](R& r) {
        r.PickTwoThatOverlap();
-       if (r.map_.selection.size() > 1) r.map_.selection.pop_back();
+       if (r.map_.selection.size() > 1) r.map_.selection.Remove(*r.map_.selection.Objects().back());
        SubtractSelection(r.map_);
      }},
     {"intersect",

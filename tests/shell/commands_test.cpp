@@ -163,7 +163,7 @@ TEST_F(AppTest, TheMenuGreysWhatCannotBeDoneNow) {
   EXPECT_FALSE(isGrey(Command::FileSave));
   EXPECT_FALSE(isGrey(Command::RecentMap));
   EXPECT_TRUE(isGrey(Command::Undo));
-  app->ActiveMap()->selection = {app->ActiveMap()->currentLayer->getEntityList()[0].get()};
+  app->ActiveMap()->selection.Set({app->ActiveMap()->currentLayer()->getEntityList()[0].get()});
   Give(Command::Clear);
   EXPECT_FALSE(isGrey(Command::Undo));
 }

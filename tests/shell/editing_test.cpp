@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "base/text_writer.h"
-#include "document/selection.h"
+#include "document/picking.h"
 #include "operations/clipboard.h"
 #include "operations/new_entity.h"
 #include "shell/app_fixture.h"
@@ -77,12 +77,12 @@ TEST_F(EditingTest, ACuboidIsDrawnDraggedAndUndone) {
   Drag({32, 32, 0}, {96, -32, 0});
   EXPECT_EQ(Selected(), (Bounds{{64, -64, 0}, {192, 0, 64}}));
   const std::string moved = Text();
-  EXPECT_TRUE(map->modified);
+  EXPECT_TRUE(map->modified());
 
-  map->modified = false;
+  map->MarkSaved();
   Give(Command::Undo);
   EXPECT_EQ(Text(), made);
-  EXPECT_TRUE(map->modified);
+  EXPECT_TRUE(map->modified());
   Give(Command::Undo);
   EXPECT_EQ(Text(), empty);
   EXPECT_FALSE(app->IsAvailable(Id(Command::Undo)));

@@ -1,11 +1,12 @@
 // The window of a map's layers: what the mouse and the keys do there, and what it shows after.
 #include "shell/windows/layer_window.h"
+#include "document/edit_step.h"
 
 #include <functional>
 
 #include "base/text_writer.h"
 #include "document/classes/native_classes.h"
-#include "document/selection.h"
+#include "document/picking.h"
 #include "operations/layers.h"
 #include "shell/app_fixture.h"
 #include "shell/resources/resource.h"
@@ -21,11 +22,11 @@ class LayerWindowTest : public AppTest {
   void Open() {
     ASSERT_TRUE(Start());
     map = &OpenTwoBrushes();
-    RenameLayer(*map, *map->currentLayer, "left");
+    RenameLayer(*map, *map->currentLayer(), "left");
     InsertLayer(*map, "right");
     Select(*map, Box(0, 1), false);
-    MoveSelectionToLayer(*map, *map->currentLayer);
-    SelectNone(*map);
+    MoveSelectionToLayer(*map, *map->currentLayer());
+    map->selection.Clear();
     map->undo.Clear();
     Show();
   }
@@ -169,7 +170,7 @@ TEST_F(LayerWindowTest, KeysAreTheDialogsOrCommandsForItsMap) {
   Open();
   Click(0, OBJECTS);
   Press(VK_RETURN);
-  EXPECT_EQ(map->currentLayer, &Layer(0));
+  EXPECT_EQ(map->currentLayer(), &Layer(0));
   Press(VK_DOWN);
   EXPECT_EQ(window->List().Selected(), &Layer(1));
   Press('H');
@@ -223,7 +224,7 @@ TEST_F(LayerWindowTest, ThePopupAndTheButtonsOfferWhatCanBeDone) {
   app->RefreshMap(*map);
   Click(0, OBJECTS);
   TrackPopup(1004);
-  EXPECT_EQ(map->currentLayer, &Layer(0));
+  EXPECT_EQ(map->currentLayer(), &Layer(0));
   EXPECT_TRUE(IsGrey(1002));
   EXPECT_FALSE(IsEnabled(ID_LAYER_SELECT));
   Push(ID_LAYER_MOVE_IN);
@@ -251,7 +252,7 @@ TEST_F(LayerWindowTest, AMapHasOneSuchWindowThatGoesWithIt) {
   app->CloseMap(*app->maps.back());
 
   Activate(*first);
-  map->modified = true;
+  EditStep(*map).ChangeKeys(*map);
   Post(first->List().Control(), WM_KEYDOWN, VK_F2);
   sink.answers = {Answer::Yes};
   for (int i = 0; i < 3; ++i) SendMessageA(app->windows.front()->Handle(), WM_CLOSE, 0, 0);

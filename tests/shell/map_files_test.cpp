@@ -7,6 +7,7 @@
 #include <cstring>
 #include <filesystem>
 
+#include "document/edit_step.h"
 #include "shell/app_fixture.h"
 
 namespace ferrowand {
@@ -23,13 +24,13 @@ class MapFilesTest : public AppTest {
 
 TEST_F(MapFilesTest, SaveAsWritesEitherFormatByTheName) {
   Map& map = OpenTwoBrushes();
-  map.modified = true;
+  EditStep(map).ChangeKeys(map);
   dialogs.files = {dir.Path("copy.xmp"), dir.Path("copy.map"), dir.Path("bare")};
   for (int i = 0; i < 3; ++i) Give(Command::FileSaveAs);
   EXPECT_EQ(dir.Read("copy.xmp").substr(0, 2), "{\n");
   EXPECT_EQ(dir.Read("copy.map").substr(0, 4), "////");
   EXPECT_EQ(dir.Read("bare.xmp"), dir.Read("copy.xmp"));
-  EXPECT_FALSE(map.modified);
+  EXPECT_FALSE(map.modified());
   EXPECT_EQ(map.filename, dir.Path("bare.xmp"));
   EXPECT_EQ(app->options.previousFiles[0], dir.Path("bare.xmp"));
 }
@@ -48,21 +49,21 @@ TEST_F(MapFilesTest, SavingANewMapAsksForItsNameOnce) {
 
 TEST_F(MapFilesTest, ASaveThatFailsLeavesTheMapModified) {
   Map& map = OpenTwoBrushes();
-  map.modified = true;
+  EditStep(map).ChangeKeys(map);
   dialogs.files = {dir.Path("no such folder\\a.xmp")};
   Give(Command::FileSaveAs);
-  EXPECT_TRUE(map.modified);
+  EXPECT_TRUE(map.modified());
   EXPECT_FALSE(sink.messages.empty());
   EXPECT_EQ(app->options.previousFiles[1], "");
 }
 
 TEST_F(MapFilesTest, ExportWritesAQuakeMapBesideTheFileAndChangesNothingElse) {
   Map& map = *app->OpenMap(dir.Write("a.xmp", TWO_BRUSHES));
-  map.modified = true;
+  EditStep(map).ChangeKeys(map);
   Give(Command::ExportQuake);
   EXPECT_EQ(dir.Read("a.map").substr(0, 4), "////");
   EXPECT_EQ(map.filename, dir.Path("a.xmp"));
-  EXPECT_TRUE(map.modified);
+  EXPECT_TRUE(map.modified());
   EXPECT_EQ(dir.Read("a.xmp"), TWO_BRUSHES);
 }
 
@@ -90,7 +91,7 @@ TEST_F(MapFilesTest, RecentMapsAreInTheMenuNewestFirst) {
 
 TEST_F(MapFilesTest, OnlyTheLastWindowOfAModifiedMapAsksBeforeItCloses) {
   Map& map = OpenTwoBrushes();
-  map.modified = true;
+  EditStep(map).ChangeKeys(map);
   const auto closeOne = [&] {
     SendMessageA(app->windows.front()->Handle(), WM_CLOSE, 0, 0);
     return app->windows.size();
@@ -121,9 +122,9 @@ TEST_F(MapFilesTest, ClosingAMapClosesItsWindowsAndNoOthers) {
 }
 
 TEST_F(MapFilesTest, QuittingAsksForEveryModifiedMapAndStaysOnACancel) {
-  OpenTwoBrushes().modified = true;
+  OpenTwoBrushes().modified() = true;
   app->NewMap();
-  app->NewMap().modified = true;
+  app->NewMap().modified() = true;
   const std::string end = " has been modified and not saved. Save before quitting?";
   struct Row {
     std::deque<Answer> answers;

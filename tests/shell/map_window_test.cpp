@@ -226,7 +226,7 @@ TEST_F(MapWindowTest, ViewsGoToTheSelectionOrFitTheMap) {
   const float whole = view.transform.scaleu;
   Give(Command::CentreAndZoom);  // nothing is selected
   EXPECT_EQ(view.transform.scaleu, whole);
-  map.selection = {map.currentLayer->getEntityList()[1].get()};
+  map.selection.Set({map.currentLayer()->getEntityList()[1].get()});
   Give(Command::CentreSelection);
   EXPECT_NEAR(middle().x, 160, 1);
   EXPECT_NEAR(middle().y, 0, 1);
@@ -234,10 +234,10 @@ TEST_F(MapWindowTest, ViewsGoToTheSelectionOrFitTheMap) {
   WindowOf(Orientation::Top).View()->ZoomOut();
   Give(Command::CentreAndZoom);
   EXPECT_LE(view.transform.scaleu, whole);
-  map.selection.push_back(map.currentLayer->getEntityList()[0].get());
+  map.selection.Add(*map.currentLayer()->getEntityList()[0].get());
   Give(Command::ZoomToFit);
   EXPECT_EQ(sink.OnlyText(), "Select one brush or group, or select nothing to see the whole map.");
-  map.selection.clear();
+  map.selection.Clear();
   Give(Command::ZoomToFit);
   EXPECT_EQ(view.transform.scaleu, whole);
 }
@@ -264,7 +264,7 @@ TEST_F(MapWindowTest, GridAxesAndEdgesStandOnTheScreen) {
   EXPECT_EQ(PixelOf(window, origin.x + 64, origin.y - 50), RGB(200, 200, 200));
   EXPECT_EQ(PixelOf(window, origin.x + 1, origin.y - 50), RGB(170, 170, 170));
   EXPECT_EQ(PixelOf(window, origin.x + 70, origin.y - 50), RGB(255, 255, 255));
-  const Colour outline = app->maps[0]->currentLayer->getEntityList()[0]->brush.Outline();
+  const Colour outline = app->maps[0]->currentLayer()->getEntityList()[0]->brush.Outline();
   EXPECT_EQ(PixelOf(window, origin.x + 32, origin.y - 5), ToColorRef(outline));
   EXPECT_EQ(PixelOf(window, origin.x - 32, origin.y - 5), ToColorRef(outline));
 }

@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "document/classes/class_set.h"
-#include "document/selection.h"
+#include "document/picking.h"
 #include "operations/arrange.h"
 #include "operations/clipboard.h"
 #include "operations/groups.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "document/selection.h"
+#include "document/picking.h"
 #include "operations/clipboard.h"
 #include "operations/layers.h"
 #include "operations/new_entity.h"

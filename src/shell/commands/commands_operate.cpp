@@ -1,5 +1,5 @@
 // The Operate menu, and the flip that only keys give.
-#include "document/selection.h"
+#include "document/picking.h"
 #include "operations/arrange.h"
 #include "operations/csg_commands.h"
 #include "operations/groups.h"

@@ -4,7 +4,7 @@
 #include <array>
 
 #include "document/classes/native_classes.h"
-#include "document/selection.h"
+#include "document/picking.h"
 #include "operations/layers.h"
 #include "shell/app/app.h"
 #include "shell/commands/commands.h"

@@ -108,7 +108,7 @@ ToolCursor BrushSelector::CursorAt(const MapView& view, Pixel at) const {
 
 void BrushSelector::Select(MapView& view, entity* object, bool add) {
   selectedByPress_ = true;
-  mode_ = HandleMode::Scale;
+  SetMode(view.map, HandleMode::Scale);
   Selector::Select(view, object, add);
 }
 
@@ -120,8 +120,9 @@ bool BrushSelector::IsForSelection(const MapView& view, Pixel at) const {
 }
 
 void BrushSelector::SetMode(const Map& map, HandleMode mode) {
+  if (mode == mode_) return;
   mode_ = mode;
-  RepaintSelection(map, SelectionBounds(map));
+  RepaintOverlay(map);
 }
 
 void BrushSelector::Click(MapView& view, Pixel) {

@@ -73,7 +73,7 @@ void Selector::DoubleClick(MapView& view, Pixel at, int button) {
     });
   }
   const auto selected =
-      std::ranges::find_if(stack, [&](const entity* e) { return IsSelected(view.map, *e); });
+      std::ranges::find_if(stack, [&](const entity* e) { return view.map.selection.Contains(*e); });
   if (stack.size() < 2 || selected == stack.end()) {
     MouseDown(view, at, button);
     return;
@@ -82,7 +82,8 @@ void Selector::DoubleClick(MapView& view, Pixel at, int button) {
 }
 
 bool Selector::IsOnSelection(const MapView& view, Pixel at) const {
-  return HitTest(view.map.selection, QueryAt(view, at, PickLevel::Objects)).object != nullptr;
+  return HitTest(view.map.selection.Objects(), QueryAt(view, at, PickLevel::Objects)).object !=
+         nullptr;
 }
 
 ToolCursor Selector::CursorAt(const MapView& view, Pixel at) const {
@@ -101,7 +102,7 @@ void Selector::Pick(MapView& view, Pixel at) {
     return;
   }
   entity& object = PickedBy(*hit.object, Level());
-  if (!IsSelected(view.map, object)) Select(view, &object, add);
+  if (!view.map.selection.Contains(object)) Select(view, &object, add);
 }
 
 void Selector::Select(MapView& view, entity* object, bool add) {
@@ -111,18 +112,7 @@ void Selector::Select(MapView& view, entity* object, bool add) {
 }
 
 void Selector::SelectAll(MapView& view, const std::vector<entity*>& objects, bool add) {
-  Map& map = view.map;
-  const std::vector<entity*> before = map.selection;
-  const Bounds boundsBefore = SelectionBounds(map);
-  if (add) {
-    ferrowand::Select(map, objects, add);
-  } else {
-    map.selection = objects;
-  }
-  if (map.selection == before) return;
-  RepaintSelection(map, boundsBefore);
-  RepaintSelection(map, SelectionBounds(map));
-  Host().SelectionChanged(map);
+  ferrowand::Select(view.map, objects, add);
 }
 
 void Selector::Group(MapView& view) {

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "base/options.h"
-#include "document/selection.h"
+#include "document/picking.h"
 #include "operations/arrange.h"
 #include "views/map_view.h"
 #include "views/tool.h"
