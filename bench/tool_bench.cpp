@@ -2,6 +2,7 @@
 // brushes: a hover over nothing, a click, a rectangle over everything, a step of a drag.
 #include <benchmark/benchmark.h>
 
+#include <functional>
 #include <memory>
 
 #include "support/fake_view_host.h"

@@ -1,4 +1,6 @@
 // Entities as text: the body between their braces, read and written.
+#include <algorithm>
+
 #include "base/report.h"
 #include "base/text_reader.h"
 #include "base/text_writer.h"

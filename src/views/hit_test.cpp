@@ -1,5 +1,6 @@
 #include "views/hit_test.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <utility>

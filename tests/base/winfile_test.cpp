@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 
 #include <csignal>
+#include <iterator>
 #endif
 
 #include "support/recorder.h"

@@ -1,5 +1,8 @@
 #include "document/entity.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "document/document_fixture.h"
 
 namespace ferrowand {

@@ -5,6 +5,7 @@
 #include <shlobj.h>
 
 #include <cstring>
+#include <deque>
 #include <filesystem>
 
 #include "document/edit_step.h"

@@ -1,6 +1,8 @@
 // The drawing area of a 2D view: painting, scrolling, mouse and keys.
 #include <windowsx.h>
 
+#include <cstdlib>
+
 #include "shell/app/app.h"
 #include "shell/commands/commands.h"
 #include "shell/windows/map_window.h"

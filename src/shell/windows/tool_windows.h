@@ -2,6 +2,9 @@
 // view's window shows, and the popup menu of the selection.
 #pragma once
 
+#include <functional>
+#include <optional>
+
 #include "shell/system/win32.h"
 
 #include "views/tools/tool_host.h"

@@ -1,5 +1,6 @@
 #include "views/tools/brush_selector.h"
 
+#include <array>
 #include <cmath>
 
 #include "document/map.h"

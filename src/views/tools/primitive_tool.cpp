@@ -1,6 +1,7 @@
 #include "views/tools/primitive_tool.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "base/report.h"

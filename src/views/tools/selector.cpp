@@ -1,6 +1,7 @@
 #include "views/tools/selector.h"
 
 #include <algorithm>
+#include <array>
 #include <unordered_set>
 
 #include "base/report.h"

@@ -1,5 +1,7 @@
 #include "views/tools/selector.h"
 
+#include <algorithm>
+
 #include "support/canvas_recorder.h"
 #include "views/tools/tool_fixture.h"
 

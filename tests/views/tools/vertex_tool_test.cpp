@@ -1,6 +1,7 @@
 #include "views/tools/vertex_tool.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 #include "support/canvas_recorder.h"
 #include "views/tools/brush_reshape.h"
