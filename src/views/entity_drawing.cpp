@@ -181,7 +181,7 @@ void DrawLightRadius(const entity& e, DrawContext& context) {
 }
 
 void DrawPointPart(const entity& e, const EntityClass& entityClass, DrawContext& context) {
-  const Pen pen = PenFor(context.overridePen.value_or(entityClass.ClassPen()), context);
+  const Pen pen = PenFor(context.overridePen.value_or(Pen{entityClass.ClassColour()}), context);
   if (entityClass.HasSizeBox()) DrawBox(SizeBox(e, entityClass), pen, context);
   DrawFacingMarker(e, pen, context);
   DrawClassname(e, context);

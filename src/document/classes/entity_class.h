@@ -9,7 +9,7 @@
 
 #include "gamedata/class_record.h"
 #include "geometry/vec.h"
-#include "platform/canvas.h"
+#include "platform/colour.h"
 
 namespace ferrowand {
 
@@ -44,8 +44,8 @@ class EntityClass : public ClassRecord {
   EntityClass& operator=(const EntityClass&) = delete;
 
   const ClassSet& Set() const { return set_; }
-  // One pixel, in the class colour. A component above 1 wraps, as it always did.
-  Pen ClassPen() const;
+  // What its entities are drawn in. A component above 1 wraps, as it always did.
+  Colour ClassColour() const;
 
   // The name up to its first '_': what groups the class menu.
   virtual std::string Prefix() const;

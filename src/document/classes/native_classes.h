@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "document/classes/entity_class.h"
+#include "platform/colour.h"
 
 namespace ferrowand {
 
