@@ -3,7 +3,7 @@
 #include <cmath>
 #include <vector>
 
-#include "document/classes/entity_class.h"
+#include "views/entity_drawing.h"
 #include "views/map_view.h"
 #include "views/tool.h"
 
@@ -103,7 +103,7 @@ void MapView::Paint(Canvas& canvas, const PixelRect& update) {
   if (mapmode == MapMode::Heights) FindHeights();
 
   DrawContext context = Context(canvas, update);
-  if (map.getClass()) map.getClass()->DrawTree(map, context, nullptr);
+  DrawTree(map, context);
 
   if (tool_) {
     tool_->DrawOverlay(*this, canvas);

@@ -1,5 +1,5 @@
 // One class of entities: what the comments of a QuakeC file tell of it, and how its entities
-// behave: whether they are seen, how they are written for the game, how they are drawn. A class
+// behave: whether they are seen, how far they reach, how they are written for the game. A class
 // read from a file is of the base type; the editor's own seven override what differs.
 #pragma once
 
@@ -16,7 +16,6 @@ namespace ferrowand {
 class ClassSet;
 class TextWriter;
 class entity;
-struct DrawContext;
 
 // What an entity of a class is, for whoever must treat kinds apart.
 enum class EntityKind : std::uint8_t {
@@ -26,7 +25,8 @@ enum class EntityKind : std::uint8_t {
   Hidden = 3,
   TemplateClass = 4,
   TemplateInstance = 5,
-  Unknown = 6
+  Unknown = 6,
+  Embed = 7
 };
 
 // Bits of the option word of a write for the game.
@@ -66,11 +66,6 @@ class EntityClass : public ClassRecord {
   // own. `option` is a set of WRITE_ bits.
   virtual void WriteBrushPart(const entity& e, TextWriter& out, unsigned option) const;
   virtual void WriteEntityBlock(const entity& e, TextWriter& out, unsigned option) const;
-
-  // `root` limits the drawing to that entity and what lies below it; null draws everything.
-  virtual void DrawTree(const entity& e, DrawContext& context, const entity* root) const;
-  virtual void DrawEntity(const entity& e, DrawContext& context) const;
-  virtual void DrawOutline(const entity& e, DrawContext& context) const;
 
  private:
   const ClassSet& set_;
