@@ -46,8 +46,8 @@ void AddExtent(const entity& e, Bounds& box) {
   box.Add(e.brush.Box());
   if (own.Kind() == EntityKind::TemplateInstance) {
     if (const EntityPtr expansion = ExpandInstance(e)) AddExtent(*expansion, box);
-  } else if (own.IsNative() && e.getEntityList().empty()) {
-    box.Add(own.EntityBounds(e));  // an embedded map tells of a box in its keys
+  } else if (own.Kind() == EntityKind::Embed) {
+    box.Add(own.EntityBounds(e));
   }
   if (e.HasOrigin()) {
     box.Add(e.Origin());

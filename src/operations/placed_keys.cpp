@@ -74,10 +74,6 @@ void PlaceInstance(entity& instance, const Matrix& matrix) {
   }
 }
 
-bool IsEmbed(const entity& e) {
-  return e.getClass()->IsNative() && e.getClass()->classname == "embed";
-}
-
 // Whether the axes of the world stay axes of the world.
 bool KeepsAxes(const Matrix& matrix) {
   for (unsigned y = 0; y < 3; ++y) {
@@ -112,12 +108,13 @@ void PlaceEmbed(entity& embed, const Matrix& matrix) {
 
 void PlaceKeys(entity& e, const Placing& placing) {
   const Matrix& matrix = placing.Linear();
-  if (e.getClass()->Kind() == EntityKind::TemplateInstance) {
+  const EntityKind kind = e.getClass()->Kind();
+  if (kind == EntityKind::TemplateInstance) {
     PlaceInstance(e, matrix);
   } else if (placing.KeepsShape()) {
     TurnFacing(e, matrix);
   }
-  if (IsEmbed(e)) PlaceEmbed(e, matrix);
+  if (kind == EntityKind::Embed) PlaceEmbed(e, matrix);
   for (const EntityPtr& child : e.getEntityList()) PlaceKeys(*child, placing);
 }
 

@@ -5,6 +5,7 @@
 #include <span>
 
 #include "document/picking.h"
+#include "platform/pixel.h"
 #include "views/view_transform.h"
 
 namespace ferrowand {

@@ -4,8 +4,8 @@
 #include <tuple>
 #include <vector>
 
-#include "document/classes/entity_class.h"
 #include "document/picking.h"
+#include "views/entity_drawing.h"
 #include "views/map_view.h"
 #include "views/tool.h"
 
@@ -105,7 +105,7 @@ void MapView::Paint(Canvas& canvas, const PixelRect& update) {
   if (mapmode == MapMode::Heights) std::tie(heightlo, heighthi) = Heights();
 
   DrawContext context = Context(canvas, update);
-  if (map.getClass()) map.getClass()->DrawTree(map, context, nullptr);
+  DrawTree(map, context);
 
   if (tool_) {
     tool_->DrawOverlay(*this, canvas);

@@ -6,7 +6,7 @@
 
 #include "document/classes/entity_class.h"
 #include "document/entity.h"
-#include "views/entity_drawing.h"
+#include "views/entity_parts.h"
 #include "views/tools/box_handles.h"
 
 namespace ferrowand {

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "document/announcement.h"
+#include "platform/pixel.h"
 #include "views/view_transform.h"
 
 namespace ferrowand {

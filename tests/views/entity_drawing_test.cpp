@@ -44,13 +44,13 @@ class EntityDrawingTest : public testing::Test {
   CanvasRecorder& Draw(const entity* root = nullptr) {
     canvas.calls.clear();
     DrawContext context = Context();
-    small.map.getClass()->DrawTree(small.map, context, root);
+    DrawTree(small.map, context, root);
     return canvas;
   }
   CanvasRecorder& Outline(const entity& e) {
     canvas.calls.clear();
     DrawContext context = Context();
-    e.getClass()->DrawOutline(e, context);
+    DrawOutline(e, context);
     return canvas;
   }
   DrawContext Context() {
@@ -119,7 +119,7 @@ TEST_F(EntityDrawingTest, WhatIsOffTheViewIsNotDrawn) {
     fresh.AddCuboid(c.mins, c.mins + Vec3(64, 64, 64));
     canvas.calls.clear();
     DrawContext context = Context();
-    fresh.map.getClass()->DrawTree(fresh.map, context, nullptr);
+    DrawTree(fresh.map, context);
     std::size_t lines = 0;
     for (const auto& call : canvas.Of(Kind::Lines)) {
       for (const PixelLine& line : call.lines) lines += line.from.x <= 999;

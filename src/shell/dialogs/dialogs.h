@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/canvas.h"
+#include "platform/colour.h"
 #include "shell/dialogs/form_dialog.h"
 
 namespace ferrowand {

@@ -5,7 +5,7 @@
 
 #include <shellapi.h>
 
-#include "platform/canvas.h"
+#include "platform/pixel.h"
 #include "shell/dialogs/primitive_popup.h"
 #include "shell/frame/toolbar.h"
 #include "shell/system/handles.h"

@@ -5,9 +5,9 @@
 #include <utility>
 
 #include "base/report.h"
-#include "document/classes/entity_class.h"
 #include "document/map.h"
 #include "document/picking.h"
+#include "views/entity_drawing.h"
 #include "views/map_view.h"
 #include "views/painted_part.h"
 #include "views/tools/tool_set.h"
@@ -178,9 +178,7 @@ HitQuery ToolBase::QueryAt(const MapView& view, Pixel at, PickLevel level) const
 void ToolBase::DrawSelection(MapView& view, Canvas& canvas) const {
   const PixelSize area = view.DrawingArea();
   DrawContext context = view.Context(canvas, {0, 0, area.width, area.height});
-  for (const entity* selected : view.map.selection) {
-    selected->getClass()->DrawOutline(*selected, context);
-  }
+  for (const entity* selected : view.map.selection) DrawOutline(*selected, context);
 }
 
 }  // namespace ferrowand

@@ -178,7 +178,7 @@ TEST_F(SpecialClassesTest, ThePenWrapsColoursAboveOne) {
   c.red = 2;
   c.green = 0.5f;
   c.blue = 1e20f;
-  EXPECT_EQ(c.ClassPen().colour, (Colour{254, 127, 0}));
+  EXPECT_EQ(c.ClassColour(), (Colour{254, 127, 0}));
 }
 
 }  // namespace
