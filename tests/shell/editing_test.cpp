@@ -380,7 +380,7 @@ TEST_F(EditingTest, HandlesHaveCursorsAndTouchUpItsPopup) {
   const HCURSOR arrow = LoadCursorA(nullptr, IDC_ARROW);
   const auto hover = [&](const Vec3& at) {
     Send(WM_MOUSEMOVE, 0, at);
-    return app->toolWindows.Cursor();
+    return app->toolHost.Cursor();
   };
   EXPECT_EQ(hover({32, 32, 0}), LoadCursorA(nullptr, IDC_SIZEALL));
   EXPECT_EQ(hover({80, 80, 0}), LoadCursorA(nullptr, IDC_SIZENESW));

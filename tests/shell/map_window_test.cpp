@@ -133,16 +133,16 @@ TEST_F(MapWindowTest, WheelSpaceAndDMoveThePicture) {
 
 TEST_F(MapWindowTest, ARefusalStaysInSightUntilTheNextPress) {
   StartNew();
-  app->toolWindows.Refuse(*top->View(), "No");
+  app->toolHost.Refuse(*top->View(), "No");
   top->View()->SetStatus("hovering");
   EXPECT_EQ(TextOf(*top, ID_MESSAGE_TEXT), "No");
   Mouse(WM_RBUTTONDOWN, MK_RBUTTON, 5, 5);
   EXPECT_EQ(TextOf(*top, ID_MESSAGE_TEXT), "hovering");
-  app->toolWindows.Refuse(*top->View(), "Not again");
+  app->toolHost.Refuse(*top->View(), "Not again");
   SendMessageA(top->Handle(), WM_TIMER, 1, 0);
   EXPECT_EQ(TextOf(*top, ID_MESSAGE_TEXT), "hovering");
   SendDlgItemMessageA(top->Handle(), ID_CONTROLS, BM_CLICK, 0, 0);
-  app->toolWindows.Refuse(*top->View(), "Nowhere to read it");
+  app->toolHost.Refuse(*top->View(), "Nowhere to read it");
   EXPECT_EQ(sink.Said(), std::vector<std::string>{"Cannot continue: Nowhere to read it"});
 }
 

@@ -16,15 +16,15 @@
 #include "document/game_data.h"
 #include "document/map.h"
 #include "platform/settings_store.h"
+#include "shell/app/window_classes.h"
 #include "shell/dialogs/dialogs.h"
-#include "shell/frame/child_window.h"
 #include "shell/frame/frame.h"
 #include "shell/frame/load_window.h"
 #include "shell/frame/tips.h"
-#include "shell/frame/window_classes.h"
 #include "shell/system/clipboard.h"
 #include "shell/system/gdi_canvas.h"
-#include "shell/windows/tool_windows.h"
+#include "shell/windows/child_window.h"
+#include "shell/windows/window_tool_host.h"
 #include "views/map_view.h"
 #include "views/tools/tool_set.h"
 
@@ -116,8 +116,8 @@ class App {
   BackBuffer backBuffer;
   std::map<unsigned, OwnedMenu> popups;  // by resource
   ViewList views;
-  ToolWindows toolWindows{*this};
-  ToolSet tools{toolWindows, views, options};
+  WindowToolHost toolHost{*this};
+  ToolSet tools{toolHost, views, options};
   std::vector<std::unique_ptr<Map>> maps;
   std::vector<std::unique_ptr<ChildWindow>> windows;
   Frame frame;

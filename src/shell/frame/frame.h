@@ -6,7 +6,7 @@
 #include <shellapi.h>
 
 #include "platform/canvas.h"
-#include "shell/dialogs/primitive_popup.h"
+#include "shell/frame/primitive_popup.h"
 #include "shell/frame/toolbar.h"
 #include "shell/system/handles.h"
 

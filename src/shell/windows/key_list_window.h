@@ -1,7 +1,7 @@
 // The list of the editor's keys, to read.
 #pragma once
 
-#include "shell/frame/child_window.h"
+#include "shell/windows/child_window.h"
 
 namespace ferrowand {
 

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "operations/edit_result.h"
-#include "shell/frame/child_window.h"
+#include "shell/windows/child_window.h"
 #include "shell/windows/layer_list.h"
 
 namespace ferrowand {

@@ -8,8 +8,8 @@
 #include <memory>
 #include <string>
 
-#include "shell/frame/child_window.h"
 #include "shell/system/handles.h"
+#include "shell/windows/child_window.h"
 #include "views/map_view.h"
 
 namespace ferrowand {

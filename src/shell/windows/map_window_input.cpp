@@ -79,7 +79,7 @@ LRESULT MapWindow::OnMapMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       OnMouseMove(wParam, lParam);
       return 0;
     case WM_CAPTURECHANGED:
-      if (reinterpret_cast<HWND>(lParam) != drawing_) app_.toolWindows.OnCaptureLost(drawing_);
+      if (reinterpret_cast<HWND>(lParam) != drawing_) app_.toolHost.OnCaptureLost(drawing_);
       return 0;
     case WM_MOUSELEAVE:
       view_->OnMouseLeave();
@@ -93,7 +93,7 @@ LRESULT MapWindow::OnMapMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       break;
     case WM_SYSKEYDOWN:
       if (wParam != VK_RETURN) break;
-      app_.toolWindows.EditProperties(*view_);
+      app_.toolHost.EditProperties(*view_);
       return 0;
     case WM_KEYUP:
       if (wParam == VK_SPACE) view_->EndPan();
@@ -173,7 +173,7 @@ void MapWindow::OnButtonDown(int button, LPARAM lParam, bool twice) {
 }
 
 void MapWindow::OnButtonUp(int button, WPARAM wParam, LPARAM lParam) {
-  if (HeldButtons(wParam) == 0) app_.toolWindows.ReleaseMouse(drawing_);
+  if (HeldButtons(wParam) == 0) app_.toolHost.ReleaseMouse(drawing_);
   view_->OnMouseUp(ToPixel(lParam), button);
 }
 
@@ -205,7 +205,7 @@ void MapWindow::TakeFocusFromSister() {
 void MapWindow::SetMouseCursor() {
   SetCursor(IsDown(VK_SPACE) ? LoadCursorA(nullptr, IDC_SIZEALL)
             : IsDown('D')    ? LoadCursorA(nullptr, IDC_CROSS)
-                             : app_.toolWindows.Cursor());
+                             : app_.toolHost.Cursor());
 }
 
 bool MapWindow::OnKeyDown(WPARAM key) {

@@ -1,4 +1,4 @@
-#include "shell/windows/tool_windows.h"
+#include "shell/windows/window_tool_host.h"
 
 #include <algorithm>
 #include <array>
@@ -28,7 +28,7 @@ void Flip(App& app, MapView& view) {
   Conclude(app, view.map, FlipSelection(view.map, axis, app.tools.HowToArrange()));
 }
 void EditProperties(App& app, MapView& view) {
-  app.toolWindows.EditProperties(view);
+  app.toolHost.EditProperties(view);
 }
 
 constexpr std::array<PopupItem, 12> POPUP_ITEMS{{
@@ -96,25 +96,25 @@ void Run(App& app, MapView& view, const PopupItem& item) {
 
 }  // namespace
 
-MapWindow* ToolWindows::WindowOf(const MapView& view) const {
+MapWindow* WindowToolHost::WindowOf(const MapView& view) const {
   for (const auto& window : app_.windows) {
     if (window->View() == &view) return static_cast<MapWindow*>(window.get());
   }
   return nullptr;
 }
 
-HCURSOR ToolWindows::Cursor() const {
+HCURSOR WindowToolHost::Cursor() const {
   if (cursor_ == ToolCursor::Turn) {
     return LoadCursorA(app_.instance, MAKEINTRESOURCEA(ID_TURN_CURSOR));
   }
   return LoadCursorA(nullptr, SystemName(cursor_));
 }
 
-HeldKeys ToolWindows::Keys() const {
+HeldKeys WindowToolHost::Keys() const {
   return {.control = IsDown(VK_CONTROL), .shift = IsDown(VK_SHIFT)};
 }
 
-void ToolWindows::Capture(MapView& view, bool on) {
+void WindowToolHost::Capture(MapView& view, bool on) {
   const MapWindow* window = WindowOf(view);
   if (!window) return;
   if (on) {
@@ -125,24 +125,24 @@ void ToolWindows::Capture(MapView& view, bool on) {
   }
 }
 
-void ToolWindows::ReleaseMouse(HWND drawing) {
+void WindowToolHost::ReleaseMouse(HWND drawing) {
   dragging_ = nullptr;
   if (GetCapture() == drawing) ReleaseCapture();
 }
 
-void ToolWindows::OnCaptureLost(HWND drawing) {
+void WindowToolHost::OnCaptureLost(HWND drawing) {
   if (dragging_ != drawing) return;
   dragging_ = nullptr;
   app_.tools.Current()->Cancel();
 }
 
-void ToolWindows::SetCursor(MapView&, ToolCursor cursor) {
+void WindowToolHost::SetCursor(MapView&, ToolCursor cursor) {
   if (cursor == cursor_) return;
   cursor_ = cursor;
   ::SetCursor(Cursor());
 }
 
-void ToolWindows::DrawNow(MapView& view, const std::function<void(Canvas&)>& draw) {
+void WindowToolHost::DrawNow(MapView& view, const std::function<void(Canvas&)>& draw) {
   const MapWindow* window = WindowOf(view);
   if (!window) return;
   const HDC dc = GetDC(window->Drawing());
@@ -153,7 +153,7 @@ void ToolWindows::DrawNow(MapView& view, const std::function<void(Canvas&)>& dra
   ReleaseDC(window->Drawing(), dc);
 }
 
-bool ToolWindows::TrackPopup(MapView& view, Pixel at, ToolPopup which) {
+bool WindowToolHost::TrackPopup(MapView& view, Pixel at, ToolPopup which) {
   const MapWindow* window = WindowOf(view);
   if (!window) return false;
   const bool ofSelection = which == ToolPopup::Selection;
@@ -173,11 +173,11 @@ bool ToolWindows::TrackPopup(MapView& view, Pixel at, ToolPopup which) {
   return released;
 }
 
-void ToolWindows::EditProperties(MapView& view) {
+void WindowToolHost::EditProperties(MapView& view) {
   if (view.map.selection.size() > 1) app_.tools.entitySelector.EditSelected(view);
 }
 
-std::optional<int> ToolWindows::AskSides(PrimitiveKind kind) {
+std::optional<int> WindowToolHost::AskSides(PrimitiveKind kind) {
   const SideRange range = SidesOf(kind);
   std::optional<int> sides;
   const auto accept = [&](const FormValues& typed) {
@@ -194,34 +194,34 @@ std::optional<int> ToolWindows::AskSides(PrimitiveKind kind) {
   return sides;
 }
 
-std::string ToolWindows::CurrentTexture(Map& map) {
+std::string WindowToolHost::CurrentTexture(Map& map) {
   const auto& wads = map.wads.Items();
   const WadFile& wad = wads.empty() ? app_.data.wads.Default() : *wads.front().wad;
   const auto textures = wad.Textures();
   return std::string((textures.empty() ? *wad.BadTexture() : *textures.front()).Name());
 }
 
-void ToolWindows::MapChanged(Map& map) {
+void WindowToolHost::MapChanged(Map& map) {
   app_.RefreshLists(map);
   app_.SetTitles(map);
   app_.frame.RefreshToolbar();
 }
 
-void ToolWindows::SelectionChanged(Map& map) {
+void WindowToolHost::SelectionChanged(Map& map) {
   app_.RefreshLists(map);
   app_.frame.RefreshToolbar();
 }
 
-void ToolWindows::ToolChanged() {
+void WindowToolHost::ToolChanged() {
   cursor_ = ToolCursor::Arrow;
   app_.frame.RefreshToolbar();
 }
 
-void ToolWindows::Refuse(MapView& view, const std::string& why) {
+void WindowToolHost::Refuse(MapView& view, const std::string& why) {
   if (MapWindow* window = WindowOf(view)) window->Refuse(why);
 }
 
-Reporter& ToolWindows::Report() {
+Reporter& WindowToolHost::Report() {
   return app_.reporter;
 }
 

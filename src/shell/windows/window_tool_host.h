@@ -11,9 +11,9 @@ namespace ferrowand {
 class App;
 class MapWindow;
 
-class ToolWindows : public ToolHost {
+class WindowToolHost : public ToolHost {
  public:
-  explicit ToolWindows(App& app) : app_(app) {}
+  explicit WindowToolHost(App& app) : app_(app) {}
 
   // What the tool wants the mouse to look like.
   HCURSOR Cursor() const;

@@ -1,4 +1,4 @@
-#include "shell/frame/child_window.h"
+#include "shell/windows/child_window.h"
 
 #include "shell/app/app.h"
 
