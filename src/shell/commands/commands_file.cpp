@@ -1,63 +1,66 @@
 // The File menu and Help.
-#include "shell/app/app.h"
-#include "shell/commands/commands.h"
+#include "base/report.h"
+#include "shell/commands/command_groups.h"
+#include "shell/dialogs/dialogs.h"
+#include "shell/documents/documents.h"
+#include "shell/frame/frame.h"
+#include "shell/windows/child_windows.h"
+#include "shell/windows/key_list_window.h"
 
 namespace ferrowand {
 namespace {
 
-void New(App& app, unsigned) {
-  app.NewMap();
+void New(const FileContext& in, unsigned) {
+  in.documents.New();
 }
 
-void Open(App& app, unsigned) {
+void Open(const FileContext& in, unsigned) {
   FileChoice choice;
   choice.title = "Open map";
-  choice.filter =
-      "Maps (*.xmp, *.map)|*.xmp;*.map|Extended Maps (*.xmp)|*.xmp|Quake maps (*.map)|*.map|"
-      "All files (*.*)|*.*|";
-  if (const auto path = app.dialogs.ChooseFile(app.frame.Handle(), choice)) app.OpenMap(*path);
+  choice.filter = MAP_FILTER;
+  if (const auto path = in.dialogs.ChooseFile(choice)) in.documents.Open(*path);
 }
 
-void OpenRecent(App& app, unsigned id) {
+void OpenRecent(const FileContext& in, unsigned id) {
   const unsigned first =
       id >= Id(Command::RecentMap) ? Id(Command::RecentMap) : Id(Command::PopupRecentMap);
   // By value: opening the map reorders the list.
-  const std::string path = app.options.previousFiles[id - first];
-  if (!path.empty()) app.OpenMap(path);
+  const std::string path = in.options.previousFiles[id - first];
+  if (!path.empty()) in.documents.Open(path);
 }
 
-void Close(App& app, unsigned) {
-  const Answer answer = app.reporter.Show("Close Map?", "Are you sure you want to close this map?",
-                                          Buttons::YesNo, Icon::Question);
-  if (answer == Answer::Yes) app.CloseMap(*app.ActiveMap());
+void Close(const FileContext& in, unsigned) {
+  const Answer answer = in.reporter.Show("Close Map?", "Are you sure you want to close this map?",
+                                         Buttons::YesNo, Icon::Question);
+  if (answer == Answer::Yes) in.documents.Close(*in.windows.ActiveMap());
 }
 
-void Save(App& app, unsigned) {
-  app.SaveMap(*app.ActiveMap());
+void Save(const FileContext& in, unsigned) {
+  in.documents.Save(*in.windows.ActiveMap());
 }
-void SaveAs(App& app, unsigned) {
-  app.SaveMapAs(*app.ActiveMap());
+void SaveAs(const FileContext& in, unsigned) {
+  in.documents.SaveAs(*in.windows.ActiveMap());
 }
-void Export(App& app, unsigned) {
-  app.ExportQuakeMap(*app.ActiveMap());
+void Export(const FileContext& in, unsigned) {
+  in.documents.ExportQuakeMap(*in.windows.ActiveMap());
 }
-void Exit(App& app, unsigned) {
-  SendMessageA(app.frame.Handle(), WM_CLOSE, 0, 0);
+void Exit(const FileContext& in, unsigned) {
+  SendMessageA(in.frame.Handle(), WM_CLOSE, 0, 0);
 }
 
-void Keylist(App& app, unsigned) {
-  app.ShowKeyList();
+void Keylist(const FileContext& in, unsigned) {
+  in.windows.Add(std::make_unique<KeyListWindow>(in.windows));
 }
-void About(App& app, unsigned) {
-  app.dialogs.ShowAbout(app.frame.Handle());
+void About(const FileContext& in, unsigned) {
+  in.dialogs.ShowAbout();
 }
 
 template <unsigned index>
-constexpr CommandHandler Recent() {
+constexpr CommandHandler<FileContext> Recent() {
   return {static_cast<Command>(Id(Command::RecentMap) + index), OpenRecent};
 }
 
-constexpr CommandHandler HANDLERS[] = {
+constexpr CommandHandler<FileContext> HANDLERS[] = {
     {Command::FileNew, New},
     {Command::FileOpen, Open},
     {Command::FileClose, Close},
@@ -78,8 +81,8 @@ constexpr CommandHandler HANDLERS[] = {
 
 }  // namespace
 
-std::span<const CommandHandler> FileCommands() {
-  return HANDLERS;
+std::unique_ptr<CommandGroup> MakeFileCommands(const FileContext& context) {
+  return std::make_unique<HandlerGroup<FileContext>>(context, HANDLERS);
 }
 
 }  // namespace ferrowand

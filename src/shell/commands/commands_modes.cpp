@@ -1,89 +1,94 @@
 // The Modes menu, what bears on drags, and the tools that make primitives.
-#include "shell/app/app.h"
+#include "shell/commands/command_groups.h"
 #include "shell/commands/commands.h"
+#include "shell/dialogs/dialogs.h"
+#include "shell/dialogs/typed_numbers.h"
+#include "shell/frame/frame.h"
+#include "shell/system/handles.h"
+#include "shell/windows/child_windows.h"
+#include "views/tools/tool_set.h"
 
 namespace ferrowand {
 namespace {
 
 template <auto ToolSet::*tool>
-void Use(App& app, unsigned) {
-  app.tools.Use(app.tools.*tool);
+void Use(const ModeContext& in, unsigned) {
+  in.tools.Use(in.tools.*tool);
 }
 
-void SelectPartial(App& app, unsigned) {
-  app.tools.boxRule = BoxRule::Partial;
+void SelectPartial(const ModeContext& in, unsigned) {
+  in.tools.boxRule = BoxRule::Partial;
 }
 
 // Its button is pressed once more to let it go.
-void SelectFull(App& app, unsigned) {
-  app.tools.boxRule = app.tools.boxRule == BoxRule::Full ? BoxRule::Partial : BoxRule::Full;
+void SelectFull(const ModeContext& in, unsigned) {
+  in.tools.boxRule = in.tools.boxRule == BoxRule::Full ? BoxRule::Partial : BoxRule::Full;
 }
 
-void Next(App& app, unsigned) {
-  app.tools.Next();
+void Next(const ModeContext& in, unsigned) {
+  in.tools.Next();
 }
 
-void TouchUp(App& app, unsigned) {
-  if (app.tools.Current() == &app.tools.vertexTool) {
-    app.tools.Use(app.tools.brushSelector);
-  } else if (RequireSelection(app, "Cannot continue", "Select some brushes first")) {
-    app.tools.Use(app.tools.vertexTool);
+void TouchUp(const ModeContext& in, unsigned) {
+  if (in.tools.Current() == &in.tools.vertexTool) {
+    in.tools.Use(in.tools.brushSelector);
+  } else if (RequireSelection(*in.windows.ActiveMap(), in.reporter, "Cannot continue",
+                              "Select some brushes first")) {
+    in.tools.Use(in.tools.vertexTool);
   }
 }
 
 template <int axis>
-void LimitAxis(App& app, unsigned) {
-  app.tools.ToggleAxisLimit(axis);
+void LimitAxis(const ModeContext& in, unsigned) {
+  in.tools.ToggleAxisLimit(axis);
 }
 
 template <PrimitiveKind kind>
-void Create(App& app, unsigned) {
-  app.tools.CreatePrimitive(kind);
+void Create(const ModeContext& in, unsigned) {
+  in.tools.CreatePrimitive(kind);
 }
 
-void ChoosePrimitive(App& app, unsigned) {
-  app.TrackCommandPopup(app.frame.PrimitivePopup());
+void ChoosePrimitive(const ModeContext& in, unsigned) {
+  in.commands.Offer(in.frame.PrimitivePopup());
 }
 
-void ToggleTextureLock(App& app, unsigned) {
-  app.options.textureLock = app.options.textureLock == 0;
+void ToggleTextureLock(const ModeContext& in, unsigned) {
+  in.options.textureLock = in.options.textureLock == 0;
 }
 
-void SetRotationStep(App& app, int degrees) {
-  app.options.rotationStep = static_cast<std::uint8_t>(degrees);
-  for (MapView* view : app.views.Views()) view->rotationStep = app.options.rotationStep;
+void SetRotationStep(const ModeContext& in, int degrees) {
+  in.options.rotationStep = static_cast<std::uint8_t>(degrees);
+  for (MapView* view : in.windows.Views().Views()) view->rotationStep = in.options.rotationStep;
 }
 
-void AskRotationStep(App& app) {
+void AskRotationStep(const ModeContext& in) {
   const auto accept = [&](const FormValues& typed) {
     const auto step =
-        WholeNumberOf(app, typed.front(), "The rotation step", 1, Options::MAXROTATIONSTEP);
-    if (step) SetRotationStep(app, *step);
+        WholeNumberOf(in.reporter, typed.front(), "The rotation step", 1, Options::MAXROTATIONSTEP);
+    if (step) SetRotationStep(in, *step);
     return step.has_value();
   };
-  const std::string present = std::to_string(app.options.rotationStep);
-  app.dialogs.Ask(app.frame.Handle(), {"Rotation step", "", {{"Degrees", {present}, {}}}, accept});
+  const std::string present = std::to_string(in.options.rotationStep);
+  in.dialogs.Ask({"Rotation step", "", {{"Degrees", {present}, {}}}, accept});
 }
 
 // The items of the popup are numbered by their degrees.
-void ChooseRotationStep(App& app, unsigned) {
+void ChooseRotationStep(const ModeContext& in, unsigned) {
   constexpr unsigned OTHER = 1000;
   const OwnedMenu menu(CreatePopupMenu());
   for (const unsigned step : {1, 5, 10, 15, 30, 45, 90}) {
-    const UINT tick = step == app.options.rotationStep ? MF_CHECKED : 0;
+    const UINT tick = step == in.options.rotationStep ? MF_CHECKED : 0;
     AppendMenuA(menu.get(), MF_STRING | tick, step,
                 Format(step == 1 ? "%u degree" : "%u degrees", step).c_str());
   }
   AppendMenuA(menu.get(), MF_SEPARATOR, 0, nullptr);
   AppendMenuA(menu.get(), MF_STRING, OTHER, "Other...");
-  POINT at;
-  GetCursorPos(&at);
-  const unsigned chosen = app.dialogs.TrackPopup(app.frame.Handle(), menu.get(), at);
-  if (chosen == OTHER) return AskRotationStep(app);
-  if (chosen != 0) SetRotationStep(app, static_cast<int>(chosen));
+  const unsigned chosen = in.dialogs.TrackAtCursor(menu.get());
+  if (chosen == OTHER) return AskRotationStep(in);
+  if (chosen != 0) SetRotationStep(in, static_cast<int>(chosen));
 }
 
-constexpr CommandHandler HANDLERS[] = {
+constexpr CommandHandler<ModeContext> HANDLERS[] = {
     {Command::ModeEntity, Use<&ToolSet::entitySelector>},
     {Command::ModeBrush, Use<&ToolSet::brushSelector>},
     {Command::BrushHandles, Use<&ToolSet::brushTool>},
@@ -111,8 +116,8 @@ constexpr CommandHandler HANDLERS[] = {
 
 }  // namespace
 
-std::span<const CommandHandler> ModeCommands() {
-  return HANDLERS;
+std::unique_ptr<CommandGroup> MakeModeCommands(const ModeContext& context) {
+  return std::make_unique<HandlerGroup<ModeContext>>(context, HANDLERS);
 }
 
 }  // namespace ferrowand

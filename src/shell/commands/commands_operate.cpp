@@ -1,12 +1,16 @@
 // The Operate menu, and the flip that only keys give.
+#include "base/report.h"
 #include "document/selection.h"
 #include "operations/arrange.h"
 #include "operations/csg_commands.h"
 #include "operations/groups.h"
 #include "operations/hollow.h"
 #include "operations/visibility.h"
-#include "shell/app/app.h"
-#include "shell/commands/commands.h"
+#include "shell/commands/command_groups.h"
+#include "shell/dialogs/dialogs.h"
+#include "shell/dialogs/typed_numbers.h"
+#include "shell/windows/child_windows.h"
+#include "views/tools/tool_set.h"
 
 namespace ferrowand {
 namespace {
@@ -16,39 +20,38 @@ constexpr char BRUSHES_FIRST[] = "Select one or more brushes first";
 constexpr char MISSPELT_TITLE[] = "Cannot continued";
 
 template <EditResult (*operation)(Map&)>
-void OnMap(App& app, unsigned) {
-  Map& map = *app.ActiveMap();
-  Conclude(app, map, operation(map));
+void OnMap(const OperateContext& in, unsigned) {
+  Map& map = *in.windows.ActiveMap();
+  in.windows.Conclude(map, operation(map));
 }
 
-void SubtractBrushes(App& app, unsigned) {
-  if (!RequireSelection(app, "Cannot continue", BRUSHES_FIRST)) return;
-  Map& map = *app.ActiveMap();
+void SubtractBrushes(const OperateContext& in, unsigned) {
+  Map& map = *in.windows.ActiveMap();
+  if (!RequireSelection(map, in.reporter, "Cannot continue", BRUSHES_FIRST)) return;
   SubtractSelection(map);
-  Conclude(app, map, EditResult::Done);
+  in.windows.Conclude(map, EditResult::Done);
 }
 
-void IntersectBrushes(App& app, unsigned) {
-  if (!RequireSelection(app, MISSPELT_TITLE, BRUSHES_FIRST)) return;
-  Map& map = *app.ActiveMap();
+void IntersectBrushes(const OperateContext& in, unsigned) {
+  Map& map = *in.windows.ActiveMap();
+  if (!RequireSelection(map, in.reporter, MISSPELT_TITLE, BRUSHES_FIRST)) return;
   if (map.selection.size() != 2) {
-    app.reporter.Show("Cannot continue", "Select exactly two objects first");
+    in.reporter.Show("Cannot continue", "Select exactly two objects first");
     return;
   }
   IntersectSelection(map);
-  Conclude(app, map, EditResult::Done);
+  in.windows.Conclude(map, EditResult::Done);
 }
 
-void MakeHollow(App& app, unsigned) {
-  if (!RequireSelection(app, MISSPELT_TITLE, BRUSHES_FIRST)) return;
-  Map& map = *app.ActiveMap();
+void MakeHollow(const OperateContext& in, unsigned) {
+  Map& map = *in.windows.ActiveMap();
+  if (!RequireSelection(map, in.reporter, MISSPELT_TITLE, BRUSHES_FIRST)) return;
   const auto accept = [&](const FormValues& typed) {
     // A width of 0 is told of there.
     const bool done = HollowSelection(map, ParseWallWidth(typed.front()).value_or(0));
-    return Conclude(app, map, EditResult::Done) && done;
+    return in.windows.Conclude(map, EditResult::Done) && done;
   };
-  app.dialogs.Ask(
-      app.frame.Handle(),
+  in.dialogs.Ask(
       {"Hollow", "Walls of a negative width stand outside.", {{"Wall width", {"16"}, {}}}, accept});
 }
 
@@ -61,17 +64,16 @@ DVec3 ToDVec3(std::span<const double> numbers) {
   return {numbers[0], numbers[1], numbers[2]};
 }
 
-void ScaleOrFlip(App& app, unsigned) {
-  if (!RequireSelection(app, MISSPELT_TITLE, BRUSHES_FIRST)) return;
-  Map& map = *app.ActiveMap();
+void ScaleOrFlip(const OperateContext& in, unsigned) {
+  Map& map = *in.windows.ActiveMap();
+  if (!RequireSelection(map, in.reporter, MISSPELT_TITLE, BRUSHES_FIRST)) return;
   const auto accept = [&](const FormValues& typed) {
-    const auto factors = NumbersOf(app, typed);
-    return factors && Conclude(app, map,
-                               ScaleSelection(map, ToDVec3(*factors), MiddleOfSelection(map),
-                                              app.tools.HowToArrange()));
+    const auto factors = NumbersOf(in.reporter, typed);
+    return factors &&
+           in.windows.Conclude(map, ScaleSelection(map, ToDVec3(*factors), MiddleOfSelection(map),
+                                                   in.tools.HowToArrange()));
   };
-  app.dialogs.Ask(app.frame.Handle(),
-                  {"Scale/Flip", "A negative factor flips.", {AxisRow("Factor", "1")}, accept});
+  in.dialogs.Ask({"Scale/Flip", "A negative factor flips.", {AxisRow("Factor", "1")}, accept});
 }
 
 Matrix ToMatrix(std::span<const double> numbers) {
@@ -81,44 +83,43 @@ Matrix ToMatrix(std::span<const double> numbers) {
 }
 
 // By angles or by nine numbers: whichever are left as they stand change nothing.
-void TransformByMatrix(App& app, unsigned) {
-  if (!RequireSelection(app)) return;
-  Map& map = *app.ActiveMap();
+void TransformByMatrix(const OperateContext& in, unsigned) {
+  Map& map = *in.windows.ActiveMap();
+  if (!RequireSelection(map, in.reporter)) return;
   const auto accept = [&](const FormValues& typed) {
-    const auto numbers = NumbersOf(app, typed);
+    const auto numbers = NumbersOf(in.reporter, typed);
     if (!numbers) return false;
     const std::span all(*numbers);
     const Matrix matrix = ToMatrix(all.subspan(3)) * TurnMatrix(ToDVec3(all));
-    return Conclude(
-        app, map,
-        TransformSelection(map, matrix, MiddleOfSelection(map), app.tools.HowToArrange()));
+    return in.windows.Conclude(
+        map, TransformSelection(map, matrix, MiddleOfSelection(map), in.tools.HowToArrange()));
   };
-  app.dialogs.Ask(app.frame.Handle(), {"Matrix",
-                                       "Turn about the axes, multiply by nine numbers, or both.",
-                                       {AxisRow("Degrees about", "0"),
-                                        {"New X from", {"1", "0", "0"}, {}},
-                                        {"New Y from", {"0", "1", "0"}, {}},
-                                        {"New Z from", {"0", "0", "1"}, {}}},
-                                       accept});
+  in.dialogs.Ask({"Matrix",
+                  "Turn about the axes, multiply by nine numbers, or both.",
+                  {AxisRow("Degrees about", "0"),
+                   {"New X from", {"1", "0", "0"}, {}},
+                   {"New Y from", {"0", "1", "0"}, {}},
+                   {"New Z from", {"0", "0", "1"}, {}}},
+                  accept});
 }
 
 // By the current tool, where there is a view that it works in: not every tool can.
-void GroupByTool(App& app, unsigned) {
-  Map& map = *app.ActiveMap();
-  if (!RequireSelection(app)) return;
-  if (MapView* view = app.ActiveView()) {
-    app.tools.Current()->Group(*view);
+void GroupByTool(const OperateContext& in, unsigned) {
+  Map& map = *in.windows.ActiveMap();
+  if (!RequireSelection(map, in.reporter)) return;
+  if (MapView* view = in.windows.ActiveView()) {
+    in.tools.Current()->Group(*view);
   } else {
-    Conclude(app, map, GroupSelection(map));
+    in.windows.Conclude(map, GroupSelection(map));
   }
 }
 
-void FlipAlongX(App& app, unsigned) {
-  Map& map = *app.ActiveMap();
-  Conclude(app, map, FlipSelection(map, 0, app.tools.HowToArrange()));
+void FlipAlongX(const OperateContext& in, unsigned) {
+  Map& map = *in.windows.ActiveMap();
+  in.windows.Conclude(map, FlipSelection(map, 0, in.tools.HowToArrange()));
 }
 
-constexpr CommandHandler HANDLERS[] = {
+constexpr CommandHandler<OperateContext> HANDLERS[] = {
     {Command::OperateMatrix, TransformByMatrix},
     {Command::ScaleFlip, ScaleOrFlip},
     {Command::CsgSubtraction, SubtractBrushes},
@@ -134,8 +135,14 @@ constexpr CommandHandler HANDLERS[] = {
 
 }  // namespace
 
-std::span<const CommandHandler> OperateCommands() {
-  return HANDLERS;
+bool RequireSelection(const Map& map, Reporter& reporter, const char* title, const char* text) {
+  if (!map.selection.empty()) return true;
+  reporter.Show(title, text);
+  return false;
+}
+
+std::unique_ptr<CommandGroup> MakeOperateCommands(const OperateContext& context) {
+  return std::make_unique<HandlerGroup<OperateContext>>(context, HANDLERS);
 }
 
 }  // namespace ferrowand

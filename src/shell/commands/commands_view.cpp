@@ -1,48 +1,51 @@
 // The View menu.
-#include "shell/app/app.h"
+#include "base/report.h"
+#include "shell/commands/command_groups.h"
 #include "shell/commands/commands.h"
+#include "shell/dialogs/popup_menus.h"
 #include "shell/resources/resource.h"
+#include "shell/windows/child_windows.h"
 
 namespace ferrowand {
 namespace {
 
 // The menu stands in for the key.
 template <char key>
-void Type(App& app, unsigned) {
-  app.ActiveView()->OnCharacter(key, false);
+void Type(const ViewContext& in, unsigned) {
+  in.windows.ActiveView()->OnCharacter(key, false);
 }
 
-void ExplainZoomTo(App& app, unsigned) {
-  app.reporter.Show("Ferrowand says",
-                    "Hold down D and click a position on a 2d map to zoom in on it. Hold down "
-                    "Shift+D and click a position to zoom out.");
+void ExplainZoomTo(const ViewContext& in, unsigned) {
+  in.reporter.Show("Ferrowand says",
+                   "Hold down D and click a position on a 2d map to zoom in on it. Hold down "
+                   "Shift+D and click a position to zoom out.");
 }
 
 template <void (MapView::*operation)()>
-void OnView(App& app, unsigned) {
-  (app.ActiveView()->*operation)();
+void OnView(const ViewContext& in, unsigned) {
+  (in.windows.ActiveView()->*operation)();
 }
 
-void GridSmaller(App& app, unsigned) {
-  app.ActiveView()->GridSmaller(false);
+void GridSmaller(const ViewContext& in, unsigned) {
+  in.windows.ActiveView()->GridSmaller(false);
 }
-void GridLarger(App& app, unsigned) {
-  app.ActiveView()->GridLarger(false);
+void GridLarger(const ViewContext& in, unsigned) {
+  in.windows.ActiveView()->GridLarger(false);
 }
 
 template <MapMode mode>
-void SetMode(App& app, unsigned) {
-  app.ActiveView()->SetMapMode(mode);
+void SetMode(const ViewContext& in, unsigned) {
+  in.windows.ActiveView()->SetMapMode(mode);
 }
 
-void ChooseMode(App& app, unsigned) {
-  app.TrackCommandPopup(app.Popup(ID_POPUP_MAP_MODE));
+void ChooseMode(const ViewContext& in, unsigned) {
+  in.commands.Offer(in.popups.Get(ID_POPUP_MAP_MODE));
 }
 
 template <std::uint8_t Options::*option>
-void Toggle(App& app, unsigned) {
-  app.options.*option = app.options.*option == 0;
-  app.RefreshAll();
+void Toggle(const ViewContext& in, unsigned) {
+  in.options.*option = in.options.*option == 0;
+  in.windows.RefreshAll();
 }
 
 Bounds BoundsOfSelection(const Map& map) {
@@ -51,31 +54,32 @@ Bounds BoundsOfSelection(const Map& map) {
   return box;
 }
 
-void ZoomToFit(App& app, unsigned) {
-  const Map& map = *app.ActiveMap();
+void ZoomToFit(const ViewContext& in, unsigned) {
+  const Map& map = *in.windows.ActiveMap();
   if (map.selection.size() > 1) {
-    app.reporter.Show("Cannot continue",
-                      "Select one brush or group, or select nothing to see the whole map.");
+    in.reporter.Show("Cannot continue",
+                     "Select one brush or group, or select nothing to see the whole map.");
     return;
   }
   const Bounds box = map.selection.empty() ? map.GetBounds() : BoundsOfSelection(map);
-  for (MapView* view : app.views.ViewsOf(map)) view->ZoomTo(box);
+  for (MapView* view : in.windows.Views().ViewsOf(map)) view->ZoomTo(box);
 }
 
-void CentreSelection(App& app, unsigned) {
-  const Map& map = *app.ActiveMap();
+void CentreSelection(const ViewContext& in, unsigned) {
+  const Map& map = *in.windows.ActiveMap();
   const Bounds box = BoundsOfSelection(map);
   if (box.IsEmpty()) return;
-  for (MapView* view : app.views.ViewsOf(map)) view->CentreOn((box.mins + box.maxs) * 0.5f);
+  for (MapView* view : in.windows.Views().ViewsOf(map))
+    view->CentreOn((box.mins + box.maxs) * 0.5f);
 }
 
-void CentreAndZoom(App& app, unsigned) {
-  const Map& map = *app.ActiveMap();
+void CentreAndZoom(const ViewContext& in, unsigned) {
+  const Map& map = *in.windows.ActiveMap();
   const Bounds box = BoundsOfSelection(map);
-  for (MapView* view : app.views.ViewsOf(map)) view->ZoomTo(box);
+  for (MapView* view : in.windows.Views().ViewsOf(map)) view->ZoomTo(box);
 }
 
-constexpr CommandHandler HANDLERS[] = {
+constexpr CommandHandler<ViewContext> HANDLERS[] = {
     {Command::ZoomIn, Type<'+'>},
     {Command::ZoomOut, Type<'-'>},
     {Command::ZoomTo, ExplainZoomTo},
@@ -100,8 +104,8 @@ constexpr CommandHandler HANDLERS[] = {
 
 }  // namespace
 
-std::span<const CommandHandler> ViewCommands() {
-  return HANDLERS;
+std::unique_ptr<CommandGroup> MakeViewCommands(const ViewContext& context) {
+  return std::make_unique<HandlerGroup<ViewContext>>(context, HANDLERS);
 }
 
 }  // namespace ferrowand

@@ -1,47 +1,53 @@
 // The Window menu.
-#include "shell/app/app.h"
+#include "shell/commands/command_groups.h"
 #include "shell/commands/commands.h"
+#include "shell/dialogs/popup_menus.h"
+#include "shell/frame/frame.h"
 #include "shell/resources/resource.h"
+#include "shell/windows/child_windows.h"
+#include "shell/windows/window_maker.h"
 
 namespace ferrowand {
 namespace {
 
-template <UINT message, WPARAM how>
-void Mdi(App& app, unsigned) {
-  SendMessageA(app.frame.Client(), message, how, 0);
+void Tile(const WindowContext& in, unsigned) {
+  in.windows.Tile();
+}
+void Cascade(const WindowContext& in, unsigned) {
+  in.windows.Cascade();
 }
 
 template <Arrangement arrangement>
-void Arrange(App& app, unsigned) {
-  if (const Map* map = app.ActiveMap()) app.Arrange(*map, arrangement);
+void Arrange(const WindowContext& in, unsigned) {
+  if (const Map* map = in.windows.ActiveMap()) in.windows.Arrange(*map, arrangement);
 }
 
-void RefreshActive(App& app, unsigned) {
-  app.RefreshMap(*app.ActiveMap());
+void RefreshActive(const WindowContext& in, unsigned) {
+  in.windows.RefreshMap(*in.windows.ActiveMap());
 }
 
-void ToggleToolbar(App& app, unsigned) {
-  app.options.showToolbar = app.options.showToolbar == 0;
-  app.frame.ShowToolbar(app.options.showToolbar != 0);
+void ToggleToolbar(const WindowContext& in, unsigned) {
+  in.options.showToolbar = in.options.showToolbar == 0;
+  in.frame.ShowToolbar(in.options.showToolbar != 0);
 }
 
 template <Orientation orientation>
-void NewView(App& app, unsigned) {
-  Map& map = *app.ActiveMap();
-  ChildWindow* window = app.AddView(map, orientation);
+void NewView(const WindowContext& in, unsigned) {
+  Map& map = *in.windows.ActiveMap();
+  ChildWindow* window = in.maker.AddView(map, orientation);
   if (!window) return;
   window->SetTitle();
   const Bounds box = map.GetBounds();
   if (!box.IsEmpty()) window->View()->CentreOn((box.mins + box.maxs) * 0.5f);
 }
 
-void ChooseNewView(App& app, unsigned) {
-  app.TrackCommandPopup(app.Popup(ID_POPUP_NEW_VIEW));
+void ChooseNewView(const WindowContext& in, unsigned) {
+  in.commands.Offer(in.popups.Get(ID_POPUP_NEW_VIEW));
 }
 
-constexpr CommandHandler HANDLERS[] = {
-    {Command::TileWindows, Mdi<WM_MDITILE, MDITILE_VERTICAL>},
-    {Command::CascadeWindows, Mdi<WM_MDICASCADE, 0>},
+constexpr CommandHandler<WindowContext> HANDLERS[] = {
+    {Command::TileWindows, Tile},
+    {Command::CascadeWindows, Cascade},
     {Command::ArrangeQuarters, Arrange<Arrangement::Quarters>},
     {Command::ArrangeXYLarge, Arrange<Arrangement::XYLarge>},
     {Command::Arrange3DLarge, Arrange<Arrangement::ThreeDLarge>},
@@ -55,8 +61,8 @@ constexpr CommandHandler HANDLERS[] = {
 
 }  // namespace
 
-std::span<const CommandHandler> WindowCommands() {
-  return HANDLERS;
+std::unique_ptr<CommandGroup> MakeWindowCommands(const WindowContext& context) {
+  return std::make_unique<HandlerGroup<WindowContext>>(context, HANDLERS);
 }
 
 }  // namespace ferrowand

@@ -1,8 +1,12 @@
 #include "shell/windows/child_window.h"
 
-#include "shell/app/app.h"
+#include "shell/frame/frame.h"
+#include "shell/system/handles.h"
+#include "shell/windows/child_windows.h"
 
 namespace ferrowand {
+
+ChildWindow::ChildWindow(ChildWindows& windows) : windows_(windows), frame_(windows.GetFrame()) {}
 
 ChildWindow::~ChildWindow() {
   if (window_) SetObject(window_, nullptr);
@@ -11,8 +15,23 @@ ChildWindow::~ChildWindow() {
 void ChildWindow::Create(const char* windowClass, const char* title, const ChildPlace& place,
                          DWORD style, DWORD extendedStyle) {
   CreateWindowExA(WS_EX_MDICHILD | extendedStyle, windowClass, title, WS_VISIBLE | WS_CHILD | style,
-                  place.left, place.top, place.width, place.height, app_.frame.Client(), nullptr,
-                  app_.instance, this);
+                  place.left, place.top, place.width, place.height, frame_.Client(), nullptr,
+                  frame_.Instance(), this);
+}
+
+void ChildWindow::MoveTo(const PixelRect& place) const {
+  if (IsIconic(window_) || IsZoomed(window_)) {
+    SendMessageA(frame_.Client(), WM_MDIRESTORE, reinterpret_cast<WPARAM>(window_), 0);
+  }
+  // Nothing is carried along: what stood there may have belonged to a window above.
+  SetWindowPos(window_, nullptr, place.left, place.top, place.Width(), place.Height(),
+               SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
+}
+
+void ChildWindow::ShowTitle(const std::string& title) const {
+  SetWindowTextA(window_, title.c_str());
+  // Not every system takes a new title into the Window menu's list by itself.
+  SendMessageA(frame_.Client(), WM_MDIREFRESHMENU, 0, 0);
 }
 
 LRESULT ChildWindow::Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -28,7 +47,7 @@ LRESULT ChildWindow::Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM l
   if (child) {
     SetObject(window, nullptr);
     child->window_ = nullptr;
-    child->app_.Forget(*child);
+    child->windows_.Forget(*child);
   }
   return DefMDIChildProcA(window, message, wParam, lParam);
 }

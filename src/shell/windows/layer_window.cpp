@@ -3,12 +3,18 @@
 #include <algorithm>
 #include <array>
 
+#include "base/command_table.h"
+#include "base/report.h"
 #include "document/classes/native_classes.h"
 #include "document/selection.h"
 #include "operations/layers.h"
-#include "shell/app/app.h"
-#include "shell/commands/commands.h"
+#include "shell/dialogs/dialogs.h"
+#include "shell/dialogs/popup_menus.h"
+#include "shell/dialogs/typed_numbers.h"
+#include "shell/frame/command_target.h"
+#include "shell/frame/frame.h"
 #include "shell/resources/resource.h"
+#include "shell/windows/child_windows.h"
 
 namespace ferrowand {
 namespace {
@@ -67,15 +73,16 @@ LRESULT CALLBACK LayerFunc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
   return ChildWindow::Dispatch(window, message, wParam, lParam);
 }
 
-LayerWindow::LayerWindow(App& app, Map& map) : ChildWindow(app), map_(map) {
-  Create(LAYER_CLASS, "Layers", PlaceIn(app.frame.ClientSize()), WS_CLIPCHILDREN,
-         app.options.smallCaptions ? WS_EX_TOOLWINDOW : 0);
+LayerWindow::LayerWindow(ChildWindows& windows, const LayerWindowContext& context, Map& map)
+    : ChildWindow(windows), context_(context), map_(map) {
+  Create(LAYER_CLASS, "Layers", PlaceIn(frame_.ClientSize()), WS_CLIPCHILDREN,
+         context.options.smallCaptions ? WS_EX_TOOLWINDOW : 0);
 }
 
 LayerWindow::~LayerWindow() = default;
 
 void LayerWindow::OnCreate() {
-  dialog_ = CreateDialogParamA(app_.instance, MAKEINTRESOURCEA(ID_LAYERS), Handle(),
+  dialog_ = CreateDialogParamA(frame_.Instance(), MAKEINTRESOURCEA(ID_LAYERS), Handle(),
                                LayerDialogFunc, reinterpret_cast<LPARAM>(this));
   list_ = std::make_unique<LayerList>(dialog_, ID_LAYER_LIST, map_, *this);
   Layout();
@@ -122,8 +129,7 @@ void LayerWindow::LayOutButtons(int left, int top, int width, int perRow) const 
 }
 
 void LayerWindow::SetTitle() {
-  SetWindowTextA(Handle(), ("Layers: " + map_.Name()).c_str());
-  SendMessageA(app_.frame.Client(), WM_MDIREFRESHMENU, 0, 0);
+  ShowTitle("Layers: " + map_.Name());
 }
 
 void LayerWindow::Refresh() {
@@ -162,7 +168,7 @@ bool LayerWindow::TakesMessage(MSG& message) {
 }
 
 void LayerWindow::OnButton(int id) {
-  if (id == ID_LAYER_ADD) return app_.Execute(Id(Command::InsertLayer));
+  if (id == ID_LAYER_ADD) return context_.commands.Execute(Id(Command::InsertLayer));
   entity* layer = list_->Selected();
   if (layer) Edit(*layer, id);
 }
@@ -199,7 +205,7 @@ void LayerWindow::Perform(LayerAction action, entity& layer) {
       MakeLayerCurrent(map_, layer);
       return End(EditResult::Done);
     case LayerAction::ChooseColour:
-      if (const auto colour = app_.dialogs.ChooseColour(app_.frame.Handle(), LayerColour(layer))) {
+      if (const auto colour = context_.dialogs.ChooseColour(LayerColour(layer))) {
         RecolourLayer(map_, layer, *colour);
         End(EditResult::Done);
       }
@@ -221,7 +227,7 @@ void LayerWindow::EditProperties(entity& layer) {
     constexpr const char* PARTS[] = {"Red", "Green", "Blue"};
     std::array<std::uint8_t, 3> parts{};
     for (std::size_t i = 0; i < parts.size(); ++i) {
-      const auto part = WholeNumberOf(app_, typed[1 + i], PARTS[i], 0, 255);
+      const auto part = WholeNumberOf(context_.reporter, typed[1 + i], PARTS[i], 0, 255);
       if (!part) return false;
       parts[i] = static_cast<std::uint8_t>(*part);
     }
@@ -229,20 +235,20 @@ void LayerWindow::EditProperties(entity& layer) {
     End(EditResult::Done);
     return true;
   };
-  app_.dialogs.Ask(app_.frame.Handle(), {"Layer properties",
-                                         "",
-                                         {{"Name", {name ? name : ""}, {}},
-                                          {"Red (0 to 255)", {std::to_string(colour.red)}, {}},
-                                          {"Green", {std::to_string(colour.green)}, {}},
-                                          {"Blue", {std::to_string(colour.blue)}, {}}},
-                                         accept});
+  context_.dialogs.Ask({"Layer properties",
+                        "",
+                        {{"Name", {name ? name : ""}, {}},
+                         {"Red (0 to 255)", {std::to_string(colour.red)}, {}},
+                         {"Green", {std::to_string(colour.green)}, {}},
+                         {"Blue", {std::to_string(colour.blue)}, {}}},
+                        accept});
 }
 
 void LayerWindow::MoveSelectionTo(entity& layer) {
   const bool isOpen = layer.IsVisible() && layer.IsEnabled();
-  if (!isOpen && app_.reporter.Show("Ferrowand asks",
-                                    "The layer is hidden or disabled. Move the selection to it?",
-                                    Buttons::YesNo, Icon::Question) != Answer::Yes) {
+  if (!isOpen && context_.reporter.Show(
+                     "Ferrowand asks", "The layer is hidden or disabled. Move the selection to it?",
+                     Buttons::YesNo, Icon::Question) != Answer::Yes) {
     return;
   }
   End(MoveSelectionToLayer(map_, layer));
@@ -255,14 +261,14 @@ void LayerWindow::SelectObjectsOf(entity& layer, bool add) {
 
 void LayerWindow::ZoomTo(const entity& layer) {
   const Bounds box = layer.GetBounds();
-  for (MapView* view : app_.views.ViewsOf(map_)) {
+  for (MapView* view : windows_.Views().ViewsOf(map_)) {
     view->CentreOn((box.mins + box.maxs) * 0.5f);
     view->ZoomTo(box);
   }
 }
 
 void LayerWindow::ShowPopup(entity& layer, POINT screen) {
-  const HMENU menu = app_.Popup(ID_POPUP_LAYER);
+  const HMENU menu = context_.popups.Get(ID_POPUP_LAYER);
   const auto enable = [&](PopupItem item, bool on) {
     EnableMenuItem(menu, item, MF_BYCOMMAND | (on ? MF_ENABLED : MF_GRAYED));
   };
@@ -271,7 +277,7 @@ void LayerWindow::ShowPopup(entity& layer, POINT screen) {
   enable(SELECT, HoldsReachable(layer));
   enable(ADD_TO_SELECTION, HoldsReachable(layer));
   enable(SET_AS_LEADING, !ReceivesObjects(layer));
-  switch (app_.dialogs.TrackPopup(Handle(), menu, screen)) {
+  switch (context_.dialogs.TrackPopup(Handle(), menu, screen)) {
     case ZOOM_AND_CENTRE:
       return ZoomTo(layer);
     case SELECT:
@@ -286,8 +292,8 @@ void LayerWindow::ShowPopup(entity& layer, POINT screen) {
 }
 
 void LayerWindow::End(EditResult result) {
-  Conclude(app_, map_, result);
-  app_.frame.RefreshToolbar();
+  windows_.Conclude(map_, result);
+  frame_.RefreshToolbar();
 }
 
 LRESULT LayerWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -302,10 +308,10 @@ LRESULT LayerWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       if (list_) list_->TakeFocus();
       break;
     case WM_MDIACTIVATE:
-      app_.frame.RefreshToolbar();
+      frame_.RefreshToolbar();
       break;
     case WM_CLOSE:
-      app_.CloseWindow(*this);
+      windows_.Close(*this);
       return 0;
   }
   return DefMDIChildProcA(Handle(), message, wParam, lParam);

@@ -16,9 +16,24 @@ inline constexpr char LAYER_CLASS[] = "FRWLayerClass";
 
 LRESULT CALLBACK LayerFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
+class CommandTarget;
+class Dialogs;
+class PopupMenus;
+class Reporter;
+struct Options;
+
+// What the windows of layers work with. All outlive them.
+struct LayerWindowContext {
+  const Options& options;
+  Reporter& reporter;
+  Dialogs& dialogs;
+  PopupMenus& popups;
+  CommandTarget& commands;
+};
+
 class LayerWindow : public ChildWindow, public LayerListHost {
  public:
-  LayerWindow(App& app, Map& map);
+  LayerWindow(ChildWindows& windows, const LayerWindowContext& context, Map& map);
   ~LayerWindow() override;
 
   // --- as a child of the frame
@@ -52,6 +67,7 @@ class LayerWindow : public ChildWindow, public LayerListHost {
   bool ReceivesObjects(const entity& layer) const;
   void End(EditResult result);
 
+  const LayerWindowContext context_;
   Map& map_;
   HWND dialog_ = nullptr;
   std::unique_ptr<LayerList> list_;

@@ -17,10 +17,32 @@ namespace ferrowand {
 LRESULT CALLBACK ClientWindowFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 LRESULT CALLBACK MapFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
+class BackBuffer;
+class CommandTarget;
+class GdiObjects;
+class Reporter;
+class ToolSet;
+class WindowToolHost;
+
+inline constexpr char CLIENT_CLASS[] = "FRWClientClass";
+inline constexpr char MAP_CLASS[] = "FRWMapClass";
+
+// What the windows of 2D views work with. All outlive them.
+struct MapWindowContext {
+  const Options& options;
+  Reporter& reporter;
+  CommandTarget& commands;
+  ToolSet& tools;
+  WindowToolHost& toolHost;
+  GdiObjects& objects;
+  BackBuffer& backBuffer;
+};
+
 class MapWindow : public ChildWindow, public ViewHost {
  public:
   // Lives until its window goes; Handle() is null when the system gave none.
-  MapWindow(App& app, Map& map, Orientation orientation);
+  MapWindow(ChildWindows& windows, const MapWindowContext& context, Map& map,
+            Orientation orientation);
   ~MapWindow() override;
 
   // --- as a child of the frame
@@ -46,7 +68,7 @@ class MapWindow : public ChildWindow, public ViewHost {
   void SetCaption(const std::string& caption) override;
   PixelRect Frame() const override;
   void MoveCursor(Pixel to) override;
-  void MoveWindow(const PixelRect& to) override;
+  void MoveWindow(const PixelRect& to) override { MoveTo(to); }
 
  private:
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -71,6 +93,7 @@ class MapWindow : public ChildWindow, public ViewHost {
   void TakeFocusFromSister();
   void SetMouseCursor();
 
+  const MapWindowContext context_;
   Map& map_;
   HWND drawing_ = nullptr;
   std::array<std::string, 3> texts_;  // of the status bar, by ViewText

@@ -3,12 +3,20 @@
 #include <algorithm>
 #include <array>
 
+#include "base/command_table.h"
+#include "base/report.h"
 #include "operations/arrange.h"
 #include "operations/primitives.h"
-#include "shell/app/app.h"
-#include "shell/commands/commands.h"
+#include "shell/dialogs/dialogs.h"
+#include "shell/dialogs/popup_menus.h"
+#include "shell/dialogs/typed_numbers.h"
+#include "shell/frame/command_target.h"
+#include "shell/frame/frame.h"
 #include "shell/resources/resource.h"
+#include "shell/system/gdi_canvas.h"
+#include "shell/windows/child_windows.h"
 #include "shell/windows/map_window.h"
+#include "views/tools/tool_set.h"
 
 namespace ferrowand {
 namespace {
@@ -19,16 +27,16 @@ constexpr unsigned FIRST_POPUP_ITEM = 1000;
 // does, where the command stands in for the greys.
 struct PopupItem {
   Command command;
-  void (*run)(App& app, MapView& view) = nullptr;
+  void (*run)(const ToolHostContext& in, MapView& view) = nullptr;
 };
 
 // The keys that the menu shows for these flip along X.
 template <int axis>
-void Flip(App& app, MapView& view) {
-  Conclude(app, view.map, FlipSelection(view.map, axis, app.tools.HowToArrange()));
+void Flip(const ToolHostContext& in, MapView& view) {
+  in.windows.Conclude(view.map, FlipSelection(view.map, axis, in.tools.HowToArrange()));
 }
-void EditProperties(App& app, MapView& view) {
-  app.toolHost.EditProperties(view);
+void EditProperties(const ToolHostContext& in, MapView& view) {
+  if (view.map.selection.size() > 1) in.tools.entitySelector.EditSelected(view);
 }
 
 constexpr std::array<PopupItem, 12> POPUP_ITEMS{{
@@ -76,28 +84,28 @@ LPCSTR SystemName(ToolCursor cursor) {
 }
 
 // There is nothing yet that edits the properties of a single object.
-bool IsAvailable(const App& app, const MapView& view, const PopupItem& item) {
+bool IsAvailable(const CommandTarget& commands, const MapView& view, const PopupItem& item) {
   if (item.run == EditProperties) return view.map.selection.size() > 1;
   const bool isOffered = item.command == Command::Paste || !view.map.selection.empty();
-  return isOffered && app.IsAvailable(Id(item.command));
+  return isOffered && commands.IsAvailable(Id(item.command));
 }
 
-void SetGreys(const App& app, const MapView& view, HMENU menu) {
+void SetGreys(const CommandTarget& commands, const MapView& view, HMENU menu) {
   for (UINT i = 0; i < POPUP_ITEMS.size(); ++i) {
-    const UINT state = IsAvailable(app, view, POPUP_ITEMS[i]) ? MF_ENABLED : MF_GRAYED;
+    const UINT state = IsAvailable(commands, view, POPUP_ITEMS[i]) ? MF_ENABLED : MF_GRAYED;
     EnableMenuItem(menu, FIRST_POPUP_ITEM + i, MF_BYCOMMAND | state);
   }
 }
 
-void Run(App& app, MapView& view, const PopupItem& item) {
-  if (item.run) return item.run(app, view);
-  app.Execute(Id(item.command));
+void Run(const ToolHostContext& in, MapView& view, const PopupItem& item) {
+  if (item.run) return item.run(in, view);
+  in.commands.Execute(Id(item.command));
 }
 
 }  // namespace
 
 MapWindow* WindowToolHost::WindowOf(const MapView& view) const {
-  for (const auto& window : app_.windows) {
+  for (const auto& window : context_.windows.All()) {
     if (window->View() == &view) return static_cast<MapWindow*>(window.get());
   }
   return nullptr;
@@ -105,7 +113,7 @@ MapWindow* WindowToolHost::WindowOf(const MapView& view) const {
 
 HCURSOR WindowToolHost::Cursor() const {
   if (cursor_ == ToolCursor::Turn) {
-    return LoadCursorA(app_.instance, MAKEINTRESOURCEA(ID_TURN_CURSOR));
+    return LoadCursorA(context_.windows.GetFrame().Instance(), MAKEINTRESOURCEA(ID_TURN_CURSOR));
   }
   return LoadCursorA(nullptr, SystemName(cursor_));
 }
@@ -130,10 +138,16 @@ void WindowToolHost::ReleaseMouse(HWND drawing) {
   if (GetCapture() == drawing) ReleaseCapture();
 }
 
+bool WindowToolHost::MouseHasMoved(POINT to) {
+  const bool moved = to.x != mouse_.x || to.y != mouse_.y;
+  mouse_ = to;
+  return moved;
+}
+
 void WindowToolHost::OnCaptureLost(HWND drawing) {
   if (dragging_ != drawing) return;
   dragging_ = nullptr;
-  app_.tools.Current()->Cancel();
+  context_.tools.Current()->Cancel();
 }
 
 void WindowToolHost::SetCursor(MapView&, ToolCursor cursor) {
@@ -147,7 +161,7 @@ void WindowToolHost::DrawNow(MapView& view, const std::function<void(Canvas&)>& 
   if (!window) return;
   const HDC dc = GetDC(window->Drawing());
   {
-    GdiCanvas canvas(dc, app_.objects);
+    GdiCanvas canvas(dc, context_.objects);
     draw(canvas);
   }
   ReleaseDC(window->Drawing(), dc);
@@ -157,31 +171,32 @@ bool WindowToolHost::TrackPopup(MapView& view, Pixel at, ToolPopup which) {
   const MapWindow* window = WindowOf(view);
   if (!window) return false;
   const bool ofSelection = which == ToolPopup::Selection;
-  const HMENU menu = app_.Popup(ofSelection ? ID_POPUP_SELECTION : ID_POPUP_TOUCH_UP);
-  if (ofSelection) SetGreys(app_, view, menu);
+  const HMENU menu = context_.popups.Get(ofSelection ? ID_POPUP_SELECTION : ID_POPUP_TOUCH_UP);
+  if (ofSelection) SetGreys(context_.commands, view, menu);
   POINT screen{at.x, at.y};
   ClientToScreen(window->Drawing(), &screen);
-  const unsigned chosen = app_.dialogs.TrackPopup(window->Handle(), menu, screen);
+  const unsigned chosen = context_.dialogs.TrackPopup(window->Handle(), menu, screen);
   const bool released = GetAsyncKeyState(VK_RBUTTON) >= 0 && GetAsyncKeyState(VK_MBUTTON) >= 0;
   if (!ofSelection) {
     if (chosen >= FIRST_POPUP_ITEM) {
-      app_.tools.Current()->PopupCommand(view, chosen - FIRST_POPUP_ITEM);
+      context_.tools.Current()->PopupCommand(view, chosen - FIRST_POPUP_ITEM);
     }
   } else if (chosen >= FIRST_POPUP_ITEM && chosen < FIRST_POPUP_ITEM + POPUP_ITEMS.size()) {
-    Run(app_, view, POPUP_ITEMS[chosen - FIRST_POPUP_ITEM]);
+    Run(context_, view, POPUP_ITEMS[chosen - FIRST_POPUP_ITEM]);
   }
   return released;
 }
 
 void WindowToolHost::EditProperties(MapView& view) {
-  if (view.map.selection.size() > 1) app_.tools.entitySelector.EditSelected(view);
+  ferrowand::EditProperties(context_, view);
 }
 
 std::optional<int> WindowToolHost::AskSides(PrimitiveKind kind) {
   const SideRange range = SidesOf(kind);
   std::optional<int> sides;
   const auto accept = [&](const FormValues& typed) {
-    sides = WholeNumberOf(app_, typed.front(), "The number of sides", range.least, range.most);
+    sides = WholeNumberOf(context_.reporter, typed.front(), "The number of sides", range.least,
+                          range.most);
     if (sides) sides_ = *sides;
     return sides.has_value();
   };
@@ -190,31 +205,31 @@ std::optional<int> WindowToolHost::AskSides(PrimitiveKind kind) {
                   Format("From %i to %i sides.", range.least, range.most),
                   {{"Number of sides", {suggested}, {}}},
                   accept};
-  if (!app_.dialogs.Ask(app_.frame.Handle(), form)) return std::nullopt;
+  if (!context_.dialogs.Ask(form)) return std::nullopt;
   return sides;
 }
 
 std::string WindowToolHost::CurrentTexture(Map& map) {
   const auto& wads = map.wads.Items();
-  const WadFile& wad = wads.empty() ? app_.data.wads.Default() : *wads.front().wad;
+  const WadFile& wad = wads.empty() ? map.Data().wads.Default() : *wads.front().wad;
   const auto textures = wad.Textures();
   return std::string((textures.empty() ? *wad.BadTexture() : *textures.front()).Name());
 }
 
 void WindowToolHost::MapChanged(Map& map) {
-  app_.RefreshLists(map);
-  app_.SetTitles(map);
-  app_.frame.RefreshToolbar();
+  context_.windows.RefreshLists(map);
+  context_.windows.SetTitles(map);
+  context_.windows.GetFrame().RefreshToolbar();
 }
 
 void WindowToolHost::SelectionChanged(Map& map) {
-  app_.RefreshLists(map);
-  app_.frame.RefreshToolbar();
+  context_.windows.RefreshLists(map);
+  context_.windows.GetFrame().RefreshToolbar();
 }
 
 void WindowToolHost::ToolChanged() {
   cursor_ = ToolCursor::Arrow;
-  app_.frame.RefreshToolbar();
+  context_.windows.GetFrame().RefreshToolbar();
 }
 
 void WindowToolHost::Refuse(MapView& view, const std::string& why) {
@@ -222,7 +237,7 @@ void WindowToolHost::Refuse(MapView& view, const std::string& why) {
 }
 
 Reporter& WindowToolHost::Report() {
-  return app_.reporter;
+  return context_.reporter;
 }
 
 }  // namespace ferrowand
