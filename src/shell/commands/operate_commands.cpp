@@ -135,12 +135,6 @@ constexpr CommandHandler<OperateContext> HANDLERS[] = {
 
 }  // namespace
 
-bool RequireSelection(const Map& map, Reporter& reporter, const char* title, const char* text) {
-  if (!map.selection.empty()) return true;
-  reporter.Show(title, text);
-  return false;
-}
-
 std::unique_ptr<CommandGroup> MakeOperateCommands(const OperateContext& context) {
   return std::make_unique<HandlerGroup<OperateContext>>(context, HANDLERS);
 }

@@ -69,8 +69,8 @@ void CentreSelection(const ViewContext& in, unsigned) {
   const Map& map = *in.windows.ActiveMap();
   const Bounds box = BoundsOfSelection(map);
   if (box.IsEmpty()) return;
-  for (MapView* view : in.windows.Views().ViewsOf(map))
-    view->CentreOn((box.mins + box.maxs) * 0.5f);
+  const Vec3 middle = (box.mins + box.maxs) * 0.5f;
+  for (MapView* view : in.windows.Views().ViewsOf(map)) view->CentreOn(middle);
 }
 
 void CentreAndZoom(const ViewContext& in, unsigned) {
