@@ -1,14 +1,23 @@
-#include "shell/windows/tool_windows.h"
+#include "shell/windows/window_tool_host.h"
 
 #include <algorithm>
 #include <array>
 
+#include "base/command_table.h"
+#include "base/report.h"
 #include "operations/arrange.h"
 #include "operations/primitives.h"
-#include "shell/app/app.h"
-#include "shell/commands/commands.h"
+#include "shell/dialogs/dialogs.h"
+#include "shell/dialogs/popup_menus.h"
+#include "shell/dialogs/refusal.h"
+#include "shell/dialogs/typed_numbers.h"
+#include "shell/frame/command_target.h"
+#include "shell/frame/frame.h"
 #include "shell/resources/resource.h"
+#include "shell/system/gdi_canvas.h"
+#include "shell/windows/child_windows.h"
 #include "shell/windows/map_window.h"
+#include "views/tools/tool_set.h"
 
 namespace ferrowand {
 namespace {
@@ -19,16 +28,16 @@ constexpr unsigned FIRST_POPUP_ITEM = 1000;
 // does, where the command stands in for the greys.
 struct PopupItem {
   Command command;
-  void (*run)(App& app, MapView& view) = nullptr;
+  void (*run)(const ToolHostContext& in, MapView& view) = nullptr;
 };
 
 // The keys that the menu shows for these flip along X.
 template <int axis>
-void Flip(App& app, MapView& view) {
-  Conclude(app, view.map, FlipSelection(view.map, axis, app.tools.HowToArrange()));
+void Flip(const ToolHostContext& in, MapView& view) {
+  Conclude(view.map, FlipSelection(view.map, axis, in.tools.HowToArrange()));
 }
-void EditProperties(App& app, MapView& view) {
-  app.toolWindows.EditProperties(view);
+void EditProperties(const ToolHostContext& in, MapView& view) {
+  if (view.map.selection.size() > 1) in.tools.entitySelector.EditSelected(view);
 }
 
 constexpr std::array<PopupItem, 12> POPUP_ITEMS{{
@@ -76,45 +85,45 @@ LPCSTR SystemName(ToolCursor cursor) {
 }
 
 // There is nothing yet that edits the properties of a single object.
-bool IsAvailable(const App& app, const MapView& view, const PopupItem& item) {
+bool IsAvailable(const CommandTarget& commands, const MapView& view, const PopupItem& item) {
   if (item.run == EditProperties) return view.map.selection.size() > 1;
   const bool isOffered = item.command == Command::Paste || !view.map.selection.empty();
-  return isOffered && app.IsAvailable(Id(item.command));
+  return isOffered && commands.IsAvailable(Id(item.command));
 }
 
-void SetGreys(const App& app, const MapView& view, HMENU menu) {
+void SetGreys(const CommandTarget& commands, const MapView& view, HMENU menu) {
   for (UINT i = 0; i < POPUP_ITEMS.size(); ++i) {
-    const UINT state = IsAvailable(app, view, POPUP_ITEMS[i]) ? MF_ENABLED : MF_GRAYED;
+    const UINT state = IsAvailable(commands, view, POPUP_ITEMS[i]) ? MF_ENABLED : MF_GRAYED;
     EnableMenuItem(menu, FIRST_POPUP_ITEM + i, MF_BYCOMMAND | state);
   }
 }
 
-void Run(App& app, MapView& view, const PopupItem& item) {
-  if (item.run) return item.run(app, view);
-  app.Execute(Id(item.command));
+void Run(const ToolHostContext& in, MapView& view, const PopupItem& item) {
+  if (item.run) return item.run(in, view);
+  in.commands.Execute(Id(item.command));
 }
 
 }  // namespace
 
-MapWindow* ToolWindows::WindowOf(const MapView& view) const {
-  for (const auto& window : app_.windows) {
+MapWindow* WindowToolHost::WindowOf(const MapView& view) const {
+  for (const auto& window : context_.windows.All()) {
     if (window->View() == &view) return static_cast<MapWindow*>(window.get());
   }
   return nullptr;
 }
 
-HCURSOR ToolWindows::Cursor() const {
+HCURSOR WindowToolHost::Cursor() const {
   if (cursor_ == ToolCursor::Turn) {
-    return LoadCursorA(app_.instance, MAKEINTRESOURCEA(ID_TURN_CURSOR));
+    return LoadCursorA(context_.windows.GetFrame().Instance(), MAKEINTRESOURCEA(ID_TURN_CURSOR));
   }
   return LoadCursorA(nullptr, SystemName(cursor_));
 }
 
-HeldKeys ToolWindows::Keys() const {
+HeldKeys WindowToolHost::Keys() const {
   return {.control = IsDown(VK_CONTROL), .shift = IsDown(VK_SHIFT)};
 }
 
-void ToolWindows::Capture(MapView& view, bool on) {
+void WindowToolHost::Capture(MapView& view, bool on) {
   const MapWindow* window = WindowOf(view);
   if (!window) return;
   if (on) {
@@ -125,63 +134,70 @@ void ToolWindows::Capture(MapView& view, bool on) {
   }
 }
 
-void ToolWindows::ReleaseMouse(HWND drawing) {
+void WindowToolHost::ReleaseMouse(HWND drawing) {
   dragging_ = nullptr;
   if (GetCapture() == drawing) ReleaseCapture();
 }
 
-void ToolWindows::OnCaptureLost(HWND drawing) {
-  if (dragging_ != drawing) return;
-  dragging_ = nullptr;
-  app_.tools.Current()->Cancel();
+bool WindowToolHost::MouseHasMoved(POINT to) {
+  const bool moved = to.x != mouse_.x || to.y != mouse_.y;
+  mouse_ = to;
+  return moved;
 }
 
-void ToolWindows::SetCursor(MapView&, ToolCursor cursor) {
+void WindowToolHost::OnCaptureLost(HWND drawing) {
+  if (dragging_ != drawing) return;
+  dragging_ = nullptr;
+  context_.tools.Current()->Cancel();
+}
+
+void WindowToolHost::SetCursor(MapView&, ToolCursor cursor) {
   if (cursor == cursor_) return;
   cursor_ = cursor;
   ::SetCursor(Cursor());
 }
 
-void ToolWindows::DrawNow(MapView& view, const std::function<void(Canvas&)>& draw) {
+void WindowToolHost::DrawNow(MapView& view, const std::function<void(Canvas&)>& draw) {
   const MapWindow* window = WindowOf(view);
   if (!window) return;
   const HDC dc = GetDC(window->Drawing());
   {
-    GdiCanvas canvas(dc, app_.objects);
+    GdiCanvas canvas(dc, context_.objects);
     draw(canvas);
   }
   ReleaseDC(window->Drawing(), dc);
 }
 
-bool ToolWindows::TrackPopup(MapView& view, Pixel at, ToolPopup which) {
+bool WindowToolHost::TrackPopup(MapView& view, Pixel at, ToolPopup which) {
   const MapWindow* window = WindowOf(view);
   if (!window) return false;
   const bool ofSelection = which == ToolPopup::Selection;
-  const HMENU menu = app_.Popup(ofSelection ? ID_POPUP_SELECTION : ID_POPUP_TOUCH_UP);
-  if (ofSelection) SetGreys(app_, view, menu);
+  const HMENU menu = context_.popups.Get(ofSelection ? ID_POPUP_SELECTION : ID_POPUP_TOUCH_UP);
+  if (ofSelection) SetGreys(context_.commands, view, menu);
   POINT screen{at.x, at.y};
   ClientToScreen(window->Drawing(), &screen);
-  const unsigned chosen = app_.dialogs.TrackPopup(window->Handle(), menu, screen);
+  const unsigned chosen = context_.dialogs.TrackPopup(window->Handle(), menu, screen);
   const bool released = GetAsyncKeyState(VK_RBUTTON) >= 0 && GetAsyncKeyState(VK_MBUTTON) >= 0;
   if (!ofSelection) {
     if (chosen >= FIRST_POPUP_ITEM) {
-      app_.tools.Current()->PopupCommand(view, chosen - FIRST_POPUP_ITEM);
+      context_.tools.Current()->PopupCommand(view, chosen - FIRST_POPUP_ITEM);
     }
   } else if (chosen >= FIRST_POPUP_ITEM && chosen < FIRST_POPUP_ITEM + POPUP_ITEMS.size()) {
-    Run(app_, view, POPUP_ITEMS[chosen - FIRST_POPUP_ITEM]);
+    Run(context_, view, POPUP_ITEMS[chosen - FIRST_POPUP_ITEM]);
   }
   return released;
 }
 
-void ToolWindows::EditProperties(MapView& view) {
-  if (view.map.selection.size() > 1) app_.tools.entitySelector.EditSelected(view);
+void WindowToolHost::EditProperties(MapView& view) {
+  ferrowand::EditProperties(context_, view);
 }
 
-std::optional<int> ToolWindows::AskSides(PrimitiveKind kind) {
+std::optional<int> WindowToolHost::AskSides(PrimitiveKind kind) {
   const SideRange range = SidesOf(kind);
   std::optional<int> sides;
   const auto accept = [&](const FormValues& typed) {
-    sides = WholeNumberOf(app_, typed.front(), "The number of sides", range.least, range.most);
+    sides = WholeNumberOf(context_.reporter, typed.front(), "The number of sides", range.least,
+                          range.most);
     if (sides) sides_ = *sides;
     return sides.has_value();
   };
@@ -190,39 +206,27 @@ std::optional<int> ToolWindows::AskSides(PrimitiveKind kind) {
                   Format("From %i to %i sides.", range.least, range.most),
                   {{"Number of sides", {suggested}, {}}},
                   accept};
-  if (!app_.dialogs.Ask(app_.frame.Handle(), form)) return std::nullopt;
+  if (!context_.dialogs.Ask(form)) return std::nullopt;
   return sides;
 }
 
-std::string ToolWindows::CurrentTexture(Map& map) {
+std::string WindowToolHost::CurrentTexture(Map& map) {
   const auto& wads = map.wads.Items();
-  const WadFile& wad = wads.empty() ? app_.data.wads.Default() : *wads.front().wad;
+  const WadFile& wad = wads.empty() ? map.Data().wads.Default() : *wads.front().wad;
   const auto textures = wad.Textures();
   return std::string((textures.empty() ? *wad.BadTexture() : *textures.front()).Name());
 }
 
-void ToolWindows::MapChanged(Map& map) {
-  app_.RefreshLists(map);
-  app_.SetTitles(map);
-  app_.frame.RefreshToolbar();
-}
-
-void ToolWindows::SelectionChanged(Map& map) {
-  app_.RefreshLists(map);
-  app_.frame.RefreshToolbar();
-}
-
-void ToolWindows::ToolChanged() {
+void WindowToolHost::ToolChanged() {
   cursor_ = ToolCursor::Arrow;
-  app_.frame.RefreshToolbar();
 }
 
-void ToolWindows::Refuse(MapView& view, const std::string& why) {
+void WindowToolHost::Refuse(MapView& view, const std::string& why) {
   if (MapWindow* window = WindowOf(view)) window->Refuse(why);
 }
 
-Reporter& ToolWindows::Report() {
-  return app_.reporter;
+Reporter& WindowToolHost::Report() {
+  return context_.reporter;
 }
 
 }  // namespace ferrowand

@@ -1,4 +1,4 @@
-#include "shell/dialogs/primitive_popup.h"
+#include "shell/frame/primitive_popup.h"
 
 #include "base/command_table.h"
 #include "shell/frame/toolbar.h"

@@ -1,93 +1,95 @@
-// The Edit menu, and the entities that keys insert.
+// The Edit menu.
 #include <algorithm>
 
+#include "base/report.h"
 #include "document/classes/class_set.h"
 #include "document/picking.h"
 #include "operations/arrange.h"
 #include "operations/clipboard.h"
 #include "operations/groups.h"
 #include "operations/insert.h"
-#include "shell/app/app.h"
-#include "shell/commands/commands.h"
+#include "shell/commands/command_groups.h"
+#include "shell/dialogs/dialogs.h"
+#include "shell/dialogs/refusal.h"
+#include "shell/dialogs/typed_numbers.h"
+#include "shell/frame/frame.h"
+#include "shell/system/clipboard.h"
+#include "shell/system/handles.h"
+#include "shell/windows/child_windows.h"
+#include "views/tools/tool_set.h"
 
 namespace ferrowand {
 namespace {
 
 template <void (UndoStore::*operation)()>
-void Step(App& app, unsigned) {
-  Map& map = *app.ActiveMap();
-  (map.undo.*operation)();
-  map.modified = true;
-  Conclude(app, map, EditResult::Done);
+void Step(const EditContext& in, unsigned) {
+  (in.windows.ActiveMap()->undo.*operation)();
 }
 
-bool Put(App& app, const std::string& text) {
-  if (app.clipboard.SetText(app.frame.Handle(), text)) return true;
-  app.reporter.Show("Cannot continue", "Another program keeps the clipboard");
+bool Put(const EditContext& in, const std::string& text) {
+  if (in.clipboard.SetText(in.frame.Handle(), text)) return true;
+  in.reporter.Show("Cannot continue", "Another program keeps the clipboard");
   return false;
 }
 
 // Cut takes nothing out that has not arrived on the clipboard.
 template <bool cut>
-void Take(App& app, unsigned) {
-  Map& map = *app.ActiveMap();
+void Take(const EditContext& in, unsigned) {
+  Map& map = *in.windows.ActiveMap();
   const std::string text = SelectionText(map);
   if (text.empty()) {
-    Conclude(app, map, EditResult::NothingSelected);
+    Conclude(map, EditResult::NothingSelected);
     return;
   }
-  if (Put(app, text) && cut) Conclude(app, map, DeleteSelection(map));
+  if (Put(in, text) && cut) Conclude(map, DeleteSelection(map));
 }
 
-void Paste(App& app, unsigned) {
-  Map& map = *app.ActiveMap();
-  Conclude(app, map, PasteText(map, app.clipboard.Text(app.frame.Handle())));
+void Paste(const EditContext& in, unsigned) {
+  Map& map = *in.windows.ActiveMap();
+  Conclude(map, PasteText(map, in.clipboard.Text(in.frame.Handle())));
 }
 
-void Clear(App& app, unsigned) {
-  Map& map = *app.ActiveMap();
-  Conclude(app, map, DeleteSelection(map));
+void Clear(const EditContext& in, unsigned) {
+  Map& map = *in.windows.ActiveMap();
+  Conclude(map, DeleteSelection(map));
 }
 
-void SelectNothing(App& app, unsigned) {
-  Map& map = *app.ActiveMap();
-  SelectNone(map);
-  app.RefreshMap(map);
+void SelectNothing(const EditContext& in, unsigned) {
+  in.windows.ActiveMap()->selection.Clear();
 }
 
 // To the right and down by one step of the grid, so that the copy is seen.
-void Duplicate(App& app, unsigned) {
-  Map& map = *app.ActiveMap();
+void Duplicate(const EditContext& in, unsigned) {
+  Map& map = *in.windows.ActiveMap();
   Vec3 offset;
-  if (const MapView* view = app.ActiveView()) {
+  if (const MapView* view = in.windows.ActiveView()) {
     offset[view->transform.orienu] = static_cast<float>(1 << view->gridu);
     offset[view->transform.orienv] = -static_cast<float>(1 << view->gridv);
   }
-  Conclude(app, map, DuplicateSelection(map, offset, app.tools.HowToArrange()));
+  Conclude(map, DuplicateSelection(map, offset, in.tools.HowToArrange()));
 }
 
-void DuplicateMany(App& app, unsigned) {
-  Map& map = *app.ActiveMap();
-  if (!RequireSelection(app)) return;
+void DuplicateMany(const EditContext& in, unsigned) {
+  Map& map = *in.windows.ActiveMap();
+  if (!RequireSelection(map, in.reporter)) return;
   const auto accept = [&](const FormValues& typed) {
-    const auto count = WholeNumberOf(app, typed[0], "The number of copies", 1, MAXCOPIES);
+    const auto count = WholeNumberOf(in.reporter, typed[0], "The number of copies", 1, MAXCOPIES);
     if (!count) return false;
-    const auto numbers = NumbersOf(app, std::span(typed).subspan(1));
+    const auto numbers = NumbersOf(in.reporter, std::span(typed).subspan(1));
     if (!numbers) return false;
     MultiDuplicate how{.count = *count, .offset = {}, .turn = {}};
     for (std::size_t i = 0; i < 3; ++i) {
       how.offset[static_cast<int>(i)] = static_cast<float>((*numbers)[i]);
       how.turn[static_cast<int>(i)] = (*numbers)[3 + i];
     }
-    return Conclude(app, map, DuplicateSelection(map, how, app.tools.HowToArrange()));
+    return Conclude(map, DuplicateSelection(map, how, in.tools.HowToArrange()));
   };
   FormRow offset = AxisRow("Offset of each", "0");
   offset.values.front() = "64";
-  app.dialogs.Ask(app.frame.Handle(),
-                  {"Multi Dupe",
-                   "Each copy is moved and turned against the one before.",
-                   {{"Copies", {"1"}, {}}, offset, AxisRow("Degrees about", "0")},
-                   accept});
+  in.dialogs.Ask({"Multi Dupe",
+                  "Each copy is moved and turned against the one before.",
+                  {{"Copies", {"1"}, {}}, offset, AxisRow("Degrees about", "0")},
+                  accept});
 }
 
 // The letter to type stands where the names of a group begin to differ.
@@ -113,38 +115,20 @@ HMENU MakeClassMenu(const std::vector<ClassMenuItem>& items, bool inGroup) {
   return menu;
 }
 
-void Insert(App& app, unsigned) {
-  Map& map = *app.ActiveMap();
+void Insert(const EditContext& in, unsigned) {
+  Map& map = *in.windows.ActiveMap();
   // Before the menu draws the cursor away.
-  const Vec3 place = PlaceForNew(app, map);
+  const Vec3 place = in.windows.PlaceForNew(map);
   const OwnedMenu menu(MakeClassMenu(map.classSet->Menu(), false));
-  POINT at;
-  GetCursorPos(&at);
   // Owned by the view: the frame would take the numbers of classes for commands.
-  const unsigned id = app.dialogs.TrackPopup(app.ActiveWindow()->Handle(), menu.get(), at);
+  const unsigned id = in.dialogs.TrackAtCursor(in.windows.ActiveWindow()->Handle(), menu.get());
   const EntityClass* chosen = map.classSet->ClassOfMenuId(id);
   if (!chosen) return;
   const bool isPoint = chosen->HasSizeBox() && !chosen->isMadeOfBrushes;
-  Conclude(app, map, isPoint ? InsertEntity(map, *chosen, place) : GroupSelectionAs(map, *chosen));
+  Conclude(map, isPoint ? InsertEntity(map, *chosen, place) : GroupSelectionAs(map, *chosen));
 }
 
-}  // namespace
-
-bool InsertBoundEntity(App& app, unsigned key) {
-  const auto& bound = app.boundEntities.items;
-  const auto item = std::ranges::find_if(
-      bound, [key](const BoundEntity& b) { return b.key == key && b.prototype; });
-  Map* map = app.ActiveMap();
-  if (item == bound.end() || !map || app.progress.IsLoading()) return false;
-  app.EndDrag();
-  Conclude(app, *map, InsertCopy(*map, *item->prototype, PlaceForNew(app, *map)));
-  app.frame.RefreshToolbar();
-  return true;
-}
-
-namespace {
-
-constexpr CommandHandler HANDLERS[] = {
+constexpr CommandHandler<EditContext> HANDLERS[] = {
     {Command::Undo, Step<&UndoStore::Undo>},
     {Command::Redo, Step<&UndoStore::Redo>},
     {Command::Insert, Insert},
@@ -159,8 +143,8 @@ constexpr CommandHandler HANDLERS[] = {
 
 }  // namespace
 
-std::span<const CommandHandler> EditCommands() {
-  return HANDLERS;
+std::unique_ptr<CommandGroup> MakeEditCommands(const EditContext& context) {
+  return std::make_unique<HandlerGroup<EditContext>>(context, HANDLERS);
 }
 
 }  // namespace ferrowand

@@ -11,15 +11,33 @@
 
 namespace ferrowand {
 
-class App;
+class ChildWindows;
+class CommandTarget;
+class Dialogs;
+class GdiObjects;
 class MapWindow;
+class PopupMenus;
+class ToolSet;
 
-class ToolWindows : public ToolHost {
+// What the host works with. All outlive it.
+struct ToolHostContext {
+  ChildWindows& windows;
+  ToolSet& tools;
+  CommandTarget& commands;
+  Reporter& reporter;
+  Dialogs& dialogs;
+  PopupMenus& popups;
+  GdiObjects& objects;
+};
+
+class WindowToolHost : public ToolHost {
  public:
-  explicit ToolWindows(App& app) : app_(app) {}
+  explicit WindowToolHost(const ToolHostContext& context) : context_(context) {}
 
   // What the tool wants the mouse to look like.
   HCURSOR Cursor() const;
+  // Since a view last saw it, in pixels of the screen.
+  bool MouseHasMoved(POINT to);
   // The system, or another window, has taken the mouse: what is being dragged there ends without
   // effect.
   void OnCaptureLost(HWND drawing);
@@ -37,8 +55,6 @@ class ToolWindows : public ToolHost {
   void EditProperties(entity&) override {}
   std::optional<int> AskSides(PrimitiveKind kind) override;
   std::string CurrentTexture(Map& map) override;
-  void MapChanged(Map& map) override;
-  void SelectionChanged(Map& map) override;
   void ToolChanged() override;
   void Refuse(MapView& view, const std::string& why) override;
   Reporter& Report() override;
@@ -47,8 +63,9 @@ class ToolWindows : public ToolHost {
   // Null for a view that is no window's.
   MapWindow* WindowOf(const MapView& view) const;
 
-  App& app_;
+  const ToolHostContext context_;
   ToolCursor cursor_ = ToolCursor::Arrow;
+  POINT mouse_{};
   HWND dragging_ = nullptr;  // the drawing area that a tool has captured the mouse for
   int sides_ = 8;            // of the last round primitive
 };

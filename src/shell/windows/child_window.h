@@ -1,13 +1,18 @@
 // A window of the frame's client area: a 2D view, and whatever else shows a map. The object and
 // the system's window are bound at the window's first message and part at its last one, when the
-// App forgets the object.
+// list of all of them forgets the object.
 #pragma once
 
 #include "shell/system/win32.h"
 
+#include <string>
+
+#include "platform/canvas.h"
+
 namespace ferrowand {
 
-class App;
+class ChildWindows;
+class Frame;
 class Map;
 class MapView;
 
@@ -32,8 +37,8 @@ class ChildWindow {
   virtual MapView* View() { return nullptr; }
   // Whether the map stays open as long as this window does.
   virtual bool KeepsMapOpen() const { return false; }
-  virtual void SetTitle() {}
-  virtual void Refresh() {}
+  // To the rectangle of the frame's client area.
+  void MoveTo(const PixelRect& place) const;
   // While it is the active one, before the accelerators: whether the message was for a dialog in
   // it.
   virtual bool TakesMessage(MSG&) { return false; }
@@ -42,18 +47,23 @@ class ChildWindow {
   static LRESULT Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
  protected:
-  explicit ChildWindow(App& app) : app_(app) {}
+  // All of them outlive each.
+  explicit ChildWindow(ChildWindows& windows);
   // From the constructor of what the window is to be: messages come at once.
   void Create(const char* windowClass, const char* title, const ChildPlace& place = {},
               DWORD style = 0, DWORD extendedStyle = 0);
 
   // What it does not answer itself goes on to DefMDIChildProc.
   virtual LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) = 0;
+  // Also into the list of the Window menu.
+  void ShowTitle(const std::string& title);
 
-  App& app_;
+  ChildWindows& windows_;
+  Frame& frame_;
 
  private:
   HWND window_ = nullptr;
+  std::string title_;
 };
 
 }  // namespace ferrowand

@@ -10,10 +10,6 @@
 
 namespace ferrowand {
 
-inline constexpr char FRAME_CLASS[] = "FFRWWinClass";
-inline constexpr char CLIENT_CLASS[] = "FRWClientClass";
-inline constexpr char MAP_CLASS[] = "FRWMapClass";
-
 // "FRWMDIClient" where the display can show its colour, the system's own class elsewhere.
 const char* MdiClientClass(int bitsPerPixel);
 int ScreenBitsPerPixel();

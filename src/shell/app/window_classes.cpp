@@ -1,4 +1,4 @@
-#include "shell/frame/window_classes.h"
+#include "shell/app/window_classes.h"
 
 #include "shell/frame/frame.h"
 #include "shell/frame/load_window.h"
