@@ -1,10 +1,10 @@
 // The Operate menu, and the flip that only keys give.
 #include "base/report.h"
 #include "document/selection.h"
-#include "operations/arrange.h"
 #include "operations/csg_commands.h"
 #include "operations/groups.h"
 #include "operations/hollow.h"
+#include "operations/transform_selection.h"
 #include "operations/visibility.h"
 #include "shell/commands/command_groups.h"
 #include "shell/dialogs/dialogs.h"
@@ -71,7 +71,7 @@ void ScaleOrFlip(const OperateContext& in, unsigned) {
     const auto factors = NumbersOf(in.reporter, typed);
     return factors &&
            in.windows.Conclude(map, ScaleSelection(map, ToDVec3(*factors), MiddleOfSelection(map),
-                                                   in.tools.HowToArrange()));
+                                                   in.tools.HowToTransform()));
   };
   in.dialogs.Ask({"Scale/Flip", "A negative factor flips.", {AxisRow("Factor", "1")}, accept});
 }
@@ -92,7 +92,7 @@ void TransformByMatrix(const OperateContext& in, unsigned) {
     const std::span all(*numbers);
     const Matrix matrix = ToMatrix(all.subspan(3)) * TurnMatrix(ToDVec3(all));
     return in.windows.Conclude(
-        map, TransformSelection(map, matrix, MiddleOfSelection(map), in.tools.HowToArrange()));
+        map, TransformSelection(map, matrix, MiddleOfSelection(map), in.tools.HowToTransform()));
   };
   in.dialogs.Ask({"Matrix",
                   "Turn about the axes, multiply by nine numbers, or both.",
@@ -116,7 +116,7 @@ void GroupByTool(const OperateContext& in, unsigned) {
 
 void FlipAlongX(const OperateContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
-  in.windows.Conclude(map, FlipSelection(map, 0, in.tools.HowToArrange()));
+  in.windows.Conclude(map, FlipSelection(map, 0, in.tools.HowToTransform()));
 }
 
 constexpr CommandHandler<OperateContext> HANDLERS[] = {
