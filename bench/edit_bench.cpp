@@ -9,10 +9,10 @@
 #include "document/map.h"
 #include "document/picking.h"
 #include "generated_map.h"
-#include "operations/arrange.h"
 #include "operations/clipboard.h"
 #include "operations/groups.h"
 #include "operations/insert.h"
+#include "operations/transform_selection.h"
 #include "program.h"
 
 namespace ferrowand::bench {

@@ -11,7 +11,6 @@
 #include "document/edit_step.h"
 #include "document/picking.h"
 #include "geometry/box_tree.h"
-#include "operations/arrange.h"
 #include "operations/brush_check.h"
 #include "operations/clipboard.h"
 #include "operations/csg_commands.h"
@@ -21,6 +20,7 @@
 #include "operations/layers.h"
 #include "operations/primitives.h"
 #include "operations/templates.h"
+#include "operations/transform_selection.h"
 #include "operations/visibility.h"
 #include "support/brush_checks.h"
 #include "views/tools/brush_reshape.h"
@@ -66,7 +66,7 @@ class RandomUser {
     const Bounds bounds = SelectionBounds(map_);
     return bounds.IsEmpty() ? DVec3() : DVec3(bounds.mins);
   }
-  ArrangeOptions Options() {
+  TransformOptions Options() {
     return {Below(2) == 0, Below(4) ? ALL_AXES : static_cast<unsigned>(Below(8))};
   }
   const EntityClass& Class(const char* name) { return map_.classSet->FindClass(name); }

@@ -4,10 +4,10 @@
 #include "base/report.h"
 #include "document/classes/class_set.h"
 #include "document/picking.h"
-#include "operations/arrange.h"
 #include "operations/clipboard.h"
 #include "operations/groups.h"
 #include "operations/insert.h"
+#include "operations/transform_selection.h"
 #include "shell/commands/command_groups.h"
 #include "shell/dialogs/dialogs.h"
 #include "shell/dialogs/refusal.h"
@@ -66,7 +66,7 @@ void Duplicate(const EditContext& in, unsigned) {
     offset[view->transform.orienu] = static_cast<float>(1 << view->gridu);
     offset[view->transform.orienv] = -static_cast<float>(1 << view->gridv);
   }
-  Conclude(map, DuplicateSelection(map, offset, in.tools.HowToArrange()));
+  Conclude(map, DuplicateSelection(map, offset, in.tools.HowToTransform()));
 }
 
 void DuplicateMany(const EditContext& in, unsigned) {
@@ -82,7 +82,7 @@ void DuplicateMany(const EditContext& in, unsigned) {
       how.offset[static_cast<int>(i)] = static_cast<float>((*numbers)[i]);
       how.turn[static_cast<int>(i)] = (*numbers)[3 + i];
     }
-    return Conclude(map, DuplicateSelection(map, how, in.tools.HowToArrange()));
+    return Conclude(map, DuplicateSelection(map, how, in.tools.HowToTransform()));
   };
   FormRow offset = AxisRow("Offset of each", "0");
   offset.values.front() = "64";

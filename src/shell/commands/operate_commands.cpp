@@ -1,10 +1,10 @@
 // The Operate menu, and the flip that only keys give.
 #include "base/report.h"
 #include "document/picking.h"
-#include "operations/arrange.h"
 #include "operations/csg_commands.h"
 #include "operations/groups.h"
 #include "operations/hollow.h"
+#include "operations/transform_selection.h"
 #include "operations/visibility.h"
 #include "shell/commands/command_groups.h"
 #include "shell/dialogs/dialogs.h"
@@ -69,7 +69,7 @@ void ScaleOrFlip(const OperateContext& in, unsigned) {
   const auto accept = [&](const FormValues& typed) {
     const auto factors = NumbersOf(in.reporter, typed);
     return factors && Conclude(map, ScaleSelection(map, ToDVec3(*factors), MiddleOfSelection(map),
-                                                   in.tools.HowToArrange()));
+                                                   in.tools.HowToTransform()));
   };
   in.dialogs.Ask({"Scale/Flip", "A negative factor flips.", {AxisRow("Factor", "1")}, accept});
 }
@@ -90,7 +90,7 @@ void TransformByMatrix(const OperateContext& in, unsigned) {
     const std::span all(*numbers);
     const Matrix matrix = ToMatrix(all.subspan(3)) * TurnMatrix(ToDVec3(all));
     return Conclude(
-        map, TransformSelection(map, matrix, MiddleOfSelection(map), in.tools.HowToArrange()));
+        map, TransformSelection(map, matrix, MiddleOfSelection(map), in.tools.HowToTransform()));
   };
   in.dialogs.Ask({"Matrix",
                   "Turn about the axes, multiply by nine numbers, or both.",
@@ -114,7 +114,7 @@ void GroupByTool(const OperateContext& in, unsigned) {
 
 void FlipAlongX(const OperateContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
-  Conclude(map, FlipSelection(map, 0, in.tools.HowToArrange()));
+  Conclude(map, FlipSelection(map, 0, in.tools.HowToTransform()));
 }
 
 constexpr CommandHandler<OperateContext> HANDLERS[] = {

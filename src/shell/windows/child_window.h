@@ -47,7 +47,7 @@ class ChildWindow {
   static LRESULT Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
  protected:
-  // All of them outlive each.
+  // Outlive it.
   explicit ChildWindow(ChildWindows& windows);
   // From the constructor of what the window is to be: messages come at once.
   void Create(const char* windowClass, const char* title, const ChildPlace& place = {},

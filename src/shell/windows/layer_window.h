@@ -13,15 +13,15 @@
 
 namespace ferrowand {
 
-inline constexpr char LAYER_CLASS[] = "FRWLayerClass";
-
-LRESULT CALLBACK LayerFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-
 class CommandTarget;
 class Dialogs;
 class PopupMenus;
 class Reporter;
 struct Options;
+
+inline constexpr char LAYER_CLASS[] = "FRWLayerClass";
+
+LRESULT CALLBACK LayerFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 // What the windows of layers work with. All outlive them.
 struct LayerWindowContext {

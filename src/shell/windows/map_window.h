@@ -14,9 +14,6 @@
 
 namespace ferrowand {
 
-LRESULT CALLBACK ClientWindowFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-LRESULT CALLBACK MapFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-
 class BackBuffer;
 class CommandTarget;
 class GdiObjects;
@@ -26,6 +23,9 @@ class WindowToolHost;
 
 inline constexpr char CLIENT_CLASS[] = "FRWClientClass";
 inline constexpr char MAP_CLASS[] = "FRWMapClass";
+
+LRESULT CALLBACK ClientWindowFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+LRESULT CALLBACK MapFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 // What the windows of 2D views work with. All outlive them.
 struct MapWindowContext {

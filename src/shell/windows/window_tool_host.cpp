@@ -5,8 +5,8 @@
 
 #include "base/command_table.h"
 #include "base/report.h"
-#include "operations/arrange.h"
 #include "operations/primitives.h"
+#include "operations/transform_selection.h"
 #include "shell/dialogs/dialogs.h"
 #include "shell/dialogs/popup_menus.h"
 #include "shell/dialogs/refusal.h"
@@ -34,7 +34,7 @@ struct PopupItem {
 // The keys that the menu shows for these flip along X.
 template <int axis>
 void Flip(const ToolHostContext& in, MapView& view) {
-  Conclude(view.map, FlipSelection(view.map, axis, in.tools.HowToArrange()));
+  Conclude(view.map, FlipSelection(view.map, axis, in.tools.HowToTransform()));
 }
 void EditProperties(const ToolHostContext& in, MapView& view) {
   if (view.map.selection.size() > 1) in.tools.entitySelector.EditSelected(view);

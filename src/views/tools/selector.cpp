@@ -8,9 +8,9 @@
 #include "document/classes/class_set.h"
 #include "document/classes/entity_class.h"
 #include "document/map.h"
-#include "operations/arrange.h"
 #include "operations/groups.h"
 #include "operations/insert.h"
+#include "operations/transform_selection.h"
 #include "views/map_view.h"
 #include "views/tools/tool_set.h"
 
@@ -186,7 +186,7 @@ void Selector::Drop(MapView& view, Pixel at) {
   if (view.map.selection.empty()) return;
   const Vec3 by = ToWorld(DragOffset(view, at), view);
   if (by == Vec3()) return;
-  const ArrangeOptions how = tools_.HowToArrange();
+  const TransformOptions how = tools_.HowToTransform();
   Conclude(view, Host().Keys().control ? DuplicateSelection(view.map, by, how)
                                        : MoveSelection(view.map, by, how));
 }

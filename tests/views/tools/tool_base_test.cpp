@@ -3,8 +3,8 @@
 
 #include <functional>
 
-#include "operations/arrange.h"
 #include "operations/primitives.h"
+#include "operations/transform_selection.h"
 #include "views/tools/tool_fixture.h"
 
 namespace ferrowand {

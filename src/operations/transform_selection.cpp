@@ -1,4 +1,4 @@
-#include "operations/arrange.h"
+#include "operations/transform_selection.h"
 
 #include <array>
 #include <cmath>
@@ -9,20 +9,21 @@
 #include "document/map.h"
 #include "document/picking.h"
 #include "operations/new_entity.h"
-#include "operations/placing.h"
+#include "operations/transformation.h"
 
 namespace ferrowand {
 namespace {
 
-EditResult PlaceSelection(Map& map, const Placing& placing, const ArrangeOptions& options) {
-  if (!placing.KeepsVolume()) return EditResult::Flattens;
+EditResult ApplyToSelection(Map& map, const Transformation& transformation,
+                            const TransformOptions& options) {
+  if (!transformation.KeepsVolume()) return EditResult::Flattens;
   const std::vector<entity*> roots = SelectedRoots(map);
   if (roots.empty()) return EditResult::NothingSelected;
-  if (placing.IsNone()) return EditResult::Done;
+  if (transformation.IsNone()) return EditResult::Done;
   EditStep step(map);
   for (entity* root : roots) {
     step.Change(*root);
-    const EditResult result = Place(*root, placing, options.textureLock);
+    const EditResult result = TransformObject(*root, transformation, options.textureLock);
     if (result == EditResult::Done) continue;
     step.Cancel();
     return result;
@@ -54,44 +55,44 @@ int CountObjects(const entity& e) {
 
 }  // namespace
 
-EditResult MoveSelection(Map& map, const Vec3& by, const ArrangeOptions& options) {
+EditResult MoveSelection(Map& map, const Vec3& by, const TransformOptions& options) {
   Vec3 limited = by;
   for (int axis = 0; axis < 3; ++axis) {
     if (!(options.axes >> axis & 1)) limited[axis] = 0;
   }
-  return PlaceSelection(map, Placing(limited), options);
+  return ApplyToSelection(map, Transformation(limited), options);
 }
 
 EditResult TransformSelection(Map& map, const Matrix& matrix, const DVec3& centre,
-                              const ArrangeOptions& options) {
-  return PlaceSelection(map, Placing(matrix, centre), options);
+                              const TransformOptions& options) {
+  return ApplyToSelection(map, Transformation(matrix, centre), options);
 }
 
 EditResult ScaleSelection(Map& map, const DVec3& factors, const DVec3& centre,
-                          const ArrangeOptions& options) {
+                          const TransformOptions& options) {
   Matrix matrix = Matrix::Diagonal(1, 1, 1);
   for (unsigned axis = 0; axis < 3; ++axis) {
     if (options.axes >> axis & 1) {
       matrix.At(axis, axis) = static_cast<float>(factors[static_cast<int>(axis)]);
     }
   }
-  return PlaceSelection(map, Placing(matrix, centre), options);
+  return ApplyToSelection(map, Transformation(matrix, centre), options);
 }
 
-EditResult FlipSelection(Map& map, int axis, const ArrangeOptions& options) {
+EditResult FlipSelection(Map& map, int axis, const TransformOptions& options) {
   Matrix matrix = Matrix::Diagonal(1, 1, 1);
   const auto at = static_cast<unsigned>(axis);
   matrix.At(at, at) = -1;
-  return PlaceSelection(map, Placing(matrix, MiddleOfSelection(map)), options);
+  return ApplyToSelection(map, Transformation(matrix, MiddleOfSelection(map)), options);
 }
 
 EditResult RotateSelection(Map& map, int axisu, int axisv, double degrees, const DVec3& centre,
-                           const ArrangeOptions& options) {
-  return PlaceSelection(map, Placing(TurnMatrix(axisu, axisv, degrees), centre), options);
+                           const TransformOptions& options) {
+  return ApplyToSelection(map, Transformation(TurnMatrix(axisu, axisv, degrees), centre), options);
 }
 
 EditResult SkewSelection(Map& map, int along, int across, bool highEdge, double amount,
-                         const ArrangeOptions& options) {
+                         const TransformOptions& options) {
   const Bounds bounds = SelectionBounds(map);
   const double extent = double{bounds.maxs[across]} - bounds.mins[across];
   if (bounds.IsEmpty() || extent <= 0) return EditResult::NothingSelected;
@@ -99,7 +100,7 @@ EditResult SkewSelection(Map& map, int along, int across, bool highEdge, double 
   matrix.At(static_cast<unsigned>(across), static_cast<unsigned>(along)) =
       static_cast<float>(highEdge ? amount / extent : -amount / extent);
   const DVec3 fixed(highEdge ? bounds.mins : bounds.maxs);
-  return PlaceSelection(map, Placing(matrix, fixed), options);
+  return ApplyToSelection(map, Transformation(matrix, fixed), options);
 }
 
 Matrix TurnMatrix(const DVec3& degrees) {
@@ -117,11 +118,12 @@ Matrix TurnMatrix(int axisu, int axisv, double degrees) {
   return matrix;
 }
 
-EditResult DuplicateSelection(Map& map, const Vec3& offset, const ArrangeOptions& options) {
+EditResult DuplicateSelection(Map& map, const Vec3& offset, const TransformOptions& options) {
   return DuplicateSelection(map, MultiDuplicate{1, offset, {}}, options);
 }
 
-EditResult DuplicateSelection(Map& map, const MultiDuplicate& how, const ArrangeOptions& options) {
+EditResult DuplicateSelection(Map& map, const MultiDuplicate& how,
+                              const TransformOptions& options) {
   const std::vector<entity*> roots = SelectedRoots(map);
   if (roots.empty()) return EditResult::NothingSelected;
   std::int64_t objects = 0;
@@ -134,12 +136,12 @@ EditResult DuplicateSelection(Map& map, const MultiDuplicate& how, const Arrange
   std::vector<entity*> copies;
   EditStep step(map);
   for (int i = 1; i <= how.count; ++i) {
-    const Placing turn(TurnMatrix(how.turn * i), middle);
-    const Placing move(how.offset * static_cast<float>(i));
+    const Transformation turn(TurnMatrix(how.turn * i), middle);
+    const Transformation move(how.offset * static_cast<float>(i));
     for (entity* root : roots) {
       EntityPtr copy = root->Copy();
-      EditResult result = Place(*copy, turn, options.textureLock);
-      if (result == EditResult::Done) result = Place(*copy, move, options.textureLock);
+      EditResult result = TransformObject(*copy, turn, options.textureLock);
+      if (result == EditResult::Done) result = TransformObject(*copy, move, options.textureLock);
       if (result != EditResult::Done) {
         step.Cancel();
         return result;

@@ -1,4 +1,4 @@
-#include "operations/arrange.h"
+#include "operations/transform_selection.h"
 
 #include <cmath>
 #include <limits>
@@ -13,31 +13,31 @@ namespace ferrowand {
 namespace {
 
 constexpr DVec3 ZERO(0, 0, 0);
-constexpr ArrangeOptions ONLY_Y{true, 2}, NOT_Y{true, 5};
+constexpr TransformOptions ONLY_Y{true, 2}, NOT_Y{true, 5};
 constexpr float NAN_32 = std::numeric_limits<float>::quiet_NaN();
 constexpr float INFINITY_32 = std::numeric_limits<float>::infinity();
 
-class ArrangeTest : public EditTest {
+class TransformSelectionTest : public EditTest {
  protected:
   void SetUp() override {
     Open(Box("a", 0, 0, 0) + Box("b", 128, 0, 0) +
              Point("p", "\"origin\" \"16 0 0\" \"angle\" \"0\""),
          Box("far", 512, 0, 0));
   }
-  const ArrangeOptions options;
+  const TransformOptions options;
 };
 
-using Options = const ArrangeOptions&;
-using Arrange = EditResult (*)(Map& map, Options options);
+using Options = const TransformOptions&;
+using Operation = EditResult (*)(Map& map, Options options);
 
-struct Arrangement {
+struct TransformCase {
   const char* name;
-  Arrange arrange;
+  Operation operation;
   Bounds box;   // of "a" afterwards
   Vec3 origin;  // of "p"
 };
 
-const Arrangement ARRANGEMENTS[] = {
+const TransformCase TRANSFORMS[] = {
     {"move",
      [](Map& m, Options o) { return MoveSelection(m, Vec3(3, -5, 4000), o); },
      {{3, -5, 4000}, {67, 59, 4064}},
@@ -86,13 +86,13 @@ const Arrangement ARRANGEMENTS[] = {
      {0, 16, 0}},
 };
 
-TEST_F(ArrangeTest, ObjectsGoWhereThePreviewShowedThem) {
-  for (const Arrangement& c : ARRANGEMENTS) {
+TEST_F(TransformSelectionTest, ObjectsGoWhereThePreviewShowedThem) {
+  for (const TransformCase& c : TRANSFORMS) {
     SCOPED_TRACE(c.name);
     SetUp();
     Pick({"a", "p"});
     const std::string before = Text();
-    ASSERT_EQ(c.arrange(*map, options), EditResult::Done);
+    ASSERT_EQ(c.operation(*map, options), EditResult::Done);
     EXPECT_EQ(Get("a").brush.Box(), c.box);
     EXPECT_EQ(Get("p").Origin(), c.origin);
     EXPECT_TRUE(IsSolid(Get("a").brush));
@@ -102,7 +102,7 @@ TEST_F(ArrangeTest, ObjectsGoWhereThePreviewShowedThem) {
   }
 }
 
-TEST_F(ArrangeTest, PlanePointsStayExactOverAThousandMoves) {
+TEST_F(TransformSelectionTest, PlanePointsStayExactOverAThousandMoves) {
   Pick({"a"});
   const std::string before = ExtendedText(Get("a"));
   for (int i = 0; i < 1000; ++i) {
@@ -116,10 +116,10 @@ TEST_F(ArrangeTest, PlanePointsStayExactOverAThousandMoves) {
   EXPECT_EQ(Get("a").brush.Box(), box);
 }
 
-TEST_F(ArrangeTest, WhatWouldNotSurviveIsRefusedAsAWhole) {
+TEST_F(TransformSelectionTest, WhatWouldNotSurviveIsRefusedAsAWhole) {
   struct Case {
     EditResult result;
-    Arrange arrange;
+    Operation operation;
   };
   const Case cases[] = {
       {EditResult::Flattens,
@@ -144,7 +144,7 @@ TEST_F(ArrangeTest, WhatWouldNotSurviveIsRefusedAsAWhole) {
   Pick({"a", "b", "p"});
   const std::string before = Text();
   for (const Case& c : cases) {
-    EXPECT_EQ(c.arrange(*map, options), c.result) << &c - cases;
+    EXPECT_EQ(c.operation(*map, options), c.result) << &c - cases;
     EXPECT_EQ(Text(), before);
     EXPECT_EQ(map->selection.size(), 3u);
     EXPECT_FALSE(map->undo.CanUndo());
@@ -152,7 +152,7 @@ TEST_F(ArrangeTest, WhatWouldNotSurviveIsRefusedAsAWhole) {
   }
 }
 
-TEST_F(ArrangeTest, NeitherHiddenNorLockedObjectsMove) {
+TEST_F(TransformSelectionTest, NeitherHiddenNorLockedObjectsMove) {
   const std::string before = Text();
   map->selection.Clear();
   for (const char* layer : {"hidden", "locked"}) {
@@ -164,7 +164,7 @@ TEST_F(ArrangeTest, NeitherHiddenNorLockedObjectsMove) {
 }
 
 // What was turned to odd angles and accepted is read back with every face.
-TEST_F(ArrangeTest, WhatIsAcceptedSurvivesSaving) {
+TEST_F(TransformSelectionTest, WhatIsAcceptedSurvivesSaving) {
   int accepted = 0;
   for (int degrees = 1; degrees < 180; degrees += 7) {
     Pick({"a"});
@@ -178,7 +178,7 @@ TEST_F(ArrangeTest, WhatIsAcceptedSurvivesSaving) {
   EXPECT_GT(accepted, 20);
 }
 
-TEST_F(ArrangeTest, ABrokenBrushMayStillBeMoved) {
+TEST_F(TransformSelectionTest, ABrokenBrushMayStillBeMoved) {
   Open(Named("flat",
              "{\n( 0 0 0 ) ( 0 64 0 ) ( 0 0 64 ) wall 0 0 0 1 1\n"
              "( 1 0 0 ) ( 2 0 0 ) ( 3 0 0 ) wall 0 0 0 1 1\n}"));
@@ -187,7 +187,7 @@ TEST_F(ArrangeTest, ABrokenBrushMayStillBeMoved) {
   EXPECT_EQ(RotateSelection(*map, 0, 1, 30, {}, options), EditResult::Done);
 }
 
-TEST_F(ArrangeTest, EntitiesTurnTheirFacesWithTheSelection) {
+TEST_F(TransformSelectionTest, EntitiesTurnTheirFacesWithTheSelection) {
   struct Case {
     const char* angle;
     const char* turned;   // by 90 degrees
@@ -207,14 +207,14 @@ TEST_F(ArrangeTest, EntitiesTurnTheirFacesWithTheSelection) {
   EXPECT_STREQ(Get("p").GetKey("angle"), "45");
 }
 
-TEST_F(ArrangeTest, AFactorWithoutEndStillHitsWholeUnits) {
+TEST_F(TransformSelectionTest, AFactorWithoutEndStillHitsWholeUnits) {
   Open(Box("a", -2000, 0, 0, 63));
   Pick({"a"});
   EXPECT_EQ(ScaleSelection(*map, {1.0 / 3, 1, 1}, {1000, 0, 0}, options), EditResult::Done);
   EXPECT_EQ(Get("a").brush.Box(), (Bounds{{0, 0, 0}, {21, 63, 63}}));
 }
 
-TEST_F(ArrangeTest, WhatLiesOutsideTheWorldMayBeBroughtBack) {
+TEST_F(TransformSelectionTest, WhatLiesOutsideTheWorldMayBeBroughtBack) {
   Open(Point("p", "\"origin\" \"20000 0 0\""));
   Pick({"p"});
   EXPECT_EQ(MoveSelection(*map, {-1000, 0, 0}, options), EditResult::Done);
@@ -223,7 +223,7 @@ TEST_F(ArrangeTest, WhatLiesOutsideTheWorldMayBeBroughtBack) {
 }
 
 // Its round faces would be written by three corners that lie close together.
-TEST_F(ArrangeTest, ACylinderThatWouldComeBackBentIsNotTilted) {
+TEST_F(TransformSelectionTest, ACylinderThatWouldComeBackBentIsNotTilted) {
   constexpr int SIDES = 24;
   const auto corner = [](int i, int z) {
     const double angle = i * (360.0 / SIDES) * std::numbers::pi / 180;
@@ -244,7 +244,7 @@ TEST_F(ArrangeTest, ACylinderThatWouldComeBackBentIsNotTilted) {
             EditResult::BreaksBrush);
 }
 
-TEST_F(ArrangeTest, ADuplicateStandsBesideItsOriginal) {
+TEST_F(TransformSelectionTest, ADuplicateStandsBesideItsOriginal) {
   Pick({"b"});
   const std::string before = Text();
   EXPECT_EQ(DuplicateSelection(*map, {16, 0, 0}, options), EditResult::Done);
@@ -255,7 +255,7 @@ TEST_F(ArrangeTest, ADuplicateStandsBesideItsOriginal) {
   ExpectOneStep(before);
 }
 
-TEST_F(ArrangeTest, CopiesOfCopiesMoveAndTurnOn) {
+TEST_F(TransformSelectionTest, CopiesOfCopiesMoveAndTurnOn) {
   Pick({"a"});
   EXPECT_EQ(DuplicateSelection(*map, MultiDuplicate{3, {100, 0, 0}, {0, 0, 90}}, options),
             EditResult::Done);
@@ -268,7 +268,7 @@ TEST_F(ArrangeTest, CopiesOfCopiesMoveAndTurnOn) {
   EXPECT_EQ(map->undo.StepCount(), 1u);
 }
 
-TEST_F(ArrangeTest, CopiesJoinTheLeadingGroup) {
+TEST_F(TransformSelectionTest, CopiesJoinTheLeadingGroup) {
   Pick({"a"});
   GroupSelection(*map);
   SetAsLeading(*map);
@@ -278,7 +278,7 @@ TEST_F(ArrangeTest, CopiesJoinTheLeadingGroup) {
 }
 
 // By their bounds, which are known from their keys alone.
-TEST_F(ArrangeTest, InstancesAndEmbeddedMapsFollowWhatTheirKeysCanSay) {
+TEST_F(TransformSelectionTest, InstancesAndEmbeddedMapsFollowWhatTheirKeysCanSay) {
   const Matrix steps[] = {Matrix::Diagonal(2, 2, 2),  Matrix::TurnZ(90),
                           Matrix::Diagonal(-1, 1, 1), Matrix::Diagonal(1, -1, 1),
                           Matrix::TurnZ(180),         Matrix::Diagonal(1, 1, -1),

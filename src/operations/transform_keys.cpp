@@ -1,4 +1,4 @@
-#include "operations/placed_keys.h"
+#include "operations/transform_keys.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,7 +10,7 @@
 #include "document/classes/special_classes.h"
 #include "document/entity.h"
 #include "geometry/tolerance.h"
-#include "operations/placing.h"
+#include "operations/transformation.h"
 
 namespace ferrowand {
 namespace {
@@ -51,7 +51,7 @@ double Snapped(double factor) {
   return std::fabs(factor - whole) <= SLACK ? whole : factor;
 }
 
-void PlaceInstance(entity& instance, const Matrix& matrix) {
+void TransformInstance(entity& instance, const Matrix& matrix) {
   const InstanceShape shape = ShapeOf(instance);
   const double c = CosDegrees(shape.angle), s = SinDegrees(shape.angle);
   DVec3 x = Product(matrix, {c, s, 0});
@@ -88,7 +88,7 @@ bool KeepsAxes(const Matrix& matrix) {
   return true;
 }
 
-void PlaceEmbed(entity& embed, const Matrix& matrix) {
+void TransformEmbed(entity& embed, const Matrix& matrix) {
   if (!KeepsAxes(matrix)) return;
   const Bounds old = EmbedBox(embed);
   Bounds box;
@@ -106,16 +106,16 @@ void PlaceEmbed(entity& embed, const Matrix& matrix) {
 
 }  // namespace
 
-void PlaceKeys(entity& e, const Placing& placing) {
-  const Matrix& matrix = placing.Linear();
+void TransformKeys(entity& e, const Transformation& transformation) {
+  const Matrix& matrix = transformation.Linear();
   const EntityKind kind = e.getClass()->Kind();
   if (kind == EntityKind::TemplateInstance) {
-    PlaceInstance(e, matrix);
-  } else if (placing.KeepsShape()) {
+    TransformInstance(e, matrix);
+  } else if (transformation.KeepsShape()) {
     TurnFacing(e, matrix);
   }
-  if (kind == EntityKind::Embed) PlaceEmbed(e, matrix);
-  for (const EntityPtr& child : e.getEntityList()) PlaceKeys(*child, placing);
+  if (kind == EntityKind::Embed) TransformEmbed(e, matrix);
+  for (const EntityPtr& child : e.getEntityList()) TransformKeys(*child, transformation);
 }
 
 }  // namespace ferrowand

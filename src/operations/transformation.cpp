@@ -1,4 +1,4 @@
-#include "operations/placing.h"
+#include "operations/transformation.h"
 
 #include <algorithm>
 #include <cmath>
@@ -8,8 +8,8 @@
 #include "document/entity.h"
 #include "document/transform.h"
 #include "operations/brush_check.h"
-#include "operations/placed_keys.h"
 #include "operations/texture_lock.h"
+#include "operations/transform_keys.h"
 
 namespace ferrowand {
 namespace {
@@ -31,10 +31,10 @@ struct Fitness {
 };
 
 // Whole steps along the axes change no shape.
-bool ShapeMayChange(const Placing& placing) {
-  if (!placing.IsMove()) return true;
+bool ShapeMayChange(const Transformation& transformation) {
+  if (!transformation.IsMove()) return true;
   for (int axis = 0; axis < 3; ++axis) {
-    if (placing.By()[axis] != std::round(placing.By()[axis])) return true;
+    if (transformation.By()[axis] != std::round(transformation.By()[axis])) return true;
   }
   return false;
 }
@@ -58,38 +58,39 @@ EditResult Compare(const std::vector<Fitness>& before, const std::vector<Fitness
   return EditResult::Done;
 }
 
-void Move(entity& e, const Placing& placing, bool textureLock) {
-  if (placing.IsMove()) {
-    TranslateEntity(e, placing.By());
-    if (textureLock) ShiftTextures(e, DVec3(placing.By()));
+void TransformUnchecked(entity& e, const Transformation& transformation, bool textureLock) {
+  if (transformation.IsMove()) {
+    TranslateEntity(e, transformation.By());
+    if (textureLock) ShiftTextures(e, DVec3(transformation.By()));
     return;
   }
   if (textureLock) {
     const TextureLock lock(e);
-    TransformEntity(e, placing.Linear(), placing.Centre());
-    lock.Apply(e, [&](const DVec3& p) { return placing.Apply(p); });
+    TransformEntity(e, transformation.Linear(), transformation.Centre());
+    lock.Apply(e, [&](const DVec3& p) { return transformation.Apply(p); });
   } else {
-    TransformEntity(e, placing.Linear(), placing.Centre());
+    TransformEntity(e, transformation.Linear(), transformation.Centre());
   }
-  PlaceKeys(e, placing);
+  TransformKeys(e, transformation);
 }
 
 }  // namespace
 
-Placing::Placing(const Matrix& matrix, const DVec3& centre) : matrix_(matrix), centre_(centre) {
+Transformation::Transformation(const Matrix& matrix, const DVec3& centre)
+    : matrix_(matrix), centre_(centre) {
   isMove_ = true;
   for (unsigned y = 0; y < 3; ++y) {
     for (unsigned x = 0; x < 3; ++x) isMove_ &= matrix.At(x, y) == (x == y ? 1.0f : 0.0f);
   }
 }
 
-bool Placing::KeepsVolume() const {
+bool Transformation::KeepsVolume() const {
   const double volume = Dot(Row(matrix_, 0), Cross(Row(matrix_, 1), Row(matrix_, 2)));
   return std::isfinite(volume) && volume != 0 && std::isfinite(centre_.x + centre_.y + centre_.z) &&
          std::isfinite(by_.x + by_.y + by_.z);
 }
 
-bool Placing::KeepsShape() const {
+bool Transformation::KeepsShape() const {
   constexpr double SLACK = 1e-4;
   const double length = Dot(Row(matrix_, 0), Row(matrix_, 0));
   for (unsigned y = 0; y < 3; ++y) {
@@ -100,15 +101,15 @@ bool Placing::KeepsShape() const {
   return true;
 }
 
-DVec3 Placing::Apply(const DVec3& p) const {
+DVec3 Transformation::Apply(const DVec3& p) const {
   return isMove_ ? p + DVec3(by_) : Transform(p, matrix_, centre_);
 }
 
-EditResult Place(entity& e, const Placing& placing, bool textureLock) {
-  if (placing.IsNone()) return EditResult::Done;
-  const bool checkShape = ShapeMayChange(placing);
+EditResult TransformObject(entity& e, const Transformation& transformation, bool textureLock) {
+  if (transformation.IsNone()) return EditResult::Done;
+  const bool checkShape = ShapeMayChange(transformation);
   const std::vector<Fitness> before = FitnessOf(e, checkShape);
-  Move(e, placing, textureLock);
+  TransformUnchecked(e, transformation, textureLock);
   return Compare(before, FitnessOf(e, checkShape));
 }
 

@@ -9,11 +9,12 @@ namespace ferrowand {
 
 class entity;
 
-class Placing {
+class Transformation {
  public:
-  explicit Placing(const Vec3& by) : matrix_(Matrix::Diagonal(1, 1, 1)), by_(by), isMove_(true) {}
+  explicit Transformation(const Vec3& by)
+      : matrix_(Matrix::Diagonal(1, 1, 1)), by_(by), isMove_(true) {}
   // What is no turn, scale or skew at all is a move by nothing.
-  Placing(const Matrix& matrix, const DVec3& centre);
+  Transformation(const Matrix& matrix, const DVec3& centre);
 
   bool IsNone() const { return isMove_ && by_ == Vec3(); }
   // Not so for a matrix that flattens, or one of which an element is no number.
@@ -35,6 +36,6 @@ class Placing {
 
 // The object with all below it. When it is refused (BreaksBrush, OutsideWorld) it is left as it
 // came out, for the caller to take back. What was broken or outside before may stay so.
-EditResult Place(entity& e, const Placing& placing, bool textureLock);
+EditResult TransformObject(entity& e, const Transformation& transformation, bool textureLock);
 
 }  // namespace ferrowand
