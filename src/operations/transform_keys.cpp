@@ -16,8 +16,6 @@ namespace ferrowand {
 namespace {
 
 constexpr double DEGREE = std::numbers::pi / 180;
-// Of factors whose elements have 32 bits.
-constexpr double SLACK = 1e-5;
 
 DVec3 Product(const Matrix& matrix, const DVec3& v) {
   return Transform(v, matrix, {});
@@ -40,7 +38,9 @@ void TurnFacing(entity& e, const Matrix& matrix) {
 // Of the instance's own axes, as the matrix leaves them: false when they do not stand upright and
 // square to each other.
 bool AreUpright(const DVec3& x, const DVec3& y, const DVec3& z) {
-  const auto isSmall = [](double part, double length) { return std::fabs(part) <= SLACK * length; };
+  const auto isSmall = [](double part, double length) {
+    return std::fabs(part) <= FACTOR_SLACK * length;
+  };
   const double across = Length(x), along = Length(y), up = Length(z);
   return isSmall(x.z, across) && isSmall(y.z, along) && isSmall(z.x, up) && isSmall(z.y, up) &&
          isSmall(Dot(x, y), across * along);
@@ -48,7 +48,7 @@ bool AreUpright(const DVec3& x, const DVec3& y, const DVec3& z) {
 
 double Snapped(double factor) {
   const double whole = std::round(factor);
-  return std::fabs(factor - whole) <= SLACK ? whole : factor;
+  return std::fabs(factor - whole) <= FACTOR_SLACK ? whole : factor;
 }
 
 void TransformInstance(entity& instance, const Matrix& matrix) {
@@ -83,7 +83,7 @@ bool KeepsAxes(const Matrix& matrix) {
       sum += part;
       most = std::max(most, part);
     }
-    if (sum - most > SLACK * most) return false;
+    if (sum - most > FACTOR_SLACK * most) return false;
   }
   return true;
 }

@@ -7,6 +7,7 @@
 #include "document/classes/special_classes.h"
 #include "document/entity.h"
 #include "document/transform.h"
+#include "geometry/tolerance.h"
 #include "operations/brush_check.h"
 #include "operations/texture_lock.h"
 #include "operations/transform_keys.h"
@@ -91,12 +92,11 @@ bool Transformation::KeepsVolume() const {
 }
 
 bool Transformation::KeepsShape() const {
-  constexpr double SLACK = 1e-4;
   const double length = Dot(Row(matrix_, 0), Row(matrix_, 0));
   for (unsigned y = 0; y < 3; ++y) {
     const DVec3 row = Row(matrix_, y);
-    if (std::fabs(Dot(row, row) - length) > SLACK * length) return false;
-    if (std::fabs(Dot(row, Row(matrix_, (y + 1) % 3))) > SLACK * length) return false;
+    if (std::fabs(Dot(row, row) - length) > SHAPE_SLACK * length) return false;
+    if (std::fabs(Dot(row, Row(matrix_, (y + 1) % 3))) > SHAPE_SLACK * length) return false;
   }
   return true;
 }
