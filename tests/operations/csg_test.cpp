@@ -157,27 +157,22 @@ bool ExpectCarved(const Brush& target, const Brush& cutter, const Carving& carvi
   return true;
 }
 
+// Nearly every pair can be kept, and so is compared; of free hulls hardly any could.
 TEST_F(CsgTest, RandomSolidsAreCarvedWithoutLossOrOverlap) {
   std::mt19937 random(11);
   int kept = 0;
-  for (int round = 0; round < 1100; ++round) {
-    const float far = round % 3 == 0 ? 3800.0f : 0.0f;
-    const Brush target = RandomBrush(random, {far, -far, far}, 128, reporter);
-    const Brush cutter = RandomBrush(random, {far + 32, -far, far}, 96, reporter);
+  for (int round = 0; round < 500; ++round) {
+    const float far = round % 3 == 0 ? 3808.0f : 0.0f;
+    const bool isHull = round % 5 == 0;
+    const auto solid = isHull ? RandomHull : RandomBlock;
+    const Brush target = solid(random, {far, -far, far}, 128, reporter);
+    const Brush cutter = solid(random, {far + 32, -far, far}, 96, reporter);
     const Carving carving = Carve(target, cutter, Classes(), CapTexture::First, reporter);
-    kept += ExpectCarved(target, cutter, carving, random, reporter);
+    const bool isKept = ExpectCarved(target, cutter, carving, random, reporter);
+    kept += isKept && !isHull;
   }
-  EXPECT_GT(kept, 30);
+  EXPECT_GT(kept, 380);  // of 400
   EXPECT_TRUE(recorder.messages.empty());
-}
-
-TEST_F(CsgTest, ACutterFlushWithAFaceLeavesItsPlane) {
-  std::mt19937 random(1);
-  const Brush target = BrushOf(0, 0, 0, 64, 64, 64);
-  const Brush cutter = BrushOf(16, 16, 32, 48, 48, 64);
-  const Carving carving = Carve(target, cutter, Classes(), CapTexture::First, reporter);
-  EXPECT_EQ(carving.outside.size(), 5u);
-  EXPECT_TRUE(ExpectCarved(target, cutter, carving, random, reporter));
 }
 
 TEST_F(CsgTest, ACutterThroughTheTargetLeavesAPieceAFaceAsItsChildren) {

@@ -100,7 +100,7 @@ TEST_F(FaceCheckTest, EveryFaultIsAskedAboutAndTheCheckGoesOn) {
 
 TEST_F(FaceCheckTest, ABrushIsConvexWhenAllItsPointsAreInside) {
   std::mt19937 random(2);
-  Brush brush = RandomBrush(random, {0, 0, 0}, 64, reporter);
+  Brush brush = RandomHull(random, {0, 0, 0}, 64, reporter);
   EXPECT_TRUE(IsBrushConvex(brush));
   EXPECT_TRUE(IsPointInsideBrush(brush, DVec3(brush.face(0).w->Points()[0].Position())));
   EXPECT_FALSE(IsPointInsideBrush(brush, DVec3(brush.Box().maxs) + DVec3(1, 0, 0)));
