@@ -49,7 +49,7 @@ bool IsOpen(const entity& e) {
 
 Bounds PointBox(const entity& e) {
   const Map* map = e.OwningMap();
-  if (!e.HasOrigin() || OnlyHolds(e) || (map && !map->Data().shown.pointEntities)) return {};
+  if (!e.HasOrigin() || (map && !map->Data().shown.pointEntities)) return {};
   const EntityClass& own = *e.getClass();
   if (own.Kind() == EntityKind::Embed) return e.GetBounds();
   if (!own.HasSizeBox()) return {};
