@@ -8,7 +8,7 @@
 #include "base/report.h"
 #include "document/edit_step.h"
 #include "document/map.h"
-#include "document/selection.h"
+#include "document/picking.h"
 #include "operations/brush_check.h"
 #include "operations/csg.h"
 

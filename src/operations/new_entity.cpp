@@ -8,7 +8,7 @@
 #include "document/classes/special_classes.h"
 #include "document/edit_step.h"
 #include "document/map.h"
-#include "document/selection.h"
+#include "document/picking.h"
 
 namespace ferrowand {
 namespace {
@@ -55,7 +55,7 @@ EditResult AddAndSelect(Map& map, EntityPtr e, const Vec3& at) {
   e->SetOrigin(at);
   EditStep step(map);
   entity& added = step.Add(std::move(e), map);
-  Select(map, IsReachable(added) ? &added : nullptr, false);
+  Select(map, &added, false);
   return EditResult::Done;
 }
 

@@ -1,17 +1,17 @@
 #include "views/hit_test.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <utility>
 
 #include "document/classes/entity_class.h"
 #include "document/map.h"
+#include "geometry/tolerance.h"
 
 namespace ferrowand {
 namespace {
 
-// A face counts from this cosine against the way to the eye on: seen edge-on it still does.
-constexpr double EDGE_ON = -0.0001;
 // Beyond, the mapping to pixels wraps around.
 constexpr float MAPPED_LIMIT = 32767;
 

@@ -4,7 +4,8 @@
 #include <functional>
 #include <span>
 
-#include "document/selection.h"
+#include "document/picking.h"
+#include "platform/pixel.h"
 #include "views/view_transform.h"
 
 namespace ferrowand {

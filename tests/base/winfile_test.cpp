@@ -9,6 +9,7 @@
 #include <sys/stat.h>
 
 #include <csignal>
+#include <iterator>
 #endif
 
 #include "support/cases.h"

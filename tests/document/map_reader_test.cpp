@@ -15,10 +15,10 @@ TEST_F(MapReaderTest, ANewMapHasOneLayerAndNothingElse) {
             "{\n\t\"XMPferroflags\" \"0\"\n\t\"classname\" \"layer\"\n"
             "\t\"XMPentityname\" \"layer1\"\n\t\"XMPstate\" \"0\"\n\t\"XMPcolourr\" \"0.8\"\n"
             "\t\"XMPcolourg\" \"0.1\"\n\t\"XMPcolourb\" \"0.1\"\n}\n}\n");
-  EXPECT_EQ(map.currentLayer, map.getEntityList().front().get());
+  EXPECT_EQ(map.currentLayer(), map.getEntityList().front().get());
   EXPECT_EQ(map.filename, "unnamed.map");
   EXPECT_EQ(map.state, 0);
-  EXPECT_EQ(map.optionBits, 7);
+  EXPECT_EQ(map.optionBits(), 7);
   EXPECT_EQ(map.Name(), "Unnamed");
 }
 
@@ -31,7 +31,7 @@ TEST_F(MapReaderTest, AQuakeMapGainsALayerThatHoldsEverything) {
   EXPECT_EQ(map->Name(), "M");
   ASSERT_EQ(map->getEntityList().size(), 1u);
   const entity& layer = *map->getEntityList().front();
-  EXPECT_EQ(map->currentLayer, &layer);
+  EXPECT_EQ(map->currentLayer(), &layer);
   EXPECT_STREQ(layer.GetKey("XMPentityname"), "import");
   EXPECT_STREQ(layer.GetKey("XMPcolourr"), "0.8");
   ASSERT_EQ(layer.getEntityList().size(), 3u);
@@ -45,8 +45,8 @@ TEST_F(MapReaderTest, TheFirstLayerOfTheFileBecomesCurrent) {
       "{{\"classname\" \"info\"}{\"classname\" \"LAYER\"\"XMPentityname\" \"a\"}"
       "{\"classname\" \"layer\"\"XMPentityname\" \"b\"}}{\"classname\" \"later\"}");
   ASSERT_EQ(map->getEntityList().size(), 3u);
-  EXPECT_EQ(map->currentLayer, map->getEntityList()[1].get());
-  EXPECT_STREQ(map->currentLayer->getEntityList().front()->GetKey("classname"), "later");
+  EXPECT_EQ(map->currentLayer(), map->getEntityList()[1].get());
+  EXPECT_STREQ(map->currentLayer()->getEntityList().front()->GetKey("classname"), "later");
 }
 
 TEST_F(MapReaderTest, ASingleSlashInFrontIsAnInvalidCharacterOfTheWorldToldOnceALoad) {
@@ -104,7 +104,7 @@ TEST_F(MapReaderTest, MergingKeepsWadsAndClassesOfTheDocument) {
 TEST_F(MapReaderTest, ClassesNamedBehindTheEntitiesAreBoundAllTheSame) {
   const std::string qc = temp.Write("game.qc", "/*QUAKED door (0 1 0) ?\r\n*/");
   const auto map = ReadText("{{\"classname\" \"door\"}\"XMPqc\" \"" + qc + "\"}");
-  EXPECT_EQ(map->currentLayer->getEntityList().front()->getClass()->classname, "door");
+  EXPECT_EQ(map->currentLayer()->getEntityList().front()->getClass()->classname, "door");
   EXPECT_EQ(map->classSetName, qc);
 }
 
@@ -120,14 +120,14 @@ TEST_F(MapReaderTest, FiftyWorldBrushesAreReadACall) {
   EXPECT_EQ(map.readProgress(), 100u);
   flags = map.ReadMap(reader, flags);
   EXPECT_EQ(map.readProgress(), 0u);
-  EXPECT_EQ(map.currentLayer->getEntityList().size(), 121u);
+  EXPECT_EQ(map.currentLayer()->getEntityList().size(), 121u);
 }
 
 TEST_F(MapReaderTest, AFileThatEndsEarlyKeepsWhatWasThere) {
   unsigned flags = 0;
   const auto map = ReadText("{{\"classname\" \"layer\"{\"a\" \"1\"{\"b", &flags);
   EXPECT_TRUE(flags & READ_END_OF_FILE);
-  EXPECT_STREQ(map->currentLayer->getEntityList().front()->GetKey("a"), "1");
+  EXPECT_STREQ(map->currentLayer()->getEntityList().front()->GetKey("a"), "1");
   EXPECT_TRUE(recorder.messages.empty());
 }
 

@@ -188,7 +188,7 @@ TEST_F(CsgTest, ACutterThroughTheTargetLeavesAPieceAFaceAsItsChildren) {
     EXPECT_STREQ(piece->GetKey("classname"), "brush");
   }
   EXPECT_EQ(VolumeBelow(target), 96 * 96 * 96 - 32 * 32 * 32);
-  EXPECT_TRUE(map->modified);
+  EXPECT_TRUE(map->modified());
   EXPECT_EQ(map->selection, (std::vector<entity*>{&Get("cutter")}));
 
   ExpectOneStep(before);
@@ -287,7 +287,7 @@ TEST_F(CsgTest, AMapInWhichMuchWasCutCanBeReadAgain) {
   Open(Block("floor", 0, 0, 0, 4000, 64, 64) + holes);
   ForEachEntity(*map, [&](const entity& e) {
     const char* name = e.GetKey("XMPentityname");
-    if (name && std::string(name) == "cutter") map->selection.push_back(const_cast<entity*>(&e));
+    if (name && std::string(name) == "cutter") map->selection.Add(*const_cast<entity*>(&e));
   });
   SubtractSelection(*map);
   const std::string text = Text();
@@ -328,7 +328,7 @@ TEST_F(CsgTest, RealMapsAreCutIntoSoundPiecesAndComeBack) {
         ++carved;
         kept += ExpectCarved(target, cutter, carving, random, reporter);
       }
-      map->selection.push_back(brushes[i]);
+      map->selection.Add(*brushes[i]);
     }
     EXPECT_GE(kept, carved * 9 / 10);
     const double volume = VolumeBelow(*map);
@@ -378,7 +378,7 @@ TEST_F(CsgTest, AnIntersectionReplacesBothObjects) {
   entity* common = IntersectSelection(*map);
   ASSERT_NE(common, nullptr);
   EXPECT_STREQ(common->GetKey("XMPentityname"), "CSGed father");
-  EXPECT_EQ(common->Parent(), map->currentLayer);
+  EXPECT_EQ(common->Parent(), map->currentLayer());
   ASSERT_EQ(common->getEntityList().size(), 1u);
   EXPECT_TRUE(IsSolid(common->getEntityList()[0]->brush));
   EXPECT_EQ(common->GetBounds(), (Bounds{{32, 32, 32}, {64, 64, 64}}));

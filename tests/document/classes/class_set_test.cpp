@@ -1,5 +1,6 @@
 #include "document/classes/class_set.h"
 
+#include <array>
 #include <set>
 
 #include "gamedata/gamedata_fixture.h"
@@ -11,7 +12,7 @@ std::string ClassText(const std::string& name, const std::string& words = "") {
   return "/*QUAKED " + name + " (0 1 0) ?\r\n" + words + "*/\r\n";
 }
 
-class ClassSetTest : public ClassesTest {
+class ClassSetTest : public GameDataTest {
  protected:
   ClassSetTest() {
     path.Add("");
@@ -33,6 +34,9 @@ class ClassSetTest : public ClassesTest {
     }
     return text;
   }
+
+  LoadProgress progress;
+  ClassLibrary library{path, reporter, progress};
 };
 
 const char NATIVEMENU[] =
