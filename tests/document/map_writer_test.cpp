@@ -1,6 +1,4 @@
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "document/document_fixture.h"
 #include "document/edit_step.h"
@@ -10,11 +8,6 @@ namespace ferrowand {
 namespace {
 
 const std::string DATA = FERROWAND_TEST_DATA;
-
-std::string Slurp(const std::string& name) {
-  std::ifstream file(name, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 class MapWriterTest : public DocumentTest, public MapObserver {
  protected:
@@ -27,9 +20,9 @@ class MapWriterTest : public DocumentTest, public MapObserver {
 TEST_F(MapWriterTest, BothFormatsAreWrittenByteForByte) {
   const auto map = LoadMap(data, DATA + "/organised.xmp");
   ASSERT_NE(map, nullptr);
-  EXPECT_EQ(ExtendedText(*map), Slurp(DATA + "/organised.xmp"));
-  EXPECT_EQ(QuakeText(*map), Slurp(DATA + "/organised.map"));
-  EXPECT_EQ(QuakeText(*map, WRITE_VISIBLE_ONLY), Slurp(DATA + "/organised_visible.map"));
+  EXPECT_EQ(ExtendedText(*map), FileText(DATA + "/organised.xmp"));
+  EXPECT_EQ(QuakeText(*map), FileText(DATA + "/organised.map"));
+  EXPECT_EQ(QuakeText(*map, WRITE_VISIBLE_ONLY), FileText(DATA + "/organised_visible.map"));
 }
 
 TEST_F(MapWriterTest, TheNameDecidesTheFormat) {

@@ -94,6 +94,14 @@ double SurfaceArea(const Brush& brush) {
   return area;
 }
 
+WindingPtr WindingOf(const std::vector<Vec3>& points, Reporter& reporter) {
+  WindingPtr w = newWinding(static_cast<unsigned>(points.size()), reporter);
+  std::ranges::transform(points, w->Points().begin(), [](const Vec3& p) {
+    return WindingPoint{p.x, p.y, p.z};
+  });
+  return w;
+}
+
 Brush RandomHull(std::mt19937& random, const Vec3& centre, int reach, Reporter& reporter) {
   const auto whole = [&] { return static_cast<int>(random() % (2u * reach + 1)) - reach; };
   while (true) {
