@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -14,6 +15,8 @@ namespace ferrowand {
 inline constexpr std::uint8_t MAP_GRID = 1;
 inline constexpr std::uint8_t MAP_SNAP = 2;
 inline constexpr std::uint8_t MAP_ANGLE_SNAP = 4;
+
+class TemplateIndex;
 
 // Who shows a map is told through this what the document has to say.
 class MapObserver {
@@ -74,6 +77,8 @@ class Map : public entity {
   void ShowStatus(const std::string& text);
 
   GameData& Data() const { return data_; }
+  // Of this map's instances. It keeps itself up to date.
+  TemplateIndex& Templates() const { return *templates_; }
   // What new objects are given to: the leading group, else the current layer, else the map itself.
   entity& NewParent();
   // A new layer of that name, made the current one.
@@ -91,6 +96,7 @@ class Map : public entity {
   unsigned readProgress_ = 0;
   bool staleBindings_ = false;  // WADs or classes came after what uses them
   std::vector<MapObserver*> observers_;
+  std::unique_ptr<TemplateIndex> templates_;
 };
 
 // Opens and reads a whole file. Null when it cannot be opened, which is not reported. `flags`, when
