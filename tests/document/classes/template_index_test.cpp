@@ -71,18 +71,19 @@ Seen Look(const Map& map) {
   return seen;
 }
 
+std::vector<entity*> All(const Map& map, const std::function<bool(const entity&)>& which) {
+  std::vector<entity*> found;
+  ForEachEntity(map, [&](const entity& e) {
+    if (e.Parent() && which(e)) found.push_back(const_cast<entity*>(&e));
+  });
+  return found;
+}
+
 class TemplateIndexTest : public DocumentTest {
  protected:
   std::unique_ptr<Map> Again(const Map& map) { return ReadText(ExtendedText(map)); }
   entity& Get(const Map& map, const std::string& name) {
     return const_cast<entity&>(*FindNamed(map, name));
-  }
-  static std::vector<entity*> All(const Map& map, const std::function<bool(const entity&)>& which) {
-    std::vector<entity*> found;
-    ForEachEntity(map, [&](const entity& e) {
-      if (e.Parent() && which(e)) found.push_back(const_cast<entity*>(&e));
-    });
-    return found;
   }
   static entity& FirstInstanceOf(const Map& map, const std::string& name) {
     return *All(map, [&](const entity& e) {
@@ -101,6 +102,8 @@ class RandomEditor {
       case 0:
         return map_.undo.Undo();
       case 1:
+        map_.undo.Undo();
+        Look(map_);
         return map_.undo.Redo();
       default:
         EditStep step(map_);
@@ -113,10 +116,7 @@ class RandomEditor {
  private:
   std::size_t Below(std::size_t count) { return random_() % count; }
   entity* One(const std::function<bool(const entity&)>& which) {
-    std::vector<entity*> found;
-    ForEachEntity(map_, [&](const entity& e) {
-      if (e.Parent() && which(e)) found.push_back(const_cast<entity*>(&e));
-    });
+    const std::vector<entity*> found = All(map_, which);
     return found.empty() ? nullptr : found[Below(found.size())];
   }
   entity* OneOf(EntityKind kind) {
@@ -134,7 +134,7 @@ class RandomEditor {
     entity* original = OneOf(EntityKind::TemplateClass);
     entity* instance = OneOf(EntityKind::TemplateInstance);
     entity* layer = OneOf(EntityKind::Layer);
-    switch (Below(11)) {
+    switch (Below(12)) {
       case 0:
         return Move(step, brush, by);
       case 1:
@@ -163,6 +163,8 @@ class RandomEditor {
       case 9:
         if (object && layer) step.Move(*object, *layer);
         return;
+      case 10:
+        return RemoveKeys(step, Below(2) ? original : instance);
       default:
         if (object) step.Add(object->Copy(), layer ? *layer : map_);
     }
@@ -184,6 +186,14 @@ class RandomEditor {
     step.ChangeKeys(*e);
     e->SetKey(key, value);
     MayLook();
+  }
+  void RemoveKeys(EditStep& step, entity* e) {
+    if (!e) return;
+    step.ChangeKeys(*e);
+    for (int i = e->numkeys() - 1; i >= 0; --i) {
+      MayLook();
+      if (e->KeyName(i).starts_with("XMP") && Below(3) == 0) e->RemoveKey(i);
+    }
   }
 
   Map& map_;
@@ -222,11 +232,11 @@ TEST_F(TemplateIndexTest, OfOneNameTheFirstInMapOrderIsTheTemplate) {
   EXPECT_EQ(height(), second);
   map->undo.Undo();
   EXPECT_EQ(height(), first);
-  // By its class too: one of another spelling is none, although the class is found by it.
+  // The class is that of the last key of this name, what the entity is called that of the first.
   entity& original = Get(*map, "crate");
-  original.SetKey("Classname", "templateClass");
-  EXPECT_EQ(height(), first);
   original.SetKey("classname", "brush");
+  EXPECT_EQ(height(), second);
+  original.SetKey("Classname", "templateClass");
   EXPECT_EQ(height(), second);
 }
 
@@ -255,6 +265,31 @@ TEST_F(TemplateIndexTest, WhatNothingHasChangedIsKept) {
   }
   EXPECT_EQ(crate.GetBounds().maxs, before.maxs + Vec3(0, 0, 8));
   EXPECT_EQ(ExpandInstance(tower), towerShape);
+  EXPECT_EQ(ExpandInstance(crate), ExpandInstance(crate)) << "kept again after the step";
+}
+
+TEST_F(TemplateIndexTest, ChangesOutsideOfStepsAreSeenToo) {
+  const auto map = ReadText(TOWN);
+  entity& instance = FirstInstanceOf(*map, "crate");
+  entity& original = Get(*map, "crate");
+  const auto height = [&] { return instance.GetBounds().maxs.z; };
+  EXPECT_EQ(height(), 64);
+  TranslateEntity(original, {0, 0, 8});
+  EXPECT_EQ(height(), 72);
+  TransformEntity(original, Matrix::Diagonal(1, 1, 2), {});
+  EXPECT_EQ(height(), 144);
+  entity& brush = *original.AddChild(std::make_unique<entity>(*map->classSet));
+  EXPECT_EQ(height(), 144);
+  TextReader reader(reporter);
+  reader.Open(temp.Write("brush.txt", Cuboid(0, 0, 0, 8, 8, 800).substr(1)));
+  brush.Read(reader, map->wads, 0);
+  EXPECT_EQ(height(), 800);
+  original.SetClass(&map->classSet->FindClass("nothing"));
+  EXPECT_EQ(height(), 8);
+  map->ResolveClasses(*map->classSet);
+  EXPECT_EQ(height(), 800);
+  instance.ClearKeys();
+  EXPECT_EQ(ExpandInstance(instance), nullptr);
 }
 
 TEST_F(TemplateIndexTest, AnInstanceOutsideTheMapShowsNothing) {
