@@ -13,11 +13,11 @@ cd "$(dirname "$0")" || exit 1
 
 # The tests are configured with the program: their library is wanted before anything is built.
 step "Packages" install_packages cmake ninja-build g++ googletest g++-mingw-w64-i686-posix \
-  g++-mingw-w64-x86-64-posix wine wine64 fonts-wine fonts-liberation xvfb imagemagick x11-utils
+  g++-mingw-w64-x86-64-posix wine wine64 fonts-wine fonts-liberation xvfb imagemagick
 
 preset=win64
 have_wine32 && preset=win32
-step "Build ($preset)" build "$preset" ferrowand ferrowand_data
+step "Build ($preset)" build_to_run "$preset" ferrowand ferrowand_data
 program="$PWD/build/$preset/ferrowand.exe"
 [ -n "$map" ] || map="$PWD/build/$preset/maps/sample.xmp"
 picture="$PWD/build/ferrowand.png"

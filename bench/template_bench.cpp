@@ -28,7 +28,7 @@ struct Town {
     AddInstances(small, instances);
   }
 
-  entity& Child(std::size_t index) { return *small.map.currentLayer->getEntityList()[index]; }
+  entity& Child(std::size_t index) { return *small.map.currentLayer()->getEntityList()[index]; }
   entity& Template() { return Child(3000); }
   entity& FirstInstance() { return Child(3001); }
 

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "gamedata/palette.h"
 #include "gamedata/wad_file.h"
 #include "support.h"

@@ -1,3 +1,5 @@
+#include <functional>
+
 #include "base/options.h"
 #include "base/report.h"
 #include "platform/settings_store.h"

@@ -1,6 +1,7 @@
 // The edits of a WAD in its file. A WAD keeps its directory behind its lumps: a new texture takes
 // the directory's place, and the directory goes behind it.
 #include <algorithm>
+#include <array>
 #include <limits>
 
 #include "gamedata/palette.h"

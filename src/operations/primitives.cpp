@@ -300,7 +300,7 @@ entity* AddPrimitive(Map& map, const Primitive& primitive, std::string_view text
   if (!MayAddTo(map.NewParent())) return nullptr;
   EditStep step(map);
   entity& added = step.Add(std::move(made.object), map);
-  map.selection.assign(1, &added);
+  map.selection.Set({&added});
   return &added;
 }
 

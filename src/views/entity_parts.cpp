@@ -198,12 +198,17 @@ void DrawFacingMarker(const entity& e, const Pen& pen, DrawContext& context) {
   context.canvas.Polygon(pen, pen.colour, triangle);
 }
 
-void DrawLightRadius(const entity& e, DrawContext& context) {
-  if (!(context.flags & DRAW_LIGHT_RADIUS) || !(e.flags() & ENTITY_IS_LIGHT)) return;
+// Pixels; 0 for what is no light.
+int LightRadius(const entity& e, const ViewTransform& transform) {
+  if (!(e.flags() & ENTITY_IS_LIGHT)) return 0;
   const char* light = e.GetKey("light");
   const int units = light ? std::clamp(ParseInt(light), -MAX_LIGHT, MAX_LIGHT) : DEFAULT_LIGHT;
-  const double pixels = std::abs(units / static_cast<double>(context.transform.scaleu));
-  DrawCircle(context.transform.ToScreen(e.Origin()), RoundToInt(pixels),
+  return RoundToInt(std::abs(units / static_cast<double>(transform.scaleu)));
+}
+
+void DrawLightRadius(const entity& e, DrawContext& context) {
+  if (!(context.flags & DRAW_LIGHT_RADIUS) || !(e.flags() & ENTITY_IS_LIGHT)) return;
+  DrawCircle(context.transform.ToScreen(e.Origin()), LightRadius(e, context.transform),
              PenFor(context.pens.light, context), context);
 }
 
@@ -256,6 +261,17 @@ const std::vector<const entity*>& TargetsNamed(std::string_view name, const Map&
 
 }  // namespace
 
+PixelRect ClassnamePlace(Pixel origin, PixelSize text) {
+  const Pixel topLeft{origin.x - text.width / 2, origin.y - TEXT_RISE - text.height};
+  return {topLeft.x, topLeft.y, topLeft.x + text.width, topLeft.y + text.height};
+}
+
+PixelRect LightPlace(const entity& e, const ViewTransform& transform) {
+  const int radius = LightRadius(e, transform);
+  return radius == 0 ? PixelRect{}
+                     : WithLastPixels(Around(transform.ToScreen(e.Origin()), radius + 1));
+}
+
 const Pen& PenFor(const Pen& pen, const DrawContext& context) {
   return context.flags & DRAW_KEEP_PEN ? context.pen : pen;
 }
@@ -307,12 +323,10 @@ void DrawClassname(const entity& e, DrawContext& context) {
   const char* name = e.GetKey("classname");
   if (name == nullptr || IsTooSmallForAName(e, context.transform)) return;
   const Pixel origin = context.transform.ToScreen(e.Origin());
-  const PixelSize size = context.canvas.MeasureText(FontFace::Label, name);
-  const Pixel topLeft{origin.x - size.width / 2, origin.y - TEXT_RISE - size.height};
-  const PixelRect place{topLeft.x, topLeft.y, topLeft.x + size.width, topLeft.y + size.height};
+  const PixelRect place = ClassnamePlace(origin, context.canvas.MeasureText(FontFace::Label, name));
   if (!Touches(place, context.visible, 0)) return;
   const Colour colour = context.flags & DRAW_WHITE_TEXT ? Colour{255, 255, 255} : Colour{0, 0, 0};
-  context.canvas.Text(FontFace::Label, colour, topLeft, name);
+  context.canvas.Text(FontFace::Label, colour, {place.left, place.top}, name);
 }
 
 void DrawTargetArrows(const entity& e, DrawContext& context) {

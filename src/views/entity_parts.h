@@ -31,6 +31,11 @@ void DrawPointPart(const entity& e, const EntityClass& look, DrawContext& contex
 // The name above the origin, when the context wants names.
 void DrawClassname(const entity& e, DrawContext& context);
 
+// What a name of that size covers above an origin, and what the radius of a light does: nothing of
+// what is no light. Pixels.
+PixelRect ClassnamePlace(Pixel origin, PixelSize text);
+PixelRect LightPlace(const entity& e, const ViewTransform& transform);
+
 // To every entity of the same map that the entity targets.
 void DrawTargetArrows(const entity& e, DrawContext& context);
 

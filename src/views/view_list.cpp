@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <iterator>
 
 #include "views/map_view.h"
 

@@ -2,6 +2,7 @@
 // which pixels a call sets does not depend on the clip rectangle. Text is a filled block a letter.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 

@@ -1,6 +1,7 @@
 // The Canvas over the system's drawing, on a bitmap in memory that goes to the screen at once.
 #pragma once
 
+#include <optional>
 #include <utility>
 #include <vector>
 

@@ -1,6 +1,8 @@
 #include "views/tools/brush_reshape.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdlib>
 #include <utility>
 
 #include "geometry/tolerance.h"

@@ -2,6 +2,7 @@
 // in its middle, by which its plane is moved.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "views/tools/reshape_tool.h"

@@ -1,11 +1,12 @@
 #include "views/tools/primitive_tool.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "base/report.h"
 #include "document/map.h"
-#include "document/selection.h"
+#include "document/picking.h"
 #include "views/map_view.h"
 #include "views/tools/tool_set.h"
 
@@ -96,7 +97,6 @@ void PrimitiveTool::Drop(MapView& view, Pixel at) {
   if (size[view.transform.orienu] <= 0 || size[view.transform.orienv] <= 0) return;
   const Primitive primitive{.kind = kind_, .box = box, .sides = sides_};
   if (!AddPrimitive(view.map, primitive, Host().CurrentTexture(view.map))) return;
-  Conclude(view, EditResult::Done);
   tools_.Use(tools_.brushSelector);
 }
 

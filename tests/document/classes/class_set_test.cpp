@@ -1,5 +1,6 @@
 #include "document/classes/class_set.h"
 
+#include <array>
 #include <set>
 
 #include "gamedata/gamedata_fixture.h"

@@ -54,7 +54,7 @@ TEST_F(SpecialClassesTest, HidingAndShowingGivesTheOldClassBack) {
 TEST_F(SpecialClassesTest, AHiddenEntityOfNoKnownClassBecomesABrush) {
   const auto map = ReadText("{{\"classname\" \"hidden\"{\"classname\" \"hidden\"}}}");
   ShowHiddenEntities(*map);
-  const entity& outer = *map->currentLayer->getEntityList().front();
+  const entity& outer = *map->currentLayer()->getEntityList().front();
   EXPECT_STREQ(outer.GetKey("classname"), "brush");
   EXPECT_EQ(outer.getEntityList().front()->getClass()->Kind(), EntityKind::Brush);
 }
