@@ -23,7 +23,7 @@ namespace {
 void Measure(benchmark::State& state, Map& map, const std::vector<entity*>& cutters) {
   map.undo.Clear();
   for (auto _ : state) {
-    map.selection = cutters;
+    map.selection.Set(cutters);
     SubtractSelection(map);
     state.PauseTiming();
     map.undo.Undo();

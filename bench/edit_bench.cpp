@@ -7,12 +7,12 @@
 #include <vector>
 
 #include "document/map.h"
-#include "document/selection.h"
+#include "document/picking.h"
 #include "generated_map.h"
-#include "operations/arrange.h"
 #include "operations/clipboard.h"
 #include "operations/groups.h"
 #include "operations/insert.h"
+#include "operations/transform_selection.h"
 #include "program.h"
 
 namespace ferrowand::bench {
@@ -42,10 +42,10 @@ void Measure(benchmark::State& state, EditResult (*command)(Map& map), bool undo
   LargeMap& large = LargeMap::Shared();
   Map& map = *large.map;
   large.Pick(static_cast<std::size_t>(state.range(0)));
-  const std::vector<entity*> selection = map.selection;
+  const std::vector<entity*> selection = map.selection.Objects();
   for (auto _ : state) {
     if (undo) state.PauseTiming();
-    map.selection = selection;
+    map.selection.Set(selection);
     if (command(map) != EditResult::Done) state.SkipWithError("refused");
     if (undo) {
       state.ResumeTiming();

@@ -87,7 +87,7 @@ BENCHMARK(ClickABrush)->Apply(Sizes);
 void SelectAllByRectangle(benchmark::State& state) {
   Editor editor(state.range(0));
   for (auto _ : state) {
-    editor.small.map.selection.clear();
+    editor.small.map.selection.Clear();
     editor.view.OnMouseDown({2, 2}, BUTTON_LEFT, false, false);
     editor.view.OnMouseMove({1278, 998}, BUTTON_LEFT, false);
     editor.view.OnMouseUp({1278, 998}, BUTTON_LEFT);

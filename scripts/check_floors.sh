@@ -1,29 +1,130 @@
 #!/usr/bin/env bash
-# No room reaches upwards, and the system's headers stay where they belong. Prints every line that
-# breaks the rule; exits with 1 if there is one.
+# scripts/check_floors.sh: no room reaches upwards, and the system's headers stay where they belong.
+# Prints every line that breaks a rule; exits with 1 if there is one. Before it looks at the tree it
+# plants one break a rule in a tree of its own and demands that each is found.
 set -u
 cd "$(dirname "$0")/.." || exit 1
-broken=0
 
-# forbid FOLDERS PATTERN: no #include of PATTERN in the folders.
-forbid() {
-  local found
-  found=$(grep -rnE "^\s*#\s*include\s*[<\"]($2)" $1 2>/dev/null) || return 0
-  printf '%s\n' "$found"
-  broken=1
+# A line a room: its folder below src, then the rooms that it may include besides itself. A folder
+# within a room belongs to it unless it has a line of its own.
+core='platform platform/win32 base geometry gamedata document operations views compile'
+system="$core shell/resources shell/system"
+ROOMS="
+platform
+platform/posix  platform
+platform/win32  platform
+base            platform
+geometry        platform base
+gamedata        platform base geometry
+document        platform base geometry gamedata
+operations      platform base geometry gamedata document
+views           platform base geometry gamedata document operations
+compile         platform base geometry gamedata document operations
+shell/resources
+shell/system    $core shell/resources
+shell/dialogs   $system
+shell/documents $system shell/dialogs
+shell/frame     $system shell/dialogs shell/documents
+shell/windows   $system shell/dialogs shell/documents shell/frame
+shell/commands  $system shell/dialogs shell/documents shell/frame shell/windows
+shell/app       $system shell/dialogs shell/documents shell/frame shell/windows shell/commands
+cli             platform base geometry gamedata document operations views compile
+"
+# Rooms that may include headers of a system: anything in <> that ends in .h. The language's own
+# headers have no such end.
+SYSTEM_ROOMS='platform/posix platform/win32'
+for room in system dialogs documents frame windows commands app; do
+  SYSTEM_ROOMS+=" shell/$room"
+done
+# Who may include <GL/...> too.
+GL_FOLDER=views/gl
+
+# findings TREE: a line for each break in TREE/src.
+findings() {
+  (cd "$1/src" && find . -type f \( -name '*.cpp' -o -name '*.h' \) -printf '%P\n' | sort |
+    xargs -r grep -nHE '^[[:space:]]*#[[:space:]]*(include|import)' /dev/null) |
+    awk -v rooms="$ROOMS" -v system_rooms="$SYSTEM_ROOMS" -v gl="$GL_FOLDER/" '
+      BEGIN {
+        lines = split(rooms, line, "\n")
+        for (i = 1; i <= lines; ++i) {
+          words = split(line[i], word, " ")
+          if (words == 0) continue
+          known[word[1]] = 1
+          for (w = 1; w <= words; ++w) allowed[word[1], word[w]] = 1
+        }
+        count = split(system_rooms, word, " ")
+        for (i = 1; i <= count; ++i) has_system[word[i]] = 1
+      }
+      # The longest room that holds the file; nothing where none does.
+      function room_of(path, at) {
+        for (at = path; sub(/\/[^\/]*$/, "", at);) if (at in known) return at
+        return ""
+      }
+      {
+        colon = index($0, ":")
+        path = substr($0, 1, colon - 1)
+        room = room_of(path)
+        if (room == "") { print "src/" $0 "  (a folder that is no room)"; next }
+        text = $0
+        sub(/^[^#]*#[[:space:]]*[a-z]+[[:space:]]*/, "", text)
+        mark = substr(text, 1, 1)
+        header = substr(text, 2)
+        sub(/[">].*$/, "", header)
+        if (mark == "<") {
+          if (header ~ /^GL\// && index(path, gl) == 1) next
+          if (header ~ /\.[hH]$/ && !(room in has_system)) print "src/" $0 "  (a header of the system)"
+        } else if (mark != "\"" || room_of(header) == "") {
+          print "src/" $0 "  (not named from a room)"
+        } else if (header ~ /\.\.?\//) {
+          print "src/" $0 "  (relative)"
+        } else if (!((room, room_of(header)) in allowed)) {
+          print "src/" $0 "  (" room " may not include " room_of(header) ")"
+        }
+      }'
 }
 
-forbid "src/platform src/base" "(document|operations|geometry|gamedata|views|compile|shell|cli)/"
-forbid "src/document src/operations src/geometry src/gamedata" "(views|compile|shell|cli)/"
-forbid "src/views" "(shell|cli)/"
-forbid "src/shell" "cli/"
-forbid "src/cli" "shell/"
+PLANTED=$(mktemp -d)
+trap 'rm -rf "$PLANTED"' EXIT
+planted=0
 
-others=$(find src -mindepth 1 -type d ! -path 'src/shell*' \
-  ! -path 'src/platform' ! -path 'src/platform/win32')
-system='windows|commctrl|commdlg|shellapi|shlobj|windowsx|winreg|mmsystem'
-forbid "$others src/platform/*.h src/platform/*.cpp" "($system)\.h"
-gl_free=$(find src -name '*.cpp' -o -name '*.h' | grep -vE '^src/(views/gl_|shell/)')
-forbid "$gl_free" "GL/"
+# plant FOLDER INCLUDE: a file with that one line.
+plant() {
+  planted=$((planted + 1))
+  mkdir -p "$PLANTED/src/$1"
+  printf '%s\n' "$2" >"$PLANTED/src/$1/planted$planted.h"
+}
 
-exit $broken
+# Every upward include that there could be, from the room itself and from a folder within it.
+rooms=$(awk 'NF {print $1}' <<<"$ROOMS")
+while read -r room allowed; do
+  [ -n "$room" ] || continue
+  for other in $rooms; do
+    case " $room $allowed " in *" $other "*) continue ;; esac
+    plant "$room" "#include \"$other/x.h\""
+    plant "$room/within" "# include \"$other/within/x.h\""
+  done
+  plant "$room" "#include \"../base/report.h\""
+  plant "$room" "#include \"report.h\""
+  plant "$room" "#include \"$room/../base/report.h\""
+  plant "$room" "#include ROOM_HEADER"
+  case " $SYSTEM_ROOMS " in
+    *" $room "*) ;;
+    *)
+      for header in windows.h Windows.h commctrl.h d3d9.h unistd.h sys/stat.h GL/gl.h; do
+        plant "$room" "#include <$header>"
+      done
+      ;;
+  esac
+done <<<"$ROOMS"
+plant basement '#include "base/report.h"'
+
+found=$(findings "$PLANTED")
+missed=0
+for ((n = 1; n <= planted; ++n)); do
+  grep -qF "/planted$n.h:" <<<"$found" || { missed=1; grep -r . "$PLANTED" --include="planted$n.h"; }
+done
+[ $missed = 0 ] || { echo "These planted breaks were not found" >&2; exit 1; }
+
+found=$(findings .)
+[ -z "$found" ] || { printf '%s\n' "$found"; exit 1; }
+echo "no include climbs ($planted planted breaks found)"

@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "document/classes/class_set.h"
-#include "document/classes/native_classes.h"
 #include "document/classes/special_classes.h"
 #include "gamedata/wad_file.h"
 
@@ -53,12 +52,14 @@ MapStatistics CountMap(const entity& world) {
       case EntityKind::TemplateInstance:
         ++statistics.templateInstances;
         break;
+      case EntityKind::Embed:
+        ++statistics.embeds;
+        break;
       case EntityKind::Entity:
       case EntityKind::Unknown:
         break;
     }
     const char* classname = e.GetKey("classname");
-    if (dynamic_cast<const EmbedClass*>(e.getClass()) != nullptr) ++statistics.embeds;
     ++statistics.entities;
     ++statistics.classnames[classname != nullptr ? classname : ""];
   });

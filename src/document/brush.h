@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "geometry/winding.h"
-#include "platform/canvas.h"
+#include "platform/colour.h"
 
 namespace ferrowand {
 

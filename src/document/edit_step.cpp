@@ -8,16 +8,17 @@ namespace ferrowand {
 
 EditStep::EditStep(Map& map)
     : map_(map),
+      scope_(map),
       step_(map),
-      selectionBefore_(map.selection),
-      currentLayerBefore_(map.currentLayer),
-      leadingGroupBefore_(map.leadingGroup) {}
+      selectionBefore_(map.selection.Objects()),
+      currentLayerBefore_(map.currentLayer()),
+      leadingGroupBefore_(map.leadingGroup()) {}
 
 EditStep::~EditStep() {
   if (step_.IsEmpty()) return;
   step_.Finish();
+  step_.Describe(scope_.Change());
   map_.undo.Push(std::move(step_));
-  map_.modified = true;
 }
 
 void EditStep::Change(entity& e) {
@@ -53,13 +54,19 @@ void EditStep::Move(std::span<entity* const> objects, entity& parent) {
   step_.Move(objects, &parent);
 }
 
+// Whoever has looked meanwhile looks again; what came is gone for good.
 void EditStep::Cancel() {
   step_.Reverse();
+  MapChange taken;
+  step_.Describe(taken);
+  MapChange& change = scope_.Change();
+  change.box.Add(taken.box);
+  change.everything |= taken.everything;
   step_ = UndoStep(map_);
   kept_.clear();
-  map_.selection = selectionBefore_;
-  map_.currentLayer = currentLayerBefore_;
-  map_.leadingGroup = leadingGroupBefore_;
+  map_.selection.Set(selectionBefore_);
+  map_.SetCurrentLayer(currentLayerBefore_);
+  map_.SetLeadingGroup(leadingGroupBefore_);
 }
 
 }  // namespace ferrowand

@@ -6,13 +6,15 @@
 #include <unordered_set>
 #include <vector>
 
+#include "document/announcement.h"
 #include "document/entity.h"
 #include "document/undo_step.h"
 
 namespace ferrowand {
 
-// Open while it lives; ends by its destruction. A step in which nothing happened leaves no trace;
-// any other marks the map as modified. Steps do not nest, and nothing is undone while one is open.
+// Open while it lives; ends by its destruction, which announces what it did. A step in which
+// nothing happened leaves no trace; any other makes another state of the map. Steps do not nest,
+// and nothing is undone while one is open.
 class EditStep {
  public:
   explicit EditStep(Map& map);
@@ -46,6 +48,7 @@ class EditStep {
 
  private:
   Map& map_;
+  ChangeScope scope_;
   UndoStep step_;
   std::unordered_set<const entity*> kept_;
   std::vector<entity*> selectionBefore_;

@@ -165,15 +165,8 @@ bool entity::IsWithin(const entity& tree) const {
   return e != nullptr;
 }
 
-// What leaves the map, with all below it, is neither its current layer, nor its leading group, nor
-// selected any more.
 void entity::Release(entity& child) {
-  if (Map* map = OwningMap()) {
-    for (entity** e : {&map->currentLayer, &map->leadingGroup}) {
-      if (*e && (*e)->IsWithin(child)) *e = nullptr;
-    }
-    std::erase_if(map->selection, [&](const entity* e) { return e->IsWithin(child); });
-  }
+  if (Map* map = OwningMap()) map->Forget(child);
   child.parent_ = nullptr;
 }
 

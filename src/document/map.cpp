@@ -30,8 +30,8 @@ entity* Map::AddLayer(const std::string& name) {
   layer->SetKey("XMPcolourr", "0.8");
   layer->SetKey("XMPcolourg", "0.1");
   layer->SetKey("XMPcolourb", "0.1");
-  currentLayer = InsertChild(std::move(layer), getEntityList().size());
-  return currentLayer;
+  SetCurrentLayer(InsertChild(std::move(layer), getEntityList().size()));
+  return currentLayer_;
 }
 
 entity* Map::FirstLayer() const {
@@ -45,9 +45,9 @@ entity* Map::FirstLayer() const {
 
 // After the current layer has left, another takes its place; without any the map itself does.
 entity& Map::NewParent() {
-  if (leadingGroup) return *leadingGroup;
-  if (!currentLayer) currentLayer = FirstLayer();
-  return currentLayer ? *currentLayer : *this;
+  if (leadingGroup_) return *leadingGroup_;
+  if (!currentLayer_) SetCurrentLayer(FirstLayer());
+  return currentLayer_ ? *currentLayer_ : *this;
 }
 
 entity* Map::AddChild(EntityPtr child) {
@@ -58,6 +58,57 @@ entity* Map::AddChild(EntityPtr child) {
 std::string Map::Name() const {
   const char* message = GetKey("message");
   return message ? message : "Unnamed";
+}
+
+void Map::SetCurrentLayer(entity* layer) {
+  if (layer == currentLayer_) return;
+  ChangeScope scope(*this);
+  currentLayer_ = layer;
+  scope.Change().target = true;
+}
+
+void Map::SetLeadingGroup(entity* group) {
+  if (group == leadingGroup_) return;
+  ChangeScope scope(*this);
+  leadingGroup_ = group;
+  scope.Change().target = true;
+}
+
+void Map::SetOptionBits(std::uint8_t bits) {
+  if (bits == optionBits_) return;
+  optionBits_ = bits;
+  AnnounceEverything();
+}
+
+void Map::MarkSaved() {
+  ChangeScope scope(*this);
+  savedState_ = undo.State();
+  scope.Change().file = true;
+}
+
+void Map::AnnounceEverything() {
+  ChangeScope scope(*this);
+  scope.Change().everything = true;
+}
+
+void Map::Forget(const entity& tree) {
+  if (keepsPointers_) return;
+  if (currentLayer_ && currentLayer_->IsWithin(tree)) SetCurrentLayer(nullptr);
+  if (leadingGroup_ && leadingGroup_->IsWithin(tree)) SetLeadingGroup(nullptr);
+  selection.Forget(tree);
+}
+
+void Map::ForgetStrangers() {
+  if (currentLayer_ && currentLayer_->Parent() != this) SetCurrentLayer(nullptr);
+  if (leadingGroup_ && leadingGroup_->OwningMap() != this) SetLeadingGroup(nullptr);
+  selection.ForgetStrangers();
+}
+
+PointersKept::PointersKept(Map& map) : map_(map), outer_(std::exchange(map.keepsPointers_, true)) {}
+
+PointersKept::~PointersKept() {
+  map_.keepsPointers_ = outer_;
+  if (!outer_) map_.ForgetStrangers();
 }
 
 void Map::RemoveObserver(MapObserver& observer) {

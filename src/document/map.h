@@ -5,8 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "document/announcement.h"
 #include "document/entity.h"
 #include "document/game_data.h"
+#include "document/selection.h"
 #include "document/undo_store.h"
 
 namespace ferrowand {
@@ -14,14 +16,6 @@ namespace ferrowand {
 inline constexpr std::uint8_t MAP_GRID = 1;
 inline constexpr std::uint8_t MAP_SNAP = 2;
 inline constexpr std::uint8_t MAP_ANGLE_SNAP = 4;
-
-// Who shows a map is told through this what the document has to say.
-class MapObserver {
- public:
-  virtual ~MapObserver() = default;
-  // For the status line of every view of the map.
-  virtual void OnStatus(const std::string& text) = 0;
-};
 
 // The settings that decide what is written; the rest is the document's own.
 struct SaveSettings {
@@ -49,8 +43,11 @@ class Map : public entity {
 
   // Writes the document under the name, to which ".xmp" is added if it has no extension: a Quake
   // map if it ends in ".map", else an Extended Map. False, and the old file untouched, when the
-  // file could not be written, which has been reported then. Sets the worldspawn's own keys.
+  // file could not be written, which has been reported then. Sets the worldspawn's own keys. That
+  // name is the document's from then on, and it is not modified any more.
   bool Save(const std::string& name, unsigned option, const SaveSettings& settings);
+  // The same, but the document keeps its own name and stays as modified as it is.
+  bool Export(const std::string& name, unsigned option, const SaveSettings& settings);
 
   // The keys of the worldspawn that tell what the map is made with, for whoever writes it.
   void SetWorldspawnKeys(const SaveSettings& settings, bool onlyOneWad);
@@ -62,16 +59,30 @@ class Map : public entity {
   ClassSet* classSet;        // never null; not owned
   std::string classSetName;  // as the map names it
   std::string filename = "unnamed.map";
-  entity* currentLayer = nullptr;  // null, or one of the children
-  entity* leadingGroup = nullptr;  // null, or an object of this map that new ones join
-  std::vector<entity*> selection;  // in the order of selecting; objects of this map, not owned
-  std::uint8_t optionBits = MAP_GRID | MAP_SNAP | MAP_ANGLE_SNAP;
-  bool modified = false;
+  Selection selection{*this};
   UndoStore undo;
+
+  // Null, or one of the children. After the current layer has left another takes its place.
+  entity* currentLayer() const { return currentLayer_; }
+  void SetCurrentLayer(entity* layer);
+  // Null, or an object of this map that new ones join.
+  entity* leadingGroup() const { return leadingGroup_; }
+  void SetLeadingGroup(entity* group);
+
+  // A set of MAP_ bits.
+  std::uint8_t optionBits() const { return optionBits_; }
+  void SetOptionBits(std::uint8_t bits);
+
+  // Whether it is another state than the one that was saved or loaded last: back there by undo or
+  // redo it is not.
+  bool modified() const { return undo.State() != savedState_; }
+  void MarkSaved();
 
   void AddObserver(MapObserver& observer) { observers_.push_back(&observer); }
   void RemoveObserver(MapObserver& observer);
   void ShowStatus(const std::string& text);
+  // Something that is not the map's own has changed: options, palette, WADs, classes.
+  void AnnounceEverything();
 
   GameData& Data() const { return data_; }
   // What new objects are given to: the leading group, else the current layer, else the map itself.
@@ -80,6 +91,16 @@ class Map : public entity {
   entity* AddLayer(const std::string& name);
 
  private:
+  friend class ChangeScope;
+  friend class PointersKept;
+  friend class entity;
+
+  // What leaves the map is nothing that it points to any more.
+  void Forget(const entity& tree);
+  void ForgetStrangers();
+  void FinishSelection();
+  void Announce();
+  bool Write(const std::string& target, unsigned option, const SaveSettings& settings);
   entity* FirstLayer() const;
   bool ReadWorldspawn(TextReader& reader, unsigned& flags);
   unsigned ReadWorldspawnKey(TextReader& reader, KeyText& text, unsigned flags);
@@ -90,7 +111,30 @@ class Map : public entity {
   GameData& data_;
   unsigned readProgress_ = 0;
   bool staleBindings_ = false;  // WADs or classes came after what uses them
+  entity* currentLayer_ = nullptr;
+  entity* leadingGroup_ = nullptr;
+  std::uint8_t optionBits_ = MAP_GRID | MAP_SNAP | MAP_ANGLE_SNAP;
+  UndoStore::StateId savedState_ = undo.State();
+
   std::vector<MapObserver*> observers_;
+  MapChange pending_;  // since the outermost scope began
+  int openScopes_ = 0;
+  bool keepsPointers_ = false;  // see PointersKept
+};
+
+// While one lives, the map goes on pointing to what leaves it (its selection, current layer and
+// leading group), and forgets at the end what has not come back: where many objects move about this
+// is looked through once and not for each of them.
+class PointersKept {
+ public:
+  explicit PointersKept(Map& map);
+  ~PointersKept();
+  PointersKept(const PointersKept&) = delete;
+  PointersKept& operator=(const PointersKept&) = delete;
+
+ private:
+  Map& map_;
+  bool outer_;
 };
 
 // Opens and reads a whole file. Null when it cannot be opened, which is not reported. `flags`, when

@@ -73,6 +73,7 @@ unsigned Map::ReadMap(TextReader& reader, unsigned flags) {
   FinishWorldspawn();
   flags = Read(reader, wads, flags);
   if (!GetKey("XMPentityname")) SetKey("XMPentityname", "worldspawn");
+  AnnounceEverything();
   return flags;
 }
 
@@ -157,8 +158,8 @@ void Map::FinishWorldspawn() {
     ResolveClasses(*classSet);
     ResolveTextures(wads);
   }
-  currentLayer = FirstLayer();
-  if (!currentLayer) {
+  SetCurrentLayer(FirstLayer());
+  if (!currentLayer_) {
     std::vector<EntityPtr> children = TakeChildren();
     AddLayer("import");
     for (EntityPtr& child : children) AddChild(std::move(child));
@@ -180,6 +181,7 @@ std::unique_ptr<Map> LoadMap(GameData& data, const std::string& name, std::size_
     data.progress.Step("Entities: %u", map->readProgress(), reader.Offset(), reader.FileLength());
   } while (map->readProgress() != 0);
   map->filename = name;
+  map->MarkSaved();
   if (flags) *flags = read;
   return map;
 }

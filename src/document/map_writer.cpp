@@ -15,6 +15,15 @@ bool IsQuakeMapName(std::string_view name) {
   return name.size() >= 4 && EqualNoCase(name.substr(name.size() - 4), ".map");
 }
 
+std::string WithExtension(const std::string& name) {
+  return SplitPath(name).extension.size() >= 2 ? name : name + ".xmp";
+}
+
+// Told even after a failure, which is meant: that one has had a box of its own.
+const char* SavedText(std::string_view target) {
+  return IsQuakeMapName(target) ? "Saved MAP format" : "Saved Extended MAP format";
+}
+
 // -1 when there is none.
 int FindKey(const entity& e, std::string_view name) {
   int index = e.numkeys() - 1;
@@ -59,11 +68,8 @@ void Map::WriteMapBrushes(TextWriter& out, unsigned option) const {
   for (const EntityPtr& child : getEntityList()) child->WriteMapEntity(out, option);
 }
 
-bool Map::Save(const std::string& name, unsigned option, const SaveSettings& settings) {
-  const bool named = SplitPath(name).extension.size() >= 2;
-  const std::string target = named ? name : name + ".xmp";
+bool Map::Write(const std::string& target, unsigned option, const SaveSettings& settings) {
   const bool quakeMap = IsQuakeMapName(target);
-
   SetWorldspawnKeys(settings, quakeMap && settings.onlyOneWad);
   TextWriter out;
   if (quakeMap) {
@@ -71,13 +77,24 @@ bool Map::Save(const std::string& name, unsigned option, const SaveSettings& set
   } else {
     WriteExtended(out);
   }
-  const bool written = ReplaceFileText(target, out.Text(), Report());
+  return ReplaceFileText(target, out.Text(), Report());
+}
+
+bool Map::Save(const std::string& name, unsigned option, const SaveSettings& settings) {
+  const std::string target = WithExtension(name);
+  const bool written = Write(target, option, settings);
   if (written) {
     filename = target;
-    modified = false;
+    MarkSaved();
   }
-  // Meant even after a failure: that one has had a box of its own.
-  ShowStatus(quakeMap ? "Saved MAP format" : "Saved Extended MAP format");
+  ShowStatus(SavedText(target));
+  return written;
+}
+
+bool Map::Export(const std::string& name, unsigned option, const SaveSettings& settings) {
+  const std::string target = WithExtension(name);
+  const bool written = Write(target, option, settings);
+  ShowStatus(SavedText(target));
   return written;
 }
 

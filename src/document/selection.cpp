@@ -1,115 +1,80 @@
 #include "document/selection.h"
 
 #include <algorithm>
-#include <unordered_set>
 
-#include "document/classes/entity_class.h"
 #include "document/map.h"
+#include "document/picking.h"
 
 namespace ferrowand {
-namespace {
 
-bool OnlyHolds(const entity& e) {
-  return e.getClass()->Kind() == EntityKind::Layer || e.OwningMap() == &e;
-}
-
-void Collect(entity& e, PickLevel level, std::vector<entity*>& found) {
-  if (!e.IsVisible() || !e.IsEnabled()) return;
-  const bool isBrush = e.brush.getNumFaces() > 0;
-  const bool acts =
-      level == PickLevel::Brushes ? isBrush : isBrush || e.IsMarked() || e.getEntityList().empty();
-  const bool picked = acts && !OnlyHolds(e);
-  if (picked) found.push_back(&e);
-  if (picked && level == PickLevel::Objects && e.IsMarked()) return;
-  for (const EntityPtr& child : e.getEntityList()) Collect(*child, level, found);
-}
-
-bool Takes(const Bounds& box, const Bounds& object, BoxRule rule) {
-  if (object.IsEmpty()) return false;
-  for (int axis = 0; axis < 3; ++axis) {
-    const float low = rule == BoxRule::Full ? object.mins[axis] : object.maxs[axis];
-    const float high = rule == BoxRule::Full ? object.maxs[axis] : object.mins[axis];
-    if (low < box.mins[axis] || high > box.maxs[axis]) return false;
-  }
+bool Selection::Append(entity& e) {
+  if (!known_.insert(&e).second) return false;
+  objects_.push_back(&e);
   return true;
 }
 
-}  // namespace
-
-bool IsReachable(const entity& e) {
-  if (OnlyHolds(e) || !e.OwningMap()) return false;
-  for (const entity* at = &e; at; at = at->Parent()) {
-    if (!at->IsVisible() || !at->IsEnabled()) return false;
+void Selection::Set(std::span<entity* const> objects) {
+  const std::vector<entity*> before = std::move(objects_);
+  ChangeScope scope(map_);
+  objects_.clear();
+  known_.clear();
+  const ReachTest reach(map_);
+  for (entity* e : objects) {
+    if (reach(*e)) Append(*e);
   }
-  return true;
+  if (objects_ != before) scope.Change().selection = true;
 }
 
-entity& ObjectAt(entity& e) {
-  entity* object = &e;
-  for (entity* at = e.Parent(); at; at = at->Parent()) {
-    if (at->IsMarked() && !OnlyHolds(*at)) object = at;
-  }
-  return *object;
-}
-
-std::vector<entity*> PickableObjects(entity& tree, PickLevel level) {
-  std::vector<entity*> found;
-  Collect(tree, level, found);
-  return found;
-}
-
-bool IsSelected(const Map& map, const entity& e) {
-  return std::ranges::find(map.selection, &e) != map.selection.end();
-}
-
-void Select(Map& map, entity* e, bool add) {
-  if (!add) map.selection.clear();
-  if (e && !IsSelected(map, *e)) map.selection.push_back(e);
-}
-
-void Select(Map& map, const std::vector<entity*>& objects, bool add) {
-  if (!add) map.selection.clear();
-  std::unordered_set<const entity*> selected(map.selection.begin(), map.selection.end());
-  for (entity* object : objects) {
-    if (selected.insert(object).second) map.selection.push_back(object);
+void Selection::Add(std::span<entity* const> objects) {
+  ChangeScope scope(map_);
+  const ReachTest reach(map_);
+  for (entity* e : objects) {
+    if (!known_.contains(e) && reach(*e)) scope.Change().selection |= Append(*e);
   }
 }
 
-void SelectNone(Map& map) {
-  map.selection.clear();
+void Selection::Add(entity& e) {
+  entity* const one = &e;
+  Add({&one, 1});
 }
 
-void SelectInBox(Map& map, const Bounds& box, BoxRule rule, PickLevel level, bool add) {
-  std::vector<entity*> objects = PickableObjects(map, level);
-  std::erase_if(objects, [&](const entity* e) { return !Takes(box, e->GetBounds(), rule); });
-  Select(map, objects, add);
+void Selection::Remove(const entity& e) {
+  if (!known_.erase(&e)) return;
+  ChangeScope scope(map_);
+  std::erase(objects_, &e);
+  scope.Change().selection = true;
 }
 
-void SelectMembers(Map& map, entity& holder, bool add) {
-  std::vector<entity*> members;
-  for (const EntityPtr& child : holder.getEntityList()) {
-    Collect(*child, PickLevel::Objects, members);
-  }
-  std::erase_if(members, [](const entity* e) { return !IsReachable(*e); });
-  std::erase(map.selection, &holder);
-  Select(map, members, add);
+void Selection::Clear() {
+  Set(std::span<entity* const>());
 }
 
-Bounds SelectionBounds(const Map& map) {
-  Bounds bounds;
-  for (const entity* e : map.selection) bounds.Add(e->GetBounds());
-  return bounds;
+template <typename Leaves>
+void Selection::Drop(const Leaves& leaves) {
+  if (std::ranges::none_of(objects_, leaves)) return;
+  ChangeScope scope(map_);
+  std::erase_if(objects_, leaves);
+  known_ = {objects_.begin(), objects_.end()};
+  scope.Change().selection = true;
 }
 
-std::vector<entity*> SelectedRoots(const Map& map) {
-  const std::unordered_set<const entity*> selected(map.selection.begin(), map.selection.end());
-  std::vector<entity*> roots;
-  for (entity* e : map.selection) {
-    const entity* above = e->Parent();
-    while (above && !selected.contains(above)) above = above->Parent();
-    if (!above && IsReachable(*e)) roots.push_back(e);
-  }
-  return roots;
+void Selection::Forget(const entity& tree) {
+  Drop([&](const entity* e) { return e->IsWithin(tree); });
+}
+
+void Selection::ForgetStrangers() {
+  Drop([this](const entity* e) { return e->OwningMap() != &map_; });
+}
+
+void Selection::DropUnreachable() {
+  const ReachTest reach(map_);
+  Drop([&](const entity* e) { return !reach(*e); });
+}
+
+const Bounds& Selection::TakeBounds() {
+  announced_ = Bounds();
+  for (const entity* e : objects_) AddExtent(*e, announced_);
+  return announced_;
 }
 
 }  // namespace ferrowand

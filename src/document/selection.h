@@ -1,6 +1,10 @@
-// The selection of a map: an ordered list, the first of which is the reference for snapping.
+// What is selected in a map: an ordered list, the first of which is the reference for snapping.
 #pragma once
 
+#include <cstddef>
+#include <initializer_list>
+#include <span>
+#include <unordered_set>
 #include <vector>
 
 #include "geometry/vec.h"
@@ -10,33 +14,56 @@ namespace ferrowand {
 class Map;
 class entity;
 
-// A click or a box takes whole objects (the outermost group that acts as one), or single brushes.
-enum class PickLevel { Objects, Brushes };
-// A box takes what it touches, or only what lies inside it as a whole.
-enum class BoxRule { Partial, Full };
+// It announces its changes, and holds only what is in the map and can be reached (IsReachable):
+// what leaves the map leaves it at once, what cannot be reached any more at the end of the step.
+class Selection {
+ public:
+  explicit Selection(Map& map) : map_(map) {}
+  Selection(const Selection&) = delete;
+  Selection& operator=(const Selection&) = delete;
 
-// Layers and the world are no objects: they hold them. An object can be reached when it and all
-// that holds it is visible and enabled; what cannot is neither selected nor changed by commands.
-bool IsReachable(const entity& e);
-// What is picked when `e` is hit: itself, or the outermost group around it that acts as one.
-entity& ObjectAt(entity& e);
-// All that can be picked, in the order of the map.
-std::vector<entity*> PickableObjects(entity& tree, PickLevel level);
+  const std::vector<entity*>& Objects() const { return objects_; }
+  auto begin() const { return objects_.begin(); }
+  auto end() const { return objects_.end(); }
+  std::size_t size() const { return objects_.size(); }
+  bool empty() const { return objects_.empty(); }
+  entity* front() const { return objects_.front(); }
+  entity* operator[](std::size_t index) const { return objects_[index]; }
+  friend bool operator==(const Selection& a, const std::vector<entity*>& b) {
+    return a.objects_ == b;
+  }
+  bool Contains(const entity& e) const { return known_.contains(&e); }
 
-bool IsSelected(const Map& map, const entity& e);
-// Instead of the selection, or, to add, behind it. Null selects nothing more.
-void Select(Map& map, entity* e, bool add);
-void Select(Map& map, const std::vector<entity*>& objects, bool add);
-void SelectNone(Map& map);
-// By the bounds of each object, edges included. An axis that does not matter is given the widest
-// extent.
-void SelectInBox(Map& map, const Bounds& box, BoxRule rule, PickLevel level, bool add);
-// What a group or a layer holds, instead of it.
-void SelectMembers(Map& map, entity& holder, bool add);
+  // Instead of what is selected; each object once, and only those that can be.
+  void Set(std::span<entity* const> objects);
+  void Set(std::initializer_list<entity*> objects) {
+    Set(std::span(objects.begin(), objects.end()));
+  }
+  // Behind what is selected.
+  void Add(std::span<entity* const> objects);
+  void Add(entity& e);
+  void Remove(const entity& e);
+  void Clear();
 
-Bounds SelectionBounds(const Map& map);
-// What a command works on: the selected objects that can be reached, none of which lies within
-// another, in the order of selecting.
-std::vector<entity*> SelectedRoots(const Map& map);
+  // --- for the map
+  // What lies in the tree is not selected any more; what is in the map no more; what cannot be
+  // reached.
+  void Forget(const entity& tree);
+  void ForgetStrangers();
+  void DropUnreachable();
+  // The bounds of what was selected at the last announcement, and of what is selected now.
+  const Bounds& AnnouncedBounds() const { return announced_; }
+  const Bounds& TakeBounds();
+
+ private:
+  bool Append(entity& e);
+  template <typename Leaves>
+  void Drop(const Leaves& leaves);
+
+  Map& map_;
+  std::vector<entity*> objects_;
+  std::unordered_set<const entity*> known_;
+  Bounds announced_;
+};
 
 }  // namespace ferrowand

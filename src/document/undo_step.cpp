@@ -30,32 +30,6 @@ std::vector<std::size_t> PlacesOf(const entity& parent, const std::vector<entity
   return places;
 }
 
-// What points into the map is put aside while objects move about in it, so that it is looked
-// through once and not for every object. What is still in the map at the end stays.
-class PointersAside {
- public:
-  explicit PointersAside(Map& map)
-      : map_(map),
-        selection_(std::exchange(map.selection, {})),
-        currentLayer_(std::exchange(map.currentLayer, nullptr)),
-        leadingGroup_(std::exchange(map.leadingGroup, nullptr)) {}
-  ~PointersAside() {
-    const auto hasLeft = [this](const entity* e) { return e->OwningMap() != &map_; };
-    std::erase_if(selection_, hasLeft);
-    map_.selection = std::move(selection_);
-    if (currentLayer_ && currentLayer_->Parent() == &map_) map_.currentLayer = currentLayer_;
-    if (leadingGroup_ && !hasLeft(leadingGroup_)) map_.leadingGroup = leadingGroup_;
-  }
-  PointersAside(const PointersAside&) = delete;
-  PointersAside& operator=(const PointersAside&) = delete;
-
- private:
-  Map& map_;
-  std::vector<entity*> selection_;
-  entity* currentLayer_;
-  entity* leadingGroup_;
-};
-
 // The object alone.
 void Rebind(entity& e, const Map& map) {
   e.brush.ResolveTextures(map.wads);
@@ -71,13 +45,32 @@ void RebindTree(entity& e, const Map& map) {
 
 }  // namespace
 
-UndoStep::UndoStep(Map& map) : map_(&map), otherLayer_(map.currentLayer) {}
+UndoStep::UndoStep(Map& map) : map_(&map), otherLayer_(map.currentLayer()) {}
 
 void UndoStep::Finish() {
-  layer_ = map_->currentLayer;
+  layer_ = map_->currentLayer();
+}
+
+void UndoStep::NoteExtent(const entity& e) {
+  if (&e == map_) {
+    worldChanges_ = true;
+  } else if (e.OwningMap() == map_) {
+    AddExtent(e, extent_);
+  }
+}
+
+void UndoStep::NoteExtents() {
+  for (const auto& record : records_) {
+    if (const auto* contents = std::get_if<Contents>(&record)) {
+      NoteExtent(*contents->object);
+    } else {
+      for (const entity* object : std::get<Transfer>(record).objects) NoteExtent(*object);
+    }
+  }
 }
 
 void UndoStep::Keep(entity& e) {
+  NoteExtent(e);
   records_.push_back(Contents{&e, e.CopyAlone()});
 }
 
@@ -92,10 +85,11 @@ void UndoStep::Added(entity& e) {
 }
 
 void UndoStep::Move(std::span<entity* const> objects, entity* parent) {
-  const PointersAside aside(*map_);
+  const PointersKept kept(*map_);
   std::vector<std::vector<entity*>> families;
   std::unordered_map<const entity*, std::size_t> familyOf;
   for (entity* object : objects) {
+    NoteExtent(*object);
     const auto [found, isNew] = familyOf.try_emplace(object->Parent(), families.size());
     if (isNew) families.emplace_back();
     families[found->second].push_back(object);
@@ -145,16 +139,53 @@ void UndoStep::Exchange(Transfer& transfer) {
 
 void UndoStep::Reverse() {
   // A layer that the user has chosen since stays current.
-  const bool changesLayer = layer_ != otherLayer_ && map_->currentLayer == layer_;
+  const bool changesLayer = layer_ != otherLayer_ && map_->currentLayer() == layer_;
+  NoteExtents();
   {
-    const PointersAside aside(*map_);
+    const PointersKept kept(*map_);
     std::ranges::reverse(records_);
     for (auto& record : records_) {
       std::visit([this](auto& change) { Exchange(change); }, record);
     }
   }
-  if (changesLayer) map_->currentLayer = otherLayer_;
+  if (changesLayer) map_->SetCurrentLayer(otherLayer_);
   std::swap(layer_, otherLayer_);
+}
+
+void UndoStep::ReverseAndAnnounce() {
+  ChangeScope scope(*map_);
+  Reverse();
+  Describe(scope.Change());
+}
+
+void UndoStep::Describe(MapChange& change) {
+  NoteExtents();
+  change.box.Add(std::exchange(extent_, {}));
+  change.everything |= std::exchange(worldChanges_, false);
+  for (const auto& record : records_) {
+    const auto* contents = std::get_if<Contents>(&record);
+    if (!contents || contents->object->OwningMap() != map_) continue;
+    change.changed.push_back(contents->object);
+    change.before.push_back(contents->other.get());
+  }
+  DescribeTransfers(change);
+}
+
+// An object may have come, moved on and gone: where it was at first and where it is at last counts.
+void UndoStep::DescribeTransfers(MapChange& change) const {
+  std::unordered_set<const entity*> seen;
+  for (const auto& record : records_) {
+    const auto* transfer = std::get_if<Transfer>(&record);
+    if (!transfer) continue;
+    for (const entity* object : transfer->objects) {
+      if (!seen.insert(object).second) continue;
+      const bool was = transfer->otherParent != nullptr;
+      const bool is = object->OwningMap() == map_;
+      if (was && is) change.moved.push_back(object);
+      if (was && !is) change.went.push_back(object);
+      if (!was && is) change.came.push_back(object);
+    }
+  }
 }
 
 }  // namespace ferrowand

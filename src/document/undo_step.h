@@ -8,6 +8,7 @@
 #include <variant>
 #include <vector>
 
+#include "document/announcement.h"
 #include "document/entity.h"
 
 namespace ferrowand {
@@ -31,6 +32,11 @@ class UndoStep {
   // Takes everything back; the next time, does it again. What comes back is bound to the classes
   // and textures that the map uses by now, and what leaves is not selected any more.
   void Reverse();
+  void ReverseAndAnnounce();
+
+  // What has been done, or taken back, since the step began or was reversed last, for whoever shows
+  // the map.
+  void Describe(MapChange& change);
 
  private:
   // The object in the map and what it was, or is to be.
@@ -47,11 +53,17 @@ class UndoStep {
     std::vector<EntityPtr> kept;
   };
 
+  // Before something changes there.
+  void NoteExtent(const entity& e);
+  void NoteExtents();
+  void DescribeTransfers(MapChange& change) const;
   void Exchange(Contents& contents);
   void Exchange(Transfer& transfer);
   void MoveFrom(entity& from, const std::vector<entity*>& objects, entity* to);
 
   Map* map_;
+  Bounds extent_;              // of all that was or is to be seen of it
+  bool worldChanges_ = false;  // the keys of the map itself
   std::vector<std::variant<Contents, Transfer>> records_;
   // The current layers on this side of the step and on the other.
   entity* layer_ = nullptr;

@@ -10,36 +10,36 @@ void UndoStore::SetLevels(std::size_t levels) {
   while (steps_.size() > levels_) steps_.pop_front();
 }
 
-void UndoStore::Append(UndoStep step) {
+void UndoStore::Append(Done done) {
   if (steps_.size() >= levels_) steps_.pop_front();
-  steps_.push_back(std::move(step));
+  state_ = done.after;
+  steps_.push_back(std::move(done));
 }
 
 void UndoStore::Push(UndoStep step) {
   redo_.reset();
-  Append(std::move(step));
+  Append({std::move(step), state_, ++newest_});
 }
 
 void UndoStore::Undo() {
   if (steps_.empty()) return;
-  redo_.reset();
-  UndoStep step = std::move(steps_.back());
+  redo_.emplace(std::move(steps_.back()));
   steps_.pop_back();
-  step.Reverse();
-  redo_ = std::move(step);
+  state_ = redo_->before;
+  redo_->step.ReverseAndAnnounce();
 }
 
 void UndoStore::Redo() {
   if (!redo_) return;
-  UndoStep step = std::move(*redo_);
+  Append(std::move(*redo_));
   redo_.reset();
-  step.Reverse();
-  Append(std::move(step));
+  steps_.back().step.ReverseAndAnnounce();
 }
 
 void UndoStore::Clear() {
   steps_.clear();
   redo_.reset();
+  state_ = ++newest_;
 }
 
 }  // namespace ferrowand

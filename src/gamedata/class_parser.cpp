@@ -5,7 +5,6 @@
 
 #include "base/report.h"
 #include "base/text_reader.h"
-#include "document/classes/entity_class.h"
 
 namespace ferrowand {
 namespace {
@@ -22,7 +21,7 @@ std::int16_t ToCoordinate(float value) {
 
 }  // namespace
 
-std::unique_ptr<EntityClass> ClassParser::Next() {
+std::optional<ClassRecord> ClassParser::Next() {
   while (!reader_.AtEof()) {
     if (!NextTokenIs("/")) continue;
     // Meant: every other comment of the file is complained of.
@@ -31,82 +30,82 @@ std::unique_ptr<EntityClass> ClassParser::Next() {
     } else if (!NextTokenIs("QUAKED")) {
       reporter_.Parsing("Expecting 'QUAKED' after '/*' in .qc file at line %lu", Line());
     } else {
-      auto entityClass = std::make_unique<EntityClass>(set_);
-      ParseHeader(*entityClass);
-      return entityClass;
+      ClassRecord record;
+      ParseHeader(record);
+      return record;
     }
   }
-  return nullptr;
+  return std::nullopt;
 }
 
-void ClassParser::ParseHeader(EntityClass& entityClass) {
-  entityClass.classname = ReadWord();
+void ClassParser::ParseHeader(ClassRecord& record) {
+  record.classname = ReadWord();
   if (NextChar() != '(') {
     reporter_.Parsing("Expecting Colour triad after classname in QC file at line %lu", Line());
     return;
   }
-  ParseColour(entityClass);
-  ParseBox(entityClass);
-  ParseFlags(entityClass);
-  ParseTilde(entityClass);
-  ParseDescription(entityClass);
+  ParseColour(record);
+  ParseBox(record);
+  ParseFlags(record);
+  ParseTilde(record);
+  ParseDescription(record);
 }
 
-void ClassParser::ParseColour(EntityClass& entityClass) {
+void ClassParser::ParseColour(ClassRecord& record) {
   const Triad colour = ReadTriad("colour");
-  entityClass.red = colour[0];
-  entityClass.green = colour[1];
-  entityClass.blue = colour[2];
+  record.red = colour[0];
+  record.green = colour[1];
+  record.blue = colour[2];
 }
 
-void ClassParser::ParseBox(EntityClass& entityClass) {
+void ClassParser::ParseBox(ClassRecord& record) {
   const auto complain = [this] {
     reporter_.Parsing("Expecting bounding box or ? after colour triad in QC file at line %lu",
                       Line());
   };
   const char opening = NextChar();
   // The box that every class begins with is that of brush classes.
-  entityClass.isMadeOfBrushes = opening == '?';
-  if (entityClass.isMadeOfBrushes) return;
+  record.isMadeOfBrushes = opening == '?';
+  if (record.isMadeOfBrushes) return;
   if (opening != '(') {
     complain();
     return;
   }
   const Triad minimum = ReadTriad("minimum");
-  entityClass.minx = ToCoordinate(minimum[0]);
-  entityClass.miny = ToCoordinate(minimum[1]);
-  entityClass.minz = ToCoordinate(minimum[2]);
+  record.minx = ToCoordinate(minimum[0]);
+  record.miny = ToCoordinate(minimum[1]);
+  record.minz = ToCoordinate(minimum[2]);
   // Meant: the same words once more, and the maximum is read all the same.
   if (NextChar() != '(') complain();
   const Triad maximum = ReadTriad("maximum");
-  entityClass.maxx = ToCoordinate(maximum[0]);
-  entityClass.maxy = ToCoordinate(maximum[1]);
-  entityClass.maxz = ToCoordinate(maximum[2]);
+  record.maxx = ToCoordinate(maximum[0]);
+  record.maxy = ToCoordinate(maximum[1]);
+  record.maxz = ToCoordinate(maximum[2]);
 }
 
 // Meant: only a CR ends the names and only blanks part them. In a file with bare line feeds they
 // run on into the description.
-void ClassParser::ParseFlags(EntityClass& entityClass) {
+void ClassParser::ParseFlags(ClassRecord& record) {
   std::string text;
   reader_.ReadUntil('\r', text, MAXFLAGTEXT, true);
   for (std::size_t begin = 0; (begin = text.find_first_not_of(' ', begin)) != text.npos;) {
     const std::size_t end = std::min(text.find(' ', begin), text.size());
-    entityClass.flags.push_back(text.substr(begin, end - begin));
+    record.flags.push_back(text.substr(begin, end - begin));
     begin = end;
   }
 }
 
-void ClassParser::ParseTilde(EntityClass& entityClass) {
+void ClassParser::ParseTilde(ClassRecord& record) {
   reader_.SkipWhitespace();
   if (reader_.PeekChar() != '~') return;
   reader_.GetChar();
-  entityClass.hasTilde = true;
-  entityClass.tildeValue = ParseInt(ReadWord());
+  record.hasTilde = true;
+  record.tildeValue = ParseInt(ReadWord());
   reader_.SkipWhitespace();
 }
 
 // Up to the end of the file where the comment is not closed.
-void ClassParser::ParseDescription(EntityClass& entityClass) {
+void ClassParser::ParseDescription(ClassRecord& record) {
   const std::uint32_t begin = reader_.Offset();
   bool closed = false;
   // Meant: the byte behind a star is never the star of the end, so "**/" does not close.
@@ -116,10 +115,10 @@ void ClassParser::ParseDescription(EntityClass& entityClass) {
   }
   const std::uint32_t behind = closed ? reader_.Offset() : reader_.FileLength();
   const std::uint32_t end = closed ? behind - 2 : behind;
-  entityClass.description.resize(end - std::min(begin, end));
+  record.description.resize(end - std::min(begin, end));
   reader_.SeekTo(begin);
-  reader_.ReadBytes(entityClass.description.data(),
-                    static_cast<std::uint32_t>(entityClass.description.size()));
+  reader_.ReadBytes(record.description.data(),
+                    static_cast<std::uint32_t>(record.description.size()));
   reader_.SeekTo(behind);
 }
 

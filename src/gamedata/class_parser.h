@@ -2,33 +2,32 @@
 #pragma once
 
 #include <array>
-#include <memory>
+#include <optional>
 #include <string>
+
+#include "gamedata/class_record.h"
 
 namespace ferrowand {
 
-class ClassSet;
-class EntityClass;
 class Reporter;
 class TextReader;
 
 class ClassParser {
  public:
-  // The reader is open. The classes are made for `set`.
-  ClassParser(TextReader& reader, Reporter& reporter, const ClassSet& set)
-      : reader_(reader), reporter_(reporter), set_(set) {}
+  // The reader is open.
+  ClassParser(TextReader& reader, Reporter& reporter) : reader_(reader), reporter_(reporter) {}
 
-  // The class of the next comment that opens with QUAKED; null at the end of the file. Each mistake
+  // The class of the next comment that opens with QUAKED; none at the end of the file. Each mistake
   // is reported with its line, and what it touches keeps its default.
-  std::unique_ptr<EntityClass> Next();
+  std::optional<ClassRecord> Next();
 
  private:
-  void ParseHeader(EntityClass& entityClass);
-  void ParseColour(EntityClass& entityClass);
-  void ParseBox(EntityClass& entityClass);
-  void ParseFlags(EntityClass& entityClass);
-  void ParseTilde(EntityClass& entityClass);
-  void ParseDescription(EntityClass& entityClass);
+  void ParseHeader(ClassRecord& record);
+  void ParseColour(ClassRecord& record);
+  void ParseBox(ClassRecord& record);
+  void ParseFlags(ClassRecord& record);
+  void ParseTilde(ClassRecord& record);
+  void ParseDescription(ClassRecord& record);
 
   using Triad = std::array<float, 3>;
   // The last number must end in ')'. `name` is what the triad is called in the message.
@@ -40,7 +39,6 @@ class ClassParser {
 
   TextReader& reader_;
   Reporter& reporter_;
-  const ClassSet& set_;
 };
 
 }  // namespace ferrowand

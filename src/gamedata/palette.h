@@ -4,7 +4,7 @@
 #include <array>
 #include <cstdint>
 
-#include "platform/canvas.h"
+#include "platform/colour.h"
 
 namespace ferrowand {
 

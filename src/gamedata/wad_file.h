@@ -13,7 +13,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "platform/canvas.h"
+#include "platform/colour.h"
 #include "platform/file.h"
 
 namespace ferrowand {

@@ -11,8 +11,6 @@
 namespace ferrowand {
 namespace {
 
-// World units by which the bounds of a brush may change when it is saved and read.
-constexpr float LARGEST_STRAY = 4;
 // What has corners off whole units is rounded anew each time that it is saved and read. Nearly all
 // that is going to be lost is lost in the first few.
 constexpr int SAVES = 3;

@@ -11,7 +11,7 @@
 #include "document/classes/entity_class.h"
 #include "document/edit_step.h"
 #include "document/map.h"
-#include "document/selection.h"
+#include "document/picking.h"
 #include "operations/groups.h"
 #include "operations/insert.h"
 #include "operations/new_entity.h"
@@ -116,7 +116,6 @@ EditResult PasteText(Map& map, std::string_view text) {
   added.reserve(objects.size());
   EditStep step(map);
   for (EntityPtr& object : objects) added.push_back(&step.Add(std::move(object), map));
-  std::erase_if(added, [](const entity* e) { return !IsReachable(*e); });
   Select(map, added, false);
   return result;
 }
@@ -131,7 +130,7 @@ EditResult InsertGroup(Map& map, const std::string& filename) {
   EditStep step(map);
   entity& group = step.Add(NewGroup(map, SplitPath(filename).base), map);
   for (EntityPtr& object : objects) step.Add(std::move(object), group);
-  Select(map, IsReachable(group) ? &group : nullptr, false);
+  Select(map, &group, false);
   return result;
 }
 

@@ -12,7 +12,7 @@
 #include "document/classes/entity_class.h"
 #include "document/edit_step.h"
 #include "document/map.h"
-#include "document/selection.h"
+#include "document/picking.h"
 #include "operations/csg.h"
 
 namespace ferrowand {
@@ -99,7 +99,7 @@ class Subtraction {
 };
 
 void Subtraction::CutTree(entity& target) {
-  if (spared_.contains(&target) || !target.IsVisible() || !target.IsEnabled()) return;
+  if (spared_.contains(&target) || !IsOpen(target)) return;
   const std::size_t before = outermost_.size();
   const std::size_t children = target.getEntityList().size();
   for (std::size_t i = 0; i < children; ++i) CutTree(*target.getEntityList()[i]);
@@ -186,7 +186,7 @@ void GiveBack(EditStep& step, std::span<entity* const> objects) {
 }
 
 void AddTargets(const entity& e, std::vector<const Brush*>& brushes) {
-  if (!e.IsVisible() || !e.IsEnabled()) return;
+  if (!IsOpen(e)) return;
   if (e.brush.getNumFaces() > 0) brushes.push_back(&e.brush);
   for (const EntityPtr& child : e.getEntityList()) AddTargets(*child, brushes);
 }
@@ -260,10 +260,9 @@ void SubtractSelection(Map& map) {
     count = subtraction.Count();
     if (count.cut > 0) {
       // Nothing leaves the map: there is no need to look through the selection at every move.
-      std::vector<entity*> selection = std::exchange(map.selection, {});
+      const PointersKept kept(map);
       MoveToEnd(step, subtraction.Outermost());
       GiveBack(step, objects);
-      map.selection = std::move(selection);
     }
   }
   ReportUncut(count.uncut, map.Data().reporter);
@@ -283,15 +282,14 @@ entity* IntersectSelection(Map& map) {
   if (lost > 0) return nullptr;
 
   if (common->getEntityList().empty()) {
-    map.selection.clear();
+    map.selection.Clear();
     return nullptr;
   }
   EditStep step(map);
   step.Remove(objects);
-  map.selection.clear();
   common->SetKey("XMPentityname", "CSGed father");
   entity& added = step.Add(std::move(common), map);
-  map.selection.push_back(&added);
+  map.selection.Set({&added});
   return &added;
 }
 

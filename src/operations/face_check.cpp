@@ -12,10 +12,6 @@
 namespace ferrowand {
 namespace {
 
-// From here on the game does not show a face.
-constexpr double MAX_VISIBLE = 10000;
-constexpr double SHORTEST_EDGE = 0.1;
-
 std::span<const WindingPoint> PointsOf(const Face& face) {
   return std::as_const(*face.w).Points();
 }

@@ -3,7 +3,7 @@
 #include "document/classes/entity_class.h"
 #include "document/edit_step.h"
 #include "document/map.h"
-#include "document/selection.h"
+#include "document/picking.h"
 #include "operations/new_entity.h"
 
 namespace ferrowand {
@@ -79,7 +79,6 @@ EditResult UngroupSelection(Map& map) {
   // One with faces of its own stays, as a brush among others.
   std::erase_if(groups, [](const entity* group) { return group->brush.getNumFaces() > 0; });
   step.Remove(groups);
-  std::erase_if(freed, [](const entity* e) { return !IsReachable(*e); });
   Select(map, freed, false);
   return EditResult::Done;
 }
@@ -90,7 +89,7 @@ EditResult SetAsLeading(Map& map) {
     return EditResult::NotAGroup;
   }
   entity* const group = roots.empty() ? nullptr : roots.front();
-  map.leadingGroup = group == map.leadingGroup ? nullptr : group;
+  map.SetLeadingGroup(group == map.leadingGroup() ? nullptr : group);
   return EditResult::Done;
 }
 

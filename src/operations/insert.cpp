@@ -7,7 +7,7 @@
 #include "document/classes/class_set.h"
 #include "document/edit_step.h"
 #include "document/map.h"
-#include "document/selection.h"
+#include "document/picking.h"
 #include "operations/new_entity.h"
 
 namespace ferrowand {

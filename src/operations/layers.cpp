@@ -9,15 +9,11 @@
 #include "document/classes/native_classes.h"
 #include "document/edit_step.h"
 #include "document/map.h"
-#include "document/selection.h"
+#include "document/picking.h"
 #include "operations/new_entity.h"
 
 namespace ferrowand {
 namespace {
-
-void DropUnreachable(Map& map) {
-  std::erase_if(map.selection, [](const entity* e) { return !IsReachable(*e); });
-}
 
 // Three decimals tell all 256 values apart.
 std::string ComponentText(std::uint8_t component) {
@@ -55,8 +51,9 @@ entity& InsertLayer(Map& map, std::string_view name) {
 }
 
 void MakeLayerCurrent(Map& map, entity& layer) {
-  map.currentLayer = &layer;
-  map.leadingGroup = nullptr;
+  ChangeScope scope(map);
+  map.SetCurrentLayer(&layer);
+  map.SetLeadingGroup(nullptr);
 }
 
 void SetLayerState(Map& map, entity& layer, bool hidden, bool disabled) {
@@ -66,7 +63,6 @@ void SetLayerState(Map& map, entity& layer, bool hidden, bool disabled) {
   EditStep step(map);
   step.ChangeKeys(layer);
   ReplaceKey(layer, "XMPstate", std::to_string(state));
-  DropUnreachable(map);
 }
 
 void DescribeLayer(Map& map, entity& layer, std::string_view name, Colour colour) {
@@ -97,7 +93,6 @@ EditResult MoveSelectionToLayer(Map& map, entity& layer) {
   if (roots.empty()) return EditResult::NothingSelected;
   EditStep step(map);
   MoveObjects(step, roots, layer);
-  DropUnreachable(map);
   return EditResult::Done;
 }
 
@@ -108,12 +103,11 @@ EditResult RemoveLayer(Map& map, entity& layer) {
   entity& heir = *others.front();
   std::vector<entity*> objects;
   for (const EntityPtr& child : layer.getEntityList()) objects.push_back(child.get());
-  const bool wasCurrent = map.currentLayer == &layer;
+  const bool wasCurrent = map.currentLayer() == &layer;
   EditStep step(map);
   step.Move(objects, heir);
   step.Remove(layer);
-  if (wasCurrent) map.currentLayer = &heir;
-  DropUnreachable(map);
+  if (wasCurrent) map.SetCurrentLayer(&heir);
   return EditResult::Done;
 }
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "operations/edit_result.h"
-#include "platform/canvas.h"
+#include "platform/colour.h"
 
 namespace ferrowand {
 

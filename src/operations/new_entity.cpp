@@ -8,7 +8,7 @@
 #include "document/classes/special_classes.h"
 #include "document/edit_step.h"
 #include "document/map.h"
-#include "document/selection.h"
+#include "document/picking.h"
 
 namespace ferrowand {
 namespace {
@@ -55,7 +55,7 @@ EditResult AddAndSelect(Map& map, EntityPtr e, const Vec3& at) {
   e->SetOrigin(at);
   EditStep step(map);
   entity& added = step.Add(std::move(e), map);
-  Select(map, IsReachable(added) ? &added : nullptr, false);
+  Select(map, &added, false);
   return EditResult::Done;
 }
 
@@ -80,7 +80,7 @@ std::string FitForKey(std::string_view text) {
 
 bool MayAddTo(const entity& parent) {
   for (const entity* e = &parent; e; e = e->Parent()) {
-    if (e->IsVisible() && e->IsEnabled()) continue;
+    if (IsOpen(*e)) continue;
     Reporter& reporter = e->getClass()->Set().Library().Report();
     return reporter.Show("Ferrowand asks",
                          "The current layer is hidden or disabled. Add the object?", Buttons::YesNo,

@@ -12,6 +12,7 @@
 #include "document/edit_step.h"
 #include "document/map.h"
 #include "geometry/convex_hull.h"
+#include "geometry/tolerance.h"
 #include "operations/brush_check.h"
 #include "operations/csg.h"
 #include "operations/new_entity.h"
@@ -31,10 +32,8 @@ struct Ring {
 };
 using Profile = std::vector<Ring>;
 
-// What is a half but for the last place of a cosine goes up as a half does, on every machine.
 double HalfUp(double value) {
-  constexpr double NOISE = 1e-6;
-  return std::floor(value + 0.5 + NOISE);
+  return std::floor(value + 0.5 + HALF_SLACK);
 }
 
 // The box as the solids see it: u and v across, w along the axis.
@@ -301,7 +300,7 @@ entity* AddPrimitive(Map& map, const Primitive& primitive, std::string_view text
   if (!MayAddTo(map.NewParent())) return nullptr;
   EditStep step(map);
   entity& added = step.Add(std::move(made.object), map);
-  map.selection.assign(1, &added);
+  map.selection.Set({&added});
   return &added;
 }
 

@@ -7,9 +7,9 @@
 #include "document/classes/special_classes.h"
 #include "document/edit_step.h"
 #include "document/map.h"
-#include "document/selection.h"
+#include "document/picking.h"
 #include "operations/new_entity.h"
-#include "operations/placing.h"
+#include "operations/transformation.h"
 
 namespace ferrowand {
 namespace {
@@ -46,7 +46,7 @@ EditResult MakeTemplate(Map& map, std::string_view name, const Vec3& pivot) {
   EditStep step(map);
   for (entity* root : roots) {
     step.Change(*root);
-    const EditResult result = Place(*root, Placing(-pivot), true);
+    const EditResult result = TransformObject(*root, Transformation(-pivot), true);
     if (result == EditResult::Done) continue;
     step.Cancel();
     return result;

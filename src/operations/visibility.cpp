@@ -4,7 +4,7 @@
 #include "document/classes/special_classes.h"
 #include "document/edit_step.h"
 #include "document/map.h"
-#include "document/selection.h"
+#include "document/picking.h"
 
 namespace ferrowand {
 namespace {
@@ -24,7 +24,6 @@ EditResult HideSelection(Map& map) {
     step.ChangeKeys(*root);
     HideEntity(*root);
   }
-  SelectNone(map);
   return EditResult::Done;
 }
 

@@ -1,51 +1,17 @@
-// The parts that an entity's picture in a 2D view is made of. All of them draw nothing where the
-// paint would not show it, and keep to the caller's pen under DRAW_KEEP_PEN.
+// How entities look in a 2D view. Each kind is drawn in its own way; what is not visible is not.
 #pragma once
-
-#include <optional>
 
 #include "views/draw_context.h"
 
 namespace ferrowand {
 
-class Brush;
-class EntityClass;
 class entity;
 
-// The edges of the brush, each pixel line once however many faces share it.
-void DrawBrushOutline(const Brush& brush, const Pen& pen, DrawContext& context);
+// The entity and all below it. `root` limits the drawing to that entity and what lies below it;
+// null draws everything.
+void DrawTree(const entity& e, DrawContext& context, const entity* root = nullptr);
 
-// The entity's own brush: in the pen of the map mode, else in the current one.
-void DrawOwnBrush(const entity& e, DrawContext& context);
-
-// An outline around a box of the world.
-void DrawBox(const Bounds& box, const Pen& pen, DrawContext& context);
-
-// Which way the entity looks: a triangle, or, along the view's depth, a circle or a cross.
-void DrawFacingMarker(const entity& e, const Pen& pen, DrawContext& context);
-
-// The name above the origin, when the context wants names.
-void DrawClassname(const entity& e, DrawContext& context);
-
-// To every entity of the same map that the entity targets.
-void DrawTargetArrows(const entity& e, DrawContext& context);
-
-// The pen, or the caller's where that is to be kept.
-const Pen& PenFor(const Pen& pen, const DrawContext& context);
-
-// Selects a pen for as long as it lives, unless the caller's is to be kept.
-class PenScope {
- public:
-  PenScope(DrawContext& context, const Pen& pen) : context_(context), outer_(context.pen) {
-    if (!(context.flags & DRAW_KEEP_PEN)) context.pen = pen;
-  }
-  ~PenScope() { context_.pen = outer_; }
-  PenScope(const PenScope&) = delete;
-  PenScope& operator=(const PenScope&) = delete;
-
- private:
-  DrawContext& context_;
-  Pen outer_;
-};
+// The lines of a selected object: no words, light radius or arrows.
+void DrawOutline(const entity& e, DrawContext& context);
 
 }  // namespace ferrowand

@@ -4,7 +4,8 @@
 #include <functional>
 #include <span>
 
-#include "document/selection.h"
+#include "document/picking.h"
+#include "platform/pixel.h"
 #include "views/view_transform.h"
 
 namespace ferrowand {
@@ -25,7 +26,6 @@ struct HitQuery {
   const ViewTransform& transform;
   Pixel at;
   PickLevel level = PickLevel::Objects;  // Brushes: point entities are not there
-  bool pointEntities = true;             // false where the view does not draw them
 };
 
 // Points on an edge are inside; so are those of a polygon seen as a line.

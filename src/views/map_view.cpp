@@ -4,7 +4,8 @@
 #include <cmath>
 
 #include "base/report.h"
-#include "document/selection.h"
+#include "document/picking.h"
+#include "views/painted_part.h"
 #include "views/tool.h"
 
 namespace ferrowand {
@@ -67,8 +68,29 @@ void MapView::SetOrientation(Orientation orientation) {
   transform.orienv = axes.v;
   transform.scalev = -std::abs(transform.scalev);
   axismask = static_cast<std::uint8_t>(7 & ~(1 << transform.DepthAxis()));
-  host_.SetCaption(Caption());
+  ShowCaption();
   Refresh();
+}
+
+void MapView::ShowCaption() {
+  std::string caption = Caption();
+  if (caption == caption_) return;
+  caption_ = std::move(caption);
+  host_.SetCaption(caption_);
+}
+
+void MapView::OnChange(const MapChange& change) {
+  ShowCaption();
+  if (change.everything) return Refresh();
+  if (mapmode == MapMode::Heights && Heights() != std::pair(heightlo, heighthi)) return Repaint();
+  const PaintRules rules{transform, DrawFlags(),
+                         [this](std::string_view text) { return host_.MeasureLabel(text); }};
+  const std::optional<PixelRect> part = PaintedPart(change, rules);
+  if (!part) {
+    Repaint();
+  } else if (!part->Empty()) {
+    Repaint(*part);
+  }
 }
 
 std::string MapView::Caption() const {
@@ -83,10 +105,6 @@ void MapView::Refresh() {
   host_.Invalidate();
 }
 
-void MapView::RefreshAll() {
-  for (MapView* view : list_.ViewsOf(map)) view->Refresh();
-}
-
 int MapView::SnapU(int world) const {
   return SnapToGrid(world, gridu);
 }
@@ -98,7 +116,7 @@ Vec3 MapView::PlaceForNew() const {
   const PixelSize area = host_.DrawingArea();
   const Pixel pixel = cursor_.value_or(Pixel{area.width / 2, area.height / 2});
   const int u = transform.ToWorldU(pixel.x), v = transform.ToWorldV(pixel.y);
-  const bool snap = (map.optionBits & MAP_SNAP) != 0;
+  const bool snap = (map.optionBits() & MAP_SNAP) != 0;
   const Bounds selected = SelectionBounds(map);
   Vec3 place;
   if (!selected.IsEmpty()) place = (selected.mins + selected.maxs) * 0.5f;
@@ -134,18 +152,15 @@ void MapView::CopyGridToOthers() {
 }
 
 void MapView::ToggleGrid() {
-  map.optionBits ^= MAP_GRID;
-  RefreshAll();
+  map.SetOptionBits(map.optionBits() ^ MAP_GRID);
 }
 
 void MapView::ToggleSnap() {
-  map.optionBits ^= MAP_SNAP | MAP_ANGLE_SNAP;
-  RefreshAll();
+  map.SetOptionBits(map.optionBits() ^ (MAP_SNAP | MAP_ANGLE_SNAP));
 }
 
 void MapView::ToggleGridAndSnap() {
-  map.optionBits ^= MAP_GRID | MAP_SNAP | MAP_ANGLE_SNAP;
-  RefreshAll();
+  map.SetOptionBits(map.optionBits() ^ (MAP_GRID | MAP_SNAP | MAP_ANGLE_SNAP));
 }
 
 void MapView::SetMapMode(MapMode mode) {
@@ -247,8 +262,8 @@ void MapView::SetStatus(const std::string& text) {
 }
 
 std::string MapView::ZoomText() const {
-  const char snap = map.optionBits & MAP_SNAP ? 'S' : ' ';
-  if (!(map.optionBits & MAP_GRID)) return Format("%c%i%%", snap, ZoomPercent());
+  const char snap = map.optionBits() & MAP_SNAP ? 'S' : ' ';
+  if (!(map.optionBits() & MAP_GRID)) return Format("%c%i%%", snap, ZoomPercent());
   return Format("(%ix%i)%c%i%%", 1 << gridu, 1 << gridv, snap, ZoomPercent());
 }
 

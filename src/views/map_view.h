@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "base/options.h"
@@ -51,6 +53,8 @@ class ViewHost {
   virtual void SetText(ViewText which, const std::string& text) = 0;
   virtual bool StatusBarShown() const = 0;
   virtual void SetCaption(const std::string& caption) = 0;
+  // Of the font of names.
+  virtual PixelSize MeasureLabel(std::string_view text) = 0;
   // The main frame's window and the place of the cursor, both in pixels of the drawing area.
   virtual PixelRect Frame() const = 0;
   virtual void MoveCursor(Pixel to) = 0;
@@ -154,6 +158,10 @@ class MapView : public MapObserver {
   void OnDoubleClick(Pixel at, int button);
   void OnActivate();
 
+  // --- from the map
+  // Repaints what the change may have made different, and tells the window what it is called now.
+  void OnChange(const MapChange& change) override;
+
   // --- words
   // Where this view's status bar is hidden, to the first other view of the map that shows its own.
   void SetStatus(const std::string& text);
@@ -172,19 +180,21 @@ class MapView : public MapObserver {
   bool MayScaleBy(double factor) const;
   void WrapCursor(Pixel cursor);
   void CopyGridToOthers();
-  void RefreshAll();
   void UpdateScrollBars();
 
   const DrawPens& Pens() const;
   void DrawGrid(Canvas& canvas, const PixelRect& update) const;
   void DrawAxes(Canvas& canvas, const PixelRect& update) const;
-  void FindHeights();
+  // The ends of the shaded depth: of the selection, or of the whole map.
+  std::pair<int, int> Heights() const;
+  void ShowCaption();
   unsigned DrawFlags() const;
 
   ViewHost& host_;
   ViewList& list_;
   const Options& options_;
   Tool* const& tool_;
+  std::string caption_;          // as the window was told last
   std::optional<Pixel> cursor_;  // while it is over the drawing area
   int zoomPresses_ = 0;          // buttons whose press was a zoom: their releases are swallowed
 };

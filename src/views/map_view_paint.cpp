@@ -1,9 +1,11 @@
 // The picture of a view: background, grid, map, overlays.
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 #include <vector>
 
-#include "document/classes/entity_class.h"
+#include "document/picking.h"
+#include "views/entity_drawing.h"
 #include "views/map_view.h"
 #include "views/tool.h"
 
@@ -96,14 +98,14 @@ void MapView::Paint(Canvas& canvas, const PixelRect& update) {
   if (update.Empty()) return;
   canvas.SetClip(update);
   canvas.FillRect(update, Pens().background);
-  if (map.optionBits & MAP_GRID) {
+  if (map.optionBits() & MAP_GRID) {
     DrawGrid(canvas, update);
     DrawAxes(canvas, update);
   }
-  if (mapmode == MapMode::Heights) FindHeights();
+  if (mapmode == MapMode::Heights) std::tie(heightlo, heighthi) = Heights();
 
   DrawContext context = Context(canvas, update);
-  if (map.getClass()) map.getClass()->DrawTree(map, context, nullptr);
+  DrawTree(map, context);
 
   if (tool_) {
     tool_->DrawOverlay(*this, canvas);
@@ -118,7 +120,7 @@ DrawContext MapView::Context(Canvas& canvas, const PixelRect& visible) const {
           .flags = DrawFlags(),
           .visible = visible,
           .pen = Pens().foreground,
-          .drawsEntities = options_.renderPointEntities != 0,
+          .drawsEntities = map.Data().shown.pointEntities,
           .centreDots = centreDots,
           .heightlo = heightlo,
           .heighthi = heighthi,
@@ -146,14 +148,12 @@ void MapView::DrawAxes(Canvas& canvas, const PixelRect& update) const {
   DrawColumns(canvas, pen, {transform.ToScreenU(0) + 1}, update);
 }
 
-// The depth of the selection; of the whole map while nothing is selected.
-void MapView::FindHeights() {
-  Bounds box;
-  for (const entity* selected : map.selection) box.Add(selected->GetBounds());
+std::pair<int, int> MapView::Heights() const {
+  Bounds box = SelectionBounds(map);
   if (map.selection.empty()) box = map.GetBounds();
-  if (box.IsEmpty()) box = {{0, 0, 0}, {0, 0, 0}};
-  heightlo = RoundToInt(box.mins[transform.DepthAxis()]);
-  heighthi = RoundToInt(box.maxs[transform.DepthAxis()]);
+  if (box.IsEmpty()) return {0, 0};
+  const int depth = transform.DepthAxis();
+  return {RoundToInt(box.mins[depth]), RoundToInt(box.maxs[depth])};
 }
 
 unsigned MapView::DrawFlags() const {
@@ -165,7 +165,7 @@ unsigned MapView::DrawFlags() const {
   set(options_.drawLightRadius != 0, DRAW_LIGHT_RADIUS);
   set(options_.forceEntityLinks != 0, DRAW_TARGETS);
   set(options_.entityNames != 0, DRAW_CLASSNAMES);
-  set(options_.drawTemplates != 0, DRAW_TEMPLATES);
+  set(map.Data().shown.templates, DRAW_TEMPLATES);
   set(options_.blackBack != 0, DRAW_WHITE_TEXT);
   return flags;
 }

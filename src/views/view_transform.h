@@ -4,7 +4,7 @@
 #include <cstdint>
 
 #include "geometry/vec.h"
-#include "platform/canvas.h"
+#include "platform/pixel.h"
 
 namespace ferrowand {
 

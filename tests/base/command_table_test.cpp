@@ -4,69 +4,118 @@
 
 #include <set>
 
+#include "support/cases.h"
+
 namespace ferrowand {
 namespace {
 
-struct Case {
-  Command command;
-  bool nothing, map, view;  // available with nothing open, a map's window active, a 2D view active
-};
+using enum Command;
+using Commands = std::set<Command>;
+using Fact = CommandRow::Fact CommandRow::*;
 
-TEST(CommandTable, AvailabilityFollowsWhatIsOpen) {
-  const Options options;
-  CommandFacts nothing, map, view;
-  nothing.options = map.options = view.options = &options;
-  map.hasMap = view.hasMap = view.hasView = true;
-  for (const Case& c :
-       {Case{Command::FileNew, true, true, true}, Case{Command::DrawTemplates, true, true, true},
-        Case{Command::ArrangeQuarters, true, true, true},
-        Case{Command::FileSave, false, true, true}, Case{Command::ZoomToFit, false, true, true},
-        Case{Command::ZoomIn, false, false, true}, Case{Command::ModeHeights, false, false, true},
-        Case{Command::Undo, false, false, false}}) {
-    const CommandRow* row = FindCommand(Id(c.command));
-    ASSERT_NE(row, nullptr);
-    EXPECT_EQ(row->available(nothing), c.nothing) << row->text;
-    EXPECT_EQ(row->available(map), c.map) << row->text;
-    EXPECT_EQ(row->available(view), c.view) << row->text;
-  }
-  view.canUndo = true;
-  EXPECT_TRUE(FindCommand(Id(Command::Undo))->available(view));
-  EXPECT_FALSE(FindCommand(Id(Command::Redo))->available(view));
-}
+const Commands ANYTIME = {
+    FileNew,     FileOpen,       InsertGroup,     EditOptions,     Exit,
+    ZoomTo,      DrawClassnames, DrawLightRadius, DrawTemplates,   RenderPointEntities,
+    TileWindows, CascadeWindows, ArrangeQuarters, ArrangeXYLarge,  Arrange3DLarge,
+    ShowToolbar, Keylist,        About,           PopupRecentMap,  ToolLimitX,
+    ToolLimitY,  ToolLimitZ,     ToolTextureLock, ToolRotationStep};
+const Commands IN_A_VIEW = {ZoomIn,      ZoomOut,         GridToggle,        SnapToggle,
+                            GridSmaller, GridLarger,      ModeNormal,        ModeOneMip,
+                            ModeHeights, ModeLayerColour, ToggleGridAndSnap, ToolMapMode};
 
-TEST(CommandTable, TicksFollowTheActiveViewAndTheOptions) {
-  Options options;
-  CommandFacts facts;
-  facts.options = &options;
-  facts.grid = true;
-  facts.mapMode = 2;
-  facts.limitedAxes = 4;
-  const auto ticked = [&] {
-    std::set<Command> commands;
+class CommandTableTest : public testing::Test {
+ protected:
+  // All of which the row's fact is true.
+  Commands Where(Fact fact) {
+    Commands commands;
     for (const auto rows : {MainMenuCommands(), OtherCommands()}) {
       for (const CommandRow& row : rows) {
-        if (row.checked && row.checked(facts)) commands.insert(row.command);
+        if (row.*fact && (row.*fact)(facts)) commands.insert(row.command);
       }
     }
     return commands;
-  };
-  using Commands = std::set<Command>;
-  const Commands ofOptions{Command::RenderPointEntities, Command::ShowToolbar, Command::ToolLimitZ};
-  EXPECT_EQ(ticked(), ofOptions) << "no map, no grid";
-  facts.hasMap = facts.hasView = true;
-  options = {};
-  options.renderPointEntities = options.showToolbar = 0;
-  options.entityNames = options.textureLock = 1;
-  EXPECT_EQ(ticked(),
-            (Commands{Command::GridToggle, Command::ModeHeights, Command::SelectPartial,
-                      Command::DrawClassnames, Command::ToolTextureLock, Command::ToolLimitZ}));
+  }
+  static Commands Without(Commands all, const Commands& some) {
+    for (const Command command : some) EXPECT_EQ(all.erase(command), 1u) << Id(command);
+    return all;
+  }
+
+  Options options;
+  CommandFacts facts{.options = &options};
+};
+
+TEST_F(CommandTableTest, WhatNeedsNoMapWhatNeedsAViewAndAllTheOthersNeedAMap) {
+  Commands more{Undo, Redo};
+  for (unsigned i = 0; i < Options::NUMRECENTMAPS; ++i) {
+    more.insert(static_cast<Command>(Id(RecentMap) + i));
+  }
+  Commands all;
+  for (const auto rows : {MainMenuCommands(), OtherCommands()}) {
+    for (const CommandRow& row : rows) EXPECT_TRUE(all.insert(row.command).second) << row.text;
+  }
+  EXPECT_EQ(Where(&CommandRow::available), ANYTIME);
+  facts.hasMap = true;
+  EXPECT_EQ(Where(&CommandRow::available), Without(Without(all, more), IN_A_VIEW));
+  facts.hasView = true;
+  EXPECT_EQ(Where(&CommandRow::available), Without(all, more));
+  facts = {.canUndo = true, .options = &options};
+  EXPECT_EQ(Without(Where(&CommandRow::available), ANYTIME), Commands{Undo});
+  facts = {.canRedo = true, .options = &options};
+  options.previousFiles[1] = "a.map";
+  EXPECT_EQ(Without(Where(&CommandRow::available), ANYTIME),
+            (Commands{Redo, static_cast<Command>(Id(RecentMap) + 1)}));
 }
 
-TEST(CommandTable, ANumberMeansOneCommandAndARangeOneToo) {
-  std::set<unsigned> ids;
-  for (const auto rows : {MainMenuCommands(), OtherCommands()}) {
-    for (const CommandRow& row : rows) EXPECT_TRUE(ids.insert(Id(row.command)).second) << row.text;
+TEST_F(CommandTableTest, EachStateTicksItsCommands) {
+  const auto expect = [&](const Commands& ticked) {
+    EXPECT_EQ(Where(&CommandRow::checked), ticked);
+    facts = {
+        .hasMap = true, .hasView = true, .mapMode = 9, .selectsFull = true, .options = &options};
+  };
+  options.renderPointEntities = options.showToolbar = 0;
+  std::uint8_t mapMode = 0;
+  facts.grid = facts.snap = true;
+  facts.mode = ModeBrush;
+  expect({});  // without a map
+  facts.selectsFull = false;
+  expect({SelectPartial});
+  facts.grid = true;
+  expect({SelectFull, GridToggle});
+  facts.snap = true;
+  expect({SelectFull, SnapToggle});
+  for (const Command mode : {ModeNormal, ModeOneMip, ModeHeights, ModeLayerColour}) {
+    facts.mapMode = mapMode++;
+    expect({SelectFull, mode});
   }
+  for (const Command mode : {ModeEntity, ModeBrush, BrushHandles, SelectMultiple, TouchUp,
+                             CreatePyramid, CreateSphere, CreateHemisphere}) {
+    facts.mode = mode;
+    expect({SelectFull, mode});
+  }
+  for (const auto& [mode, button] : Cases<Command, Command>{
+           {CreateCuboid, ToolCube}, {CreateWedge, ToolWedge}, {CreateColumn, ToolColumn}}) {
+    facts.mode = mode;
+    expect({SelectFull, mode, button});
+  }
+  for (const auto& [axis, command] :
+       Cases<int, Command>{{0, ToolLimitX}, {1, ToolLimitY}, {2, ToolLimitZ}}) {
+    facts.limitedAxes = static_cast<std::uint8_t>(1 << axis);
+    expect({SelectFull, command});
+  }
+  for (const auto& [option, command] :
+       Cases<std::uint8_t Options::*, Command>{{&Options::entityNames, DrawClassnames},
+                                               {&Options::drawLightRadius, DrawLightRadius},
+                                               {&Options::drawTemplates, DrawTemplates},
+                                               {&Options::renderPointEntities, RenderPointEntities},
+                                               {&Options::textureLock, ToolTextureLock},
+                                               {&Options::showToolbar, ShowToolbar}}) {
+    options.*option = 1;
+    expect({SelectFull, command});
+    options.*option = 0;
+  }
+}
+
+TEST_F(CommandTableTest, ANumberMeansOneCommandAndARangeOneToo) {
   const std::pair<unsigned, unsigned> found[] = {{10007, 10000}, {10008, 0},     {10105, 10100},
                                                  {10106, 0},     {10250, 10200}, {51745, 51745},
                                                  {0, 0}};
@@ -76,18 +125,10 @@ TEST(CommandTable, ANumberMeansOneCommandAndARangeOneToo) {
   }
 }
 
-TEST(CommandTable, RecentMapsAreOnlyAvailableWhereThereIsOne) {
-  Options options;
-  CommandFacts facts;
-  facts.options = &options;
+TEST_F(CommandTableTest, TextsSayWhatIsMissing) {
   options.previousFiles[1] = "c:\\a&b.map";
-  EXPECT_FALSE(FindCommand(51740)->available(facts));
-  EXPECT_TRUE(FindCommand(51741)->available(facts));
   EXPECT_EQ(RecentMapText(options, 0), "- NO FILE -");
   EXPECT_EQ(RecentMapText(options, 1), "c:\\a&&b.map");
-}
-
-TEST(CommandTable, AButtonWithoutATipAsksForPity) {
   EXPECT_EQ(ToolTip(Id(Command::Group)), "&Group");
   EXPECT_EQ(ToolTip(4711), "Undefined Tool Tip! Take pity on the beta-author.");
 }

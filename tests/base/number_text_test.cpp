@@ -39,10 +39,7 @@ TEST(NumberText, FloatsAreReadAsFarAsTheyGo) {
 TEST(NumberText, FloatsBeyondTheirRangeStayFinite) {
   const double largest = std::numeric_limits<float>::max();
   const std::string zeros(400, '0');
-  const struct {
-    std::string text;
-    double value;
-  } cases[] = {
+  const std::pair<std::string, double> cases[] = {
       {"1e39", largest},
       {"-1e39", -largest},
       {"1e400", largest},
@@ -56,7 +53,7 @@ TEST(NumberText, FloatsBeyondTheirRangeStayFinite) {
       {"1e-99999999999999999999", 0},
       {"1" + zeros + "e-400", 1},
   };
-  for (const auto& c : cases) EXPECT_EQ(ParseFloat(c.text), c.value) << c.text;
+  for (const auto& [text, value] : cases) EXPECT_EQ(ParseFloat(text), value) << text;
 }
 
 TEST(NumberText, WhatIsTypedIsANumberOrNothing) {

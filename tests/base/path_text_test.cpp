@@ -3,14 +3,13 @@
 #include <gtest/gtest.h>
 
 #include "platform/system.h"
+#include "support/cases.h"
 
 namespace ferrowand {
 namespace {
 
 TEST(PathText, PathsSplitAtEitherSeparator) {
-  const struct {
-    const char *path, *directory, *base, *extension;
-  } cases[] = {
+  const Cases<const char*, const char*, const char*, const char*> cases{
       {"c:\\maps\\e1m1.map", "c:\\maps\\", "e1m1", ".map"},
       {"/home/a.b/e1m1", "/home/a.b/", "e1m1", ""},
       {"a\\b/c.d.xmp", "a\\b/", "c.d", ".xmp"},
@@ -20,11 +19,11 @@ TEST(PathText, PathsSplitAtEitherSeparator) {
       {"folder\\", "folder\\", "", ""},
       {"", "", "", ""},
   };
-  for (const auto& c : cases) {
-    const PathParts parts = SplitPath(c.path);
-    EXPECT_EQ(parts.directory, c.directory) << c.path;
-    EXPECT_EQ(parts.base, c.base) << c.path;
-    EXPECT_EQ(parts.extension, c.extension) << c.path;
+  for (const auto& [path, directory, base, extension] : cases) {
+    const PathParts parts = SplitPath(path);
+    EXPECT_EQ(std::tie(parts.directory, parts.base, parts.extension),
+              std::tie(directory, base, extension))
+        << path;
   }
 }
 
@@ -40,9 +39,7 @@ TEST(PathText, CaseOfLettersIsTheOnlyDifferenceOverlooked) {
 }
 
 TEST(PathText, TheSharedFrontGoesEvenInsideAName) {
-  const struct {
-    const char *path, *directory, *rest;
-  } cases[] = {
+  const Cases<const char*, const char*, const char*> cases{
       {"c:\\quake\\id1\\a.qc", "c:\\quake", "id1\\a.qc"},
       {"c:\\quack\\a.qc", "c:\\quake", "ck\\a.qc"},
       {"c:\\Quake\\a.qc", "c:\\quake", "Quake\\a.qc"},
@@ -52,7 +49,9 @@ TEST(PathText, TheSharedFrontGoesEvenInsideAName) {
       {"c:\\quake", "c:\\quake", ""},
       {"c:\\quake\\\\a", "c:\\quake", "\\a"},
   };
-  for (const auto& c : cases) EXPECT_EQ(StripCommonPrefix(c.path, c.directory), c.rest) << c.path;
+  for (const auto& [path, directory, rest] : cases) {
+    EXPECT_EQ(StripCommonPrefix(path, directory), rest) << path;
+  }
 }
 
 TEST(PathText, SearchFoldersEndInASeparatorAndAreTenAtMost) {

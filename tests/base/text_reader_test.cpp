@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "support/cases.h"
 #include "support/recorder.h"
 #include "support/temp_dir.h"
 
@@ -90,13 +91,6 @@ TEST(TextReader, AnUngetAfterARefillReturnsTheByteBefore) {
   }
 }
 
-TEST(TextReader, AnUngetAtTheStartIsAFailedAssertion) {
-  Reading reading("a");
-  reading.reader.UngetChar();
-  EXPECT_TRUE(Asserted(reading.recorder, "253", "0"));
-  EXPECT_EQ(reading.reader.GetChar(), 'a');
-}
-
 TEST(TextReader, BeyondTheEndBytesAreZeroAndTheOffsetGoesOn) {
   Reading reading("ab");
   reading.reader.SeekTo(2);
@@ -107,13 +101,14 @@ TEST(TextReader, BeyondTheEndBytesAreZeroAndTheOffsetGoesOn) {
   reading.reader.UngetChar();
   reading.reader.UngetChar();
   EXPECT_EQ(reading.reader.GetChar(), 'b');
+  reading.reader.SeekTo(0);
+  reading.reader.UngetChar();
+  EXPECT_TRUE(Asserted(reading.recorder, "253", "0"));
+  EXPECT_EQ(reading.reader.GetChar(), 'a');
 }
 
 TEST(TextReader, SeparatorsAreTokensOfTheirOwn) {
-  const struct {
-    std::string text;
-    Strings tokens;
-  } cases[] = {
+  const std::pair<std::string, Strings> cases[] = {
       {std::string("a\0b", 3), {"a", "b"}},  // a zero byte ends a token and is white space
       {"(12", {"(", "12"}},
       {"-8", {"-", "8"}},
@@ -124,77 +119,46 @@ TEST(TextReader, SeparatorsAreTokensOfTheirOwn) {
       {"a#$%'?@^_`~b", {"a#$%'?@^_`~b"}},
       {" \t\r\n one \t two", {"one", "two"}},
       {"end ", {"end", ""}},  // the blank is skipped, and beyond it there is only a zero
+      {std::string(120, 'x') + " y",
+       {std::string(50, 'x'), std::string(50, 'x'), std::string(20, 'x'), "y"}},
   };
-  for (const auto& c : cases) EXPECT_EQ(Reading(c.text).Tokens(), c.tokens) << c.text;
-}
-
-TEST(TextReader, TheByteBehindATokenAtAWindowsEndIsTheNextOne) {
-  const std::string text = "(){}()[]<>+-()a(bc)d{}\"\"==!!..,,;;::";
-  Reading reading(text, 10);
-  std::string token;
-  while (!reading.reader.AtEof()) {
-    ASSERT_EQ(reading.reader.PeekChar(), text[reading.reader.Offset()]);
-    reading.reader.ReadToken(token, 50);
+  for (const auto& [text, tokens] : cases) {
+    EXPECT_EQ(Reading(text).Tokens(), tokens) << text;
+    EXPECT_EQ(Reading(text, 10).Tokens(), tokens) << text;
   }
 }
 
-TEST(TextReader, AZeroByteInsideAWordEndsTheTextButNotTheCount) {
-  Reading reading(std::string("ab\0cd x\n", 8) + "\n");
-  std::string word;
-  EXPECT_EQ(reading.reader.ReadWord(word, 50), 5u);
-  EXPECT_EQ(word, "ab");
-  EXPECT_EQ(reading.reader.ReadWord(word, 50), 1u);
-  EXPECT_EQ(word, "x");
-}
-
-TEST(TextReader, ATokenIsCutAtItsLimitAndTheRestFollows) {
-  for (const std::uint16_t window : {std::uint16_t{10}, TextReader::WINDOW}) {
-    Reading reading(std::string(120, 'x') + " y", window);
-    const Strings expected{std::string(50, 'x'), std::string(50, 'x'), std::string(20, 'x'), "y"};
-    EXPECT_EQ(reading.Tokens(), expected);
-  }
-}
-
-TEST(TextReader, TokensAndWordsSpanWindows) {
-  std::string text;
-  Strings expected;
-  for (int i = 0; i < 500; ++i) {
-    expected.push_back("word" + std::to_string(i * i));
-    text += expected.back() + std::string(static_cast<std::size_t>(1 + i % 13), ' ');
-  }
-  text += "\n";
+TEST(TextReader, TokensAndWordsAreTheSameInEveryWindow) {
+  const std::string text = "(){}()[]<>+-()a(bc)d{}\"\"==!!..,,;;::" + LongText(5000) + "\n";
+  const Strings tokens = Reading(text).Tokens();
   for (const std::uint16_t window : {10, 11, 12, 13, 29}) {
-    Reading tokens(text, window), words(text, window);
-    std::string token, word;
-    for (const std::string& each : expected) {
-      EXPECT_EQ(tokens.reader.ReadToken(token, 50), each.size());
-      EXPECT_EQ(token, each);
-      EXPECT_EQ(words.reader.ReadWord(word, 50), each.size());
-      EXPECT_EQ(word, each);
+    EXPECT_EQ(Reading(text, window).Tokens(), tokens);
+    Reading words(text), read(text, window);
+    std::string word, token;
+    while (!read.reader.AtEof()) {
+      ASSERT_EQ(read.reader.PeekChar(), text[read.reader.Offset()]);
+      EXPECT_EQ(read.reader.ReadWord(token, 50), words.reader.ReadWord(word, 50));
+      EXPECT_EQ(token, word);
     }
   }
 }
 
-TEST(TextReader, ATabIsPartOfAWord) {
-  Reading reading("abc\tdef ghi\r\n\tx\n");
-  std::string word;
-  EXPECT_EQ(reading.reader.ReadWord(word, 50), 7u);
-  EXPECT_EQ(word, "abc\tdef");
-  EXPECT_EQ(reading.reader.ReadWord(word, 2), 2u);
-  EXPECT_EQ(word, "gh");
-  EXPECT_EQ(reading.reader.ReadWord(word, 50), 1u);
-  EXPECT_EQ(reading.reader.ReadWord(word, 50), 1u);
-  EXPECT_EQ(word, "x");
-}
-
-TEST(TextReader, TheLastWordTakesZerosFromBeyondTheEndUpToItsLimit) {
-  Reading reading("-16");
-  std::string word;
-  EXPECT_EQ(reading.reader.ReadWord(word, 50), 50u);
-  EXPECT_EQ(word, "-16");
-  EXPECT_EQ(reading.reader.Offset(), 50u);
-  EXPECT_EQ(reading.reader.ReadWord(word, 50), 50u);
-  EXPECT_EQ(word, "");
+// A zero byte ends the text but not the count; a tab is part of a word; and the last one takes
+// zeros from beyond the end up to its limit.
+TEST(TextReader, WordsEndAtBlanksAndLineEndsOnly) {
+  const Cases<std::string, std::size_t, std::size_t, std::string> cases{
+      {std::string("ab\0cd x", 7), 50, 5, "ab"},
+      {"abc\tdef ghi", 50, 7, "abc\tdef"},
+      {" \t abc", 2, 2, "ab"},
+      {"\r\nx\r\n", 50, 1, "x"},
+      {"-16", 50, 50, "-16"},
+      {"", 50, 50, ""}};
+  for (const auto& [text, limit, count, expected] : cases) {
+    Reading reading(text);
+    std::string word;
+    EXPECT_EQ(reading.reader.ReadWord(word, limit), count) << text;
+    EXPECT_EQ(word, expected);
+  }
 }
 
 TEST(TextReader, SkippingCountsWhatItPasses) {
@@ -259,12 +223,11 @@ TEST(TextReader, AnUnexpectedCharacterIsAFailedAssertionAndConsumed) {
 }
 
 TEST(TextReader, FindWordOverlooksAWordThatEndsTheFile) {
-  const struct {
-    const char* text;
-    int result;
-  } cases[] = {{"a (QUAKED) b", 1}, {"x QUAKED", 2}, {"QUAKED ", 1}, {"xQUAKED\n", 2}, {"", 2}};
-  for (const auto& c : cases)
-    EXPECT_EQ(Reading(c.text).reader.FindWord("QUAKED"), c.result) << c.text;
+  const std::pair<const char*, int> cases[] = {
+      {"a (QUAKED) b", 1}, {"x QUAKED", 2}, {"QUAKED ", 1}, {"xQUAKED\n", 2}, {"", 2}};
+  for (const auto& [text, result] : cases) {
+    EXPECT_EQ(Reading(text).reader.FindWord("QUAKED"), result) << text;
+  }
 }
 
 TEST(TextReader, ReadBytesCrossesWindowsAndGivesZerosBeyondTheEnd) {
@@ -288,19 +251,8 @@ TEST(TextReader, EveryKindOfLineEndCountsOnce) {
     EXPECT_EQ(lines, (std::vector<unsigned>{1, 1, 1, 2, 2, 2, 4, 4, 4, 4}));
     reading.reader.SeekTo(0);
     EXPECT_EQ(reading.reader.LineNumber(), 1u);
-    EXPECT_EQ(reading.reader.GetChar(), 'o');
+    EXPECT_EQ(reading.Rest(), "one" + end + "two" + end + end + "four");
   }
-}
-
-TEST(TextReader, ReadingGoesOnBehindALineCount) {
-  const std::string text = LongText(100000);
-  Reading reading(text);
-  std::string read;
-  for (int i = 0; !reading.reader.AtEof(); ++i) {
-    if (i % 5000 == 0) reading.reader.LineNumber();
-    read += static_cast<char>(reading.reader.GetChar());
-  }
-  EXPECT_EQ(read, text);
 }
 
 TEST(TextReader, AFileThatShrinksWhileItIsReadIsReportedOnceAndReadsAsZeros) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <functional>
 #ifndef _WIN32
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -11,6 +12,7 @@
 #include <iterator>
 #endif
 
+#include "support/cases.h"
 #include "support/recorder.h"
 #include "support/temp_dir.h"
 
@@ -49,11 +51,6 @@ TEST_F(WinFile, AMissingFileIsNoFailureButAnImpossiblePathIs) {
   EXPECT_EQ(Assertion(), "36 \"GetLastError()==ERROR_FILE_NOT_FOUND\"");
 }
 
-TEST_F(WinFile, AFailedCreationIsReported) {
-  EXPECT_EQ(CreateForWrite(dir.Path("no/such/folder"), reporter), INVALID_FILE);
-  EXPECT_EQ(Assertion(), "50 \"file!=INVALID_HANDLE_VALUE\"");
-}
-
 TEST_F(WinFile, BytesAreReadWrittenAndPeekedAtInPlace) {
   const FileHandle file = CreateForWrite(dir.Path("bytes"), reporter);
   for (const std::uint8_t byte : {1, 200, 3}) WriteByte(file, byte, reporter);
@@ -70,22 +67,20 @@ TEST_F(WinFile, BytesAreReadWrittenAndPeekedAtInPlace) {
   EXPECT_TRUE(recorder.messages.empty());
 }
 
-TEST_F(WinFile, CallsOnAClosedHandleAreReportedEachWithItsOwnText) {
-  const struct {
-    void (*call)(FileHandle, Reporter&);
-    const char* assertion;
-  } cases[] = {
-      {[](FileHandle f, Reporter& r) { ReadByte(f, r); },
+TEST_F(WinFile, CallsThatFailAreReportedEachWithItsOwnText) {
+  const Cases<std::function<void(FileHandle)>, const char*> cases{
+      {[&](FileHandle f) { ReadByte(f, reporter); },
        "65 \"ReadFile(file, &chr, 1, &bytesRead, NULL)\""},
-      {[](FileHandle f, Reporter& r) { WriteByte(f, 1, r); }, "85 \"ret\""},
-      {[](FileHandle f, Reporter& r) { Seek(f, 0, SeekFrom::Begin, r); },
+      {[&](FileHandle f) { WriteByte(f, 1, reporter); }, "85 \"ret\""},
+      {[&](FileHandle f) { Seek(f, 0, SeekFrom::Begin, reporter); },
        "91 \"SetFilePointer(file, distance, NULL, from)!=0xFFFFFFFF\""},
-      {[](FileHandle f, Reporter& r) { Tell(f, r); }, "100 \"ret!=0xFFFFFFFF\""},
-  };
-  for (const auto& c : cases) {
+      {[&](FileHandle f) { Tell(f, reporter); }, "100 \"ret!=0xFFFFFFFF\""},
+      {[&](FileHandle) { CreateForWrite(dir.Path("no/such/folder"), reporter); },
+       "50 \"file!=INVALID_HANDLE_VALUE\""}};
+  for (const auto& [call, assertion] : cases) {
     recorder.messages.clear();
-    c.call(INVALID_FILE, reporter);
-    EXPECT_EQ(Assertion(), c.assertion);
+    call(INVALID_FILE);
+    EXPECT_EQ(Assertion(), assertion);
     EXPECT_EQ(recorder.OnlyText().find("GetLastError:0."), std::string::npos);
   }
 }
@@ -97,14 +92,12 @@ TEST_F(WinFile, ReplacingPutsTheTextInPlaceAndLeavesNothingElse) {
   EXPECT_TRUE(ReplaceFileText(dir.Path("map"), "shorter", reporter));
   EXPECT_EQ(dir.Read("map"), "shorter");
   EXPECT_EQ(FilesInFolder(), 1u);
-  EXPECT_TRUE(recorder.messages.empty());
-}
-
-TEST_F(WinFile, ReplacingKeepsTheNeighbourThatHasTheTemporaryName) {
+  // A neighbour that has the name of the temporary file stays.
   dir.Write("map.tmp", "mine");
   EXPECT_TRUE(ReplaceFileText(dir.Path("map"), "new", reporter));
   EXPECT_EQ(dir.Read("map.tmp"), "mine");
   EXPECT_EQ(FilesInFolder(), 2u);
+  EXPECT_TRUE(recorder.messages.empty());
 }
 
 TEST_F(WinFile, ReplacingWhatCannotBeWrittenIsAFailedCreation) {

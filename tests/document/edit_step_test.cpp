@@ -19,7 +19,7 @@ TEST_F(EditStepTest, AnEmptyStepLeavesNoTrace) {
   Add(map);
   Add(map);
   map.undo.Undo();
-  map.modified = false;
+  map.MarkSaved();
   { EditStep step(map); }
   {
     EditStep step(map);
@@ -28,30 +28,30 @@ TEST_F(EditStepTest, AnEmptyStepLeavesNoTrace) {
   }
   EXPECT_TRUE(map.undo.CanRedo());
   EXPECT_EQ(map.undo.StepCount(), 1u);
-  EXPECT_FALSE(map.modified);
+  EXPECT_FALSE(map.modified());
   Add(map);
-  EXPECT_TRUE(map.modified);
+  EXPECT_TRUE(map.modified());
   EXPECT_FALSE(map.undo.CanRedo());
 }
 
 TEST_F(EditStepTest, CancelTakesBackWhatPointsIntoTheMapToo) {
   entity& group = Add(map);
   entity& member = Add(group);
-  map.selection = {&member, &group};
-  map.leadingGroup = &group;
-  entity* const layer = map.currentLayer;
+  map.selection.Set({&member, &group});
+  map.SetLeadingGroup(&group);
+  entity* const layer = map.currentLayer();
   const std::string before = ExtendedText(map);
   EditStep step(map);
   step.Change(*layer);
   member.SetKey("changed", "yes");
   step.Remove(*layer);
   EXPECT_TRUE(map.selection.empty());
-  EXPECT_EQ(map.leadingGroup, nullptr);
+  EXPECT_EQ(map.leadingGroup(), nullptr);
   step.Cancel();
   EXPECT_EQ(ExtendedText(map), before);
   EXPECT_EQ(map.selection, (std::vector<entity*>{&member, &group}));
-  EXPECT_EQ(map.leadingGroup, &group);
-  EXPECT_EQ(map.currentLayer, layer);
+  EXPECT_EQ(map.leadingGroup(), &group);
+  EXPECT_EQ(map.currentLayer(), layer);
 }
 
 // The step before must find what it left, whatever later steps did to what holds it.
@@ -66,7 +66,7 @@ TEST_F(EditStepTest, WhatChangesStaysTheSameObject) {
   };
   change(member, "1");
   change(group, "2");
-  map.selection = {&member};
+  map.selection.Set({&member});
   map.undo.Undo();
   EXPECT_STREQ(member.GetKey("value"), "1");
   map.undo.Undo();
@@ -140,7 +140,7 @@ TEST_F(EditStepTest, ManyObjectsFindTheirPlacesAgain) {
 
 TEST_F(EditStepTest, InAListThatBecameShorterPlacesEndAtItsEnd) {
   for (int i = 0; i < 4; ++i) Add(map);
-  entity& layer = *map.currentLayer;
+  entity& layer = *map.currentLayer();
   entity* const last[] = {layer.getEntityList()[2].get(), layer.getEntityList()[3].get()};
   EditStep(map).Remove(last);
   layer.TakeChild(0);

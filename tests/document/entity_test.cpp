@@ -13,7 +13,7 @@ class EntityTest : public DocumentTest {
   // The text stands between the braces of one entity behind the world.
   const entity& ReadBody(const std::string& body) {
     map = ReadText("{\n}\n{" + body + "}\n");
-    return *map->currentLayer->getEntityList().front();
+    return *map->currentLayer()->getEntityList().front();
   }
   std::string Keys(const entity& e) {
     std::string keys;
@@ -201,7 +201,7 @@ TEST_F(EntityTest, FixedFlagsOfAClassOverruleTheFile) {
   map = ReadText("{\"XMPqc\" \"" + qc +
                  "\"}{\"XMPferroflags\" \"2\"\"classname\" \"path\"}"
                  "{\"XMPferroflags\" \"2\"\"classname\" \"light\"}");
-  const auto& entities = map->currentLayer->getEntityList();
+  const auto& entities = map->currentLayer()->getEntityList();
   EXPECT_EQ(entities[0]->flags(), 1);
   EXPECT_EQ(entities[1]->flags(), 2);
 }
@@ -226,19 +226,20 @@ TEST_F(EntityTest, NestingBeyondTheLimitIsFlattenedAndToldOnce) {
     keys += e.GetKey("depth") != nullptr || e.GetKey("bottom") != nullptr;
   });
   EXPECT_EQ(keys, 501);
-  EXPECT_STREQ(map->currentLayer->getEntityList().back()->GetKey("after"), "yes");
+  EXPECT_STREQ(map->currentLayer()->getEntityList().back()->GetKey("after"), "yes");
 }
 
 TEST_F(EntityTest, TheCurrentLayerAndTheSelectionNeverOutliveTheirObjects) {
   map = ReadText("{}{}");
-  entity* first = map->currentLayer;
+  entity* first = map->currentLayer();
   entity* second = map->AddLayer("second");
-  map->selection = {first->getEntityList().front().get(), second};
+  entity* kept = map->AddChild(std::make_unique<entity>(*map->classSet));
+  map->selection.Set({first->getEntityList().front().get(), kept});
   EntityPtr taken = map->TakeChild(map->IndexOf(*first));
-  EXPECT_EQ(map->currentLayer, second);
-  EXPECT_EQ(map->selection, std::vector<entity*>{second});
+  EXPECT_EQ(map->currentLayer(), second);
+  EXPECT_EQ(map->selection, std::vector<entity*>{kept});
   taken = map->TakeChild(map->IndexOf(*second));
-  EXPECT_EQ(map->currentLayer, nullptr);
+  EXPECT_EQ(map->currentLayer(), nullptr);
   EXPECT_TRUE(map->selection.empty());
   EXPECT_EQ(map->AddChild(taken->Copy())->Parent(), map.get());
   EXPECT_EQ(map->AddChild(taken->Copy())->Parent(), map->getEntityList().front().get());

@@ -1,19 +1,13 @@
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "document/document_fixture.h"
+#include "document/edit_step.h"
 #include "document/map.h"
 
 namespace ferrowand {
 namespace {
 
 const std::string DATA = FERROWAND_TEST_DATA;
-
-std::string Slurp(const std::string& name) {
-  std::ifstream file(name, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 class MapWriterTest : public DocumentTest, public MapObserver {
  protected:
@@ -26,9 +20,9 @@ class MapWriterTest : public DocumentTest, public MapObserver {
 TEST_F(MapWriterTest, BothFormatsAreWrittenByteForByte) {
   const auto map = LoadMap(data, DATA + "/organised.xmp");
   ASSERT_NE(map, nullptr);
-  EXPECT_EQ(ExtendedText(*map), Slurp(DATA + "/organised.xmp"));
-  EXPECT_EQ(QuakeText(*map), Slurp(DATA + "/organised.map"));
-  EXPECT_EQ(QuakeText(*map, WRITE_VISIBLE_ONLY), Slurp(DATA + "/organised_visible.map"));
+  EXPECT_EQ(ExtendedText(*map), FileText(DATA + "/organised.xmp"));
+  EXPECT_EQ(QuakeText(*map), FileText(DATA + "/organised.map"));
+  EXPECT_EQ(QuakeText(*map, WRITE_VISIBLE_ONLY), FileText(DATA + "/organised_visible.map"));
 }
 
 TEST_F(MapWriterTest, TheNameDecidesTheFormat) {
@@ -45,10 +39,10 @@ TEST_F(MapWriterTest, TheNameDecidesTheFormat) {
     std::filesystem::create_directories(temp.Path("a.b"));
     Map map(data);
     map.AddObserver(*this);
-    map.modified = true;
+    EditStep(map).ChangeKeys(map);
     EXPECT_TRUE(map.Save(temp.Path(c.name), 0, {})) << c.name;
     EXPECT_EQ(map.filename, temp.Path(c.written));
-    EXPECT_FALSE(map.modified);
+    EXPECT_FALSE(map.modified());
     EXPECT_EQ(temp.Read(c.written).starts_with("//////////////////////////////\n"), c.quakeMap);
     EXPECT_EQ(status.back(), c.quakeMap ? "Saved MAP format" : "Saved Extended MAP format");
   }
@@ -107,7 +101,7 @@ TEST_F(MapWriterTest, FacesBesideChildrenAreReadBack) {
   const std::string quake = QuakeText(*map);
   EXPECT_EQ(ExtendedText(*ReadText(extended)), extended);
   EXPECT_EQ(ReadText(quake)->brush.getNumFaces(), 6);
-  EXPECT_EQ(ReadText(quake)->currentLayer->getEntityList().size(), 3u);
+  EXPECT_EQ(ReadText(quake)->currentLayer()->getEntityList().size(), 3u);
   EXPECT_TRUE(recorder.messages.empty()) << recorder.OnlyText();
 }
 
@@ -124,12 +118,12 @@ TEST_F(MapWriterTest, ATextNoReaderTakesIsCutAndNothingElseIsLost) {
 TEST_F(MapWriterTest, ASaveThatFailsCostsNothing) {
   const auto map = ReadText("{}");
   const std::string oldName = map->filename;
-  map->modified = true;
+  EditStep(*map).ChangeKeys(*map);
   map->AddObserver(*this);
   EXPECT_FALSE(map->Save(temp.Path("missing/room.map"), 0, {}));
   EXPECT_FALSE(recorder.messages.empty());
   EXPECT_EQ(map->filename, oldName);
-  EXPECT_TRUE(map->modified);
+  EXPECT_TRUE(map->modified());
   EXPECT_EQ(status, std::vector<std::string>{"Saved MAP format"});
 }
 

@@ -25,7 +25,7 @@ class UndoStoreTest : public DocumentTest {
 TEST_F(UndoStoreTest, WhatIsUndoneStandsWhereItStood) {
   for (const char* name : {"a", "b", "c", "d"}) Add(name);
   const std::string before = Text();
-  const auto& list = map.currentLayer->getEntityList();
+  const auto& list = map.currentLayer()->getEntityList();
   {
     EditStep step(map);
     step.Remove(*list[1]);
@@ -61,7 +61,7 @@ TEST_F(UndoStoreTest, FewerLevelsDropTheOldestSteps) {
   map.undo.SetLevels(1);
   map.undo.Undo();
   map.undo.Undo();
-  EXPECT_EQ(map.currentLayer->getEntityList().size(), 2u);
+  EXPECT_EQ(map.currentLayer()->getEntityList().size(), 2u);
   map.undo.Redo();
   EXPECT_EQ(Text(), all);
   map.undo.SetLevels(0);
@@ -88,14 +88,14 @@ TEST_F(UndoStoreTest, OnlyTheLastUndoneStepIsRedone) {
   map.undo.Undo();
   map.undo.Redo();
   EXPECT_FALSE(map.undo.CanRedo());
-  ASSERT_EQ(map.currentLayer->getEntityList().size(), 1u);
-  EXPECT_STREQ(map.currentLayer->getEntityList()[0]->GetKey("name"), "a");
+  ASSERT_EQ(map.currentLayer()->getEntityList().size(), 1u);
+  EXPECT_STREQ(map.currentLayer()->getEntityList()[0]->GetKey("name"), "a");
 }
 
 TEST_F(UndoStoreTest, TheSelectionHoldsOnlyWhatIsInTheMap) {
   entity& a = Add("a");
   entity& b = Add("b");
-  map.selection = {&b, &a};
+  map.selection.Set({&b, &a});
   map.undo.Undo();
   EXPECT_EQ(map.selection, std::vector<entity*>{&a});
 }
@@ -103,12 +103,12 @@ TEST_F(UndoStoreTest, TheSelectionHoldsOnlyWhatIsInTheMap) {
 TEST_F(UndoStoreTest, ALayerMayLeaveAndComeBack) {
   Add("a");
   const std::string before = Text();
-  EditStep(map).Remove(*map.currentLayer);
-  EXPECT_EQ(map.currentLayer, nullptr);
+  EditStep(map).Remove(*map.currentLayer());
+  EXPECT_EQ(map.currentLayer(), nullptr);
   map.undo.Undo();
   EXPECT_EQ(Text(), before);
   Add("b");
-  EXPECT_EQ(map.currentLayer, map.getEntityList().front().get());
+  EXPECT_EQ(map.currentLayer(), map.getEntityList().front().get());
 }
 
 }  // namespace

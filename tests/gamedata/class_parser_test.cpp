@@ -6,31 +6,31 @@
 namespace ferrowand {
 namespace {
 
-class ClassParserTest : public ClassesTest {
+class ClassParserTest : public GameDataTest {
  protected:
   // The classes of a text, in its order.
-  const std::vector<std::unique_ptr<EntityClass>>& Parse(const std::string& text) {
+  const std::vector<ClassRecord>& Parse(const std::string& text) {
     recorder.messages.clear();
     classes.clear();
     TextReader reader(reporter);
     reader.Open(dir.Write("test.qc", text));
-    ClassParser parser(reader, reporter, library.Native());
-    while (auto entityClass = parser.Next()) classes.push_back(std::move(entityClass));
+    ClassParser parser(reader, reporter);
+    while (auto record = parser.Next()) classes.push_back(std::move(*record));
     return classes;
   }
-  EntityClass& ParseOne(const std::string& text) {
+  ClassRecord& ParseOne(const std::string& text) {
     EXPECT_EQ(Parse(text).size(), 1u) << text;
-    return *classes.at(0);
+    return classes.at(0);
   }
-  static std::vector<int> BoxOf(const EntityClass& c) {
+  static std::vector<int> BoxOf(const ClassRecord& c) {
     return {c.minx, c.miny, c.minz, c.maxx, c.maxy, c.maxz};
   }
 
-  std::vector<std::unique_ptr<EntityClass>> classes;
+  std::vector<ClassRecord> classes;
 };
 
 TEST_F(ClassParserTest, AWholeCommentGivesAWholeClass) {
-  const EntityClass& light = ParseOne(
+  const ClassRecord& light = ParseOne(
       "/*QUAKED light (0 1.5 0.25) (-8 -9.9 -10) (8 9.9 10) START_OFF  LOUD\r\n"
       "Gives light.\r\nSlowly.*/\r\nvoid() light = { x = 1; };\r\n");
   EXPECT_EQ(light.classname, "light");
@@ -45,7 +45,7 @@ TEST_F(ClassParserTest, AWholeCommentGivesAWholeClass) {
 }
 
 TEST_F(ClassParserTest, ABrushClassHasTheBoxOfTheDefaults) {
-  const EntityClass& door = ParseOne("/*QUAKED func_door (0 .5 .8) ?  OPEN\r\nA door.*/");
+  const ClassRecord& door = ParseOne("/*QUAKED func_door (0 .5 .8) ?  OPEN\r\nA door.*/");
   EXPECT_EQ(BoxOf(door), (std::vector<int>{-8, -8, -8, 8, 8, 8}));
   EXPECT_EQ(door.flags, std::vector<std::string>{"OPEN"});
   EXPECT_TRUE(door.isMadeOfBrushes);
@@ -53,14 +53,14 @@ TEST_F(ClassParserTest, ABrushClassHasTheBoxOfTheDefaults) {
 }
 
 TEST_F(ClassParserTest, ATildeFixesANumber) {
-  const EntityClass& door = ParseOne("/*QUAKED a (0 0 0) ?\r\n ~ -12x\r\nText ~3.*/");
+  const ClassRecord& door = ParseOne("/*QUAKED a (0 0 0) ?\r\n ~ -12x\r\nText ~3.*/");
   EXPECT_TRUE(door.hasTilde);
   EXPECT_EQ(door.tildeValue, -12);
   EXPECT_EQ(door.description, "Text ~3.");
 }
 
 TEST_F(ClassParserTest, CoordinatesWrapAtSixteenBits) {
-  const EntityClass& big = ParseOne("/*QUAKED a (1 1 1e99) (40000 -70000 0) (1 1 9e99)\r\n*/");
+  const ClassRecord& big = ParseOne("/*QUAKED a (1 1 1e99) (40000 -70000 0) (1 1 9e99)\r\n*/");
   EXPECT_EQ(BoxOf(big), (std::vector<int>{-25536, -4464, 0, 1, 1, -1}));
   EXPECT_GT(big.blue, 1e38f);
 }
@@ -72,7 +72,7 @@ TEST_F(ClassParserTest, CoordinatesAreFloatsBeforeTheyAreCut) {
 
 TEST_F(ClassParserTest, FlagNamesRunOnWhereLinesEndInBareLineFeeds) {
   const std::string flags = " A\nTwo words";
-  const EntityClass& light =
+  const ClassRecord& light =
       ParseOne("/*QUAKED light (0 1 0) ?" + flags + std::string(100, 'x') + "end.*/");
   EXPECT_EQ(light.flags,
             (std::vector<std::string>{"A\nTwo", "words" + std::string(100 - flags.size(), 'x')}));
@@ -139,7 +139,7 @@ TEST_F(ClassParserTest, EveryMistakeIsToldWithItsLine) {
 }
 
 TEST_F(ClassParserTest, ATriadMustCloseAtItsLastNumber) {
-  const EntityClass& spaced = ParseOne("/*QUAKED a ( 1 0.5 12 ) ?\r\nText*/");
+  const ClassRecord& spaced = ParseOne("/*QUAKED a ( 1 0.5 12 ) ?\r\nText*/");
   EXPECT_EQ(spaced.red, 1);
   EXPECT_EQ(spaced.blue, 1) << "the last digit goes in the bracket's place";
   EXPECT_EQ(recorder.messages.size(), 2u);

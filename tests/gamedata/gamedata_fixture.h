@@ -5,7 +5,6 @@
 
 #include "base/path_text.h"
 #include "base/progress.h"
-#include "document/classes/class_set.h"
 #include "gamedata/palette.h"
 #include "support/recorder.h"
 #include "support/temp_dir.h"
@@ -19,12 +18,6 @@ class GameDataTest : public testing::Test {
   Reporter reporter{recorder};
   SearchPath path;
   Palette palette;
-};
-
-class ClassesTest : public GameDataTest {
- protected:
-  LoadProgress progress;
-  ClassLibrary library{path, reporter, progress};
 };
 
 }  // namespace ferrowand

@@ -37,15 +37,6 @@ TEST_F(PaletteTest, EveryChannelHasItsOwnGamma) {
   EXPECT_EQ(palette[0].ToColour(), (Colour{64, 76, 53}));
 }
 
-TEST_F(PaletteTest, TheFirstFolderThatHasTheFileGivesIt) {
-  SearchPath two;
-  two.Add(dir.Path("missing"));
-  two.Add(dir.Path());
-  Write("9 8 7\n", 1);
-  palette.Load(two, {}, reporter);
-  EXPECT_EQ(palette[0].ToColour(), (Colour{9, 8, 7}));
-}
-
 TEST_F(PaletteTest, AFileThatEndsEarlyLeavesTheRestBlack) {
   dir.Write("quake.pal", HEADER + "1 2 3 4");
   Load();
@@ -57,10 +48,14 @@ TEST_F(PaletteTest, AFileThatEndsEarlyLeavesTheRestBlack) {
   EXPECT_EQ(palette[1].ToColour(), (Colour{}));
 }
 
-TEST_F(PaletteTest, WithoutAFileThePaletteTurnsGrey) {
+TEST_F(PaletteTest, TheFirstFolderThatHasTheFileGivesItAndWithoutOneThePaletteIsGrey) {
   Write("1 2 3\n", 1);
-  Load();
-  SearchPath nowhere;
+  SearchPath two, nowhere;
+  two.Add(dir.Path("missing"));
+  two.Add(dir.Path());
+  palette.Load(two, {}, reporter);
+  EXPECT_EQ(palette[0].ToColour(), (Colour{1, 2, 3}));
+  EXPECT_TRUE(recorder.messages.empty());
   palette.Load(nowhere, {}, reporter);
   EXPECT_EQ(palette[7].ToColour(), (Colour{7, 7, 7}));
   EXPECT_EQ(recorder.OnlyText(),

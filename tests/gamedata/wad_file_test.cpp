@@ -4,6 +4,7 @@
 
 #include "gamedata/gamedata_fixture.h"
 #include "gamedata/wad_builder.h"
+#include "support/cases.h"
 
 namespace ferrowand {
 namespace {
@@ -65,10 +66,7 @@ TEST_F(WadFileTest, OnlyMipTexturesAreTakenInDirectoryOrder) {
   EXPECT_EQ(wad->Textures()[1]->paddedWidth, 4);
   EXPECT_EQ(zeta.wad, wad.get());
   EXPECT_TRUE(zeta.pixels.empty());
-}
-
-TEST_F(WadFileTest, PaddedSizesArePowersOfTwo) {
-  for (const auto& [size, padded] : std::vector<std::pair<std::uint16_t, std::uint16_t>>{
+  for (const auto& [size, padded] : Cases<std::uint16_t, std::uint16_t>{
            {0, 4}, {4, 4}, {5, 8}, {64, 64}, {65, 128}, {32768, 32768}, {65535, 32768}}) {
     EXPECT_EQ(PaddedSize(size), padded) << size;
   }
@@ -148,14 +146,8 @@ TEST_F(WadFileTest, ASmallerCachePassesOverEveryOtherSurplusTexture) {
   EXPECT_FALSE(wad->IsCached(*wad->Textures()[3]));
   wad->Unload(*wad->Textures()[3]);
   EXPECT_TRUE(wad->Textures()[3]->pixels.empty());
-}
-
-TEST_F(WadFileTest, ACacheOfNoneHoldsOne) {
-  limits.maxCached = 0;
-  const auto wad = Open(WadBytes({{"a", 8, 8, "a"}, {"b", 8, 8, "b"}}));
-  wad->Pixels(*wad->Textures()[0]);
-  wad->SetCacheSize(0);
-  EXPECT_EQ(wad->Pixels(*wad->Textures()[1])[0], 'b');
+  wad->SetCacheSize(0);  // holds one
+  EXPECT_EQ(wad->Pixels(*wad->Textures()[1])[0], '1');
   EXPECT_EQ(wad->numCached(), 1);
   EXPECT_TRUE(recorder.messages.empty());
 }
@@ -176,21 +168,18 @@ TEST_F(WadFileTest, ATextureAboveTheLimitShowsTheReplacementImageForGood) {
   EXPECT_FALSE(big.pixels.empty());
 }
 
-TEST_F(WadFileTest, AFileThatShrankSinceItWasOpenedShowsTheReplacementImage) {
-  const auto wad = Open(WadBytes({{"gone", 8, 8, "a"}}));
+TEST_F(WadFileTest, WhatCannotBeReadShowsTheReplacementImage) {
+  const auto opened = Open(WadBytes({{"gone", 8, 8, "a"}}));
   std::filesystem::resize_file(dir.Path("test.wad"), 60);
-  EXPECT_EQ(wad->Pixels(*wad->Textures()[0])[0], 208);
-}
-
-TEST_F(WadFileTest, ATextureOfAWadWithoutAFileIsAFailedCheckAndShowsTheReplacementImage) {
-  const auto wad = Make();
+  EXPECT_EQ(opened->Pixels(*opened->Textures()[0])[0], 208);
+  EXPECT_TRUE(recorder.messages.empty());
+  const auto wad = Make();  // without a file, which is a failed check
   Texture stray;
   stray.width = stray.height = 8;
   EXPECT_EQ(wad->Pixels(stray)[0], 208);
   EXPECT_NE(
       recorder.OnlyText().find("At line 914 in file wadfile.cpp: \"file!=INVALID_HANDLE_VALUE\"."),
-      std::string::npos)
-      << recorder.OnlyText();
+      std::string::npos);
 }
 
 TEST_F(WadFileTest, OneColourStandsForATexture) {
@@ -228,13 +217,7 @@ TEST_F(WadFileTest, EntriesThatLieAreLeftOutAndToldOnce) {
   const std::vector<LumpPlan> plans = {{"good", 8, 8, "g"}, {"liar", 8, 8, "l"}};
   const std::string sound = WadBytes(plans);
   const std::uint32_t lump = LumpSize(8, 8), liar = 12 + lump, directory = 12 + 2 * lump;
-  struct Lie {
-    const char* what;
-    std::size_t offset;
-    std::string bytes;
-    unsigned leftOut;
-  };
-  const Lie lies[] = {
+  const Cases<const char*, std::size_t, std::string, unsigned> lies{
       {"lump at the end", directory + 32, Le32(directory + 64), 1},
       {"lump behind the end", directory + 32, Le32(0xFFFFFFFF), 1},
       {"lump in the header", directory + 32, Le32(4), 1},
@@ -245,17 +228,17 @@ TEST_F(WadFileTest, EntriesThatLieAreLeftOutAndToldOnce) {
       {"larger than the file", liar + 16, Le32(32768), 1},
       {"more entries than bytes", 4, Le32(0xFFFFFFFF), 0xFFFFFFFD},
   };
-  for (const Lie& lie : lies) {
+  for (const auto& [what, offset, lie, leftOut] : lies) {
     recorder.messages.clear();
     std::string bytes = sound;
-    bytes.replace(lie.offset, lie.bytes.size(), lie.bytes);
+    bytes.replace(offset, lie.size(), lie);
     const auto wad = Open(bytes);
-    EXPECT_EQ(wad->Pixels(*wad->FindTexture("good"))[0], 'g') << lie.what;
-    EXPECT_EQ(wad->Textures().size(), lie.leftOut == 1 ? 1u : 2u) << lie.what;
+    EXPECT_EQ(wad->Pixels(*wad->FindTexture("good"))[0], 'g') << what;
+    EXPECT_EQ(wad->Textures().size(), leftOut == 1 ? 1u : 2u) << what;
     EXPECT_EQ(recorder.OnlyText(), "Damaged wadfile \"" + wad->FileName() +
-                                       "\": " + std::to_string(lie.leftOut) +
+                                       "\": " + std::to_string(leftOut) +
                                        " entries could not be read, ignored")
-        << lie.what;
+        << what;
     EXPECT_EQ(recorder.messages[0].title, "Parsing Error");
   }
 }

@@ -115,7 +115,7 @@ TEST_F(ClipboardTest, AGroupGoesThroughAFile) {
   EXPECT_EQ(InsertGroup(*map, temp.Path("none.xmp")), EditResult::CannotOpen);
   EXPECT_EQ(InsertGroup(*map, temp.Write("empty.map", "")), EditResult::NotAMap);
   EXPECT_EQ(Text(), now);
-  SelectNone(*map);
+  map->selection.Clear();
   EXPECT_EQ(SaveGroup(*map, temp.Path("gate")), EditResult::NothingSelected);
   const auto opened = LoadMap(data, temp.Path("gate.xmp"));
   EXPECT_NE(FindNamed(*opened, "b"), nullptr);

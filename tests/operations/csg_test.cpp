@@ -157,27 +157,22 @@ bool ExpectCarved(const Brush& target, const Brush& cutter, const Carving& carvi
   return true;
 }
 
+// Nearly every pair can be kept, and so is compared; of free hulls hardly any could.
 TEST_F(CsgTest, RandomSolidsAreCarvedWithoutLossOrOverlap) {
   std::mt19937 random(11);
   int kept = 0;
-  for (int round = 0; round < 1100; ++round) {
-    const float far = round % 3 == 0 ? 3800.0f : 0.0f;
-    const Brush target = RandomBrush(random, {far, -far, far}, 128, reporter);
-    const Brush cutter = RandomBrush(random, {far + 32, -far, far}, 96, reporter);
+  for (int round = 0; round < 500; ++round) {
+    const float far = round % 3 == 0 ? 3808.0f : 0.0f;
+    const bool isHull = round % 5 == 0;
+    const auto solid = isHull ? RandomHull : RandomBlock;
+    const Brush target = solid(random, {far, -far, far}, 128, reporter);
+    const Brush cutter = solid(random, {far + 32, -far, far}, 96, reporter);
     const Carving carving = Carve(target, cutter, Classes(), CapTexture::First, reporter);
-    kept += ExpectCarved(target, cutter, carving, random, reporter);
+    const bool isKept = ExpectCarved(target, cutter, carving, random, reporter);
+    kept += isKept && !isHull;
   }
-  EXPECT_GT(kept, 30);
+  EXPECT_GT(kept, 380);  // of 400
   EXPECT_TRUE(recorder.messages.empty());
-}
-
-TEST_F(CsgTest, ACutterFlushWithAFaceLeavesItsPlane) {
-  std::mt19937 random(1);
-  const Brush target = BrushOf(0, 0, 0, 64, 64, 64);
-  const Brush cutter = BrushOf(16, 16, 32, 48, 48, 64);
-  const Carving carving = Carve(target, cutter, Classes(), CapTexture::First, reporter);
-  EXPECT_EQ(carving.outside.size(), 5u);
-  EXPECT_TRUE(ExpectCarved(target, cutter, carving, random, reporter));
 }
 
 TEST_F(CsgTest, ACutterThroughTheTargetLeavesAPieceAFaceAsItsChildren) {
@@ -193,7 +188,7 @@ TEST_F(CsgTest, ACutterThroughTheTargetLeavesAPieceAFaceAsItsChildren) {
     EXPECT_STREQ(piece->GetKey("classname"), "brush");
   }
   EXPECT_EQ(VolumeBelow(target), 96 * 96 * 96 - 32 * 32 * 32);
-  EXPECT_TRUE(map->modified);
+  EXPECT_TRUE(map->modified());
   EXPECT_EQ(map->selection, (std::vector<entity*>{&Get("cutter")}));
 
   ExpectOneStep(before);
@@ -292,7 +287,7 @@ TEST_F(CsgTest, AMapInWhichMuchWasCutCanBeReadAgain) {
   Open(Block("floor", 0, 0, 0, 4000, 64, 64) + holes);
   ForEachEntity(*map, [&](const entity& e) {
     const char* name = e.GetKey("XMPentityname");
-    if (name && std::string(name) == "cutter") map->selection.push_back(const_cast<entity*>(&e));
+    if (name && std::string(name) == "cutter") map->selection.Add(*const_cast<entity*>(&e));
   });
   SubtractSelection(*map);
   const std::string text = Text();
@@ -333,7 +328,7 @@ TEST_F(CsgTest, RealMapsAreCutIntoSoundPiecesAndComeBack) {
         ++carved;
         kept += ExpectCarved(target, cutter, carving, random, reporter);
       }
-      map->selection.push_back(brushes[i]);
+      map->selection.Add(*brushes[i]);
     }
     EXPECT_GE(kept, carved * 9 / 10);
     const double volume = VolumeBelow(*map);
@@ -383,7 +378,7 @@ TEST_F(CsgTest, AnIntersectionReplacesBothObjects) {
   entity* common = IntersectSelection(*map);
   ASSERT_NE(common, nullptr);
   EXPECT_STREQ(common->GetKey("XMPentityname"), "CSGed father");
-  EXPECT_EQ(common->Parent(), map->currentLayer);
+  EXPECT_EQ(common->Parent(), map->currentLayer());
   ASSERT_EQ(common->getEntityList().size(), 1u);
   EXPECT_TRUE(IsSolid(common->getEntityList()[0]->brush));
   EXPECT_EQ(common->GetBounds(), (Bounds{{32, 32, 32}, {64, 64, 64}}));

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "document/document_fixture.h"
-#include "document/selection.h"
+#include "document/picking.h"
 
 namespace ferrowand {
 
@@ -39,7 +39,7 @@ class EditTest : public DocumentTest {
     return const_cast<entity&>(*found);
   }
   void Pick(std::initializer_list<const char*> names) {
-    SelectNone(*map);
+    map->selection.Clear();
     for (const char* name : names) Select(*map, &Get(name), true);
   }
   std::string Text() const { return ExtendedText(*map); }

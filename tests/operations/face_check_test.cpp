@@ -20,10 +20,7 @@ class FaceCheckTest : public testing::Test {
   Face Make(const std::vector<Vec3>& points) {
     Face face;
     face.plane = {{0, 0, 1}, 0};
-    face.w = newWinding(static_cast<unsigned>(points.size()), reporter);
-    for (std::size_t i = 0; i < points.size(); ++i) {
-      face.w->Points()[i] = {points[i].x, points[i].y, points[i].z};
-    }
+    face.w = WindingOf(points, reporter);
     return face;
   }
   Face Square(const Vec3& at = {}, float size = 64) {
@@ -100,7 +97,7 @@ TEST_F(FaceCheckTest, EveryFaultIsAskedAboutAndTheCheckGoesOn) {
 
 TEST_F(FaceCheckTest, ABrushIsConvexWhenAllItsPointsAreInside) {
   std::mt19937 random(2);
-  Brush brush = RandomBrush(random, {0, 0, 0}, 64, reporter);
+  Brush brush = RandomHull(random, {0, 0, 0}, 64, reporter);
   EXPECT_TRUE(IsBrushConvex(brush));
   EXPECT_TRUE(IsPointInsideBrush(brush, DVec3(brush.face(0).w->Points()[0].Position())));
   EXPECT_FALSE(IsPointInsideBrush(brush, DVec3(brush.Box().maxs) + DVec3(1, 0, 0)));

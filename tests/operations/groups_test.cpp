@@ -77,18 +77,18 @@ TEST_F(GroupsTest, WhatIsNewJoinsTheLeadingGroupUntilNoneLeads) {
   EXPECT_EQ(SetAsLeading(*map), EditResult::Done);
   InsertEntity(*map, light, {8, 8, 8});
   EXPECT_EQ(Children("group1").size(), 2u);
-  SelectNone(*map);
+  map->selection.Clear();
   EXPECT_EQ(SetAsLeading(*map), EditResult::Done);
-  EXPECT_EQ(map->leadingGroup, nullptr);
+  EXPECT_EQ(map->leadingGroup(), nullptr);
   InsertEntity(*map, light, {8, 8, 8});
   EXPECT_EQ(Children("group1").size(), 2u);
   Pick({"group1"});
   SetAsLeading(*map);
   SetAsLeading(*map);
-  EXPECT_EQ(map->leadingGroup, nullptr);
+  EXPECT_EQ(map->leadingGroup(), nullptr);
   SetAsLeading(*map);
   DeleteSelection(*map);
-  EXPECT_EQ(map->leadingGroup, nullptr);
+  EXPECT_EQ(map->leadingGroup(), nullptr);
 }
 
 TEST_F(GroupsTest, GroupsEndWhereAFileCouldNotBeReadBack) {
@@ -164,19 +164,19 @@ TEST_F(GroupsTest, UndoMakesTheLayerCurrentAgainThatWasUnlessTheUserHasChosenOne
   entity& hidden = Get("hidden");
   MakeLayerCurrent(*map, hidden);
   entity& added = InsertLayer(*map, "new");
-  EXPECT_EQ(map->currentLayer, &added);
+  EXPECT_EQ(map->currentLayer(), &added);
   map->undo.Undo();
-  EXPECT_EQ(map->currentLayer, &hidden);
+  EXPECT_EQ(map->currentLayer(), &hidden);
   map->undo.Redo();
-  EXPECT_EQ(map->currentLayer, &added);
+  EXPECT_EQ(map->currentLayer(), &added);
   RemoveLayer(*map, added);
-  EXPECT_EQ(map->currentLayer, &Get("main"));
+  EXPECT_EQ(map->currentLayer(), &Get("main"));
   map->undo.Undo();
-  EXPECT_EQ(map->currentLayer, &added);
+  EXPECT_EQ(map->currentLayer(), &added);
   MakeLayerCurrent(*map, hidden);
   map->undo.Redo();
   map->undo.Undo();
-  EXPECT_EQ(map->currentLayer, &hidden);
+  EXPECT_EQ(map->currentLayer(), &hidden);
 }
 
 TEST_F(GroupsTest, KeysOfALayerAreFoundInAnyCaseAndKeepWhatTheyDoNotMean) {
@@ -219,7 +219,7 @@ TEST_F(GroupsTest, WhatIsNewInAHiddenOrDisabledLayerIsAskedAbout) {
   for (const Add add : std::initializer_list<Add>{
            primitive,
            [](Map& m) { return InsertEntity(m, m.classSet->FindClass("light"), Vec3()); },
-           [](Map& m) { return InsertCopy(m, *m.currentLayer->getEntityList()[2], Vec3()); },
+           [](Map& m) { return InsertCopy(m, *m.currentLayer()->getEntityList()[2], Vec3()); },
            [](Map& m) {
              return InsertInstance(m, InstanceSettings{"T", 0, Vec3(1, 1, 1)}, Vec3());
            },

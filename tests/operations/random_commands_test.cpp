@@ -9,9 +9,8 @@
 
 #include "document/document_fixture.h"
 #include "document/edit_step.h"
-#include "document/selection.h"
+#include "document/picking.h"
 #include "geometry/box_tree.h"
-#include "operations/arrange.h"
 #include "operations/brush_check.h"
 #include "operations/clipboard.h"
 #include "operations/csg_commands.h"
@@ -21,6 +20,7 @@
 #include "operations/layers.h"
 #include "operations/primitives.h"
 #include "operations/templates.h"
+#include "operations/transform_selection.h"
 #include "operations/visibility.h"
 #include "support/brush_checks.h"
 #include "views/tools/brush_reshape.h"
@@ -66,7 +66,7 @@ class RandomUser {
     const Bounds bounds = SelectionBounds(map_);
     return bounds.IsEmpty() ? DVec3() : DVec3(bounds.mins);
   }
-  ArrangeOptions Options() {
+  TransformOptions Options() {
     return {Below(2) == 0, Below(4) ? ALL_AXES : static_cast<unsigned>(Below(8))};
   }
   const EntityClass& Class(const char* name) { return map_.classSet->FindClass(name); }
@@ -82,7 +82,7 @@ class RandomUser {
     if (Below(8) == 0) return;
     const auto level = Below(4) ? PickLevel::Objects : PickLevel::Brushes;
     const std::vector<entity*> objects = PickableObjects(map_, level);
-    SelectNone(map_);
+    map_.selection.Clear();
     for (std::size_t count = Below(6); count > 0 && !objects.empty(); --count) {
       Select(map_, objects[Below(objects.size())], true);
     }
@@ -92,7 +92,7 @@ class RandomUser {
     if (map_.selection.size() < 2) return;
     entity* const moved = map_.selection[0];
     entity* const still = map_.selection[1];
-    SelectNone(map_);
+    map_.selection.Clear();
     Select(map_, moved, false);
     const Vec3 by = still->GetBounds().mins - moved->GetBounds().mins;
     MoveSelection(map_, by + Vec3(Step(), Step(), Step()), {});
@@ -156,7 +156,7 @@ const std::vector<R::Command> R::COMMANDS = {
     {"subtract",
      [](R& r) {
        r.PickTwoThatOverlap();
-       if (r.map_.selection.size() > 1) r.map_.selection.pop_back();
+       if (r.map_.selection.size() > 1) r.map_.selection.Remove(*r.map_.selection.Objects().back());
        SubtractSelection(r.map_);
      }},
     {"intersect",

@@ -4,8 +4,8 @@
 #include <map>
 #include <tuple>
 
-#include "operations/arrange.h"
 #include "operations/edit_fixture.h"
+#include "operations/transform_selection.h"
 
 namespace ferrowand {
 namespace {
@@ -49,11 +49,11 @@ class TextureLockTest : public EditTest {
   }
 };
 
-using Options = const ArrangeOptions&;
+using Options = const TransformOptions&;
 
 struct Step {
   const char* name;
-  EditResult (*arrange)(Map& map, Options options);
+  EditResult (*operation)(Map& map, Options options);
   Matrix matrix;
   DVec3 centre;
   Vec3 by;
@@ -98,7 +98,7 @@ TEST_F(TextureLockTest, TexturesFollowTheirFaces) {
     SCOPED_TRACE(step.name);
     OpenWedge();
     const auto before = Corners();
-    ASSERT_EQ(step.arrange(*map, {}), EditResult::Done);
+    ASSERT_EQ(step.operation(*map, {}), EditResult::Done);
     const auto after = Corners();
     ASSERT_EQ(after.size(), before.size());
     for (std::size_t face = 0; face < before.size(); ++face) {
@@ -122,7 +122,7 @@ TEST_F(TextureLockTest, WithoutItTexturesStayPut) {
     SCOPED_TRACE(step.name);
     OpenWedge();
     const auto before = Settings();
-    ASSERT_EQ(step.arrange(*map, {false, ALL_AXES}), EditResult::Done);
+    ASSERT_EQ(step.operation(*map, {false, ALL_AXES}), EditResult::Done);
     EXPECT_EQ(Settings(), before);
   }
 }

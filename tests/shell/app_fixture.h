@@ -11,7 +11,11 @@
 #include <string>
 #include <vector>
 
+#include "platform/settings_store.h"
 #include "shell/app/app.h"
+#include "shell/app/app_parts.h"
+#include "shell/dialogs/dialogs.h"
+#include "shell/system/clipboard.h"
 #include "shell/windows/map_window.h"
 #include "support/recorder.h"
 #include "support/temp_dir.h"
@@ -21,14 +25,14 @@ namespace ferrowand {
 // Answers from a script; without one the user thinks better of it.
 class ScriptedDialogs : public Dialogs {
  public:
-  std::optional<std::string> ChooseFile(HWND, const FileChoice& choice) override {
+  std::optional<std::string> ChooseFile(const FileChoice& choice) override {
     asked.push_back(choice);
     if (files.empty()) return std::nullopt;
     const std::string file = files.front();
     files.pop_front();
     return file;
   }
-  std::optional<Colour> ChooseColour(HWND, Colour) override {
+  std::optional<Colour> ChooseColour(Colour) override {
     if (colours.empty()) return std::nullopt;
     const Colour colour = colours.front();
     colours.pop_front();
@@ -41,9 +45,9 @@ class ScriptedDialogs : public Dialogs {
     commands.pop_front();
     return command;
   }
-  void ShowAbout(HWND) override { ++abouts; }
+  void ShowAbout() override { ++abouts; }
   // A form that refuses an answer gets the next one.
-  bool Ask(HWND, const Form& form) override {
+  bool Ask(const Form& form) override {
     forms.push_back(form);
     if (fill) return form.accept(fill(form));
     while (!answers.empty()) {
@@ -133,13 +137,14 @@ class AppTest : public testing::Test {
   bool StartWithStore(const std::string& commandLine = "") {
     app = std::make_unique<App>(GetModuleHandleA(nullptr),
                                 Seams{sink, dialogs, clipboard, *settings, FERROWAND_DATA});
+    parts = &app->Parts();
     const bool started = app->Start(commandLine);
     app->Pump();
     return started;
   }
   // With the two boxes in it.
   Map& OpenTwoBrushes() {
-    Map* map = app->OpenMap(dir.Write("two.map", TWO_BRUSHES));
+    Map* map = parts->documents.Open(dir.Write("two.map", TWO_BRUSHES));
     app->Pump();
     return *map;
   }
@@ -153,38 +158,38 @@ class AppTest : public testing::Test {
     const char* name = orientation == Orientation::Top     ? "(Top)"
                        : orientation == Orientation::Front ? "(Front)"
                                                            : "(Side)";
-    for (const auto& window : app->windows) {
+    for (const auto& window : parts->windows.All()) {
       if (TextOf(window->Handle()).find(name) == std::string::npos) continue;
       return static_cast<MapWindow&>(*window);
     }
     ADD_FAILURE() << "no view " << name;
-    return static_cast<MapWindow&>(*app->windows.front());
+    return static_cast<MapWindow&>(*parts->windows.All().front());
+  }
+  // Every seventh row of what the window shows.
+  static std::vector<COLORREF> PictureOf(const MapWindow& window) {
+    std::vector<COLORREF> pixels;
+    UpdateWindow(window.Drawing());
+    const HDC dc = GetDC(window.Drawing());
+    const PixelSize area = window.DrawingArea();
+    for (int y = 0; y < area.height; y += 7) {
+      for (int x = 0; x < area.width; ++x) pixels.push_back(GetPixel(dc, x, y));
+    }
+    ReleaseDC(window.Drawing(), dc);
+    return pixels;
   }
   void Activate(const ChildWindow& window) {
-    SendMessageA(app->frame.Client(), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(window.Handle()), 0);
+    SendMessageA(parts->frame.Client(), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(window.Handle()),
+                 0);
   }
   // As a menu, an accelerator or a button would.
-  void Give(unsigned id) { SendMessageA(app->frame.Handle(), WM_COMMAND, id, 0); }
+  void Give(unsigned id) { SendMessageA(parts->frame.Handle(), WM_COMMAND, id, 0); }
   void Give(Command command) { Give(Id(command)); }
   // Through the message loop, as from a keyboard.
   void Type(HWND window, WPARAM key) {
     PostMessageA(window, WM_KEYDOWN, key, 0);
     app->Pump();
   }
-  bool IsTicked(Command command) const { return app->IsChecked(Id(command)); }
-
-  // For the life of the object, as the thread sees it.
-  struct HeldKey {
-    explicit HeldKey(int key_) : key(key_) { Set(0x80); }
-    ~HeldKey() { Set(0); }
-    void Set(BYTE state) const {
-      std::array<BYTE, 256> keys;
-      GetKeyboardState(keys.data());
-      keys[static_cast<std::size_t>(key)] = state;
-      SetKeyboardState(keys.data());
-    }
-    int key;
-  };
+  bool IsTicked(Command command) const { return parts->commands.IsChecked(Id(command)); }
 
   static std::string TextOf(HWND window) {
     char text[600] = "";
@@ -202,6 +207,7 @@ class AppTest : public testing::Test {
   std::unique_ptr<SettingsStore> settings;
   Options saved;
   std::unique_ptr<App> app;
+  AppParts* parts = nullptr;  // of it
 };
 
 }  // namespace ferrowand

@@ -138,7 +138,7 @@ TEST_F(AppTest, WithoutAMapItsCommandsDoNothingAndSayNothing) {
   ASSERT_TRUE(Start());
   for (const CommandRow& row : MainMenuCommands()) {
     CommandFacts facts;
-    facts.options = &app->options;
+    facts.options = &parts->options;
     if (!row.available(facts)) Give(row.command);
   }
   EXPECT_TRUE(sink.messages.empty());
@@ -147,12 +147,12 @@ TEST_F(AppTest, WithoutAMapItsCommandsDoNothingAndSayNothing) {
 
 TEST_F(AppTest, TheMenuGreysWhatCannotBeDoneNow) {
   ASSERT_TRUE(Start());
-  const HMENU bar = GetMenu(app->frame.Handle());
+  const HMENU bar = GetMenu(parts->frame.Handle());
   const auto isGrey = [&](Command command) {
     for (int i = 0; i < GetMenuItemCount(bar); ++i) {
       const HMENU popup = GetSubMenu(bar, i);
       if (!popup) continue;
-      SendMessageA(app->frame.Handle(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(popup), i);
+      SendMessageA(parts->frame.Handle(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(popup), i);
     }
     return (GetMenuState(bar, Id(command), MF_BYCOMMAND) & MF_GRAYED) != 0;
   };
@@ -163,14 +163,15 @@ TEST_F(AppTest, TheMenuGreysWhatCannotBeDoneNow) {
   EXPECT_FALSE(isGrey(Command::FileSave));
   EXPECT_FALSE(isGrey(Command::RecentMap));
   EXPECT_TRUE(isGrey(Command::Undo));
-  app->ActiveMap()->selection = {app->ActiveMap()->currentLayer->getEntityList()[0].get()};
+  parts->windows.ActiveMap()->selection.Set(
+      {parts->windows.ActiveMap()->currentLayer()->getEntityList()[0].get()});
   Give(Command::Clear);
   EXPECT_FALSE(isGrey(Command::Undo));
 }
 
 TEST_F(AppTest, TheToolbarShowsItsTipsInOrderAndGoesAndComes) {
   ASSERT_TRUE(Start());
-  const HWND bar = FindWindowExA(app->frame.Handle(), nullptr, TOOLBARCLASSNAMEA, nullptr);
+  const HWND bar = FindWindowExA(parts->frame.Handle(), nullptr, TOOLBARCLASSNAMEA, nullptr);
   ASSERT_NE(bar, nullptr);
   std::vector<int> ids;
   for (int i = 0; i < SendMessageA(bar, TB_BUTTONCOUNT, 0, 0); ++i) {
@@ -185,7 +186,7 @@ TEST_F(AppTest, TheToolbarShowsItsTipsInOrderAndGoesAndComes) {
     NMTTDISPINFOA info{};
     info.hdr.code = TTN_GETDISPINFOA;
     info.hdr.idFrom = static_cast<UINT_PTR>(id);
-    SendMessageA(app->frame.Handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&info));
+    SendMessageA(parts->frame.Handle(), WM_NOTIFY, 0, reinterpret_cast<LPARAM>(&info));
     return std::string(info.lpszText);
   };
   EXPECT_EQ(tip(ids[0]), "Create cuboid (Alt+1)");
@@ -196,18 +197,18 @@ TEST_F(AppTest, TheToolbarShowsItsTipsInOrderAndGoesAndComes) {
   };
   EXPECT_FALSE(is(TB_ISBUTTONENABLED, Command::FileSave));
   Give(Command::ToolLimitY);
-  app->NewMap();
+  parts->documents.New();
   app->Pump();
   EXPECT_TRUE(is(TB_ISBUTTONENABLED, Command::FileSave));
   EXPECT_TRUE(is(TB_ISBUTTONCHECKED, Command::ToolLimitY)) << "for maps that come, too";
   EXPECT_FALSE(is(TB_ISBUTTONCHECKED, Command::ToolLimitX));
-  for (const MapView* view : app->views.Views()) EXPECT_FALSE(view->axismask & 2);
+  for (const MapView* view : parts->windows.Views().Views()) EXPECT_FALSE(view->axismask & 2);
 
   Give(Command::ShowToolbar);
-  EXPECT_EQ(FindWindowExA(app->frame.Handle(), nullptr, TOOLBARCLASSNAMEA, nullptr), nullptr);
-  EXPECT_EQ(app->options.showToolbar, 0);
+  EXPECT_EQ(FindWindowExA(parts->frame.Handle(), nullptr, TOOLBARCLASSNAMEA, nullptr), nullptr);
+  EXPECT_EQ(parts->options.showToolbar, 0);
   Give(Command::ShowToolbar);
-  EXPECT_NE(FindWindowExA(app->frame.Handle(), nullptr, TOOLBARCLASSNAMEA, nullptr), nullptr);
+  EXPECT_NE(FindWindowExA(parts->frame.Handle(), nullptr, TOOLBARCLASSNAMEA, nullptr), nullptr);
 }
 
 TEST_F(AppTest, TheKeyListShowsItsFile) {
@@ -217,12 +218,12 @@ TEST_F(AppTest, TheKeyListShowsItsFile) {
   std::filesystem::current_path(dir.Path());
   Give(Command::Keylist);
   std::filesystem::current_path(before);
-  ASSERT_EQ(app->windows.size(), 1u);
-  const HWND window = app->windows[0]->Handle();
+  ASSERT_EQ(parts->windows.All().size(), 1u);
+  const HWND window = parts->windows.All()[0]->Handle();
   EXPECT_EQ(TextOf(window), "Key List");
   EXPECT_EQ(TextOf(GetWindow(window, GW_CHILD)), "first\r\nsecond\r\n");
   SendMessageA(window, WM_CLOSE, 0, 0);
-  EXPECT_TRUE(app->windows.empty());
+  EXPECT_TRUE(parts->windows.All().empty());
 }
 
 TEST_F(AppTest, WhatIsOnlyShown) {
@@ -243,12 +244,12 @@ TEST_F(AppTest, SwitchesTurnTheirOptions) {
         std::pair{Command::DrawTemplates, &Options::drawTemplates},
         std::pair{Command::RenderPointEntities, &Options::renderPointEntities},
         std::pair{Command::ToolTextureLock, &Options::textureLock}}) {
-    const std::uint8_t before = app->options.*option;
+    const std::uint8_t before = parts->options.*option;
     Give(command);
-    EXPECT_EQ(app->options.*option, before ^ 1);
+    EXPECT_EQ(parts->options.*option, before ^ 1);
     EXPECT_EQ(IsTicked(command), before == 0);
     Give(command);
-    EXPECT_EQ(app->options.*option, before);
+    EXPECT_EQ(parts->options.*option, before);
   }
 }
 
@@ -257,7 +258,7 @@ TEST_F(AppTest, TheRotationStepIsChosenTypedAndThatOfEveryView) {
   OpenTwoBrushes();
   const auto steps = [&] {
     std::set<int> found;
-    for (const MapView* view : app->views.Views()) found.insert(view->rotationStep);
+    for (const MapView* view : parts->windows.Views().Views()) found.insert(view->rotationStep);
     return found;
   };
   dialogs.commands = {45, 1000};
@@ -270,7 +271,7 @@ TEST_F(AppTest, TheRotationStepIsChosenTypedAndThatOfEveryView) {
   EXPECT_EQ(sink.messages[0].text, "The rotation step must be a whole number from 1 to 180");
   Give(Command::NewFrontView);
   EXPECT_EQ(steps(), std::set{7});
-  EXPECT_EQ(app->options.rotationStep, 7);
+  EXPECT_EQ(parts->options.rotationStep, 7);
 }
 
 TEST_F(AppTest, ThePopupOfTheMapModeButtonRunsItsCommand) {

@@ -1,10 +1,13 @@
 // Building with mouse and menu: from the messages of the windows to the documents.
 #include <algorithm>
 #include <functional>
+#include <utility>
 
 #include "base/text_writer.h"
-#include "document/selection.h"
+#include "document/edit_step.h"
+#include "document/picking.h"
 #include "operations/clipboard.h"
+#include "operations/layers.h"
 #include "operations/new_entity.h"
 #include "shell/app_fixture.h"
 #include "shell/resources/resource.h"
@@ -16,7 +19,7 @@ class EditingTest : public AppTest {
  protected:
   void StartNew() {
     ASSERT_TRUE(Start());
-    map = &app->NewMap();
+    map = &parts->documents.New();
     Activate(WindowOf(Orientation::Top));
   }
   // Of the view that is active, with the left button.
@@ -48,11 +51,16 @@ class EditingTest : public AppTest {
     map->WriteExtended(out);
     return out.Text();
   }
+  static void SetKeyOf(entity& e, const char* name, const char* value) {
+    EditStep step(*e.OwningMap());
+    step.ChangeKeys(e);
+    e.SetKey(name, value);
+  }
   Bounds Selected() const { return SelectionBounds(*map); }
-  HWND Drawing() const { return static_cast<MapWindow&>(*app->ActiveWindow()).Drawing(); }
+  HWND Drawing() const { return static_cast<MapWindow&>(*parts->windows.ActiveWindow()).Drawing(); }
 
   void Send(UINT message, WPARAM keys, const Vec3& at) {
-    auto& window = static_cast<MapWindow&>(*app->ActiveWindow());
+    auto& window = static_cast<MapWindow&>(*parts->windows.ActiveWindow());
     const Pixel pixel = window.View()->transform.ToScreen(at);
     SendMessageA(window.Drawing(), message, keys, MAKELPARAM(pixel.x, pixel.y));
   }
@@ -77,20 +85,92 @@ TEST_F(EditingTest, ACuboidIsDrawnDraggedAndUndone) {
   Drag({32, 32, 0}, {96, -32, 0});
   EXPECT_EQ(Selected(), (Bounds{{64, -64, 0}, {192, 0, 64}}));
   const std::string moved = Text();
-  EXPECT_TRUE(map->modified);
+  EXPECT_TRUE(map->modified());
 
-  map->modified = false;
+  map->MarkSaved();
   Give(Command::Undo);
   EXPECT_EQ(Text(), made);
-  EXPECT_TRUE(map->modified);
+  EXPECT_TRUE(map->modified());
   Give(Command::Undo);
   EXPECT_EQ(Text(), empty);
-  EXPECT_FALSE(app->IsAvailable(Id(Command::Undo)));
+  EXPECT_FALSE(parts->commands.IsAvailable(Id(Command::Undo)));
   Give(Command::Redo);
   EXPECT_EQ(Text(), made);
-  EXPECT_FALSE(app->IsAvailable(Id(Command::Redo))) << "only the last step can be done again";
+  EXPECT_FALSE(parts->commands.IsAvailable(Id(Command::Redo)))
+      << "only the last step can be done again";
   EXPECT_NE(moved, made);
   EXPECT_TRUE(sink.messages.empty());
+}
+
+// The map alone tells its windows what is to be painted.
+TEST_F(EditingTest, AfterAnythingEveryWindowShowsWhatAFreshPaintWould) {
+  StartNew();
+  parts->options.entityNames = 1;
+  dialogs.fill = [](const Form&) { return FormValues{"16"}; };
+  const std::pair<const char*, std::function<void()>> steps[] = {
+      {"make",
+       [&] {
+         MakeCuboid({0, 0, 0}, {128, 64, 0});
+       }},
+      {"make another",
+       [&] {
+         MakeCuboid({-128, 0, 0}, {-32, 96, 0});
+       }},
+      {"drag",
+       [&] {
+         Drag({-64, 32, 0}, {-96, -32, 0});
+       }},
+      {"select",
+       [&] {
+         Click({32, 32, 0});
+       }},
+      {"flip", [&] { Give(Command::FlipX); }},
+      {"handles",
+       [&] {
+         Click({32, 32, 0});
+       }},
+      {"duplicate", [&] { Give(Command::Duplicate); }},
+      {"hide", [&] { Give(Command::HideSelection); }},
+      {"show", [&] { Give(Command::ShowHidden); }},
+      {"undo", [&] { Give(Command::Undo); }},
+      {"redo", [&] { Give(Command::Redo); }},
+      {"grid", [&] { Give(Command::GridToggle); }},
+      {"select none", [&] { Give(Command::SelectNone); }},
+      {"hide the layer", [&] { SetLayerState(*map, *map->currentLayer(), true, false); }},
+      {"show the layer", [&] { Give(Command::Undo); }},
+      {"point entities", [&] { Give(Command::RenderPointEntities); }}};
+  for (const auto& [name, act] : steps) {
+    act();
+    for (const ChildWindow* child : parts->windows.WindowsOf(*map)) {
+      const auto& window = static_cast<const MapWindow&>(*child);
+      const auto shown = PictureOf(window);
+      InvalidateRect(window.Drawing(), nullptr, FALSE);
+      EXPECT_TRUE(shown == PictureOf(window)) << TextOf(window.Handle()) << " after " << name;
+    }
+  }
+}
+
+TEST_F(EditingTest, TitlesFollowTheMapAndUndoMakesItCleanAgain) {
+  StartNew();
+  MakeCuboid({0, 0, 0}, {128, 64, 0});
+  map->MarkSaved();
+  Drag({64, 32, 0}, {96, 64, 0});
+  Give(Command::Undo);
+  EXPECT_FALSE(map->modified());
+  for (int n = 0; n < 3; ++n) {
+    SendMessageA(parts->windows.All().front()->Handle(), WM_CLOSE, 0, 0);
+    if (n > 0) continue;
+    EditStep step(*map);
+    step.ChangeKeys(*map);
+    map->SetKey("message", "Renamed");
+    step.Cancel();
+    EXPECT_EQ(TextOf(parts->windows.All().front()->Handle()).find("Renamed"), std::string::npos);
+    SetKeyOf(*map, "message", "Renamed");
+    EXPECT_NE(TextOf(parts->windows.All().front()->Handle()).find("Renamed"), std::string::npos);
+    Give(Command::Undo);
+  }
+  EXPECT_TRUE(sink.messages.empty()) << "nothing is lost by closing it";
+  EXPECT_TRUE(parts->documents.Maps().empty());
 }
 
 TEST_F(EditingTest, AGroupIsCopiedIntoAnotherMapThatOutlivesItsOwn) {
@@ -105,9 +185,9 @@ TEST_F(EditingTest, AGroupIsCopiedIntoAnotherMapThatOutlivesItsOwn) {
   Give(Command::Copy);
   const std::string copied = SelectionText(*map);
   EXPECT_EQ(clipboard.text, copied);
-  app->CloseMap(*map);
+  parts->documents.Close(*map);
 
-  map = &app->NewMap();
+  map = &parts->documents.New();
   const std::string empty = Text();
   Give(Command::Paste);
   EXPECT_EQ(SelectionText(*map), copied);
@@ -204,7 +284,7 @@ TEST_F(EditingTest, SidesAreAskedForWithinTheirRangeAndRemembered) {
   EXPECT_TRUE(IsTicked(Command::CreateColumn));
   EXPECT_FALSE(IsTicked(Command::CreateSphere));
   Drag({0, 0, 0}, {128, 128, 0});
-  EXPECT_EQ(map->selection.at(0)->brush.getNumFaces(), 8);
+  EXPECT_EQ(map->selection.front()->brush.getNumFaces(), 8);
   Give(Command::CreateSphere);
   EXPECT_EQ(dialogs.forms.back().rows[0].values[0], "6");
   EXPECT_TRUE(IsTicked(Command::ModeBrush)) << "no answer, no tool";
@@ -227,7 +307,7 @@ TEST_F(EditingTest, TexturesFollowWhenTheyAreLockedAndElseStay) {
       if (command == Command::ModeBrush) Drag({64, 32, 0}, {76, 44, 0});
       EXPECT_NE(Selected(), (Bounds{{0, 0, 0}, {128, 64, 64}})) << Id(command);
       const bool isPlain =
-          std::ranges::all_of(map->selection.at(0)->brush.Faces(), [](const Face& f) {
+          std::ranges::all_of(map->selection.front()->brush.Faces(), [](const Face& f) {
             return f.xoff == 0 && f.yoff == 0 && f.rotation == 0 && f.xscale == 1 && f.yscale == 1;
           });
       EXPECT_EQ(isPlain, !locked) << Id(command);
@@ -251,7 +331,7 @@ TEST_F(EditingTest, ADragEndsWithoutEffectBeforeAnythingElseIsDone) {
     bool ends;
     std::string text;
   };
-  const Row rows[] = {{[&] { SetCapture(app->frame.Handle()); }, true, made},
+  const Row rows[] = {{[&] { SetCapture(parts->frame.Handle()); }, true, made},
                       {[&] { ReleaseCapture(); }, true, made},
                       {[&] { SendMessageA(Drawing(), WM_CHAR, VK_ESCAPE, 0); }, true, made},
                       {[&] { pressControlAnd('F'); }, false, ""},  // a grey command's
@@ -260,9 +340,9 @@ TEST_F(EditingTest, ADragEndsWithoutEffectBeforeAnythingElseIsDone) {
   for (const Row& row : rows) {
     Press({32, 32, 0});
     Move({160, 32, 0});
-    ASSERT_TRUE(app->tools.Current()->HasPreview());
+    ASSERT_TRUE(parts->tools.Current()->HasPreview());
     row.act();
-    EXPECT_EQ(app->tools.Current()->HasPreview(), !row.ends);
+    EXPECT_EQ(parts->tools.Current()->HasPreview(), !row.ends);
     EXPECT_EQ(GetCapture() == Drawing(), !row.ends);
     Release({160, 32, 0});
     if (row.ends) {
@@ -284,7 +364,7 @@ TEST_F(EditingTest, WhatComesFromAFileIsOneStep) {
   const std::string path = dir.Path("box.xmp");
   dialogs.files = {path, path, path};
   Give(Command::SaveGroup);
-  EXPECT_EQ(app->options.previousGroups[0], path);
+  EXPECT_EQ(parts->options.previousGroups[0], path);
   for (const unsigned way : {Id(Command::InsertGroup), Id(Command::RecentGroup)}) {
     dialogs.commands = {way};
     Give(Command::InsertGroup);
@@ -303,8 +383,8 @@ TEST_F(EditingTest, WhatComesFromAFileIsOneStep) {
 TEST_F(EditingTest, ABoundKeyInsertsItsEntityUnderTheMouseOnce) {
   StartNew();
   const std::string empty = Text();
-  app->boundEntities.items.push_back({'S', NewEntity(*map, "light")});
-  auto& window = static_cast<MapWindow&>(*app->ActiveWindow());
+  parts->boundEntities.items.push_back({'S', NewEntity(*map, "light")});
+  auto& window = static_cast<MapWindow&>(*parts->windows.ActiveWindow());
   const auto press = [&](LPARAM details) {
     SendMessageA(window.Drawing(), WM_KEYDOWN, 'S', details);
   };
@@ -351,7 +431,8 @@ TEST_F(EditingTest, ThePopupGreysWhatIsNotThereAndPropertiesOfSeveralGroupsThem)
     PopUp(0, at);
     std::string items;
     for (UINT i = 0; i < 12; ++i) {
-      const UINT state = GetMenuState(app->Popup(ID_POPUP_SELECTION), 1000 + i, MF_BYCOMMAND);
+      const UINT state =
+          GetMenuState(parts->popups.Get(ID_POPUP_SELECTION), 1000 + i, MF_BYCOMMAND);
       items += state & MF_GRAYED ? '-' : '+';
     }
     return items;
@@ -380,7 +461,7 @@ TEST_F(EditingTest, HandlesHaveCursorsAndTouchUpItsPopup) {
   const HCURSOR arrow = LoadCursorA(nullptr, IDC_ARROW);
   const auto hover = [&](const Vec3& at) {
     Send(WM_MOUSEMOVE, 0, at);
-    return app->toolWindows.Cursor();
+    return parts->toolHost.Cursor();
   };
   EXPECT_EQ(hover({32, 32, 0}), LoadCursorA(nullptr, IDC_SIZEALL));
   EXPECT_EQ(hover({80, 80, 0}), LoadCursorA(nullptr, IDC_SIZENESW));
@@ -393,7 +474,7 @@ TEST_F(EditingTest, HandlesHaveCursorsAndTouchUpItsPopup) {
   Give(Command::TouchUp);
   dialogs.commands = {1000};
   Send(WM_RBUTTONDOWN, MK_RBUTTON, {160, 160, 0});
-  EXPECT_EQ(app->tools.vertexTool.Picked().size(), 8u);
+  EXPECT_EQ(parts->tools.vertexTool.Picked().size(), 8u);
 }
 
 TEST_F(EditingTest, ModesAndLimitsAreTicked) {
@@ -415,7 +496,7 @@ TEST_F(EditingTest, ModesAndLimitsAreTicked) {
   dialogs.answers = {{"1", "64", "0", "0", "0", "0", "0"}};
   Give(Command::MultiDuplicate);
   EXPECT_EQ(Selected(), (Bounds{{64, 128, 0}, {128, 192, 64}})) << "numbers are not limited";
-  EXPECT_FALSE(app->IsAvailable(Id(Command::FaceEdit))) << "no room has it yet";
+  EXPECT_FALSE(parts->commands.IsAvailable(Id(Command::FaceEdit))) << "no room has it yet";
 }
 
 }  // namespace

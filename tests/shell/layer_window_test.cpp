@@ -1,11 +1,12 @@
 // The window of a map's layers: what the mouse and the keys do there, and what it shows after.
 #include "shell/windows/layer_window.h"
+#include "document/edit_step.h"
 
 #include <functional>
 
 #include "base/text_writer.h"
 #include "document/classes/native_classes.h"
-#include "document/selection.h"
+#include "document/picking.h"
 #include "operations/layers.h"
 #include "shell/app_fixture.h"
 #include "shell/resources/resource.h"
@@ -21,17 +22,17 @@ class LayerWindowTest : public AppTest {
   void Open() {
     ASSERT_TRUE(Start());
     map = &OpenTwoBrushes();
-    RenameLayer(*map, *map->currentLayer, "left");
+    RenameLayer(*map, *map->currentLayer(), "left");
     InsertLayer(*map, "right");
     Select(*map, Box(0, 1), false);
-    MoveSelectionToLayer(*map, *map->currentLayer);
-    SelectNone(*map);
+    MoveSelectionToLayer(*map, *map->currentLayer());
+    map->selection.Clear();
     map->undo.Clear();
     Show();
   }
   void Show() {
     Give(Command::LayersList);
-    window = dynamic_cast<LayerWindow*>(app->ActiveWindow());
+    window = dynamic_cast<LayerWindow*>(parts->windows.ActiveWindow());
     ASSERT_NE(window, nullptr);
     rows = window->List().Control();
     app->Pump();
@@ -86,7 +87,7 @@ class LayerWindowTest : public AppTest {
     SendMessageA(window->List().Handle(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(rows), -1);
   }
   bool IsGrey(unsigned item) const {
-    return (GetMenuState(app->Popup(ID_POPUP_LAYER), item, MF_BYCOMMAND) & MF_GRAYED) != 0;
+    return (GetMenuState(parts->popups.Get(ID_POPUP_LAYER), item, MF_BYCOMMAND) & MF_GRAYED) != 0;
   }
   void TypeName(const char* name) const {
     Press(VK_F2);
@@ -122,7 +123,6 @@ TEST_F(LayerWindowTest, EveryChangeIsOneStepThatTheListFollowsBackAndForth) {
       {"left 0 VE cc1a1a\nright 2 VE* cc1a1a\n",
        [&] {
          Select(*map, Box(0, 0), false);
-         app->RefreshMap(*map);
          Push(ID_LAYER_MOVE_IN);
        }},
   };
@@ -136,7 +136,7 @@ TEST_F(LayerWindowTest, EveryChangeIsOneStepThatTheListFollowsBackAndForth) {
     Give(Command::Undo);
     EXPECT_EQ(Text(), text) << row.shown;
     EXPECT_EQ(Shown(), shown) << row.shown;
-    EXPECT_FALSE(app->IsAvailable(Id(Command::Undo))) << row.shown;
+    EXPECT_FALSE(parts->commands.IsAvailable(Id(Command::Undo))) << row.shown;
     Give(Command::Redo);
     EXPECT_EQ(Shown(), row.shown);
     Give(Command::Undo);
@@ -169,11 +169,11 @@ TEST_F(LayerWindowTest, KeysAreTheDialogsOrCommandsForItsMap) {
   Open();
   Click(0, OBJECTS);
   Press(VK_RETURN);
-  EXPECT_EQ(map->currentLayer, &Layer(0));
+  EXPECT_EQ(map->currentLayer(), &Layer(0));
   Press(VK_DOWN);
   EXPECT_EQ(window->List().Selected(), &Layer(1));
   Press('H');
-  EXPECT_EQ(app->views.ViewsOf(*map).front()->mapmode, MapMode::Heights);
+  EXPECT_EQ(parts->windows.Views().ViewsOf(*map).front()->mapmode, MapMode::Heights);
   Select(*map, Box(0, 0), false);
   {
     const HeldKey control(VK_CONTROL);
@@ -197,7 +197,6 @@ TEST_F(LayerWindowTest, KeysAreTheDialogsOrCommandsForItsMap) {
   EXPECT_TRUE(Box(0, 0)->IsVisible()) << "a letter of the name";
   SetWindowTextA(box, "lost");
   InsertLayer(*map, "first come");
-  app->RefreshMap(*map);
   EXPECT_EQ(ListView_GetEditControl(rows), nullptr);
   EXPECT_STREQ(Layer(1).GetKey("XMPentityname"), "right");
 }
@@ -220,10 +219,9 @@ TEST_F(LayerWindowTest, ThePopupAndTheButtonsOfferWhatCanBeDone) {
   EXPECT_NEAR(view.transform.ToWorldU(view.DrawingArea().width / 2), 160, 2);
 
   SetLayerState(*map, Layer(0), false, true);
-  app->RefreshMap(*map);
   Click(0, OBJECTS);
   TrackPopup(1004);
-  EXPECT_EQ(map->currentLayer, &Layer(0));
+  EXPECT_EQ(map->currentLayer(), &Layer(0));
   EXPECT_TRUE(IsGrey(1002));
   EXPECT_FALSE(IsEnabled(ID_LAYER_SELECT));
   Push(ID_LAYER_MOVE_IN);
@@ -237,27 +235,27 @@ TEST_F(LayerWindowTest, ThePopupAndTheButtonsOfferWhatCanBeDone) {
 
 TEST_F(LayerWindowTest, AMapHasOneSuchWindowThatGoesWithIt) {
   Open();
-  const std::size_t before = app->windows.size();
+  const std::size_t before = parts->windows.All().size();
   Activate(WindowOf(Orientation::Front));
   Show();
-  EXPECT_EQ(app->windows.size(), before);
-  app->NewMap();
+  EXPECT_EQ(parts->windows.All().size(), before);
+  parts->documents.New();
   const LayerWindow* const first = window;
   Show();
   EXPECT_NE(window, first);
   EXPECT_EQ(TextOf(window->Handle()), "Layers: Unnamed");
   SendMessageA(window->Handle(), WM_CLOSE, 0, 0);
-  EXPECT_EQ(app->maps.size(), 2u);
-  app->CloseMap(*app->maps.back());
+  EXPECT_EQ(parts->documents.Maps().size(), 2u);
+  parts->documents.Close(*parts->documents.Maps().back());
 
   Activate(*first);
-  map->modified = true;
+  EditStep(*map).ChangeKeys(*map);
   Post(first->List().Control(), WM_KEYDOWN, VK_F2);
   sink.answers = {Answer::Yes};
-  for (int i = 0; i < 3; ++i) SendMessageA(app->windows.front()->Handle(), WM_CLOSE, 0, 0);
+  for (int i = 0; i < 3; ++i) SendMessageA(parts->windows.All().front()->Handle(), WM_CLOSE, 0, 0);
   EXPECT_EQ(sink.messages.size(), 1u);
-  EXPECT_TRUE(app->maps.empty());
-  EXPECT_TRUE(app->windows.empty());
+  EXPECT_TRUE(parts->documents.Maps().empty());
+  EXPECT_TRUE(parts->windows.All().empty());
 }
 
 }  // namespace

@@ -5,9 +5,9 @@
 #include <shlobj.h>
 
 #include <cstring>
-#include <deque>
 #include <filesystem>
 
+#include "document/edit_step.h"
 #include "shell/app_fixture.h"
 
 namespace ferrowand {
@@ -17,26 +17,28 @@ class MapFilesTest : public AppTest {
  protected:
   MapFilesTest() { EXPECT_TRUE(Start()); }
 
-  void Quit() { SendMessageA(app->frame.Handle(), WM_CLOSE, 0, 0); }
-  bool Running() const { return app->frame.Handle() != nullptr; }
+  static void Modify(Map& map) { EditStep(map).ChangeKeys(map); }
+
+  void Quit() { SendMessageA(parts->frame.Handle(), WM_CLOSE, 0, 0); }
+  bool Running() const { return parts->frame.Handle() != nullptr; }
   using Texts = std::vector<std::string>;
 };
 
 TEST_F(MapFilesTest, SaveAsWritesEitherFormatByTheName) {
   Map& map = OpenTwoBrushes();
-  map.modified = true;
+  Modify(map);
   dialogs.files = {dir.Path("copy.xmp"), dir.Path("copy.map"), dir.Path("bare")};
   for (int i = 0; i < 3; ++i) Give(Command::FileSaveAs);
   EXPECT_EQ(dir.Read("copy.xmp").substr(0, 2), "{\n");
   EXPECT_EQ(dir.Read("copy.map").substr(0, 4), "////");
   EXPECT_EQ(dir.Read("bare.xmp"), dir.Read("copy.xmp"));
-  EXPECT_FALSE(map.modified);
+  EXPECT_FALSE(map.modified());
   EXPECT_EQ(map.filename, dir.Path("bare.xmp"));
-  EXPECT_EQ(app->options.previousFiles[0], dir.Path("bare.xmp"));
+  EXPECT_EQ(parts->options.previousFiles[0], dir.Path("bare.xmp"));
 }
 
 TEST_F(MapFilesTest, SavingANewMapAsksForItsNameOnce) {
-  Map& map = app->NewMap();
+  Map& map = parts->documents.New();
   Give(Command::FileSave);
   EXPECT_EQ(map.filename, "unnamed.map");
   dialogs.files = {dir.Path("room.xmp")};
@@ -49,52 +51,53 @@ TEST_F(MapFilesTest, SavingANewMapAsksForItsNameOnce) {
 
 TEST_F(MapFilesTest, ASaveThatFailsLeavesTheMapModified) {
   Map& map = OpenTwoBrushes();
-  map.modified = true;
+  Modify(map);
   dialogs.files = {dir.Path("no such folder\\a.xmp")};
   Give(Command::FileSaveAs);
-  EXPECT_TRUE(map.modified);
+  EXPECT_TRUE(map.modified());
   EXPECT_FALSE(sink.messages.empty());
-  EXPECT_EQ(app->options.previousFiles[1], "");
+  EXPECT_EQ(parts->options.previousFiles[1], "");
 }
 
 TEST_F(MapFilesTest, ExportWritesAQuakeMapBesideTheFileAndChangesNothingElse) {
-  Map& map = *app->OpenMap(dir.Write("a.xmp", TWO_BRUSHES));
-  map.modified = true;
+  Map& map = *parts->documents.Open(dir.Write("a.xmp", TWO_BRUSHES));
+  Modify(map);
   Give(Command::ExportQuake);
   EXPECT_EQ(dir.Read("a.map").substr(0, 4), "////");
   EXPECT_EQ(map.filename, dir.Path("a.xmp"));
-  EXPECT_TRUE(map.modified);
+  EXPECT_TRUE(map.modified());
   EXPECT_EQ(dir.Read("a.xmp"), TWO_BRUSHES);
 }
 
 TEST_F(MapFilesTest, RecentMapsAreInTheMenuNewestFirst) {
   const std::string a = dir.Write("a&b.map", TWO_BRUSHES), b = dir.Write("b.map", TWO_BRUSHES);
+  const HMENU fileMenu = GetSubMenu(GetMenu(parts->frame.Handle()), 0);
   const auto item = [&](unsigned index) {
+    SendMessageA(parts->frame.Handle(), WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(fileMenu), 0);
     char text[300];
-    GetMenuStringA(GetMenu(app->frame.Handle()), Id(Command::RecentMap) + index, text, sizeof text,
-                   MF_BYCOMMAND);
+    GetMenuStringA(fileMenu, Id(Command::RecentMap) + index, text, sizeof text, MF_BYCOMMAND);
     return std::string(text);
   };
   EXPECT_EQ(item(0), "- NO FILE -");
-  app->OpenMap(a);
-  app->OpenMap(b);
+  parts->documents.Open(a);
+  parts->documents.Open(b);
   EXPECT_EQ(item(0), b);
   EXPECT_EQ(item(1), dir.Path("a&&b.map"));
   EXPECT_EQ(item(2), "- NO FILE -");
   Give(Id(Command::RecentMap) + 1);
-  EXPECT_EQ(app->maps.size(), 3u);
+  EXPECT_EQ(parts->documents.Maps().size(), 3u);
   EXPECT_EQ(item(0), dir.Path("a&&b.map"));
   EXPECT_EQ(item(1), b);
   Give(Id(Command::PopupRecentMap) + 1);
-  EXPECT_EQ(app->maps.back()->filename, b);
+  EXPECT_EQ(parts->documents.Maps().back()->filename, b);
 }
 
 TEST_F(MapFilesTest, OnlyTheLastWindowOfAModifiedMapAsksBeforeItCloses) {
   Map& map = OpenTwoBrushes();
-  map.modified = true;
+  Modify(map);
   const auto closeOne = [&] {
-    SendMessageA(app->windows.front()->Handle(), WM_CLOSE, 0, 0);
-    return app->windows.size();
+    SendMessageA(parts->windows.All().front()->Handle(), WM_CLOSE, 0, 0);
+    return parts->windows.All().size();
   };
   EXPECT_EQ(closeOne(), 2u);
   EXPECT_EQ(closeOne(), 1u);
@@ -102,29 +105,29 @@ TEST_F(MapFilesTest, OnlyTheLastWindowOfAModifiedMapAsksBeforeItCloses) {
   EXPECT_EQ(closeOne(), 1u);
   EXPECT_EQ(sink.OnlyText(),
             "Closing this window will close the map. The map has been modified. Continue?");
-  EXPECT_EQ(app->maps.size(), 1u);
+  EXPECT_EQ(parts->documents.Maps().size(), 1u);
   sink.answers = {Answer::Yes};
   EXPECT_EQ(closeOne(), 0u);
-  EXPECT_TRUE(app->maps.empty());
+  EXPECT_TRUE(parts->documents.Maps().empty());
 }
 
 TEST_F(MapFilesTest, ClosingAMapClosesItsWindowsAndNoOthers) {
   OpenTwoBrushes();
-  app->NewMap();
+  parts->documents.New();
   Give(Command::FileClose);
   EXPECT_EQ(sink.Said(), Texts{"Close Map?: Are you sure you want to close this map?"});
-  EXPECT_EQ(app->windows.size(), 6u);
+  EXPECT_EQ(parts->windows.All().size(), 6u);
   sink.answers = {Answer::Yes};
   Give(Command::FileClose);
-  ASSERT_EQ(app->maps.size(), 1u);
-  EXPECT_EQ(app->maps[0]->Name(), "Two boxes");
-  EXPECT_EQ(app->windows.size(), 3u);
+  ASSERT_EQ(parts->documents.Maps().size(), 1u);
+  EXPECT_EQ(parts->documents.Maps()[0]->Name(), "Two boxes");
+  EXPECT_EQ(parts->windows.All().size(), 3u);
 }
 
 TEST_F(MapFilesTest, QuittingAsksForEveryModifiedMapAndStaysOnACancel) {
-  OpenTwoBrushes().modified = true;
-  app->NewMap();
-  app->NewMap().modified = true;
+  Modify(OpenTwoBrushes());
+  parts->documents.New();
+  Modify(parts->documents.New());
   const std::string end = " has been modified and not saved. Save before quitting?";
   struct Row {
     std::deque<Answer> answers;
@@ -153,16 +156,16 @@ TEST_F(MapFilesTest, EveryDroppedFileOpens) {
   drop->pFiles = sizeof(DROPFILES);
   std::memcpy(drop + 1, names.data(), names.size());
   GlobalUnlock(memory);
-  SendMessageA(app->frame.Handle(), WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
-  ASSERT_EQ(app->maps.size(), 2u);
-  EXPECT_EQ(app->maps[1]->filename, dir.Path("b.map"));
+  SendMessageA(parts->frame.Handle(), WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
+  ASSERT_EQ(parts->documents.Maps().size(), 2u);
+  EXPECT_EQ(parts->documents.Maps()[1]->filename, dir.Path("b.map"));
 }
 
 TEST_F(MapFilesTest, AFileThatCannotBeOpenedIsSaid) {
   std::filesystem::create_directory(dir.Path("folder.map"));
-  EXPECT_EQ(app->OpenMap(dir.Path("folder.map")), nullptr);
+  EXPECT_EQ(parts->documents.Open(dir.Path("folder.map")), nullptr);
   EXPECT_FALSE(sink.messages.empty());
-  EXPECT_TRUE(app->windows.empty());
+  EXPECT_TRUE(parts->windows.All().empty());
 }
 
 }  // namespace

@@ -13,7 +13,7 @@ class MapWindowTest : public AppTest {
   // A new map: nothing of its own in the views.
   void StartNew() {
     ASSERT_TRUE(Start());
-    app->NewMap();
+    parts->documents.New();
     app->Pump();
     top = &WindowOf(Orientation::Top);
     Activate(*top);
@@ -37,12 +37,12 @@ class MapWindowTest : public AppTest {
 
 TEST_F(MapWindowTest, ANewMapOpensItsThreeViewsInQuartersAroundTheOrigin) {
   StartNew();
-  ASSERT_EQ(app->windows.size(), 3u);
-  const PixelSize client = app->frame.ClientSize();
+  ASSERT_EQ(parts->windows.All().size(), 3u);
+  const PixelSize client = parts->frame.ClientSize();
   const auto placeOf = [&](Orientation orientation) {
     RECT place;
     GetWindowRect(WindowOf(orientation).Handle(), &place);
-    MapWindowPoints(nullptr, app->frame.Client(), reinterpret_cast<POINT*>(&place), 2);
+    MapWindowPoints(nullptr, parts->frame.Client(), reinterpret_cast<POINT*>(&place), 2);
     return PixelRect{place.left, place.top, place.right, place.bottom};
   };
   const int w = client.width / 2, h = client.height / 2;
@@ -56,7 +56,8 @@ TEST_F(MapWindowTest, ANewMapOpensItsThreeViewsInQuartersAroundTheOrigin) {
   EXPECT_NEAR(centre.x, top->DrawingArea().width / 2, 1);
   EXPECT_NEAR(centre.y, top->DrawingArea().height / 2, 1);
   char item[200] = "";
-  GetMenuStringA(GetMenu(app->frame.Handle()), ID_FIRST_CHILD + 2, item, sizeof item, MF_BYCOMMAND);
+  GetMenuStringA(GetMenu(parts->frame.Handle()), ID_FIRST_CHILD + 2, item, sizeof item,
+                 MF_BYCOMMAND);
   EXPECT_EQ(std::string(item), "&3 XYView (Top): Unnamed");
 }
 
@@ -64,7 +65,7 @@ TEST_F(MapWindowTest, AnOpenedMapFillsItsViews) {
   ASSERT_TRUE(Start());
   const Map& map = OpenTwoBrushes();
   EXPECT_EQ(TextOf(WindowOf(Orientation::Front).Handle()), "XZView (Front): Two boxes");
-  for (MapView* view : app->views.ViewsOf(map)) {
+  for (MapView* view : parts->windows.Views().ViewsOf(map)) {
     EXPECT_LT(view->transform.scaleu, 1.0f);
     EXPECT_EQ(view->transform.scaleu, -view->transform.scalev);
   }
@@ -133,16 +134,16 @@ TEST_F(MapWindowTest, WheelSpaceAndDMoveThePicture) {
 
 TEST_F(MapWindowTest, ARefusalStaysInSightUntilTheNextPress) {
   StartNew();
-  app->toolWindows.Refuse(*top->View(), "No");
+  parts->toolHost.Refuse(*top->View(), "No");
   top->View()->SetStatus("hovering");
   EXPECT_EQ(TextOf(*top, ID_MESSAGE_TEXT), "No");
   Mouse(WM_RBUTTONDOWN, MK_RBUTTON, 5, 5);
   EXPECT_EQ(TextOf(*top, ID_MESSAGE_TEXT), "hovering");
-  app->toolWindows.Refuse(*top->View(), "Not again");
+  parts->toolHost.Refuse(*top->View(), "Not again");
   SendMessageA(top->Handle(), WM_TIMER, 1, 0);
   EXPECT_EQ(TextOf(*top, ID_MESSAGE_TEXT), "hovering");
   SendDlgItemMessageA(top->Handle(), ID_CONTROLS, BM_CLICK, 0, 0);
-  app->toolWindows.Refuse(*top->View(), "Nowhere to read it");
+  parts->toolHost.Refuse(*top->View(), "Nowhere to read it");
   EXPECT_EQ(sink.Said(), std::vector<std::string>{"Cannot continue: Nowhere to read it"});
 }
 
@@ -162,10 +163,11 @@ TEST_F(MapWindowTest, ControlsHideAndShowTheStatusBarAndBothScrollBars) {
   // The words of a view without a status bar go to a sister that has one.
   top->View()->SetStatus("hello");
   EXPECT_EQ(TextOf(*top, ID_MESSAGE_TEXT), "Ready");
-  EXPECT_EQ(TextOf(static_cast<MapWindow&>(app->views.ViewsOf(*app->maps[0])[1] ==
-                                                   WindowOf(Orientation::Front).View()
-                                               ? WindowOf(Orientation::Front)
-                                               : WindowOf(Orientation::Side)),
+  EXPECT_EQ(TextOf(static_cast<MapWindow&>(
+                       parts->windows.Views().ViewsOf(*parts->documents.Maps()[0])[1] ==
+                               WindowOf(Orientation::Front).View()
+                           ? WindowOf(Orientation::Front)
+                           : WindowOf(Orientation::Side)),
                    ID_MESSAGE_TEXT),
             "hello");
   SendMessageA(top->Handle(), WM_SYSCOMMAND, ID_CONTROLS, 0);
@@ -189,18 +191,18 @@ TEST_F(MapWindowTest, TheActiveViewIsTheFirstAndTheMouseActivatesAsAnOption) {
   const MapWindow& side = WindowOf(Orientation::Side);
   SendMessageA(side.Drawing(), WM_MOUSEMOVE, 0, MAKELPARAM(10, 10));
   EXPECT_EQ(GetFocus(), top->Drawing());
-  app->options.trackMouse = 1;
+  parts->options.trackMouse = 1;
   SendMessageA(side.Drawing(), WM_MOUSEMOVE, 0, MAKELPARAM(10, 10));
   EXPECT_EQ(GetFocus(), top->Drawing()) << "it has not moved";
   SendMessageA(side.Drawing(), WM_MOUSEMOVE, 0, MAKELPARAM(11, 10));
   EXPECT_EQ(GetFocus(), side.Drawing());
-  EXPECT_EQ(app->views.Views().front(), WindowOf(Orientation::Side).View());
-  EXPECT_EQ(app->ActiveView(), app->views.Views().front());
+  EXPECT_EQ(parts->windows.Views().Views().front(), WindowOf(Orientation::Side).View());
+  EXPECT_EQ(parts->windows.ActiveView(), parts->windows.Views().Views().front());
 }
 
 TEST_F(MapWindowTest, ArrangementsAndNewViews) {
   StartNew();
-  const PixelSize client = app->frame.ClientSize();
+  const PixelSize client = parts->frame.ClientSize();
   Give(Command::ArrangeXYLarge);
   RECT place;
   GetWindowRect(top->Handle(), &place);
@@ -208,11 +210,11 @@ TEST_F(MapWindowTest, ArrangementsAndNewViews) {
   ShowWindow(top->Handle(), SW_MAXIMIZE);
   Give(Command::ArrangeQuarters);
   GetWindowRect(top->Handle(), &place);
-  EXPECT_EQ(place.right - place.left, app->frame.ClientSize().width / 2);
+  EXPECT_EQ(place.right - place.left, parts->frame.ClientSize().width / 2);
   Give(Command::NewTopView);
-  ASSERT_EQ(app->windows.size(), 4u);
-  EXPECT_EQ(TextOf(app->windows.back()->Handle()), "XYView (Top): Unnamed");
-  EXPECT_EQ(TextOf(*app->windows.back(), ID_ZOOM_TEXT), "(64x64)S25%");
+  ASSERT_EQ(parts->windows.All().size(), 4u);
+  EXPECT_EQ(TextOf(parts->windows.All().back()->Handle()), "XYView (Top): Unnamed");
+  EXPECT_EQ(TextOf(*parts->windows.All().back(), ID_ZOOM_TEXT), "(64x64)S25%");
 }
 
 TEST_F(MapWindowTest, ViewsGoToTheSelectionOrFitTheMap) {
@@ -226,7 +228,7 @@ TEST_F(MapWindowTest, ViewsGoToTheSelectionOrFitTheMap) {
   const float whole = view.transform.scaleu;
   Give(Command::CentreAndZoom);  // nothing is selected
   EXPECT_EQ(view.transform.scaleu, whole);
-  map.selection = {map.currentLayer->getEntityList()[1].get()};
+  map.selection.Set({map.currentLayer()->getEntityList()[1].get()});
   Give(Command::CentreSelection);
   EXPECT_NEAR(middle().x, 160, 1);
   EXPECT_NEAR(middle().y, 0, 1);
@@ -234,10 +236,10 @@ TEST_F(MapWindowTest, ViewsGoToTheSelectionOrFitTheMap) {
   WindowOf(Orientation::Top).View()->ZoomOut();
   Give(Command::CentreAndZoom);
   EXPECT_LE(view.transform.scaleu, whole);
-  map.selection.push_back(map.currentLayer->getEntityList()[0].get());
+  map.selection.Add(*map.currentLayer()->getEntityList()[0].get());
   Give(Command::ZoomToFit);
   EXPECT_EQ(sink.OnlyText(), "Select one brush or group, or select nothing to see the whole map.");
-  map.selection.clear();
+  map.selection.Clear();
   Give(Command::ZoomToFit);
   EXPECT_EQ(view.transform.scaleu, whole);
 }
@@ -264,7 +266,8 @@ TEST_F(MapWindowTest, GridAxesAndEdgesStandOnTheScreen) {
   EXPECT_EQ(PixelOf(window, origin.x + 64, origin.y - 50), RGB(200, 200, 200));
   EXPECT_EQ(PixelOf(window, origin.x + 1, origin.y - 50), RGB(170, 170, 170));
   EXPECT_EQ(PixelOf(window, origin.x + 70, origin.y - 50), RGB(255, 255, 255));
-  const Colour outline = app->maps[0]->currentLayer->getEntityList()[0]->brush.Outline();
+  const Colour outline =
+      parts->documents.Maps()[0]->currentLayer()->getEntityList()[0]->brush.Outline();
   EXPECT_EQ(PixelOf(window, origin.x + 32, origin.y - 5), ToColorRef(outline));
   EXPECT_EQ(PixelOf(window, origin.x - 32, origin.y - 5), ToColorRef(outline));
 }
@@ -273,17 +276,7 @@ TEST_F(MapWindowTest, AScrolledPictureIsWhatAWholeRepaintGives) {
   ASSERT_TRUE(Start());
   OpenTwoBrushes();
   MapWindow& window = WindowOf(Orientation::Top);
-  const auto picture = [&] {
-    std::vector<COLORREF> pixels;
-    UpdateWindow(window.Drawing());
-    const HDC dc = GetDC(window.Drawing());
-    const PixelSize area = window.DrawingArea();
-    for (int y = 0; y < area.height; y += 7) {
-      for (int x = 0; x < area.width; ++x) pixels.push_back(GetPixel(dc, x, y));
-    }
-    ReleaseDC(window.Drawing(), dc);
-    return pixels;
-  };
+  const auto picture = [&] { return PictureOf(window); };
   picture();
   SendMessageA(window.Drawing(), WM_HSCROLL, SB_LINEDOWN, 0);
   SendMessageA(window.Drawing(), WM_VSCROLL, SB_PAGEUP, 0);
@@ -308,7 +301,7 @@ TEST_F(MapWindowTest, WhatAToolInvertsSurvivesRepaintsAndLeavesNoTrace) {
   StartNew();
   Give(Command::GridToggle);
   FrameTool tool;
-  app->tools.Use(tool);
+  parts->tools.Use(tool);
   top->Invalidate();
   const auto row = [&](int y) { return PixelOf(*top, 60, y); };
   EXPECT_EQ(row(30), RGB(0, 0, 0));
@@ -322,7 +315,7 @@ TEST_F(MapWindowTest, WhatAToolInvertsSurvivesRepaintsAndLeavesNoTrace) {
   top->Invalidate();
   EXPECT_EQ(row(30), RGB(255, 255, 255));
   EXPECT_EQ(row(35), RGB(0, 0, 0));
-  app->tools.Use(app->tools.entitySelector);
+  parts->tools.Use(parts->tools.entitySelector);
 }
 
 // Notes what reaches the tool.
@@ -342,7 +335,7 @@ class NotingTool : public Tool {
 TEST_F(MapWindowTest, MouseWorkReachesTheToolWithTheMiddleButtonAsTheRightOne) {
   StartNew();
   NotingTool tool;
-  app->tools.Use(tool);
+  parts->tools.Use(tool);
   Mouse(WM_LBUTTONDOWN, MK_LBUTTON, 5, 6);
   EXPECT_EQ(GetCapture(), top->Drawing());
   Mouse(WM_MOUSEMOVE, MK_LBUTTON, -7, 6);
@@ -356,7 +349,7 @@ TEST_F(MapWindowTest, MouseWorkReachesTheToolWithTheMiddleButtonAsTheRightOne) {
   Mouse(WM_LBUTTONUP, 0, 3, 4);
   EXPECT_EQ(tool.log,
             "down 5,6 1;move -7,6 1;up -7,6 1;down 1,2 2;up 1,2 2;double 3,4 1;up 3,4 1;");
-  app->tools.Use(app->tools.entitySelector);
+  parts->tools.Use(parts->tools.entitySelector);
 }
 
 }  // namespace

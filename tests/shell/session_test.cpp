@@ -66,8 +66,8 @@ class SessionTest : public AppTest {
   void GiveById(const std::string& id) { Give(static_cast<unsigned>(std::stoul(id))); }
 
   MapWindow& ViewNamed(const std::string& name) {
-    for (const auto& window : app->windows) {
-      if (!window->View() || window->GetMap() != app->ActiveMap()) continue;
+    for (const auto& window : parts->windows.All()) {
+      if (!window->View() || window->GetMap() != parts->windows.ActiveMap()) continue;
       if (!Has(TextOf(window->Handle()), "(" + name + ")")) continue;
       return *(view_ = static_cast<MapWindow*>(window.get()));
     }
@@ -127,7 +127,7 @@ class SessionTest : public AppTest {
   }
 
   void Insert(const std::string& classname) {
-    const ClassSet& classes = *app->ActiveMap()->classSet;
+    const ClassSet& classes = *parts->windows.ActiveMap()->classSet;
     unsigned id = 1000;
     while (classes.ClassOfMenuId(id) && classes.ClassOfMenuId(id)->classname != classname) ++id;
     dialogs.commands = {id};
@@ -135,7 +135,7 @@ class SessionTest : public AppTest {
   }
 
   void SwitchTo(const std::string& name) {
-    for (const auto& window : app->windows) {
+    for (const auto& window : parts->windows.All()) {
       if (!window->View() || !window->GetMap()->filename.ends_with(name)) continue;
       file_ = dir.Path(name);
       Activate(*window);
@@ -146,7 +146,7 @@ class SessionTest : public AppTest {
 
   void Undo(int steps) {
     for (int i = 0; i < steps; ++i) {
-      ASSERT_TRUE(app->IsAvailable(Id(Command::Undo))) << i;
+      ASSERT_TRUE(parts->commands.IsAvailable(Id(Command::Undo))) << i;
       Give(Command::Undo);
     }
   }

@@ -11,20 +11,20 @@ TEST_F(AppTest, AFirstStartExplainsItselfOffersAShortcutAndShowsTips) {
   ASSERT_TRUE(StartWithStore());
   ASSERT_GE(sink.messages.size(), 2u);
   EXPECT_EQ(sink.Said()[1], "Ferrowand: Create shortcut to Ferrowand in Start menu?");
-  EXPECT_NE(app->tips.Handle(), nullptr);
+  EXPECT_NE(parts->tips.Handle(), nullptr);
 }
 
 TEST_F(AppTest, TheTipsSwitchThemselvesOff) {
   saved.showTips = 1;
   ASSERT_TRUE(Start());
-  const HWND tips = app->tips.Handle();
+  const HWND tips = parts->tips.Handle();
   ASSERT_NE(tips, nullptr);
   const std::string first = TextOf(GetDlgItem(tips, 100));
   SendDlgItemMessageA(tips, 101, BM_CLICK, 0, 0);
   EXPECT_NE(TextOf(GetDlgItem(tips, 100)), first);
   SendDlgItemMessageA(tips, 102, BM_CLICK, 0, 0);
   SendDlgItemMessageA(tips, IDCANCEL, BM_CLICK, 0, 0);
-  EXPECT_EQ(app->tips.Handle(), nullptr);
+  EXPECT_EQ(parts->tips.Handle(), nullptr);
   app->Shutdown();
 
   Reporter reporter(sink);
@@ -35,12 +35,12 @@ TEST_F(AppTest, TheTipsSwitchThemselvesOff) {
 
 TEST_F(AppTest, TheFrameIsNamedAndTakesDroppedFiles) {
   ASSERT_TRUE(Start());
-  const HWND frame = app->frame.Handle();
+  const HWND frame = parts->frame.Handle();
   EXPECT_EQ(TextOf(frame), "Ferrowand");
   EXPECT_TRUE(GetWindowLongA(frame, GWL_EXSTYLE) & WS_EX_ACCEPTFILES);
   EXPECT_TRUE(IsZoomed(frame));
   EXPECT_TRUE(sink.messages.empty()) << sink.messages.front().text;
-  EXPECT_EQ(app->data.wads.DefaultName(), "quake.wad");
+  EXPECT_EQ(parts->data.wads.DefaultName(), "quake.wad");
 }
 
 TEST_F(AppTest, WindowClassesHaveTheirStylesAndExtraBytes) {
@@ -79,8 +79,8 @@ TEST_F(AppTest, ASecondSetOfClassesIsRefused) {
 TEST_F(AppTest, ACommandLineIsOnePathWithBlanksAndWithoutQuotes) {
   const std::string path = dir.Write("my own map.map", TWO_BRUSHES);
   ASSERT_TRUE(Start("\"" + path + "\""));
-  ASSERT_EQ(app->maps.size(), 1u);
-  EXPECT_EQ(app->maps[0]->Name(), "Two boxes");
+  ASSERT_EQ(parts->documents.Maps().size(), 1u);
+  EXPECT_EQ(parts->documents.Maps()[0]->Name(), "Two boxes");
   EXPECT_EQ(PathOfCommandLine("C:\\a b\\c.map"), "C:\\a b\\c.map");
   EXPECT_EQ(PathOfCommandLine("\""), "\"");
 }
@@ -94,23 +94,23 @@ TEST_F(AppTest, WhatIsMissingIsSaidAndTheProgramStarts) {
                 "Error: Could not load default wadfile no.wad! Set the default in Options.",
                 "Error: Could not load default .qc file no.qc! Set the default in Options.",
                 "File Error - cannot continue: Can't find requested map: nowhere.map"}));
-  EXPECT_TRUE(app->maps.empty());
-  EXPECT_TRUE(app->windows.empty());
-  app->NewMap();
-  EXPECT_EQ(app->windows.size(), 3u);
+  EXPECT_TRUE(parts->documents.Maps().empty());
+  EXPECT_TRUE(parts->windows.All().empty());
+  parts->documents.New();
+  EXPECT_EQ(parts->windows.All().size(), 3u);
 }
 
 TEST_F(AppTest, OptionsAreSavedAtTheEnd) {
   ASSERT_TRUE(Start());
   Give(Command::DrawClassnames);
-  PostMessageA(app->frame.Handle(), WM_CLOSE, 0, 0);
+  PostMessageA(parts->frame.Handle(), WM_CLOSE, 0, 0);
   EXPECT_EQ(app->Run(), 0);
   EXPECT_EQ(settings->OpenSettings()->ReadNumber("Entity Names"), 1u);
 }
 
 TEST_F(AppTest, TheProgressWindowCountsAndHoldsTheFrameBack) {
   ASSERT_TRUE(Start());
-  LoadWindow& load = app->progress;
+  LoadWindow& load = parts->progress;
   load.Begin("outer.map");
   EXPECT_EQ(TextOf(GetDlgItem(load.Handle(), 1)), "Loading: outer.map ....");
   load.Begin(std::filesystem::current_path().string() + "\\inner.wad");
@@ -124,15 +124,15 @@ TEST_F(AppTest, TheProgressWindowCountsAndHoldsTheFrameBack) {
   load.Step("Textures: %u", 7, 10, 10);
   EXPECT_EQ(TextOf(GetDlgItem(load.Handle(), 2)), "Textures: 7");
   EXPECT_EQ(SendDlgItemMessageA(load.Handle(), 3, 0x0408 /* PBM_GETPOS */, 0, 0), 1000);
-  EXPECT_FALSE(IsWindowEnabled(app->frame.Handle()));
+  EXPECT_FALSE(IsWindowEnabled(parts->frame.Handle()));
   Give(Command::FileNew);
-  EXPECT_TRUE(app->maps.empty());
+  EXPECT_TRUE(parts->documents.Maps().empty());
 
   load.End();
   EXPECT_EQ(TextOf(GetDlgItem(load.Handle(), 1)), "Loading: outer.map ....");
   load.End();
   EXPECT_EQ(load.Handle(), nullptr);
-  EXPECT_TRUE(IsWindowEnabled(app->frame.Handle()));
+  EXPECT_TRUE(IsWindowEnabled(parts->frame.Handle()));
 }
 
 }  // namespace

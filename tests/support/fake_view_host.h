@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "support/software_canvas.h"
 #include "views/map_view.h"
 
 namespace ferrowand {
@@ -36,6 +37,9 @@ class FakeViewHost : public ViewHost {
   bool StatusBarShown() const override { return statusBar; }
   void SetCaption(const std::string& text) override { caption = text; }
   PixelRect Frame() const override { return frame; }
+  PixelSize MeasureLabel(std::string_view text) override {
+    return SoftwareCanvas({1, 1}).MeasureText(FontFace::Label, text);
+  }
   void MoveCursor(Pixel to) override { cursors.push_back(to); }
   void MoveWindow(const PixelRect& to) override { place = to; }
 };

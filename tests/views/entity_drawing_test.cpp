@@ -44,13 +44,13 @@ class EntityDrawingTest : public testing::Test {
   CanvasRecorder& Draw(const entity* root = nullptr) {
     canvas.calls.clear();
     DrawContext context = Context();
-    small.map.getClass()->DrawTree(small.map, context, root);
+    DrawTree(small.map, context, root);
     return canvas;
   }
   CanvasRecorder& Outline(const entity& e) {
     canvas.calls.clear();
     DrawContext context = Context();
-    e.getClass()->DrawOutline(e, context);
+    DrawOutline(e, context);
     return canvas;
   }
   DrawContext Context() {
@@ -119,7 +119,7 @@ TEST_F(EntityDrawingTest, WhatIsOffTheViewIsNotDrawn) {
     fresh.AddCuboid(c.mins, c.mins + Vec3(64, 64, 64));
     canvas.calls.clear();
     DrawContext context = Context();
-    fresh.map.getClass()->DrawTree(fresh.map, context, nullptr);
+    DrawTree(fresh.map, context);
     std::size_t lines = 0;
     for (const auto& call : canvas.Of(Kind::Lines)) {
       for (const PixelLine& line : call.lines) lines += line.from.x <= 999;
@@ -147,9 +147,9 @@ TEST_F(EntityDrawingTest, TheMapModesChooseThePenOfEveryBrush) {
   texture.wad = &small.data.wads.Default();
   texture.colour = {9, 99, 199};
   texture.colourIs = OneColour::Average;
-  small.map.currentLayer->SetKey("XMPcolourr", "0.5");
-  small.map.currentLayer->SetKey("XMPcolourg", "7");
-  small.map.currentLayer->SetKey("XMPcolourb", "none");
+  small.map.currentLayer()->SetKey("XMPcolourr", "0.5");
+  small.map.currentLayer()->SetKey("XMPcolourg", "7");
+  small.map.currentLayer()->SetKey("XMPcolourb", "none");
   entity& door = AddDoor(1);
   door.getEntityList()[0]->brush.face(0).texture = &texture;
 
@@ -167,7 +167,7 @@ TEST_F(EntityDrawingTest, HeightsBeyondTheShadedDepthHaveTheShadeOfItsEnd) {
   small.AddCuboid({0, 0, -500}, {64, 64, -400});
   flags = DRAW_HEIGHTS;
   EXPECT_EQ(BrushPen(), (Pen{{0, 0, 0}}));
-  small.map.currentLayer->TakeChildren();
+  small.map.currentLayer()->TakeChildren();
   small.AddCuboid({0, 0, 300}, {64, 64, 400});
   EXPECT_EQ(BrushPen(), (Pen{{0, 0, 255}}));
 }
@@ -231,7 +231,7 @@ TEST_F(EntityDrawingTest, TheMarkerShowsWhereAnEntityLooks) {
     EXPECT_EQ(Marker(Draw()), c.front) << c.angle;
     transform = SIDE;
     EXPECT_EQ(Marker(Draw()), c.side) << c.angle;
-    small.map.currentLayer->TakeChild(small.map.currentLayer->IndexOf(e));
+    small.map.currentLayer()->TakeChild(small.map.currentLayer()->IndexOf(e));
   }
   AddLamp({{"origin", "0 0 0"}});
   EXPECT_EQ(Marker(Draw()), "none");
@@ -276,7 +276,7 @@ TEST_F(EntityDrawingTest, ALightHasItsRadiusWhenBothTheViewAndTheEntityWantIt) {
     const auto circles = Draw().Of(Kind::Ellipse);
     EXPECT_EQ(circles.empty() ? 0 : circles[0].rect.Width(), c.diameter);
     EXPECT_TRUE(circles.empty() || circles[0].pen == LIGHT);
-    small.map.currentLayer->TakeChild(small.map.currentLayer->IndexOf(e));
+    small.map.currentLayer()->TakeChild(small.map.currentLayer()->IndexOf(e));
   }
 }
 
@@ -315,7 +315,7 @@ TEST_F(EntityDrawingTest, AnArrowHeadOpensTowardsTheSource) {
     EXPECT_EQ(canvas.LinesIn(ARROW), (std::vector<PixelLine>{{{0, 0}, at}})) << c.target;
     EXPECT_EQ(canvas.LinesIn(ARROW_HEAD), (std::vector<PixelLine>{{at, c.left}, {at, c.right}}))
         << c.target;
-    small.map.currentLayer->TakeChild(small.map.currentLayer->IndexOf(target));
+    small.map.currentLayer()->TakeChild(small.map.currentLayer()->IndexOf(target));
   }
 }
 
@@ -338,7 +338,7 @@ TEST_F(EntityDrawingTest, AnArrowLeadsToEveryEntityOfTheNameInMapOrder) {
 }
 
 TEST_F(EntityDrawingTest, NothingIsSeenOfWhatIsHidden) {
-  entity& layer = *small.map.currentLayer;
+  entity& layer = *small.map.currentLayer();
   small.AddCuboid({0, 0, 0}, {64, 64, 64});
   layer.SetKey("XMPstate", "1");
   EXPECT_TRUE(Draw().calls.empty());
@@ -360,7 +360,7 @@ TEST_F(EntityDrawingTest, ARootLimitsTheDrawingToWhatLiesBelowIt) {
   EXPECT_EQ(Draw(&door).calls.size(), 1u);
   EXPECT_EQ(canvas.calls[0].pen, BRUSH_ENTITY);
   EXPECT_EQ(Draw(door.getEntityList()[0].get()).calls.size(), 1u);
-  EXPECT_EQ(Draw(small.map.currentLayer).calls.size(), 3u);
+  EXPECT_EQ(Draw(small.map.currentLayer()).calls.size(), 3u);
 }
 
 TEST_F(EntityDrawingTest, AnOutlineShowsBoxesMarkersAndAGroupsBrushesAndNoWords) {

@@ -144,7 +144,7 @@ TEST_F(MapViewPaintTest, TheOptionsDecideWhatIsShown) {
   small.AddCuboid({0, 0, 0}, {64, 64, 64},
                   &small.Add({{"classname", "templateClass"}, {"XMPentityname", "crate"}}));
   small.Add({{"classname", "templateInstance"}, {"XMPclass", "crate"}, {"origin", "0 0 0"}});
-  small.map.optionBits = 0;
+  small.map.SetOptionBits(0);
 
   const CanvasRecorder bare = Record();
   EXPECT_EQ(bare.calls.size(), 5u) << "nothing of the grid";
@@ -164,9 +164,9 @@ TEST_F(MapViewPaintTest, TheOptionsDecideWhatIsShown) {
   EXPECT_TRUE(Record().Of(Kind::Lines).empty());
   options.forceEntityLinks = 1;
   EXPECT_EQ(Record().LinesIn(PensFor(true).targetLine).size(), 1u);
-  options.drawTemplates = 1;
+  small.data.shown.templates = true;
   EXPECT_EQ(Record().LinesIn(PensFor(true).entity).size(), 4u);
-  options.renderPointEntities = 0;
+  small.data.shown.pointEntities = false;
   EXPECT_TRUE(Record().Of(Kind::Rectangle).empty());
   EXPECT_TRUE(Record().Of(Kind::Text).empty());
 }
@@ -178,7 +178,7 @@ TEST_F(MapViewPaintTest, HeightsAreThoseOfTheSelectionElseOfTheMap) {
   EXPECT_EQ(Record().LinesIn({{0, 0, 31}}).size(), 4u);  // -50 of -100 .. 300
   EXPECT_EQ(view.heightlo, -100);
   EXPECT_EQ(view.heighthi, 300);
-  small.map.selection = {&high};
+  small.map.selection.Set({&high});
   EXPECT_EQ(Record().LinesIn({{0, 0, 127}}).size(), 4u);
   EXPECT_EQ(view.heightlo, 200);
   view.SetOrientation(Orientation::Front);
@@ -252,7 +252,7 @@ TEST_F(MapViewPaintTest, FarAwayGeometryAtTheHighestZoomIsHarmless) {
   }
   Place(0.015625f, 7999, -7999);
   view.Paint(canvas, WHOLE);
-  EXPECT_EQ(canvas.At(64, 20), small.map.currentLayer->getEntityList()[0]->brush.Outline());
+  EXPECT_EQ(canvas.At(64, 20), small.map.currentLayer()->getEntityList()[0]->brush.Outline());
 }
 
 }  // namespace

@@ -129,9 +129,9 @@ TEST_F(MapViewTest, TheKeysOfAViewAndThoseOfTheTool) {
   type("[{,<aA");
   EXPECT_EQ(view.gridu, 6);
   type("g");
-  EXPECT_EQ(small.map.optionBits, 0);
+  EXPECT_EQ(small.map.optionBits(), 0);
   type("G");
-  EXPECT_EQ(small.map.optionBits, MAP_GRID);
+  EXPECT_EQ(small.map.optionBits(), MAP_GRID);
   EXPECT_FALSE(view.OnCharacter('q', false));
   EXPECT_EQ(recorder.log, "key q;") << "the tool's are those that the view leaves";
 }

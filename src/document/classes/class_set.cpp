@@ -40,10 +40,10 @@ bool ClassSet::Load(const std::string& path) {
   TextReader reader(reporter);
   reader.Open(path);
   if (!reader.IsOpen()) return false;
-  ClassParser parser(reader, reporter, *this);
+  ClassParser parser(reader, reporter);
   unsigned count = 0;
-  while (auto entityClass = parser.Next()) {
-    classes_.push_back(std::move(entityClass));
+  while (auto record = parser.Next()) {
+    classes_.push_back(std::make_unique<EntityClass>(*this, std::move(*record)));
     library_.Progress().Step("Entity classes: %u", ++count, reader.Offset(), reader.FileLength());
   }
   Finish();

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "document/classes/entity_class.h"
+#include "platform/colour.h"
 
 namespace ferrowand {
 

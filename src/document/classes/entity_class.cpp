@@ -6,7 +6,7 @@ namespace ferrowand {
 namespace {
 
 // Cut to a whole number of which the low 8 bits remain; what no whole number holds is 0.
-std::uint8_t ToPen(float component) {
+std::uint8_t ToPart(float component) {
   const double scaled = static_cast<double>(component) * 255;
   return scaled > -2147483648.0 && scaled < 2147483648.0
              ? static_cast<std::uint8_t>(static_cast<std::int32_t>(scaled))
@@ -15,8 +15,8 @@ std::uint8_t ToPen(float component) {
 
 }  // namespace
 
-Pen EntityClass::ClassPen() const {
-  return {{ToPen(red), ToPen(green), ToPen(blue)}};
+Colour EntityClass::ClassColour() const {
+  return {ToPart(red), ToPart(green), ToPart(blue)};
 }
 
 std::string EntityClass::Prefix() const {

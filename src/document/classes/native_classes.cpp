@@ -1,6 +1,9 @@
 // The help texts are shown as they stand, spelling included.
 #include "document/classes/native_classes.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "base/text_reader.h"
 #include "document/classes/special_classes.h"
 #include "document/entity.h"
@@ -130,6 +133,17 @@ Bounds EmbedClass::EntityBounds(const entity& e) const {
   bounds.mins = bounds.mins + e.Origin();
   bounds.maxs = bounds.maxs + e.Origin();
   return bounds;
+}
+
+Colour LayerColour(const entity& layer) {
+  const EntityClass& own = *layer.getClass();
+  const auto component = [&](const char* key, float otherwise) {
+    const char* value = layer.GetKey(key);
+    const double part = value ? ParseFloat(value) : otherwise;
+    return static_cast<std::uint8_t>(std::lround(255 * std::clamp(part, 0.0, 1.0)));
+  };
+  return {component("XMPcolourr", own.red), component("XMPcolourg", own.green),
+          component("XMPcolourb", own.blue)};
 }
 
 bool LayerClass::IsVisible(const entity& e) const {

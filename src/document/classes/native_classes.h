@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "document/classes/entity_class.h"
+#include "platform/colour.h"
 
 namespace ferrowand {
 
@@ -29,18 +30,14 @@ class BrushClass : public NativeClass {
   explicit BrushClass(const ClassSet& set);
   bool IsOwnBlock() const override { return false; }
   EntityKind Kind() const override { return EntityKind::Brush; }
-  // Without asking whether it is seen and without the entity pen; children by their own classes.
-  void DrawTree(const entity& e, DrawContext& context, const entity* root) const override;
 };
 
 class EmbedClass : public NativeClass {
  public:
   explicit EmbedClass(const ClassSet& set);
+  EntityKind Kind() const override { return EntityKind::Embed; }
   // The box that the keys XMPminx .. XMPmaxz tell, 16 units each way where they are silent.
   Bounds EntityBounds(const entity& e) const override;
-  void DrawTree(const entity& e, DrawContext& context, const entity* root) const override;
-  void DrawEntity(const entity& e, DrawContext& context) const override;
-  void DrawOutline(const entity& e, DrawContext& context) const override;
 };
 
 class HiddenClass : public NativeClass {
@@ -64,7 +61,6 @@ class LayerClass : public NativeClass {
   bool IsEnabled(const entity& e) const override;
   bool IsMarked(const entity&) const override { return false; }
   EntityKind Kind() const override { return EntityKind::Layer; }
-  void DrawTree(const entity& e, DrawContext& context, const entity* root) const override;
 };
 
 // What its keys tell, 0 to 1 each; the class's own where one is missing.
@@ -79,8 +75,6 @@ class TemplateInstanceClass : public NativeClass {
   Bounds EntityBounds(const entity& e) const override;
   void WriteBrushPart(const entity& e, TextWriter& out, unsigned option) const override;
   void WriteEntityBlock(const entity& e, TextWriter& out, unsigned option) const override;
-  void DrawEntity(const entity& e, DrawContext& context) const override;
-  void DrawOutline(const entity& e, DrawContext& context) const override;
 };
 
 class TemplateClassClass : public NativeClass {

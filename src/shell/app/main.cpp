@@ -4,7 +4,9 @@
 #include "platform/system.h"
 #include "platform/win32/registry_settings_store.h"
 #include "shell/app/app.h"
+#include "shell/dialogs/dialogs.h"
 #include "shell/dialogs/message_box_sink.h"
+#include "shell/system/clipboard.h"
 
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int) {
   using namespace ferrowand;

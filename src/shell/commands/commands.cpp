@@ -1,23 +1,18 @@
-// The way of a command from its number to its handler.
 #include "shell/commands/commands.h"
 
 #include <algorithm>
-#include <cmath>
 
-#include "base/number_text.h"
-#include "shell/app/app.h"
+#include "document/bound_entities.h"
+#include "operations/insert.h"
+#include "shell/dialogs/dialogs.h"
+#include "shell/dialogs/refusal.h"
+#include "shell/frame/frame.h"
+#include "shell/frame/load_window.h"
+#include "shell/windows/child_windows.h"
+#include "views/tools/tool_set.h"
 
 namespace ferrowand {
 namespace {
-
-const CommandHandler* HandlerOf(Command command) {
-  for (const auto handlers : {FileCommands(), EditCommands(), ModeCommands(), OperateCommands(),
-                              InsertCommands(), ViewCommands(), WindowCommands()}) {
-    const auto handler = std::ranges::find(handlers, command, &CommandHandler::command);
-    if (handler != handlers.end()) return &*handler;
-  }
-  return nullptr;
-}
 
 Command CommandOf(PrimitiveKind kind) {
   switch (kind) {
@@ -51,99 +46,72 @@ Command ModeOf(const ToolSet& tools) {
 
 }  // namespace
 
-bool Conclude(App& app, Map& map, EditResult result) {
-  if (const char* reason = Reason(result); *reason) app.reporter.Show("Cannot continue", reason);
-  app.RefreshMap(map);
-  app.SetTitles(map);
-  return result == EditResult::Done;
+const CommandGroup* Commands::GroupOf(Command command) const {
+  const auto group =
+      std::ranges::find_if(groups_, [command](const auto& g) { return g->Has(command); });
+  return group == groups_.end() ? nullptr : group->get();
 }
 
-bool RequireSelection(App& app, const char* title, const char* text) {
-  if (!app.ActiveMap()->selection.empty()) return true;
-  app.reporter.Show(title, text);
-  return false;
-}
-
-Vec3 PlaceForNew(const App& app, const Map& map) {
-  const MapView* view = app.ActiveView();
-  return (view ? view : app.views.ViewsOf(map).front())->PlaceForNew();
-}
-
-std::optional<std::vector<double>> NumbersOf(App& app, std::span<const std::string> typed) {
-  std::vector<double> numbers;
-  for (const std::string& text : typed) {
-    const std::optional<double> number = ReadNumber(text);
-    if (!number) {
-      app.reporter.Show("Cannot continue", Format("\"%s\" is not a number", text.c_str()));
-      return std::nullopt;
-    }
-    numbers.push_back(*number);
-  }
-  return numbers;
-}
-
-std::optional<int> WholeNumberOf(App& app, const std::string& typed, const char* what, int least,
-                                 int most) {
-  const std::optional<double> number = ReadNumber(typed);
-  if (number && *number >= least && *number <= most && *number == std::floor(*number)) {
-    return static_cast<int>(*number);
-  }
-  app.reporter.Show("Cannot continue",
-                    Format("%s must be a whole number from %i to %i", what, least, most));
-  return std::nullopt;
-}
-
-CommandFacts App::Facts() const {
+CommandFacts Commands::Facts() const {
   CommandFacts facts;
-  facts.options = &options;
-  facts.mode = ModeOf(tools);
-  facts.selectsFull = tools.boxRule == BoxRule::Full;
-  facts.limitedAxes = tools.LimitedAxes();
-  if (const Map* map = ActiveMap()) {
+  facts.options = &context_.options;
+  facts.mode = ModeOf(context_.tools);
+  facts.selectsFull = context_.tools.boxRule == BoxRule::Full;
+  facts.limitedAxes = context_.tools.LimitedAxes();
+  if (const Map* map = context_.windows.ActiveMap()) {
     facts.hasMap = true;
     facts.canUndo = map->undo.CanUndo();
     facts.canRedo = map->undo.CanRedo();
-    facts.grid = (map->optionBits & MAP_GRID) != 0;
-    facts.snap = (map->optionBits & MAP_SNAP) != 0;
+    facts.grid = (map->optionBits() & MAP_GRID) != 0;
+    facts.snap = (map->optionBits() & MAP_SNAP) != 0;
   }
-  if (const MapView* view = ActiveView()) {
+  if (const MapView* view = context_.windows.ActiveView()) {
     facts.hasView = true;
     facts.mapMode = static_cast<std::uint8_t>(view->mapmode);
   }
   return facts;
 }
 
-bool App::IsAvailable(unsigned id) const {
+bool Commands::IsAvailable(unsigned id) const {
   const CommandRow* row = FindCommand(id);
-  return row && HandlerOf(row->command) && row->available(Facts());
+  return row && GroupOf(row->command) && row->available(Facts());
 }
 
-bool App::IsChecked(unsigned id) const {
+bool Commands::IsChecked(unsigned id) const {
   const CommandRow* row = FindCommand(id);
   return row && row->checked && row->checked(Facts());
 }
 
-void App::Execute(unsigned id) {
+void Commands::Execute(unsigned id) {
   // Nothing may touch the documents while one is being read.
-  if (progress.IsLoading() || !IsAvailable(id)) return;
+  if (context_.progress.IsLoading() || !IsAvailable(id)) return;
   EndDrag();
-  HandlerOf(FindCommand(id)->command)->run(*this, id);
-  frame.RefreshToolbar();
+  const Command command = FindCommand(id)->command;
+  GroupOf(command)->Run(command, id);
 }
 
-void App::EndDrag() {
-  if (tools.Current()->IsDragging()) tools.Current()->Cancel();
+bool Commands::InsertBoundEntity(unsigned key) {
+  const auto& bound = context_.boundEntities.items;
+  const auto item = std::ranges::find_if(
+      bound, [key](const BoundEntity& b) { return b.key == key && b.prototype; });
+  Map* map = context_.windows.ActiveMap();
+  if (item == bound.end() || !map || context_.progress.IsLoading()) return false;
+  EndDrag();
+  const Vec3 place = context_.windows.PlaceForNew(*map);
+  Conclude(*map, InsertCopy(*map, *item->prototype, place));
+  return true;
 }
 
-HMENU App::Popup(unsigned resource) const {
-  const auto popup = popups.find(resource);
-  return popup == popups.end() ? nullptr : GetSubMenu(popup->second.get(), 0);
+void Commands::Offer(HMENU popup) {
+  Execute(context_.dialogs.TrackAtCursor(popup));
 }
 
-void App::TrackCommandPopup(HMENU menu) {
-  POINT at;
-  GetCursorPos(&at);
-  Execute(dialogs.TrackPopup(frame.Handle(), menu, at));
+bool Commands::IsDragging() const {
+  return context_.tools.Current()->IsDragging();
+}
+
+void Commands::EndDrag() {
+  if (IsDragging()) context_.tools.Current()->Cancel();
 }
 
 }  // namespace ferrowand

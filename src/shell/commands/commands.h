@@ -1,50 +1,59 @@
-// What carries the commands out. A command that no room has built yet has no handler and is greyed.
+// The way of a command from its number to what carries it out.
 #pragma once
 
-#include <optional>
-#include <span>
-#include <string>
+#include "shell/system/win32.h"
+
+#include <memory>
 #include <vector>
 
 #include "base/command_table.h"
-#include "geometry/vec.h"
-#include "operations/edit_result.h"
+#include "shell/commands/command_group.h"
+#include "shell/frame/command_target.h"
 
 namespace ferrowand {
 
-class App;
-class Map;
-class MapView;
+class BoundEntities;
+class ChildWindows;
+class Dialogs;
+class Frame;
+class LoadWindow;
+class ToolSet;
 
-struct CommandHandler {
-  Command command;
-  // `id` differs from the command's own only within a range. Called when the command is available.
-  void (*run)(App& app, unsigned id);
+// What decides on commands.
+struct CommandsContext {
+  const Options& options;
+  const LoadWindow& progress;
+  const BoundEntities& boundEntities;
+  ChildWindows& windows;
+  ToolSet& tools;
+  Frame& frame;
+  Dialogs& dialogs;
 };
 
-// The end of every command on a map: its windows show what it did, or the user reads why it did
-// nothing. Whether it was done.
-bool Conclude(App& app, Map& map, EditResult result);
-// Whether something is selected; says the text otherwise.
-bool RequireSelection(App& app, const char* title = "Cannot continue",
-                      const char* text = Reason(EditResult::NothingSelected));
-// To be asked before a menu or a box draws the cursor away. In the active view, or in the last used
-// one when a window of another kind is active.
-Vec3 PlaceForNew(const App& app, const Map& map);
-// False when the virtual key is bound to no entity.
-bool InsertBoundEntity(App& app, unsigned key);
+class Commands : public CommandTarget {
+ public:
+  // All that the context names outlives it.
+  explicit Commands(const CommandsContext& context) : context_(context) {}
 
-// What a user typed; nothing, after saying so, when it is no such number.
-std::optional<std::vector<double>> NumbersOf(App& app, std::span<const std::string> typed);
-std::optional<int> WholeNumberOf(App& app, const std::string& typed, const char* what, int least,
-                                 int most);
+  void Add(std::unique_ptr<CommandGroup> group) { groups_.push_back(std::move(group)); }
 
-std::span<const CommandHandler> FileCommands();
-std::span<const CommandHandler> EditCommands();
-std::span<const CommandHandler> ModeCommands();
-std::span<const CommandHandler> OperateCommands();
-std::span<const CommandHandler> InsertCommands();
-std::span<const CommandHandler> ViewCommands();
-std::span<const CommandHandler> WindowCommands();
+  bool IsAvailable(unsigned id) const override;
+  bool IsChecked(unsigned id) const override;
+  void Execute(unsigned id) override;
+  bool InsertBoundEntity(unsigned key) override;
+  // Tracks the popup at the cursor and does what the user chooses.
+  void Offer(HMENU popup);
+
+  bool IsDragging() const;
+  // Without effect.
+  void EndDrag();
+
+ private:
+  const CommandGroup* GroupOf(Command command) const;
+  CommandFacts Facts() const;
+
+  const CommandsContext context_;
+  std::vector<std::unique_ptr<CommandGroup>> groups_;
+};
 
 }  // namespace ferrowand

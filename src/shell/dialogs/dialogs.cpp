@@ -19,7 +19,13 @@ INT_PTR CALLBACK AboutFunc(HWND dialog, UINT message, WPARAM wParam, LPARAM) {
 
 }  // namespace
 
-std::optional<std::string> SystemDialogs::ChooseFile(HWND owner, const FileChoice& choice) {
+unsigned Dialogs::TrackAtCursor(HWND owner, HMENU menu) {
+  POINT at;
+  GetCursorPos(&at);
+  return TrackPopup(owner, menu, at);
+}
+
+std::optional<std::string> SystemDialogs::ChooseFile(const FileChoice& choice) {
   std::string filter = choice.filter;
   std::ranges::replace(filter, '|', '\0');
   std::array<char, 1024> path{};
@@ -27,7 +33,7 @@ std::optional<std::string> SystemDialogs::ChooseFile(HWND owner, const FileChoic
 
   OPENFILENAMEA chooser{};
   chooser.lStructSize = sizeof chooser;
-  chooser.hwndOwner = owner;
+  chooser.hwndOwner = owner_;
   chooser.lpstrFilter = filter.c_str();
   chooser.nFilterIndex = choice.filterIndex;
   chooser.lpstrFile = path.data();
@@ -41,10 +47,10 @@ std::optional<std::string> SystemDialogs::ChooseFile(HWND owner, const FileChoic
   return std::string(path.data());
 }
 
-std::optional<Colour> SystemDialogs::ChooseColour(HWND owner, Colour colour) {
+std::optional<Colour> SystemDialogs::ChooseColour(Colour colour) {
   CHOOSECOLORA chooser{};
   chooser.lStructSize = sizeof chooser;
-  chooser.hwndOwner = owner;
+  chooser.hwndOwner = owner_;
   chooser.rgbResult = RGB(colour.red, colour.green, colour.blue);
   chooser.lpCustColors = ownColours_.data();
   chooser.Flags = CC_RGBINIT | CC_FULLOPEN;
@@ -58,12 +64,12 @@ unsigned SystemDialogs::TrackPopup(HWND owner, HMENU menu, POINT screen) {
   return static_cast<unsigned>(TrackPopupMenu(menu, flags, screen.x, screen.y, 0, owner, nullptr));
 }
 
-void SystemDialogs::ShowAbout(HWND owner) {
-  DialogBoxParamA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(ID_ABOUT), owner, AboutFunc, 0);
+void SystemDialogs::ShowAbout() {
+  DialogBoxParamA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(ID_ABOUT), owner_, AboutFunc, 0);
 }
 
-bool SystemDialogs::Ask(HWND owner, const Form& form) {
-  return AskForm(owner, form);
+bool SystemDialogs::Ask(const Form& form) {
+  return AskForm(owner_, form);
 }
 
 }  // namespace ferrowand

@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-#include "platform/canvas.h"
+#include "platform/colour.h"
 #include "shell/dialogs/form_dialog.h"
 
 namespace ferrowand {
@@ -22,28 +22,41 @@ struct FileChoice {
   std::string extension;     // for a name without one, unless the filter has its own
 };
 
+// For choosing a map to read.
+inline constexpr char MAP_FILTER[] =
+    "Maps (*.xmp, *.map)|*.xmp;*.map|Extended Maps (*.xmp)|*.xmp|Quake maps (*.map)|*.map|"
+    "All files (*.*)|*.*|";
+
 class Dialogs {
  public:
   virtual ~Dialogs() = default;
 
+  // The frame, once it is there: the owner of what names no other one.
+  void SetOwner(HWND owner) { owner_ = owner; }
+
   // The whole path, or nothing when the user thinks better of it.
-  virtual std::optional<std::string> ChooseFile(HWND owner, const FileChoice& choice) = 0;
+  virtual std::optional<std::string> ChooseFile(const FileChoice& choice) = 0;
   // The colour, shown at first as it is, or nothing when the user thinks better of it.
-  virtual std::optional<Colour> ChooseColour(HWND owner, Colour colour) = 0;
+  virtual std::optional<Colour> ChooseColour(Colour colour) = 0;
   // The command chosen, 0 for none. The owner receives no command message.
   virtual unsigned TrackPopup(HWND owner, HMENU menu, POINT screen) = 0;
-  virtual void ShowAbout(HWND owner) = 0;
+  unsigned TrackAtCursor(HWND owner, HMENU menu);
+  unsigned TrackAtCursor(HMENU menu) { return TrackAtCursor(owner_, menu); }
+  virtual void ShowAbout() = 0;
   // False when the user thinks better of it; else the form has accepted what was typed.
-  virtual bool Ask(HWND owner, const Form& form) = 0;
+  virtual bool Ask(const Form& form) = 0;
+
+ protected:
+  HWND owner_ = nullptr;
 };
 
 class SystemDialogs : public Dialogs {
  public:
-  std::optional<std::string> ChooseFile(HWND owner, const FileChoice& choice) override;
-  std::optional<Colour> ChooseColour(HWND owner, Colour colour) override;
+  std::optional<std::string> ChooseFile(const FileChoice& choice) override;
+  std::optional<Colour> ChooseColour(Colour colour) override;
   unsigned TrackPopup(HWND owner, HMENU menu, POINT screen) override;
-  void ShowAbout(HWND owner) override;
-  bool Ask(HWND owner, const Form& form) override;
+  void ShowAbout() override;
+  bool Ask(const Form& form) override;
 
  private:
   std::array<COLORREF, 16> ownColours_{};  // that the user has mixed

@@ -4,7 +4,11 @@
 
 #include <array>
 
-#include "shell/app/app.h"
+#include "base/command_table.h"
+#include "base/report.h"
+#include "shell/documents/documents.h"
+#include "shell/frame/command_target.h"
+#include "shell/frame/load_window.h"
 #include "shell/resources/resource.h"
 
 namespace ferrowand {
@@ -32,12 +36,21 @@ LRESULT CALLBACK WindowFunc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
   return DefWindowProcA(window, message, wParam, lParam);
 }
 
-Frame::Frame(App& app) : app_(app), primitivePopup_(app.instance) {}
+Frame::Frame(HINSTANCE instance, const Options& options, Reporter& reporter,
+             const LoadWindow& progress, CommandTarget& commands, Documents& documents)
+    : instance_(instance),
+      options_(options),
+      reporter_(reporter),
+      progress_(progress),
+      commands_(commands),
+      documents_(documents),
+      primitivePopup_(instance) {}
 
-bool Frame::Create() {
+bool Frame::Create(const char* clientClass) {
+  clientClass_ = clientClass;
   return CreateWindowExA(WS_EX_ACCEPTFILES, FRAME_CLASS, "Ferrowand",
                          WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
-                         CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, app_.instance,
+                         CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, instance_,
                          this) != nullptr;
 }
 
@@ -49,11 +62,10 @@ void Frame::OnCreate(HWND window) {
   CLIENTCREATESTRUCT create{};
   create.hWindowMenu = PopupWith(GetMenu(window), Id(Command::TileWindows));
   create.idFirstChild = ID_FIRST_CHILD;
-  client_ = CreateWindowExA(WS_EX_CLIENTEDGE, app_.classes.MdiClient(), "",
+  client_ = CreateWindowExA(WS_EX_CLIENTEDGE, clientClass_, "",
                             WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_HSCROLL | WS_VSCROLL, 0, 0,
-                            0, 0, window, nullptr, app_.instance, &create);
-  if (app_.options.showToolbar) ShowToolbar(true);
-  ShowRecentMaps();
+                            0, 0, window, nullptr, instance_, &create);
+  if (options_.showToolbar) ShowToolbar(true);
 }
 
 PixelSize Frame::ClientSize() const {
@@ -65,27 +77,17 @@ PixelSize Frame::ClientSize() const {
 void Frame::ShowToolbar(bool shown) {
   if (!shown) {
     toolbar_.Destroy();
-  } else if (!toolbar_.Exists() && !toolbar_.Create(window_, app_.instance)) {
-    app_.reporter.Show("Error",
-                       Format("Toolbar failed to create, GetLastError=%lu", GetLastError()));
+  } else if (!toolbar_.Exists() && !toolbar_.Create(window_, instance_)) {
+    reporter_.Show("Error", Format("Toolbar failed to create, GetLastError=%lu", GetLastError()));
   }
   RefreshToolbar();
   OnSize();
 }
 
 void Frame::RefreshToolbar() {
-  toolbar_.SetStates([this](unsigned id) { return app_.IsAvailable(id); },
-                     [this](unsigned id) { return app_.IsChecked(id); });
-  toolbar_.ShowRotationStep(app_.options.rotationStep);
-}
-
-void Frame::ShowRecentMaps() {
-  const HMENU menu = GetMenu(window_);
-  for (std::size_t i = 0; i < Options::NUMRECENTMAPS; ++i) {
-    const std::string text = RecentMapText(app_.options, i);
-    const UINT id = Id(Command::RecentMap) + static_cast<UINT>(i);
-    ModifyMenuA(menu, id, MF_BYCOMMAND | MF_STRING, id, text.c_str());
-  }
+  toolbar_.SetStates([this](unsigned id) { return commands_.IsAvailable(id); },
+                     [this](unsigned id) { return commands_.IsChecked(id); });
+  toolbar_.ShowRotationStep(options_.rotationStep);
 }
 
 void Frame::OnSize() {
@@ -98,11 +100,18 @@ void Frame::OnSize() {
 void Frame::OnInitMenu(HMENU menu) {
   for (int i = 0; i < GetMenuItemCount(menu); ++i) {
     const UINT id = GetMenuItemID(menu, i);
-    if (!FindCommand(id)) continue;
-    const auto at = static_cast<UINT>(i);
-    EnableMenuItem(menu, at, MF_BYPOSITION | (app_.IsAvailable(id) ? MF_ENABLED : MF_GRAYED));
-    CheckMenuItem(menu, at, MF_BYPOSITION | (app_.IsChecked(id) ? MF_CHECKED : MF_UNCHECKED));
+    if (FindCommand(id)) SetMenuItem(menu, static_cast<UINT>(i), id);
   }
+}
+
+void Frame::SetMenuItem(HMENU menu, unsigned at, unsigned id) const {
+  const unsigned recent = id - Id(Command::RecentMap);
+  if (recent < Options::NUMRECENTMAPS) {
+    const std::string text = RecentMapText(options_, recent);
+    ModifyMenuA(menu, at, MF_BYPOSITION | MF_STRING, id, text.c_str());
+  }
+  EnableMenuItem(menu, at, MF_BYPOSITION | (commands_.IsAvailable(id) ? MF_ENABLED : MF_GRAYED));
+  CheckMenuItem(menu, at, MF_BYPOSITION | (commands_.IsChecked(id) ? MF_CHECKED : MF_UNCHECKED));
 }
 
 void Frame::OnDropFiles(HDROP files) {
@@ -114,8 +123,8 @@ void Frame::OnDropFiles(HDROP files) {
     paths.push_back(std::move(path));
   }
   DragFinish(files);
-  if (app_.progress.IsLoading()) return;
-  for (const std::string& path : paths) app_.OpenMap(path);
+  if (progress_.IsLoading()) return;
+  for (const std::string& path : paths) documents_.Open(path);
 }
 
 LRESULT Frame::OnNotify(LPARAM lParam) {
@@ -137,7 +146,7 @@ LRESULT Frame::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_COMMAND:
       if (!FindCommand(LOWORD(wParam))) break;
-      app_.Execute(LOWORD(wParam));
+      commands_.Execute(LOWORD(wParam));
       return 0;
     case WM_INITMENUPOPUP:
       if (HIWORD(lParam) == 0) OnInitMenu(reinterpret_cast<HMENU>(wParam));
@@ -154,10 +163,10 @@ LRESULT Frame::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       OnDropFiles(reinterpret_cast<HDROP>(wParam));
       return 0;
     case WM_CLOSE:
-      if (app_.MayQuit()) DestroyWindow(window_);
+      if (documents_.MayQuit()) DestroyWindow(window_);
       return 0;
     case WM_QUERYENDSESSION:
-      return app_.MayQuit();
+      return documents_.MayQuit();
     case WM_DESTROY:
       toolbar_.Destroy();
       PostQuitMessage(0);

@@ -6,32 +6,40 @@
 #include <shellapi.h>
 
 #include "platform/canvas.h"
-#include "shell/dialogs/primitive_popup.h"
+#include "shell/frame/primitive_popup.h"
 #include "shell/frame/toolbar.h"
 #include "shell/system/handles.h"
 
 namespace ferrowand {
 
-class App;
+class CommandTarget;
+class Documents;
+class LoadWindow;
+class Reporter;
+struct Options;
+
+inline constexpr char FRAME_CLASS[] = "FFRWWinClass";
 
 LRESULT CALLBACK WindowFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
 class Frame {
  public:
-  explicit Frame(App& app);
+  // All outlive it.
+  Frame(HINSTANCE instance, const Options& options, Reporter& reporter, const LoadWindow& progress,
+        CommandTarget& commands, Documents& documents);
   Frame(const Frame&) = delete;
   Frame& operator=(const Frame&) = delete;
 
-  bool Create();
+  // False when the system gave no window.
+  bool Create(const char* clientClass);
   void Destroy();
+  HINSTANCE Instance() const { return instance_; }
   HWND Handle() const { return window_; }
   HWND Client() const { return client_; }
   PixelSize ClientSize() const;
   HMENU PrimitivePopup() const { return primitivePopup_.Menu(); }
 
   void ShowToolbar(bool shown);
-  // The six recent maps in the File menu.
-  void ShowRecentMaps();
   // Greys and ticks, as they are now.
   void RefreshToolbar();
 
@@ -41,10 +49,17 @@ class Frame {
   void OnCreate(HWND window);
   void OnSize();
   void OnInitMenu(HMENU menu);
+  void SetMenuItem(HMENU menu, unsigned at, unsigned id) const;
   void OnDropFiles(HDROP files);
   LRESULT OnNotify(LPARAM lParam);
 
-  App& app_;
+  HINSTANCE instance_;
+  const Options& options_;
+  Reporter& reporter_;
+  const LoadWindow& progress_;
+  CommandTarget& commands_;
+  Documents& documents_;
+  const char* clientClass_ = nullptr;
   HWND window_ = nullptr;
   HWND client_ = nullptr;
   Toolbar toolbar_;

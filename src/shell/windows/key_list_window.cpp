@@ -5,7 +5,7 @@
 
 #include "platform/file.h"
 #include "platform/system.h"
-#include "shell/app/app.h"
+#include "shell/frame/frame.h"
 
 namespace ferrowand {
 namespace {
@@ -35,7 +35,7 @@ LRESULT CALLBACK KeyList(HWND window, UINT message, WPARAM wParam, LPARAM lParam
   return ChildWindow::Dispatch(window, message, wParam, lParam);
 }
 
-KeyListWindow::KeyListWindow(App& app) : ChildWindow(app) {
+KeyListWindow::KeyListWindow(ChildWindows& windows) : ChildWindow(windows) {
   Create(KEY_LIST_CLASS, "Key List");
 }
 
@@ -43,7 +43,7 @@ void KeyListWindow::OnCreate() {
   edit_ = CreateWindowExA(0, "EDIT", "",
                           WS_CHILD | WS_VISIBLE | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE |
                               ES_READONLY | ES_AUTOVSCROLL | ES_AUTOHSCROLL,
-                          0, 0, 0, 0, Handle(), nullptr, app_.instance, nullptr);
+                          0, 0, 0, 0, Handle(), nullptr, frame_.Instance(), nullptr);
   SendMessageA(edit_, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(ANSI_FIXED_FONT)), 0);
   std::optional<std::string> text = ReadText("keylist.txt");
   if (!text) text = ReadText(ProgramDirectory() + PathSeparator() + "keylist.txt");

@@ -1,7 +1,7 @@
 // The list of the editor's keys, to read.
 #pragma once
 
-#include "shell/frame/child_window.h"
+#include "shell/windows/child_window.h"
 
 namespace ferrowand {
 
@@ -12,7 +12,7 @@ LRESULT CALLBACK KeyList(HWND window, UINT message, WPARAM wParam, LPARAM lParam
 class KeyListWindow : public ChildWindow {
  public:
   // Lives until its window goes; Handle() is null when the system gave none.
-  explicit KeyListWindow(App& app);
+  explicit KeyListWindow(ChildWindows& windows);
 
  private:
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;

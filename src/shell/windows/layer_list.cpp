@@ -122,7 +122,8 @@ std::vector<LayerList::Row> LayerList::ReadRows() const {
   for (entity* layer : LayersOf(map_)) {
     const char* name = layer->GetKey("XMPentityname");
     rows.push_back({layer, name ? name : "", LayerColour(*layer), layer->IsVisible(),
-                    layer->IsEnabled(), layer == map_.currentLayer, layer->getEntityList().size()});
+                    layer->IsEnabled(), layer == map_.currentLayer(),
+                    layer->getEntityList().size()});
   }
   return rows;
 }
@@ -137,11 +138,11 @@ void LayerList::Refresh() {
     return std::ranges::find(all, layer, &Row::layer) != all.end();
   };
   // A current layer that has just come is what the user looks for.
-  const bool keeps = has(rows, selected) && has(shown_, map_.currentLayer);
+  const bool keeps = has(rows, selected) && has(shown_, map_.currentLayer());
   shown_ = std::move(rows);
   ListView_SetItemCountEx(rows_, static_cast<int>(shown_.size()), LVSICF_NOSCROLL);
   FitColumns();
-  Select(keeps ? selected : map_.currentLayer);
+  Select(keeps ? selected : map_.currentLayer());
   InvalidateRect(rows_, nullptr, FALSE);
 }
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/canvas.h"
+#include "platform/colour.h"
 
 namespace ferrowand {
 

@@ -3,12 +3,19 @@
 #include <algorithm>
 #include <array>
 
+#include "base/command_table.h"
+#include "base/report.h"
 #include "document/classes/native_classes.h"
-#include "document/selection.h"
+#include "document/picking.h"
 #include "operations/layers.h"
-#include "shell/app/app.h"
-#include "shell/commands/commands.h"
+#include "shell/dialogs/dialogs.h"
+#include "shell/dialogs/popup_menus.h"
+#include "shell/dialogs/refusal.h"
+#include "shell/dialogs/typed_numbers.h"
+#include "shell/frame/command_target.h"
+#include "shell/frame/frame.h"
 #include "shell/resources/resource.h"
+#include "shell/windows/child_windows.h"
 
 namespace ferrowand {
 namespace {
@@ -67,19 +74,23 @@ LRESULT CALLBACK LayerFunc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
   return ChildWindow::Dispatch(window, message, wParam, lParam);
 }
 
-LayerWindow::LayerWindow(App& app, Map& map) : ChildWindow(app), map_(map) {
-  Create(LAYER_CLASS, "Layers", PlaceIn(app.frame.ClientSize()), WS_CLIPCHILDREN,
-         app.options.smallCaptions ? WS_EX_TOOLWINDOW : 0);
+LayerWindow::LayerWindow(ChildWindows& windows, const LayerWindowContext& context, Map& map)
+    : ChildWindow(windows), context_(context), map_(map) {
+  Create(LAYER_CLASS, "Layers", PlaceIn(frame_.ClientSize()), WS_CLIPCHILDREN,
+         context.options.smallCaptions ? WS_EX_TOOLWINDOW : 0);
+  map_.AddObserver(*this);
 }
 
-LayerWindow::~LayerWindow() = default;
+LayerWindow::~LayerWindow() {
+  map_.RemoveObserver(*this);
+}
 
 void LayerWindow::OnCreate() {
-  dialog_ = CreateDialogParamA(app_.instance, MAKEINTRESOURCEA(ID_LAYERS), Handle(),
+  dialog_ = CreateDialogParamA(frame_.Instance(), MAKEINTRESOURCEA(ID_LAYERS), Handle(),
                                LayerDialogFunc, reinterpret_cast<LPARAM>(this));
   list_ = std::make_unique<LayerList>(dialog_, ID_LAYER_LIST, map_, *this);
   Layout();
-  Refresh();
+  OnChange({});
 }
 
 INT_PTR CALLBACK LayerWindow::LayerDialogFunc(HWND dialog, UINT message, WPARAM wParam,
@@ -121,14 +132,12 @@ void LayerWindow::LayOutButtons(int left, int top, int width, int perRow) const 
   }
 }
 
-void LayerWindow::SetTitle() {
-  SetWindowTextA(Handle(), ("Layers: " + map_.Name()).c_str());
-  SendMessageA(app_.frame.Client(), WM_MDIREFRESHMENU, 0, 0);
-}
-
-void LayerWindow::Refresh() {
+// Rows and buttons compare before they draw: a look at all of them costs less than to tell what of
+// a change concerns them.
+void LayerWindow::OnChange(const MapChange&) {
+  ShowTitle("Layers: " + map_.Name());
   list_->Refresh();
-  SelectedLayerChanged();  // the selection of objects may have changed too
+  SelectedLayerChanged();
 }
 
 void LayerWindow::SelectedLayerChanged() {
@@ -147,7 +156,7 @@ void LayerWindow::SelectedLayerChanged() {
 }
 
 bool LayerWindow::ReceivesObjects(const entity& layer) const {
-  return &layer == map_.currentLayer && !map_.leadingGroup;
+  return &layer == map_.currentLayer() && !map_.leadingGroup();
 }
 
 bool LayerWindow::TakesMessage(MSG& message) {
@@ -162,7 +171,7 @@ bool LayerWindow::TakesMessage(MSG& message) {
 }
 
 void LayerWindow::OnButton(int id) {
-  if (id == ID_LAYER_ADD) return app_.Execute(Id(Command::InsertLayer));
+  if (id == ID_LAYER_ADD) return context_.commands.Execute(Id(Command::InsertLayer));
   entity* layer = list_->Selected();
   if (layer) Edit(*layer, id);
 }
@@ -190,28 +199,24 @@ void LayerWindow::Edit(entity& layer, int id) {
 void LayerWindow::Perform(LayerAction action, entity& layer) {
   switch (action) {
     case LayerAction::ToggleVisible:
-      SetLayerState(map_, layer, layer.IsVisible(), !layer.IsEnabled());
-      return End(EditResult::Done);
+      return SetLayerState(map_, layer, layer.IsVisible(), !layer.IsEnabled());
     case LayerAction::ToggleEnabled:
-      SetLayerState(map_, layer, !layer.IsVisible(), layer.IsEnabled());
-      return End(EditResult::Done);
+      return SetLayerState(map_, layer, !layer.IsVisible(), layer.IsEnabled());
     case LayerAction::MakeCurrent:
-      MakeLayerCurrent(map_, layer);
-      return End(EditResult::Done);
+      return MakeLayerCurrent(map_, layer);
     case LayerAction::ChooseColour:
-      if (const auto colour = app_.dialogs.ChooseColour(app_.frame.Handle(), LayerColour(layer))) {
+      if (const auto colour = context_.dialogs.ChooseColour(LayerColour(layer))) {
         RecolourLayer(map_, layer, *colour);
-        End(EditResult::Done);
       }
       return;
     case LayerAction::Remove:
-      return End(RemoveLayer(map_, layer));
+      Conclude(map_, RemoveLayer(map_, layer));
+      return;
   }
 }
 
 void LayerWindow::Rename(entity& layer, const std::string& name) {
   RenameLayer(map_, layer, name);
-  End(EditResult::Done);
 }
 
 void LayerWindow::EditProperties(entity& layer) {
@@ -221,48 +226,46 @@ void LayerWindow::EditProperties(entity& layer) {
     constexpr std::array PARTS = {"Red", "Green", "Blue"};
     std::array<std::uint8_t, 3> parts{};
     for (std::size_t i = 0; i < parts.size(); ++i) {
-      const auto part = WholeNumberOf(app_, typed[1 + i], PARTS[i], 0, 255);
+      const auto part = WholeNumberOf(context_.reporter, typed[1 + i], PARTS[i], 0, 255);
       if (!part) return false;
       parts[i] = static_cast<std::uint8_t>(*part);
     }
     DescribeLayer(map_, layer, typed.front(), {parts[0], parts[1], parts[2]});
-    End(EditResult::Done);
     return true;
   };
-  app_.dialogs.Ask(app_.frame.Handle(), {"Layer properties",
-                                         "",
-                                         {{"Name", {name ? name : ""}, {}},
-                                          {"Red (0 to 255)", {std::to_string(colour.red)}, {}},
-                                          {"Green", {std::to_string(colour.green)}, {}},
-                                          {"Blue", {std::to_string(colour.blue)}, {}}},
-                                         accept});
+  context_.dialogs.Ask({"Layer properties",
+                        "",
+                        {{"Name", {name ? name : ""}, {}},
+                         {"Red (0 to 255)", {std::to_string(colour.red)}, {}},
+                         {"Green", {std::to_string(colour.green)}, {}},
+                         {"Blue", {std::to_string(colour.blue)}, {}}},
+                        accept});
 }
 
 void LayerWindow::MoveSelectionTo(entity& layer) {
   const bool isOpen = layer.IsVisible() && layer.IsEnabled();
-  if (!isOpen && app_.reporter.Show("Ferrowand asks",
-                                    "The layer is hidden or disabled. Move the selection to it?",
-                                    Buttons::YesNo, Icon::Question) != Answer::Yes) {
+  if (!isOpen && context_.reporter.Show(
+                     "Ferrowand asks", "The layer is hidden or disabled. Move the selection to it?",
+                     Buttons::YesNo, Icon::Question) != Answer::Yes) {
     return;
   }
-  End(MoveSelectionToLayer(map_, layer));
+  Conclude(map_, MoveSelectionToLayer(map_, layer));
 }
 
 void LayerWindow::SelectObjectsOf(entity& layer, bool add) {
   SelectMembers(map_, layer, add);
-  End(EditResult::Done);
 }
 
 void LayerWindow::ZoomTo(const entity& layer) {
   const Bounds box = layer.GetBounds();
-  for (MapView* view : app_.views.ViewsOf(map_)) {
+  for (MapView* view : windows_.Views().ViewsOf(map_)) {
     view->CentreOn((box.mins + box.maxs) * 0.5f);
     view->ZoomTo(box);
   }
 }
 
 void LayerWindow::ShowPopup(entity& layer, POINT screen) {
-  const HMENU menu = app_.Popup(ID_POPUP_LAYER);
+  const HMENU menu = context_.popups.Get(ID_POPUP_LAYER);
   const auto enable = [&](PopupItem item, bool on) {
     EnableMenuItem(menu, item, MF_BYCOMMAND | (on ? MF_ENABLED : MF_GRAYED));
   };
@@ -271,7 +274,7 @@ void LayerWindow::ShowPopup(entity& layer, POINT screen) {
   enable(SELECT, HoldsReachable(layer));
   enable(ADD_TO_SELECTION, HoldsReachable(layer));
   enable(SET_AS_LEADING, !ReceivesObjects(layer));
-  switch (app_.dialogs.TrackPopup(Handle(), menu, screen)) {
+  switch (context_.dialogs.TrackPopup(Handle(), menu, screen)) {
     case ZOOM_AND_CENTRE:
       return ZoomTo(layer);
     case SELECT:
@@ -285,11 +288,6 @@ void LayerWindow::ShowPopup(entity& layer, POINT screen) {
   }
 }
 
-void LayerWindow::End(EditResult result) {
-  Conclude(app_, map_, result);
-  app_.frame.RefreshToolbar();
-}
-
 LRESULT LayerWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_CREATE:
@@ -301,11 +299,8 @@ LRESULT LayerWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_SETFOCUS:
       if (list_) list_->TakeFocus();
       break;
-    case WM_MDIACTIVATE:
-      app_.frame.RefreshToolbar();
-      break;
     case WM_CLOSE:
-      app_.CloseWindow(*this);
+      windows_.Close(*this);
       return 0;
   }
   return DefMDIChildProcA(Handle(), message, wParam, lParam);

@@ -1,31 +1,48 @@
 // The window of a map's layers: their list over the buttons that act on the selected one.
 #pragma once
 
+#include "document/announcement.h"
 #include "shell/system/win32.h"
 
 #include <memory>
 #include <string>
 
 #include "operations/edit_result.h"
-#include "shell/frame/child_window.h"
+#include "shell/windows/child_window.h"
 #include "shell/windows/layer_list.h"
 
 namespace ferrowand {
+
+class CommandTarget;
+class Dialogs;
+class PopupMenus;
+class Reporter;
+struct Options;
 
 inline constexpr char LAYER_CLASS[] = "FRWLayerClass";
 
 LRESULT CALLBACK LayerFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
-class LayerWindow : public ChildWindow, public LayerListHost {
+// What the windows of layers work with. All outlive them.
+struct LayerWindowContext {
+  const Options& options;
+  Reporter& reporter;
+  Dialogs& dialogs;
+  PopupMenus& popups;
+  CommandTarget& commands;
+};
+
+class LayerWindow : public ChildWindow, public LayerListHost, public MapObserver {
  public:
-  LayerWindow(App& app, Map& map);
+  LayerWindow(ChildWindows& windows, const LayerWindowContext& context, Map& map);
   ~LayerWindow() override;
 
   // --- as a child of the frame
   Map* GetMap() const override { return &map_; }
-  void SetTitle() override;
-  void Refresh() override;
   bool TakesMessage(MSG& message) override;
+
+  // --- from the map
+  void OnChange(const MapChange& change) override;
 
   HWND Dialog() const { return dialog_; }
   const LayerList& List() const { return *list_; }
@@ -50,8 +67,8 @@ class LayerWindow : public ChildWindow, public LayerListHost {
   void SelectObjectsOf(entity& layer, bool add);
   void ZoomTo(const entity& layer);
   bool ReceivesObjects(const entity& layer) const;
-  void End(EditResult result);
 
+  const LayerWindowContext context_;
   Map& map_;
   HWND dialog_ = nullptr;
   std::unique_ptr<LayerList> list_;

@@ -3,8 +3,14 @@
 
 #include <commctrl.h>
 
-#include "shell/app/app.h"
+#include "base/command_table.h"
+#include "base/report.h"
+#include "shell/frame/command_target.h"
+#include "shell/frame/frame.h"
 #include "shell/resources/resource.h"
+#include "shell/system/gdi_canvas.h"
+#include "shell/windows/child_windows.h"
+#include "views/tools/tool_set.h"
 
 namespace ferrowand {
 namespace {
@@ -48,13 +54,15 @@ LRESULT CALLBACK ClientWindowFunc(HWND window, UINT message, WPARAM wParam, LPAR
   return ChildWindow::Dispatch(window, message, wParam, lParam);
 }
 
-MapWindow::MapWindow(App& app, Map& map, Orientation orientation) : ChildWindow(app), map_(map) {
+MapWindow::MapWindow(ChildWindows& windows, const MapWindowContext& context, Map& map,
+                     Orientation orientation)
+    : ChildWindow(windows), context_(context), map_(map) {
   // A quarter of the room: a view that begins larger begins zoomed in, to stay inside the world.
-  const PixelSize room = app.frame.ClientSize();
+  const PixelSize room = frame_.ClientSize();
   Create(CLIENT_CLASS, "", {.width = room.width / 2, .height = room.height / 2},
          WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME |
              WS_MINIMIZEBOX | WS_MAXIMIZEBOX,
-         app.options.smallCaptions ? WS_EX_TOOLWINDOW : 0);
+         context.options.smallCaptions ? WS_EX_TOOLWINDOW : 0);
   if (view_) view_->SetOrientation(orientation);
 }
 
@@ -65,7 +73,7 @@ MapWindow::~MapWindow() {
 HWND MapWindow::AddControl(const char* windowClass, const char* text, DWORD style, int id) {
   const HWND control = CreateWindowExA(
       0, windowClass, text, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | style, 0, 0, 0, 0, Handle(),
-      reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), app_.instance, nullptr);
+      reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), frame_.Instance(), nullptr);
   SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)), 0);
   return control;
 }
@@ -74,7 +82,7 @@ void MapWindow::OnCreate() {
   drawing_ = CreateWindowExA(
       WS_EX_CLIENTEDGE, MAP_CLASS, "",
       WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_HSCROLL | WS_VSCROLL, 0, 0, 0, 0, Handle(),
-      reinterpret_cast<HMENU>(static_cast<INT_PTR>(ID_DRAWING)), app_.instance, this);
+      reinterpret_cast<HMENU>(static_cast<INT_PTR>(ID_DRAWING)), frame_.Instance(), this);
   constexpr DWORD TEXT = SS_LEFTNOWORDWRAP | SS_NOPREFIX;
   AddControl("BUTTON", "Controls", BS_OWNERDRAW, ID_CONTROLS);
   AddControl("STATIC", "", TEXT, ID_COORDINATES_TEXT);
@@ -89,7 +97,8 @@ void MapWindow::OnCreate() {
   AppendMenuA(menu, MF_SEPARATOR, 0, nullptr);
   AppendMenuA(menu, MF_STRING | MF_CHECKED, ID_CONTROLS, "Controls");
 
-  view_ = std::make_unique<MapView>(map_, *this, app_.views, app_.options, app_.tools.Current());
+  view_ = std::make_unique<MapView>(map_, *this, windows_.Views(), context_.options,
+                                    context_.tools.Current());
   Layout();
   view_->CentreOn({0, 0, 0});
 }
@@ -97,7 +106,7 @@ void MapWindow::OnCreate() {
 void MapWindow::AddToolTips() {
   const HWND tips = CreateWindowExA(0, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_ALWAYSTIP,
                                     CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
-                                    Handle(), nullptr, app_.instance, nullptr);
+                                    Handle(), nullptr, frame_.Instance(), nullptr);
   struct Tip {
     int id;
     const char* text;
@@ -120,7 +129,7 @@ void MapWindow::Layout() {
   RECT area;
   GetClientRect(Handle(), &area);
   const int width = area.right;
-  const int status = app_.options.smallCaptions ? SMALL_STATUS_HEIGHT : STATUS_HEIGHT;
+  const int status = context_.options.smallCaptions ? SMALL_STATUS_HEIGHT : STATUS_HEIGHT;
   const int drawingHeight = controlsShown_ ? area.bottom - status - GAP : area.bottom;
   ::MoveWindow(drawing_, 0, 0, width, drawingHeight > 0 ? drawingHeight : 0, TRUE);
 
@@ -156,7 +165,7 @@ void MapWindow::OnStatusButton(int id) {
       view_->ToggleGridAndSnap();
       break;
     case ID_MAP_MODE_BUTTON:
-      app_.TrackCommandPopup(app_.Popup(ID_POPUP_MAP_MODE));
+      context_.commands.Execute(Id(Command::ToolMapMode));
       break;
   }
   SetFocus(drawing_);
@@ -219,24 +228,15 @@ LRESULT MapWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         view_->OnActivate();
         SetFocus(drawing_);
       }
-      app_.frame.RefreshToolbar();
       break;
     case WM_CLOSE:
-      app_.CloseWindow(*this);
+      windows_.Close(*this);
       return 0;
     case WM_DESTROY:
-      app_.tools.Current()->Cancel();
+      context_.tools.Current()->Cancel();
       break;
   }
   return DefMDIChildProcA(Handle(), message, wParam, lParam);
-}
-
-void MapWindow::SetTitle() {
-  SetCaption(view_->Caption());
-}
-
-void MapWindow::Refresh() {
-  view_->Refresh();
 }
 
 PixelSize MapWindow::DrawingArea() const {
@@ -287,7 +287,7 @@ void MapWindow::SetText(ViewText which, const std::string& text) {
 void MapWindow::Refuse(const std::string& why) {
   MessageBeep(MB_ICONWARNING);
   if (!controlsShown_) {
-    app_.reporter.Show("Cannot continue", why);
+    context_.reporter.Show("Cannot continue", why);
     return;
   }
   refusing_ = true;
@@ -304,14 +304,19 @@ void MapWindow::EndRefusal() {
 }
 
 void MapWindow::SetCaption(const std::string& caption) {
-  SetWindowTextA(Handle(), caption.c_str());
-  // Not every system takes a new title into the Window menu's list by itself.
-  SendMessageA(app_.frame.Client(), WM_MDIREFRESHMENU, 0, 0);
+  ShowTitle(caption);
+}
+
+PixelSize MapWindow::MeasureLabel(std::string_view text) {
+  const HDC dc = GetDC(drawing_);
+  const PixelSize size = GdiCanvas(dc, context_.objects).MeasureText(FontFace::Label, text);
+  ReleaseDC(drawing_, dc);
+  return size;
 }
 
 PixelRect MapWindow::Frame() const {
   RECT place;
-  GetWindowRect(app_.frame.Handle(), &place);
+  GetWindowRect(frame_.Handle(), &place);
   MapWindowPoints(nullptr, drawing_, reinterpret_cast<POINT*>(&place), 2);
   return {place.left, place.top, place.right, place.bottom};
 }
@@ -320,15 +325,6 @@ void MapWindow::MoveCursor(Pixel to) {
   POINT at{to.x, to.y};
   ClientToScreen(drawing_, &at);
   SetCursorPos(at.x, at.y);
-}
-
-void MapWindow::MoveWindow(const PixelRect& to) {
-  if (IsIconic(Handle()) || IsZoomed(Handle())) {
-    SendMessageA(app_.frame.Client(), WM_MDIRESTORE, reinterpret_cast<WPARAM>(Handle()), 0);
-  }
-  // Nothing is carried along: what stood there may have belonged to a window above.
-  SetWindowPos(Handle(), nullptr, to.left, to.top, to.Width(), to.Height(),
-               SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
 }
 
 }  // namespace ferrowand

@@ -8,27 +8,47 @@
 #include <memory>
 #include <string>
 
-#include "shell/frame/child_window.h"
 #include "shell/system/handles.h"
+#include "shell/windows/child_window.h"
 #include "views/map_view.h"
 
 namespace ferrowand {
 
+class BackBuffer;
+class CommandTarget;
+class GdiObjects;
+class Reporter;
+class ToolSet;
+class WindowToolHost;
+
+inline constexpr char CLIENT_CLASS[] = "FRWClientClass";
+inline constexpr char MAP_CLASS[] = "FRWMapClass";
+
 LRESULT CALLBACK ClientWindowFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 LRESULT CALLBACK MapFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+// What the windows of 2D views work with. All outlive them.
+struct MapWindowContext {
+  const Options& options;
+  Reporter& reporter;
+  CommandTarget& commands;
+  ToolSet& tools;
+  WindowToolHost& toolHost;
+  GdiObjects& objects;
+  BackBuffer& backBuffer;
+};
 
 class MapWindow : public ChildWindow, public ViewHost {
  public:
   // Lives until its window goes; Handle() is null when the system gave none.
-  MapWindow(App& app, Map& map, Orientation orientation);
+  MapWindow(ChildWindows& windows, const MapWindowContext& context, Map& map,
+            Orientation orientation);
   ~MapWindow() override;
 
   // --- as a child of the frame
   Map* GetMap() const override { return &map_; }
   MapView* View() override { return view_.get(); }
   bool KeepsMapOpen() const override { return true; }
-  void SetTitle() override;
-  void Refresh() override;
 
   HWND Drawing() const { return drawing_; }
   // Red in the status bar, for some seconds or until the next press: hovering writes nothing over
@@ -44,9 +64,10 @@ class MapWindow : public ChildWindow, public ViewHost {
   void SetText(ViewText which, const std::string& text) override;
   bool StatusBarShown() const override { return controlsShown_; }
   void SetCaption(const std::string& caption) override;
+  PixelSize MeasureLabel(std::string_view text) override;
   PixelRect Frame() const override;
   void MoveCursor(Pixel to) override;
-  void MoveWindow(const PixelRect& to) override;
+  void MoveWindow(const PixelRect& to) override { MoveTo(to); }
 
  private:
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -71,6 +92,7 @@ class MapWindow : public ChildWindow, public ViewHost {
   void TakeFocusFromSister();
   void SetMouseCursor();
 
+  const MapWindowContext context_;
   Map& map_;
   HWND drawing_ = nullptr;
   std::array<std::string, 3> texts_;  // of the status bar, by ViewText

@@ -1,11 +1,12 @@
 // The drawing area of a 2D view: painting, scrolling, mouse and keys.
 #include <windowsx.h>
 
-#include <cstdlib>
-
-#include "shell/app/app.h"
-#include "shell/commands/commands.h"
+#include "shell/frame/command_target.h"
+#include "shell/frame/frame.h"
+#include "shell/system/gdi_canvas.h"
+#include "shell/windows/child_windows.h"
 #include "shell/windows/map_window.h"
+#include "shell/windows/window_tool_host.h"
 #include "views/tool.h"
 
 namespace ferrowand {
@@ -81,7 +82,7 @@ LRESULT MapWindow::OnMapMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       OnMouseMove(wParam, lParam);
       return 0;
     case WM_CAPTURECHANGED:
-      if (reinterpret_cast<HWND>(lParam) != drawing_) app_.toolWindows.OnCaptureLost(drawing_);
+      if (reinterpret_cast<HWND>(lParam) != drawing_) context_.toolHost.OnCaptureLost(drawing_);
       return 0;
     case WM_MOUSELEAVE:
       view_->OnMouseLeave();
@@ -95,7 +96,7 @@ LRESULT MapWindow::OnMapMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       break;
     case WM_SYSKEYDOWN:
       if (wParam != VK_RETURN) break;
-      app_.toolWindows.EditProperties(*view_);
+      context_.toolHost.EditProperties(*view_);
       return 0;
     case WM_KEYUP:
       if (wParam == VK_SPACE) view_->EndPan();
@@ -116,11 +117,11 @@ void MapWindow::OnPaint() {
   const HDC screen = BeginPaint(drawing_, &paint);
   const RECT& r = paint.rcPaint;
   const PixelRect update{r.left, r.top, r.right, r.bottom};
-  if (!update.Empty() && app_.backBuffer.Prepare(screen, DrawingArea())) {
-    GdiCanvas canvas(app_.backBuffer.Dc(), app_.objects);
+  if (!update.Empty() && context_.backBuffer.Prepare(screen, DrawingArea())) {
+    GdiCanvas canvas(context_.backBuffer.Dc(), context_.objects);
     canvas.SetClip(update);
     view_->Paint(canvas, update);
-    BitBlt(screen, r.left, r.top, update.Width(), update.Height(), app_.backBuffer.Dc(), r.left,
+    BitBlt(screen, r.left, r.top, update.Width(), update.Height(), context_.backBuffer.Dc(), r.left,
            r.top, SRCCOPY);
   }
   EndPaint(drawing_, &paint);
@@ -175,7 +176,7 @@ void MapWindow::OnButtonDown(int button, LPARAM lParam, bool twice) {
 }
 
 void MapWindow::OnButtonUp(int button, WPARAM wParam, LPARAM lParam) {
-  if (HeldButtons(wParam) == 0) app_.toolWindows.ReleaseMouse(drawing_);
+  if (HeldButtons(wParam) == 0) context_.toolHost.ReleaseMouse(drawing_);
   view_->OnMouseUp(ToPixel(lParam), button);
 }
 
@@ -184,8 +185,7 @@ void MapWindow::OnMouseMove(WPARAM wParam, LPARAM lParam) {
   // that window's sister, or is about to.
   POINT at{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
   ClientToScreen(drawing_, &at);
-  if (at.x != app_.mouse.x || at.y != app_.mouse.y) TakeFocusFromSister();
-  app_.mouse = at;
+  if (context_.toolHost.MouseHasMoved(at)) TakeFocusFromSister();
   TRACKMOUSEEVENT leaving{sizeof leaving, TME_LEAVE, drawing_, 0};
   TrackMouseEvent(&leaving);
   view_->OnMouseMove(ToPixel(lParam), HeldButtons(wParam), IsDown(VK_SPACE));
@@ -194,11 +194,11 @@ void MapWindow::OnMouseMove(WPARAM wParam, LPARAM lParam) {
 // Only from another map's or view's window: dialogs and lists keep the focus.
 void MapWindow::TakeFocusFromSister() {
   const HWND focus = GetFocus();
-  if (!app_.options.trackMouse || focus == drawing_ || !focus || GetCapture()) return;
-  if (GetActiveWindow() != app_.frame.Handle()) return;
-  for (const auto& window : app_.windows) {
+  if (!context_.options.trackMouse || focus == drawing_ || !focus || GetCapture()) return;
+  if (GetActiveWindow() != frame_.Handle()) return;
+  for (const auto& window : windows_.All()) {
     if (!window->View() || !IsChild(window->Handle(), focus)) continue;
-    SendMessageA(app_.frame.Client(), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(Handle()), 0);
+    SendMessageA(frame_.Client(), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(Handle()), 0);
     SetFocus(drawing_);
     return;
   }
@@ -207,7 +207,7 @@ void MapWindow::TakeFocusFromSister() {
 void MapWindow::SetMouseCursor() {
   SetCursor(IsDown(VK_SPACE) ? LoadCursorA(nullptr, IDC_SIZEALL)
             : IsDown('D')    ? LoadCursorA(nullptr, IDC_CROSS)
-                             : app_.toolWindows.Cursor());
+                             : context_.toolHost.Cursor());
 }
 
 bool MapWindow::OnKeyDown(WPARAM key) {
@@ -236,7 +236,7 @@ bool MapWindow::OnKeyDown(WPARAM key) {
 bool MapWindow::InsertBound(WPARAM key, LPARAM lParam) {
   const bool repeated = (HIWORD(lParam) & KF_REPEAT) != 0;
   if (repeated || IsDown(VK_CONTROL) || IsDown(VK_MENU)) return false;
-  if (!InsertBoundEntity(app_, static_cast<unsigned>(key))) return false;
+  if (!context_.commands.InsertBoundEntity(static_cast<unsigned>(key))) return false;
   MSG character;
   PeekMessageA(&character, drawing_, WM_CHAR, WM_CHAR, PM_REMOVE);
   return true;

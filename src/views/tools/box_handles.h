@@ -4,6 +4,7 @@
 #include <array>
 
 #include "geometry/vec.h"
+#include "platform/canvas.h"
 #include "views/view_transform.h"
 
 namespace ferrowand {

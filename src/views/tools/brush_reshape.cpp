@@ -11,9 +11,6 @@
 namespace ferrowand {
 namespace {
 
-// Twice the area, in square units, below which three corners tell no plane.
-constexpr double MIN_AREA = 0.5;
-
 struct Facet {
   std::array<Vec3, 3> points;
   Plane plane;
@@ -53,7 +50,7 @@ std::vector<Facet> FacetsOf(std::span<const Vec3> face, std::span<const Vec3> so
     for (std::size_t j = i + 1; j < face.size(); ++j) {
       for (std::size_t k = j + 1; k < face.size(); ++k) {
         Facet facet{{face[i], face[j], face[k]}, {}, AreaOf(face[i], face[j], face[k])};
-        if (facet.area < MIN_AREA) continue;
+        if (facet.area < SMALLEST_DOUBLE_AREA) continue;
         facet.plane = PlaneFromPoints(DVec3(face[i]), DVec3(face[j]), DVec3(face[k]));
         if (IsBehind(facet.plane, solid)) AddFacet(facets, facet);
       }

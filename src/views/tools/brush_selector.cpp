@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "document/map.h"
-#include "operations/arrange.h"
+#include "operations/transform_selection.h"
 #include "views/map_view.h"
 #include "views/tools/tool_set.h"
 
@@ -109,7 +109,7 @@ ToolCursor BrushSelector::CursorAt(const MapView& view, Pixel at) const {
 
 void BrushSelector::Select(MapView& view, entity* object, bool add) {
   selectedByPress_ = true;
-  mode_ = HandleMode::Scale;
+  SetMode(view.map, HandleMode::Scale);
   Selector::Select(view, object, add);
 }
 
@@ -121,8 +121,9 @@ bool BrushSelector::IsForSelection(const MapView& view, Pixel at) const {
 }
 
 void BrushSelector::SetMode(const Map& map, HandleMode mode) {
+  if (mode == mode_) return;
   mode_ = mode;
-  RepaintSelection(map, SelectionBounds(map));
+  RepaintOverlay(map);
 }
 
 void BrushSelector::Click(MapView& view, Pixel) {
@@ -215,7 +216,7 @@ void BrushSelector::Drop(MapView& view, Pixel at) {
 EditResult BrushSelector::DropMove(MapView& view, Pixel at) {
   const Vec3 by = ToWorld(MoveTo(view, at).by, view);
   if (by == Vec3()) return EditResult::Done;
-  const ArrangeOptions how = tools_.HowToArrange();
+  const TransformOptions how = tools_.HowToTransform();
   return Host().Keys().control ? DuplicateSelection(view.map, by, how)
                                : MoveSelection(view.map, by, how);
 }
@@ -229,7 +230,7 @@ EditResult BrushSelector::DropScale(MapView& view, Pixel at) {
     factors[axes[i]] = step.factors[i];
     if (grabbed_.edge[i] < 0) fixed[axes[i]] = bounds.maxs[axes[i]];
   }
-  return ScaleSelection(view.map, factors, fixed, tools_.HowToArrange());
+  return ScaleSelection(view.map, factors, fixed, tools_.HowToTransform());
 }
 
 EditResult BrushSelector::DropRotate(MapView& view, Pixel at) {
@@ -237,14 +238,14 @@ EditResult BrushSelector::DropRotate(MapView& view, Pixel at) {
   centre[view.transform.orienu] = view.snapx;
   centre[view.transform.orienv] = view.snapy;
   return RotateSelection(view.map, view.transform.orienu, view.transform.orienv,
-                         -RotateTo(view, at).angle, centre, tools_.HowToArrange());
+                         -RotateTo(view, at).angle, centre, tools_.HowToTransform());
 }
 
 EditResult BrushSelector::DropSkew(MapView& view, Pixel at) {
   const SkewGrab grab = GrabbedForSkew();
   const std::array<int, 2> axes{view.transform.orienu, view.transform.orienv};
   return SkewSelection(view.map, axes[grab.along], axes[1 - grab.along], grab.highEdge,
-                       SkewTo(view, at).amount, tools_.HowToArrange());
+                       SkewTo(view, at).amount, tools_.HowToTransform());
 }
 
 }  // namespace ferrowand

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "document/map.h"
+#include "geometry/tolerance.h"
 #include "views/map_view.h"
 #include "views/tools/brush_reshape.h"
 #include "views/tools/tool_set.h"
@@ -13,9 +14,6 @@ namespace ferrowand {
 namespace {
 
 constexpr int FACE_HANDLE_SIZE = 3;  // pixels, half
-// Sine of the angle to the depth from which a face is moved by a drag across the view.
-constexpr double SEEN_FROM_THE_SIDE = 0.1;
-constexpr double SAME_NORMAL = 0.999;
 constexpr Colour WHITE{255, 255, 255};
 
 Vec3 MiddleOf(const Face& face) {

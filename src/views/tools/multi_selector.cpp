@@ -30,7 +30,7 @@ void MultiSelector::TakeRectangle(MapView& view, const PixelRect& closed, bool m
     return;
   }
   const std::unordered_set<const entity*> away(objects.begin(), objects.end());
-  std::vector<entity*> rest = view.map.selection;
+  std::vector<entity*> rest = view.map.selection.Objects();
   std::erase_if(rest, [&](const entity* e) { return away.contains(e); });
   SelectAll(view, rest, false);
 }

@@ -6,7 +6,7 @@
 
 #include "base/report.h"
 #include "document/map.h"
-#include "document/selection.h"
+#include "document/picking.h"
 #include "views/map_view.h"
 #include "views/tools/tool_set.h"
 
@@ -97,7 +97,6 @@ void PrimitiveTool::Drop(MapView& view, Pixel at) {
   if (size[view.transform.orienu] <= 0 || size[view.transform.orienv] <= 0) return;
   const Primitive primitive{.kind = kind_, .box = box, .sides = sides_};
   if (!AddPrimitive(view.map, primitive, Host().CurrentTexture(view.map))) return;
-  Conclude(view, EditResult::Done);
   tools_.Use(tools_.brushSelector);
 }
 

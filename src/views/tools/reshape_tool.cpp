@@ -149,7 +149,6 @@ void ReshapeTool::Drop(MapView& view, Pixel at) {
     }
   }
   Done(by);
-  Conclude(view, EditResult::Done);
 }
 
 }  // namespace ferrowand

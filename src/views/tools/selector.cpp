@@ -8,9 +8,9 @@
 #include "document/classes/class_set.h"
 #include "document/classes/entity_class.h"
 #include "document/map.h"
-#include "operations/arrange.h"
 #include "operations/groups.h"
 #include "operations/insert.h"
+#include "operations/transform_selection.h"
 #include "views/map_view.h"
 #include "views/tools/tool_set.h"
 
@@ -74,7 +74,7 @@ void Selector::DoubleClick(MapView& view, Pixel at, int button) {
     });
   }
   const auto selected =
-      std::ranges::find_if(stack, [&](const entity* e) { return IsSelected(view.map, *e); });
+      std::ranges::find_if(stack, [&](const entity* e) { return view.map.selection.Contains(*e); });
   if (stack.size() < 2 || selected == stack.end()) {
     MouseDown(view, at, button);
     return;
@@ -83,7 +83,8 @@ void Selector::DoubleClick(MapView& view, Pixel at, int button) {
 }
 
 bool Selector::IsOnSelection(const MapView& view, Pixel at) const {
-  return HitTest(view.map.selection, QueryAt(view, at, PickLevel::Objects)).object != nullptr;
+  return HitTest(view.map.selection.Objects(), QueryAt(view, at, PickLevel::Objects)).object !=
+         nullptr;
 }
 
 ToolCursor Selector::CursorAt(const MapView& view, Pixel at) const {
@@ -102,7 +103,7 @@ void Selector::Pick(MapView& view, Pixel at) {
     return;
   }
   entity& object = PickedBy(*hit.object, Level());
-  if (!IsSelected(view.map, object)) Select(view, &object, add);
+  if (!view.map.selection.Contains(object)) Select(view, &object, add);
 }
 
 void Selector::Select(MapView& view, entity* object, bool add) {
@@ -112,18 +113,7 @@ void Selector::Select(MapView& view, entity* object, bool add) {
 }
 
 void Selector::SelectAll(MapView& view, const std::vector<entity*>& objects, bool add) {
-  Map& map = view.map;
-  const std::vector<entity*> before = map.selection;
-  const Bounds boundsBefore = SelectionBounds(map);
-  if (add) {
-    ferrowand::Select(map, objects, add);
-  } else {
-    map.selection = objects;
-  }
-  if (map.selection == before) return;
-  RepaintSelection(map, boundsBefore);
-  RepaintSelection(map, SelectionBounds(map));
-  Host().SelectionChanged(map);
+  ferrowand::Select(view.map, objects, add);
 }
 
 void Selector::Group(MapView& view) {
@@ -147,7 +137,7 @@ std::vector<entity*> Selector::ObjectsIn(const MapView& view, const PixelRect& c
   for (entity* e : PickableObjects(view.map, Level())) {
     entity& object = PickedBy(*e, Level());
     if (&object != e && !known.insert(&object).second) continue;
-    const Bounds box = object.GetBounds();
+    const Bounds box = SeenBounds(object);
     if (box.IsEmpty()) continue;
     const PixelRect seen = view.transform.ToScreen(box.mins, box.maxs);
     if (Takes(closed, seen, tools_.boxRule)) objects.push_back(&object);
@@ -196,7 +186,7 @@ void Selector::Drop(MapView& view, Pixel at) {
   if (view.map.selection.empty()) return;
   const Vec3 by = ToWorld(DragOffset(view, at), view);
   if (by == Vec3()) return;
-  const ArrangeOptions how = tools_.HowToArrange();
+  const TransformOptions how = tools_.HowToTransform();
   Conclude(view, Host().Keys().control ? DuplicateSelection(view.map, by, how)
                                        : MoveSelection(view.map, by, how));
 }

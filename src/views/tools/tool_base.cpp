@@ -5,19 +5,17 @@
 #include <utility>
 
 #include "base/report.h"
-#include "document/classes/entity_class.h"
 #include "document/map.h"
-#include "document/selection.h"
+#include "document/picking.h"
+#include "views/entity_drawing.h"
 #include "views/map_view.h"
-#include "views/tools/box_handles.h"
+#include "views/painted_part.h"
 #include "views/tools/tool_set.h"
 
 namespace ferrowand {
 namespace {
 
 constexpr char ESCAPE = '\x1b';
-constexpr double MARKER_REACH =
-    18;  // world units from an origin to the tip of what tells its angle
 
 bool ShowsTheSame(const ViewTransform& a, const ViewTransform& b) {
   return a.originu == b.originu && a.originv == b.originv && a.scaleu == b.scaleu &&
@@ -62,7 +60,7 @@ void ToolBase::BeginDrag(MapView& view, Pixel at) {
   pressView_ = &view;
   pressPixel_ = at;
   press_ = WorldAt(view, at);
-  pressSelection_ = view.map.selection;
+  pressSelection_ = view.map.selection.Objects();
   pressBounds_ = SelectionBounds(view.map);
   pressTransform_ = view.transform;
   moved_ = false;
@@ -81,7 +79,7 @@ void ToolBase::EndDrag() {
 }
 
 bool ToolBase::IsSound(const MapView& view) const {
-  return pressView_ == &view && view.map.selection == pressSelection_ &&
+  return pressView_ == &view && view.map.selection.Objects() == pressSelection_ &&
          SelectionBounds(view.map) == pressBounds_;
 }
 
@@ -160,47 +158,24 @@ void ToolBase::Show(MapView& view, std::vector<PreviewShape> shapes, const std::
 }
 
 void ToolBase::Conclude(MapView& view, EditResult result) {
-  if (result != EditResult::Done) {
-    if (const char* why = Reason(result); *why) Host().Refuse(view, why);
-    return;
-  }
-  RepaintViews(view.map);
-  Host().MapChanged(view.map);
+  if (const char* why = Reason(result); *why) Host().Refuse(view, why);
 }
 
-void ToolBase::RepaintViews(const Map& map) {
-  for (MapView* view : tools_.Views().ViewsOf(map)) view->Repaint();
-}
-
-void ToolBase::RepaintSelection(const Map& map, const Bounds& bounds) {
+void ToolBase::RepaintOverlay(const Map& map) {
   for (MapView* view : tools_.Views().ViewsOf(map)) {
-    // There the selection decides on the shades of everything.
-    if (view->mapmode == MapMode::Heights) {
-      view->Repaint();
-      continue;
-    }
-    if (bounds.IsEmpty()) continue;
-    const PixelRect box = view->transform.ToScreen(bounds.mins, bounds.maxs);
-    const double scale = std::abs(static_cast<double>(view->transform.scaleu));
-    const int reach = HANDLE_REACH + RoundToInt(MARKER_REACH / scale);
-    view->Repaint(
-        {box.left - reach, box.top - reach, box.right + reach + 1, box.bottom + reach + 1});
+    const PixelRect part = HandledPart(SelectionBounds(map), view->transform);
+    if (!part.Empty()) view->Repaint(part);
   }
 }
 
 HitQuery ToolBase::QueryAt(const MapView& view, Pixel at, PickLevel level) const {
-  return {.transform = view.transform,
-          .at = at,
-          .level = level,
-          .pointEntities = tools_.GetOptions().renderPointEntities != 0};
+  return {.transform = view.transform, .at = at, .level = level};
 }
 
 void ToolBase::DrawSelection(MapView& view, Canvas& canvas) const {
   const PixelSize area = view.DrawingArea();
   DrawContext context = view.Context(canvas, {0, 0, area.width, area.height});
-  for (const entity* selected : view.map.selection) {
-    selected->getClass()->DrawOutline(*selected, context);
-  }
+  for (const entity* selected : view.map.selection) DrawOutline(*selected, context);
 }
 
 }  // namespace ferrowand

@@ -63,11 +63,10 @@ class ToolBase : public Tool {
   ToolHost& Host() const;
   // A preview and its words.
   void Show(MapView& view, std::vector<PreviewShape> shapes, const std::string& status);
-  // Says why not, or tells every window of the map.
+  // Says why not, if so.
   void Conclude(MapView& view, EditResult result);
-  void RepaintViews(const Map& map);
-  // Where the outline and the handles of a selection with these bounds are seen.
-  void RepaintSelection(const Map& map, const Bounds& bounds);
+  // What the tool draws over the selection is another: its handles, its corners.
+  void RepaintOverlay(const Map& map);
 
   HitQuery QueryAt(const MapView& view, Pixel at, PickLevel level) const;
   void DrawSelection(MapView& view, Canvas& canvas) const;

@@ -59,10 +59,6 @@ class ToolHost {
   // Of new faces.
   virtual std::string CurrentTexture(Map& map) = 0;
 
-  // The document has changed, or what of it is selected: cameras and lists follow. The 2D views
-  // have been told already.
-  virtual void MapChanged(Map& map) = 0;
-  virtual void SelectionChanged(Map& map) = 0;
   // The current tool is another one.
   virtual void ToolChanged() = 0;
 

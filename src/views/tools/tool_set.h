@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "base/options.h"
-#include "document/selection.h"
-#include "operations/arrange.h"
+#include "document/picking.h"
+#include "operations/transform_selection.h"
 #include "views/map_view.h"
 #include "views/tool.h"
 #include "views/tools/brush_selector.h"
@@ -53,7 +53,7 @@ class ToolSet {
   ViewList& Views() const { return views_; }
   const Options& GetOptions() const { return options_; }
   // As the user wants textures to be treated. No axes are limited: drags see to that themselves.
-  ArrangeOptions HowToArrange() const { return {.textureLock = options_.textureLock != 0}; }
+  TransformOptions HowToTransform() const { return {.textureLock = options_.textureLock != 0}; }
 
   BoxRule boxRule = BoxRule::Partial;  // of the rubber band
 

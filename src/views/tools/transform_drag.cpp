@@ -38,8 +38,8 @@ DragRules RulesOf(const MapView& view) {
   const auto edits = [&](int axis) { return (view.axismask >> axis & 1) != 0; };
   return {.grid = {view.gridu, view.gridv},
           .edits = {edits(view.transform.orienu), edits(view.transform.orienv)},
-          .snap = (view.map.optionBits & MAP_SNAP) != 0,
-          .angleSnap = (view.map.optionBits & MAP_ANGLE_SNAP) != 0,
+          .snap = (view.map.optionBits() & MAP_SNAP) != 0,
+          .angleSnap = (view.map.optionBits() & MAP_ANGLE_SNAP) != 0,
           .rotationStep = view.rotationStep};
 }
 

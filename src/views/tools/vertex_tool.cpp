@@ -88,7 +88,7 @@ void VertexTool::Pick(const std::vector<Vec3>& corners, bool add) {
 
 void VertexTool::PickAll(const Map& map) {
   picked_ = CornersOfSelection(map);
-  RepaintSelection(map, SelectionBounds(map));
+  RepaintOverlay(map);
 }
 
 void VertexTool::InvertPicked(const Map& map) {
@@ -96,7 +96,7 @@ void VertexTool::InvertPicked(const Map& map) {
   const CornerSet picked(picked_);
   std::erase_if(others, [&](const Vec3& corner) { return picked.Contains(corner); });
   picked_ = std::move(others);
-  RepaintSelection(map, SelectionBounds(map));
+  RepaintOverlay(map);
 }
 
 bool VertexTool::Key(MapView& view, char c) {
@@ -139,7 +139,7 @@ void VertexTool::MouseDown(MapView& view, Pixel at, int button) {
   const CornerSet picked(picked_);
   if (!std::ranges::all_of(corners, [&](const Vec3& c) { return picked.Contains(c); })) {
     Pick(corners, Host().Keys().control);
-    RepaintSelection(view.map, SelectionBounds(view.map));
+    RepaintOverlay(view.map);
   }
   // The first of them goes onto the grid.
   const auto grabbed = std::ranges::find_if(
@@ -191,14 +191,14 @@ void VertexTool::Drop(MapView& view, Pixel at) {
     return p.x < band.left || p.x > band.right || p.y < band.top || p.y > band.bottom;
   });
   Pick(corners, Host().Keys().control);
-  RepaintSelection(view.map, SelectionBounds(view.map));
+  RepaintOverlay(view.map);
 }
 
 void VertexTool::Click(MapView& view, Pixel at) {
   if (!isBand_) return;
   picked_.clear();
   PickBrush(view, at);
-  RepaintSelection(view.map, SelectionBounds(view.map));
+  RepaintOverlay(view.map);
 }
 
 void VertexTool::DrawOverlay(MapView& view, Canvas& canvas) {

@@ -12,7 +12,7 @@ std::string ClassText(const std::string& name, const std::string& words = "") {
   return "/*QUAKED " + name + " (0 1 0) ?\r\n" + words + "*/\r\n";
 }
 
-class ClassSetTest : public ClassesTest {
+class ClassSetTest : public GameDataTest {
  protected:
   ClassSetTest() {
     path.Add("");
@@ -34,6 +34,9 @@ class ClassSetTest : public ClassesTest {
     }
     return text;
   }
+
+  LoadProgress progress;
+  ClassLibrary library{path, reporter, progress};
 };
 
 const char NATIVEMENU[] =

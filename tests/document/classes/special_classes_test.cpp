@@ -54,7 +54,7 @@ TEST_F(SpecialClassesTest, HidingAndShowingGivesTheOldClassBack) {
 TEST_F(SpecialClassesTest, AHiddenEntityOfNoKnownClassBecomesABrush) {
   const auto map = ReadText("{{\"classname\" \"hidden\"{\"classname\" \"hidden\"}}}");
   ShowHiddenEntities(*map);
-  const entity& outer = *map->currentLayer->getEntityList().front();
+  const entity& outer = *map->currentLayer()->getEntityList().front();
   EXPECT_STREQ(outer.GetKey("classname"), "brush");
   EXPECT_EQ(outer.getEntityList().front()->getClass()->Kind(), EntityKind::Brush);
 }
@@ -178,7 +178,7 @@ TEST_F(SpecialClassesTest, ThePenWrapsColoursAboveOne) {
   c.red = 2;
   c.green = 0.5f;
   c.blue = 1e20f;
-  EXPECT_EQ(c.ClassPen().colour, (Colour{254, 127, 0}));
+  EXPECT_EQ(c.ClassColour(), (Colour{254, 127, 0}));
 }
 
 }  // namespace

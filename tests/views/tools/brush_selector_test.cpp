@@ -12,7 +12,7 @@ class BrushSelectorTest : public ToolTest {
  protected:
   BrushSelectorTest() {
     tools.Use(tools.brushSelector);
-    map.selection = {&cube};
+    map.selection.Set({&cube});
   }
 
   // With the cursor in the middle of a handle, 4 pixels outside the box.
@@ -63,7 +63,7 @@ TEST_F(BrushSelectorTest, ADragOfTheBoxMovesScalesTurnsAndSkewsAndUndoGivesItBac
       {SKEW, {1, 0}, {0, 128}, "Skewing: ", {{0, 0, 0}, {64, 192, 32}}},
   };
   for (const Case& c : cases) {
-    map.selection = {&cube};
+    map.selection.Set({&cube});
     tools.brushSelector.SetMode(map, c.mode);
     const Pixel press = Handle(c.handle.x, c.handle.y), to = At(c.to.x, c.to.y);
     view.OnMouseDown(press, BUTTON_LEFT, false, false);

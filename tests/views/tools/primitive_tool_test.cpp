@@ -24,8 +24,8 @@ TEST_F(PrimitiveToolTest, TheBoxIsDrawnOnTheGridAndAsDeepAsTheLastSelection) {
   };
   host.sides = 4;
   for (const Case& c : cases) {
-    map.selection.clear();
-    if (c.selected) map.selection = {c.selected};
+    map.selection.Clear();
+    if (c.selected) map.selection.Set({c.selected});
     tools.CreatePrimitive(c.kind);
     Drag(c.from.x, c.from.y, c.to.x, c.to.y);
     EXPECT_EQ(tools.Current(), &tools.brushSelector);
@@ -42,7 +42,7 @@ TEST_F(PrimitiveToolTest, ABoxWithoutExtentARefusedQuestionAndTheRightButtonMake
   host.sides.reset();
   tools.CreatePrimitive(PrimitiveKind::Sphere);
   EXPECT_EQ(tools.Current(), &tools.entitySelector);
-  map.currentLayer->SetKey("XMPstate", "1");
+  map.currentLayer()->SetKey("XMPstate", "1");
   const std::string before = Text();
   tools.CreatePrimitive(PrimitiveKind::Cuboid);
   Drag(0, 0, 128, 4);

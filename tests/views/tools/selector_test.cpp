@@ -20,6 +20,7 @@ class SelectorTest : public ToolTest {
 TEST_F(SelectorTest, AClickSelectsAndCtrlAddsAndNeitherChangesWhatIsSelected) {
   entity& left = small.AddCuboid({-256, 0, 0}, {-128, 64, 64});
   entity& right = small.AddCuboid({128, 0, 0}, {256, 64, 64});
+  told.changes.clear();
   Click(-200, 32);
   EXPECT_EQ(Selected(), (Objects{&left}));
   Click(200, 32);
@@ -32,12 +33,12 @@ TEST_F(SelectorTest, AClickSelectsAndCtrlAddsAndNeitherChangesWhatIsSelected) {
     Click(-200, 32);
     EXPECT_EQ(Selected(), (Objects{&right, &left}));
   }
-  EXPECT_EQ(host.selections, 3);
+  EXPECT_EQ(told.changes.size(), 3u);
 }
 
 TEST_F(SelectorTest, EmptySpaceStartsARectangleAndWithCtrlADragOfTheSelection) {
   entity& light = AddLight("0 0 0");
-  map.selection = {&light};
+  map.selection.Set({&light});
   Press(200, 200);
   EXPECT_TRUE(map.selection.empty());
   EXPECT_EQ(tools.Current()->Name(), "Rectangle Selector");
@@ -61,7 +62,7 @@ TEST_F(SelectorTest, EmptySpaceStartsARectangleAndWithCtrlADragOfTheSelection) {
 TEST_F(SelectorTest, ADragMovesByTheGridAndIsOneStepToUndo) {
   entity& light = AddLight("5 7 9");
   entity& cube = small.AddCuboid({128, 0, 0}, {192, 64, 64});
-  map.selection = {&light, &cube};
+  map.selection.Set({&light, &cube});
   const std::string before = Text();
   struct Case {
     bool snap, shift;
@@ -72,15 +73,15 @@ TEST_F(SelectorTest, ADragMovesByTheGridAndIsOneStepToUndo) {
                         {true, false, {69, -57, 9}, "Translating: (64, -64)"},
                         {true, true, {64, -64, 9}, "Translating: (59, -71)"}};
   for (const Case& c : cases) {
-    map.optionBits = c.snap ? MAP_GRID | MAP_SNAP : MAP_GRID;
+    map.SetOptionBits(c.snap ? MAP_GRID | MAP_SNAP : MAP_GRID);
     host.keys.shift = c.shift;
-    const int changes = host.changes;
+    told.changes.clear();
     Drag(8, 8, 80, -60);
     EXPECT_EQ(Status(), c.status);
     EXPECT_EQ(light.Origin(), c.origin);
     EXPECT_EQ(cube.GetBounds().mins, Vec3(128, 0, 0) + c.origin - Vec3(5, 7, 9));
-    EXPECT_EQ(host.changes, changes + 1);
-    EXPECT_TRUE(map.modified);
+    EXPECT_EQ(told.changes.size(), 1u);
+    EXPECT_TRUE(map.modified());
     map.undo.Undo();
     EXPECT_EQ(Text(), before);
   }
@@ -115,7 +116,7 @@ TEST_F(SelectorTest, TheRightButtonPicksOpensThePopupAndEditsWhenTheMenuLeavesIt
   rightClick(0);
   EXPECT_EQ(host.edited, (Objects{&light}));
 
-  map.selection = {&light, &other};
+  map.selection.Set({&light, &other});
   rightClick(0);
   EXPECT_EQ(small.sink.OnlyText(), "Cannot edit multiple entities. Group then edit?");
   EXPECT_EQ(small.sink.messages[0].title, "Ferrowand asks");
@@ -128,7 +129,7 @@ TEST_F(SelectorTest, TheRightButtonPicksOpensThePopupAndEditsWhenTheMenuLeavesIt
   EXPECT_EQ(small.sink.OnlyText(), "Cannot group with this tool");
   EXPECT_EQ(small.sink.messages[0].title, "Cannot continue");
 
-  map.selection = {&light};
+  map.selection.Set({&light});
   tools.Use(tools.brushSelector);
   rightClick(-200);
   EXPECT_TRUE(map.selection.empty());
@@ -193,7 +194,7 @@ TEST_F(SelectorTest, SelectMultipleEntitiesAddsAndTakesAway) {
 
 TEST_F(SelectorTest, ThePopupsClassBecomesTheSelectionsClass) {
   entity& cube = small.AddCuboid({0, 0, 0}, {64, 64, 64});
-  map.selection = {&cube};
+  map.selection.Set({&cube});
   const auto& classes = map.classSet->Classes();
   const auto embed = std::ranges::find_if(
       classes, [](const auto& entityClass) { return entityClass->classname == "embed"; });

@@ -3,8 +3,8 @@
 
 #include <functional>
 
-#include "operations/arrange.h"
 #include "operations/primitives.h"
+#include "operations/transform_selection.h"
 #include "views/tools/tool_fixture.h"
 
 namespace ferrowand {
@@ -23,7 +23,7 @@ class ToolBaseTest : public ToolTest {
   ToolBaseTest() {
     AddPrimitive(map, {.kind = PrimitiveKind::Cuboid, .box = {{0, 0, 0}, {64, 64, 64}}}, "wall");
     MoveSelection(map, {0, 0, 64}, {});
-    selection = map.selection;
+    selection = map.selection.Objects();
   }
 
   entity& Cube() { return *selection.front(); }
@@ -42,7 +42,7 @@ class ToolBaseTest : public ToolTest {
             {"draw a box", &tools.primitiveTool, empty}};
   }
   void Begin(const Grip& grip, MapView& in) {
-    map.selection = selection;
+    map.selection.Set(selection);
     tools.Use(*grip.tool);
     tools.brushSelector.SetMode(map, grip.mode);
     in.OnMouseDown(grip.at, BUTTON_LEFT, false, false);
@@ -108,7 +108,7 @@ TEST_F(ToolBaseTest, WhateverComesInTheMiddleOfADragEndsItWithoutEffect) {
       small.sink.messages.clear();
       AddPrimitive(map, {.kind = PrimitiveKind::Cuboid, .box = {{0, 0, 0}, {64, 64, 64}}}, "wall");
       MoveSelection(map, {0, 0, 64}, {});
-      selection = map.selection;
+      selection = map.selection.Objects();
     }
   }
 }
@@ -139,7 +139,7 @@ TEST_F(ToolBaseTest, WhatADragShowsLeavesNoTraceHoweverThePictureIsRepainted) {
 }
 
 TEST_F(ToolBaseTest, AnAxisThatTheViewDoesNotEditStaysInEveryKindOfDrag) {
-  map.optionBits = MAP_GRID;
+  map.SetOptionBits(MAP_GRID);
   std::vector<Grip> grips = Grips();
   grips.resize(7);  // those that change the cube
   const Bounds before = Cube().GetBounds();
@@ -190,12 +190,12 @@ TEST_F(ToolBaseTest, CtrlAtTheReleaseCopiesWhatWouldBeMoved) {
 }
 
 TEST_F(ToolBaseTest, TexturesGoWithWhatIsDraggedWhileTheyAreLocked) {
-  map.optionBits = MAP_GRID;
+  map.SetOptionBits(MAP_GRID);
   std::vector<Grip> grips = Grips();
   grips.resize(5);  // those that move the faces as they are
   const auto settings = [&] {
     std::vector<float> all;
-    for (const Face& f : map.selection.at(0)->brush.Faces()) {
+    for (const Face& f : map.selection.front()->brush.Faces()) {
       all.insert(all.end(), {f.xoff, f.yoff, f.rotation, f.xscale, f.yscale});
     }
     return all;
@@ -211,7 +211,7 @@ TEST_F(ToolBaseTest, TexturesGoWithWhatIsDraggedWhileTheyAreLocked) {
         End(grip, {33, -18});
         EXPECT_EQ(settings() == before, !lock) << grip.name;
         map.undo.Undo();
-        map.selection = selection;
+        map.selection.Set(selection);
       }
     }
   }

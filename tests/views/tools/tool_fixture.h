@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "base/text_writer.h"
+#include "support/change_recorder.h"
 #include "support/fake_view_host.h"
 #include "support/small_map.h"
 #include "support/software_canvas.h"
@@ -34,7 +35,7 @@ class FakeToolHost : public ToolHost {
   bool popupTakesRelease = false;
   std::vector<entity*> edited;
   std::optional<int> sides = 8;
-  int changes = 0, selections = 0, toolChanges = 0;
+  int toolChanges = 0;
 
   HeldKeys Keys() const override { return keys; }
   void Capture(MapView&, bool on) override { captured = on; }
@@ -54,8 +55,6 @@ class FakeToolHost : public ToolHost {
   void EditProperties(entity& e) override { edited.push_back(&e); }
   std::optional<int> AskSides(PrimitiveKind) override { return sides; }
   std::string CurrentTexture(Map&) override { return "wall"; }
-  void MapChanged(Map&) override { ++changes; }
-  void SelectionChanged(Map&) override { ++selections; }
   void ToolChanged() override { ++toolChanges; }
   void Refuse(MapView& view, const std::string& why) override { view.SetStatus(why); }
   Reporter& Report() override { return reporter_; }
@@ -99,7 +98,7 @@ class ToolTest : public testing::Test {
     map.WriteExtended(out);
     return out.Text();
   }
-  std::vector<entity*> Selected() const { return map.selection; }
+  std::vector<entity*> Selected() const { return map.selection.Objects(); }
   std::vector<Colour> FreshPaint() {
     SoftwareCanvas canvas(window.area);
     view.Paint(canvas, {0, 0, window.area.width, window.area.height});
@@ -108,6 +107,7 @@ class ToolTest : public testing::Test {
 
   SmallMap small;
   Map& map = small.map;
+  ChangeRecorder told{map};
   Options options;
   ViewList list;
   FakeToolHost host{small.reporter};

@@ -13,8 +13,8 @@ namespace {
 class ReshapeTest : public ToolTest {
  protected:
   ReshapeTest() {
-    map.optionBits = MAP_GRID;
-    map.selection = {&cube};
+    map.SetOptionBits(MAP_GRID);
+    map.selection.Set({&cube});
   }
 
   entity& cube = small.AddCuboid({0, 0, 0}, {64, 64, 64});
@@ -78,9 +78,9 @@ TEST_F(ReshapeTest, CornersAndFacesAreDraggedWithAllThatLiesThere) {
   view.gridu = view.gridv = 7;
   for (const Case& c : cases) {
     tools.Use(c.tool);
-    map.selection = {&cube};
-    if (c.both) map.selection.push_back(&neighbour);
-    map.optionBits = c.snap ? MAP_GRID | MAP_SNAP : MAP_GRID;
+    map.selection.Set({&cube});
+    if (c.both) map.selection.Add(neighbour);
+    map.SetOptionBits(c.snap ? MAP_GRID | MAP_SNAP : MAP_GRID);
     Drag(c.from.x, c.from.y, c.to.x, c.to.y);
     EXPECT_EQ(Status(), Format("Translating: (%i, %i)", c.by.x, c.by.y));
     EXPECT_EQ(cube.GetBounds(), (Bounds{{0, 0, 0}, c.high})) << &c - cases;
@@ -179,7 +179,7 @@ TEST_F(ReshapeTest, AClickBesideTheHandlesPicksAnotherBrush) {
   entity& other = small.AddCuboid({-200, 0, 0}, {-100, 64, 64});
   for (Tool* tool : {static_cast<Tool*>(&tools.brushTool), static_cast<Tool*>(&tools.vertexTool)}) {
     tools.Use(*tool);
-    map.selection = {&cube};
+    map.selection.Set({&cube});
     Click(-150, 20);
     EXPECT_EQ(Selected(), (std::vector<entity*>{&other})) << tool->Name();
   }

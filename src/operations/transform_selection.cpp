@@ -1,0 +1,157 @@
+#include "operations/transform_selection.h"
+
+#include <array>
+#include <cmath>
+#include <cstdint>
+#include <numbers>
+
+#include "document/edit_step.h"
+#include "document/map.h"
+#include "document/picking.h"
+#include "operations/new_entity.h"
+#include "operations/transformation.h"
+
+namespace ferrowand {
+namespace {
+
+EditResult ApplyToSelection(Map& map, const Transformation& transformation,
+                            const TransformOptions& options) {
+  if (!transformation.KeepsVolume()) return EditResult::Flattens;
+  const std::vector<entity*> roots = SelectedRoots(map);
+  if (roots.empty()) return EditResult::NothingSelected;
+  if (transformation.IsNone()) return EditResult::Done;
+  EditStep step(map);
+  for (entity* root : roots) {
+    step.Change(*root);
+    const EditResult result = TransformObject(*root, transformation, options.textureLock);
+    if (result == EditResult::Done) continue;
+    step.Cancel();
+    return result;
+  }
+  return EditResult::Done;
+}
+
+DVec3 MiddleOfSelection(const Map& map) {
+  const Bounds bounds = SelectionBounds(map);
+  return bounds.IsEmpty() ? DVec3() : (DVec3(bounds.mins) + DVec3(bounds.maxs)) * 0.5;
+}
+
+// Whole right angles are exact.
+std::array<double, 2> CosSin(double degrees) {
+  const double rest = std::fmod(degrees, 360);
+  if (rest == std::floor(rest)) {
+    const int whole = static_cast<int>(rest);
+    return {CosDegrees(whole), SinDegrees(whole)};
+  }
+  const double radians = rest * (std::numbers::pi / 180);
+  return {std::cos(radians), std::sin(radians)};
+}
+
+int CountObjects(const entity& e) {
+  int count = 1;
+  for (const EntityPtr& child : e.getEntityList()) count += CountObjects(*child);
+  return count;
+}
+
+}  // namespace
+
+EditResult MoveSelection(Map& map, const Vec3& by, const TransformOptions& options) {
+  Vec3 limited = by;
+  for (int axis = 0; axis < 3; ++axis) {
+    if (!(options.axes >> axis & 1)) limited[axis] = 0;
+  }
+  return ApplyToSelection(map, Transformation(limited), options);
+}
+
+EditResult TransformSelection(Map& map, const Matrix& matrix, const DVec3& centre,
+                              const TransformOptions& options) {
+  return ApplyToSelection(map, Transformation(matrix, centre), options);
+}
+
+EditResult ScaleSelection(Map& map, const DVec3& factors, const DVec3& centre,
+                          const TransformOptions& options) {
+  Matrix matrix = Matrix::Diagonal(1, 1, 1);
+  for (unsigned axis = 0; axis < 3; ++axis) {
+    if (options.axes >> axis & 1) {
+      matrix.At(axis, axis) = static_cast<float>(factors[static_cast<int>(axis)]);
+    }
+  }
+  return ApplyToSelection(map, Transformation(matrix, centre), options);
+}
+
+EditResult FlipSelection(Map& map, int axis, const TransformOptions& options) {
+  Matrix matrix = Matrix::Diagonal(1, 1, 1);
+  const auto at = static_cast<unsigned>(axis);
+  matrix.At(at, at) = -1;
+  return ApplyToSelection(map, Transformation(matrix, MiddleOfSelection(map)), options);
+}
+
+EditResult RotateSelection(Map& map, int axisu, int axisv, double degrees, const DVec3& centre,
+                           const TransformOptions& options) {
+  return ApplyToSelection(map, Transformation(TurnMatrix(axisu, axisv, degrees), centre), options);
+}
+
+EditResult SkewSelection(Map& map, int along, int across, bool highEdge, double amount,
+                         const TransformOptions& options) {
+  const Bounds bounds = SelectionBounds(map);
+  const double extent = double{bounds.maxs[across]} - bounds.mins[across];
+  if (bounds.IsEmpty() || extent <= 0) return EditResult::NothingSelected;
+  Matrix matrix = Matrix::Diagonal(1, 1, 1);
+  matrix.At(static_cast<unsigned>(across), static_cast<unsigned>(along)) =
+      static_cast<float>(highEdge ? amount / extent : -amount / extent);
+  const DVec3 fixed(highEdge ? bounds.mins : bounds.maxs);
+  return ApplyToSelection(map, Transformation(matrix, fixed), options);
+}
+
+Matrix TurnMatrix(const DVec3& degrees) {
+  return TurnMatrix(0, 1, degrees.z) * (TurnMatrix(2, 0, degrees.y) * TurnMatrix(1, 2, degrees.x));
+}
+
+Matrix TurnMatrix(int axisu, int axisv, double degrees) {
+  const auto [c, s] = CosSin(degrees);
+  const auto u = static_cast<unsigned>(axisu);
+  const auto v = static_cast<unsigned>(axisv);
+  Matrix matrix = Matrix::Diagonal(1, 1, 1);
+  matrix.At(u, u) = matrix.At(v, v) = static_cast<float>(c);
+  matrix.At(v, u) = static_cast<float>(-s);
+  matrix.At(u, v) = static_cast<float>(s);
+  return matrix;
+}
+
+EditResult DuplicateSelection(Map& map, const Vec3& offset, const TransformOptions& options) {
+  return DuplicateSelection(map, MultiDuplicate{1, offset, {}}, options);
+}
+
+EditResult DuplicateSelection(Map& map, const MultiDuplicate& how,
+                              const TransformOptions& options) {
+  const std::vector<entity*> roots = SelectedRoots(map);
+  if (roots.empty()) return EditResult::NothingSelected;
+  std::int64_t objects = 0;
+  for (const entity* root : roots) objects += CountObjects(*root);
+  if (how.count * objects > MAXCOPIES) return EditResult::TooMany;
+
+  if (map.leadingGroup() && !MayAddTo(*map.leadingGroup())) return EditResult::Declined;
+
+  const DVec3 middle = MiddleOfSelection(map);
+  std::vector<entity*> copies;
+  EditStep step(map);
+  for (int i = 1; i <= how.count; ++i) {
+    const Transformation turn(TurnMatrix(how.turn * i), middle);
+    const Transformation move(how.offset * static_cast<float>(i));
+    for (entity* root : roots) {
+      EntityPtr copy = root->Copy();
+      EditResult result = TransformObject(*copy, turn, options.textureLock);
+      if (result == EditResult::Done) result = TransformObject(*copy, move, options.textureLock);
+      if (result != EditResult::Done) {
+        step.Cancel();
+        return result;
+      }
+      entity& parent = map.leadingGroup() ? *map.leadingGroup() : *root->Parent();
+      copies.push_back(&step.Add(std::move(copy), parent));
+    }
+  }
+  if (!copies.empty()) Select(map, copies, false);
+  return EditResult::Done;
+}
+
+}  // namespace ferrowand

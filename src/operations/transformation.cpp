@@ -1,0 +1,116 @@
+#include "operations/transformation.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "document/classes/class_set.h"
+#include "document/classes/special_classes.h"
+#include "document/entity.h"
+#include "document/transform.h"
+#include "geometry/tolerance.h"
+#include "operations/brush_check.h"
+#include "operations/texture_lock.h"
+#include "operations/transform_keys.h"
+
+namespace ferrowand {
+namespace {
+
+DVec3 Row(const Matrix& matrix, unsigned y) {
+  return DVec3(matrix.At(0, y), matrix.At(1, y), matrix.At(2, y));
+}
+
+Bounds BoundsAlone(const entity& e) {
+  Bounds bounds = e.brush.Box();
+  if (e.HasOrigin()) bounds.Add(e.Origin());
+  return bounds;
+}
+
+// What each object of a tree was fit for, root first.
+struct Fitness {
+  bool inside;
+  bool sound;
+};
+
+// Whole steps along the axes change no shape.
+bool ShapeMayChange(const Transformation& transformation) {
+  if (!transformation.IsMove()) return true;
+  for (int axis = 0; axis < 3; ++axis) {
+    if (transformation.By()[axis] != std::round(transformation.By()[axis])) return true;
+  }
+  return false;
+}
+
+std::vector<Fitness> FitnessOf(const entity& tree, bool checkShape) {
+  std::vector<Fitness> all;
+  Reporter& reporter = tree.getClass()->Set().Library().Report();
+  ForEachEntity(tree, [&](const entity& e) {
+    const Bounds bounds = BoundsAlone(e);
+    all.push_back({bounds.IsEmpty() || IsInsideWorld(bounds),
+                   !checkShape || SurvivesSaving(e.brush, reporter)});
+  });
+  return all;
+}
+
+EditResult Compare(const std::vector<Fitness>& before, const std::vector<Fitness>& after) {
+  for (std::size_t i = 0; i < before.size(); ++i) {
+    if (before[i].inside && !after[i].inside) return EditResult::OutsideWorld;
+    if (before[i].sound && !after[i].sound) return EditResult::BreaksBrush;
+  }
+  return EditResult::Done;
+}
+
+void TransformUnchecked(entity& e, const Transformation& transformation, bool textureLock) {
+  if (transformation.IsMove()) {
+    TranslateEntity(e, transformation.By());
+    if (textureLock) ShiftTextures(e, DVec3(transformation.By()));
+    return;
+  }
+  if (textureLock) {
+    const TextureLock lock(e);
+    TransformEntity(e, transformation.Linear(), transformation.Centre());
+    lock.Apply(e, [&](const DVec3& p) { return transformation.Apply(p); });
+  } else {
+    TransformEntity(e, transformation.Linear(), transformation.Centre());
+  }
+  TransformKeys(e, transformation);
+}
+
+}  // namespace
+
+Transformation::Transformation(const Matrix& matrix, const DVec3& centre)
+    : matrix_(matrix), centre_(centre) {
+  isMove_ = true;
+  for (unsigned y = 0; y < 3; ++y) {
+    for (unsigned x = 0; x < 3; ++x) isMove_ &= matrix.At(x, y) == (x == y ? 1.0f : 0.0f);
+  }
+}
+
+bool Transformation::KeepsVolume() const {
+  const double volume = Dot(Row(matrix_, 0), Cross(Row(matrix_, 1), Row(matrix_, 2)));
+  return std::isfinite(volume) && volume != 0 && std::isfinite(centre_.x + centre_.y + centre_.z) &&
+         std::isfinite(by_.x + by_.y + by_.z);
+}
+
+bool Transformation::KeepsShape() const {
+  const double length = Dot(Row(matrix_, 0), Row(matrix_, 0));
+  for (unsigned y = 0; y < 3; ++y) {
+    const DVec3 row = Row(matrix_, y);
+    if (std::fabs(Dot(row, row) - length) > SHAPE_SLACK * length) return false;
+    if (std::fabs(Dot(row, Row(matrix_, (y + 1) % 3))) > SHAPE_SLACK * length) return false;
+  }
+  return true;
+}
+
+DVec3 Transformation::Apply(const DVec3& p) const {
+  return isMove_ ? p + DVec3(by_) : Transform(p, matrix_, centre_);
+}
+
+EditResult TransformObject(entity& e, const Transformation& transformation, bool textureLock) {
+  if (transformation.IsNone()) return EditResult::Done;
+  const bool checkShape = ShapeMayChange(transformation);
+  const std::vector<Fitness> before = FitnessOf(e, checkShape);
+  TransformUnchecked(e, transformation, textureLock);
+  return Compare(before, FitnessOf(e, checkShape));
+}
+
+}  // namespace ferrowand

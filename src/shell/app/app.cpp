@@ -1,0 +1,117 @@
+// The life of the program: its start, step by step, the message loop, its end.
+#include "shell/app/app.h"
+
+#include <commctrl.h>
+
+#include "platform/settings_store.h"
+#include "platform/system.h"
+#include "shell/app/app_parts.h"
+#include "shell/dialogs/dialogs.h"
+#include "shell/system/shortcut.h"
+
+namespace ferrowand {
+
+App::App(HINSTANCE instance, const Seams& seams)
+    : instance_(instance), seams_(seams), parts_(std::make_unique<AppParts>(instance, seams)) {}
+
+App::~App() {
+  Shutdown();
+}
+
+bool App::Start(const std::string& commandLine) {
+  InitCommonControls();
+  if (!parts_->classes.Register()) return false;
+  LoadOptions();
+  parts_->documents.ShowByOptions();
+  BuildSearchPath();
+  LoadPalette();
+  if (!parts_->frame.Create(parts_->classes.MdiClient())) return false;
+  started_ = true;
+  const HWND frame = parts_->frame.Handle();
+  seams_.dialogs.SetOwner(frame);
+  parts_->progress.SetOwner(frame);
+  LoadGameData();
+  ShowWindow(frame, SW_SHOWMAXIMIZED);
+  if (!commandLine.empty()) parts_->documents.Open(PathOfCommandLine(commandLine));
+  if (parts_->options.showTips) parts_->tips.Show(instance_, frame);
+  return true;
+}
+
+void App::LoadOptions() {
+  Reporter& reporter = parts_->reporter;
+  if (parts_->options.Load(seams_.settings, reporter)) return;
+  RunFirstTimeSetup(seams_.settings, reporter, seams_.directory, [&reporter] {
+    if (!MakeStartMenuShortcut()) {
+      reporter.Show("Error", "The shortcut could not be created.", Buttons::Ok, Icon::Warning);
+    }
+  });
+}
+
+void App::BuildSearchPath() {
+  SearchPath& path = parts_->data.searchPath;
+  path.Add("");
+  path.Add(parts_->options.quakeDirectory);
+  path.Add(seams_.directory);
+  if (const auto folder = FindOnSystemPath("quake.pal")) path.Add(*folder);
+}
+
+void App::LoadPalette() {
+  const Options& options = parts_->options;
+  GameData& data = parts_->data;
+  data.palette.Load(data.searchPath, {options.gammaRed, options.gammaGreen, options.gammaBlue},
+                    data.reporter);
+}
+
+void App::LoadGameData() {
+  const Options& options = parts_->options;
+  GameData& data = parts_->data;
+  data.wads.SetLimits({options.textureCache, options.maxTextureSize});
+  data.wads.LoadDefault(options.defaultWad);
+  data.classes.LoadDefault(options.defaultQc);
+  parts_->boundEntities.Load(seams_.settings, data.classes.Default(), data.reporter);
+}
+
+int App::Run() {
+  MSG message{};
+  while (true) {
+    if (!PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE)) parts_->frame.RefreshToolbar();
+    if (GetMessageA(&message, nullptr, 0, 0) <= 0) break;
+    Dispatch(message);
+  }
+  Shutdown();
+  return static_cast<int>(message.wParam);
+}
+
+bool App::Pump() {
+  MSG message;
+  while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+    if (message.message == WM_QUIT) return false;
+    Dispatch(message);
+  }
+  parts_->frame.RefreshToolbar();
+  return true;
+}
+
+void App::Dispatch(MSG& message) {
+  if (TranslateMDISysAccel(parts_->frame.Client(), &message)) return;
+  const HWND tips = parts_->tips.Handle();
+  if (tips && IsDialogMessageA(tips, &message)) return;
+  ChildWindow* active = parts_->windows.ActiveWindow();
+  if (active && active->TakesMessage(message)) return;
+  if (parts_->accelerators.Translate(message)) return;
+  TranslateMessage(&message);
+  DispatchMessageA(&message);
+}
+
+void App::Shutdown() {
+  if (!started_) return;
+  started_ = false;
+  parts_->tips.Close();
+  parts_->frame.Destroy();
+  parts_->documents.Clear();
+  if (parts_->options.Save(seams_.settings, parts_->reporter)) {
+    parts_->boundEntities.Save(seams_.settings, parts_->reporter);
+  }
+}
+
+}  // namespace ferrowand

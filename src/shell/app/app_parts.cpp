@@ -1,0 +1,39 @@
+#include "shell/app/app_parts.h"
+
+#include "shell/app/app.h"
+#include "shell/commands/command_groups.h"
+
+namespace ferrowand {
+
+AppParts::AppParts(HINSTANCE instance, const Seams& seams)
+    : reporter(seams.sink),
+      progress(instance),
+      data(reporter, progress),
+      classes(instance),
+      objects(options),
+      popups(instance),
+      commands({options, progress, boundEntities, windows, tools, frame, seams.dialogs}),
+      frame(instance, options, reporter, progress, commands, documents),
+      windows(frame, documents, reporter),
+      toolHost({windows, tools, commands, reporter, seams.dialogs, popups, objects}),
+      tools(toolHost, windows.Views(), options),
+      maker(windows, {options, reporter, commands, tools, toolHost, objects, backBuffer},
+            {options, reporter, seams.dialogs, popups, commands}),
+      documents(data, options, seams.dialogs, maker),
+      accelerators(instance, commands, frame),
+      tips(options, objects) {
+  AddCommands(seams);
+}
+
+void AppParts::AddCommands(const Seams& seams) {
+  Dialogs& dialogs = seams.dialogs;
+  commands.Add(MakeFileCommands({documents, windows, frame, dialogs, reporter, options}));
+  commands.Add(MakeEditCommands({windows, tools, frame, dialogs, seams.clipboard, reporter}));
+  commands.Add(MakeModeCommands({tools, windows, frame, commands, dialogs, reporter, options}));
+  commands.Add(MakeOperateCommands({windows, tools, dialogs, reporter}));
+  commands.Add(MakeInsertCommands({windows, maker, commands, dialogs, reporter, options}));
+  commands.Add(MakeViewCommands({documents, windows, commands, popups, reporter, options}));
+  commands.Add(MakeWindowCommands({windows, maker, frame, commands, popups, options}));
+}
+
+}  // namespace ferrowand

@@ -1,0 +1,104 @@
+// The groups of commands, each with what it works with. All of that outlives the group.
+#pragma once
+
+#include <memory>
+
+#include "operations/edit_result.h"
+#include "shell/commands/command_group.h"
+
+namespace ferrowand {
+
+class ChildWindows;
+class Clipboard;
+class Commands;
+class Dialogs;
+class Documents;
+class Frame;
+class Map;
+class PopupMenus;
+class Reporter;
+class ToolSet;
+class WindowMaker;
+
+// The File menu and Help.
+struct FileContext {
+  Documents& documents;
+  ChildWindows& windows;
+  Frame& frame;
+  Dialogs& dialogs;
+  Reporter& reporter;
+  const Options& options;
+};
+std::unique_ptr<CommandGroup> MakeFileCommands(const FileContext& context);
+
+// The Edit menu.
+struct EditContext {
+  ChildWindows& windows;
+  const ToolSet& tools;
+  Frame& frame;
+  Dialogs& dialogs;
+  Clipboard& clipboard;
+  Reporter& reporter;
+};
+std::unique_ptr<CommandGroup> MakeEditCommands(const EditContext& context);
+
+// The Modes menu, what bears on drags, and the tools that make primitives.
+struct ModeContext {
+  ToolSet& tools;
+  ChildWindows& windows;
+  Frame& frame;
+  Commands& commands;
+  Dialogs& dialogs;
+  Reporter& reporter;
+  Options& options;
+};
+std::unique_ptr<CommandGroup> MakeModeCommands(const ModeContext& context);
+
+// The Operate menu, and the flip that only keys give.
+struct OperateContext {
+  ChildWindows& windows;
+  ToolSet& tools;
+  Dialogs& dialogs;
+  Reporter& reporter;
+};
+std::unique_ptr<CommandGroup> MakeOperateCommands(const OperateContext& context);
+
+// What comes into a map as a whole: layers and their list, instances of templates, embedded maps,
+// and groups, which go to files too.
+struct InsertContext {
+  ChildWindows& windows;
+  WindowMaker& maker;
+  Commands& commands;
+  Dialogs& dialogs;
+  Reporter& reporter;
+  Options& options;
+};
+std::unique_ptr<CommandGroup> MakeInsertCommands(const InsertContext& context);
+
+// The View menu.
+struct ViewContext {
+  Documents& documents;
+  ChildWindows& windows;
+  Commands& commands;
+  const PopupMenus& popups;
+  Reporter& reporter;
+  Options& options;
+};
+std::unique_ptr<CommandGroup> MakeViewCommands(const ViewContext& context);
+
+// The Window menu.
+struct WindowContext {
+  ChildWindows& windows;
+  WindowMaker& maker;
+  Frame& frame;
+  Commands& commands;
+  const PopupMenus& popups;
+  Options& options;
+};
+std::unique_ptr<CommandGroup> MakeWindowCommands(const WindowContext& context);
+
+// For several of them: whether something is selected; says the text otherwise.
+bool RequireSelection(const Map& map, Reporter& reporter, const char* title = "Cannot continue",
+                      const char* text = Reason(EditResult::NothingSelected));
+
+}  // namespace ferrowand

@@ -1,0 +1,150 @@
+// The Edit menu.
+#include <algorithm>
+
+#include "base/report.h"
+#include "document/classes/class_set.h"
+#include "document/picking.h"
+#include "operations/clipboard.h"
+#include "operations/groups.h"
+#include "operations/insert.h"
+#include "operations/transform_selection.h"
+#include "shell/commands/command_groups.h"
+#include "shell/dialogs/dialogs.h"
+#include "shell/dialogs/refusal.h"
+#include "shell/dialogs/typed_numbers.h"
+#include "shell/frame/frame.h"
+#include "shell/system/clipboard.h"
+#include "shell/system/handles.h"
+#include "shell/windows/child_windows.h"
+#include "views/tools/tool_set.h"
+
+namespace ferrowand {
+namespace {
+
+template <void (UndoStore::*operation)()>
+void Step(const EditContext& in, unsigned) {
+  (in.windows.ActiveMap()->undo.*operation)();
+}
+
+bool Put(const EditContext& in, const std::string& text) {
+  if (in.clipboard.SetText(in.frame.Handle(), text)) return true;
+  in.reporter.Show("Cannot continue", "Another program keeps the clipboard");
+  return false;
+}
+
+// Cut takes nothing out that has not arrived on the clipboard.
+template <bool cut>
+void Take(const EditContext& in, unsigned) {
+  Map& map = *in.windows.ActiveMap();
+  const std::string text = SelectionText(map);
+  if (text.empty()) {
+    Conclude(map, EditResult::NothingSelected);
+    return;
+  }
+  if (Put(in, text) && cut) Conclude(map, DeleteSelection(map));
+}
+
+void Paste(const EditContext& in, unsigned) {
+  Map& map = *in.windows.ActiveMap();
+  Conclude(map, PasteText(map, in.clipboard.Text(in.frame.Handle())));
+}
+
+void Clear(const EditContext& in, unsigned) {
+  Map& map = *in.windows.ActiveMap();
+  Conclude(map, DeleteSelection(map));
+}
+
+void SelectNothing(const EditContext& in, unsigned) {
+  in.windows.ActiveMap()->selection.Clear();
+}
+
+// To the right and down by one step of the grid, so that the copy is seen.
+void Duplicate(const EditContext& in, unsigned) {
+  Map& map = *in.windows.ActiveMap();
+  Vec3 offset;
+  if (const MapView* view = in.windows.ActiveView()) {
+    offset[view->transform.orienu] = static_cast<float>(1 << view->gridu);
+    offset[view->transform.orienv] = -static_cast<float>(1 << view->gridv);
+  }
+  Conclude(map, DuplicateSelection(map, offset, in.tools.HowToTransform()));
+}
+
+void DuplicateMany(const EditContext& in, unsigned) {
+  Map& map = *in.windows.ActiveMap();
+  if (!RequireSelection(map, in.reporter)) return;
+  const auto accept = [&](const FormValues& typed) {
+    const auto count = WholeNumberOf(in.reporter, typed[0], "The number of copies", 1, MAXCOPIES);
+    if (!count) return false;
+    const auto numbers = NumbersOf(in.reporter, std::span(typed).subspan(1));
+    if (!numbers) return false;
+    MultiDuplicate how{.count = *count, .offset = {}, .turn = {}};
+    for (std::size_t i = 0; i < 3; ++i) {
+      how.offset[static_cast<int>(i)] = static_cast<float>((*numbers)[i]);
+      how.turn[static_cast<int>(i)] = (*numbers)[3 + i];
+    }
+    return Conclude(map, DuplicateSelection(map, how, in.tools.HowToTransform()));
+  };
+  FormRow offset = AxisRow("Offset of each", "0");
+  offset.values.front() = "64";
+  in.dialogs.Ask({"Multi Dupe",
+                  "Each copy is moved and turned against the one before.",
+                  {{"Copies", {"1"}, {}}, offset, AxisRow("Degrees about", "0")},
+                  accept});
+}
+
+// The letter to type stands where the names of a group begin to differ.
+std::string WithMnemonic(const std::string& name, bool inGroup) {
+  const std::size_t bar = inGroup ? name.find('_') : std::string::npos;
+  const std::size_t letter = bar == std::string::npos ? 0 : bar + 1;
+  std::string text;
+  for (std::size_t i = 0; i < name.size(); ++i) {
+    if (i == letter || name[i] == '&') text += '&';
+    text += name[i];
+  }
+  return text;
+}
+
+HMENU MakeClassMenu(const std::vector<ClassMenuItem>& items, bool inGroup) {
+  const HMENU menu = CreatePopupMenu();
+  for (const ClassMenuItem& item : items) {
+    const bool isGroup = !item.items.empty();
+    AppendMenuA(menu, isGroup ? MF_POPUP : MF_STRING,
+                isGroup ? reinterpret_cast<UINT_PTR>(MakeClassMenu(item.items, true)) : item.id,
+                WithMnemonic(item.text, inGroup).c_str());
+  }
+  return menu;
+}
+
+void Insert(const EditContext& in, unsigned) {
+  Map& map = *in.windows.ActiveMap();
+  // Before the menu draws the cursor away.
+  const Vec3 place = in.windows.PlaceForNew(map);
+  const OwnedMenu menu(MakeClassMenu(map.classSet->Menu(), false));
+  // Owned by the view: the frame would take the numbers of classes for commands.
+  const unsigned id = in.dialogs.TrackAtCursor(in.windows.ActiveWindow()->Handle(), menu.get());
+  const EntityClass* chosen = map.classSet->ClassOfMenuId(id);
+  if (!chosen) return;
+  const bool isPoint = chosen->HasSizeBox() && !chosen->isMadeOfBrushes;
+  Conclude(map, isPoint ? InsertEntity(map, *chosen, place) : GroupSelectionAs(map, *chosen));
+}
+
+constexpr CommandHandler<EditContext> HANDLERS[] = {
+    {Command::Undo, Step<&UndoStore::Undo>},
+    {Command::Redo, Step<&UndoStore::Redo>},
+    {Command::Insert, Insert},
+    {Command::Cut, Take<true>},
+    {Command::Copy, Take<false>},
+    {Command::Paste, Paste},
+    {Command::Clear, Clear},
+    {Command::SelectNone, SelectNothing},
+    {Command::Duplicate, Duplicate},
+    {Command::MultiDuplicate, DuplicateMany},
+};
+
+}  // namespace
+
+std::unique_ptr<CommandGroup> MakeEditCommands(const EditContext& context) {
+  return std::make_unique<HandlerGroup<EditContext>>(context, HANDLERS);
+}
+
+}  // namespace ferrowand

@@ -1,0 +1,69 @@
+// A window of the frame's client area: a 2D view, and whatever else shows a map. The object and
+// the system's window are bound at the window's first message and part at its last one, when the
+// list of all of them forgets the object.
+#pragma once
+
+#include "shell/system/win32.h"
+
+#include <string>
+
+#include "platform/canvas.h"
+
+namespace ferrowand {
+
+class ChildWindows;
+class Frame;
+class Map;
+class MapView;
+
+// In the frame's client area, pixels.
+struct ChildPlace {
+  int left = CW_USEDEFAULT;
+  int top = CW_USEDEFAULT;
+  int width = CW_USEDEFAULT;
+  int height = CW_USEDEFAULT;
+};
+
+class ChildWindow {
+ public:
+  virtual ~ChildWindow();
+  ChildWindow(const ChildWindow&) = delete;
+  ChildWindow& operator=(const ChildWindow&) = delete;
+
+  // Null when the system gave none.
+  HWND Handle() const { return window_; }
+  // The map that commands given here act on; null when there is none.
+  virtual Map* GetMap() const { return nullptr; }
+  virtual MapView* View() { return nullptr; }
+  // Whether the map stays open as long as this window does.
+  virtual bool KeepsMapOpen() const { return false; }
+  // To the rectangle of the frame's client area.
+  void MoveTo(const PixelRect& place) const;
+  // While it is the active one, before the accelerators: whether the message was for a dialog in
+  // it.
+  virtual bool TakesMessage(MSG&) { return false; }
+
+  // What the procedures of all these windows do.
+  static LRESULT Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+ protected:
+  // Outlive it.
+  explicit ChildWindow(ChildWindows& windows);
+  // From the constructor of what the window is to be: messages come at once.
+  void Create(const char* windowClass, const char* title, const ChildPlace& place = {},
+              DWORD style = 0, DWORD extendedStyle = 0);
+
+  // What it does not answer itself goes on to DefMDIChildProc.
+  virtual LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) = 0;
+  // Also into the list of the Window menu.
+  void ShowTitle(const std::string& title);
+
+  ChildWindows& windows_;
+  Frame& frame_;
+
+ private:
+  HWND window_ = nullptr;
+  std::string title_;
+};
+
+}  // namespace ferrowand

@@ -1,0 +1,112 @@
+#include "shell/windows/child_windows.h"
+
+#include <algorithm>
+
+#include "base/report.h"
+#include "shell/documents/documents.h"
+#include "shell/frame/frame.h"
+
+namespace ferrowand {
+namespace {
+
+WPARAM ToParameter(const ChildWindow& window) {
+  return reinterpret_cast<WPARAM>(window.Handle());
+}
+
+}  // namespace
+
+ChildWindows::ChildWindows(Frame& frame, Documents& documents, Reporter& reporter)
+    : frame_(frame), documents_(documents), reporter_(reporter) {}
+
+ChildWindow* ChildWindows::Add(std::unique_ptr<ChildWindow> window) {
+  if (!window->Handle()) return nullptr;
+  return windows_.emplace_back(std::move(window)).get();
+}
+
+std::vector<ChildWindow*> ChildWindows::WindowsOf(const Map& map) const {
+  std::vector<ChildWindow*> found;
+  for (const auto& window : windows_) {
+    if (window->GetMap() == &map) found.push_back(window.get());
+  }
+  return found;
+}
+
+void ChildWindows::BringToFront(const ChildWindow& window) {
+  const HWND client = frame_.Client();
+  if (IsIconic(window.Handle())) SendMessageA(client, WM_MDIRESTORE, ToParameter(window), 0);
+  SendMessageA(client, WM_MDIACTIVATE, ToParameter(window), 0);
+}
+
+void ChildWindows::Close(ChildWindow& window) {
+  Map* const map = window.GetMap();
+  const auto keepers = WindowsOf(*map);
+  const auto count = std::ranges::count_if(keepers, &ChildWindow::KeepsMapOpen);
+  if (count >= 2 || !window.KeepsMapOpen()) return Destroy(window);
+  if (map->modified() &&
+      reporter_.Show("Continue?",
+                     "Closing this window will close the map. The map has been modified. Continue?",
+                     Buttons::YesNo, Icon::Question) != Answer::Yes) {
+    return;
+  }
+  documents_.Close(*map);
+}
+
+void ChildWindows::CloseWindowsOf(const Map& map) {
+  for (const ChildWindow* window : WindowsOf(map)) Destroy(*window);
+}
+
+void ChildWindows::Destroy(const ChildWindow& window) {
+  SendMessageA(frame_.Client(), WM_MDIDESTROY, ToParameter(window), 0);
+}
+
+void ChildWindows::Forget(const ChildWindow& window) {
+  std::erase_if(windows_, [&](const auto& open) { return open.get() == &window; });
+}
+
+ChildWindow* ChildWindows::ActiveWindow() const {
+  const auto active = reinterpret_cast<HWND>(SendMessageA(frame_.Client(), WM_MDIGETACTIVE, 0, 0));
+  for (const auto& window : windows_) {
+    if (window->Handle() == active) return window.get();
+  }
+  return nullptr;
+}
+
+Map* ChildWindows::ActiveMap() const {
+  const ChildWindow* window = ActiveWindow();
+  return window ? window->GetMap() : nullptr;
+}
+
+MapView* ChildWindows::ActiveView() const {
+  ChildWindow* window = ActiveWindow();
+  if (!window || !window->GetMap() || window->View()) return window ? window->View() : nullptr;
+  const auto mapViews = views_.ViewsOf(*window->GetMap());
+  return mapViews.empty() ? nullptr : mapViews.front();
+}
+
+Vec3 ChildWindows::PlaceForNew(const Map& map) const {
+  const MapView* view = ActiveView();
+  return (view ? view : views_.ViewsOf(map).front())->PlaceForNew();
+}
+
+void ChildWindows::Arrange(const Map& map, Arrangement arrangement) {
+  // A maximised window is restored first: it covers its sisters and their frames.
+  if (const ChildWindow* active = ActiveWindow(); active && IsZoomed(active->Handle())) {
+    SendMessageA(frame_.Client(), WM_MDIRESTORE, ToParameter(*active), 0);
+  }
+  const PixelSize size = frame_.ClientSize();
+  for (ChildWindow* window : WindowsOf(map)) {
+    if (const MapView* view = window->View()) {
+      window->MoveTo(view->ArrangedPlace(arrangement, size));
+    }
+  }
+}
+
+void ChildWindows::Tile() {
+  SendMessageA(frame_.Client(), WM_MDITILE, MDITILE_VERTICAL, 0);
+}
+
+void ChildWindows::Cascade() {
+  SendMessageA(frame_.Client(), WM_MDICASCADE, 0, 0);
+}
+
+}  // namespace ferrowand

@@ -1,0 +1,63 @@
+// The windows in the frame's client area: which there are, which of them is active and what it
+// shows, how they stand, and what their closing closes.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "shell/windows/child_window.h"
+#include "views/map_view.h"
+
+namespace ferrowand {
+
+class Documents;
+class Frame;
+class Reporter;
+
+class ChildWindows {
+ public:
+  // All outlive it.
+  ChildWindows(Frame& frame, Documents& documents, Reporter& reporter);
+  ChildWindows(const ChildWindows&) = delete;
+  ChildWindows& operator=(const ChildWindows&) = delete;
+
+  Frame& GetFrame() const { return frame_; }
+  ViewList& Views() { return views_; }
+  const ViewList& Views() const { return views_; }
+  // In the order of opening.
+  const std::vector<std::unique_ptr<ChildWindow>>& All() const { return windows_; }
+  std::vector<ChildWindow*> WindowsOf(const Map& map) const;
+
+  // Lives until its window goes. Null, and it is gone, when the system gave it none.
+  ChildWindow* Add(std::unique_ptr<ChildWindow> window);
+  void BringToFront(const ChildWindow& window);
+  // Asks when it is the last one of a modified map, which it closes with it.
+  void Close(ChildWindow& window);
+  // Asks nothing.
+  void CloseWindowsOf(const Map& map);
+  // The window is gone.
+  void Forget(const ChildWindow& window);
+
+  ChildWindow* ActiveWindow() const;
+  Map* ActiveMap() const;
+  // Its view, or the last one that was active of the map it shows in another way.
+  MapView* ActiveView() const;
+  // In the active view, or in the last used one when a window of another kind is active. To be
+  // asked before a menu or a box draws the cursor away.
+  Vec3 PlaceForNew(const Map& map) const;
+
+  void Arrange(const Map& map, Arrangement arrangement);
+  void Tile();
+  void Cascade();
+
+ private:
+  void Destroy(const ChildWindow& window);
+
+  Frame& frame_;
+  Documents& documents_;
+  Reporter& reporter_;
+  ViewList views_;  // outlives the windows, which are in it
+  std::vector<std::unique_ptr<ChildWindow>> windows_;
+};
+
+}  // namespace ferrowand

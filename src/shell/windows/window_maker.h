@@ -1,0 +1,31 @@
+// Makes the windows that show maps. A map that is opened gets its three views.
+#pragma once
+
+#include "shell/documents/documents.h"
+#include "shell/windows/layer_window.h"
+#include "shell/windows/map_window.h"
+
+namespace ferrowand {
+
+class WindowMaker : public DocumentsObserver {
+ public:
+  // The windows and all that the contexts name outlive it.
+  WindowMaker(ChildWindows& windows, const MapWindowContext& ofViews,
+              const LayerWindowContext& ofLayers);
+
+  // Null, after an assertion, when the system gave no window.
+  MapWindow* AddView(Map& map, Orientation orientation);
+  // The one of the map, in front of the others.
+  void ShowLayers(Map& map);
+
+  // Three views, arranged and showing all of it.
+  void OnMapOpened(Map& map) override;
+  void OnMapClosing(Map& map) override;
+
+ private:
+  ChildWindows& windows_;
+  MapWindowContext ofViews_;
+  LayerWindowContext ofLayers_;
+};
+
+}  // namespace ferrowand

@@ -1,0 +1,73 @@
+// The program around the tools: the mouse and the keys as the system tells them, drawing on what a
+// view's window shows, and the popup menu of the selection.
+#pragma once
+
+#include <functional>
+#include <optional>
+
+#include "shell/system/win32.h"
+
+#include "views/tools/tool_host.h"
+
+namespace ferrowand {
+
+class ChildWindows;
+class CommandTarget;
+class Dialogs;
+class GdiObjects;
+class MapWindow;
+class PopupMenus;
+class ToolSet;
+
+// What the host works with. All outlive it.
+struct ToolHostContext {
+  ChildWindows& windows;
+  ToolSet& tools;
+  CommandTarget& commands;
+  Reporter& reporter;
+  Dialogs& dialogs;
+  PopupMenus& popups;
+  GdiObjects& objects;
+};
+
+class WindowToolHost : public ToolHost {
+ public:
+  explicit WindowToolHost(const ToolHostContext& context) : context_(context) {}
+
+  // What the tool wants the mouse to look like.
+  HCURSOR Cursor() const;
+  // Since a view last saw it, in pixels of the screen.
+  bool MouseHasMoved(POINT to);
+  // The system, or another window, has taken the mouse: what is being dragged there ends without
+  // effect.
+  void OnCaptureLost(HWND drawing);
+  // The view's window wants it no more.
+  void ReleaseMouse(HWND drawing);
+  // Of several selected objects: offers to group them.
+  void EditProperties(MapView& view);
+
+  HeldKeys Keys() const override;
+  void Capture(MapView& view, bool on) override;
+  void SetCursor(MapView& view, ToolCursor cursor) override;
+  void DrawNow(MapView& view, const std::function<void(Canvas&)>& draw) override;
+  bool TrackPopup(MapView& view, Pixel at, ToolPopup which) override;
+  // Nothing: there is no such window.
+  void EditProperties(entity&) override {}
+  std::optional<int> AskSides(PrimitiveKind kind) override;
+  std::string CurrentTexture(Map& map) override;
+  void ToolChanged() override;
+  void Refuse(MapView& view, const std::string& why) override;
+  Reporter& Report() override;
+
+ private:
+  // Null for a view that is no window's.
+  MapWindow* WindowOf(const MapView& view) const;
+
+  const ToolHostContext context_;
+  ToolCursor cursor_ = ToolCursor::Arrow;
+  POINT mouse_{};
+  HWND dragging_ = nullptr;  // the drawing area that a tool has captured the mouse for
+  int sides_ = 8;            // of the last round primitive
+};
+
+}  // namespace ferrowand

@@ -1,0 +1,28 @@
+// What of a view must be painted anew after a change of its map: the box of the change, grown by
+// what the view draws beyond the bounds of objects.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string_view>
+
+#include "document/announcement.h"
+#include "platform/pixel.h"
+#include "views/view_transform.h"
+
+namespace ferrowand {
+
+struct PaintRules {
+  const ViewTransform& transform;
+  unsigned flags = 0;  // DRAW_ bits of the view
+  std::function<PixelSize(std::string_view)> measureLabel;
+};
+
+// In pixels of the view. Empty when nothing of the change can be seen; nothing when all of the view
+// is to be painted.
+std::optional<PixelRect> PaintedPart(const MapChange& change, const PaintRules& rules);
+
+// Where the box with its handles and the markers of its entities are seen.
+PixelRect HandledPart(const Bounds& box, const ViewTransform& transform);
+
+}  // namespace ferrowand
