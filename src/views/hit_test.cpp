@@ -115,7 +115,7 @@ class HitWalk {
     if (e.getClass()->Kind() != EntityKind::TemplateInstance) return false;
     const Map* map = e.OwningMap();
     if (!map || !map->Data().shown.templates || IsFarFrom(e.GetBounds())) return false;
-    const EntityPtr expansion = ExpandInstance(e);
+    const entity* expansion = ExpandInstance(e);
     return expansion && HitsTree(*expansion);
   }
   bool HitsTree(const entity& e) const {

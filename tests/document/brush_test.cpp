@@ -12,6 +12,7 @@
 #include "base/text_writer.h"
 #include "gamedata/wad_library.h"
 #include "support/brush_checks.h"
+#include "support/cases.h"
 #include "support/recorder.h"
 #include "support/temp_dir.h"
 
@@ -281,12 +282,8 @@ TEST_F(BrushTest, TextureCoordinatesFollowTheAxesOfTheNearestWall) {
   Texture texture;
   texture.width = 64;
   texture.height = 32;
-  const struct {
-    Vec3 p0, p1, p2;
-    float rotation;
-    Texture* bound;
-    float s, t;  // at the point (8, 16, 24)
-  } cases[] = {
+  // Three points of the plane, the rotation, the texture, and s and t at the point (8, 16, 24).
+  const Cases<Vec3, Vec3, Vec3, float, Texture*, float, float> cases{
       {{0, 0, 24}, {0, 64, 24}, {64, 64, 24}, 0, nullptr, 8 / 2.0f + 3, -16 + 5},    // up
       {{0, 0, 24}, {64, 64, 24}, {0, 64, 24}, 0, nullptr, 8 / 2.0f + 3, -16 + 5},    // down
       {{8, 0, 0}, {8, 0, 64}, {8, 64, 64}, 0, nullptr, 16 / 2.0f + 3, -24 + 5},      // x
@@ -296,18 +293,18 @@ TEST_F(BrushTest, TextureCoordinatesFollowTheAxesOfTheNearestWall) {
       // Of two walls equally near the first of the table is taken, the floor before the wall.
       {{8, 0, 24}, {8, 64, 24}, {72, 64, -40}, 0, nullptr, 8 / 2.0f + 3, -16 + 5},
   };
-  for (const auto& c : cases) {
+  for (const auto& [p0, p1, p2, rotation, bound, across, down] : cases) {
     Face face;
     face.xoff = 3;
     face.yoff = 5;
     face.xscale = 2;  // and a yscale of 0, which counts as 1
-    face.rotation = c.rotation;
-    face.texture = c.bound;
-    face.w = WindingOf({c.p0, c.p1, c.p2, {8, 16, 24}}, reporter);
+    face.rotation = rotation;
+    face.texture = bound;
+    face.w = WindingOf({p0, p1, p2, {8, 16, 24}}, reporter);
     UpdateFromWinding(face);
     EXPECT_EQ(face.yscale, 1);
-    EXPECT_NEAR(face.w->Points()[3].s, c.s, 1e-5);
-    EXPECT_NEAR(face.w->Points()[3].t, c.t, 1e-5);
+    EXPECT_NEAR(face.w->Points()[3].s, across, 1e-5);
+    EXPECT_NEAR(face.w->Points()[3].t, down, 1e-5);
   }
 }
 

@@ -1,6 +1,8 @@
 #include "document/document_fixture.h"
 #include "document/map.h"
+#include "gamedata/wad_builder.h"
 #include "support/cases.h"
+#include "support/document_checks.h"
 
 namespace ferrowand {
 namespace {
@@ -86,6 +88,21 @@ TEST_F(MapReaderTest, WadsAreNamedInOrderAndKeepTheirNamesWhenMissing) {
   EXPECT_EQ(map->wads.Names(), "b.wad;gone/a.wad");
   EXPECT_EQ(recorder.messages.size(), 2u);
   EXPECT_EQ(ReadText("{}")->wads.Names(), data.wads.DefaultName());
+}
+
+TEST_F(MapReaderTest, FacesHaveTheTexturesOfTheFirstWadThatKnowsThemWhereverItIsNamed) {
+  const std::string floors = temp.Write("floors.wad", WadBytes({{"floor", 8, 8, "f"}}));
+  const std::string walls = temp.Write("walls.wad", WadBytes({{"WALL", 8, 8, "w"}}));
+  const std::string more = temp.Write("more.wad", WadBytes({{"wall", 8, 8, "m"}}));
+  const std::string wads = "\"wad\" \"" + floors + ";" + walls + ";" + more + "\"";
+  const std::string faces = Cuboid(0, 0, 0, 8, 8, 8), own = faces.substr(2, faces.size() - 4);
+  for (const std::string& world : {wads + faces, faces + wads, own + wads}) {
+    const auto map = ReadText("{" + world + "}{\"classname\" \"light\"" + faces + "}");
+    EXPECT_TRUE(IsConsistent(*map)) << world;
+    ForEachEntity(*map, [&](const entity& e) {
+      for (const Face& face : e.brush.Faces()) EXPECT_EQ(face.texture->wad->FileName(), walls);
+    });
+  }
 }
 
 TEST_F(MapReaderTest, MergingKeepsWadsAndClassesOfTheDocument) {

@@ -3,6 +3,7 @@
 #include "document/document_fixture.h"
 #include "document/edit_step.h"
 #include "document/map.h"
+#include "support/cases.h"
 
 namespace ferrowand {
 namespace {
@@ -26,25 +27,23 @@ TEST_F(MapWriterTest, BothFormatsAreWrittenByteForByte) {
 }
 
 TEST_F(MapWriterTest, TheNameDecidesTheFormat) {
-  struct Case {
-    const char* name;
-    const char* written;
-    bool quakeMap;
-  };
-  for (const Case& c :
-       {Case{"room", "room.xmp", false}, Case{"room.MAP", "room.MAP", true},
-        Case{"room.bak", "room.bak", false}, Case{"a.b/room", "a.b/room.xmp", false},
-        Case{"roommap", "roommap.xmp", false}, Case{"room.", "room..xmp", false},
-        Case{"two.maps", "two.maps", false}}) {
+  for (const auto& [name, target, quakeMap] :
+       Cases<const char*, const char*, bool>{{"room", "room.xmp", false},
+                                             {"room.MAP", "room.MAP", true},
+                                             {"room.bak", "room.bak", false},
+                                             {"a.b/room", "a.b/room.xmp", false},
+                                             {"roommap", "roommap.xmp", false},
+                                             {"room.", "room..xmp", false},
+                                             {"two.maps", "two.maps", false}}) {
     std::filesystem::create_directories(temp.Path("a.b"));
     Map map(data);
     map.AddObserver(*this);
     EditStep(map).ChangeKeys(map);
-    EXPECT_TRUE(map.Save(temp.Path(c.name), 0, {})) << c.name;
-    EXPECT_EQ(map.filename, temp.Path(c.written));
+    EXPECT_TRUE(map.Save(temp.Path(name), 0, {})) << name;
+    EXPECT_EQ(map.filename, temp.Path(target));
     EXPECT_FALSE(map.modified());
-    EXPECT_EQ(temp.Read(c.written).starts_with("//////////////////////////////\n"), c.quakeMap);
-    EXPECT_EQ(status.back(), c.quakeMap ? "Saved MAP format" : "Saved Extended MAP format");
+    EXPECT_EQ(temp.Read(target).starts_with("//////////////////////////////\n"), quakeMap);
+    EXPECT_EQ(status.back(), quakeMap ? "Saved MAP format" : "Saved Extended MAP format");
   }
 }
 
@@ -90,6 +89,17 @@ TEST_F(MapWriterTest, NoKeyOfTheEditorReachesTheGame) {
   }
   EXPECT_NE(text.find("{\n\t\"classname\" \"light\"\n\t\"axmp\" \"1\"\n}\n"), std::string::npos);
   EXPECT_NE(text.find("\t\"XM\" \"1\"\n"), std::string::npos);
+}
+
+// They stand in comments, which end with their line.
+TEST_F(MapWriterTest, NamesOfSeveralLinesStayComments) {
+  const auto map = ReadText("{" + Cuboid(0, 0, 0, 8, 8, 8) + "}{\"classname\" \"light\"}");
+  for (const EntityPtr& e : map->currentLayer()->getEntityList()) {
+    e->SetKey("XMPentityname", "one\r{\ntwo");
+  }
+  const auto read = ReadText(QuakeText(*map));
+  EXPECT_EQ(read->currentLayer()->getEntityList().size(), 2u);
+  EXPECT_TRUE(recorder.messages.empty());
 }
 
 TEST_F(MapWriterTest, FacesBesideChildrenAreReadBack) {

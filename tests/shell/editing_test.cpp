@@ -157,17 +157,13 @@ TEST_F(EditingTest, TitlesFollowTheMapAndUndoMakesItCleanAgain) {
   Drag({64, 32, 0}, {96, 64, 0});
   Give(Command::Undo);
   EXPECT_FALSE(map->modified());
+  const auto title = [&] { return TextOf(parts->windows.All().front()->Handle()); };
+  SetKeyOf(*map, "message", "Renamed");
+  EXPECT_NE(title().find("Renamed"), std::string::npos);
+  Give(Command::Undo);
+  EXPECT_EQ(title().find("Renamed"), std::string::npos);
   for (int n = 0; n < 3; ++n) {
     SendMessageA(parts->windows.All().front()->Handle(), WM_CLOSE, 0, 0);
-    if (n > 0) continue;
-    EditStep step(*map);
-    step.ChangeKeys(*map);
-    map->SetKey("message", "Renamed");
-    step.Cancel();
-    EXPECT_EQ(TextOf(parts->windows.All().front()->Handle()).find("Renamed"), std::string::npos);
-    SetKeyOf(*map, "message", "Renamed");
-    EXPECT_NE(TextOf(parts->windows.All().front()->Handle()).find("Renamed"), std::string::npos);
-    Give(Command::Undo);
   }
   EXPECT_TRUE(sink.messages.empty()) << "nothing is lost by closing it";
   EXPECT_TRUE(parts->documents.Maps().empty());
@@ -322,9 +318,14 @@ TEST_F(EditingTest, ADragEndsWithoutEffectBeforeAnythingElseIsDone) {
   const std::string empty = Text();
   MakeCuboid({0, 0, 0}, {64, 64, 0});
   const std::string made = Text();
+  // Past the queue: in it some systems put the real mouse, whose button nobody holds.
   const auto pressControlAnd = [&](char key) {
     const HeldKey control(VK_CONTROL);
-    Type(Drawing(), static_cast<WPARAM>(key));
+    MSG message{};
+    message.hwnd = Drawing();
+    message.message = WM_KEYDOWN;
+    message.wParam = static_cast<WPARAM>(key);
+    parts->accelerators.Translate(message);
   };
   struct Row {
     std::function<void()> act;

@@ -65,6 +65,11 @@ testing::AssertionResult IsSolid(const Brush& brush) {
       return testing::AssertionFailure() << "face " << i << ": " << CheckName(code);
     }
     for (const WindingPoint& p : PointsOf(brush.face(i))) bounds.Add(p.Position());
+    for (const Vec3& p : brush.face(i).planepts) {
+      if (std::fabs(brush.face(i).plane.DistanceTo(DVec3(p))) > ON_EPSILON) {
+        return testing::AssertionFailure() << "face " << i << ": plane points beside the plane";
+      }
+    }
   }
   if (!(bounds == brush.Box())) return testing::AssertionFailure() << "the bounds are wrong";
   if (!IsBrushConvex(brush)) return testing::AssertionFailure() << "it is not convex";
