@@ -33,13 +33,15 @@ if [ -n "${DISPLAY:-}" ] && [ -z "${FERROWAND_VIRTUAL_DISPLAY:-}" ]; then
   exec wine "$program" "$(windows_path "$map")"
 fi
 
+# Before anything of Wine runs, which would keep to the display that it met first.
+step "Virtual display" start_display 1280x1000
+
 # Nobody is there to answer the questions of a first start.
 settings='HKLM\Software\ferrowand\0.9'
 for view in /reg:32 /reg:64; do
   wine reg add "$settings" /v "Show Tips" /t REG_DWORD /d 0 /f $view >/dev/null 2>&1
 done
 
-step "Virtual display" start_display 1280x1000
 say "Opening $map"
 rm -f "$picture"
 wine explorer /desktop=ferrowand,1280x1000 "$program" "$(windows_path "$map")" >/dev/null 2>&1 &

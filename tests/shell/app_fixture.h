@@ -186,6 +186,10 @@ class AppTest : public testing::Test {
   void Give(Command command) { Give(Id(command)); }
   // Through the message loop, as from a keyboard.
   void Type(HWND window, WPARAM key) {
+    // The mouse of the machine has no button down: what it tells would end a drag of the test's.
+    MSG told;
+    while (PeekMessageA(&told, nullptr, WM_MOUSEFIRST, WM_MOUSELAST, PM_REMOVE)) {
+    }
     PostMessageA(window, WM_KEYDOWN, key, 0);
     app->Pump();
   }
