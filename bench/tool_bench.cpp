@@ -27,8 +27,6 @@ class BenchHost : public ToolHost {
   void EditProperties(entity&) override {}
   std::optional<int> AskSides(PrimitiveKind) override { return {}; }
   std::string CurrentTexture(Map&) override { return {}; }
-  void MapChanged(Map&) override {}
-  void SelectionChanged(Map&) override {}
   void ToolChanged() override {}
   void Refuse(MapView&, const std::string&) override {}
   Reporter& Report() override { return reporter_; }
