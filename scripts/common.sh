@@ -67,7 +67,7 @@ configure() {
   mkdir -p build
   cmake --preset "$1" -DFERROWAND_WERROR="$2" >"build/$1.log" 2>&1 ||
     { cat "build/$1.log"; return 1; }
-  sed -n 's/^-- \(Warnings of .*\)/\1/p' "build/$1.log"
+  sed -n 's/^-- \(Held against .*\)/\1/p' "build/$1.log"
 }
 
 # is_configured PRESET [ON|OFF]
@@ -75,7 +75,7 @@ is_configured() {
   [ -f "build/$1/build.ninja" ] && grep -q "^FERROWAND_WERROR:BOOL=${2:-}" "build/$1/CMakeCache.txt"
 }
 
-# build PRESET [TARGET...]: a warning stops it, of compilers that the code has met.
+# build PRESET [TARGET...]: for those who work on the program, whom a warning stops.
 build() {
   local preset=$1
   shift
