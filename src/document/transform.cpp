@@ -51,6 +51,7 @@ void TransformFace(Face& face, const Placement& placement) {
 void TransformTree(entity& e, const Placement& placement) {
   for (int i = 0; i < e.brush.getNumFaces(); ++i) TransformFace(e.brush.face(i), placement);
   e.brush.UpdateBounds();
+  e.Touch();
   if (e.HasOrigin()) e.SetOrigin(placement.Apply(e.Origin()));
   for (const EntityPtr& child : e.getEntityList()) TransformTree(*child, placement);
 }
@@ -63,6 +64,7 @@ void TransformEntity(entity& e, const Matrix& matrix, const DVec3& centre) {
 
 void TranslateEntity(entity& e, const Vec3& by) {
   e.brush.Translate(by);
+  e.Touch();
   if (e.HasOrigin()) e.SetOrigin(e.Origin() + by);
   for (const EntityPtr& child : e.getEntityList()) TranslateEntity(*child, by);
 }

@@ -45,7 +45,7 @@ std::vector<EntityPtr> Walls(const Brush& brush, int width, const ClassSet& clas
 }
 
 void CollectBrushes(entity& e, std::vector<entity*>& found) {
-  if (!e.IsVisible() || !e.IsEnabled()) return;
+  if (!IsOpen(e)) return;
   if (e.brush.getNumFaces() > 0) found.push_back(&e);
   for (const EntityPtr& child : e.getEntityList()) CollectBrushes(*child, found);
 }

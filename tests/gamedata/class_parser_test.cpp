@@ -2,7 +2,6 @@
 
 #include "base/text_reader.h"
 #include "gamedata/gamedata_fixture.h"
-#include "support/cases.h"
 
 namespace ferrowand {
 namespace {
@@ -60,10 +59,13 @@ TEST_F(ClassParserTest, ATildeFixesANumber) {
   EXPECT_EQ(door.description, "Text ~3.");
 }
 
-TEST_F(ClassParserTest, CoordinatesAreFloatsThatAreCutAndWrapAtSixteenBits) {
+TEST_F(ClassParserTest, CoordinatesWrapAtSixteenBits) {
   const ClassRecord& big = ParseOne("/*QUAKED a (1 1 1e99) (40000 -70000 0) (1 1 9e99)\r\n*/");
   EXPECT_EQ(BoxOf(big), (std::vector<int>{-25536, -4464, 0, 1, 1, -1}));
   EXPECT_GT(big.blue, 1e38f);
+}
+
+TEST_F(ClassParserTest, CoordinatesAreFloatsBeforeTheyAreCut) {
   EXPECT_EQ(BoxOf(ParseOne("/*QUAKED a (0 0 0) (-15.99999999 0 0) (15.99999999 1.9999 0)\r\n*/")),
             (std::vector<int>{-16, 0, 0, 16, 1, 0}));
 }
@@ -77,23 +79,33 @@ TEST_F(ClassParserTest, FlagNamesRunOnWhereLinesEndInBareLineFeeds) {
   EXPECT_EQ(light.description, std::string(flags.size(), 'x') + "end.");
 }
 
-TEST_F(ClassParserTest, OnlyAStarThatNoStarPrecedesClosesElseTheEndDoes) {
-  for (const auto& [text, description] :
-       Cases<std::string, std::string>{{"x * y **/ z */ tail", "x * y **/ z "},
-                                       {"x ***/", "x **"},
-                                       {"*/", ""},
-                                       {"", ""},
-                                       {"*", "*"},
-                                       {"text", "text"},
-                                       {"text*", "text*"},
-                                       {"text**/", "text**/"}}) {
-    EXPECT_EQ(ParseOne("/*QUAKED a (0 0 0) ?\r\n" + text).description, description);
+TEST_F(ClassParserTest, OnlyAStarThatNoStarPrecedesCloses) {
+  EXPECT_EQ(ParseOne("/*QUAKED a (0 0 0) ?\r\nx * y **/ z */ tail").description, "x * y **/ z ");
+  EXPECT_EQ(ParseOne("/*QUAKED a (0 0 0) ?\r\nx ***/").description, "x **");
+  EXPECT_EQ(ParseOne("/*QUAKED a (0 0 0) ?\r\n*/").description, "");
+}
+
+TEST_F(ClassParserTest, ACommentThatIsNotClosedRunsToTheEnd) {
+  for (const char* tail : {"", "*", "text", "text*", "text**/"}) {
+    EXPECT_EQ(ParseOne(std::string("/*QUAKED a (0 0 0) ?\r\n") + tail).description, tail);
+  }
+}
+
+TEST_F(ClassParserTest, EveryHeaderCutShortStillGivesItsClass) {
+  const std::string whole = "/*QUAKED name (0 1 0) (-8 -8 -8) (8 8 8) A\r\n~5\r\nText*/";
+  for (std::size_t length = 9; length < whole.size(); ++length) {
+    ParseOne(whole.substr(0, length) + "\r\n");
   }
   EXPECT_EQ(ParseOne("/*QUAKED").description, "");
 }
 
 TEST_F(ClassParserTest, EveryMistakeIsToldWithItsLine) {
-  const Cases<const char*, std::vector<std::string>, std::size_t> cases{
+  struct Case {
+    const char* text;
+    std::vector<std::string> messages;
+    std::size_t classes;
+  };
+  const Case cases[] = {
       {"x\r\n// words\r\n", {"Expecting '*' after '/' in .qc file at line 2"}, 0},
       {"\r\n\r\n/* words */\r\n",
        {"Expecting 'QUAKED' after '/*' in .qc file at line 3",
@@ -115,14 +127,14 @@ TEST_F(ClassParserTest, EveryMistakeIsToldWithItsLine) {
         "Expecting ')' to close maximum triad in QC file at line 1"},
        1},
   };
-  for (const auto& [text, messages, count] : cases) {
-    EXPECT_EQ(Parse(text).size(), count) << text;
+  for (const Case& c : cases) {
+    EXPECT_EQ(Parse(c.text).size(), c.classes) << c.text;
     std::vector<std::string> texts;
     for (const Message& message : recorder.messages) {
       EXPECT_EQ(message.title, "Parsing Error");
       texts.push_back(message.text);
     }
-    EXPECT_EQ(texts, messages) << text;
+    EXPECT_EQ(texts, c.messages) << c.text;
   }
 }
 

@@ -128,7 +128,7 @@ TEST_F(TextureLockTest, ATurnAllRoundLeavesTheSettings) {
 TEST_F(TextureLockTest, AnInstanceLooksLikeWhatItsTemplateWasMadeOf) {
   const Brush before = OpenWedge().Copy();
   ASSERT_EQ(MakeTemplate(*map, "T", {24, -40, 13}), EditResult::Done);
-  const EntityPtr shown = ExpandInstance(*map->selection.front());
+  const entity* shown = ExpandInstance(*map->selection.front());
   ExpectSameLook(before, FindNamed(*shown, "wedge")->brush, [](const Vec3& p) { return p; });
 }
 

@@ -161,9 +161,9 @@ TEST_F(MapViewPaintTest, TheOptionsDecideWhatIsShown) {
   EXPECT_TRUE(Record().Of(Kind::Lines).empty());
   options.forceEntityLinks = 1;
   EXPECT_EQ(Record().LinesIn(PensFor(true).targetLine).size(), 1u);
-  options.drawTemplates = 1;
+  small.data.shown.templates = true;
   EXPECT_EQ(Record().LinesIn(PensFor(true).entity).size(), 4u);
-  options.renderPointEntities = 0;
+  small.data.shown.pointEntities = false;
   EXPECT_TRUE(Record().Of(Kind::Rectangle).empty());
   EXPECT_TRUE(Record().Of(Kind::Text).empty());
 }

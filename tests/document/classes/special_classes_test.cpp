@@ -89,7 +89,7 @@ TEST_F(SpecialClassesTest, InstancesAreScaledThenTurnedThenMoved) {
 TEST_F(SpecialClassesTest, AMirroredInstanceIsStillSolid) {
   const auto map =
       MapWithInstance("\"XMPscalex\" \"-2\"\"XMPscaley\" \"1\"\"XMPscalez\" \"1\"\"angle\" \"30\"");
-  const EntityPtr copy = ExpandInstance(*FindNamed(*map, "I"));
+  const entity* copy = ExpandInstance(*FindNamed(*map, "I"));
   ASSERT_NE(copy, nullptr);
   EXPECT_TRUE(IsSolid(copy->getEntityList().front()->brush));
   // Seen, although its template is closed.
