@@ -58,6 +58,10 @@ Bounds PointBox(const entity& e) {
 }
 
 Bounds SeenBounds(const entity& e) {
+  // Most objects of a map are plain brushes, which nothing switches off.
+  if (e.getClass()->Kind() == EntityKind::Brush && !e.HasOrigin() && e.getEntityList().empty()) {
+    return e.brush.Box();
+  }
   Bounds box;
   if (const Map* map = e.OwningMap()) AddSeen(e, map->Data().shown, box);
   return box;
@@ -73,7 +77,8 @@ bool ReachTest::operator()(const entity& e) const {
   }
   const ShownKinds& shown = map_.Data().shown;
   if (!parentIsOpen_) return false;
-  return (shown.pointEntities && shown.templates) || LookOf(e, shown) != Look::SwitchedOff;
+  return (shown.pointEntities && shown.templates) || e.brush.getNumFaces() > 0 ||
+         LookOf(e, shown) != Look::SwitchedOff;
 }
 
 bool IsReachable(const entity& e) {
