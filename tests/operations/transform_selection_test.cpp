@@ -208,6 +208,19 @@ TEST_F(TransformSelectionTest, EntitiesTurnTheirFacesWithTheSelectionButNoLightI
   EXPECT_STREQ(Get("p").GetKey("angle"), "45");
 }
 
+TEST_F(TransformSelectionTest, AMirroredInstanceKeepsItsAngle) {
+  for (const auto& [angle, mirrored] :
+       Cases<const char*, const char*>{{"0", "XMPscalex"}, {"90", "XMPscaley"}}) {
+    Open(Point("i", std::string("\"classname\" \"templateInstance\" \"origin\" \"0 0 0\" ") +
+                        "\"XMPscalex\" \"2\" \"XMPscaley\" \"2\" \"XMPscalez\" \"2\" " +
+                        "\"angle\" \"" + angle + "\""));
+    Pick({"i"});
+    FlipSelection(*map, 0, options);
+    EXPECT_STREQ(Get("i").GetKey("angle"), angle);
+    EXPECT_STREQ(Get("i").GetKey(mirrored), "-2") << angle;
+  }
+}
+
 TEST_F(TransformSelectionTest, AFactorWithoutEndStillHitsWholeUnits) {
   Open(Box("a", -2000, 0, 0, 63));
   Pick({"a"});
