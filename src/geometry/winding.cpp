@@ -215,4 +215,15 @@ WindingPtr FaceWinding(std::span<const Plane> planes, std::size_t which, Reporte
   return w;
 }
 
+bool HaveSameCorners(const winding& a, const winding& b, double within) {
+  const auto isAmong = [within](const WindingPoint& corner, std::span<const WindingPoint> others) {
+    return std::ranges::any_of(others, [&](const WindingPoint& other) {
+      const DVec3 between = Position(corner) - Position(other);
+      return Dot(between, between) <= within * within;
+    });
+  };
+  return std::ranges::all_of(a.Points(), [&](const auto& p) { return isAmong(p, b.Points()); }) &&
+         std::ranges::all_of(b.Points(), [&](const auto& p) { return isAmong(p, a.Points()); });
+}
+
 }  // namespace ferrowand

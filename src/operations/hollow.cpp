@@ -9,6 +9,7 @@
 #include "document/edit_step.h"
 #include "document/map.h"
 #include "document/picking.h"
+#include "document/written_points.h"
 #include "operations/brush_check.h"
 #include "operations/csg.h"
 
@@ -26,6 +27,10 @@ Brush Grown(const Brush& brush, double by, Reporter& reporter) {
     grown.AddFace(std::move(moved));
   }
   grown.Rebuild(reporter);
+  const int faces = grown.getNumFaces();
+  for (int i = 0; i < faces; ++i) TakeWholePoints(grown.face(i));
+  grown.RenewWindings(reporter);
+  grown.UpdateBounds();
   return grown;
 }
 
