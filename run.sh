@@ -13,11 +13,11 @@ cd "$(dirname "$0")" || exit 1
 
 # The tests are configured with the program: their library is wanted before anything is built.
 step "Packages" install_packages cmake ninja-build g++ googletest g++-mingw-w64-i686-posix \
-  g++-mingw-w64-x86-64-posix wine wine64 fonts-wine fonts-liberation xvfb imagemagick x11-utils
+  g++-mingw-w64-x86-64-posix wine wine64 fonts-wine fonts-liberation xvfb imagemagick
 
 preset=win64
 have_wine32 && preset=win32
-step "Build ($preset)" build "$preset" ferrowand ferrowand_data
+step "Build ($preset)" build_to_run "$preset" ferrowand ferrowand_data
 program="$PWD/build/$preset/ferrowand.exe"
 [ -n "$map" ] || map="$PWD/build/$preset/maps/sample.xmp"
 picture="$PWD/build/ferrowand.png"
@@ -33,13 +33,15 @@ if [ -n "${DISPLAY:-}" ] && [ -z "${FERROWAND_VIRTUAL_DISPLAY:-}" ]; then
   exec wine "$program" "$(windows_path "$map")"
 fi
 
+# Before anything of Wine runs, which would keep to the display that it met first.
+step "Virtual display" start_display 1280x1000
+
 # Nobody is there to answer the questions of a first start.
 settings='HKLM\Software\ferrowand\0.9'
 for view in /reg:32 /reg:64; do
   wine reg add "$settings" /v "Show Tips" /t REG_DWORD /d 0 /f $view >/dev/null 2>&1
 done
 
-step "Virtual display" start_display 1280x1000
 say "Opening $map"
 rm -f "$picture"
 wine explorer /desktop=ferrowand,1280x1000 "$program" "$(windows_path "$map")" >/dev/null 2>&1 &

@@ -1,10 +1,12 @@
 // What the mouse does in a 2D view of 1280 x 1000 pixels, on generated maps of 3,000 and of 60,000
-// brushes: a hover over nothing, a click, a rectangle over everything, a step of a drag.
+// brushes: a hover over nothing, also with 1,000 instances of a template in the map, a click, a
+// rectangle over everything, a step of a drag.
 #include <benchmark/benchmark.h>
 
 #include <functional>
 #include <memory>
 
+#include "instances.h"
 #include "support/fake_view_host.h"
 #include "support/small_map.h"
 #include "views/tools/tool_host.h"
@@ -25,8 +27,6 @@ class BenchHost : public ToolHost {
   void EditProperties(entity&) override {}
   std::optional<int> AskSides(PrimitiveKind) override { return {}; }
   std::string CurrentTexture(Map&) override { return {}; }
-  void MapChanged(Map&) override {}
-  void SelectionChanged(Map&) override {}
   void ToolChanged() override {}
   void Refuse(MapView&, const std::string&) override {}
   Reporter& Report() override { return reporter_; }
@@ -36,13 +36,14 @@ class BenchHost : public ToolHost {
 };
 
 struct Editor {
-  explicit Editor(std::int64_t brushes) {
+  explicit Editor(std::int64_t brushes, std::int64_t instances = 0) {
     for (std::int64_t i = 0; i < brushes; ++i) {
       const Vec3 at(static_cast<float>(i % 60 * 96 - 2880),
                     static_cast<float>(i / 60 % 60 * 96 - 2880),
                     static_cast<float>(i / 3600 * 100 - 800));
       small.AddCuboid(at, at + Vec3(80, 64, 96));
     }
+    if (instances > 0) AddInstances(small, instances);
     view.SetOrientation(Orientation::Top);
     view.ZoomTo(small.map.GetBounds());
   }
@@ -72,6 +73,13 @@ void Hover(benchmark::State& state) {
   for (auto _ : state) editor.view.OnMouseMove(nowhere, 0, false);
 }
 BENCHMARK(Hover)->Apply(Sizes);
+
+void HoverAmongInstances(benchmark::State& state) {
+  Editor editor(3000, 1000);
+  const Pixel nowhere = editor.At(2880 - 8, 2880 - 8);
+  for (auto _ : state) editor.view.OnMouseMove(nowhere, 0, false);
+}
+BENCHMARK(HoverAmongInstances)->Unit(benchmark::kMillisecond);
 
 void ClickABrush(benchmark::State& state) {
   Editor editor(state.range(0));

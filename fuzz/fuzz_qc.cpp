@@ -12,7 +12,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   for (const auto& entityClass : set.Classes()) {
     Require(set.FindClass(entityClass->classname).classname == entityClass->classname);
     Require(set.ClassOfMenuId(id++) == entityClass.get());
-    entityClass->ClassPen();
+    entityClass->ClassColour();
   }
   return 0;
 }

@@ -7,7 +7,9 @@ cd "$(dirname "$0")/.." || exit 1
 
 # A line a room: its folder below src, then the rooms that it may include besides itself. A folder
 # within a room belongs to it unless it has a line of its own.
-ROOMS='
+core='platform platform/win32 base geometry gamedata document operations views compile'
+system="$core shell/resources shell/system"
+ROOMS="
 platform
 platform/posix  platform
 platform/win32  platform
@@ -18,12 +20,22 @@ document        platform base geometry gamedata
 operations      platform base geometry gamedata document
 views           platform base geometry gamedata document operations
 compile         platform base geometry gamedata document operations
-shell           platform platform/win32 base geometry gamedata document operations views compile
+shell/resources
+shell/system    $core shell/resources
+shell/dialogs   $system
+shell/documents $system shell/dialogs
+shell/frame     $system shell/dialogs shell/documents
+shell/windows   $system shell/dialogs shell/documents shell/frame
+shell/commands  $system shell/dialogs shell/documents shell/frame shell/windows
+shell/app       $system shell/dialogs shell/documents shell/frame shell/windows shell/commands
 cli             platform base geometry gamedata document operations views compile
-'
+"
 # Rooms that may include headers of a system: anything in <> that ends in .h. The language's own
 # headers have no such end.
-SYSTEM_ROOMS='platform/posix platform/win32 shell'
+SYSTEM_ROOMS='platform/posix platform/win32'
+for room in system dialogs documents frame windows commands app; do
+  SYSTEM_ROOMS+=" shell/$room"
+done
 # Who may include <GL/...> too.
 GL_FOLDER=views/gl
 

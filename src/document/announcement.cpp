@@ -45,7 +45,7 @@ void AddExtent(const entity& e, Bounds& box) {
   const EntityClass& own = *e.getClass();
   box.Add(e.brush.Box());
   if (own.Kind() == EntityKind::TemplateInstance) {
-    if (const EntityPtr expansion = ExpandInstance(e)) AddExtent(*expansion, box);
+    if (const entity* expansion = ExpandInstance(e)) AddExtent(*expansion, box);
   } else if (own.Kind() == EntityKind::Embed) {
     box.Add(own.EntityBounds(e));
   }

@@ -26,7 +26,7 @@ bool Stands(const Face& face) {
 
 void TakePlaneFromWinding(Face& face) {
   const bool stands = Stands(face);
-  if (stands && AsWhole(face.planepts)) return;
+  if (stands && face.HasWholePoints()) return;
   const auto points = face.w->Points();
   for (std::size_t i = 0; i < 3; ++i) face.planepts[i] = points[i].Position();
   if (!stands) face.TakePlane();
@@ -106,6 +106,12 @@ void Face::TakePlane() {
   plane = PlaneOf(planepts);
 }
 
+bool Face::HasWholePoints() const {
+  return AreWhole(planepts) &&
+         Difference(PlaneFromPoints(DVec3(planepts[0]), DVec3(planepts[1]), DVec3(planepts[2])),
+                    plane, std::as_const(*w).Points()) <= CARRIED;
+}
+
 Face CopyFace(const Face& face) {
   Face copy;
   copy.planepts = face.planepts;
@@ -178,16 +184,18 @@ bool Brush::RenewWindings(Reporter& reporter) {
     if (!std::isfinite(Dot(normal, normal))) return false;
     made[i] = FaceWinding(inUse, i, reporter);
     const winding* old = faces_[i].w.get();
-    if (!made[i] || !old || !HaveSameCorners(*old, *made[i], ON_EPSILON)) return false;
+    if (!made[i] || !old || CornerDistance(*old, *made[i]) > ON_EPSILON) return false;
   }
   for (std::size_t i = 0; i < faces_.size(); ++i) faces_[i].w = std::move(made[i]);
+  UpdateBounds();
   return true;
 }
 
 void Brush::Translate(const Vec3& by) {
   for (Face& face : faces_) {
+    const bool isCarried = !face.HasShape() || face.HasWholePoints();
     for (Vec3& p : face.planepts) p = p + by;
-    if (!face.HasShape() || AsWhole(face.planepts)) {
+    if (isCarried && AreWhole(face.planepts)) {
       face.TakePlane();
     } else {
       face.plane.dist += Dot(face.plane.normal, DVec3(by));

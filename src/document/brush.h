@@ -28,8 +28,9 @@ inline constexpr unsigned READ_DEPTH_REPORTED = 32;   // "nested too deep"
 inline constexpr unsigned READ_PLANE_REPORTED = 512;  // "no axis found"
 
 struct Face {
-  // Whole after reading, and kept while the plane stands: what a save writes when the winding's own
-  // points do not lie on the plane. Of a plane without whole points, three winding points.
+  // Whole after reading, and kept while the plane stands: what a save writes where the winding's
+  // own points do not lie on the plane. Of a plane that no whole points carry, three winding
+  // points.
   std::array<Vec3, 3> planepts;
   Texture* texture = nullptr;    // bound by name; not owned
   float rotation = 0;            // degrees
@@ -47,6 +48,8 @@ struct Face {
   bool HasShape() const;
   // The plane of the plane points.
   void TakePlane();
+  // Whether the plane points are whole and carry the plane; for a face that has a shape.
+  bool HasWholePoints() const;
 };
 
 // Deep, with its winding.
@@ -87,11 +90,11 @@ class Brush {
   void Rebuild(Reporter& reporter);
   // Takes the bounds anew from the windings, for whoever has moved their points.
   void UpdateBounds();
-  // Makes every winding anew from its plane, where that moves no corner by more than the tolerance;
-  // false, and nothing done, where it would. The bounds are left to the caller.
+  // Makes every winding and the bounds anew from the planes, where that moves no corner by more
+  // than the tolerance; false, and nothing done, where it would.
   bool RenewWindings(Reporter& reporter);
-  // Moves windings, planes and bounds. Whole plane points move along by whole units; of others the
-  // winding points take the place.
+  // Moves windings, planes and bounds. Whole plane points move along by whole units; others give
+  // way to the winding points.
   void Translate(const Vec3& by);
 
   // Reads faces from behind the opening brace up to the closing one or to a key's quote, neither of
@@ -117,9 +120,8 @@ inline void Brush::UpdateBounds() {
   }
 }
 
-// Drops repeated points and takes the texture coordinates from the winding; plane and plane points
-// as well where the winding has left the plane. Plane points that are not whole always are those of
-// the winding.
+// Drops repeated points and takes the texture coordinates from the winding; the plane as well where
+// the winding has left it, and then, or where they do not carry it, the plane points.
 void UpdateFromWinding(Face& face);
 
 }  // namespace ferrowand

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "document/classes/template_index.h"
 #include "document/map.h"
 
 namespace ferrowand {
@@ -12,9 +13,12 @@ EditStep::EditStep(Map& map)
       step_(map),
       selectionBefore_(map.selection.Objects()),
       currentLayerBefore_(map.currentLayer()),
-      leadingGroupBefore_(map.leadingGroup()) {}
+      leadingGroupBefore_(map.leadingGroup()) {
+  map.Templates().SetStepOpen(true);
+}
 
 EditStep::~EditStep() {
+  map_.Templates().SetStepOpen(false);
   if (step_.IsEmpty()) return;
   step_.Finish();
   step_.Describe(scope_.Change());
@@ -27,7 +31,9 @@ void EditStep::Change(entity& e) {
 }
 
 void EditStep::ChangeKeys(entity& e) {
-  if (kept_.insert(&e).second) step_.Keep(e);
+  if (!kept_.insert(&e).second) return;
+  step_.Keep(e);
+  e.Touch();
 }
 
 void EditStep::Remove(entity& e) {

@@ -10,6 +10,7 @@
 #include "base/text_reader.h"
 #include "base/text_writer.h"
 #include "document/classes/class_set.h"
+#include "document/classes/template_index.h"
 #include "document/map.h"
 
 namespace ferrowand {
@@ -71,6 +72,7 @@ void entity::Append(KeyPair pair) {
   if (numkeys() + 1 >= MAXKEYS) Report().Assert("(numkeys+1)<MAXKEYS", SOURCE, __LINE__);
   keys_.push_back(std::move(pair));
   Decode(keys_.back());
+  Touch();
 }
 
 void entity::RemoveKey(int index) {
@@ -79,10 +81,12 @@ void entity::RemoveKey(int index) {
     return;
   }
   keys_.erase(keys_.begin() + index);
+  Touch();
 }
 
 void entity::ClearKeys() {
   keys_ = {};
+  Touch();
 }
 
 void entity::Decode(const KeyPair& pair) {
@@ -93,8 +97,22 @@ void entity::Decode(const KeyPair& pair) {
   } else if (EqualNoCase(pair.name, "XMPferroflags")) {
     flags_ = ParseInt(pair.value);
   } else if (EqualNoCase(pair.name, "classname")) {
-    class_ = &ClassSetInUse().FindClass(pair.value);
+    Bind(ClassSetInUse().FindClass(pair.value));
   }
+}
+
+// What was a template class, or is one now, is said to the map in both cases.
+void entity::Bind(EntityClass& newClass) {
+  if (class_ == &newClass) return;
+  Touch();
+  class_ = &newClass;
+  Touch();
+}
+
+void entity::Touch() {
+  for (entity* e = this; e; e = e->parent_) ++e->revision_;
+  if (class_->Kind() != EntityKind::TemplateClass) return;
+  if (Map* map = OwningMap()) map->Templates().Forget();
 }
 
 void entity::SetOrigin(std::int16_t x, std::int16_t y, std::int16_t z) {
@@ -121,12 +139,12 @@ void entity::SetClass(EntityClass* newClass) {
     Report().Assert("newClass", SOURCE, __LINE__);
     return;
   }
-  class_ = newClass;
+  Bind(*newClass);
 }
 
 void entity::ResolveClasses(const ClassSet& set) {
   const char* classname = GetKey("classname");
-  class_ = &set.FindClass(classname ? classname : "unknown");
+  Bind(set.FindClass(classname ? classname : "unknown"));
   for (const EntityPtr& child : children_) child->ResolveClasses(set);
 }
 
@@ -156,6 +174,8 @@ entity* entity::AddChild(EntityPtr child) {
 
 EntityPtr entity::Adopt(EntityPtr child) {
   child->parent_ = this;
+  Touch();
+  if (Map* map = OwningMap()) map->Templates().Came(*child);
   return child;
 }
 
@@ -166,8 +186,12 @@ bool entity::IsWithin(const entity& tree) const {
 }
 
 void entity::Release(entity& child) {
-  if (Map* map = OwningMap()) map->Forget(child);
+  if (Map* map = OwningMap()) {
+    map->Forget(child);
+    map->Templates().Left(child);
+  }
   child.parent_ = nullptr;
+  Touch();
 }
 
 entity* entity::InsertChild(EntityPtr child, std::size_t index) {
@@ -260,16 +284,19 @@ EntityPtr entity::CopyAlone() const {
 }
 
 void entity::SwapContents(entity& other) {
+  Touch();
   std::swap(class_, other.class_);
   std::swap(origin_, other.origin_);
   std::swap(angle_, other.angle_);
   std::swap(flags_, other.flags_);
   keys_.swap(other.keys_);
   std::swap(brush, other.brush);
+  Touch();
 }
 
 void entity::ResolveTextures(const WadList& wads) {
   brush.ResolveTextures(wads);
+  Touch();
   for (const EntityPtr& child : children_) child->ResolveTextures(wads);
 }
 

@@ -128,12 +128,20 @@ class entity {
   // stays as it is, and so does what the views keep.
   void SwapContents(entity& other);
 
+  // Another one after every change of this object or of what lies below it.
+  std::uint32_t Revision() const { return revision_; }
+  // To be said of a change of what stands open here: of `brush`, when no step of editing keeps it,
+  // and of `state`.
+  void Touch();
+
   Brush brush;
   std::uint8_t state = 1;       // 1: a group acts as one object; 0: its members act alone
   std::int32_t viewIndex = -1;  // of the views
 
  protected:
   Reporter& Report() const;
+  // A body of faces, as Brush reads them.
+  unsigned ReadFaces(TextReader& reader, const WadList& wads, unsigned flags);
   // Sets one key, from behind its opening quote to behind the value's closing one. Neither text is
   // longer than 1024 bytes, and a zero byte ends it.
   void ReadKey(TextReader& reader, KeyText& text);
@@ -153,6 +161,7 @@ class entity {
   const ClassSet& ClassSetInUse() const;
   void Append(KeyPair pair);
   void Decode(const KeyPair& pair);
+  void Bind(EntityClass& newClass);
   EntityPtr Adopt(EntityPtr child);
   void Release(entity& child);
   entity* ReadChild(std::vector<entity*>& open);
@@ -166,6 +175,7 @@ class entity {
   std::vector<KeyPair> keys_;
   std::vector<EntityPtr> children_;
   mutable std::uint32_t lastFound_ = 0;  // by IndexOf
+  std::uint32_t revision_ = 0;
 };
 
 // Keys that begin with XMP, in any case, are the editor's own and never reach the game.

@@ -89,7 +89,7 @@ unsigned entity::Read(TextReader& reader, const WadList& wads, unsigned flags) {
     }
     const char c = static_cast<char>(reader.PeekChar());
     if (c == '(') {
-      flags = current.brush.ReadBody(reader, wads, flags, Report());
+      flags = current.ReadFaces(reader, wads, flags);
       blank = false;
       continue;
     }
@@ -122,6 +122,12 @@ unsigned entity::Read(TextReader& reader, const WadList& wads, unsigned flags) {
   }
   for (entity* unclosed : open) unclosed->FinishReading();
   FinishReading();
+  return flags;
+}
+
+unsigned entity::ReadFaces(TextReader& reader, const WadList& wads, unsigned flags) {
+  flags = brush.ReadBody(reader, wads, flags, Report());
+  Touch();
   return flags;
 }
 

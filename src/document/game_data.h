@@ -1,11 +1,12 @@
-// What the maps of one running program share: palette, WADs, entity classes, and the way to the
-// user. One is made by the program's entry and outlives every map.
+// What the maps of one running program share: palette, WADs, entity classes, what is shown of them,
+// and the way to the user. One is made by the program's entry and outlives every map.
 #pragma once
 
 #include "base/path_text.h"
 #include "base/progress.h"
 #include "base/report.h"
 #include "document/classes/class_set.h"
+#include "document/reach.h"
 #include "gamedata/palette.h"
 #include "gamedata/wad_library.h"
 
@@ -21,6 +22,7 @@ struct GameData {
   Reporter& reporter;
   LoadProgress& progress;
   SearchPath searchPath;
+  ShownKinds shown;
   Palette palette;
   WadLibrary wads;
   ClassLibrary classes;

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/path_text.h"
+#include "document/classes/template_index.h"
 
 namespace ferrowand {
 
@@ -12,7 +13,8 @@ Map::Map(GameData& data, std::size_t undoLevels)
       classSet(&data.classes.Default()),
       classSetName(data.classes.DefaultName()),
       undo(undoLevels),
-      data_(data) {
+      data_(data),
+      templates_(std::make_unique<TemplateIndex>(*this)) {
   state = 0;
   // The game makes a world of nothing else.
   SetKey("classname", "worldspawn");

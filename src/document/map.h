@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,8 @@ namespace ferrowand {
 inline constexpr std::uint8_t MAP_GRID = 1;
 inline constexpr std::uint8_t MAP_SNAP = 2;
 inline constexpr std::uint8_t MAP_ANGLE_SNAP = 4;
+
+class TemplateIndex;
 
 // The settings that decide what is written; the rest is the document's own.
 struct SaveSettings {
@@ -85,6 +88,8 @@ class Map : public entity {
   void AnnounceEverything();
 
   GameData& Data() const { return data_; }
+  // Of this map's instances. It keeps itself up to date.
+  TemplateIndex& Templates() const { return *templates_; }
   // What new objects are given to: the leading group, else the current layer, else the map itself.
   entity& NewParent();
   // A new layer of that name, made the current one.
@@ -117,6 +122,7 @@ class Map : public entity {
   UndoStore::StateId savedState_ = undo.State();
 
   std::vector<MapObserver*> observers_;
+  std::unique_ptr<TemplateIndex> templates_;
   MapChange pending_;  // since the outermost scope began
   int openScopes_ = 0;
   bool keepsPointers_ = false;  // see PointersKept

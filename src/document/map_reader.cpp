@@ -85,7 +85,7 @@ bool Map::ReadWorldspawn(TextReader& reader, unsigned& flags) {
     if (reader.AtEof()) return true;
     const char c = static_cast<char>(reader.PeekChar());
     if (c == '(') {
-      flags = brush.ReadBody(reader, wads, flags, Report());
+      flags = ReadFaces(reader, wads, flags);
       continue;
     }
     reader.GetChar();

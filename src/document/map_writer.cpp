@@ -21,11 +21,14 @@ std::string WithExtension(const std::string& name) {
 }
 
 // Told even after a failure, which is meant: that one has had a box of its own.
-std::string SavedText(std::string_view target, const MovedFaces& moved) {
+std::string SavedText(std::string_view target, const SavedShape& shape) {
   std::string text = IsQuakeMapName(target) ? "Saved MAP format" : "Saved Extended MAP format";
-  if (moved.count > 0) {
+  if (shape.movedFaces > 0) {
     text += Format("; %d faces lie between whole units and were moved, by up to %.2f units",
-                   moved.count, moved.farthest);
+                   shape.movedFaces, shape.farthest);
+  }
+  if (shape.lostFaces > 0) {
+    text += Format("; %d faces are too small for whole units and were lost", shape.lostFaces);
   }
   return text;
 }
@@ -93,14 +96,14 @@ bool Map::Save(const std::string& name, unsigned option, const SaveSettings& set
     filename = target;
     MarkSaved();
   }
-  ShowStatus(SavedText(target, FacesMovedBySaving(*this)));
+  ShowStatus(SavedText(target, written ? ShapeInFile(*this, Report()) : SavedShape()));
   return written;
 }
 
 bool Map::Export(const std::string& name, unsigned option, const SaveSettings& settings) {
   const std::string target = WithExtension(name);
   const bool written = Write(target, option, settings);
-  ShowStatus(SavedText(target, FacesMovedBySaving(*this)));
+  ShowStatus(SavedText(target, written ? ShapeInFile(*this, Report()) : SavedShape()));
   return written;
 }
 

@@ -8,12 +8,8 @@
 namespace ferrowand {
 namespace {
 
-bool OnlyHolds(const entity& e) {
-  return e.getClass()->Kind() == EntityKind::Layer || e.OwningMap() == &e;
-}
-
 void Collect(entity& e, PickLevel level, std::vector<entity*>& found) {
-  if (!e.IsVisible() || !e.IsEnabled()) return;
+  if (!IsOpen(e)) return;
   const bool isBrush = e.brush.getNumFaces() > 0;
   const bool acts =
       level == PickLevel::Brushes ? isBrush : isBrush || e.IsMarked() || e.getEntityList().empty();
@@ -34,22 +30,6 @@ bool Takes(const Bounds& box, const Bounds& object, BoxRule rule) {
 }
 
 }  // namespace
-
-bool ReachTest::operator()(const entity& e) const {
-  if (OnlyHolds(e) || !e.IsVisible() || !e.IsEnabled() || !e.Parent()) return false;
-  if (e.Parent() != parent_) {
-    parent_ = e.Parent();
-    const entity* at = parent_;
-    while (at->IsVisible() && at->IsEnabled() && at->Parent()) at = at->Parent();
-    parentIsOpen_ = at == &map_ && at->IsVisible() && at->IsEnabled();
-  }
-  return parentIsOpen_;
-}
-
-bool IsReachable(const entity& e) {
-  const Map* map = e.OwningMap();
-  return map && ReachTest(*map)(e);
-}
 
 entity& ObjectAt(entity& e) {
   entity* object = &e;
@@ -79,7 +59,7 @@ void Select(Map& map, std::span<entity* const> objects, bool add) {
 
 void SelectInBox(Map& map, const Bounds& box, BoxRule rule, PickLevel level, bool add) {
   std::vector<entity*> objects = PickableObjects(map, level);
-  std::erase_if(objects, [&](const entity* e) { return !Takes(box, e->GetBounds(), rule); });
+  std::erase_if(objects, [&](const entity* e) { return !Takes(box, SeenBounds(*e), rule); });
   Select(map, objects, add);
 }
 

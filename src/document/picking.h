@@ -1,9 +1,10 @@
-// What of a map can be reached, picked and worked on.
+// What of a map is picked by a click or a box, and worked on.
 #pragma once
 
 #include <span>
 #include <vector>
 
+#include "document/reach.h"
 #include "geometry/vec.h"
 
 namespace ferrowand {
@@ -16,20 +17,6 @@ enum class PickLevel { Objects, Brushes };
 // A box takes what it touches, or only what lies inside it as a whole.
 enum class BoxRule { Partial, Full };
 
-// Layers and the world are no objects: they hold them. An object can be reached when it and all
-// that holds it is visible and enabled; what cannot is neither selected nor changed by commands.
-bool IsReachable(const entity& e);
-// The same for many objects of one map; the map must not change meanwhile.
-class ReachTest {
- public:
-  explicit ReachTest(const Map& map) : map_(map) {}
-  bool operator()(const entity& e) const;
-
- private:
-  const Map& map_;
-  mutable const entity* parent_ = nullptr;  // of the object before
-  mutable bool parentIsOpen_ = false;
-};
 // What is picked when `e` is hit: itself, or the outermost group around it that acts as one.
 entity& ObjectAt(entity& e);
 // All that can be picked, in the order of the map.

@@ -18,6 +18,8 @@ void Selection::Set(std::span<entity* const> objects) {
   ChangeScope scope(map_);
   objects_.clear();
   known_.clear();
+  objects_.reserve(objects.size());
+  known_.reserve(objects.size());
   const ReachTest reach(map_);
   for (entity* e : objects) {
     if (reach(*e)) Append(*e);

@@ -6,6 +6,7 @@
 
 #include "document/classes/class_set.h"
 #include "document/entity.h"
+#include "document/written_points.h"
 #include "geometry/tolerance.h"
 #include "geometry/whole_plane.h"
 
@@ -61,9 +62,7 @@ void TransformFace(Face& face, const Placement& placement) {
     p = {moved.x, moved.y, moved.z, p.s, p.t};
   }
   if (placement.mirrors) std::ranges::reverse(face.w->Points());
-  const Plane whole = PlaneOf(face.planepts);
-  const bool isWhole = AsWhole(face.planepts).has_value();
-  if (isWhole && Difference(whole, face.plane, face.w->Points()) <= CARRIED) face.plane = whole;
+  if (face.HasWholePoints()) face.TakePlane();
 }
 
 bool HasCornersOnPlane(const Face& face) {
@@ -76,10 +75,15 @@ void TransformTree(entity& e, const Placement& placement) {
   const int faces = e.brush.getNumFaces();
   for (int i = 0; i < faces; ++i) TransformFace(e.brush.face(i), placement);
   // Corners that had been snapped to whole units are not on the planes that have gone elsewhere.
-  if (!std::ranges::all_of(e.brush.Faces(), HasCornersOnPlane))
+  if (!std::ranges::all_of(e.brush.Faces(), HasCornersOnPlane)) {
     e.brush.RenewWindings(e.getClass()->Set().Library().Report());
-  for (int i = 0; i < faces; ++i) UpdateFromWinding(e.brush.face(i));
+  }
+  for (int i = 0; i < faces; ++i) {
+    UpdateFromWinding(e.brush.face(i));
+    FindPlanePoints(e.brush.face(i));
+  }
   e.brush.UpdateBounds();
+  e.Touch();
   if (e.HasOrigin()) e.SetOrigin(placement.Apply(e.Origin()));
   for (const EntityPtr& child : e.getEntityList()) TransformTree(*child, placement);
 }
@@ -92,6 +96,7 @@ void TransformEntity(entity& e, const Matrix& matrix, const DVec3& centre) {
 
 void TranslateEntity(entity& e, const Vec3& by) {
   e.brush.Translate(by);
+  e.Touch();
   if (e.HasOrigin()) e.SetOrigin(e.Origin() + by);
   for (const EntityPtr& child : e.getEntityList()) TranslateEntity(*child, by);
 }

@@ -1,4 +1,4 @@
-// Which three whole points a save writes for a face.
+// Which three whole points a save writes for a face, and what a brush is in the file.
 #pragma once
 
 #include "document/brush.h"
@@ -20,16 +20,26 @@ struct WrittenPoints {
 // where these have a plane at all.
 WrittenPoints PointsToWrite(const Face& face);
 
-// Gives the face whole plane points, and the plane of these, where it has none and some carry its
-// plane: what is made of that plane has it in every file.
-void TakeWholePoints(Face& face);
+// Gives a face whole plane points, where it has none and some carry its plane: what is written
+// later, and goes along with the face until then.
+void FindPlanePoints(Face& face);
 
-// The faces of a whole tree that a save moves by more than MOVED, for which no whole points are
-// near.
-struct MovedFaces {
-  int count = 0;
-  double farthest = 0;  // units, at a corner
+// The same brush on planes of whole points, wherever such lie within ON_EPSILON of its corners:
+// what is cut by it has them in every file. The brush itself where that would move a corner
+// further.
+Brush OnWholePlanes(const Brush& brush, Reporter& reporter);
+
+// What becomes of a brush, all of whose faces have a shape, when it is written and read.
+struct SavedShape {
+  bool isCarried = true;  // all its planes are
+  int movedFaces = 0;     // whose planes move by more than MOVED at a corner
+  double farthest = 0;    // units, of these
+  int lostFaces = 0;      // that are bound no more
+  double cornerMove = 0;  // units, of the corner that moves most
 };
-MovedFaces FacesMovedBySaving(const entity& tree);
+SavedShape ShapeInFile(const Brush& brush, Reporter& reporter);
+
+// The same of all brushes of a tree together.
+SavedShape ShapeInFile(const entity& tree, Reporter& reporter);
 
 }  // namespace ferrowand

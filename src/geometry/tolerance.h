@@ -18,8 +18,8 @@ inline constexpr double MOVED = 0.05;
 inline constexpr double SHORTEST_EDGE = 0.1;
 // Twice the area of a triangle, in square units, below which its corners tell no plane.
 inline constexpr double SMALLEST_DOUBLE_AREA = 0.5;
-// By how much a corner may move when a brush is saved whose planes are all carried: at an acute edge
-// two planes make much of little.
+// By how much a corner may move when a brush is saved whose planes are all carried: at an acute
+// edge two planes make much of little.
 inline constexpr double LARGEST_SLIP = 0.5;
 // By how much a corner may move when a brush is saved of which faces lie between whole units.
 inline constexpr double LARGEST_STRAY = 4;

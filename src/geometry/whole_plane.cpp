@@ -12,27 +12,31 @@ namespace {
 // Of differences between points, so that their products stay below 2^54.
 constexpr std::int64_t REACH_LIMIT = 2 * WHOLE_LIMIT;
 
+bool IsWithin(const WholePoint& p, std::int64_t limit) {
+  const auto fits = [limit](std::int64_t v) { return v >= -limit && v <= limit; };
+  return fits(p.x) && fits(p.y) && fits(p.z);
+}
+
 bool IsNear(const WholePoint& difference) {
-  const auto fits = [](std::int64_t v) { return v >= -REACH_LIMIT && v <= REACH_LIMIT; };
-  return fits(difference.x) && fits(difference.y) && fits(difference.z);
+  return IsWithin(difference, REACH_LIMIT);
 }
 
 bool IsWhole(float coordinate) {
+  constexpr float EVERY = 16777216;  // up to which floats hold every whole number
   // Not-a-number compares to nothing.
-  return std::fabs(coordinate) <= WHOLE_LIMIT &&
+  return std::fabs(coordinate) <= EVERY &&
          static_cast<float>(static_cast<std::int32_t>(coordinate)) == coordinate;
 }
 
 }  // namespace
 
-std::optional<WholePoints> AsWhole(const std::array<Vec3, 3>& points) {
-  WholePoints whole;
-  for (std::size_t i = 0; i < 3; ++i) {
-    const Vec3& p = points[i];
-    if (!IsWhole(p.x) || !IsWhole(p.y) || !IsWhole(p.z)) return std::nullopt;
-    whole[i] = WholePoint(p);
-  }
-  return whole;
+bool AreWhole(const std::array<Vec3, 3>& points) {
+  return std::ranges::all_of(
+      points, [](const Vec3& p) { return IsWhole(p.x) && IsWhole(p.y) && IsWhole(p.z); });
+}
+
+WholePoints AsWhole(const std::array<Vec3, 3>& points) {
+  return {WholePoint(points[0]), WholePoint(points[1]), WholePoint(points[2])};
 }
 
 WholePoint WholeNormal(const WholePoints& points) {
@@ -58,6 +62,9 @@ bool HavePlane(const WholePoints& points, const WholePoints& of) {
 }
 
 Plane PlaneOf(const WholePoints& points) {
+  if (!std::ranges::all_of(points, [](const auto& p) { return IsWithin(p, WHOLE_LIMIT); })) {
+    return PlaneFromPoints(DVec3(points[0]), DVec3(points[1]), DVec3(points[2]));
+  }
   WholePoint normal = WholeNormal(points);
   const std::int64_t divisor = std::gcd(std::gcd(normal.x, normal.y), normal.z);
   if (divisor > 1) normal = {normal.x / divisor, normal.y / divisor, normal.z / divisor};
@@ -68,7 +75,7 @@ Plane PlaneOf(const WholePoints& points) {
 }
 
 Plane PlaneOf(const std::array<Vec3, 3>& points) {
-  if (const auto whole = AsWhole(points)) return PlaneOf(*whole);
+  if (AreWhole(points)) return PlaneOf(AsWhole(points));
   return PlaneFromPoints(DVec3(points[0]), DVec3(points[1]), DVec3(points[2]));
 }
 

@@ -13,17 +13,19 @@ namespace ferrowand {
 
 using WholePoints = std::array<WholePoint, 3>;
 
-// Nothing for points that are not whole or lie beyond WHOLE_LIMIT.
-std::optional<WholePoints> AsWhole(const std::array<Vec3, 3>& points);
+// Whether all coordinates are whole numbers of which a float holds every one.
+bool AreWhole(const std::array<Vec3, 3>& points);
+// Of points that are whole.
+WholePoints AsWhole(const std::array<Vec3, 3>& points);
 
 // Along the normal of PlaneFromPoints, of any length; 0 when the points lie on one line.
 WholePoint WholeNormal(const WholePoints& points);
 
-// Whether `points` have exactly the plane that `of` have, seen from the same side. Points further
-// from each other than WHOLE_LIMIT have not.
+// Whether `points` have exactly the plane that `of` have, seen from the same side. Of points so far
+// from each other that it cannot be computed they have not.
 bool HavePlane(const WholePoints& points, const WholePoints& of);
 
-// PlaneFromPoints, and for whole points the same bits for any three of one plane.
+// PlaneFromPoints, and for whole points up to WHOLE_LIMIT the same bits for any three of one plane.
 Plane PlaneOf(const std::array<Vec3, 3>& points);
 Plane PlaneOf(const WholePoints& points);
 

@@ -215,15 +215,20 @@ WindingPtr FaceWinding(std::span<const Plane> planes, std::size_t which, Reporte
   return w;
 }
 
-bool HaveSameCorners(const winding& a, const winding& b, double within) {
-  const auto isAmong = [within](const WindingPoint& corner, std::span<const WindingPoint> others) {
-    return std::ranges::any_of(others, [&](const WindingPoint& other) {
-      const DVec3 between = Position(corner) - Position(other);
-      return Dot(between, between) <= within * within;
-    });
+double CornerDistance(const winding& a, const winding& b) {
+  const auto farthest = [](const winding& from, const winding& to) {
+    double greatest = 0;
+    for (const WindingPoint& p : from.Points()) {
+      double nearest = std::numeric_limits<double>::infinity();
+      for (const WindingPoint& q : to.Points()) {
+        const DVec3 between = Position(p) - Position(q);
+        nearest = std::min(nearest, Dot(between, between));
+      }
+      greatest = std::max(greatest, nearest);
+    }
+    return greatest;
   };
-  return std::ranges::all_of(a.Points(), [&](const auto& p) { return isAmong(p, b.Points()); }) &&
-         std::ranges::all_of(b.Points(), [&](const auto& p) { return isAmong(p, a.Points()); });
+  return std::sqrt(std::max(farthest(a, b), farthest(b, a)));
 }
 
 }  // namespace ferrowand

@@ -121,17 +121,11 @@ bool SplitBrush(const Brush& source, const Plane& split, Brush& outside, Brush& 
   return Split(source, cut, source.face(0), outside, inside, reporter);
 }
 
-Brush WithWholePoints(const Brush& brush) {
-  Brush whole = brush.Copy();
-  for (int i = 0; i < whole.getNumFaces(); ++i) TakeWholePoints(whole.face(i));
-  return whole;
-}
-
 Carving Carve(const Brush& source, const Brush& cutter, const ClassSet& classes, CapTexture caps,
               Reporter& reporter) {
-  Carving carving{true, {}, source.Copy()};
+  Carving carving{true, {}, OnWholePlanes(source, reporter)};
   Brush& rest = carving.inside;
-  const Brush whole = WithWholePoints(cutter);
+  const Brush whole = OnWholePlanes(cutter, reporter);
   for (const Face& face : whole.Faces()) {
     const Sides sides = SidesOf(rest, face.plane);
     if (sides.back && !sides.front) continue;

@@ -99,7 +99,7 @@ class Subtraction {
 };
 
 void Subtraction::CutTree(entity& target) {
-  if (spared_.contains(&target) || !target.IsVisible() || !target.IsEnabled()) return;
+  if (spared_.contains(&target) || !IsOpen(target)) return;
   const std::size_t before = outermost_.size();
   const std::size_t children = target.getEntityList().size();
   for (std::size_t i = 0; i < children; ++i) CutTree(*target.getEntityList()[i]);
@@ -186,7 +186,7 @@ void GiveBack(EditStep& step, std::span<entity* const> objects) {
 }
 
 void AddTargets(const entity& e, std::vector<const Brush*>& brushes) {
-  if (!e.IsVisible() || !e.IsEnabled()) return;
+  if (!IsOpen(e)) return;
   if (e.brush.getNumFaces() > 0) brushes.push_back(&e.brush);
   for (const EntityPtr& child : e.getEntityList()) AddTargets(*child, brushes);
 }

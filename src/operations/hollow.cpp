@@ -9,7 +9,6 @@
 #include "document/edit_step.h"
 #include "document/map.h"
 #include "document/picking.h"
-#include "document/written_points.h"
 #include "operations/brush_check.h"
 #include "operations/csg.h"
 
@@ -27,10 +26,6 @@ Brush Grown(const Brush& brush, double by, Reporter& reporter) {
     grown.AddFace(std::move(moved));
   }
   grown.Rebuild(reporter);
-  const int faces = grown.getNumFaces();
-  for (int i = 0; i < faces; ++i) TakeWholePoints(grown.face(i));
-  grown.RenewWindings(reporter);
-  grown.UpdateBounds();
   return grown;
 }
 
@@ -50,7 +45,7 @@ std::vector<EntityPtr> Walls(const Brush& brush, int width, const ClassSet& clas
 }
 
 void CollectBrushes(entity& e, std::vector<entity*>& found) {
-  if (!e.IsVisible() || !e.IsEnabled()) return;
+  if (!IsOpen(e)) return;
   if (e.brush.getNumFaces() > 0) found.push_back(&e);
   for (const EntityPtr& child : e.getEntityList()) CollectBrushes(*child, found);
 }

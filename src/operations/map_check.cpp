@@ -31,6 +31,7 @@ void CheckMap(entity& e, std::vector<Problem>& list, const WadList& wads, double
     list.push_back({&e, static_cast<std::uint8_t>(face), code});
   };
   for (int i = 0; i < faces; ++i) UpdateFromWinding(brush.face(i));
+  e.Touch();
   for (int i = 0; i < faces; ++i) {
     add(i, FaceCheck(brush.face(i), tolerance));
     if (IsPlaceholder(brush.face(i).texture, wads)) add(i, CheckCode::UnknownTexture);

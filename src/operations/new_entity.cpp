@@ -80,7 +80,7 @@ std::string FitForKey(std::string_view text) {
 
 bool MayAddTo(const entity& parent) {
   for (const entity* e = &parent; e; e = e->Parent()) {
-    if (e->IsVisible() && e->IsEnabled()) continue;
+    if (IsOpen(*e)) continue;
     Reporter& reporter = e->getClass()->Set().Library().Report();
     return reporter.Show("Ferrowand asks",
                          "The current layer is hidden or disabled. Add the object?", Buttons::YesNo,

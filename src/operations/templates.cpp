@@ -46,7 +46,7 @@ EditResult MakeTemplate(Map& map, std::string_view name, const Vec3& pivot) {
   EditStep step(map);
   for (entity* root : roots) {
     step.Change(*root);
-    const EditResult result = TransformObject(*root, Transformation(-pivot), true);
+    const EditResult result = TransformObject(*root, Transformation(-pivot), false);
     if (result == EditResult::Done) continue;
     step.Cancel();
     return result;

@@ -85,7 +85,7 @@ class MemoryKey : public SettingsKey {
  private:
   static std::string TakePart(std::string_view& rest) {
     const std::size_t end = std::min(rest.find('\\'), rest.size());
-    const std::string part(rest.substr(0, end));
+    std::string part(rest.substr(0, end));
     rest.remove_prefix(std::min(end + 1, rest.size()));
     return part;
   }

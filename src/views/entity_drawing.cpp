@@ -13,7 +13,7 @@ constexpr Pen EMBED_PEN{{200, 0, 0}};
 
 void DrawGroup(const entity& e, DrawContext& context, const entity* root);
 
-EntityPtr ExpansionToDraw(const entity& instance, const DrawContext& context) {
+const entity* ExpansionToDraw(const entity& instance, const DrawContext& context) {
   return context.flags & DRAW_TEMPLATES ? ExpandInstance(instance) : nullptr;
 }
 
@@ -28,7 +28,7 @@ void DrawAs(const EntityClass& look, const entity& e, DrawContext& context) {
 // The expansion looks like a brush entity: its brushes are not there to be edited.
 void DrawInstance(const entity& e, DrawContext& context) {
   DrawAs(*e.getClass(), e, context);
-  const EntityPtr expansion = ExpansionToDraw(e, context);
+  const entity* expansion = ExpansionToDraw(e, context);
   if (!expansion) return;
   DrawAs(*e.getClass(), *expansion, context);
   for (const EntityPtr& child : expansion->getEntityList()) DrawGroup(*child, context, nullptr);
@@ -99,7 +99,7 @@ void DrawOutlineBy(EntityKind by, const entity& e, DrawContext& context) {
     for (const EntityPtr& child : e.getEntityList()) DrawOutlineBy(by, *child, context);
   }
   if (by != EntityKind::TemplateInstance) return;
-  const EntityPtr expansion = ExpansionToDraw(e, context);
+  const entity* expansion = ExpansionToDraw(e, context);
   if (!expansion) return;
   DrawOutlineBy(EntityKind::Entity, *expansion, context);
   for (const EntityPtr& child : expansion->getEntityList()) {

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "document/classes/entity_class.h"
+#include "document/classes/special_classes.h"
 #include "document/map.h"
 #include "geometry/tolerance.h"
 
@@ -51,15 +52,6 @@ DVec3 TowardsEye(const ViewTransform& transform) {
   return Cross(u, v);
 }
 
-// Of a point entity: its class box, or what a native class says of itself.
-Bounds PointBox(const entity& e) {
-  const EntityClass& own = *e.getClass();
-  if (own.IsNative()) return e.GetBounds();
-  if (!own.HasSizeBox()) return {};
-  return {e.Origin() + Vec3(own.minx, own.miny, own.minz),
-          e.Origin() + Vec3(own.maxx, own.maxy, own.maxz)};
-}
-
 class HitWalk {
  public:
   HitWalk(const HitQuery& query, const std::function<bool(const Hit&)>& visit)
@@ -70,7 +62,7 @@ class HitWalk {
   }
 
   bool Visit(entity& e) {
-    if (!e.IsVisible() || !e.IsEnabled()) return false;
+    if (!IsOpen(e)) return false;
     const Hit hit = Own(e);
     if (hit.object && visit_(hit)) return true;
     for (const EntityPtr& child : e.getEntityList()) {
@@ -104,15 +96,32 @@ class HitWalk {
   }
 
   Hit Own(entity& e) const {
-    if (e.brush.getNumFaces() > 0 && !IsFarFrom(e.brush.Box())) {
-      const int face = FaceAt(e.brush, query_.transform, query_.at);
-      if (face != NO_FACE) return {&e, face};
-    }
-    if (query_.level == PickLevel::Brushes || !query_.pointEntities || !e.HasOrigin()) return {};
+    if (OnlyHolds(e)) return {};
+    if (const int face = FaceOf(e.brush); face != NO_FACE) return {&e, face};
+    if (query_.level == PickLevel::Brushes) return {};
     const Bounds box = PointBox(e);
-    if (box.IsEmpty() || IsFarFrom(box)) return {};
-    const PixelRect rect = query_.transform.ToScreen(box.mins, box.maxs);
-    return IsWithin(rect, query_.at) ? Hit{&e, NO_FACE} : Hit{};
+    const bool hit = !box.IsEmpty() && !IsFarFrom(box) &&
+                     IsWithin(query_.transform.ToScreen(box.mins, box.maxs), query_.at);
+    return hit || HitsExpansion(e) ? Hit{&e, NO_FACE} : Hit{};
+  }
+
+  int FaceOf(const Brush& brush) const {
+    if (brush.getNumFaces() == 0 || IsFarFrom(brush.Box())) return NO_FACE;
+    return FaceAt(brush, query_.transform, query_.at);
+  }
+
+  // An instance is hit where the brushes that it stands for are seen.
+  bool HitsExpansion(const entity& e) const {
+    if (e.getClass()->Kind() != EntityKind::TemplateInstance) return false;
+    const Map* map = e.OwningMap();
+    if (!map || !map->Data().shown.templates || IsFarFrom(e.GetBounds())) return false;
+    const entity* expansion = ExpandInstance(e);
+    return expansion && HitsTree(*expansion);
+  }
+  bool HitsTree(const entity& e) const {
+    return FaceOf(e.brush) != NO_FACE ||
+           std::ranges::any_of(e.getEntityList(),
+                               [this](const EntityPtr& child) { return HitsTree(*child); });
   }
 
   const HitQuery& query_;

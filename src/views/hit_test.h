@@ -26,7 +26,6 @@ struct HitQuery {
   const ViewTransform& transform;
   Pixel at;
   PickLevel level = PickLevel::Objects;  // Brushes: point entities are not there
-  bool pointEntities = true;             // false where the view does not draw them
 };
 
 // Points on an edge are inside; so are those of a polygon seen as a line.

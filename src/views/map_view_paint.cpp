@@ -120,7 +120,7 @@ DrawContext MapView::Context(Canvas& canvas, const PixelRect& visible) const {
           .flags = DrawFlags(),
           .visible = visible,
           .pen = Pens().foreground,
-          .drawsEntities = options_.renderPointEntities != 0,
+          .drawsEntities = map.Data().shown.pointEntities,
           .centreDots = centreDots,
           .heightlo = heightlo,
           .heighthi = heighthi,
@@ -165,7 +165,7 @@ unsigned MapView::DrawFlags() const {
   set(options_.drawLightRadius != 0, DRAW_LIGHT_RADIUS);
   set(options_.forceEntityLinks != 0, DRAW_TARGETS);
   set(options_.entityNames != 0, DRAW_CLASSNAMES);
-  set(options_.drawTemplates != 0, DRAW_TEMPLATES);
+  set(map.Data().shown.templates, DRAW_TEMPLATES);
   set(options_.blackBack != 0, DRAW_WHITE_TEXT);
   return flags;
 }

@@ -2,6 +2,7 @@
 
 #include "document/classes/class_set.h"
 #include "document/document_fixture.h"
+#include "support/document_checks.h"
 
 namespace ferrowand {
 namespace {
@@ -75,10 +76,11 @@ TEST_F(EditStepTest, WhatChangesStaysTheSameObject) {
   EXPECT_EQ(group.getEntityList().front().get(), &member);
 }
 
-TEST_F(EditStepTest, EvenKeysThatStandTwiceComeBack) {
+TEST_F(EditStepTest, KeysComeBackWithWhatIsDecodedOfThemEvenThoseThatStandTwice) {
   entity& e = Add(map);
   e.AddKey("twice", "1");
   e.AddKey("twice", "2");
+  e.SetKey("angle", "45");
   const std::string before = ExtendedText(map);
   {
     EditStep step(map);
@@ -86,11 +88,17 @@ TEST_F(EditStepTest, EvenKeysThatStandTwiceComeBack) {
     e.SetKey("twice", "3");
     step.Change(e);
     e.SetKey("twice", "4");
+    e.SetKey("angle", "90");
+    e.SetKey("origin", "1 2 3");
+    e.SetKey("classname", "layer");
+    e.SetFlags(3);
   }
   map.undo.Undo();
   EXPECT_EQ(ExtendedText(map), before);
+  EXPECT_TRUE(IsConsistent(map));
   map.undo.Redo();
   EXPECT_STREQ(e.GetKey("twice"), "4");
+  EXPECT_TRUE(IsConsistent(map));
 }
 
 TEST_F(EditStepTest, WhatComesBackIsOfTheClassesThatTheMapUsesByNow) {

@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "document/document_fixture.h"
+#include "support/cases.h"
 
 namespace ferrowand {
 namespace {
@@ -42,33 +43,32 @@ TEST_F(EntityTest, SettingAKeyMovesItToTheEndAndSparesOtherSpellings) {
   EXPECT_STREQ(plain.GetKey("ORIGIN"), "1 2 3");
   EXPECT_EQ(plain.Origin(), Vec3(4, 5, 6));
   EXPECT_EQ(plain.GetKey("target"), nullptr);
-}
-
-TEST_F(EntityTest, AKeyMayBeSetFromItsOwnTexts) {
   const std::string longValue(100, 'v');
   plain.SetKey("name", longValue);
-  plain.SetKey(plain.KeyName(2), plain.GetKey("name"));
+  plain.SetKey(plain.KeyName(plain.numkeys() - 1), plain.GetKey("name"));  // its own texts
   EXPECT_EQ(plain.GetKey("name"), longValue);
 }
 
 TEST_F(EntityTest, OriginsKeepWhatTheTextDoesNotTell) {
-  struct Case {
-    const char* text;
-    Vec3 expected;
-  };
-  for (const Case& c : {Case{"8 16", {8, 16, 3}}, Case{"-8.5\t+16 .25", {-8.5f, 16, 0.25f}},
-                        Case{"8 x 5", {8, 2, 3}}, Case{"8,5", {8, 2, 3}}, Case{"", {1, 2, 3}},
-                        Case{"- 1 1", {1, 2, 3}}, Case{"nan inf 1", {1, 2, 3}},
-                        Case{"7-6-5", {7, -6, -5}}, Case{"1e2 0 0", {100, 0, 0}}}) {
+  for (const auto& [text, expected] :
+       Cases<const char*, Vec3>{{"8 16", {8, 16, 3}},
+                                {"-8.5\t+16 .25", {-8.5f, 16, 0.25f}},
+                                {"8 x 5", {8, 2, 3}},
+                                {"8,5", {8, 2, 3}},
+                                {"", {1, 2, 3}},
+                                {"- 1 1", {1, 2, 3}},
+                                {"nan inf 1", {1, 2, 3}},
+                                {"7-6-5", {7, -6, -5}},
+                                {"1e2 0 0", {100, 0, 0}}}) {
     plain.SetKey("origin", "1 2 3");
-    plain.SetKey("origin", c.text);
-    EXPECT_EQ(plain.Origin(), c.expected) << c.text;
+    plain.SetKey("origin", text);
+    EXPECT_EQ(plain.Origin(), expected) << text;
   }
   plain.SetKey("origin", "1e99 -1e99 0");
   EXPECT_TRUE(std::isfinite(plain.Origin().x) && std::isfinite(plain.Origin().y));
 }
 
-TEST_F(EntityTest, AnglesAndFlagsAreWholeNumbers) {
+TEST_F(EntityTest, WhatIsDecodedIsSetAsTextToo) {
   plain.SetKey("Angle", "90.7");
   EXPECT_EQ(plain.angle(), 90);
   plain.SetKey("angle", "-2");
@@ -77,9 +77,6 @@ TEST_F(EntityTest, AnglesAndFlagsAreWholeNumbers) {
   EXPECT_EQ(plain.flags(), 3);
   plain.SetFlags(-1);
   EXPECT_EQ(plain.flags(), -1);
-}
-
-TEST_F(EntityTest, OriginsAreSetAsTextToo) {
   plain.SetOrigin(1, -2, 32767);
   EXPECT_STREQ(plain.GetKey("origin"), "1.000000 -2.000000 32767.000000");
   plain.SetOriginAxis(1, 5);
@@ -130,7 +127,9 @@ TEST_F(EntityTest, ClassesComeFromTheMapThatHoldsTheEntity) {
 TEST_F(EntityTest, ACopyIsDeepAndBelongsToNothing) {
   const entity& door =
       ReadBody("\"classname\" \"func_door\"\"angle\" \"90\"" + Cuboid(0, 0, 0, 16, 16, 16));
+  map->currentLayer()->getEntityList().front()->state = 0;
   const EntityPtr copy = door.Copy();
+  EXPECT_EQ(copy->state, 0);
   EXPECT_EQ(ExtendedText(*copy), ExtendedText(door));
   EXPECT_EQ(copy->Parent(), nullptr);
   EXPECT_EQ(copy->getClass(), door.getClass());

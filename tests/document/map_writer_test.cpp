@@ -1,20 +1,14 @@
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include "document/document_fixture.h"
 #include "document/edit_step.h"
 #include "document/map.h"
+#include "support/cases.h"
 
 namespace ferrowand {
 namespace {
 
 const std::string DATA = FERROWAND_TEST_DATA;
-
-std::string Slurp(const std::string& name) {
-  std::ifstream file(name, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
 
 class MapWriterTest : public DocumentTest, public MapObserver {
  protected:
@@ -27,31 +21,29 @@ class MapWriterTest : public DocumentTest, public MapObserver {
 TEST_F(MapWriterTest, BothFormatsAreWrittenByteForByte) {
   const auto map = LoadMap(data, DATA + "/organised.xmp");
   ASSERT_NE(map, nullptr);
-  EXPECT_EQ(ExtendedText(*map), Slurp(DATA + "/organised.xmp"));
-  EXPECT_EQ(QuakeText(*map), Slurp(DATA + "/organised.map"));
-  EXPECT_EQ(QuakeText(*map, WRITE_VISIBLE_ONLY), Slurp(DATA + "/organised_visible.map"));
+  EXPECT_EQ(ExtendedText(*map), FileText(DATA + "/organised.xmp"));
+  EXPECT_EQ(QuakeText(*map), FileText(DATA + "/organised.map"));
+  EXPECT_EQ(QuakeText(*map, WRITE_VISIBLE_ONLY), FileText(DATA + "/organised_visible.map"));
 }
 
 TEST_F(MapWriterTest, TheNameDecidesTheFormat) {
-  struct Case {
-    const char* name;
-    const char* written;
-    bool quakeMap;
-  };
-  for (const Case& c :
-       {Case{"room", "room.xmp", false}, Case{"room.MAP", "room.MAP", true},
-        Case{"room.bak", "room.bak", false}, Case{"a.b/room", "a.b/room.xmp", false},
-        Case{"roommap", "roommap.xmp", false}, Case{"room.", "room..xmp", false},
-        Case{"two.maps", "two.maps", false}}) {
+  for (const auto& [name, target, quakeMap] :
+       Cases<const char*, const char*, bool>{{"room", "room.xmp", false},
+                                             {"room.MAP", "room.MAP", true},
+                                             {"room.bak", "room.bak", false},
+                                             {"a.b/room", "a.b/room.xmp", false},
+                                             {"roommap", "roommap.xmp", false},
+                                             {"room.", "room..xmp", false},
+                                             {"two.maps", "two.maps", false}}) {
     std::filesystem::create_directories(temp.Path("a.b"));
     Map map(data);
     map.AddObserver(*this);
     EditStep(map).ChangeKeys(map);
-    EXPECT_TRUE(map.Save(temp.Path(c.name), 0, {})) << c.name;
-    EXPECT_EQ(map.filename, temp.Path(c.written));
+    EXPECT_TRUE(map.Save(temp.Path(name), 0, {})) << name;
+    EXPECT_EQ(map.filename, temp.Path(target));
     EXPECT_FALSE(map.modified());
-    EXPECT_EQ(temp.Read(c.written).starts_with("//////////////////////////////\n"), c.quakeMap);
-    EXPECT_EQ(status.back(), c.quakeMap ? "Saved MAP format" : "Saved Extended MAP format");
+    EXPECT_EQ(temp.Read(target).starts_with("//////////////////////////////\n"), quakeMap);
+    EXPECT_EQ(status.back(), quakeMap ? "Saved MAP format" : "Saved Extended MAP format");
   }
 }
 
@@ -97,6 +89,17 @@ TEST_F(MapWriterTest, NoKeyOfTheEditorReachesTheGame) {
   }
   EXPECT_NE(text.find("{\n\t\"classname\" \"light\"\n\t\"axmp\" \"1\"\n}\n"), std::string::npos);
   EXPECT_NE(text.find("\t\"XM\" \"1\"\n"), std::string::npos);
+}
+
+// They stand in comments, which end with their line.
+TEST_F(MapWriterTest, NamesOfSeveralLinesStayComments) {
+  const auto map = ReadText("{" + Cuboid(0, 0, 0, 8, 8, 8) + "}{\"classname\" \"light\"}");
+  for (const EntityPtr& e : map->currentLayer()->getEntityList()) {
+    e->SetKey("XMPentityname", "one\r{\ntwo");
+  }
+  const auto read = ReadText(QuakeText(*map));
+  EXPECT_EQ(read->currentLayer()->getEntityList().size(), 2u);
+  EXPECT_TRUE(recorder.messages.empty());
 }
 
 TEST_F(MapWriterTest, FacesBesideChildrenAreReadBack) {

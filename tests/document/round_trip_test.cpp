@@ -1,6 +1,5 @@
 // Every map that is at hand is read, written, and read again in both formats: nothing may be lost.
 #include <algorithm>
-#include <cctype>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
@@ -12,18 +11,6 @@
 namespace ferrowand {
 namespace {
 
-namespace fs = std::filesystem;
-
-std::vector<std::string> MapFiles(const fs::path& folder) {
-  std::vector<std::string> names;
-  if (!fs::is_directory(folder)) return names;
-  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-    const fs::path extension = entry.path().extension();
-    if (extension == ".map" || extension == ".xmp") names.push_back(entry.path().string());
-  }
-  return names;
-}
-
 // What a map says, whatever its layers and the order of its keys: every object, and once more, with
 // the corners of its faces, each object whose corners all stand on whole units. The others' corners
 // move when their planes are written in whole units.
@@ -32,20 +19,8 @@ struct Contents {
   std::multiset<std::string> exact;
 };
 
-bool IsWhole(const entity& e) {
-  for (const Face& face : e.brush.Faces()) {
-    for (const WindingPoint& p : face.w->Points()) {
-      const auto whole = [](float v) { return v == std::round(v); };
-      if (!whole(p.x) || !whole(p.y) || !whole(p.z)) return false;
-    }
-  }
-  return true;
-}
-
-bool IsWholeTree(const entity& tree) {
-  bool whole = true;
-  ForEachEntity(tree, [&](const entity& e) { whole = whole && IsWhole(e); });
-  return whole;
+bool IsWhole(const Vec3& p) {
+  return p.x == std::round(p.x) && p.y == std::round(p.y) && p.z == std::round(p.z);
 }
 
 std::string Joined(const std::multiset<std::string>& parts) {
@@ -54,45 +29,32 @@ std::string Joined(const std::multiset<std::string>& parts) {
   return all;
 }
 
-std::string Texture(const Face& face) {
-  std::string name(face.Name());
-  for (char& c : name) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  return name + Format(" %.0f %.0f %.0f %f %f", face.xoff, face.yoff, face.rotation, face.xscale,
-                       face.yscale);
-}
-
-std::string Corners(const Face& face) {
-  std::multiset<std::string> corners;
-  for (const WindingPoint& p : face.w->Points()) {
-    corners.insert(Format("%.0f %.0f %.0f", p.x, p.y, p.z));
-  }
-  return Joined(corners);
-}
-
 Contents ContentsOf(const Map& map, bool game) {
   Contents contents;
   ForEachEntity(map, [&](const entity& e) {
     std::multiset<std::string> keys, textures, faces;
+    bool isWhole = true;
     for (int i = 0; i < e.numkeys(); ++i) {
       if (!game || !IsEditorKey(e.KeyName(i))) keys.insert(e.KeyName(i) + "=" + e.KeyValue(i));
     }
     for (const Face& face : e.brush.Faces()) {
-      textures.insert(Texture(face));
-      faces.insert(Texture(face) + "\n" + Corners(face));
+      std::multiset<std::string> corners;
+      for (const WindingPoint& p : face.w->Points()) {
+        corners.insert(Format("%.0f %.0f %.0f", p.x, p.y, p.z));
+        isWhole = isWhole && IsWhole(p.Position());
+      }
+      std::string texture(face.Name());
+      std::ranges::transform(texture, texture.begin(),
+                             [](unsigned char c) { return std::tolower(c); });
+      texture += Format(" %.0f %.0f %.0f %f %f", face.xoff, face.yoff, face.rotation, face.xscale,
+                        face.yscale);
+      textures.insert(texture);
+      faces.insert(texture + "\n" + Joined(corners));
     }
     contents.objects.insert(Joined(keys) + Joined(textures));
-    if (IsWhole(e)) contents.exact.insert(Joined(keys) + Joined(faces));
+    if (isWhole) contents.exact.insert(Joined(keys) + Joined(faces));
   });
   return contents;
-}
-
-void ExpectKept(const Map& before, const Map& after, bool game) {
-  const Contents expected = ContentsOf(before, game);
-  const Contents found = ContentsOf(after, game);
-  EXPECT_EQ(found.objects, expected.objects);
-  std::vector<std::string> lost;
-  std::ranges::set_difference(expected.exact, found.exact, std::back_inserter(lost));
-  EXPECT_EQ(lost, std::vector<std::string>());
 }
 
 class RoundTripTest : public DocumentTest {
@@ -102,7 +64,11 @@ class RoundTripTest : public DocumentTest {
     EXPECT_TRUE(map.Save(temp.Path(name), 0, {}));
     return LoadMap(data, temp.Path(name));
   }
-
+  static void ExpectKept(const Map& before, const Map& after, bool game) {
+    const Contents expected = ContentsOf(before, game), found = ContentsOf(after, game);
+    EXPECT_EQ(found.objects, expected.objects);
+    EXPECT_TRUE(std::ranges::includes(found.exact, expected.exact));
+  }
   void Check(const std::string& name) {
     SCOPED_TRACE(name);
     const auto first = LoadMap(data, name);
@@ -110,29 +76,30 @@ class RoundTripTest : public DocumentTest {
     const auto extended = SaveAndRead(*first, "1.xmp");
     ExpectKept(*first, *extended, false);
     EXPECT_TRUE(extended->Save(temp.Path("2.xmp"), 0, {}));
-    if (IsWholeTree(*first)) {
+    const Contents contents = ContentsOf(*first, false);
+    if (contents.exact.size() == contents.objects.size()) {
       EXPECT_EQ(temp.Read("1.xmp"), temp.Read("2.xmp"));
     }
-
     // What a Quake map says does not change by another passage through it.
     const auto game = SaveAndRead(*first, "1.map");
-    const auto again = SaveAndRead(*game, "2.map");
-    ExpectKept(*game, *again, true);
+    ExpectKept(*game, *SaveAndRead(*game, "2.map"), true);
     if (name.ends_with(".map")) ExpectKept(*first, *game, true);
   }
 };
 
 TEST_F(RoundTripTest, NothingIsLost) {
-  std::vector<fs::path> folders{FERROWAND_TEST_DATA, fs::path(FERROWAND_DATA) / "maps"};
-  if (const char* corpus = std::getenv("FERROWAND_CORPUS")) folders.push_back(corpus);
+  const char* corpus = std::getenv("FERROWAND_CORPUS");
   std::size_t count = 0;
-  for (const fs::path& folder : folders) {
-    for (const std::string& name : MapFiles(folder)) {
-      Check(name);
+  for (const char* folder : {FERROWAND_TEST_DATA, FERROWAND_DATA "/maps", corpus}) {
+    if (!folder) continue;
+    for (const auto& file : std::filesystem::directory_iterator(folder)) {
+      const auto extension = file.path().extension();
+      if (extension != ".map" && extension != ".xmp") continue;
+      Check(file.path().string());
       ++count;
     }
   }
-  EXPECT_GT(count, 0u);
+  EXPECT_GE(count, 6u);
 }
 
 }  // namespace

@@ -35,7 +35,7 @@ TEST_F(WrittenPointsTest, RoundedCornersAreWrittenWhereTheyLieOnThePlane) {
   for (const Face& face : brush.Faces()) {
     const WrittenPoints written = PointsToWrite(face);
     EXPECT_EQ(written.miss, 0);
-    EXPECT_TRUE(HavePlane(written.points, *AsWhole(face.planepts)));
+    EXPECT_TRUE(HavePlane(written.points, AsWhole(face.planepts)));
     for (std::size_t i = 0; i < 3; ++i) {
       EXPECT_EQ(Vec3(written.points[i]), face.w->Points()[i].Position());
     }
@@ -76,7 +76,7 @@ TEST_F(WrittenPointsTest, ATurnedBrushStandsOverTenSaves) {
     auto map = Open(CutBlock("( 3 0 41 ) ( 0 61 37 ) ( 59 64 47 )"));
     TransformEntity(Holder(*map), Matrix::TurnZ(degrees), {32, 32, 0});
     const Brush turned = BrushOf(*map).Copy();
-    EXPECT_EQ(FacesMovedBySaving(*map).count, 0);
+    EXPECT_EQ(ShapeInFile(*map, reporter).movedFaces, 0);
     std::string first;
     for (int save = 0; save < 10; ++save) {
       const std::string text = ExtendedText(*map);

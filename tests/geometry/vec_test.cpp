@@ -8,12 +8,10 @@ namespace {
 TEST(Vec, RoundingGoesHalfAwayFromZeroAndNeverOverflows) {
   constexpr std::int32_t MOST = 2147483647, LEAST = -MOST - 1;
   constexpr double NONE = std::numeric_limits<double>::quiet_NaN(), ENDLESS = HUGE_VAL;
-  const struct {
-    double value;
-    std::int32_t rounded;
-  } cases[] = {{15.5, 16},  {-15.5, -16},  {15.49, 15},        {-0.4, 0}, {-0.5, -1},
-               {4e9, MOST}, {-4e9, LEAST}, {MOST + 0.4, MOST}, {NONE, 0}, {ENDLESS, MOST}};
-  for (const auto& c : cases) EXPECT_EQ(RoundToInt(c.value), c.rounded) << c.value;
+  const std::pair<double, std::int32_t> cases[] = {
+      {15.5, 16},  {-15.5, -16},  {15.49, 15},        {-0.4, 0}, {-0.5, -1},
+      {4e9, MOST}, {-4e9, LEAST}, {MOST + 0.4, MOST}, {NONE, 0}, {ENDLESS, MOST}};
+  for (const auto& [value, rounded] : cases) EXPECT_EQ(RoundToInt(value), rounded) << value;
 }
 
 TEST(Vec, RightAnglesAreExactInEveryTurn) {

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <limits>
 #include <random>
 #include <utility>
 #include <vector>
@@ -52,18 +54,15 @@ TEST_F(WindingTest, APlaneLooksToTheSideFromWhichItsPointsRunClockwise) {
 }
 
 TEST_F(WindingTest, ABaseSquareStartsAtTheUpperLeft) {
-  const struct {
-    Plane plane;
-    std::vector<Vec3> points;
-  } cases[] = {
+  const std::pair<Plane, std::vector<Vec3>> cases[] = {
       {{{0, 0, 1}, 64},
        {{8192, 8192, 64}, {8192, -8192, 64}, {-8192, -8192, 64}, {-8192, 8192, 64}}},
       {{{1, 0, 0}, 5}, {{5, -8192, 8192}, {5, 8192, 8192}, {5, 8192, -8192}, {5, -8192, -8192}}},
       {{{0, -1, 0}, 5},
        {{-8192, -5, 8192}, {8192, -5, 8192}, {8192, -5, -8192}, {-8192, -5, -8192}}},
   };
-  for (const auto& c : cases) {
-    EXPECT_EQ(Positions(*BasePolyForPlane(c.plane, reporter)), c.points);
+  for (const auto& [plane, points] : cases) {
+    EXPECT_EQ(Positions(*BasePolyForPlane(plane, reporter)), points);
   }
 }
 
@@ -85,10 +84,7 @@ TEST_F(WindingTest, AnEstimateAbove64IsReportedAndGivenAllTheSame) {
 }
 
 TEST_F(WindingTest, AWindingThatNothingIsCutFromComesBackItself) {
-  const struct {
-    const char* what;
-    Plane split;
-  } cases[] = {
+  const std::pair<const char*, Plane> cases[] = {
       {"in front", {{1, 0, 0}, -50}},
       {"touching from the front", {{1, 0, 0}, -10}},
       {"behind by no more than the tolerance", {{1, 0, 0}, -9.9}},
@@ -96,12 +92,12 @@ TEST_F(WindingTest, AWindingThatNothingIsCutFromComesBackItself) {
       {"within the tolerance of the plane", {{0, 0, -1}, -4.95}},
       {"a plane without normal", {{NONE, NONE, NONE}, NONE}},
   };
-  for (const auto& c : cases) {
+  for (const auto& [what, split] : cases) {
     WindingPtr in = Square();
     const winding* before = in.get();
-    const WindingPtr out = ClipWinding(std::move(in), c.split, reporter);
-    ASSERT_EQ(out.get(), before) << c.what;
-    EXPECT_EQ(out->numpoints, 4) << c.what;
+    const WindingPtr out = ClipWinding(std::move(in), split, reporter);
+    ASSERT_EQ(out.get(), before) << what;
+    EXPECT_EQ(out->numpoints, 4) << what;
   }
 }
 

@@ -1,9 +1,12 @@
 #include "operations/clipboard.h"
 
 #include "document/classes/class_set.h"
+#include "gamedata/wad_builder.h"
 #include "operations/edit_fixture.h"
 #include "operations/groups.h"
 #include "operations/insert.h"
+#include "operations/transform_selection.h"
+#include "support/cases.h"
 
 namespace ferrowand {
 namespace {
@@ -46,27 +49,22 @@ TEST_F(ClipboardTest, CuttingIsOneStepAndPastingGivesBackWhatWasCut) {
 }
 
 TEST_F(ClipboardTest, SingleEntitiesAndBrushesOutOfATextFileArePasted) {
-  struct Case {
-    std::string text;
-    const char* classname;
-    std::size_t children;
-    int faces;
-  };
   const std::string cuboid = Cuboid(0, 0, 0, 8, 8, 8);
-  for (const Case& c :
-       {Case{cuboid, "brush", 0, 6},
-        {"  // a light\n{ \"classname\" \"light\" \"origin\" \"1 2 3\" }", "light", 0, 0},
-        {"{ \"classname\" \"func_door\" " + cuboid + cuboid + "}", "func_door", 2, 0},
-        {"{ \"classname\" \"worldspawn\" }{ \"classname\" \"light\" }", "light", 0, 0},
-        {"{ \"classname\" \"worldspawn\" " + Layer("x", 1, cuboid) + "}", "brush", 0, 6}}) {
-    SCOPED_TRACE(c.text);
+  for (const auto& [text, classname, children, faces] :
+       Cases<std::string, const char*, std::size_t, int>{
+           {cuboid, "brush", 0, 6},
+           {"  // a light\n{ \"classname\" \"light\" \"origin\" \"1 2 3\" }", "light", 0, 0},
+           {"{ \"classname\" \"func_door\" " + cuboid + cuboid + "}", "func_door", 2, 0},
+           {"{ \"classname\" \"worldspawn\" }{ \"classname\" \"light\" }", "light", 0, 0},
+           {"{ \"classname\" \"worldspawn\" " + Layer("x", 1, cuboid) + "}", "brush", 0, 6}}) {
+    SCOPED_TRACE(text);
     SetUp();
-    ASSERT_EQ(PasteText(*map, c.text), EditResult::Done);
+    ASSERT_EQ(PasteText(*map, text), EditResult::Done);
     ASSERT_EQ(map->selection.size(), 1u);
     const entity& pasted = *map->selection.front();
-    EXPECT_STREQ(pasted.GetKey("classname"), c.classname);
-    EXPECT_EQ(pasted.getEntityList().size(), c.children);
-    EXPECT_EQ(pasted.brush.getNumFaces(), c.faces);
+    EXPECT_STREQ(pasted.GetKey("classname"), classname);
+    EXPECT_EQ(pasted.getEntityList().size(), children);
+    EXPECT_EQ(pasted.brush.getNumFaces(), faces);
     EXPECT_STRNE(pasted.GetKey("XMPentityname"), "worldspawn");
     EXPECT_EQ(pasted.Parent(), &Get("main"));
   }
@@ -98,6 +96,32 @@ TEST_F(ClipboardTest, WhatIsPastedIsOfTheClassesOfItsNewMap) {
   InsertEntity(*map, map->classSet->FindClass("light"), {8, 16, 24});
   EXPECT_EQ(map->selection.front()->getClass()->classname, "light");
   EXPECT_STREQ(map->selection.front()->GetKey("origin"), "8.000000 16.000000 24.000000");
+}
+
+TEST_F(ClipboardTest, WhatComesBackHasTheTexturesOfTheWadsThatTheMapHasByThen) {
+  const auto use = [&](const char* name, const char* texture) {
+    const std::string path = temp.Write(name, WadBytes({{texture, 8, 8, "x"}}));
+    map->wads.Clear();
+    map->wads.Add(path, data.wads.Get(path));
+    map->ResolveTextures(map->wads);
+  };
+  use("one.wad", "wall");
+  const EntityPtr prototype = Get("a").Copy();
+  Pick({"a"});
+  SetKeyOfSelection(*map, "key", "1");
+  DuplicateSelection(*map, {0, 0, 64}, {});
+  std::string text;
+  CutSelection(*map, text);
+  use("two.wad", "WALL");
+  PasteText(*map, text);
+  EXPECT_TRUE(IsConsistent(*map));
+  InsertCopy(*map, *prototype, {0, 0, 0});
+  EXPECT_TRUE(IsConsistent(*map));
+  EXPECT_EQ(InsertGroup(*map, temp.Write("group.xmp", text)), EditResult::Done);
+  while (map->undo.CanUndo()) {
+    map->undo.Undo();
+    EXPECT_TRUE(IsConsistent(*map));
+  }
 }
 
 TEST_F(ClipboardTest, AGroupGoesThroughAFile) {

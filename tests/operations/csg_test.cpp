@@ -7,6 +7,7 @@
 #include <map>
 #include <random>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "document/edit_step.h"
@@ -14,6 +15,7 @@
 #include "operations/csg_commands.h"
 #include "operations/edit_fixture.h"
 #include "support/brush_checks.h"
+#include "support/cases.h"
 
 namespace ferrowand {
 namespace {
@@ -37,12 +39,22 @@ class CsgTest : public EditTest {
   const ClassSet& Classes() { return data.classes.Default(); }
 };
 
-TEST_F(CsgTest, ASplitFillsBothHalvesAndCapsThem) {
-  const Brush source = BrushOf(0, 0, 0, 64, 64, 64);
+TEST_F(CsgTest, ASplitFillsBothHalvesAndCapsThemInTheLookOfTheFirstFace) {
+  Brush source = BrushOf(0, 0, 0, 64, 64, 64);
+  Face& first = source.face(0);
+  first.SetName("stone");
+  first.xoff = 5;
+  first.rotation = 45;
+  first.yscale = 2;
   Brush outside(Colour{}), inside(Colour{});
   ASSERT_TRUE(SplitBrush(source, {{1, 0, 0}, 16}, outside, inside, reporter));
-  EXPECT_TRUE(IsSolid(outside));
-  EXPECT_TRUE(IsSolid(inside));
+  for (const Brush* half : {&outside, &inside}) {
+    EXPECT_TRUE(IsSolid(*half));
+    const Face& cap = half->Faces().back();
+    EXPECT_EQ(cap.Name(), "stone");
+    EXPECT_EQ(std::tie(cap.xoff, cap.rotation, cap.yscale),
+              std::tie(first.xoff, first.rotation, first.yscale));
+  }
   EXPECT_EQ(outside.Box(), (Bounds{{16, 0, 0}, {64, 64, 64}}));
   EXPECT_EQ(inside.Box(), (Bounds{{0, 0, 0}, {16, 64, 64}}));
   EXPECT_EQ(outside.Faces().back().plane.normal, DVec3(-1, 0, 0));
@@ -54,41 +66,20 @@ TEST_F(CsgTest, ASplitFillsBothHalvesAndCapsThem) {
 TEST_F(CsgTest, ASplitBesideTheSolidLeavesOneHalfEmpty) {
   const Brush source = BrushOf(0, 0, 0, 64, 64, 64);
   Brush outside(Colour{}), inside(Colour{});
-  const struct {
-    Plane plane;
-    int outside, inside;
-  } cases[] = {
+  const Cases<Plane, int, int> cases{
       {{{1, 0, 0}, -8}, 6, 0},
       {{{1, 0, 0}, 80}, 0, 6},
       // A face on the plane is in neither half; the cap takes its place.
       {{{1, 0, 0}, 0.05}, 6, 0},
       {{{1, 0, 0}, 64}, 0, 6},
   };
-  for (const auto& c : cases) {
-    EXPECT_TRUE(SplitBrush(source, c.plane, outside, inside, reporter));
-    EXPECT_EQ(outside.getNumFaces(), c.outside);
-    EXPECT_EQ(inside.getNumFaces(), c.inside);
+  for (const auto& [plane, facesOutside, facesInside] : cases) {
+    EXPECT_TRUE(SplitBrush(source, plane, outside, inside, reporter));
+    EXPECT_EQ(outside.getNumFaces(), facesOutside);
+    EXPECT_EQ(inside.getNumFaces(), facesInside);
   }
   EXPECT_FALSE(SplitBrush(Brush(Colour{}), {{1, 0, 0}, 0}, outside, inside, reporter));
   EXPECT_EQ(inside.getNumFaces(), 0);
-}
-
-TEST_F(CsgTest, ACapLooksLikeTheFirstFace) {
-  Brush source = BrushOf(0, 0, 0, 64, 64, 64);
-  Face& first = source.face(0);
-  first.SetName("stone");
-  first.xoff = 5;
-  first.rotation = 45;
-  first.yscale = 2;
-  Brush outside(Colour{}), inside(Colour{});
-  SplitBrush(source, {{0, 0, 1}, 16}, outside, inside, reporter);
-  for (const Brush* half : {&outside, &inside}) {
-    const Face& cap = half->Faces().back();
-    EXPECT_EQ(cap.Name(), "stone");
-    EXPECT_EQ(cap.xoff, 5);
-    EXPECT_EQ(cap.rotation, 45);
-    EXPECT_EQ(cap.yscale, 2);
-  }
 }
 
 // How far inside it a point lies; negative outside.

@@ -4,6 +4,7 @@
 
 #include "document/document_fixture.h"
 #include "document/picking.h"
+#include "support/document_checks.h"
 
 namespace ferrowand {
 
@@ -47,10 +48,13 @@ class EditTest : public DocumentTest {
   void ExpectOneStep(const std::string& before) {
     const std::string after = Text();
     EXPECT_NE(after, before);
+    EXPECT_TRUE(IsConsistent(*map));
     map->undo.Undo();
     EXPECT_EQ(Text(), before);
+    EXPECT_TRUE(IsConsistent(*map));
     map->undo.Redo();
     EXPECT_EQ(Text(), after);
+    EXPECT_TRUE(IsConsistent(*map));
   }
   std::vector<std::string> Children(const std::string& name) {
     std::vector<std::string> names;

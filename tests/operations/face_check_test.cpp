@@ -20,10 +20,7 @@ class FaceCheckTest : public testing::Test {
   Face Make(const std::vector<Vec3>& points) {
     Face face;
     face.plane = {{0, 0, 1}, 0};
-    face.w = newWinding(static_cast<unsigned>(points.size()), reporter);
-    for (std::size_t i = 0; i < points.size(); ++i) {
-      face.w->Points()[i] = {points[i].x, points[i].y, points[i].z};
-    }
+    face.w = WindingOf(points, reporter);
     return face;
   }
   Face Square(const Vec3& at = {}, float size = 64) {

@@ -67,6 +67,11 @@ TEST_F(GroupsTest, ABrushEntityIsMadeOfBrushesOrOfAGroup) {
   named.erase(named.find(comment), comment.size());
   EXPECT_EQ(named, direct);
   EXPECT_EQ(Get("group1").GetKey("groupFather"), nullptr);
+  map->undo.Undo();
+  const EntityClass& light = map->classSet->FindClass("light");
+  EXPECT_EQ(GroupSelectionAs(*map, light), EditResult::Done);
+  EXPECT_EQ(Get("group1").flags(), light.tildeValue);
+  EXPECT_NE(light.tildeValue, 0);
 }
 
 TEST_F(GroupsTest, WhatIsNewJoinsTheLeadingGroupUntilNoneLeads) {
@@ -76,6 +81,7 @@ TEST_F(GroupsTest, WhatIsNewJoinsTheLeadingGroupUntilNoneLeads) {
   GroupSelection(*map);
   EXPECT_EQ(SetAsLeading(*map), EditResult::Done);
   InsertEntity(*map, light, {8, 8, 8});
+  EXPECT_EQ(map->selection.front()->flags(), light.tildeValue);
   EXPECT_EQ(Children("group1").size(), 2u);
   map->selection.Clear();
   EXPECT_EQ(SetAsLeading(*map), EditResult::Done);
@@ -198,12 +204,12 @@ TEST_F(GroupsTest, ATemplateStandsWhereItWasMade) {
   Pick({"a", "b"});
   const std::string before = Text();
   const Bounds bounds = SelectionBounds(*map);
-  EXPECT_EQ(MakeTemplate(*map, "T", {96, 32, 0}), EditResult::Done);
-  EXPECT_EQ(TemplateNames(*map), Names{"T"});
+  EXPECT_EQ(MakeTemplate(*map, "\"T\"", {96, 32, 0}), EditResult::Done);
+  EXPECT_EQ(TemplateNames(*map), Names{"'T'"});
   EXPECT_EQ(SelectionBounds(*map), bounds);
-  EXPECT_FALSE(Get("T").IsVisible());
+  EXPECT_FALSE(Get("'T'").IsVisible());
   ExpectOneStep(before);
-  InsertInstance(*map, {"T", 90, {2, 1, 1}}, {0, 0, 512});
+  InsertInstance(*map, {"\"T\"", 90, {2, 1, 1}}, {0, 0, 512});
   EXPECT_EQ(map->selection.front()->GetBounds(), (Bounds{{-32, -192, 512}, {32, 192, 576}}));
   InsertEmbed(*map, "a\"b.xmp", {{-8, -16, -24}, {8, 16, 24}}, {100, 0, 0});
   EXPECT_EQ(map->selection.front()->GetBounds(), (Bounds{{92, -16, -24}, {108, 16, 24}}));

@@ -5,6 +5,7 @@
 #include "document/document_fixture.h"
 #include "operations/face_check.h"
 #include "support/brush_checks.h"
+#include "support/cases.h"
 
 namespace ferrowand {
 namespace {
@@ -30,7 +31,7 @@ class PrimitivesTest : public DocumentTest {
   Map map{data};
 };
 
-TEST_F(PrimitivesTest, EveryKindFillsItsBoxWithAnyNumberOfSides) {
+TEST_F(PrimitivesTest, EveryKindFillsItsBoxWithAnyNumberOfSidesOrSaysWhyNot) {
   const Bounds boxes[] = {{{-64, -64, -64}, {64, 64, 64}},
                           {{0, 0, 0}, {256, 128, 512}},
                           {{3001, -17, 5}, {3338, 240, 317}},
@@ -46,68 +47,55 @@ TEST_F(PrimitivesTest, EveryKindFillsItsBoxWithAnyNumberOfSides) {
         ASSERT_TRUE(made.object);
         ExpectSound(*made.object, box);
       }
+      for (const float size : {0.0f, 2.0f, 6.0f, 16.0f, 24.0f}) {
+        const Bounds small{{0, 0, 0}, {size, size / 2 + 1, 7}};
+        const PrimitiveResult made = MakePrimitive({kind, small, 2, sides}, "stone", map);
+        EXPECT_EQ(made.reason.empty(), made.object != nullptr);
+        if (made.object) ExpectSound(*made.object, small);
+      }
     }
   }
 }
 
 TEST_F(PrimitivesTest, ShapesHaveTheFacesOfTheirKind) {
   const Bounds box{{0, 0, 0}, {256, 256, 256}};
-  const struct {
-    PrimitiveKind kind;
-    int sides, faces;
-    double volume;
-  } cases[] = {
+  const Cases<PrimitiveKind, int, int, double> cases{
       {PrimitiveKind::Cuboid, 0, 6, 1.0},        {PrimitiveKind::Wedge, 0, 5, 0.5},
       {PrimitiveKind::Pyramid, 0, 5, 1.0 / 3},   {PrimitiveKind::Column, 4, 6, 1.0},
       {PrimitiveKind::Column, 8, 10, 0.83},      {PrimitiveKind::Column, 30, 32, 0.785},
       {PrimitiveKind::Sphere, 8, 32, 0.496},     {PrimitiveKind::Sphere, 6, 30, 0.465},
       {PrimitiveKind::Hemisphere, 8, 25, 0.446}, {PrimitiveKind::Hemisphere, 15, 31, 0.469},
   };
-  for (const auto& c : cases) {
-    const PrimitiveResult made = MakePrimitive({c.kind, box, 2, c.sides}, "stone", map);
-    ASSERT_TRUE(made.object) << c.faces;
-    EXPECT_EQ(made.object->brush.getNumFaces(), c.faces);
-    EXPECT_NEAR(Volume(made.object->brush) / (256.0 * 256 * 256), c.volume, 0.02) << c.faces;
+  for (const auto& [kind, sides, faces, volume] : cases) {
+    const PrimitiveResult made = MakePrimitive({kind, box, 2, sides}, "stone", map);
+    ASSERT_TRUE(made.object) << faces;
+    EXPECT_EQ(made.object->brush.getNumFaces(), faces);
+    EXPECT_NEAR(Volume(made.object->brush) / (256.0 * 256 * 256), volume, 0.02) << faces;
   }
 }
 
 TEST_F(PrimitivesTest, ApexAndSlopePointAlongTheAxis) {
   for (int axis = 0; axis < 3; ++axis) {
-    for (const PrimitiveKind kind : {PrimitiveKind::Pyramid, PrimitiveKind::Hemisphere}) {
+    const auto contains = [&](PrimitiveKind kind, double across, double other, double along) {
       const auto made = MakePrimitive({kind, {{0, 0, 0}, {64, 64, 64}}, axis, 8}, "stone", map);
-      ASSERT_TRUE(made.object);
-      DVec3 top(32, 32, 32);
-      top[axis] = 63;
-      EXPECT_TRUE(IsPointInsideBrush(made.object->brush, top));
-      top = DVec3(4, 4, 4);
-      top[axis] = 60;
-      EXPECT_FALSE(IsPointInsideBrush(made.object->brush, top));
+      DVec3 p;
+      p[(axis + 1) % 3] = across;
+      p[(axis + 2) % 3] = other;
+      p[axis] = along;
+      return IsPointInsideBrush(made.object->brush, p);
+    };
+    for (const PrimitiveKind kind : {PrimitiveKind::Pyramid, PrimitiveKind::Hemisphere}) {
+      EXPECT_TRUE(contains(kind, 32, 32, 63));
+      EXPECT_FALSE(contains(kind, 4, 4, 60));
     }
-  }
-}
-
-TEST_F(PrimitivesTest, BoxesOfAnySizeGiveASoundSolidOrAReason) {
-  for (const PrimitiveKind kind : KINDS) {
-    const SideRange range = SidesOf(kind);
-    for (int size = 0; size <= 24; ++size) {
-      for (int sides = range.least; sides <= range.most; sides += 3) {
-        const Bounds box{{0, 0, 0},
-                         {static_cast<float>(size), static_cast<float>(size / 2 + 1), 7}};
-        const auto made = MakePrimitive({kind, box, 2, sides}, "stone", map);
-        EXPECT_EQ(made.reason.empty(), made.object != nullptr);
-        if (made.object) ExpectSound(*made.object, box);
-        EXPECT_TRUE(size > 0 || !made.object);
-      }
-    }
+    EXPECT_TRUE(contains(PrimitiveKind::Wedge, 63, 4, 60));
+    EXPECT_FALSE(contains(PrimitiveKind::Wedge, 4, 60, 60));
   }
 }
 
 TEST_F(PrimitivesTest, WhatCannotBeMadeIsSaidAndNothingIsAdded) {
   const Bounds box{{0, 0, 0}, {64, 64, 64}};
-  const struct {
-    Primitive primitive;
-    const char* text;
-  } cases[] = {
+  const std::pair<Primitive, const char*> cases[] = {
       {{PrimitiveKind::Column, box, 2, 2}, "The number of sides must be from 3 to 30."},
       {{PrimitiveKind::Column, box, 2, 31}, "The number of sides must be from 3 to 30."},
       {{PrimitiveKind::Sphere, box, 2, 16}, "The number of sides must be from 3 to 15."},
@@ -118,10 +106,10 @@ TEST_F(PrimitivesTest, WhatCannotBeMadeIsSaidAndNothingIsAdded) {
        "This would put an object outside the world."},
   };
   const std::string before = ExtendedText(map);
-  for (const auto& c : cases) {
+  for (const auto& [primitive, text] : cases) {
     recorder.messages.clear();
-    EXPECT_EQ(AddPrimitive(map, c.primitive, "stone"), nullptr);
-    EXPECT_EQ(recorder.OnlyText(), c.text);
+    EXPECT_EQ(AddPrimitive(map, primitive, "stone"), nullptr);
+    EXPECT_EQ(recorder.OnlyText(), text);
   }
   EXPECT_EQ(ExtendedText(map), before);
   EXPECT_FALSE(map.undo.CanUndo());

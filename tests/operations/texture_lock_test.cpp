@@ -1,11 +1,14 @@
 #include "operations/texture_lock.h"
 
 #include <cmath>
-#include <map>
-#include <tuple>
+#include <functional>
+#include <utility>
 
+#include "document/classes/special_classes.h"
 #include "operations/edit_fixture.h"
+#include "operations/templates.h"
 #include "operations/transform_selection.h"
+#include "support/cases.h"
 
 namespace ferrowand {
 namespace {
@@ -17,57 +20,22 @@ constexpr const char* WEDGE =
     "( 0 0 0 ) ( 64 0 0 ) ( 0 64 0 ) wall 0 7 0 1 -1\n"
     "( 64 0 0 ) ( 0 0 64 ) ( 0 64 64 ) wall 1 2 45 1 1\n}";
 
-class TextureLockTest : public EditTest {
- protected:
-  struct Corner {
-    Vec3 at;
-    float s, t;
-  };
-  // What the projection makes of each face, by the face's place.
-  std::vector<std::vector<Corner>> Corners() {
-    std::vector<std::vector<Corner>> faces;
-    for (const Face& face : Get("wedge").brush.Faces()) {
-      faces.emplace_back();
-      for (const WindingPoint& p : std::as_const(*face.w).Points()) {
-        faces.back().push_back({p.Position(), p.s, p.t});
-      }
-    }
-    return faces;
-  }
-  void OpenWedge() {
-    Open(Named("wedge", WEDGE));
-    // A fresh projection, as every move makes it.
-    Pick({"wedge"});
-    for (int i = 0; i < 5; ++i) UpdateFromWinding(Get("wedge").brush.face(i));
-  }
-  std::vector<std::tuple<float, float, float, float, float>> Settings() {
-    std::vector<std::tuple<float, float, float, float, float>> all;
-    for (const Face& f : Get("wedge").brush.Faces()) {
-      all.emplace_back(f.xoff, f.yoff, f.rotation, f.xscale, f.yscale);
-    }
-    return all;
-  }
-};
-
 using Options = const TransformOptions&;
-
-struct Step {
-  const char* name;
-  EditResult (*operation)(Map& map, Options options);
-  Matrix matrix;
-  DVec3 centre;
-  Vec3 by;
-};
-
 const Matrix SAME = Matrix::Diagonal(1, 1, 1);
-const Step STEPS[] = {
+
+// What is done, and where it leads.
+const Cases<const char*, std::function<EditResult(Map&, Options)>, Matrix, DVec3, Vec3> STEPS{
     {"move",
-     [](Map& m, Options o) { return MoveSelection(m, Vec3(24, -40, 13), o); },
+     [](Map& m, Options o) {
+       return MoveSelection(m, {24, -40, 13}, o);
+     },
      SAME,
      {},
      {24, -40, 13}},
     {"turn",
-     [](Map& m, Options o) { return RotateSelection(m, 0, 1, 90, DVec3(32, 8, 0), o); },
+     [](Map& m, Options o) {
+       return RotateSelection(m, 0, 1, 90, {32, 8, 0}, o);
+     },
      TurnMatrix(0, 1, 90),
      {32, 8, 0},
      {}},
@@ -87,65 +55,81 @@ const Step STEPS[] = {
      {32, 32, 32},
      {}},
     {"scale",
-     [](Map& m, Options o) { return ScaleSelection(m, DVec3(2, 2, 2), DVec3(), o); },
+     [](Map& m, Options o) {
+       return ScaleSelection(m, {2, 2, 2}, {}, o);
+     },
      Matrix::Diagonal(2, 2, 2),
      {},
-     {}},
-};
+     {}}};
 
-TEST_F(TextureLockTest, TexturesFollowTheirFaces) {
-  for (const Step& step : STEPS) {
-    SCOPED_TRACE(step.name);
-    OpenWedge();
-    const auto before = Corners();
-    ASSERT_EQ(step.operation(*map, {}), EditResult::Done);
-    const auto after = Corners();
-    ASSERT_EQ(after.size(), before.size());
-    for (std::size_t face = 0; face < before.size(); ++face) {
-      for (const Corner& old : before[face]) {
-        const Vec3 at(Transform(DVec3(old.at), step.matrix, step.centre));
-        bool found = false;
-        for (const Corner& corner : after[face]) {
-          if (corner.at != at + step.by) continue;
-          found = true;
-          EXPECT_NEAR(corner.s, old.s, 0.02) << "face " << face;
-          EXPECT_NEAR(corner.t, old.t, 0.02) << "face " << face;
-        }
-        EXPECT_TRUE(found) << "face " << face;
+class TextureLockTest : public EditTest {
+ protected:
+  // In a group that is selected.
+  Brush& OpenWedge() {
+    Open(Named("group", "{" + Named("wedge", WEDGE) + "}"));
+    Pick({"group"});
+    Brush& brush = Get("wedge").brush;
+    // A fresh projection, as every move makes it.
+    for (int i = 0; i < 5; ++i) UpdateFromWinding(brush.face(i));
+    return brush;
+  }
+  // Where a point of a face of the one has gone the other shows the same of the texture.
+  static void ExpectSameLook(const Brush& before, const Brush& after,
+                             const std::function<Vec3(const Vec3&)>& move) {
+    ASSERT_EQ(after.getNumFaces(), before.getNumFaces());
+    for (int i = 0; i < before.getNumFaces(); ++i) {
+      const auto points = std::as_const(*after.face(i).w).Points();
+      for (const WindingPoint& old : std::as_const(*before.face(i).w).Points()) {
+        const auto moved = std::ranges::find(points, move(old.Position()), &WindingPoint::Position);
+        ASSERT_NE(moved, points.end()) << "face " << i;
+        EXPECT_NEAR(moved->s, old.s, 0.02) << "face " << i;
+        EXPECT_NEAR(moved->t, old.t, 0.02) << "face " << i;
       }
     }
   }
-}
+  static void ExpectSameSettings(const Brush& before, const Brush& after) {
+    for (int i = 0; i < 5; ++i) {
+      const Face &a = before.face(i), &b = after.face(i);
+      EXPECT_NEAR(b.xoff, a.xoff, 0.01) << i;
+      EXPECT_NEAR(b.yoff, a.yoff, 0.01) << i;
+      EXPECT_FLOAT_EQ(b.xscale, a.xscale) << i;
+      EXPECT_FLOAT_EQ(b.yscale, a.yscale) << i;
+      EXPECT_EQ(std::fmod(b.rotation - a.rotation + 720, 360), 0) << i;
+    }
+  }
+};
 
-TEST_F(TextureLockTest, WithoutItTexturesStayPut) {
-  for (const Step& step : STEPS) {
-    SCOPED_TRACE(step.name);
+TEST_F(TextureLockTest, TexturesFollowTheirFacesOrStayPut) {
+  for (const auto& [name, operation, matrix, centre, by] : STEPS) {
+    SCOPED_TRACE(name);
+    const Brush before = OpenWedge().Copy();
+    ASSERT_EQ(operation(*map, {}), EditResult::Done);
+    const auto move = [&, &matrix = matrix, &centre = centre, &by = by](const Vec3& p) {
+      return Vec3(Transform(DVec3(p), matrix, centre)) + by;
+    };
+    ExpectSameLook(before, Get("wedge").brush, move);
     OpenWedge();
-    const auto before = Settings();
-    ASSERT_EQ(step.operation(*map, {false, ALL_AXES}), EditResult::Done);
-    EXPECT_EQ(Settings(), before);
+    ASSERT_EQ(operation(*map, {.textureLock = false}), EditResult::Done);
+    ExpectSameSettings(before, Get("wedge").brush);
   }
 }
 
 TEST_F(TextureLockTest, ATurnAllRoundLeavesTheSettings) {
-  OpenWedge();
-  const auto before = Settings();
+  const Brush before = OpenWedge().Copy();
   for (int i = 0; i < 8; ++i) {
     const int u = i % 4 == i ? 0 : 1;
     ASSERT_EQ(RotateSelection(*map, u, u + 1, 90, {5, 7, 9}, {}), EditResult::Done);
   }
   MoveSelection(*map, {1000, 0, 3}, {});
   MoveSelection(*map, {-1000, 0, -3}, {});
-  const auto after = Settings();
-  for (std::size_t face = 0; face < 5; ++face) {
-    const auto [x0, y0, r0, xs0, ys0] = before[face];
-    const auto [x1, y1, r1, xs1, ys1] = after[face];
-    EXPECT_NEAR(x1, x0, 0.01) << face;
-    EXPECT_NEAR(y1, y0, 0.01) << face;
-    EXPECT_FLOAT_EQ(xs1, xs0) << face;
-    EXPECT_FLOAT_EQ(ys1, ys0) << face;
-    EXPECT_EQ(std::fmod(r1 - r0 + 720, 360), 0) << face;
-  }
+  ExpectSameSettings(before, Get("wedge").brush);
+}
+
+TEST_F(TextureLockTest, AnInstanceLooksLikeWhatItsTemplateWasMadeOf) {
+  const Brush before = OpenWedge().Copy();
+  ASSERT_EQ(MakeTemplate(*map, "T", {24, -40, 13}), EditResult::Done);
+  const entity* shown = ExpandInstance(*map->selection.front());
+  ExpectSameLook(before, FindNamed(*shown, "wedge")->brush, [](const Vec3& p) { return p; });
 }
 
 }  // namespace

@@ -2,12 +2,13 @@
 
 #include <cmath>
 #include <limits>
-#include <numbers>
 
 #include "operations/edit_fixture.h"
 #include "operations/groups.h"
+#include "operations/primitives.h"
 #include "operations/templates.h"
 #include "support/brush_checks.h"
+#include "support/cases.h"
 
 namespace ferrowand {
 namespace {
@@ -30,14 +31,8 @@ class TransformSelectionTest : public EditTest {
 using Options = const TransformOptions&;
 using Operation = EditResult (*)(Map& map, Options options);
 
-struct TransformCase {
-  const char* name;
-  Operation operation;
-  Bounds box;   // of "a" afterwards
-  Vec3 origin;  // of "p"
-};
-
-const TransformCase TRANSFORMS[] = {
+// What is done, the box of "a" afterwards and the origin of "p".
+const Cases<const char*, Operation, Bounds, Vec3> TRANSFORMS{
     {"move",
      [](Map& m, Options o) { return MoveSelection(m, Vec3(3, -5, 4000), o); },
      {{3, -5, 4000}, {67, 59, 4064}},
@@ -87,14 +82,14 @@ const TransformCase TRANSFORMS[] = {
 };
 
 TEST_F(TransformSelectionTest, ObjectsGoWhereThePreviewShowedThem) {
-  for (const TransformCase& c : TRANSFORMS) {
-    SCOPED_TRACE(c.name);
+  for (const auto& [name, operation, box, origin] : TRANSFORMS) {
+    SCOPED_TRACE(name);
     SetUp();
     Pick({"a", "p"});
     const std::string before = Text();
-    ASSERT_EQ(c.operation(*map, options), EditResult::Done);
-    EXPECT_EQ(Get("a").brush.Box(), c.box);
-    EXPECT_EQ(Get("p").Origin(), c.origin);
+    ASSERT_EQ(operation(*map, options), EditResult::Done);
+    EXPECT_EQ(Get("a").brush.Box(), box);
+    EXPECT_EQ(Get("p").Origin(), origin);
     EXPECT_TRUE(IsSolid(Get("a").brush));
     EXPECT_EQ(Get("b").brush.Box(), (Bounds{{128, 0, 0}, {192, 64, 64}}));
     EXPECT_EQ(map->selection.size(), 2u);
@@ -117,11 +112,7 @@ TEST_F(TransformSelectionTest, PlanePointsStayExactOverAThousandMoves) {
 }
 
 TEST_F(TransformSelectionTest, WhatWouldNotSurviveIsRefusedAsAWhole) {
-  struct Case {
-    EditResult result;
-    Operation operation;
-  };
-  const Case cases[] = {
+  const Cases<EditResult, Operation> cases{
       {EditResult::Flattens,
        [](Map& m, Options o) { return ScaleSelection(m, DVec3(1, 1, 0), ZERO, o); }},
       {EditResult::Flattens,
@@ -136,19 +127,25 @@ TEST_F(TransformSelectionTest, WhatWouldNotSurviveIsRefusedAsAWhole) {
        [](Map& m, Options o) { return ScaleSelection(m, DVec3(1e30, 1, 1), ZERO, o); }},
       {EditResult::OutsideWorld,
        [](Map& m, Options o) { return DuplicateSelection(m, Vec3(9000, 0, 0), o); }},
-      {EditResult::TooMany,
-       [](Map& m, Options o) {
-         return DuplicateSelection(m, MultiDuplicate{MAXCOPIES, {}, {}}, o);
-       }},
   };
   Pick({"a", "b", "p"});
   const std::string before = Text();
-  for (const Case& c : cases) {
-    EXPECT_EQ(c.operation(*map, options), c.result) << &c - cases;
+  for (const auto& [result, operation] : cases) {
+    EXPECT_EQ(operation(*map, options), result);
     EXPECT_EQ(Text(), before);
     EXPECT_EQ(map->selection.size(), 3u);
     EXPECT_FALSE(map->undo.CanUndo());
     EXPECT_FALSE(map->modified());
+  }
+}
+
+// Objects count, not copies; those that are just allowed here end outside the world.
+TEST_F(TransformSelectionTest, OneCommandMakesNoMoreObjectsThanTheLimit) {
+  Open(Named("group", "{" + Box("member", 0, 0, 0) + "}"));
+  Pick({"group"});
+  for (const auto& [count, result] : Cases<int, EditResult>{
+           {MAXCOPIES / 2, EditResult::OutsideWorld}, {MAXCOPIES / 2 + 1, EditResult::TooMany}}) {
+    EXPECT_EQ(DuplicateSelection(*map, MultiDuplicate{count, {9000, 0, 0}, {}}, options), result);
   }
 }
 
@@ -187,18 +184,22 @@ TEST_F(TransformSelectionTest, ABrokenBrushMayStillBeMoved) {
   EXPECT_EQ(RotateSelection(*map, 0, 1, 30, {}, options), EditResult::Done);
 }
 
-TEST_F(TransformSelectionTest, EntitiesTurnTheirFacesWithTheSelection) {
-  struct Case {
-    const char* angle;
-    const char* turned;   // by 90 degrees
-    const char* flipped;  // on X
-  };
-  for (const Case& c : {Case{"0", "90", "180"}, {"300", "30", "240"}, {"-1", "-1", "-1"}}) {
+TEST_F(TransformSelectionTest, EntitiesTurnTheirFacesWithTheSelectionButNoLightItsCone) {
+  data.classes.LoadDefault(temp.Write("light.qc", "/*QUAKED light_spot (0 1 0) ?\r\n*/"));
+  // The class, the angle, the same turned by 90 degrees, and flipped on X.
+  for (const auto& [classname, angle, turned, flipped] :
+       Cases<std::string, std::string, const char*, const char*>{
+           {"thing", "0", "90", "180"},
+           {"thing", "300", "30", "240"},
+           {"thing", "-1", "-1", "-1"},
+           {"light_spot", "40", "40", "40"}}) {
     for (const bool turns : {true, false}) {
-      Open(Point("p", std::string("\"origin\" \"0 0 0\" \"angle\" \"") + c.angle + "\""));
-      Pick({"p"});
+      // In a group too.
+      Open("{\"XMPentityname\" \"g\" {\"XMPentityname\" \"p\" \"origin\" \"0 0 0\" \"angle\" \"" +
+           angle + "\" \"classname\" \"" + classname + "\"}}");
+      Pick({"g"});
       turns ? RotateSelection(*map, 0, 1, 90, {}, options) : FlipSelection(*map, 0, options);
-      EXPECT_STREQ(Get("p").GetKey("angle"), turns ? c.turned : c.flipped);
+      EXPECT_STREQ(Get("p").GetKey("angle"), turns ? turned : flipped) << classname;
     }
   }
   Open(Point("p", "\"origin\" \"0 0 0\" \"angle\" \"45\""));
@@ -224,28 +225,17 @@ TEST_F(TransformSelectionTest, WhatLiesOutsideTheWorldMayBeBroughtBack) {
 
 // Its round faces have three corners close together, by which rounded they would come back bent.
 TEST_F(TransformSelectionTest, ATiltedCylinderComesBackStraight) {
-  constexpr int SIDES = 24;
-  const auto corner = [](int i, int z) {
-    const double angle = i * (360.0 / SIDES) * std::numbers::pi / 180;
-    return Format("( %d %d %d ) ", RoundToInt(128 * std::cos(angle)),
-                  RoundToInt(128 * std::sin(angle)), z);
-  };
-  std::string cylinder = "{\n";
-  for (int i = 0; i < SIDES; ++i) {
-    cylinder += corner(i, 0) + corner(i, 64) + corner(i + 1, 64) + "wall 0 0 0 1 1\n";
-  }
-  cylinder += "( 0 0 0 ) ( 64 0 0 ) ( 0 64 0 ) wall 0 0 0 1 1\n";
-  cylinder += "( 0 0 64 ) ( 0 64 64 ) ( 64 0 64 ) wall 0 0 0 1 1\n}";
-  Open(Named("cylinder", cylinder));
-  Pick({"cylinder"});
-  ASSERT_EQ(Get("cylinder").brush.getNumFaces(), SIDES + 2);
+  ASSERT_TRUE(AddPrimitive(*map, {PrimitiveKind::Column, {{-128, -128, 0}, {128, 128, 64}}, 2, 24},
+                           "wall"));
   EXPECT_EQ(RotateSelection(*map, 0, 1, 90, {}, options), EditResult::Done);
   EXPECT_EQ(TransformSelection(*map, TurnMatrix({33, 21, 0}), {}, options), EditResult::Done);
+  entity& cylinder = *map->selection[0];
+  cylinder.SetKey("XMPentityname", "cylinder");
   const auto read = ReadText(Text());
   const Brush& back = FindNamed(*read, "cylinder")->brush;
-  ASSERT_EQ(back.getNumFaces(), SIDES + 2);
+  ASSERT_EQ(back.getNumFaces(), 26);
   for (int i = 0; i < back.getNumFaces(); ++i) {
-    EXPECT_TRUE(HaveSameCorners(*back.face(i).w, *Get("cylinder").brush.face(i).w, 0.05));
+    EXPECT_LE(CornerDistance(*back.face(i).w, *cylinder.brush.face(i).w), MOVED);
   }
 }
 
@@ -261,14 +251,14 @@ TEST_F(TransformSelectionTest, ADuplicateStandsBesideItsOriginal) {
 }
 
 TEST_F(TransformSelectionTest, CopiesOfCopiesMoveAndTurnOn) {
-  Pick({"a"});
+  Pick({"p"});
   EXPECT_EQ(DuplicateSelection(*map, MultiDuplicate{3, {100, 0, 0}, {0, 0, 90}}, options),
             EditResult::Done);
   ASSERT_EQ(map->selection.size(), 3u);
   for (int i = 0; i < 3; ++i) {
-    const float x = static_cast<float>(100 * (i + 1));
-    EXPECT_EQ(map->selection[static_cast<std::size_t>(i)]->brush.Box(),
-              (Bounds{{x, 0, 0}, {x + 64, 64, 64}}));
+    const entity& copy = *map->selection[static_cast<std::size_t>(i)];
+    EXPECT_EQ(copy.Origin(), Vec3(116 + 100.0f * i, 0, 0));
+    EXPECT_EQ(copy.angle(), 90 * (i + 1));
   }
   EXPECT_EQ(map->undo.StepCount(), 1u);
 }

@@ -165,6 +165,18 @@ class AppTest : public testing::Test {
     ADD_FAILURE() << "no view " << name;
     return static_cast<MapWindow&>(*parts->windows.All().front());
   }
+  // Every seventh row of what the window shows.
+  static std::vector<COLORREF> PictureOf(const MapWindow& window) {
+    std::vector<COLORREF> pixels;
+    UpdateWindow(window.Drawing());
+    const HDC dc = GetDC(window.Drawing());
+    const PixelSize area = window.DrawingArea();
+    for (int y = 0; y < area.height; y += 7) {
+      for (int x = 0; x < area.width; ++x) pixels.push_back(GetPixel(dc, x, y));
+    }
+    ReleaseDC(window.Drawing(), dc);
+    return pixels;
+  }
   void Activate(const ChildWindow& window) {
     SendMessageA(parts->frame.Client(), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(window.Handle()),
                  0);
@@ -174,6 +186,10 @@ class AppTest : public testing::Test {
   void Give(Command command) { Give(Id(command)); }
   // Through the message loop, as from a keyboard.
   void Type(HWND window, WPARAM key) {
+    // The mouse of the machine has no button down: what it tells would end a drag of the test's.
+    MSG told;
+    while (PeekMessageA(&told, nullptr, WM_MOUSEFIRST, WM_MOUSELAST, PM_REMOVE)) {
+    }
     PostMessageA(window, WM_KEYDOWN, key, 0);
     app->Pump();
   }

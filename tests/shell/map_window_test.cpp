@@ -276,17 +276,7 @@ TEST_F(MapWindowTest, AScrolledPictureIsWhatAWholeRepaintGives) {
   ASSERT_TRUE(Start());
   OpenTwoBrushes();
   MapWindow& window = WindowOf(Orientation::Top);
-  const auto picture = [&] {
-    std::vector<COLORREF> pixels;
-    UpdateWindow(window.Drawing());
-    const HDC dc = GetDC(window.Drawing());
-    const PixelSize area = window.DrawingArea();
-    for (int y = 0; y < area.height; y += 7) {
-      for (int x = 0; x < area.width; ++x) pixels.push_back(GetPixel(dc, x, y));
-    }
-    ReleaseDC(window.Drawing(), dc);
-    return pixels;
-  };
+  const auto picture = [&] { return PictureOf(window); };
   picture();
   SendMessageA(window.Drawing(), WM_HSCROLL, SB_LINEDOWN, 0);
   SendMessageA(window.Drawing(), WM_VSCROLL, SB_PAGEUP, 0);

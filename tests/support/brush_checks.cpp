@@ -65,6 +65,12 @@ testing::AssertionResult IsSolid(const Brush& brush) {
       return testing::AssertionFailure() << "face " << i << ": " << CheckName(code);
     }
     for (const WindingPoint& p : PointsOf(brush.face(i))) bounds.Add(p.Position());
+    if (brush.face(i).HasWholePoints()) continue;  // which may lie far from it
+    for (const Vec3& p : brush.face(i).planepts) {
+      if (std::fabs(brush.face(i).plane.DistanceTo(DVec3(p))) > ON_EPSILON) {
+        return testing::AssertionFailure() << "face " << i << ": plane points beside the plane";
+      }
+    }
   }
   if (!(bounds == brush.Box())) return testing::AssertionFailure() << "the bounds are wrong";
   if (!IsBrushConvex(brush)) return testing::AssertionFailure() << "it is not convex";
@@ -92,6 +98,14 @@ double SurfaceArea(const Brush& brush) {
   double area = 0;
   for (const Face& face : brush.Faces()) area += Area(face);
   return area;
+}
+
+WindingPtr WindingOf(const std::vector<Vec3>& points, Reporter& reporter) {
+  WindingPtr w = newWinding(static_cast<unsigned>(points.size()), reporter);
+  std::ranges::transform(points, w->Points().begin(), [](const Vec3& p) {
+    return WindingPoint{p.x, p.y, p.z};
+  });
+  return w;
 }
 
 Brush RandomHull(std::mt19937& random, const Vec3& centre, int reach, Reporter& reporter) {

@@ -12,6 +12,8 @@ namespace ferrowand {
 // Closed, convex, its points on their planes, its bounds those of its points. Gaps are within the
 // tolerance, and none where all corners are on whole units.
 testing::AssertionResult IsSolid(const Brush& brush);
+WindingPtr WindingOf(const std::vector<Vec3>& points, Reporter& reporter);
+
 // Whether all its points have whole coordinates.
 bool IsOnWholeUnits(const Brush& brush);
 // Cubic units, from the windings.

@@ -11,6 +11,13 @@
 
 namespace ferrowand {
 
+// Of a file that must be there.
+inline std::string FileText(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  if (!file) throw std::runtime_error("cannot read " + path.string());
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
 class TempDir {
  public:
   TempDir() {
@@ -41,11 +48,7 @@ class TempDir {
     return Path(name);
   }
 
-  std::string Read(const std::string& name) const {
-    std::ifstream file(root_ / name, std::ios::binary);
-    if (!file) throw std::runtime_error("cannot read " + Path(name));
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
+  std::string Read(const std::string& name) const { return FileText(root_ / name); }
 
  private:
   std::filesystem::path root_;

@@ -6,6 +6,7 @@
 
 #include "document/classes/native_classes.h"
 #include "support/canvas_recorder.h"
+#include "support/cases.h"
 #include "support/small_map.h"
 
 namespace ferrowand {
@@ -104,38 +105,32 @@ TEST_F(EntityDrawingTest, AnEdgeThatFacesShareOrHideIsDrawnOnce) {
 }
 
 TEST_F(EntityDrawingTest, WhatIsOffTheViewIsNotDrawn) {
-  struct Case {
-    const char* what;
-    Vec3 mins;
-    std::size_t lines;
-  };
-  const Case cases[] = {{"inside", {0, 0, 0}, 4},
-                        {"left of it", {-1100, 0, 0}, 0},
-                        {"above it", {0, 1100, 0}, 0},
-                        {"with one side on the last column", {999, 0, 0}, 1},
-                        {"with one side just off", {1002, 0, 0}, 0}};
-  for (const Case& c : cases) {
-    SmallMap fresh;
-    fresh.AddCuboid(c.mins, c.mins + Vec3(64, 64, 64));
-    canvas.calls.clear();
-    DrawContext context = Context();
-    DrawTree(fresh.map, context);
-    std::size_t lines = 0;
-    for (const auto& call : canvas.Of(Kind::Lines)) {
-      for (const PixelLine& line : call.lines) lines += line.from.x <= 999;
+  for (const auto& [what, mins, lines] :
+       Cases<const char*, Vec3, std::size_t>{{"inside", {0, 0, 0}, 4},
+                                             {"left of it", {-1100, 0, 0}, 0},
+                                             {"above it", {0, 1100, 0}, 0},
+                                             {"with one side on the last column", {999, 0, 0}, 3},
+                                             {"with one side just off", {1002, 0, 0}, 0}}) {
+    small.AddCuboid(mins, mins + Vec3(64, 64, 64));
+    std::size_t seen = 0;
+    for (const auto& call : Draw().Of(Kind::Lines)) {
+      for (const PixelLine& line : call.lines) seen += line.from.x <= 999;
     }
-    EXPECT_EQ(lines, c.lines + (c.lines == 1 ? 2 : 0)) << c.what;
+    EXPECT_EQ(seen, lines) << what;
+    small.map.currentLayer()->TakeChildren();
   }
 }
 
-TEST_F(EntityDrawingTest, APlainBrushHasItsOwnColourAndAGroupsMemberTheEntityPen) {
+TEST_F(EntityDrawingTest, APlainBrushHasItsOwnColourAndAGroupLendsItsPenToItsMembers) {
   entity& plain = small.AddCuboid({0, 0, 0}, {64, 64, 64});
   EXPECT_EQ(BrushPen(), Pen{plain.brush.Outline()});
   flags = DRAW_KEEP_PEN;
   EXPECT_EQ(BrushPen(), CALLERS);
-}
-
-TEST_F(EntityDrawingTest, AMarkedEntityLendsItsPenToItsBrushes) {
+  flags = DRAW_LAYER_COLOUR;
+  small.map.InsertChild(small.map.currentLayer()->TakeChild(0), 1);  // behind the layer
+  EXPECT_EQ(BrushPen(), Pen{plain.brush.Outline()});
+  flags = 0;
+  small.map.TakeChild(1);
   entity& door = AddDoor(1);
   EXPECT_EQ(BrushPen(), BRUSH_ENTITY);
   door.state = 0;
@@ -164,12 +159,12 @@ TEST_F(EntityDrawingTest, TheMapModesChooseThePenOfEveryBrush) {
 }
 
 TEST_F(EntityDrawingTest, HeightsBeyondTheShadedDepthHaveTheShadeOfItsEnd) {
-  small.AddCuboid({0, 0, -500}, {64, 64, -400});
   flags = DRAW_HEIGHTS;
-  EXPECT_EQ(BrushPen(), (Pen{{0, 0, 0}}));
-  small.map.currentLayer()->TakeChildren();
-  small.AddCuboid({0, 0, 300}, {64, 64, 400});
-  EXPECT_EQ(BrushPen(), (Pen{{0, 0, 255}}));
+  for (const auto& [height, blue] : Cases<float, std::uint8_t>{{-500.0f, 0}, {300.0f, 255}}) {
+    small.map.currentLayer()->TakeChildren();
+    small.AddCuboid({0, 0, height}, {64, 64, height + 100});
+    EXPECT_EQ(BrushPen(), (Pen{{0, 0, blue}}));
+  }
 }
 
 TEST_F(EntityDrawingTest, ACentreDotStandsInTheMiddleOfABrush) {
@@ -210,35 +205,27 @@ std::string Marker(const CanvasRecorder& canvas) {
 }
 
 TEST_F(EntityDrawingTest, TheMarkerShowsWhereAnEntityLooks) {
-  struct Case {
-    const char* angle;
-    const char* top;
-    const char* front;
-    const char* side;
-  };
   // Level looks point backwards in the front and side views. That is meant.
-  const Case cases[] = {
+  const Cases<const char*, const char*, const char*, const char*> cases{
       {"0", "16,0", "-16,0", "circle"},   {"90", "0,-16", "circle", "-16,0"},
       {"180", "-16,0", "16,0", "cross"},  {"270", "0,16", "cross", "16,0"},
       {"45", "11,-11", "-16,0", "-16,0"}, {"-1", "circle", "0,-16", "0,-16"},
       {"-2", "cross", "0,16", "0,16"},    {"450", "0,-16", "circle", "-16,0"},
   };
-  for (const Case& c : cases) {
-    entity& e = AddLamp({{"origin", "0 0 0"}, {"angle", c.angle}});
+  for (const auto& [angle, top, front, side] : cases) {
+    AddLamp({{"origin", "0 0 0"}, {"angle", angle}});
     transform = TOP;
-    EXPECT_EQ(Marker(Draw()), c.top) << c.angle;
+    EXPECT_EQ(Marker(Draw()), top) << angle;
     transform = FRONT;
-    EXPECT_EQ(Marker(Draw()), c.front) << c.angle;
+    EXPECT_EQ(Marker(Draw()), front) << angle;
     transform = SIDE;
-    EXPECT_EQ(Marker(Draw()), c.side) << c.angle;
-    small.map.currentLayer()->TakeChild(small.map.currentLayer()->IndexOf(e));
+    EXPECT_EQ(Marker(Draw()), side) << angle;
+    small.map.currentLayer()->TakeChildren();
   }
   AddLamp({{"origin", "0 0 0"}});
   EXPECT_EQ(Marker(Draw()), "none");
-}
-
-TEST_F(EntityDrawingTest, TheBackOfTheMarkerLiesAcrossTheLook) {
   AddLamp({{"origin", "0 0 0"}, {"angle", "90"}});
+  transform = TOP;
   EXPECT_EQ(Draw().Of(Kind::Polygon).at(0).points, (std::vector<Pixel>{{8, 0}, {0, -16}, {-8, 0}}));
 }
 
@@ -256,47 +243,31 @@ TEST_F(EntityDrawingTest, AClassnameStandsEightPixelsAboveTheOrigin) {
 }
 
 TEST_F(EntityDrawingTest, ALightHasItsRadiusWhenBothTheViewAndTheEntityWantIt) {
-  struct Case {
-    unsigned drawFlags;
-    const char* entityFlags;
-    const char* light;
-    int diameter;  // pixels, 0 none; two units a pixel
-  };
-  const Case cases[] = {{DRAW_LIGHT_RADIUS, "2", nullptr, 301},
-                        {DRAW_LIGHT_RADIUS, "2", "100", 101},
-                        {DRAW_LIGHT_RADIUS, "2", "-100", 101},
-                        {DRAW_LIGHT_RADIUS, "1", nullptr, 0},
-                        {0, "2", nullptr, 0}};
+  // The diameter in pixels, 0 for none; two units a pixel.
+  const Cases<unsigned, const char*, const char*, int> cases{
+      {DRAW_LIGHT_RADIUS, "2", nullptr, 301},
+      {DRAW_LIGHT_RADIUS, "2", "100", 101},
+      {DRAW_LIGHT_RADIUS, "2", "-100", 101},
+      {DRAW_LIGHT_RADIUS, "1", nullptr, 0},
+      {DRAW_LIGHT_RADIUS, "2", "-99999999999", 100001},
+      {0, "2", nullptr, 0}};
   transform.scaleu = 2;
   transform.scalev = -2;
-  for (const Case& c : cases) {
-    entity& e = AddLamp({{"origin", "0 0 0"}, {"XMPferroflags", c.entityFlags}});
-    if (c.light) e.SetKey("light", c.light);
-    flags = c.drawFlags;
+  for (const auto& [drawFlags, entityFlags, light, diameter] : cases) {
+    entity& e = AddLamp({{"origin", "0 0 0"}, {"XMPferroflags", entityFlags}});
+    if (light) e.SetKey("light", light);
+    flags = drawFlags;
     const auto circles = Draw().Of(Kind::Ellipse);
-    EXPECT_EQ(circles.empty() ? 0 : circles[0].rect.Width(), c.diameter);
+    EXPECT_EQ(circles.empty() ? 0 : circles[0].rect.Width(), diameter);
     EXPECT_TRUE(circles.empty() || circles[0].pen == LIGHT);
-    small.map.currentLayer()->TakeChild(small.map.currentLayer()->IndexOf(e));
+    small.map.currentLayer()->TakeChildren();
   }
-}
-
-TEST_F(EntityDrawingTest, ALightOfAnyBrightnessIsHarmless) {
-  transform.scaleu = 0.015625f;
-  transform.scalev = -0.015625f;
-  flags = DRAW_LIGHT_RADIUS;
-  for (const char* light : {"2147483647", "-2147483648", "99999999999999", "0"}) {
-    AddLamp({{"origin", "32767 -32768 0"}, {"XMPferroflags", "2"}, {"light", light}});
-  }
-  Draw();
 }
 
 TEST_F(EntityDrawingTest, AnArrowHeadOpensTowardsTheSource) {
-  struct Case {
-    const char* target;  // its origin; the source is at 0 0 0
-    Pixel left, right;   // the ends of the strokes
-  };
+  // The target's origin, the source being at 0 0 0, and the ends of the strokes.
   // 10 pixels at 15 degrees: 9.66 and 2.59. At 45 degrees more: 5 and 8.66.
-  const Case cases[] = {
+  const Cases<const char*, Pixel, Pixel> cases{
       {"100 0 0", {90, -3}, {90, 3}},          // to the right: back along 180
       {"-100 0 0", {-90, 3}, {-90, -3}},       // 0
       {"0 -100 0", {3, 90}, {-3, 90}},         // straight below on the screen: 270
@@ -308,13 +279,13 @@ TEST_F(EntityDrawingTest, AnArrowHeadOpensTowardsTheSource) {
   };
   flags = DRAW_TARGETS;
   AddLamp({{"origin", "0 0 0"}, {"target", "t"}});
-  for (const Case& c : cases) {
-    entity& target = AddLamp({{"origin", c.target}, {"targetname", "t"}});
+  for (const auto& [origin, left, right] : cases) {
+    entity& target = AddLamp({{"origin", origin}, {"targetname", "t"}});
     const Pixel at = transform.ToScreen(target.Origin());
     Draw();
-    EXPECT_EQ(canvas.LinesIn(ARROW), (std::vector<PixelLine>{{{0, 0}, at}})) << c.target;
-    EXPECT_EQ(canvas.LinesIn(ARROW_HEAD), (std::vector<PixelLine>{{at, c.left}, {at, c.right}}))
-        << c.target;
+    EXPECT_EQ(canvas.LinesIn(ARROW), (std::vector<PixelLine>{{{0, 0}, at}})) << origin;
+    EXPECT_EQ(canvas.LinesIn(ARROW_HEAD), (std::vector<PixelLine>{{at, left}, {at, right}}))
+        << origin;
     small.map.currentLayer()->TakeChild(small.map.currentLayer()->IndexOf(target));
   }
 }

@@ -4,6 +4,7 @@
 
 #include <array>
 
+#include "support/cases.h"
 #include "support/small_map.h"
 
 namespace ferrowand {
@@ -21,19 +22,14 @@ TEST(PolygonTest, PointsInsideAndOnAnEdgeAreHitsAndNoOthers) {
   using Polygon = std::array<Pixel, 4>;
   const Polygon diamond{Pixel{0, -10}, {10, 0}, {0, 10}, {-10, 0}};
   const Polygon line{Pixel{0, 5}, {8, 5}, {8, 5}, {0, 5}};  // seen edge-on
-  struct Case {
-    const Polygon& polygon;
-    Pixel at;
-    bool inside;
-  };
-  const Case cases[] = {
+  const Cases<const Polygon&, Pixel, bool> cases{
       {diamond, {0, 0}, true},    {diamond, {-9, 0}, true},  {diamond, {5, 5}, true},
       {diamond, {10, 0}, true},   {diamond, {0, -10}, true}, {diamond, {6, 5}, false},
       {diamond, {-20, 0}, false}, {diamond, {11, 0}, false}, {diamond, {0, -11}, false},
       {diamond, {-5, 10}, false}, {line, {4, 5}, true},      {line, {4, 6}, false},
       {line, {9, 5}, false},      {line, {-3, 5}, false}};
-  for (const Case& c : cases) {
-    EXPECT_EQ(IsInside(c.at, c.polygon), c.inside) << c.at.x << " " << c.at.y;
+  for (const auto& [polygon, at, inside] : cases) {
+    EXPECT_EQ(IsInside(at, polygon), inside) << at.x << " " << at.y;
   }
 }
 
@@ -87,15 +83,12 @@ TEST_F(HitTestTest, TheFirstInMapOrderIsHitPointEntitiesInTheirClassBoxes) {
 }
 
 TEST_F(HitTestTest, WhatIsHiddenOrDisabledIsNotHitNorAnythingBelowIt) {
-  const char* const states[] = {"1", "2", "3"};
-  for (const char* state : states) {
-    SmallMap other;
-    entity& layer = other.Add({{"classname", "layer"}, {"XMPstate", state}});
-    other.AddCuboid({0, 0, 0}, {64, 64, 64}, &layer);
-    const ViewTransform transform = Plain();
-    EXPECT_EQ(HitTest(other.map, {.transform = transform, .at = {30, -30}}).object, nullptr);
-    layer.SetKey("XMPstate", "0");
-    EXPECT_NE(HitTest(other.map, {.transform = transform, .at = {30, -30}}).object, nullptr);
+  entity& layer = small.Add({{"classname", "layer"}});
+  small.AddCuboid({0, 0, 0}, {64, 64, 64}, &layer);
+  for (const auto& [state, isHit] :
+       Cases<const char*, bool>{{"1", false}, {"2", false}, {"3", false}, {"0", true}}) {
+    layer.SetKey("XMPstate", state);
+    EXPECT_EQ(HitAt({30, -30}) != nullptr, isHit) << state;
   }
 }
 

@@ -5,6 +5,7 @@
 #include <set>
 
 #include "support/canvas_recorder.h"
+#include "support/cases.h"
 #include "support/fake_view_host.h"
 #include "support/small_map.h"
 #include "support/software_canvas.h"
@@ -110,16 +111,12 @@ TEST_F(MapViewPaintTest, GridLinesStandAtMultiplesOfTheSpacingAndEveryEighthIsMa
 }
 
 TEST_F(MapViewPaintTest, AGridTooFineToBeSeenIsLeftOut) {
-  struct Case {
-    std::uint8_t exponent;
-    bool minor, major;
-  };
   // At 4 units a pixel: 4, 2, 0.5 and 0.25 pixels apart.
-  const Case cases[] = {{4, true, true}, {3, false, true}, {1, false, true}};
-  for (const Case& c : cases) {
-    view.gridu = view.gridv = c.exponent;
-    EXPECT_EQ(!Columns(MINOR).empty(), c.minor) << int{c.exponent};
-    EXPECT_EQ(Columns(MAJOR).size() > 1, c.major) << int{c.exponent};
+  const Cases<std::uint8_t, bool, bool> cases{{4, true, true}, {3, false, true}, {1, false, true}};
+  for (const auto& [exponent, minor, major] : cases) {
+    view.gridu = view.gridv = exponent;
+    EXPECT_EQ(!Columns(MINOR).empty(), minor) << int{exponent};
+    EXPECT_EQ(Columns(MAJOR).size() > 1, major) << int{exponent};
   }
   Place(8, -1600, 1200);
   EXPECT_EQ(Columns(MAJOR), (std::set<int>{201}));  // the axis alone
@@ -164,9 +161,9 @@ TEST_F(MapViewPaintTest, TheOptionsDecideWhatIsShown) {
   EXPECT_TRUE(Record().Of(Kind::Lines).empty());
   options.forceEntityLinks = 1;
   EXPECT_EQ(Record().LinesIn(PensFor(true).targetLine).size(), 1u);
-  options.drawTemplates = 1;
+  small.data.shown.templates = true;
   EXPECT_EQ(Record().LinesIn(PensFor(true).entity).size(), 4u);
-  options.renderPointEntities = 0;
+  small.data.shown.pointEntities = false;
   EXPECT_TRUE(Record().Of(Kind::Rectangle).empty());
   EXPECT_TRUE(Record().Of(Kind::Text).empty());
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "support/cases.h"
 #include "support/fake_view_host.h"
 #include "support/small_map.h"
 #include "views/tool.h"
@@ -53,22 +54,17 @@ TEST_F(MapViewTest, ANewTopViewHasAGridOf64AndAQuarterZoom) {
 }
 
 TEST_F(MapViewTest, AnOrientationSetsAxesCaptionAndWhatMayBeEdited) {
-  struct Case {
-    Orientation orientation;
-    int u, v;
-    unsigned mask;
-    const char* caption;
-  };
-  const Case cases[] = {{Orientation::Side, 1, 2, 6, "YZView (Side): The Slipgate"},
-                        {Orientation::Front, 0, 2, 5, "XZView (Front): The Slipgate"},
-                        {Orientation::Top, 0, 1, 3, "XYView (Top): The Slipgate"}};
+  const Cases<Orientation, int, int, unsigned, const char*> cases{
+      {Orientation::Side, 1, 2, 6, "YZView (Side): The Slipgate"},
+      {Orientation::Front, 0, 2, 5, "XZView (Front): The Slipgate"},
+      {Orientation::Top, 0, 1, 3, "XYView (Top): The Slipgate"}};
   small.map.SetKey("message", "The Slipgate");
-  for (const Case& c : cases) {
-    view.SetOrientation(c.orientation);
-    EXPECT_EQ(view.transform.orienu, c.u);
-    EXPECT_EQ(view.transform.orienv, c.v);
-    EXPECT_EQ(view.axismask, c.mask);
-    EXPECT_EQ(host.caption, c.caption);
+  for (const auto& [orientation, u, v, mask, caption] : cases) {
+    view.SetOrientation(orientation);
+    EXPECT_EQ(view.transform.orienu, u);
+    EXPECT_EQ(view.transform.orienv, v);
+    EXPECT_EQ(view.axismask, mask);
+    EXPECT_EQ(host.caption, caption);
     EXPECT_LT(view.transform.scalev, 0);
   }
   view.transform.orienv = 0;
@@ -77,19 +73,16 @@ TEST_F(MapViewTest, AnOrientationSetsAxesCaptionAndWhatMayBeEdited) {
 }
 
 TEST_F(MapViewTest, SnappingRoundsHalfUpAtEverySpacingAndBelowZeroToo) {
-  struct Case {
-    std::uint8_t exponent;
-    int value, snapped;
-  };
-  const Case cases[] = {{6, 31, 0},       {6, 32, 64},        {6, -32, 0},      {6, -33, -64},
-                        {1, -1, 0},       {1, 1, 2},          {11, 1024, 2048}, {11, 1023, 0},
-                        {12, 2048, 4096}, {12, -2049, -4096}, {12, -2048, 0},   {12, 6143, 4096}};
-  for (const Case& c : cases) {
-    view.gridu = c.exponent;
+  const Cases<std::uint8_t, int, int> cases{{6, 31, 0},         {6, 32, 64},    {6, -32, 0},
+                                            {6, -33, -64},      {1, -1, 0},     {1, 1, 2},
+                                            {11, 1024, 2048},   {11, 1023, 0},  {12, 2048, 4096},
+                                            {12, -2049, -4096}, {12, -2048, 0}, {12, 6143, 4096}};
+  for (const auto& [exponent, value, snapped] : cases) {
+    view.gridu = exponent;
     view.gridv = 6;
-    EXPECT_EQ(view.SnapU(c.value), c.snapped) << int{c.exponent} << ": " << c.value;
+    EXPECT_EQ(view.SnapU(value), snapped) << int{exponent} << ": " << value;
     std::swap(view.gridu, view.gridv);
-    EXPECT_EQ(view.SnapV(c.value), c.snapped) << int{c.exponent} << ": " << c.value;
+    EXPECT_EQ(view.SnapV(value), snapped) << int{exponent} << ": " << value;
   }
 }
 
@@ -193,13 +186,8 @@ TEST_F(MapViewTest, TheViewActivatedLastIsTheFirst) {
 }
 
 TEST_F(MapViewTest, EachOrientationHasItsPlaceInEveryArrangement) {
-  struct Case {
-    Arrangement arrangement;
-    Orientation orientation;
-    PixelRect place;
-  };
   // In a frame of 1001 x 500: halves of 500 and 250, thirds of 166.
-  const Case cases[] = {
+  const Cases<Arrangement, Orientation, PixelRect> cases{
       {Arrangement::Quarters, Orientation::Top, {0, 0, 500, 250}},
       {Arrangement::Quarters, Orientation::Front, {0, 250, 500, 500}},
       {Arrangement::Quarters, Orientation::Side, {500, 0, 1000, 250}},
@@ -210,9 +198,9 @@ TEST_F(MapViewTest, EachOrientationHasItsPlaceInEveryArrangement) {
       {Arrangement::ThreeDLarge, Orientation::Front, {500, 333, 1000, 499}},
       {Arrangement::ThreeDLarge, Orientation::Side, {500, 166, 1000, 332}},
   };
-  for (const Case& c : cases) {
-    view.SetOrientation(c.orientation);
-    EXPECT_EQ(view.ArrangedPlace(c.arrangement, {1001, 500}), c.place);
+  for (const auto& [arrangement, orientation, place] : cases) {
+    view.SetOrientation(orientation);
+    EXPECT_EQ(view.ArrangedPlace(arrangement, {1001, 500}), place);
   }
 }
 

@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "support/cases.h"
 #include "support/fake_view_host.h"
 #include "support/small_map.h"
 #include "views/map_view.h"
@@ -93,22 +94,17 @@ TEST_F(MapViewZoomTest, CentringPutsThePointIntoTheMiddle) {
 }
 
 TEST_F(MapViewZoomTest, ZoomingToABoxTakesTheLargerScaleOfTheTwo) {
-  struct Case {
-    Bounds box;
-    float scale;
-    Pixel origin;
-  };
   // 380 x 280 pixels are there to be used.
-  const Case cases[] = {{{{0, 0, 0}, {380, 100, 1}}, 1, {190 - 200, 50 + 150}},
-                        {{{0, 0, 0}, {381, 100, 1}}, 2, {190 - 400, 50 + 300}},
-                        {{{0, 0, 0}, {10, 560, 1}}, 2, {5 - 400, 280 + 300}},
-                        {{{0, 0, 0}, {1, 1, 1}}, 0.0625f, {0 - 12, 0 + 9}}};
-  for (const Case& c : cases) {
+  const Cases<Bounds, float, Pixel> cases{{{{0, 0, 0}, {380, 100, 1}}, 1, {190 - 200, 50 + 150}},
+                                          {{{0, 0, 0}, {381, 100, 1}}, 2, {190 - 400, 50 + 300}},
+                                          {{{0, 0, 0}, {10, 560, 1}}, 2, {5 - 400, 280 + 300}},
+                                          {{{0, 0, 0}, {1, 1, 1}}, 0.0625f, {0 - 12, 0 + 9}}};
+  for (const auto& [box, scale, origin] : cases) {
     Place(4, 0, 0);
-    view.ZoomTo(c.box);
-    EXPECT_EQ(view.transform.scaleu, c.scale);
-    EXPECT_EQ(view.transform.scalev, -c.scale);
-    EXPECT_EQ(Origin(), c.origin);
+    view.ZoomTo(box);
+    EXPECT_EQ(view.transform.scaleu, scale);
+    EXPECT_EQ(view.transform.scalev, -scale);
+    EXPECT_EQ(Origin(), origin);
   }
   EXPECT_EQ(host.texts[ViewText::ZoomAndGrid], "(64x64)S1600%");
   host.area = {5, 0};  // smaller than the border
@@ -139,14 +135,9 @@ TEST_F(MapViewZoomTest, TheScrollBarsShowWhereTheViewIs) {
 }
 
 TEST_F(MapViewZoomTest, ScrollingMovesThePictureByWholePixelsUpToTheWorldsEnd) {
-  struct Case {
-    float scale;
-    Pixel from;
-    std::function<void()> scroll;
-    Pixel origin;
-    std::vector<Pixel> moved;  // none: drawn anew, or nothing left to scroll
-  };
-  const Case cases[] = {
+  // The scale, where it is, what scrolls, where it is then, and how far the picture is moved: not
+  // at all where it is drawn anew, or nothing is left to scroll.
+  const Cases<float, Pixel, std::function<void()>, Pixel, std::vector<Pixel>> cases{
       {4, {0, 0}, [&] { view.ScrollLines(false, 1); }, {40, 0}, {{-10, 0}}},
       {4, {40, 0}, [&] { view.ScrollLines(true, 2); }, {40, -80}, {{0, -20}}},
       {4, {40, -80}, [&] { view.ScrollPages(true, -1); }, {40, 320}, {{0, 100}}},
@@ -159,14 +150,14 @@ TEST_F(MapViewZoomTest, ScrollingMovesThePictureByWholePixelsUpToTheWorldsEnd) {
       {0.015625f, {0, 0}, [&] { view.ScrollLines(false, 1); }, {1, 0}, {{-64, 0}}},
       {0.015625f, {0, 0}, [&] { view.ScrollLines(true, 1); }, {0, -1}, {{0, -64}}},
   };
-  for (const Case& c : cases) {
-    Place(c.scale, static_cast<std::int16_t>(c.from.x), static_cast<std::int16_t>(c.from.y));
+  for (const auto& [scale, from, scroll, origin, moved] : cases) {
+    Place(scale, static_cast<std::int16_t>(from.x), static_cast<std::int16_t>(from.y));
     host.scrolled.clear();
     host.invalidations = 0;
-    c.scroll();
-    EXPECT_EQ(Origin(), c.origin) << &c - cases;
-    EXPECT_EQ(host.scrolled, c.moved) << &c - cases;
-    EXPECT_EQ(host.invalidations, c.moved.empty() && c.origin != c.from ? 1 : 0) << &c - cases;
+    scroll();
+    EXPECT_EQ(Origin(), origin);
+    EXPECT_EQ(host.scrolled, moved) << origin.x << ' ' << origin.y;
+    EXPECT_EQ(host.invalidations, moved.empty() && origin != from ? 1 : 0);
   }
 }
 
@@ -186,37 +177,29 @@ TEST_F(MapViewZoomTest, PanningDragsTheMapWithTheCursorAndSmallMovementsAddUp) {
 }
 
 TEST_F(MapViewZoomTest, NearTheFramesEdgeTheCursorComesBackToTheMiddle) {
-  struct Case {
-    Pixel cursor;
-    std::vector<Pixel> back;
-  };
   host.frame = {-50, -40, 600, 500};
-  const Case cases[] = {{{-44, 100}, {}},           {{-45, 100}, {{200, 100}}},
-                        {{579, 100}, {}},           {{580, 100}, {{200, 100}}},
-                        {{100, -34}, {}},           {{100, -35}, {{100, 150}}},
-                        {{100, 494}, {}},           {{100, 495}, {{100, 150}}},
-                        {{-45, 495}, {{200, 150}}}, {{200, 150}, {}}};
-  for (const Case& c : cases) {
+  const Cases<Pixel, std::vector<Pixel>> cases{
+      {{-44, 100}, {}},           {{-45, 100}, {{200, 100}}},
+      {{579, 100}, {}},           {{580, 100}, {{200, 100}}},
+      {{100, -34}, {}},           {{100, -35}, {{100, 150}}},
+      {{100, 494}, {}},           {{100, 495}, {{100, 150}}},
+      {{-45, 495}, {{200, 150}}}, {{200, 150}, {}}};
+  for (const auto& [cursor, back] : cases) {
     Place(4, 0, 0);
     host.cursors.clear();
     view.EndPan();
     view.Pan({100, 100});
-    view.Pan(c.cursor);
-    EXPECT_EQ(host.cursors, c.back) << c.cursor.x << ' ' << c.cursor.y;
+    view.Pan(cursor);
+    EXPECT_EQ(host.cursors, back) << cursor.x << ' ' << cursor.y;
     // The jump of the cursor is no movement of the map.
     const Pixel before = Origin();
-    view.Pan(c.back.empty() ? c.cursor : c.back[0]);
+    view.Pan(back.empty() ? cursor : back[0]);
     EXPECT_EQ(Origin(), before);
   }
 }
 
 TEST_F(MapViewZoomTest, AfterAResizeTheViewShowsAQuarterOfTheLimitAndNothingBeyondTheWorld) {
-  struct Case {
-    PixelSize area;
-    float scaleBefore, scale;
-    Pixel originBefore, origin;
-  };
-  const Case cases[] = {
+  const Cases<PixelSize, float, float, Pixel, Pixel> cases{
       {{400, 300}, 4, 4, {0, 0}, {0, 0}},
       {{625, 300}, 4, 2, {0, 0}, {0, 0}},   // 625 x 4 x 4 is not below 10000
       {{300, 1300}, 4, 1, {0, 0}, {0, 0}},  // both scales follow the longer axis
@@ -226,14 +209,13 @@ TEST_F(MapViewZoomTest, AfterAResizeTheViewShowsAQuarterOfTheLimitAndNothingBeyo
       {{401, 301}, 0.015625f, 0.015625f, {10000, -10000}, {9993, -9995}},
       {{0, 0}, 4, 4, {10000, -10000}, {10000, -10000}},
   };
-  for (const Case& c : cases) {
-    host.area = c.area;
-    Place(c.scaleBefore, static_cast<std::int16_t>(c.originBefore.x),
-          static_cast<std::int16_t>(c.originBefore.y));
+  for (const auto& [area, scaleBefore, scale, from, origin] : cases) {
+    host.area = area;
+    Place(scaleBefore, static_cast<std::int16_t>(from.x), static_cast<std::int16_t>(from.y));
     view.OnResize();
-    EXPECT_EQ(view.transform.scaleu, c.scale) << c.area.width;
-    EXPECT_EQ(view.transform.scalev, -c.scale) << c.area.width;
-    EXPECT_EQ(Origin(), c.origin) << c.area.width;
+    EXPECT_EQ(view.transform.scaleu, scale) << area.width;
+    EXPECT_EQ(view.transform.scalev, -scale) << area.width;
+    EXPECT_EQ(Origin(), origin) << area.width;
   }
 }
 

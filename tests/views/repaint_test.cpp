@@ -59,7 +59,8 @@ class KeptWindow : public FakeViewHost {
 // A small map in three views.
 struct Scene {
   Scene() {
-    options.renderPointEntities = options.drawTemplates = options.drawLightRadius = 1;
+    options.drawLightRadius = 1;
+    small.data.shown.templates = true;
     for (const Orientation orientation :
          {Orientation::Top, Orientation::Front, Orientation::Side}) {
       windows.push_back(std::make_unique<KeptWindow>());

@@ -5,6 +5,8 @@
 #include <limits>
 #include <string>
 
+#include "support/cases.h"
+
 namespace ferrowand {
 namespace {
 
@@ -19,13 +21,11 @@ TEST(ViewTransform, ACoordinateLosesItsFractionBeforeTheOriginIsTaken) {
 
 TEST(ViewTransform, PixelsAreRoundedHalfAwayFromZero) {
   const ViewTransform view;  // 4 units a pixel, up is up
-  const struct {
-    float world;
-    int across, down;
-  } cases[] = {{2, 1, -1}, {-2, -1, 1}, {1, 0, 0}, {6, 2, -2}, {-5, -1, 1}, {400, 100, -100}};
-  for (const auto& c : cases) {
-    EXPECT_EQ(view.ToScreenU(c.world), c.across) << c.world;
-    EXPECT_EQ(view.ToScreenV(c.world), c.down) << c.world;
+  const Cases<float, int, int> cases{{2, 1, -1}, {-2, -1, 1}, {1, 0, 0},
+                                     {6, 2, -2}, {-5, -1, 1}, {400, 100, -100}};
+  for (const auto& [world, across, down] : cases) {
+    EXPECT_EQ(view.ToScreenU(world), across) << world;
+    EXPECT_EQ(view.ToScreenV(world), down) << world;
   }
 }
 
@@ -64,18 +64,15 @@ TEST(ViewTransform, ABoxHasItsSidesInOrder) {
 }
 
 TEST(ViewTransform, EachOrientationHasItsNameAndItsDepth) {
-  const struct {
-    std::uint8_t u, v;
-    const char* name;
-    int depth;
-  } cases[] = {{0, 1, "Top", 2},   {1, 0, "Top", 2},  {0, 2, "Front", 1},
-               {2, 0, "Front", 1}, {1, 2, "Side", 0}, {2, 1, "Side", 0}};
-  for (const auto& c : cases) {
-    EXPECT_STREQ(OrientationName(c.u, c.v), c.name);
+  const Cases<std::uint8_t, std::uint8_t, const char*, int> cases{
+      {0, 1, "Top", 2},   {1, 0, "Top", 2},  {0, 2, "Front", 1},
+      {2, 0, "Front", 1}, {1, 2, "Side", 0}, {2, 1, "Side", 0}};
+  for (const auto& [u, v, name, depth] : cases) {
+    EXPECT_STREQ(OrientationName(u, v), name);
     ViewTransform view;
-    view.orienu = c.u;
-    view.orienv = c.v;
-    EXPECT_EQ(view.DepthAxis(), c.depth) << c.name;
+    view.orienu = u;
+    view.orienv = v;
+    EXPECT_EQ(view.DepthAxis(), depth) << name;
   }
   EXPECT_STREQ(OrientationName(1, 1), "Invalid - possible error!");
   EXPECT_STREQ(OrientationName(3, -1), "Invalid - possible error!");

@@ -56,13 +56,13 @@ void EntityClass::WriteEntityBlock(const entity& e, TextWriter& out, unsigned op
 void TemplateInstanceClass::WriteBrushPart(const entity& e, TextWriter& out,
                                            unsigned option) const {
   if (option & WRITE_KEEP_INSTANCES) return;
-  if (const EntityPtr copy = ExpandInstance(e)) EntityClass::WriteBrushPart(*copy, out, option);
+  if (const entity* shape = ExpandInstance(e)) EntityClass::WriteBrushPart(*shape, out, option);
 }
 
 void TemplateInstanceClass::WriteEntityBlock(const entity& e, TextWriter& out,
                                              unsigned option) const {
   if (option & WRITE_KEEP_INSTANCES) return;
-  if (const EntityPtr copy = ExpandInstance(e)) EntityClass::WriteEntityBlock(*copy, out, option);
+  if (const entity* shape = ExpandInstance(e)) EntityClass::WriteEntityBlock(*shape, out, option);
 }
 
 void TemplateClassClass::WriteBrushPart(const entity& e, TextWriter& out, unsigned option) const {

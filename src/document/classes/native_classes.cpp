@@ -155,8 +155,7 @@ bool LayerClass::IsEnabled(const entity& e) const {
 }
 
 Bounds TemplateInstanceClass::EntityBounds(const entity& e) const {
-  const EntityPtr copy = ExpandInstance(e);
-  return copy ? copy->GetBounds() : Bounds();
+  return InstanceBounds(e);
 }
 
 std::vector<std::unique_ptr<EntityClass>> MakeNativeClasses(const ClassSet& set) {

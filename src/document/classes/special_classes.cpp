@@ -1,13 +1,9 @@
 #include "document/classes/special_classes.h"
 
-#include <cstring>
-#include <string>
-
 #include "base/path_text.h"
 #include "base/text_reader.h"
+#include "document/classes/template_index.h"
 #include "document/map.h"
-#include "document/transform.h"
-#include "geometry/matrix.h"
 
 namespace ferrowand {
 namespace {
@@ -17,21 +13,9 @@ bool IsHidden(const entity& e) {
   return classname && EqualNoCase(classname, "hidden");
 }
 
-bool HasKey(const entity& e, const char* name, const char* value) {
-  const char* found = e.GetKey(name);
-  return found && std::strcmp(found, value) == 0;
-}
-
-const entity* FindTemplateClass(const entity& tree, const char* name) {
-  // The class first: almost everything in a map is told apart by it without reading a key.
-  if (tree.getClass()->Kind() == EntityKind::TemplateClass && HasKey(tree, "XMPentityname", name) &&
-      HasKey(tree, "classname", "templateClass")) {
-    return &tree;
-  }
-  for (const EntityPtr& child : tree.getEntityList()) {
-    if (const entity* found = FindTemplateClass(*child, name)) return found;
-  }
-  return nullptr;
+const Expansion* ExpansionOf(const entity& instance) {
+  const Map* map = instance.OwningMap();
+  return map ? map->Templates().Expand(instance) : nullptr;
 }
 
 }  // namespace
@@ -81,22 +65,17 @@ InstanceShape ShapeOf(const entity& instance) {
 const entity* FindTemplateClass(const entity& instance) {
   const char* name = instance.GetKey("XMPclass");
   const Map* map = instance.OwningMap();
-  return name && map ? FindTemplateClass(*map, name) : nullptr;
+  return name && map ? map->Templates().Find(name) : nullptr;
 }
 
-EntityPtr ExpandInstance(const entity& instance) {
-  const entity* source = FindTemplateClass(instance);
-  if (!source) return nullptr;
-  EntityPtr copy = source->Copy();
-  copy->state = 0;  // what an instance shows is seen, however closed its template is
-  const InstanceShape shape = ShapeOf(instance);
-  const Vec3 scale(shape.scale);
-  if (scale != Vec3(1, 1, 1)) {
-    TransformEntity(*copy, Matrix::Diagonal(scale.x, scale.y, scale.z), {});
-  }
-  if (shape.angle != 0) TransformEntity(*copy, Matrix::TurnZ(shape.angle), {});
-  if (instance.HasOrigin()) TranslateEntity(*copy, instance.Origin());
-  return copy;
+const entity* ExpandInstance(const entity& instance) {
+  const Expansion* expansion = ExpansionOf(instance);
+  return expansion ? expansion->shape.get() : nullptr;
+}
+
+Bounds InstanceBounds(const entity& instance) {
+  const Expansion* expansion = ExpansionOf(instance);
+  return expansion ? expansion->bounds : Bounds();
 }
 
 }  // namespace ferrowand

@@ -27,8 +27,11 @@ InstanceShape ShapeOf(const entity& instance);
 
 // The template class that an instance names by XMPclass, found in the map that holds it; or null.
 const entity* FindTemplateClass(const entity& instance);
-// A copy of the template class, scaled, turned and moved as the instance says; null without one.
-EntityPtr ExpandInstance(const entity& instance);
+// What the instance shows, kept by its map: a copy of the template class, scaled, turned and moved
+// as the instance says; null without one. Valid until the map changes.
+const entity* ExpandInstance(const entity& instance);
+// Of that; empty without one.
+Bounds InstanceBounds(const entity& instance);
 
 // Depth first, the root included.
 template <typename Visit>

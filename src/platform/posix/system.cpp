@@ -36,7 +36,8 @@ std::optional<std::string> FindOnSystemPath(const std::string& fileName) {
     const std::size_t end = folders.find(':');
     const std::string folder = folders.substr(0, end);
     folders.erase(0, end + 1);
-    if (!folder.empty() && file::Find(folder + '/' + fileName) == FindResult::Found) return folder;
+    if (!folder.empty() && file::Find((folder + '/').append(fileName)) == FindResult::Found)
+      return folder;
   }
   return std::nullopt;
 }

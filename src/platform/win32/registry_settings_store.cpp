@@ -8,7 +8,7 @@ namespace {
 constexpr const char* SETTINGSPATH = "Software\\ferrowand\\0.9";
 constexpr DWORD NAMELENGTH = 512;
 
-class RegistryKey : public SettingsKey {
+class RegistryKey final : public SettingsKey {
  public:
   explicit RegistryKey(HKEY key) : key_(key) {}
   ~RegistryKey() override { Close(); }

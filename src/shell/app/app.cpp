@@ -22,6 +22,7 @@ bool App::Start(const std::string& commandLine) {
   InitCommonControls();
   if (!parts_->classes.Register()) return false;
   LoadOptions();
+  parts_->documents.ShowByOptions();
   BuildSearchPath();
   LoadPalette();
   if (!parts_->frame.Create(parts_->classes.MdiClient())) return false;

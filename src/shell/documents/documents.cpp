@@ -144,7 +144,8 @@ bool Documents::MayQuit() {
   return true;
 }
 
-void Documents::AnnounceEverything() {
+void Documents::ShowByOptions() {
+  data_.shown = {options_.renderPointEntities != 0, options_.drawTemplates != 0};
   for (const auto& map : maps_) map->AnnounceEverything();
 }
 

@@ -47,8 +47,8 @@ class Documents {
   void Close(Map& map);
   // Asks about every modified map. False when the user wants to stay.
   bool MayQuit();
-  // Options have changed that the windows show by.
-  void AnnounceEverything();
+  // What the options say is shown of all maps is so from now on.
+  void ShowByOptions();
   // All maps go, unasked and unannounced: nothing shows them any more.
   void Clear();
 

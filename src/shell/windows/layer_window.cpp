@@ -223,7 +223,7 @@ void LayerWindow::EditProperties(entity& layer) {
   const char* name = layer.GetKey("XMPentityname");
   const Colour colour = LayerColour(layer);
   const auto accept = [&](const FormValues& typed) {
-    constexpr const char* PARTS[] = {"Red", "Green", "Blue"};
+    constexpr std::array PARTS = {"Red", "Green", "Blue"};
     std::array<std::uint8_t, 3> parts{};
     for (std::size_t i = 0; i < parts.size(); ++i) {
       const auto part = WholeNumberOf(context_.reporter, typed[1 + i], PARTS[i], 0, 255);

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "document/written_points.h"
 #include "geometry/tolerance.h"
 #include "geometry/whole_plane.h"
 #include "operations/brush_check.h"
@@ -103,8 +104,11 @@ std::optional<Brush> Finished(Brush brush, Reporter& reporter) {
   const int faces = brush.getNumFaces();
   brush.Rebuild(reporter);
   if (brush.getNumFaces() != faces || !IsInsideWorld(brush.Box())) return std::nullopt;
+  for (int i = 0; i < faces; ++i) {
+    UpdateFromWinding(brush.face(i));
+    FindPlanePoints(brush.face(i));
+  }
   if (!SurvivesSaving(brush, reporter)) return std::nullopt;
-  for (int i = 0; i < faces; ++i) UpdateFromWinding(brush.face(i));
   return brush;
 }
 

@@ -137,7 +137,7 @@ std::vector<entity*> Selector::ObjectsIn(const MapView& view, const PixelRect& c
   for (entity* e : PickableObjects(view.map, Level())) {
     entity& object = PickedBy(*e, Level());
     if (&object != e && !known.insert(&object).second) continue;
-    const Bounds box = object.GetBounds();
+    const Bounds box = SeenBounds(object);
     if (box.IsEmpty()) continue;
     const PixelRect seen = view.transform.ToScreen(box.mins, box.maxs);
     if (Takes(closed, seen, tools_.boxRule)) objects.push_back(&object);

@@ -169,10 +169,7 @@ void ToolBase::RepaintOverlay(const Map& map) {
 }
 
 HitQuery ToolBase::QueryAt(const MapView& view, Pixel at, PickLevel level) const {
-  return {.transform = view.transform,
-          .at = at,
-          .level = level,
-          .pointEntities = tools_.GetOptions().renderPointEntities != 0};
+  return {.transform = view.transform, .at = at, .level = level};
 }
 
 void ToolBase::DrawSelection(MapView& view, Canvas& canvas) const {

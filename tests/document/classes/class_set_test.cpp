@@ -59,11 +59,8 @@ TEST_F(ClassSetTest, AClassIsFoundByItsExactNameElseItIsUnknown) {
   for (const char* name : {"LIGHT", "ligh", "", "unknown"}) {
     EXPECT_EQ(set.FindClass(name).Kind(), EntityKind::Unknown) << name;
   }
-}
-
-TEST_F(ClassSetTest, OfEqualNamesTheLastOfTheFileIsFound) {
-  dir.Write("test.qc", ClassText("b") + ClassText("a", "first") + ClassText("a", "last"));
-  EXPECT_EQ(library.Get("test.qc").FindClass("a").description, "last");
+  dir.Write("two.qc", ClassText("b") + ClassText("a", "first") + ClassText("a", "last"));
+  EXPECT_EQ(library.Get("two.qc").FindClass("a").description, "last") << "of equal names";
 }
 
 TEST_F(ClassSetTest, OnlyAPrefixOfTwoOrMoreMakesAGroup) {
@@ -90,13 +87,10 @@ TEST_F(ClassSetTest, BeyondFiftyGroupsClassesStandAlone) {
   EXPECT_EQ(menu[50].text, "g149_a");
 }
 
-TEST_F(ClassSetTest, OneFileIsOneSetWhateverTheCase) {
+TEST_F(ClassSetTest, OneFileIsOneSetWhateverTheCaseAndWherever) {
   ClassSet& set = Load({"light"});
   EXPECT_EQ(&library.Get("TEST.QC"), &set);
   EXPECT_EQ(set.FileName(), "test.qc");
-}
-
-TEST_F(ClassSetTest, AFileAnywhereLoadsByItsWholePath) {
   const std::string file = dir.Write("deep/other.qc", ClassText("light"));
   EXPECT_EQ(library.Get(file).FindClass("light").Kind(), EntityKind::Entity);
 }
@@ -111,9 +105,7 @@ TEST_F(ClassSetTest, AMissingFileIsSaidAndTheNativeSetGiven) {
   EXPECT_EQ(recorder.OnlyText(), "Could not load .qc file \"missing.qc\", using default");
   EXPECT_EQ(recorder.messages[0].title, "Error");
   EXPECT_EQ(&library.Get("", true), &library.Native());
-}
-
-TEST_F(ClassSetTest, WithoutADefaultFileTheNativeSetIsTheDefault) {
+  recorder.messages.clear();
   library.LoadDefault("missing.qc");
   EXPECT_EQ(recorder.OnlyText(),
             "Could not load default .qc file missing.qc! Set the default in Options.");

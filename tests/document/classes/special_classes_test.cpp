@@ -3,6 +3,7 @@
 #include "document/document_fixture.h"
 #include "document/transform.h"
 #include "support/brush_checks.h"
+#include "support/cases.h"
 
 namespace ferrowand {
 namespace {
@@ -23,18 +24,18 @@ class SpecialClassesTest : public DocumentTest {
 };
 
 TEST_F(SpecialClassesTest, LayersAreSeenAndEnabledByTheirState) {
-  struct Case {
-    const char* state;
-    bool visible, enabled;
-  };
-  for (const Case& c : {Case{"0", true, true}, Case{"1", false, true}, Case{"2", true, false},
-                        Case{"3", false, false}, Case{"4", true, true}, Case{"x", true, true}}) {
+  for (const auto& [state, visible, enabled] : Cases<const char*, bool, bool>{{"0", true, true},
+                                                                              {"1", false, true},
+                                                                              {"2", true, false},
+                                                                              {"3", false, false},
+                                                                              {"4", true, true},
+                                                                              {"x", true, true}}) {
     entity layer(data.classes.Default());
     layer.SetKey("classname", "layer");
     EXPECT_TRUE(layer.IsVisible() && layer.IsEnabled());
-    layer.SetKey("XMPstate", c.state);
-    EXPECT_EQ(layer.IsVisible(), c.visible) << c.state;
-    EXPECT_EQ(layer.IsEnabled(), c.enabled) << c.state;
+    layer.SetKey("XMPstate", state);
+    EXPECT_EQ(layer.IsVisible(), visible) << state;
+    EXPECT_EQ(layer.IsEnabled(), enabled) << state;
     EXPECT_FALSE(layer.IsMarked());
   }
 }
@@ -49,9 +50,7 @@ TEST_F(SpecialClassesTest, HidingAndShowingGivesTheOldClassBack) {
   ShowHiddenEntities(e);
   EXPECT_STREQ(e.GetKey("classname"), "templateInstance");
   EXPECT_STREQ(e.GetKey("XMPoldclassname"), "templateInstance");
-}
-
-TEST_F(SpecialClassesTest, AHiddenEntityOfNoKnownClassBecomesABrush) {
+  // One of no known class becomes a brush.
   const auto map = ReadText("{{\"classname\" \"hidden\"{\"classname\" \"hidden\"}}}");
   ShowHiddenEntities(*map);
   const entity& outer = *map->currentLayer()->getEntityList().front();
@@ -60,17 +59,13 @@ TEST_F(SpecialClassesTest, AHiddenEntityOfNoKnownClassBecomesABrush) {
 }
 
 TEST_F(SpecialClassesTest, InstancesAreScaledThenTurnedThenMoved) {
-  struct Case {
-    const char* keys;
-    Bounds expected;
-  };
   const auto box = [](Vec3 mins, Vec3 maxs) {
     Bounds bounds;
     bounds.Add(mins);
     bounds.Add(maxs);
     return bounds;
   };
-  const Case cases[] = {
+  const Cases<const char*, Bounds> cases{
       {"", box({0, 0, 0}, {16, 32, 64})},
       {"\"origin\" \"100 200 300\"", box({100, 200, 300}, {116, 232, 364})},
       {"\"angle\" \"90\"", box({-32, 0, 0}, {0, 16, 64})},
@@ -84,9 +79,9 @@ TEST_F(SpecialClassesTest, InstancesAreScaledThenTurnedThenMoved) {
       {"\"XMPscalex\" \"2\"\"XMPscaley\" \"2\"", box({0, 0, 0}, {32, 64, 0})},
       {"\"XMPscalex\" \"0\"\"XMPscaley\" \"0\"\"XMPscalez\" \"0\"", Bounds()},
   };
-  for (const Case& c : cases) {
-    const auto map = MapWithInstance(c.keys);
-    EXPECT_EQ(FindNamed(*map, "I")->GetBounds(), c.expected) << c.keys;
+  for (const auto& [keys, expected] : cases) {
+    const auto map = MapWithInstance(keys);
+    EXPECT_EQ(FindNamed(*map, "I")->GetBounds(), expected) << keys;
     EXPECT_FALSE(QuakeText(*map).empty());
   }
 }
@@ -94,7 +89,7 @@ TEST_F(SpecialClassesTest, InstancesAreScaledThenTurnedThenMoved) {
 TEST_F(SpecialClassesTest, AMirroredInstanceIsStillSolid) {
   const auto map =
       MapWithInstance("\"XMPscalex\" \"-2\"\"XMPscaley\" \"1\"\"XMPscalez\" \"1\"\"angle\" \"30\"");
-  const EntityPtr copy = ExpandInstance(*FindNamed(*map, "I"));
+  const entity* copy = ExpandInstance(*FindNamed(*map, "I"));
   ASSERT_NE(copy, nullptr);
   EXPECT_TRUE(IsSolid(copy->getEntityList().front()->brush));
   // Seen, although its template is closed.
@@ -151,7 +146,7 @@ TEST_F(SpecialClassesTest, OptionsDecideAboutTemplates) {
   EXPECT_EQ(brushes(WRITE_TEMPLATE_CLASSES | WRITE_KEEP_INSTANCES), 1);
 }
 
-TEST_F(SpecialClassesTest, AnEmbedHasTheBoxOfItsKeys) {
+TEST_F(SpecialClassesTest, AnEmbedHasTheBoxOfItsKeysAndOthersThatOfTheirClass) {
   entity embed(data.classes.Default());
   embed.SetKey("classname", "embed");
   EXPECT_TRUE(embed.GetBounds().IsEmpty());
@@ -162,15 +157,11 @@ TEST_F(SpecialClassesTest, AnEmbedHasTheBoxOfItsKeys) {
   embed.SetKey("XMPmaxz", "8");
   EXPECT_EQ(embed.GetBounds().mins, Vec3(35.5f, -16, -16));
   EXPECT_EQ(embed.GetBounds().maxs, Vec3(116, 16, 8));
-}
-
-TEST_F(SpecialClassesTest, TheSizeBoxCountsWhereThereIsAnOrigin) {
   entity e(data.classes.Default());
   e.SetKey("classname", "nothing");
   EXPECT_TRUE(e.GetBounds().IsEmpty());
   e.SetOrigin(10, 20, 30);
-  EXPECT_EQ(e.GetBounds().mins, Vec3(2, 12, 22));
-  EXPECT_EQ(e.GetBounds().maxs, Vec3(18, 28, 38));
+  EXPECT_EQ(e.GetBounds(), (Bounds{{2, 12, 22}, {18, 28, 38}}));
 }
 
 TEST_F(SpecialClassesTest, ThePenWrapsColoursAboveOne) {

@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "support/canvas_recorder.h"
+#include "support/cases.h"
 #include "views/tools/tool_fixture.h"
 
 namespace ferrowand {
@@ -45,14 +46,8 @@ TEST_F(BrushSelectorTest, EveryHandleIsGrabbedInItsMiddleAtEveryPlaceOnTheScreen
 
 TEST_F(BrushSelectorTest, ADragOfTheBoxMovesScalesTurnsAndSkewsAndUndoGivesItBack) {
   const std::string before = Text();
-  struct Case {
-    HandleMode mode;
-    Pixel handle, to;
-    const char* word;
-    Bounds box;
-  };
   constexpr HandleMode SCALE = HandleMode::Scale, SKEW = HandleMode::Skew;
-  const Case cases[] = {
+  const Cases<HandleMode, Pixel, Pixel, const char*, Bounds> cases{
       {SCALE, {1, 0}, {130, 0}, "Scaling: ", {{0, 0, 0}, {128, 128, 32}}},
       {SCALE, {-1, -1}, {-64, -128}, "Scaling: ", {{-64, -128, 0}, {64, 128, 32}}},
       {SCALE, {0, 1}, {0, -300}, "Scaling: ", {{0, 0, 0}, {64, 64, 32}}},
@@ -62,19 +57,19 @@ TEST_F(BrushSelectorTest, ADragOfTheBoxMovesScalesTurnsAndSkewsAndUndoGivesItBac
       {SKEW, {0, -1}, {96, 0}, "Skewing: ", {{0, 0, 0}, {128, 128, 32}}},
       {SKEW, {1, 0}, {0, 128}, "Skewing: ", {{0, 0, 0}, {64, 192, 32}}},
   };
-  for (const Case& c : cases) {
+  for (const auto& [mode, handle, end, word, box] : cases) {
     map.selection.Set({&cube});
-    tools.brushSelector.SetMode(map, c.mode);
-    const Pixel press = Handle(c.handle.x, c.handle.y), to = At(c.to.x, c.to.y);
+    tools.brushSelector.SetMode(map, mode);
+    const Pixel press = Handle(handle.x, handle.y), to = At(end.x, end.y);
     view.OnMouseDown(press, BUTTON_LEFT, false, false);
     view.OnMouseMove(to, BUTTON_LEFT, false);
     view.OnMouseUp(to, BUTTON_LEFT);
-    EXPECT_TRUE(Status().starts_with(c.word)) << Status();
-    EXPECT_EQ(cube.GetBounds(), c.box) << &c - cases;
+    EXPECT_TRUE(Status().starts_with(word)) << Status();
+    EXPECT_EQ(cube.GetBounds(), box) << word << handle.x << handle.y;
     EXPECT_EQ(cube.brush.getNumFaces(), 6);
     map.undo.Undo();
-    EXPECT_EQ(Text(), before) << &c - cases;
-    EXPECT_FALSE(map.undo.CanUndo()) << &c - cases;
+    EXPECT_EQ(Text(), before) << word;
+    EXPECT_FALSE(map.undo.CanUndo()) << word;
   }
 }
 
@@ -98,18 +93,14 @@ TEST_F(BrushSelectorTest, ClicksOnTheSelectionGoThroughTheHandles) {
 
 TEST_F(BrushSelectorTest, TheHandlesAreDrawnByTheirMode) {
   using Kind = CanvasRecorder::Kind;
-  struct Case {
-    HandleMode mode;
-    std::size_t polygons, rectangles, ellipses;
-  };
-  const Case cases[] = {
+  const Cases<HandleMode, std::size_t, std::size_t, std::size_t> cases{
       {HandleMode::Scale, 4, 5, 0}, {HandleMode::Rotate, 0, 1, 4}, {HandleMode::Skew, 8, 1, 0}};
-  for (const Case& c : cases) {
+  for (const auto& [mode, polygons, rectangles, ellipses] : cases) {
     CanvasRecorder canvas;
-    DrawHandles(cube.GetBounds(), view.transform, c.mode, {}, canvas);
-    EXPECT_EQ(canvas.Of(Kind::Polygon).size(), c.polygons);
-    EXPECT_EQ(canvas.Of(Kind::Rectangle).size(), c.rectangles);
-    EXPECT_EQ(canvas.Of(Kind::Ellipse).size(), c.ellipses);
+    DrawHandles(cube.GetBounds(), view.transform, mode, {}, canvas);
+    EXPECT_EQ(canvas.Of(Kind::Polygon).size(), polygons);
+    EXPECT_EQ(canvas.Of(Kind::Rectangle).size(), rectangles);
+    EXPECT_EQ(canvas.Of(Kind::Ellipse).size(), ellipses);
     const PixelRect box = view.transform.ToScreen({0, 0, 0}, {64, 128, 32});
     EXPECT_EQ(canvas.Of(Kind::Rectangle)[0].rect,
               (PixelRect{box.left - 4, box.top - 4, box.right + 5, box.bottom + 5}));

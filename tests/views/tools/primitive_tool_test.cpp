@@ -1,5 +1,6 @@
 #include "views/tools/primitive_tool.h"
 
+#include "support/cases.h"
 #include "views/tools/tool_fixture.h"
 
 namespace ferrowand {
@@ -10,28 +11,21 @@ using PrimitiveToolTest = ToolTest;
 TEST_F(PrimitiveToolTest, TheBoxIsDrawnOnTheGridAndAsDeepAsTheLastSelection) {
   entity& deep = small.AddCuboid({256, 0, -16}, {320, 64, 48});
   const std::string before = Text();
-  struct Case {
-    PrimitiveKind kind;
-    entity* selected;
-    Pixel from, to;
-    Bounds made;
-    int faces;
-  };
-  const Case cases[] = {
+  const Cases<PrimitiveKind, entity*, Pixel, Pixel, Bounds, int> cases{
       {PrimitiveKind::Cuboid, nullptr, {-50, 70}, {100, -20}, {{-64, 0, 0}, {128, 64, 64}}, 6},
       {PrimitiveKind::Wedge, &deep, {0, 0}, {128, 128}, {{0, 0, -16}, {128, 128, 48}}, 5},
       {PrimitiveKind::Column, nullptr, {0, 0}, {128, 128}, {{0, 0, -16}, {128, 128, 48}}, 6},
   };
   host.sides = 4;
-  for (const Case& c : cases) {
+  for (const auto& [kind, selected, from, to, made, faces] : cases) {
     map.selection.Clear();
-    if (c.selected) map.selection.Set({c.selected});
-    tools.CreatePrimitive(c.kind);
-    Drag(c.from.x, c.from.y, c.to.x, c.to.y);
+    if (selected) map.selection.Set({selected});
+    tools.CreatePrimitive(kind);
+    Drag(from.x, from.y, to.x, to.y);
     EXPECT_EQ(tools.Current(), &tools.brushSelector);
     ASSERT_EQ(map.selection.size(), 1u);
-    EXPECT_EQ(map.selection[0]->GetBounds(), c.made);
-    EXPECT_EQ(map.selection[0]->brush.getNumFaces(), c.faces);
+    EXPECT_EQ(map.selection[0]->GetBounds(), made);
+    EXPECT_EQ(map.selection[0]->brush.getNumFaces(), faces);
     EXPECT_EQ(map.selection[0]->brush.face(0).Name(), "wall");
     map.undo.Undo();
     EXPECT_EQ(Text(), before);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "support/canvas_recorder.h"
+#include "support/cases.h"
 #include "views/tools/tool_fixture.h"
 
 namespace ferrowand {
@@ -64,22 +65,18 @@ TEST_F(SelectorTest, ADragMovesByTheGridAndIsOneStepToUndo) {
   entity& cube = small.AddCuboid({128, 0, 0}, {192, 64, 64});
   map.selection.Set({&light, &cube});
   const std::string before = Text();
-  struct Case {
-    bool snap, shift;
-    Vec3 origin;
-    const char* status;
-  };
-  const Case cases[] = {{false, true, {77, -61, 9}, "Translating: (72, -68)"},
-                        {true, false, {69, -57, 9}, "Translating: (64, -64)"},
-                        {true, true, {64, -64, 9}, "Translating: (59, -71)"}};
-  for (const Case& c : cases) {
-    map.SetOptionBits(c.snap ? MAP_GRID | MAP_SNAP : MAP_GRID);
-    host.keys.shift = c.shift;
+  const Cases<bool, bool, Vec3, const char*> cases{
+      {false, true, {77, -61, 9}, "Translating: (72, -68)"},
+      {true, false, {69, -57, 9}, "Translating: (64, -64)"},
+      {true, true, {64, -64, 9}, "Translating: (59, -71)"}};
+  for (const auto& [snap, shift, origin, status] : cases) {
+    map.SetOptionBits(snap ? MAP_GRID | MAP_SNAP : MAP_GRID);
+    host.keys.shift = shift;
     told.changes.clear();
     Drag(8, 8, 80, -60);
-    EXPECT_EQ(Status(), c.status);
-    EXPECT_EQ(light.Origin(), c.origin);
-    EXPECT_EQ(cube.GetBounds().mins, Vec3(128, 0, 0) + c.origin - Vec3(5, 7, 9));
+    EXPECT_EQ(Status(), status);
+    EXPECT_EQ(light.Origin(), origin);
+    EXPECT_EQ(cube.GetBounds().mins, Vec3(128, 0, 0) + origin - Vec3(5, 7, 9));
     EXPECT_EQ(told.changes.size(), 1u);
     EXPECT_TRUE(map.modified());
     map.undo.Undo();

@@ -5,6 +5,7 @@
 
 #include "operations/primitives.h"
 #include "operations/transform_selection.h"
+#include "support/cases.h"
 #include "views/tools/tool_fixture.h"
 
 namespace ferrowand {
@@ -59,11 +60,7 @@ class ToolBaseTest : public ToolTest {
 TEST_F(ToolBaseTest, WhateverComesInTheMiddleOfADragEndsItWithoutEffect) {
   FakeViewHost secondWindow;
   std::unique_ptr<MapView> second;
-  struct Event {
-    const char* name;
-    std::function<void()> happen;
-  };
-  const Event events[] = {
+  const Cases<const char*, std::function<void()>> events{
       {"escape", [&] { second->OnCharacter('\x1b', false); }},
       {"the mouse is taken away", [&] { tools.Current()->Cancel(); }},
       {"the button is let go elsewhere",
@@ -84,24 +81,24 @@ TEST_F(ToolBaseTest, WhateverComesInTheMiddleOfADragEndsItWithoutEffect) {
       {"an undo takes the object", [&] { map.undo.Undo(), map.undo.Undo(); }},
       {"the view is closed", [&] { second.reset(); }},
   };
-  for (const Event& event : events) {
+  for (const auto& [event, happen] : events) {
     for (const Grip& grip : Grips()) {
       second = std::make_unique<MapView>(map, secondWindow, list, options, tools.Current());
       second->transform = view.transform;
       Begin(grip, *second);
       ASSERT_TRUE(tools.Current()->HasPreview()) << grip.name;
       ASSERT_TRUE(host.captured) << grip.name;
-      event.happen();
+      happen();
       const std::string expected = Text();
       MapView& where = second ? *second : view;
       where.OnMouseMove({150, 90}, BUTTON_LEFT, false);
-      EXPECT_FALSE(tools.Current()->HasPreview()) << event.name << ": " << grip.name;
+      EXPECT_FALSE(tools.Current()->HasPreview()) << event << ": " << grip.name;
       const std::string status = second ? secondWindow.texts[ViewText::Message] : "";
-      EXPECT_EQ(status.find(':'), std::string::npos) << event.name << ": " << status;
+      EXPECT_EQ(status.find(':'), std::string::npos) << event << ": " << status;
       where.OnMouseUp({150, 90}, BUTTON_LEFT);
-      EXPECT_EQ(Text(), expected) << event.name << ": " << grip.name;
-      EXPECT_FALSE(second && host.captured) << event.name << ": " << grip.name;
-      EXPECT_NE(tools.Current()->Name(), "Rectangle Selector") << event.name;
+      EXPECT_EQ(Text(), expected) << event << ": " << grip.name;
+      EXPECT_FALSE(second && host.captured) << event << ": " << grip.name;
+      EXPECT_NE(tools.Current()->Name(), "Rectangle Selector") << event;
       second.reset();
       // As it was, with the undone steps done again.
       while (map.undo.CanUndo()) map.undo.Undo();
@@ -219,22 +216,14 @@ TEST_F(ToolBaseTest, TexturesGoWithWhatIsDraggedWhileTheyAreLocked) {
 
 TEST_F(ToolBaseTest, TheCursorTellsWhatAPressWouldDo) {
   small.AddCuboid({-128, 0, 0}, {-64, 64, 64});  // not selected
-  struct Case {
-    Tool& tool;
-    HandleMode mode;
-    Pixel at, beside;
-    ToolCursor cursor;
-    bool control = false;
-  };
   constexpr HandleMode SCALE = HandleMode::Scale, TURN = HandleMode::Rotate;
   constexpr HandleMode SKEW = HandleMode::Skew;
-  const Case cases[] = {
+  const Cases<Tool&, HandleMode, Pixel, Pixel, ToolCursor> cases{
       {tools.brushSelector, SCALE, At(64, 64), {4, -4}, ToolCursor::SizeRising},
       {tools.brushSelector, SCALE, At(0, 0), {-4, 4}, ToolCursor::SizeRising},
       {tools.brushSelector, SCALE, At(64, 0), {4, 4}, ToolCursor::SizeFalling},
       {tools.brushSelector, SCALE, At(64, 32), {4, 0}, ToolCursor::SizeAcross},
       {tools.brushSelector, SCALE, At(32, 64), {0, -4}, ToolCursor::SizeUpDown},
-      {tools.brushSelector, SCALE, At(64, 64), {4, -4}, ToolCursor::Arrow, true},
       {tools.brushSelector, TURN, At(0, 64), {-4, -4}, ToolCursor::Turn},
       {tools.brushSelector, TURN, At(64, 32), {4, 0}, ToolCursor::Arrow},
       {tools.brushSelector, SKEW, At(64, 64), {4, -4}, ToolCursor::SizeAcross},
@@ -251,13 +240,16 @@ TEST_F(ToolBaseTest, TheCursorTellsWhatAPressWouldDo) {
       {tools.vertexTool, SCALE, At(32, 32), {0, 0}, ToolCursor::Arrow},
       {tools.primitiveTool, SCALE, At(0, 0), {0, 0}, ToolCursor::Cross},
   };
-  for (const Case& c : cases) {
-    tools.Use(c.tool);
-    tools.brushSelector.SetMode(map, c.mode);
-    host.keys.control = c.control;
-    view.OnMouseMove({c.at.x + c.beside.x, c.at.y + c.beside.y}, 0, false);
-    EXPECT_EQ(host.cursor, c.cursor) << c.tool.Name() << ' ' << &c - cases;
+  for (const auto& [tool, mode, at, beside, cursor] : cases) {
+    tools.Use(tool);
+    tools.brushSelector.SetMode(map, mode);
+    view.OnMouseMove({at.x + beside.x, at.y + beside.y}, 0, false);
+    EXPECT_EQ(host.cursor, cursor) << tool.Name() << ' ' << at.x << ' ' << at.y;
   }
+  tools.Use(tools.brushSelector);
+  host.keys.control = true;
+  view.OnMouseMove({At(64, 64).x + 4, At(64, 64).y - 4}, 0, false);
+  EXPECT_EQ(host.cursor, ToolCursor::Arrow);
 }
 
 }  // namespace

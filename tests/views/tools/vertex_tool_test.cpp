@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "support/canvas_recorder.h"
+#include "support/cases.h"
 #include "views/tools/brush_reshape.h"
 #include "views/tools/tool_fixture.h"
 
@@ -21,14 +22,9 @@ class ReshapeTest : public ToolTest {
 };
 
 TEST_F(ReshapeTest, MovedCornersMakeTheFacesTheyNeedOrAreRefused) {
-  struct Case {
-    const char* what;
-    std::vector<Vec3> corners;
-    Vec3 by;
-    int faces;  // 0: refused
-  };
   const Vec3 top(64, 64, 64);
-  const Case cases[] = {
+  // The corners, how they move, and how many faces come of it: 0 when it is refused.
+  const Cases<const char*, std::vector<Vec3>, Vec3, int> cases{
       {"a corner outwards", {top}, {16, 16, 16}, 9},
       {"a corner inwards", {top}, {-16, -16, -16}, 9},
       {"along an edge", {top}, {0, 0, 16}, 7},
@@ -40,17 +36,17 @@ TEST_F(ReshapeTest, MovedCornersMakeTheFacesTheyNeedOrAreRefused) {
       {"a face onto the opposite one", {{0, 0, 64}, {64, 0, 64}, {0, 64, 64}, top}, {0, 0, -64}, 0},
       {"out of the world", {top}, {9000, 0, 0}, 0},
   };
-  for (const Case& c : cases) {
-    const auto result = MoveCorners(cube.brush, c.corners, c.by, small.reporter);
-    ASSERT_EQ(result.has_value(), c.faces != 0) << c.what;
+  for (const auto& [what, corners, by, faces] : cases) {
+    const auto result = MoveCorners(cube.brush, corners, by, small.reporter);
+    ASSERT_EQ(result.has_value(), faces != 0) << what;
     if (!result) continue;
-    EXPECT_EQ(result->getNumFaces(), c.faces) << c.what;
+    EXPECT_EQ(result->getNumFaces(), faces) << what;
     const std::vector<Vec3> made = CornersOf(*result);
-    EXPECT_EQ(made.size(), 8u) << c.what;
-    for (const Vec3& corner : c.corners) {
-      EXPECT_TRUE(std::ranges::any_of(made, [&](const Vec3& m) {
-        return IsSameCorner(m, corner + c.by);
-      })) << c.what;
+    EXPECT_EQ(made.size(), 8u) << what;
+    for (const Vec3& from : corners) {
+      const Vec3 to = from + by;
+      const auto isThere = [&](const Vec3& corner) { return IsSameCorner(corner, to); };
+      EXPECT_TRUE(std::ranges::any_of(made, isThere)) << what;
     }
   }
   EXPECT_TRUE(small.sink.messages.empty());
@@ -59,15 +55,9 @@ TEST_F(ReshapeTest, MovedCornersMakeTheFacesTheyNeedOrAreRefused) {
 TEST_F(ReshapeTest, CornersAndFacesAreDraggedWithAllThatLiesThere) {
   entity& neighbour = small.AddCuboid({64, 0, 0}, {128, 64, 64});
   const std::string before = Text();
-  struct Case {
-    Tool& tool;
-    bool both, snap;
-    Pixel from, to, by;
-    Vec3 high, neighbourHigh;
-  };
   Tool &corner = tools.vertexTool, &face = tools.brushTool;
   const Vec3 still(128, 64, 64);
-  const Case cases[] = {
+  const Cases<Tool&, bool, bool, Pixel, Pixel, Pixel, Vec3, Vec3> cases{
       {corner, false, false, {64, 64}, {96, 80}, {32, 16}, {96, 80, 64}, still},
       {face, false, false, {64, 32}, {100, 60}, {36, 0}, {100, 64, 64}, still},
       // The corner itself goes onto the grid, which is one of 128 units.
@@ -76,15 +66,15 @@ TEST_F(ReshapeTest, CornersAndFacesAreDraggedWithAllThatLiesThere) {
       {face, true, false, {32, 64}, {0, 80}, {0, 16}, {64, 80, 64}, still},
   };
   view.gridu = view.gridv = 7;
-  for (const Case& c : cases) {
-    tools.Use(c.tool);
+  for (const auto& [tool, both, snap, from, to, by, high, neighbourHigh] : cases) {
+    tools.Use(tool);
     map.selection.Set({&cube});
-    if (c.both) map.selection.Add(neighbour);
-    map.SetOptionBits(c.snap ? MAP_GRID | MAP_SNAP : MAP_GRID);
-    Drag(c.from.x, c.from.y, c.to.x, c.to.y);
-    EXPECT_EQ(Status(), Format("Translating: (%i, %i)", c.by.x, c.by.y));
-    EXPECT_EQ(cube.GetBounds(), (Bounds{{0, 0, 0}, c.high})) << &c - cases;
-    EXPECT_EQ(neighbour.GetBounds().maxs, c.neighbourHigh) << &c - cases;
+    if (both) map.selection.Add(neighbour);
+    map.SetOptionBits(snap ? MAP_GRID | MAP_SNAP : MAP_GRID);
+    Drag(from.x, from.y, to.x, to.y);
+    EXPECT_EQ(Status(), Format("Translating: (%i, %i)", by.x, by.y));
+    EXPECT_EQ(cube.GetBounds(), (Bounds{{0, 0, 0}, high}));
+    EXPECT_EQ(neighbour.GetBounds().maxs, neighbourHigh);
     EXPECT_EQ(cube.brush.getNumFaces(), 6);
     map.undo.Undo();
     EXPECT_EQ(Text(), before);
@@ -112,12 +102,8 @@ TEST_F(ReshapeTest, AnEdgeIsPickedByItsEndsAndManyByARectangle) {
 }
 
 TEST_F(ReshapeTest, WhatCannotBeIsShownInDashesAndRefused) {
-  struct Case {
-    Tool& tool;
-    Pixel grip, sound, broken;  // in the world
-  };
-  const Case cases[] = {{tools.vertexTool, {64, 64}, {80, 80}, {10, 10}},
-                        {tools.brushTool, {64, 32}, {100, 32}, {-80, 32}}};
+  const Cases<Tool&, Pixel, Pixel, Pixel> cases{{tools.vertexTool, {64, 64}, {80, 80}, {10, 10}},
+                                                {tools.brushTool, {64, 32}, {100, 32}, {-80, 32}}};
   const std::string before = Text();
   const auto lines = [&] {
     CanvasRecorder canvas;
@@ -128,21 +114,21 @@ TEST_F(ReshapeTest, WhatCannotBeIsShownInDashesAndRefused) {
     }
     return std::pair{found, canvas.LinesIn({{255, 255, 255}})};
   };
-  for (const Case& c : cases) {
-    tools.Use(c.tool);
-    Press(c.grip.x, c.grip.y);
-    MoveTo(c.sound.x, c.sound.y);
+  for (const auto& [tool, grip, sound, broken] : cases) {
+    tools.Use(tool);
+    Press(grip.x, grip.y);
+    MoveTo(sound.x, sound.y);
     EXPECT_TRUE(lines().second.empty());
     EXPECT_EQ(host.cursor, ToolCursor::Move);
-    MoveTo(c.broken.x, c.broken.y);
+    MoveTo(broken.x, broken.y);
     EXPECT_EQ(host.cursor, ToolCursor::Refused);
     const auto [whole, dashes] = lines();
     EXPECT_EQ(whole.size(), 1u) << "only from the press to the cursor";
-    EXPECT_TRUE(std::ranges::any_of(dashes, [&](const PixelLine& dash) {
-      return std::abs(dash.from.x - At(c.broken.x, 0).x) <= 4;
+    EXPECT_TRUE(std::ranges::any_of(dashes, [&, x = At(broken.x, 0).x](const PixelLine& dash) {
+      return std::abs(dash.from.x - x) <= 4;
     })) << "the corners are where the cursor is";
     EXPECT_EQ(Status(), "The brush would not be convex or would lose a face");
-    Release(c.broken.x, c.broken.y);
+    Release(broken.x, broken.y);
     EXPECT_EQ(Status(), "The brush would not be convex or would lose a face");
     EXPECT_EQ(Text(), before);
     EXPECT_FALSE(map.undo.CanUndo());
