@@ -7,6 +7,7 @@
 #include "base/text_writer.h"
 #include "base/winfile.h"
 #include "document/map.h"
+#include "document/written_points.h"
 
 namespace ferrowand {
 namespace {
@@ -20,8 +21,16 @@ std::string WithExtension(const std::string& name) {
 }
 
 // Told even after a failure, which is meant: that one has had a box of its own.
-const char* SavedText(std::string_view target) {
-  return IsQuakeMapName(target) ? "Saved MAP format" : "Saved Extended MAP format";
+std::string SavedText(std::string_view target, const SavedShape& shape) {
+  std::string text = IsQuakeMapName(target) ? "Saved MAP format" : "Saved Extended MAP format";
+  if (shape.movedFaces > 0) {
+    text += Format("; %d faces lie between whole units and were moved, by up to %.2f units",
+                   shape.movedFaces, shape.farthest);
+  }
+  if (shape.lostFaces > 0) {
+    text += Format("; %d faces are too small for whole units and were lost", shape.lostFaces);
+  }
+  return text;
 }
 
 // -1 when there is none.
@@ -87,14 +96,14 @@ bool Map::Save(const std::string& name, unsigned option, const SaveSettings& set
     filename = target;
     MarkSaved();
   }
-  ShowStatus(SavedText(target));
+  ShowStatus(SavedText(target, written ? ShapeInFile(*this, Report()) : SavedShape()));
   return written;
 }
 
 bool Map::Export(const std::string& name, unsigned option, const SaveSettings& settings) {
   const std::string target = WithExtension(name);
   const bool written = Write(target, option, settings);
-  ShowStatus(SavedText(target));
+  ShowStatus(SavedText(target, written ? ShapeInFile(*this, Report()) : SavedShape()));
   return written;
 }
 
