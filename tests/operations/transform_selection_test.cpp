@@ -217,7 +217,7 @@ TEST_F(TransformSelectionTest, AMirroredInstanceKeepsItsAngle) {
     Pick({"i"});
     FlipSelection(*map, 0, options);
     EXPECT_STREQ(Get("i").GetKey("angle"), angle);
-    EXPECT_STREQ(Get("i").GetKey(mirrored), "-2") << angle;
+    EXPECT_STREQ(Get("i").GetKey(mirrored), "-2.000000") << angle;
   }
 }
 
