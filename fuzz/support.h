@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <set>
 #include <string>
 
 #include "base/path_text.h"
@@ -55,6 +56,7 @@ class SilentUser : public MessageSink {
  public:
   Answer Show(const Message& message) override {
     if (message.title == "ASSERTION FAILURE") ++assertions;
+    repeats += !said.insert(message.title + message.text.substr(0, 20)).second;
     return message.buttons == Buttons::Ok ? Answer::Ok : Answer::No;
   }
   void Beep() override {}
@@ -62,6 +64,8 @@ class SilentUser : public MessageSink {
   void Exit(int) override { std::abort(); }
 
   int assertions = 0;
+  int repeats = 0;  // of boxes that say the same as one before
+  std::set<std::string> said;
 };
 
 struct Desk {

@@ -21,6 +21,7 @@ constexpr std::uint8_t WORDEND = 4;
 constexpr std::uint8_t NOT_WHITE = 8;
 constexpr std::uint8_t BLANK = 16;  // white and not NUL
 constexpr std::uint8_t NUL = 32;
+constexpr std::uint8_t NUMBEREND = 64;
 
 // Kinds of every byte. NUL is white space and a separator on purpose, and no end of a word.
 constexpr std::array<std::uint8_t, 256> KINDS = [] {
@@ -29,8 +30,11 @@ constexpr std::array<std::uint8_t, 256> KINDS = [] {
   for (const char c : separators) kinds[static_cast<std::uint8_t>(c)] |= SEPARATOR;
   for (const char c : {' ', '\r', '\n'}) kinds[static_cast<std::uint8_t>(c)] |= WORDEND;
   for (const char c : {'\0', ' ', '\t', '\r', '\n'}) kinds[static_cast<std::uint8_t>(c)] |= WHITE;
-  for (std::uint8_t& kind : kinds) kind |= kind & WHITE ? BLANK : NOT_WHITE;
-  kinds[0] = WHITE | SEPARATOR | NUL;
+  for (const char c : {'(', ')', '[', ']', '{', '}', '"'}) {
+    kinds[static_cast<std::uint8_t>(c)] |= NUMBEREND;
+  }
+  for (std::uint8_t& kind : kinds) kind |= kind & WHITE ? BLANK | NUMBEREND : NOT_WHITE;
+  kinds[0] = WHITE | SEPARATOR | NUL | NUMBEREND;
   return kinds;
 }();
 
@@ -193,16 +197,18 @@ std::size_t TextReader::TakeIfEmpty(std::size_t count, std::string& text) {
 }
 
 // Nearly all that is read lies whole inside the window: one pass, which the guard stops at the
-// latest. False, with nothing done, where a NUL or the window's end is met.
-bool TextReader::ReadInWindow(std::uint8_t stopKinds, std::string& text, std::size_t max) {
+// latest. False, with nothing done, where a NUL or the window's end is met. With `orOne` a byte
+// that would end the text at once is taken for it.
+bool TextReader::ReadInWindow(std::uint8_t stopKinds, std::string& text, std::size_t max,
+                              bool orOne) {
   if (position_ >= bufferSize_) return false;
   const std::uint8_t* p = buffer_.get() + position_;
   while (KINDS[*p] & BLANK) ++p;
   const std::uint8_t* const begin = p;
   while (!(KINDS[*p] & (stopKinds | NUL))) ++p;
   if (*p == 0) return false;
-  if (p == begin) ++p;
-  if (static_cast<std::size_t>(p - begin) > max) p = begin + std::max<std::size_t>(max, 1);
+  if (p == begin && orOne) ++p;
+  if (static_cast<std::size_t>(p - begin) > max) p = begin + std::max<std::size_t>(max, orOne);
   if (p == buffer_.get() + bufferSize_) return false;
   text.assign(reinterpret_cast<const char*>(begin), static_cast<std::size_t>(p - begin));
   position_ = static_cast<std::uint32_t>(p - buffer_.get());
@@ -210,7 +216,7 @@ bool TextReader::ReadInWindow(std::uint8_t stopKinds, std::string& text, std::si
 }
 
 std::size_t TextReader::ReadToken(std::string& text, std::size_t max) {
-  if (ReadInWindow(SEPARATOR, text, max)) return text.size();
+  if (ReadInWindow(SEPARATOR, text, max, true)) return text.size();
   SkipWhitespace();
   const std::size_t count = TakeIfEmpty(ReadRun(SEPARATOR, text, max), text);
   CutAtNul(text);
@@ -218,7 +224,7 @@ std::size_t TextReader::ReadToken(std::string& text, std::size_t max) {
 }
 
 std::size_t TextReader::ReadWord(std::string& text, std::size_t max) {
-  if (ReadInWindow(WORDEND, text, max)) return text.size();
+  if (ReadInWindow(WORDEND, text, max, true)) return text.size();
   SkipWhitespace();
   std::size_t count = ReadRun(WORDEND, text, max);
   if (AtEof() && count < max) {
@@ -229,6 +235,20 @@ std::size_t TextReader::ReadWord(std::string& text, std::size_t max) {
   count = TakeIfEmpty(count, text);
   CutAtNul(text);
   return count;
+}
+
+std::size_t TextReader::ReadField(std::uint8_t stopKinds, std::string& text, std::size_t max) {
+  if (ReadInWindow(stopKinds, text, max, false)) return text.size();
+  SkipWhitespace();
+  return ReadRun(stopKinds, text, max);
+}
+
+std::size_t TextReader::ReadPlainWord(std::string& text, std::size_t max) {
+  return ReadField(WHITE, text, max);
+}
+
+std::size_t TextReader::ReadNumberWord(std::string& text, std::size_t max) {
+  return ReadField(NUMBEREND, text, max);
 }
 
 // Moves behind the next c and adds the number of bytes before it; false when there is none.

@@ -52,6 +52,11 @@ class TextReader {
   std::size_t ReadToken(std::string& text, std::size_t max);
   // Up to `max` bytes, to the next blank, CR or LF only: a tab is part of a word.
   std::size_t ReadWord(std::string& text, std::size_t max);
+  // What is closer than a word: up to `max` bytes, to the next white space; and a number, which no
+  // parenthesis, bracket, brace or quote belongs to either. Nothing is read in front of such a
+  // byte.
+  std::size_t ReadPlainWord(std::string& text, std::size_t max);
+  std::size_t ReadNumberWord(std::string& text, std::size_t max);
   // Any other byte is a failed assertion, and consumed.
   void Expect(char c);
   std::uint32_t SkipPast(char c, bool consume);
@@ -78,7 +83,8 @@ class TextReader {
   void PassEnd(std::uint32_t count);
   std::uint32_t RunLength(std::uint8_t stopKinds, std::uint32_t limit) const;
   std::size_t ReadRun(std::uint8_t stopKinds, std::string& text, std::size_t max);
-  bool ReadInWindow(std::uint8_t stopKinds, std::string& text, std::size_t max);
+  bool ReadInWindow(std::uint8_t stopKinds, std::string& text, std::size_t max, bool orOne);
+  std::size_t ReadField(std::uint8_t stopKinds, std::string& text, std::size_t max);
   std::size_t TakeIfEmpty(std::size_t count, std::string& text);
   bool SkipBehind(char c, std::uint32_t& before);
 

@@ -1,12 +1,15 @@
 #include "cli/cli.h"
 
+#include <filesystem>
 #include <iomanip>
 #include <memory>
 #include <ostream>
 
 #include "cli/arguments.h"
 #include "cli/map_statistics.h"
+#include "cli/printable.h"
 #include "document/map.h"
+#include "gamedata/file_kind.h"
 #include "platform/file.h"
 #include "platform/system.h"
 
@@ -23,7 +26,7 @@ class StreamSink : public MessageSink {
   explicit StreamSink(std::ostream& err) : err_(err) {}
 
   Answer Show(const Message& message) override {
-    err_ << message.title << ": " << message.text << '\n';
+    err_ << message.title << ": " << PrintableLines(message.text) << '\n';
     reported_ = true;
     return message.buttons == Buttons::Ok ? Answer::Ok : Answer::No;
   }
@@ -61,8 +64,9 @@ class Session {
   std::unique_ptr<Map> Load();
   void SetUpGameData(const std::string& mapName);
   bool FoundInSearchPath(const std::string& name) const;
-  int CannotOpen(const std::string& name) {
-    err_ << "Cannot open file! (" << name << ")\n";
+  // With what is wrong, where that is known.
+  int CannotOpen(const std::string& name, const std::string& reason = "") {
+    err_ << "Cannot open file! (" << (reason.empty() ? name : reason) << ")\n";
     return NO_FILE;
   }
 
@@ -106,8 +110,9 @@ void Session::SetUpGameData(const std::string& mapName) {
 std::unique_ptr<Map> Session::Load() {
   const std::string& name = arguments_.operands.front();
   SetUpGameData(name);
-  std::unique_ptr<Map> map = LoadMap(data_, name);
-  if (!map) CannotOpen(name);
+  const std::string refusal = OtherKindText(name);
+  std::unique_ptr<Map> map = refusal.empty() ? LoadMap(data_, name) : nullptr;
+  if (!map) CannotOpen(name, refusal);
   return map;
 }
 
@@ -116,9 +121,11 @@ int Session::Info() {
   if (!map) return NO_FILE;
 
   const MapStatistics counts = CountMap(*map);
-  out_ << "message: " << map->Name() << '\n'
-       << "wads: " << map->wads.Names() << '\n'
-       << "entities: " << counts.entities << '\n'
+  out_ << "message: " << Printable(map->Name()) << '\n';
+  if (const std::string wads = map->wads.Names(); !wads.empty()) {
+    out_ << "wads: " << Printable(wads) << '\n';
+  }
+  out_ << "entities: " << counts.entities << '\n'
        << "brushes: " << counts.brushes << '\n'
        << "faces: " << counts.faces << '\n'
        << "textures: " << counts.textures.size() << '\n'
@@ -136,7 +143,7 @@ int Session::Info() {
   }
   out_ << "classes:\n";
   for (const auto& [name, count] : counts.classnames) {
-    out_ << std::setw(8) << count << "  " << name << '\n';
+    out_ << std::setw(8) << count << "  " << Printable(name) << '\n';
   }
   return CLEAN;
 }
@@ -144,16 +151,23 @@ int Session::Info() {
 int Session::Convert() {
   const std::unique_ptr<Map> map = Load();
   if (!map) return NO_FILE;
+  const std::string& source = arguments_.operands[0];
+  const std::string& target = arguments_.operands[1];
+  std::error_code unknown;
+  if (map->readWithLoss() && std::filesystem::equivalent(source, target, unknown)) {
+    err_ << "Not written over the file that could not all be read: " << target << '\n';
+    return NO_FILE;
+  }
   const unsigned option = arguments_.visibleOnly ? WRITE_VISIBLE_ONLY : 0;
-  return map->Save(arguments_.operands[1], option, SaveSettings{}) ? CLEAN : NO_FILE;
+  return map->Save(target, option, SaveSettings{}) ? CLEAN : NO_FILE;
 }
 
 int Session::ListWad() {
   WadFile wad(WadLimits{}, data_.palette, reporter_);
   const std::string& name = arguments_.operands.front();
-  if (!wad.Open(name)) return CannotOpen(name);
+  if (!wad.Open(name)) return CannotOpen(name, NoWadText(name));
   for (const std::unique_ptr<Texture>& texture : wad.Textures()) {
-    out_ << std::left << std::setw(16) << texture->Name() << std::right << std::setw(6)
+    out_ << std::left << std::setw(16) << Printable(texture->Name()) << std::right << std::setw(6)
          << texture->width << " x " << std::setw(5) << texture->height << "  padded "
          << std::setw(5) << texture->paddedWidth << " x " << std::setw(5) << texture->paddedHeight
          << "  offset " << texture->entry.filepos << '\n';
@@ -167,10 +181,10 @@ int Session::ListClasses() {
   if (!set.Load(name)) return CannotOpen(name);
   for (const std::unique_ptr<EntityClass>& c : set.Classes()) {
     if (c->IsNative()) continue;
-    out_ << c->classname << "  (" << c->red << ' ' << c->green << ' ' << c->blue << ") (" << c->minx
-         << ' ' << c->miny << ' ' << c->minz << ") (" << c->maxx << ' ' << c->maxy << ' ' << c->maxz
-         << ')';
-    for (const std::string& flag : c->flags) out_ << ' ' << flag;
+    out_ << Printable(c->classname) << "  (" << c->red << ' ' << c->green << ' ' << c->blue << ") ("
+         << c->minx << ' ' << c->miny << ' ' << c->minz << ") (" << c->maxx << ' ' << c->maxy << ' '
+         << c->maxz << ')';
+    for (const std::string& flag : c->flags) out_ << ' ' << Printable(flag);
     out_ << '\n';
   }
   return CLEAN;

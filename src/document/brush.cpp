@@ -92,7 +92,23 @@ const TextureAxes& TextureAxesOf(const DVec3& normal) {
 
 void Face::SetName(std::string_view newName) {
   name.fill(0);
-  if (newName.size() < name.size()) std::ranges::copy(newName, name.begin());
+  longName.reset();
+  if (newName.size() < name.size()) {
+    std::ranges::copy(newName, name.begin());
+  } else {
+    longName = std::make_unique<const std::string>(newName);
+  }
+}
+
+void Face::TakeLook(const Face& other) {
+  texture = other.texture;
+  name = other.name;
+  longName = other.longName ? std::make_unique<const std::string>(*other.longName) : nullptr;
+  rotation = other.rotation;
+  xoff = other.xoff;
+  yoff = other.yoff;
+  xscale = other.xscale;
+  yscale = other.yscale;
 }
 
 bool Face::HasShape() const {
@@ -114,14 +130,8 @@ bool Face::HasWholePoints() const {
 
 Face CopyFace(const Face& face) {
   Face copy;
+  copy.TakeLook(face);
   copy.planepts = face.planepts;
-  copy.texture = face.texture;
-  copy.rotation = face.rotation;
-  copy.xoff = face.xoff;
-  copy.yoff = face.yoff;
-  copy.xscale = face.xscale;
-  copy.yscale = face.yscale;
-  copy.name = face.name;
   copy.plane = face.plane;
   if (face.w) copy.w = CopyWinding(*face.w);
   return copy;

@@ -4,6 +4,8 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -13,19 +15,16 @@
 namespace ferrowand {
 
 class Brush;
+class ReadLog;
 class Reporter;
 class TextReader;
 class TextWriter;
 class WadList;
 struct Texture;
 
-// Bits of the flag word that goes through all readers of a load: what has been said already.
-inline constexpr unsigned READ_MERGE = 1;           // keep the document's WADs and class set
-inline constexpr unsigned READ_FACES_REPORTED = 4;  // "too many faces"
-inline constexpr unsigned READ_CHAR_REPORTED = 8;   // "invalid char"
-inline constexpr unsigned READ_END_OF_FILE = 16;
-inline constexpr unsigned READ_DEPTH_REPORTED = 32;   // "nested too deep"
-inline constexpr unsigned READ_PLANE_REPORTED = 512;  // "no axis found"
+// How a face without a texture name is written: a word of no letters to the game's tools, where
+// nothing at all would push the numbers behind it into its place.
+inline constexpr std::string_view NO_TEXTURE_NAME = "\"\"";
 
 struct Face {
   // Whole after reading, and kept while the plane stands: what a save writes where the winding's
@@ -39,10 +38,15 @@ struct Face {
   std::array<char, 16> name{};   // of the texture, at most 15 characters and a zero byte
   Plane plane;
   WindingPtr w;  // null until the brush is rebuilt
+  // A longer name, which is only written back: null unless there is one.
+  std::unique_ptr<const std::string> longName;
 
   std::string_view Name() const { return name.data(); }
-  // A longer name than 15 characters leaves none.
+  std::string_view WrittenName() const { return longName ? *longName : Name(); }
+  // A longer name than 15 characters leaves none to be shown.
   void SetName(std::string_view newName);
+  // Name and texture of the other, and how it lies.
+  void TakeLook(const Face& other);
   // Whether the first three winding points are there and are numbers. A plane without a normal has
   // none such; its face is known by its plane points alone.
   bool HasShape() const;
@@ -97,9 +101,9 @@ class Brush {
   // way to the winding points.
   void Translate(const Vec3& by);
 
-  // Reads faces from behind the opening brace up to the closing one or to a key's quote, neither of
-  // which is consumed, and rebuilds. `flags` and the result are sets of READ_ bits.
-  unsigned ReadBody(TextReader& reader, const WadList& wads, unsigned flags, Reporter& reporter);
+  // Reads faces from behind the opening brace up to a brace or to a key's quote, which is not
+  // consumed, and rebuilds.
+  void ReadBody(TextReader& reader, const WadList& wads, ReadLog& log, Reporter& reporter);
   // One line a face, with three points in whole units (document/written_points.h). A face without
   // winding points is a failed assertion and is written by its plane points.
   void WriteFaces(TextWriter& out, Reporter& reporter) const;
@@ -107,6 +111,8 @@ class Brush {
   void ResolveTextures(const WadList& wads);
 
  private:
+  void RebuildRead(ReadLog& log, const TextReader& reader, Reporter& reporter);
+
   Bounds bounds_;
   std::vector<Face> faces_;
   Colour outline_;

@@ -1,86 +1,14 @@
-// Brushes as text: the lines between the braces of a brush in a map file.
-#include <algorithm>
-#include <cmath>
+// Brushes written as text: the lines between the braces of a brush in a map file.
 #include <string>
 
 #include "base/number_text.h"
 #include "base/report.h"
-#include "base/text_reader.h"
 #include "base/text_writer.h"
 #include "document/brush.h"
 #include "document/written_points.h"
-#include "gamedata/wad_library.h"
 
 namespace ferrowand {
 namespace {
-
-constexpr std::size_t MAXWORD = 200;
-// Behind the points of a face: texture name, two offsets, rotation, two scales.
-constexpr int WORDS_OF_A_FACE = 6;
-// How a face without a texture name is written: a word of no letters to the game's tools, where
-// nothing at all would push the numbers behind it into its place.
-constexpr std::string_view NO_NAME = "\"\"";
-
-// Reads the faces of one brush.
-class FaceReader {
- public:
-  FaceReader(TextReader& reader, const WadList& wads) : reader_(reader), wads_(wads) {
-    word_.reserve(MAXWORD);
-  }
-
-  Vec3 ReadPoint() {
-    reader_.SkipWhitespace();
-    reader_.Expect('(');
-    Vec3 point;
-    for (int axis = 0; axis < 3; ++axis) {
-      // Whole numbers only: a fraction is cut off, towards zero.
-      point[axis] = static_cast<float>(ParseInt(ReadWord()));
-    }
-    reader_.SkipWhitespace();
-    reader_.Expect(')');
-    return point;
-  }
-
-  void ReadTexture(Face& face) {
-    const std::string& name = ReadWord();
-    if (name != NO_NAME) face.SetName(name);
-    face.texture = wads_.FindTexture(face.Name());
-    face.xoff = ReadFloat();
-    face.yoff = ReadFloat();
-    face.rotation = ReadFloat();
-    face.xscale = ReadFloat();
-    face.yscale = ReadFloat();
-  }
-
-  void SkipTexture() {
-    for (int i = 0; i < WORDS_OF_A_FACE; ++i) ReadWord();
-  }
-
- private:
-  const std::string& ReadWord() {
-    reader_.ReadWord(word_, MAXWORD);
-    return word_;
-  }
-
-  float ReadFloat() { return static_cast<float>(ParseFloat(ReadWord())); }
-
-  TextReader& reader_;
-  const WadList& wads_;
-  std::string word_;
-};
-
-// For what has been told already.
-class SilentSink : public MessageSink {
- public:
-  Answer Show(const Message&) override { return Answer::No; }
-  void Beep() override {}
-  void FatalExit(const std::string&) override {}
-  void Exit(int) override {}
-};
-
-bool HasNormal(const Face& face) {
-  return std::isfinite(Dot(face.plane.normal, face.plane.normal));
-}
 
 void PutPoint(TextWriter& out, const WholePoint& p) {
   out.Put("( ");
@@ -104,18 +32,17 @@ void PutPoints(TextWriter& out, const Face& face, Reporter& reporter) {
   }
 }
 
-void PutName(TextWriter& out, std::string_view name) {
-  if (name.empty()) {
-    out.Put(NO_NAME);
-    return;
-  }
+// A name that is too long for a texture stands as it was read.
+void PutName(TextWriter& out, const Face& face) {
+  const std::string_view name = face.WrittenName();
+  if (name.empty() || face.longName) return out.Put(name.empty() ? NO_TEXTURE_NAME : name);
   for (const char c : name) out.Put(c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c);
 }
 
 void PutFace(TextWriter& out, const Face& face, Reporter& reporter) {
   out.Put("\t\t");
   PutPoints(out, face, reporter);
-  PutName(out, face.Name());
+  PutName(out, face);
   for (const float number : {face.xoff, face.yoff, face.rotation}) {
     out.Put(' ');
     out.PutInt(RoundToInt(number));
@@ -128,69 +55,6 @@ void PutFace(TextWriter& out, const Face& face, Reporter& reporter) {
 }
 
 }  // namespace
-
-unsigned Brush::ReadBody(TextReader& reader, const WadList& wads, unsigned flags,
-                         Reporter& reporter) {
-  FaceReader faces(reader, wads);
-  // Each kind of damage is told once a load.
-  const auto firstTime = [&flags](unsigned bit) {
-    const bool first = !(flags & bit);
-    flags |= bit;
-    return first;
-  };
-
-  for (bool done = false; !done;) {
-    reader.SkipWhitespace();
-    if (reader.AtEof()) {
-      if (firstTime(READ_END_OF_FILE)) {
-        reporter.Parsing(
-            "Unexpected end of file in brush definition! Chances are, the end of this file has "
-            "been but off, or there are mismatched braces.");
-      }
-      break;
-    }
-    const char c = static_cast<char>(reader.PeekChar());
-    if (c == '(') {
-      const Vec3 p0 = faces.ReadPoint();
-      const Vec3 p1 = faces.ReadPoint();
-      const Vec3 p2 = faces.ReadPoint();
-      if (Face* face = AddFace(p0, p1, p2)) {
-        faces.ReadTexture(*face);
-        continue;
-      }
-      if (firstTime(READ_FACES_REPORTED)) {
-        reporter.Parsing(
-            "At least one brush in this map has too many faces.\n\nThis first occured at line %u.\n"
-            " Ferrowand will attempt to continue, but be warned: data will be lost!",
-            reader.LineNumber());
-      }
-      faces.SkipTexture();
-    } else if (c == '}' || c == '"') {
-      done = true;
-    } else {
-      reader.GetChar();
-      if (c == '/' && reader.PeekChar() == '/') {
-        reader.SkipLine();
-      } else if (firstTime(READ_CHAR_REPORTED)) {
-        reporter.Parsing(
-            "An invalid char(%c) was found in brush definition at line:%u.\nThis file may not be a "
-            "map file.\n\nFerrowand will attempt to read the rest, but some data may be lost!",
-            c, reader.LineNumber());
-      }
-    }
-  }
-  // A damaged file may hold any number of faces without a normal.
-  const auto flat = std::ranges::find_if_not(faces_, HasNormal);
-  if (flat == faces_.end()) {
-    Rebuild(reporter);
-    return flags;
-  }
-  if (firstTime(READ_PLANE_REPORTED)) BasePolyForPlane(flat->plane, reporter);
-  SilentSink sink;
-  Reporter silent(sink);
-  Rebuild(silent);
-  return flags;
-}
 
 void Brush::WriteFaces(TextWriter& out, Reporter& reporter) const {
   for (const Face& face : faces_) PutFace(out, face, reporter);

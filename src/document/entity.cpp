@@ -5,9 +5,9 @@
 #include <limits>
 #include <utility>
 
+#include "base/number_text.h"
 #include "base/path_text.h"
 #include "base/report.h"
-#include "base/text_reader.h"
 #include "base/text_writer.h"
 #include "document/classes/class_set.h"
 #include "document/classes/template_index.h"
@@ -68,8 +68,16 @@ void entity::AddKey(std::string_view name, std::string_view value) {
   Append({std::string(name), std::string(value)});
 }
 
+void entity::ReportTooManyKeys() const {
+  Report().Assert("(numkeys+1)<MAXKEYS", SOURCE, __LINE__);
+}
+
 void entity::Append(KeyPair pair) {
-  if (numkeys() + 1 >= MAXKEYS) Report().Assert("(numkeys+1)<MAXKEYS", SOURCE, __LINE__);
+  if (numkeys() + 1 >= MAXKEYS) ReportTooManyKeys();
+  Put(std::move(pair));
+}
+
+void entity::Put(KeyPair pair) {
   keys_.push_back(std::move(pair));
   Decode(keys_.back());
   Touch();

@@ -8,7 +8,6 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <vector>
 
 #include "document/brush.h"
@@ -19,9 +18,9 @@ namespace ferrowand {
 class ClassSet;
 class EntityClass;
 class Map;
+class ObjectReader;
 class Reporter;
 class Selection;
-class TextReader;
 class TextWriter;
 class WadList;
 class entity;
@@ -36,13 +35,6 @@ inline constexpr std::int32_t ENTITY_DRAWS_TARGETS = 1;
 inline constexpr std::int32_t ENTITY_IS_LIGHT = 2;
 
 using EntityPtr = std::unique_ptr<entity>;
-
-// What the reading of keys passes from one to the next.
-struct KeyText {
-  std::string name, value;  // as read last
-  const entity* owner = nullptr;
-  std::unordered_set<std::string> known;  // of an owner with more keys than any honest entity
-};
 
 class entity {
  public:
@@ -111,9 +103,7 @@ class entity {
   virtual Map* OwningMap();
   const Map* OwningMap() const { return const_cast<entity*>(this)->OwningMap(); }
 
-  // --- reading and writing. `flags` and the result are sets of READ_ bits, `option` of WRITE_
-  // bits.
-  virtual unsigned Read(TextReader& reader, const WadList& wads, unsigned flags);
+  // --- writing; an ObjectReader reads. `option` is a set of WRITE_ bits.
   virtual void WriteMapBrushes(TextWriter& out, unsigned option) const;
   virtual void WriteMapEntity(TextWriter& out, unsigned option) const;
   virtual void WriteExtended(TextWriter& out) const;
@@ -141,17 +131,12 @@ class entity {
 
  protected:
   Reporter& Report() const;
-  // A body of faces, as Brush reads them.
-  unsigned ReadFaces(TextReader& reader, const WadList& wads, unsigned flags);
-  // Sets one key, from behind its opening quote to behind the value's closing one. Neither text is
-  // longer than 1024 bytes, and a zero byte ends it.
-  void ReadKey(TextReader& reader, KeyText& text);
   void WriteKeysAndFaces(TextWriter& out, bool (*isWritten)(std::string_view name)) const;
-  // An invalid character is told once a load.
-  unsigned ReportChar(char c, const char* part, const TextReader& reader, unsigned flags) const;
 
  private:
+  friend class ObjectReader;
   friend class Selection;
+
   struct KeyPair {
     std::string name;
     std::string value;
@@ -162,12 +147,12 @@ class entity {
 
   const ClassSet& ClassSetInUse() const;
   void Append(KeyPair pair);
+  void Put(KeyPair pair);
+  void ReportTooManyKeys() const;
   void Decode(const KeyPair& pair);
   void Bind(EntityClass& newClass);
   EntityPtr Adopt(EntityPtr child);
   void Release(entity& child);
-  entity* ReadChild(std::vector<entity*>& open);
-  void FinishReading();
 
   entity* parent_ = nullptr;
   EntityClass* class_ = nullptr;
@@ -183,7 +168,7 @@ class entity {
 
 // Keys that begin with XMP, in any case, are the editor's own and never reach the game.
 bool IsEditorKey(std::string_view name);
-// One line, as in both formats. There is no escaping; each text is cut at 1024 bytes.
+// One line, as in both formats. There is no escaping.
 void WriteKey(TextWriter& out, std::string_view name, std::string_view value);
 
 }  // namespace ferrowand

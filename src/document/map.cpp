@@ -5,6 +5,7 @@
 
 #include "base/path_text.h"
 #include "document/classes/template_index.h"
+#include "document/read_log.h"
 
 namespace ferrowand {
 
@@ -14,6 +15,7 @@ Map::Map(GameData& data, std::size_t undoLevels)
       classSetName(data.classes.DefaultName()),
       undo(undoLevels),
       data_(data),
+      log_(std::make_unique<ReadLog>(data.reporter)),
       templates_(std::make_unique<TemplateIndex>(*this)) {
   state = 0;
   // The game makes a world of nothing else.

@@ -18,7 +18,10 @@ inline constexpr std::uint8_t MAP_GRID = 1;
 inline constexpr std::uint8_t MAP_SNAP = 2;
 inline constexpr std::uint8_t MAP_ANGLE_SNAP = 4;
 
+class ObjectReader;
+class ReadLog;
 class TemplateIndex;
+class TextReader;
 
 // The settings that decide what is written; the rest is the document's own.
 struct SaveSettings {
@@ -39,10 +42,13 @@ class Map : public entity {
   void WriteMapBrushes(TextWriter& out, unsigned option) const override;
 
   // Reads up to 50 world brushes and comes back; call it again, with the flags it gave, while
-  // readProgress() is not 0. The document's content is replaced. Damage is reported once a kind and
-  // reading goes on.
+  // readProgress() is not 0. The document's content is replaced. Damage costs what is damaged: the
+  // rest is read, and what was lost is told in one summary at the end. `flags` and the result are
+  // sets of READ_ bits.
   unsigned ReadMap(TextReader& reader, unsigned flags);
   unsigned readProgress() const { return readProgress_; }
+  // Whether the file that the map was read from has more in it than the map: until it is saved.
+  bool readWithLoss() const;
 
   // Writes the document under the name, to which ".xmp" is added if it has no extension: a Quake
   // map if it ends in ".map", else an Extended Map. False, and the old file untouched, when the
@@ -105,15 +111,32 @@ class Map : public entity {
   void ForgetStrangers();
   void FinishSelection();
   void Announce();
+  void SetNamesKey(const char* name, const std::string& names);
   bool Write(const std::string& target, unsigned option, const SaveSettings& settings);
   entity* FirstLayer() const;
-  bool ReadWorldspawn(TextReader& reader, unsigned& flags);
-  unsigned ReadWorldspawnKey(TextReader& reader, KeyText& text, unsigned flags);
+  bool ReadWorldspawn(TextReader& reader);
+  void OpenInWorldspawn(TextReader& reader, ObjectReader& objects);
+  void ReadWorldspawnKey(ObjectReader& objects);
+  void TakeWorldspawnKey(const std::string& key, const std::string& value);
+  void ReadBehindWorldspawn(TextReader& reader);
+  entity* OpenBehindWorldspawn(TextReader& reader, ObjectReader& objects, entity* last);
+  entity* ReadUnopened(ObjectReader& objects, entity* last);
+  void JoinWorldspawn(entity& object);
   void LoadWads(const std::string& names, bool quiet);
   void LoadClassSet(const std::string& name, bool quiet);
+  void BindAnew();
   void FinishWorldspawn();
 
+  // What has been read of the worldspawn.
+  struct WorldBlock {
+    bool isOpened = false;
+    bool isBlank = true;
+    bool hasClass = false;
+  };
+
   GameData& data_;
+  std::unique_ptr<ReadLog> log_;
+  WorldBlock world_;
   unsigned readProgress_ = 0;
   bool staleBindings_ = false;  // WADs or classes came after what uses them
   entity* currentLayer_ = nullptr;
@@ -143,9 +166,7 @@ class PointersKept {
   bool outer_;
 };
 
-// Opens and reads a whole file. Null when it cannot be opened, which is not reported. `flags`, when
-// given, receives the READ_ bits of the load.
-std::unique_ptr<Map> LoadMap(GameData& data, const std::string& name, std::size_t undoLevels = 30,
-                             unsigned* flags = nullptr);
+// Opens and reads a whole file. Null when it cannot be opened, which is not reported.
+std::unique_ptr<Map> LoadMap(GameData& data, const std::string& name, std::size_t undoLevels = 30);
 
 }  // namespace ferrowand

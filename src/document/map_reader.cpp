@@ -5,17 +5,16 @@
 
 #include "base/path_text.h"
 #include "base/text_reader.h"
+#include "document/key_reader.h"
 #include "document/map.h"
+#include "document/object_reader.h"
+#include "document/read_log.h"
+#include "document/structure_repair.h"
 
 namespace ferrowand {
 namespace {
 
 constexpr unsigned BLOCKS_A_CALL = 50;
-
-// More bits of the flags of a load, of this file only: what comes again is said only once.
-constexpr unsigned READ_VERSION_REPORTED = 64;
-constexpr unsigned READ_HAD_WADS = 128;
-constexpr unsigned READ_HAD_CLASSES = 256;
 
 // The characters but the full stop, most significant first and each with its sign. Beyond the end
 // of the text they are 0, so that "1.1" is newer than "1.01".
@@ -39,7 +38,7 @@ void SkipByteOrderMark(TextReader& reader) {
 }
 
 // And the blank lines around them, or the world's brace would be taken for that of an entity.
-void SkipLeadingComments(TextReader& reader) {
+void SkipLeadingComments(TextReader& reader, ReadLog& log) {
   for (;;) {
     reader.SkipWhitespace();
     if (reader.AtEof() || reader.PeekChar() != '/') return;
@@ -48,17 +47,43 @@ void SkipLeadingComments(TextReader& reader) {
       reader.UngetChar();
       return;
     }
-    reader.SkipLine();
+    log.PassComment(reader);
   }
+}
+
+// Whether the keys behind the brace in front of the reader say so. Nothing is consumed.
+bool IsWorldspawnNext(TextReader& reader, Reporter& reporter) {
+  const std::uint32_t offset = reader.Offset();
+  ReadLog unsaid(reporter);
+  KeyReader keys(reader, unsaid);
+  bool isWorld = false;
+  reader.GetChar();
+  for (reader.SkipWhitespace(); reader.PeekChar() == '"'; reader.SkipWhitespace()) {
+    if (!keys.Read() || !EqualNoCase(keys.name, "classname")) continue;
+    isWorld = keys.value == "worldspawn";
+    break;
+  }
+  reader.SeekTo(offset);
+  return isWorld;
+}
+
+const char* ClassnameOf(const entity& e) {
+  const char* classname = e.GetKey("classname");
+  return classname ? classname : "";
 }
 
 }  // namespace
 
 unsigned Map::ReadMap(TextReader& reader, unsigned flags) {
   if (readProgress_ == 0) {
+    *log_ = ReadLog(Report(), flags);
+    world_ = {};
     SkipByteOrderMark(reader);
-    SkipLeadingComments(reader);
-    if (!reader.AtEof() && reader.PeekChar() == '{') reader.GetChar();
+    SkipLeadingComments(reader, *log_);
+    if (!reader.AtEof() && reader.PeekChar() == '{') {
+      reader.GetChar();
+      world_.isOpened = true;
+    }
     if (!(flags & READ_MERGE) || wads.Items().empty()) {
       wads.Clear();
       wads.Add(data_.wads.DefaultName(), data_.wads.Default());
@@ -67,68 +92,165 @@ unsigned Map::ReadMap(TextReader& reader, unsigned flags) {
     TakeChildren();
     staleBindings_ = false;
   }
-  if (!ReadWorldspawn(reader, flags)) return flags;
+  if (!ReadWorldspawn(reader)) return log_->flags;
 
   readProgress_ = 0;
   FinishWorldspawn();
-  flags = Read(reader, wads, flags);
+  ReadBehindWorldspawn(reader);
+  RepairStructure(*this, *log_);
   if (!GetKey("XMPentityname")) SetKey("XMPentityname", "worldspawn");
+  BindAnew();
+  log_->ShowSummary();
   AnnounceEverything();
-  return flags;
+  return log_->flags;
+}
+
+bool Map::readWithLoss() const {
+  return log_->HasLoss();
 }
 
 // True when the worldspawn has ended, false when there is enough for one call.
-bool Map::ReadWorldspawn(TextReader& reader, unsigned& flags) {
-  KeyText text;
-  for (unsigned blocks = 0; blocks < BLOCKS_A_CALL;) {
+bool Map::ReadWorldspawn(TextReader& reader) {
+  ObjectReader objects(reader, wads, *log_);
+  const unsigned enough = readProgress_ + BLOCKS_A_CALL;
+  while (readProgress_ < enough) {
     reader.SkipWhitespace();
-    if (reader.AtEof()) return true;
-    const char c = static_cast<char>(reader.PeekChar());
-    if (c == '(') {
-      flags = ReadFaces(reader, wads, flags);
+    if (reader.AtEof()) {
+      if (world_.isOpened) log_->Count(Loss::MissingBrace, reader);
+      // As where a power cut left nothing but zeros.
+      if (world_.isBlank && !world_.isOpened && reader.FileLength() > 0) {
+        log_->Count(Loss::NoMap, reader);
+      }
+      return true;
+    }
+    const std::uint8_t c = reader.PeekChar();
+    if (c == '{') {
+      OpenInWorldspawn(reader, objects);
       continue;
     }
-    reader.GetChar();
-    if (c == '"') {
-      flags = ReadWorldspawnKey(reader, text, flags);
-    } else if (c == '{') {
-      entity* child = InsertChild(std::make_unique<entity>(*classSet), getEntityList().size());
-      flags = child->Read(reader, wads, flags);
-      ++blocks;
-      ++readProgress_;
-    } else if (c == '}') {
+    if (c == '}') {
+      reader.GetChar();
       return true;
-    } else if (c == '/' && reader.PeekChar() == '/') {
-      reader.SkipLine();
-    } else {
-      flags = ReportChar(c, "worldspawn", reader, flags);
     }
+    if (c != '(' && c != '"') {
+      objects.PassOther("worldspawn");
+      continue;
+    }
+    if (c == '(') {
+      objects.ReadFaces(*this);
+    } else if (objects.ReadKey()) {
+      ReadWorldspawnKey(objects);
+    }
+    world_.isBlank = false;
   }
   return false;
 }
 
-unsigned Map::ReadWorldspawnKey(TextReader& reader, KeyText& text, unsigned flags) {
-  ReadKey(reader, text);
-  const std::string& key = text.name;
-  const std::string& value = text.value;
-  const bool merging = flags & READ_MERGE;
+// The first brace is the world's own, and so is a second one before the keys of the world.
+void Map::OpenInWorldspawn(TextReader& reader, ObjectReader& objects) {
+  if (world_.isBlank && (!world_.isOpened || IsWorldspawnNext(reader, Report()))) {
+    if (world_.isOpened) log_->Count(Loss::ExtraBrace, reader);
+    reader.GetChar();
+    world_.isOpened = true;
+    return;
+  }
+  reader.GetChar();
+  world_.isBlank = false;
+  objects.Read(*InsertChild(std::make_unique<entity>(*classSet), getEntityList().size()));
+  ++readProgress_;
+}
+
+// A second classname is that of an object whose brace is missing.
+void Map::ReadWorldspawnKey(ObjectReader& objects) {
+  const bool isClass = EqualNoCase(objects.Key(), "classname");
+  if (isClass && world_.hasClass && objects.Value() != ClassnameOf(*this)) {
+    entity* child = InsertChild(std::make_unique<entity>(*classSet), getEntityList().size());
+    return objects.ReadUnopened(*child, true);
+  }
+  world_.hasClass |= isClass;
+  objects.SetKey(*this);
+  TakeWorldspawnKey(objects.Key(), objects.Value());
+}
+
+// What the map itself makes of a key of its.
+void Map::TakeWorldspawnKey(const std::string& key, const std::string& value) {
+  const bool merging = log_->flags & READ_MERGE;
   if (EqualNoCase(key, "wad")) {
-    if (!merging) LoadWads(value, flags & READ_HAD_WADS);
-    flags |= READ_HAD_WADS;
+    const bool isFirst = log_->FirstTime(READ_HAD_WADS);
+    if (!merging) LoadWads(value, !isFirst);
   } else if (key == "XMPqc") {
-    if (!merging) LoadClassSet(value, flags & READ_HAD_CLASSES);
-    flags |= READ_HAD_CLASSES;
+    const bool isFirst = log_->FirstTime(READ_HAD_CLASSES);
+    if (!merging) LoadClassSet(value, !isFirst);
   } else if (key == "XMPversion" && VersionKey(value) > VersionKey("1.01") &&
-             !(flags & READ_VERSION_REPORTED)) {
+             log_->FirstTime(READ_VERSION_REPORTED)) {
     Report().Show(
         "Warning",
         "This map was created with a version of Ferrowand more advanced than this one. It "
         "may contain information which may be corrupted by this version. This you are not "
         "sure, save the map with a new filename.",
         Buttons::Ok, Icon::Warning);
-    flags |= READ_VERSION_REPORTED;
   }
-  return flags;
+}
+
+// Blocks with a class of their own are the entities of a Quake map. All else shows that a brace
+// further up was missing or too many, and goes on with what was closed last.
+void Map::ReadBehindWorldspawn(TextReader& reader) {
+  ObjectReader objects(reader, wads, *log_);
+  entity* last = this;
+  for (reader.SkipWhitespace(); !reader.AtEof(); reader.SkipWhitespace()) {
+    const std::uint8_t c = reader.PeekChar();
+    if (c == '{') {
+      last = OpenBehindWorldspawn(reader, objects, last);
+    } else if (c == '}') {
+      reader.GetChar();
+      log_->Count(Loss::ExtraBrace, reader);
+      MakeBrushOfFaces(*last, Report());
+    } else if (c == '"' || c == '(') {
+      last = ReadUnopened(objects, last);
+    } else {
+      objects.PassOther("entity");
+    }
+  }
+  log_->flags |= READ_END_OF_FILE;
+}
+
+// A brush without an entity is one of the last entity, if that has brushes, or of the world.
+entity* Map::OpenBehindWorldspawn(TextReader& reader, ObjectReader& objects, entity* last) {
+  reader.GetChar();
+  reader.SkipWhitespace();
+  const bool isBrush = reader.PeekChar() == '(';
+  if (isBrush) MakeBrushOfFaces(*last, Report());
+  const bool isOfLast = isBrush && last != this && !last->HasOrigin();
+  entity* parent = isOfLast ? last : this;
+  entity* child = parent->AddChild(std::make_unique<entity>(*classSet));
+  objects.Read(*child);
+  return isBrush ? last : child->Parent()->getEntityList().back().get();
+}
+
+// Keys or faces without an opening brace: with a class they are another entity.
+entity* Map::ReadUnopened(ObjectReader& objects, entity* last) {
+  entity* child = AddChild(std::make_unique<entity>(*classSet));
+  objects.ReadUnopened(*child, false);
+  const std::string_view classname = ClassnameOf(*child);
+  const bool isBrush = classname == "brush";
+  if (!isBrush && classname != "worldspawn") {
+    log_->Count(Loss::MissingBrace, objects.Reader());
+    return child;
+  }
+  log_->Count(Loss::ExtraBrace, objects.Reader());
+  if (last == this) {
+    JoinWorldspawn(*child);
+  } else {
+    Join(*last, *child, Report());
+  }
+  return last;
+}
+
+void Map::JoinWorldspawn(entity& object) {
+  for (int i = 0; i < object.numkeys(); ++i) {
+    TakeWorldspawnKey(object.KeyName(i), object.KeyValue(i));
+  }
+  Join(*this, object, Report());
 }
 
 void Map::LoadWads(const std::string& names, bool quiet) {
@@ -153,11 +275,15 @@ void Map::LoadClassSet(const std::string& name, bool quiet) {
   staleBindings_ |= !getEntityList().empty();
 }
 
+// WADs or classes came after what uses them.
+void Map::BindAnew() {
+  if (!std::exchange(staleBindings_, false)) return;
+  ResolveClasses(*classSet);
+  ResolveTextures(wads);
+}
+
 void Map::FinishWorldspawn() {
-  if (staleBindings_) {
-    ResolveClasses(*classSet);
-    ResolveTextures(wads);
-  }
+  BindAnew();
   SetCurrentLayer(FirstLayer());
   if (!currentLayer_) {
     std::vector<EntityPtr> children = TakeChildren();
@@ -167,22 +293,20 @@ void Map::FinishWorldspawn() {
   wads.RemoveDuplicates();
 }
 
-std::unique_ptr<Map> LoadMap(GameData& data, const std::string& name, std::size_t undoLevels,
-                             unsigned* flags) {
+std::unique_ptr<Map> LoadMap(GameData& data, const std::string& name, std::size_t undoLevels) {
   TextReader reader(data.reporter);
   reader.Open(name);
   if (!reader.IsOpen()) return nullptr;
 
   const ProgressScope scope(data.progress, name);
   auto map = std::make_unique<Map>(data, undoLevels);
-  unsigned read = 0;
+  unsigned flags = 0;
   do {
-    read = map->ReadMap(reader, read);
+    flags = map->ReadMap(reader, flags);
     data.progress.Step("Entities: %u", map->readProgress(), reader.Offset(), reader.FileLength());
   } while (map->readProgress() != 0);
   map->filename = name;
   map->MarkSaved();
-  if (flags) *flags = read;
   return map;
 }
 

@@ -7,6 +7,7 @@
 #include "base/text_writer.h"
 #include "base/winfile.h"
 #include "document/map.h"
+#include "document/read_log.h"
 #include "document/written_points.h"
 
 namespace ferrowand {
@@ -42,6 +43,12 @@ int FindKey(const entity& e, std::string_view name) {
 
 }  // namespace
 
+// Without files there is nothing to name.
+void Map::SetNamesKey(const char* name, const std::string& names) {
+  if (!names.empty()) return SetKey(name, names);
+  if (const int index = FindKey(*this, name); index >= 0) RemoveKey(index);
+}
+
 // What an earlier save had to add stands behind the version, and is set again like the rest: saving
 // twice gives the same file.
 void Map::SetWorldspawnKeys(const SaveSettings& settings, bool onlyOneWad) {
@@ -60,8 +67,8 @@ void Map::SetWorldspawnKeys(const SaveSettings& settings, bool onlyOneWad) {
     }
   }
   const bool first = onlyOneWad && !wads.Items().empty();
-  SetKey("wad", first ? wads.Items().front().name : wads.Names());
-  SetKey("XMPqc", classSetName);
+  SetNamesKey("wad", first ? wads.Items().front().name : wads.Names());
+  SetNamesKey("XMPqc", classSetName);
   SetKey("XMPversion", "1.01");
   for (const auto& [name, value] : added) SetKey(name, value);
 }
@@ -94,6 +101,7 @@ bool Map::Save(const std::string& name, unsigned option, const SaveSettings& set
   const bool written = Write(target, option, settings);
   if (written) {
     filename = target;
+    *log_ = ReadLog(Report());  // the file has what the map has
     MarkSaved();
   }
   ShowStatus(SavedText(target, written ? ShapeInFile(*this, Report()) : SavedShape()));

@@ -12,6 +12,7 @@
 #include "document/edit_step.h"
 #include "document/map.h"
 #include "document/picking.h"
+#include "document/read_log.h"
 #include "operations/groups.h"
 #include "operations/insert.h"
 #include "operations/new_entity.h"

@@ -41,21 +41,9 @@ Sides SidesOf(const Brush& brush, const Plane& plane) {
   return sides;
 }
 
-// Everything but the shape.
-Face FaceLike(const Face& look) {
-  Face face;
-  face.texture = look.texture;
-  face.name = look.name;
-  face.rotation = look.rotation;
-  face.xoff = look.xoff;
-  face.yoff = look.yoff;
-  face.xscale = look.xscale;
-  face.yscale = look.yscale;
-  return face;
-}
-
 Face WithoutWinding(const Face& face) {
-  Face copy = FaceLike(face);
+  Face copy;
+  copy.TakeLook(face);
   copy.planepts = face.planepts;
   copy.plane = face.plane;
   return copy;
@@ -78,7 +66,8 @@ bool CloseHalf(Brush& half, const Cut& cut, const Face& look, const char* check,
   }
   // Meant to be asked once more, although it has just been answered.
   if (!(half.getNumFaces() > 2)) reporter.Assert(check, SOURCE, line);
-  Face cap = FaceLike(look);
+  Face cap;
+  cap.TakeLook(look);
   cap.plane = cut.plane;
   cap.planepts = cut.points;
   if (!half.AddFace(std::move(cap))) return false;

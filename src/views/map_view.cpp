@@ -95,8 +95,9 @@ void MapView::OnChange(const MapChange& change) {
 
 std::string MapView::Caption() const {
   static constexpr std::array<const char*, 3> LETTERS{"X", "Y", "Z"};
-  return Format("%s%sView (%s): %s", LETTERS[transform.orienu], LETTERS[transform.orienv],
-                OrientationName(transform.orienu, transform.orienv), map.Name().c_str());
+  return Format("%s%sView (%s): %s%s", LETTERS[transform.orienu], LETTERS[transform.orienv],
+                OrientationName(transform.orienu, transform.orienv), map.Name().c_str(),
+                map.readWithLoss() ? " (read with losses)" : "");
 }
 
 void MapView::Refresh() {

@@ -2,10 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "support/cases.h"
 #include "support/temp_dir.h"
 
 namespace ferrowand {
@@ -118,6 +120,58 @@ TEST(Cli, SaysWhichFileItCouldNotOpenOrWrite) {
     const Result result = RunLine(command);
     EXPECT_EQ(result.status, 2) << command.front();
     EXPECT_FALSE(result.err.empty()) << command.front();
+  }
+}
+
+TEST(Cli, NamesWhatIsNoMapOrNoWad) {
+  const TempDir folder;
+  const std::string bsp = folder.Write("a.bsp", std::string("\x1d\0\0\0lots of it ....", 20));
+  const std::string wad = folder.Write("a.wad", "WAD3............");
+  const std::string map = folder.Write("cube.map", MapText());
+  for (const auto& [command, file, says] : Cases<const char*, std::string, const char*>{
+           {"info", bsp, "a compiled Quake map (BSP), not a map"},
+           {"info", wad, "a Half-Life WAD of textures (WAD3), not a map"},
+           {"wad", wad, "a Half-Life WAD of textures (WAD3), not a WAD2"},
+           {"wad", map, "is not a WAD2 file"}}) {
+    const Result result = RunLine({command, file});
+    EXPECT_EQ(result.status, 2);
+    EXPECT_TRUE(Contains(result.err, says)) << result.err;
+  }
+}
+
+TEST(Cli, NeverWritesOverTheFileThatItCouldNotAllRead) {
+  const TempDir folder;
+  const std::string text = MapText("}\n");
+  const std::string map = folder.Write("bad.map", text);
+  EXPECT_EQ(RunLine({"convert", map, map}).status, 2);
+  EXPECT_EQ(folder.Read("bad.map"), text);
+  EXPECT_EQ(RunLine({"convert", map, folder.Path("good.map")}).status, 1);
+  EXPECT_EQ(RunLine({"info", folder.Path("good.map")}).status, 0);
+}
+
+TEST(Cli, NamesNothingWhereThereIsNothingToName) {
+  const TempDir folder;
+  const std::string source = folder.Write("cube.map", MapText());
+  RunLine({"convert", source, folder.Path("a.xmp"), "--qc", folder.Write("none.qc", "")});
+  EXPECT_FALSE(Contains(folder.Read("a.xmp"), "\"\"\n"));
+}
+
+TEST(Cli, NothingThatAFileNamesControlsTheTerminal) {
+  const TempDir folder;
+  const std::string map = folder.Write(
+      "a.map", "{\n\"message\" \"a\x1b[2Jb\xc3\xa9\x9b\"\n\"wad\" \"\x07.wad\"\n?\x1b\n}\n");
+  const Result info = RunLine({"info", map});
+  EXPECT_TRUE(Contains(info.out, "message: a\\x1b[2Jb\xc3\xa9\\x9b\n")) << info.out;
+  const std::string qc =
+      folder.Write("a.qc", "/*QUAKED light (0 1 0) (-8 -8 -8) (8 8 8) START_OFF\nA lamp.\n" +
+                               std::string(99, 'x') +
+                               "\n*/\n"
+                               "/*QUAKED b\x1b[0m (0 1 0) ?\n*/\n");
+  const Result classes = RunLine({"classes", qc});
+  EXPECT_EQ(std::ranges::count(classes.out, '\n'), 2) << classes.out;
+  for (const std::string& text : {info.out, info.err, classes.out, classes.err}) {
+    EXPECT_TRUE(std::ranges::none_of(text, [](char c) { return c >= 0 && c < ' ' && c != '\n'; }))
+        << text;
   }
 }
 

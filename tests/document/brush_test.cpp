@@ -10,6 +10,7 @@
 
 #include "base/text_reader.h"
 #include "base/text_writer.h"
+#include "document/read_log.h"
 #include "gamedata/wad_library.h"
 #include "support/brush_checks.h"
 #include "support/cases.h"
@@ -33,10 +34,11 @@ class BrushTest : public testing::Test {
   unsigned Read(const std::string& text, unsigned flags = 0) {
     TextReader reader(reporter);
     reader.Open(folder.Write("brush.txt", text));
-    flags = brush.ReadBody(reader, wads, flags, reporter);
+    ReadLog log(reporter, flags);
+    brush.ReadBody(reader, wads, log, reporter);
     rest.clear();
     while (!reader.AtEof()) rest += static_cast<char>(reader.GetChar());
-    return flags;
+    return log.flags;
   }
   std::string Written() {
     TextWriter out;
@@ -88,6 +90,34 @@ TEST_F(BrushTest, AMissingParenthesisIsAFailedAssertionAndReadingGoesOn) {
   EXPECT_EQ(sink.messages.front().title, "ASSERTION FAILURE");
   EXPECT_NE(sink.messages.front().text.find("\"c==chr\""), std::string::npos);
   EXPECT_EQ(rest, "}");
+}
+
+// Nor does it take anything of what follows its line.
+TEST_F(BrushTest, AFaceWhoseLineBreaksOffIsLostAloneOrKeepsWhatItHas) {
+  const std::string points = "( 0 0 99 ) ( 0 64 99 ) ( 64 64 99 ) ";
+  const std::string rest = "\n" + CUBE + "}";
+  for (const auto& [line, isLost, left] :
+       Cases<std::string, bool, std::string>{{"( 0 0 99 ) ( 0 64", true, "}"},
+                                             {"( 0 0 99 )", true, "}"},
+                                             {points, false, "}"},
+                                             {points + "lid", false, "}"},
+                                             {points + "lid 0 0 0 1", false, "}"},
+                                             {points + "{lid 0 0 0 1 1", false, "}"},
+                                             {points + "lid 0 0 0 1 1}", false, "}" + rest},
+                                             {points + "}", false, "}" + rest},
+                                             {points + "{ \"", false, "{ \"" + rest},
+                                             {"( 0 0 99 ) } ( 0 64", true, "} ( 0 64" + rest}}) {
+    brush.Clear();
+    ReadLog log(reporter);
+    TextReader reader(reporter);
+    const std::string text = line + rest;
+    reader.OpenText(text);
+    brush.ReadBody(reader, wads, log, reporter);
+    EXPECT_EQ(text.substr(reader.Offset()), left) << line;
+    EXPECT_EQ(log.Met(Loss::Face), isLost ? 1u : 0u) << line;
+    if (left != "}") continue;
+    EXPECT_EQ(brush.Box(), (Bounds{{0, 0, 0}, {64, 64, 64}})) << line;
+  }
 }
 
 TEST_F(BrushTest, TheEndOfTheFileIsToldOnceALoad) {
@@ -145,26 +175,23 @@ TEST_F(BrushTest, The33rdFaceIsRefusedAndToldOnceALoad) {
   EXPECT_EQ(sink.messages.size(), 1u);
 }
 
-TEST_F(BrushTest, ATextureNameHasAtMost15Characters) {
+TEST_F(BrushTest, ALongerTextureNameThan15CharactersIsOnlyWrittenBack) {
   const std::string points = "( 0 0 64 ) ( 0 64 64 ) ( 64 64 64 ) ";
-  Read(points + "fifteen_letters 1 2 3 1 1\n}");
-  EXPECT_EQ(brush.face(0).Name(), "fifteen_letters");
-  brush.Clear();
-  Read(points + "@AaZz[ 1 2 3 1 1\n}");
-  EXPECT_NE(Written().find(" ) @aazz[ "), std::string::npos) << "in small letters";
-  brush.Clear();
-  Read(points + "sixteen_letters_ 1 2 3 4 5\n}");
+  Read(points + "Sixteen_Letters_ 1 2 3 4 5\n" + points + "fifteen_letters 1 2 3 1 1\n" + points +
+       "\"\" 1 2 3 4 5\n" + points + "@AaZz[ 1 2 3 1 1\n}");
+  ASSERT_EQ(brush.getNumFaces(), 4);
   EXPECT_EQ(brush.face(0).Name(), "");
+  EXPECT_EQ(brush.face(1).Name(), "fifteen_letters");
+  EXPECT_EQ(brush.face(2).Name(), "");
   // Without a name it keeps its numbers over a save.
   const std::string text = Written();
+  EXPECT_NE(text.find(" ) Sixteen_Letters_ 1 2 3 4.000000 5.000000\n"), std::string::npos);
   EXPECT_NE(text.find(" ) \"\" 1 2 3 4.000000 5.000000\n"), std::string::npos);
-  brush.Clear();
-  Read(text + "}");
-  ASSERT_EQ(brush.getNumFaces(), 1);
-  EXPECT_EQ(brush.face(0).Name(), "");
-  EXPECT_EQ(brush.face(0).xoff, 1);
-  EXPECT_EQ(brush.face(0).yscale, 5);
+  EXPECT_NE(text.find(" ) @aazz[ 1 2 3 "), std::string::npos) << "others in small letters";
+  brush = brush.Copy();
   EXPECT_EQ(Written(), text);
+  brush.face(0).SetName("other");
+  EXPECT_EQ(Written().find("Sixteen"), std::string::npos);
 }
 
 TEST_F(BrushTest, PointsAreCutOffTowardsZeroAndHugeNumbersTheLargestThereAre) {

@@ -5,6 +5,7 @@
 
 #include "document/document_fixture.h"
 #include "operations/brush_check.h"
+#include "support/damage.h"
 #include "support/temp_dir.h"
 
 namespace ferrowand {
@@ -62,6 +63,17 @@ class DamageTest : public DocumentTest {
     }
   }
 
+  void CheckCost(const Objects& whole, const std::string& damaged) {
+    recorder.messages.clear();
+    const auto map = ReadText(damaged);
+    const Objects left(*map);
+    const Boxes boxes(recorder);
+    EXPECT_LE(whole.LostIn(left), 1u) << damaged;
+    EXPECT_LE(boxes.mostOfAKind, 1u) << damaged;
+    EXPECT_LE(boxes.summaries, 1u) << damaged;
+    EXPECT_TRUE(left.Count() >= whole.Count() || map->readWithLoss()) << damaged;
+  }
+
   const std::string text = FileText(FERROWAND_TEST_DATA "/one_of_each.xmp");
 };
 
@@ -75,6 +87,28 @@ TEST_F(DamageTest, WhatStoodBeforeTheDamageIsStillThere) {
     std::string changed = text;
     changed[place] = NASTY[random() % std::size(NASTY)];
     Check(changed, place);
+  }
+}
+
+// Of every third byte one bit, and every line away or twice, in either format.
+TEST_F(DamageTest, AtMostTheObjectThatIsHitIsLost) {
+  const std::string quake = FileText(FERROWAND_TEST_DATA "/organised.map");
+  const auto original = ReadText(quake);
+  std::mt19937 random(5);
+  for (const std::string& text : {quake, ExtendedText(*original)}) {
+    const Objects whole(*ReadText(text));
+    for (std::size_t place = 0; place < text.size() && !HasFailure(); ++place) {
+      if (place % 3 == 0) {
+        std::string damaged = text;
+        damaged[place] = static_cast<char>(damaged[place] ^ (1 << random() % 8));
+        CheckCost(whole, damaged);
+      }
+      if (text[place] != '\n') continue;
+      const std::size_t end = text.find('\n', place + 1);
+      if (end == text.npos) continue;
+      CheckCost(whole, std::string(text).erase(place, end - place));
+      CheckCost(whole, std::string(text).insert(place, text.substr(place, end - place)));
+    }
   }
 }
 

@@ -47,8 +47,8 @@ class DocumentTest : public testing::Test {
     data.searchPath.Add("");  // the name alone, wherever the tests are started
   }
 
-  std::unique_ptr<Map> ReadText(const std::string& text, unsigned* flags = nullptr) {
-    return LoadMap(data, temp.Write("input.xmp", text), 30, flags);
+  std::unique_ptr<Map> ReadText(const std::string& text) {
+    return LoadMap(data, temp.Write("input.xmp", text));
   }
 
   const entity* FindNamed(const entity& tree, const std::string& name) {

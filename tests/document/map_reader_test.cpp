@@ -1,5 +1,6 @@
 #include "document/document_fixture.h"
 #include "document/map.h"
+#include "document/read_log.h"
 #include "gamedata/wad_builder.h"
 #include "support/cases.h"
 #include "support/document_checks.h"
@@ -42,6 +43,44 @@ TEST_F(MapReaderTest, AQuakeMapGainsALayerThatHoldsEverything) {
   EXPECT_STREQ(map->GetKey("XMPentityname"), "worldspawn");
 }
 
+TEST_F(MapReaderTest, EveryKindOfLineEndReadsTheSame) {
+  const std::string text = FileText(FERROWAND_TEST_DATA "/organised.map");
+  const std::string expected = QuakeText(*ReadText(text));
+  for (const std::string end : {"\r", "\r\n"}) {
+    std::string other;
+    for (const char c : text) other += c == '\n' ? end : std::string(1, c);
+    EXPECT_EQ(QuakeText(*ReadText(other)), expected);
+  }
+  EXPECT_TRUE(recorder.messages.empty());
+}
+
+// By a missing brace, or by one too many; in a Quake map only brushes lie in entities.
+TEST_F(MapReaderTest, WhereBracesDoNotMatchEverythingIsReadAsWhatItLooksLike) {
+  const std::string a = Cuboid(0, 0, 0, 8, 8, 8), b = Cuboid(8, 0, 0, 16, 8, 8);
+  const std::string open = a.substr(0, a.size() - 2), bare = a.substr(2);
+  const std::string door = "\"classname\" \"door\"\n", world = "\"classname\" \"worldspawn\"\n";
+  const std::string lamp = "{\n\"classname\" \"lamp\"\n\"origin\" \"1 2 3\"\n}\n";
+  const std::string expected =
+      QuakeText(*ReadText("{\n" + world + a + b + "}\n{\n" + door + a + b + "}\n" + lamp));
+  const auto with = [&](const std::string& inWorld, const std::string& inDoor) {
+    return "{\n" + world + inWorld + "}\n{\n" + door + inDoor + "}\n" + lamp;
+  };
+  for (const std::string& text :
+       {with(open + b, a + b), with(bare + b, a + b), with("{\n" + a + b, a + b),
+        with(a + "}\n" + b, a + b), with(a + b, open + b), with(a + b, bare + b),
+        with(a + b, a + "}\n" + b), with(a + b, "{\n" + a + b), with(a + b + "}\n", a + b),
+        with(a + b, a + b + "}\n"), with("}\n" + a + b, a + b), "{\n" + with(a + b, a + b),
+        "{\n" + world + a + b + "{\n" + door + a + b + "}\n" + lamp,
+        "{\n" + world + a + b + "}\n" + door + a + b + "}\n" + lamp,
+        "{\n" + world + a + b + "}\n{\n" + door + a + b + lamp}) {
+    recorder.messages.clear();
+    const auto map = ReadText(text);
+    EXPECT_EQ(QuakeText(*map), expected) << text;
+    EXPECT_EQ(recorder.messages.size(), 1u) << text;
+    EXPECT_TRUE(map->readWithLoss());
+  }
+}
+
 TEST_F(MapReaderTest, TheFirstLayerOfTheFileBecomesCurrent) {
   const auto map = ReadText(
       "{{\"classname\" \"info\"}{\"classname\" \"LAYER\"\"XMPentityname\" \"a\"}"
@@ -53,8 +92,9 @@ TEST_F(MapReaderTest, TheFirstLayerOfTheFileBecomesCurrent) {
 
 TEST_F(MapReaderTest, ASingleSlashInFrontIsAnInvalidCharacterOfTheWorldToldOnceALoad) {
   const auto map = ReadText("/ {\n\"a\" \"1\"\n? }{ ? }");
+  ASSERT_FALSE(recorder.messages.empty());
   EXPECT_EQ(
-      recorder.OnlyText(),
+      recorder.messages.front().text,
       "An invalid char(/) was found in worldspawn definition at line:1.\nThis file may not be "
       "a map file.\n\nFerrowand will attempt to read the rest, but some data may be lost!");
 }
@@ -141,11 +181,10 @@ TEST_F(MapReaderTest, FiftyWorldBrushesAreReadACall) {
 }
 
 TEST_F(MapReaderTest, AFileThatEndsEarlyKeepsWhatWasThere) {
-  unsigned flags = 0;
-  const auto map = ReadText("{{\"classname\" \"layer\"{\"a\" \"1\"{\"b", &flags);
-  EXPECT_TRUE(flags & READ_END_OF_FILE);
+  const auto map = ReadText("{{\"classname\" \"layer\"{\"a\" \"1\"{\"b");
   EXPECT_STREQ(map->currentLayer()->getEntityList().front()->GetKey("a"), "1");
-  EXPECT_TRUE(recorder.messages.empty());
+  EXPECT_TRUE(map->readWithLoss());
+  EXPECT_EQ(recorder.messages.size(), 1u);
 }
 
 }  // namespace

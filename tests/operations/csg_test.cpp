@@ -282,9 +282,7 @@ TEST_F(CsgTest, AMapInWhichMuchWasCutCanBeReadAgain) {
   });
   SubtractSelection(*map);
   const std::string text = Text();
-  unsigned flags = 0;
-  const auto again = ReadText(text, &flags);
-  EXPECT_EQ(flags & READ_DEPTH_REPORTED, 0u);
+  const auto again = ReadText(text);
   const double solid = 4000.0 * 64 * 64 - 250 * 4 * 4 * 64;
   EXPECT_EQ(VolumeBelow(*again), solid + 250 * 4 * 4 * 64);
   EXPECT_EQ(ExtendedText(*again), text);

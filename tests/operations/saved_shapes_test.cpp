@@ -7,6 +7,7 @@
 #include <iostream>
 #include <random>
 
+#include "document/read_log.h"
 #include "document/written_points.h"
 #include "operations/brush_check.h"
 #include "operations/csg.h"
@@ -63,7 +64,8 @@ class SavedShapesTest : public EditTest {
     TextReader reader(reporter);
     reader.Open(temp.Write("brush.txt", out.Text() + "}"));
     Brush read(Colour{});
-    read.ReadBody(reader, map->wads, 0, reporter);
+    ReadLog log(reporter);
+    read.ReadBody(reader, map->wads, log, reporter);
     return read;
   }
 

@@ -59,6 +59,33 @@ TEST_F(MapFilesTest, ASaveThatFailsLeavesTheMapModified) {
   EXPECT_EQ(parts->options.previousFiles[1], "");
 }
 
+TEST_F(MapFilesTest, AMapReadWithLossesIsNotSavedOverItsFileUnasked) {
+  const std::string text = std::string(TWO_BRUSHES) + "}\n";
+  Map& map = *parts->documents.Open(dir.Write("a.map", text));
+  const auto title = [&] { return TextOf(WindowOf(Orientation::Top).Handle()); };
+  EXPECT_TRUE(title().ends_with(" (read with losses)")) << title();
+  sink.answers = {Answer::Cancel, Answer::Cancel, Answer::Yes};
+  dialogs.files = {dir.Path("b.map")};
+  Give(Command::FileSave);
+  Give(Command::ExportQuake);  // the same file
+  EXPECT_TRUE(dialogs.asked.empty());
+  Give(Command::FileSave);
+  ASSERT_EQ(dialogs.asked.size(), 1u);
+  EXPECT_EQ(dialogs.asked.front().name, dir.Path("a-read.map"));
+  EXPECT_EQ(dir.Read("a.map"), text);
+  EXPECT_EQ(map.filename, dir.Path("b.map"));
+  EXPECT_FALSE(title().ends_with(" (read with losses)"));
+  const std::size_t said = sink.messages.size();
+  Give(Command::FileSave);
+  EXPECT_EQ(sink.messages.size(), said);
+}
+
+TEST_F(MapFilesTest, AFileOfAnotherKindIsNamedAndNotOpened) {
+  EXPECT_EQ(parts->documents.Open(dir.Write("a.map", "IBSP............")), nullptr);
+  EXPECT_NE(sink.OnlyText().find("a compiled Quake 2 or Quake 3 map (BSP), not a map"),
+            std::string::npos);
+}
+
 TEST_F(MapFilesTest, ExportWritesAQuakeMapBesideTheFileAndChangesNothingElse) {
   Map& map = *parts->documents.Open(dir.Write("a.xmp", TWO_BRUSHES));
   Modify(map);

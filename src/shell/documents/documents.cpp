@@ -5,8 +5,11 @@
 #include <algorithm>
 
 #include "base/options.h"
-#include "base/text_reader.h"
+#include "base/path_text.h"
+#include "base/report.h"
 #include "document/map.h"
+#include "gamedata/file_kind.h"
+#include "platform/file.h"
 #include "shell/dialogs/dialogs.h"
 
 namespace ferrowand {
@@ -22,6 +25,12 @@ std::string FullPath(const std::string& path) {
   if (length == 0 || length >= full.size()) return path;
   full.resize(length);
   return full;
+}
+
+// What is offered for a map that should not go over its own file.
+std::string OtherName(const std::string& name) {
+  const PathParts parts = SplitPath(name);
+  return parts.directory + parts.base + "-read" + parts.extension;
 }
 
 // Whether the document has never had a file.
@@ -47,34 +56,10 @@ Map& Documents::Adopt(std::unique_ptr<Map> map) {
   return adopted;
 }
 
-std::unique_ptr<Map> Documents::NewMap() const {
-  return std::make_unique<Map>(data_, static_cast<std::size_t>(options_.undoLevels));
-}
-
 Map& Documents::New() {
-  auto map = NewMap();
+  auto map = std::make_unique<Map>(data_, static_cast<std::size_t>(options_.undoLevels));
   map->wads.Add(data_.wads.DefaultName(), data_.wads.Default());
   return Adopt(std::move(map));
-}
-
-std::unique_ptr<Map> Documents::Read(const std::string& path) const {
-  TextReader reader(data_.reporter);
-  reader.Open(path);
-  if (!reader.IsOpen()) {
-    data_.reporter.Show("Cannot continue", "Cannot open file!");
-    return nullptr;
-  }
-  auto map = NewMap();
-  const ProgressScope scope(data_.progress, path);
-  unsigned flags = 0;
-  while (true) {
-    flags = map->ReadMap(reader, flags);
-    if (map->readProgress() == 0) break;
-    data_.progress.Step("Entities: %u", map->readProgress(), reader.Offset(), reader.FileLength());
-  }
-  map->filename = path;
-  map->MarkSaved();
-  return map;
 }
 
 Map* Documents::Open(const std::string& path) {
@@ -84,8 +69,15 @@ Map* Documents::Open(const std::string& path) {
                         Format("Can't find requested map: %s", path.c_str()));
     return nullptr;
   }
-  std::unique_ptr<Map> map = Read(full);
-  if (!map) return nullptr;
+  if (const std::string refusal = OtherKindText(full); !refusal.empty()) {
+    data_.reporter.Show("Cannot continue", refusal);
+    return nullptr;
+  }
+  std::unique_ptr<Map> map = LoadMap(data_, full, static_cast<std::size_t>(options_.undoLevels));
+  if (!map) {
+    data_.reporter.Show("Cannot continue", "Cannot open file!");
+    return nullptr;
+  }
   options_.AddRecentMap(full);
   return &Adopt(std::move(map));
 }
@@ -103,14 +95,34 @@ std::optional<std::string> Documents::AskSaveName(const Map& map) {
   choice.filter = SAVE_FILTER;
   choice.extension = "xmp";
   if (!IsUnnamed(map)) {
-    choice.name = map.filename;
+    choice.name = map.readWithLoss() ? OtherName(map.filename) : map.filename;
     if (EqualNoCase(SplitPath(map.filename).extension, ".map")) choice.filterIndex = 2;
   }
   return dialogs_.ChooseFile(choice);
 }
 
+// What could not be read is in the file alone.
+Documents::LossAnswer Documents::AskAboutLoss(const Map& map, const std::string& target) const {
+  if (!map.readWithLoss() || !EqualNoCase(map.filename, target)) return LossAnswer::WriteHere;
+  const std::string question = Format(
+      "Not all of %s could be read, and what could not would be lost for good. Save the map under "
+      "another name?",
+      target.c_str());
+  switch (data_.reporter.Show("Confirm", question, Buttons::YesNoCancel, Icon::Warning)) {
+    case Answer::Yes:
+      return LossAnswer::OtherName;
+    case Answer::No:
+      return LossAnswer::WriteHere;
+    default:
+      return LossAnswer::WriteNothing;
+  }
+}
+
 bool Documents::Save(Map& map) {
-  return IsUnnamed(map) ? SaveAs(map) : Write(map, map.filename);
+  if (IsUnnamed(map)) return SaveAs(map);
+  const LossAnswer answer = AskAboutLoss(map, map.filename);
+  if (answer == LossAnswer::OtherName) return SaveAs(map);
+  return answer == LossAnswer::WriteHere && Write(map, map.filename);
 }
 
 bool Documents::SaveAs(Map& map) {
@@ -123,7 +135,10 @@ bool Documents::ExportQuakeMap(Map& map) {
   if (IsUnnamed(map)) name = AskSaveName(map);
   if (!name) return false;
   const PathParts parts = SplitPath(FullPath(*name));
-  return map.Export(parts.directory + parts.base + ".map", 0, SaveSettingsOf(options_));
+  const std::string target = parts.directory + parts.base + ".map";
+  const LossAnswer answer = AskAboutLoss(map, target);
+  if (answer == LossAnswer::OtherName) return SaveAs(map);
+  return answer == LossAnswer::WriteHere && map.Export(target, 0, SaveSettingsOf(options_));
 }
 
 void Documents::Close(Map& map) {

@@ -53,9 +53,11 @@ class Documents {
   void Clear();
 
  private:
+  enum class LossAnswer { WriteHere, OtherName, WriteNothing };
+
   Map& Adopt(std::unique_ptr<Map> map);
-  std::unique_ptr<Map> NewMap() const;
-  std::unique_ptr<Map> Read(const std::string& path) const;
+  // Asked before a map goes over the file that it was read from with losses.
+  LossAnswer AskAboutLoss(const Map& map, const std::string& target) const;
   bool Write(Map& map, const std::string& name);
   std::optional<std::string> AskSaveName(const Map& map);
 

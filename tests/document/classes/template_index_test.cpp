@@ -7,6 +7,8 @@
 
 #include "document/document_fixture.h"
 #include "document/edit_step.h"
+#include "document/object_reader.h"
+#include "document/read_log.h"
 #include "document/transform.h"
 #include "support/canvas_recorder.h"
 #include "views/entity_drawing.h"
@@ -278,7 +280,8 @@ TEST_F(TemplateIndexTest, ChangesOutsideOfStepsAreSeenToo) {
   EXPECT_EQ(height(), 144);
   TextReader reader(reporter);
   reader.Open(temp.Write("brush.txt", Cuboid(0, 0, 0, 8, 8, 800).substr(1)));
-  brush.Read(reader, map->wads, 0);
+  ReadLog log(reporter);
+  ObjectReader(reader, map->wads, log).Read(brush);
   EXPECT_EQ(height(), 800);
   original.SetClass(&map->classSet->FindClass("nothing"));
   EXPECT_EQ(height(), 8);
