@@ -27,6 +27,12 @@ PathParts SplitPath(std::string_view path) {
           std::string(path.substr(extension))};
 }
 
+std::string InFolder(std::string_view folder, std::string_view name) {
+  std::string path(folder);
+  if (!path.empty() && !IsSeparator(path.back())) path += PathSeparator();
+  return path.append(name);
+}
+
 bool EqualNoCase(std::string_view a, std::string_view b) {
   return a.size() == b.size() && CompareNoCase(a, b) == 0;
 }
@@ -47,8 +53,7 @@ std::string StripCommonPrefix(std::string_view path, std::string_view directory)
 
 void SearchPath::Add(std::string_view folder) {
   if (entries_.size() == MAXENTRIES) return;
-  std::string& entry = entries_.emplace_back(folder);
-  if (!entry.empty() && !IsSeparator(entry.back())) entry += PathSeparator();
+  entries_.push_back(InFolder(folder, ""));
 }
 
 bool SearchPath::Offer(const std::string& name,

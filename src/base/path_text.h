@@ -15,6 +15,8 @@ struct PathParts {
 };
 
 PathParts SplitPath(std::string_view path);
+// The file of that name in the folder, whether that has a separator at its end or not.
+std::string InFolder(std::string_view folder, std::string_view name);
 
 // Compared without regard to the case of A to Z.
 bool EqualNoCase(std::string_view a, std::string_view b);

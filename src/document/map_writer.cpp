@@ -5,7 +5,7 @@
 
 #include "base/path_text.h"
 #include "base/text_writer.h"
-#include "base/winfile.h"
+#include "base/safe_file.h"
 #include "document/map.h"
 
 namespace ferrowand {
