@@ -14,7 +14,7 @@ step "32-bit Wine" install_wine32
 step "Floors" scripts/check_floors.sh
 format() {
   is_held clang-format || return 0
-  find src tests bench fuzz -name '*.cpp' -o -name '*.h' | xargs -P "$(nproc)" -n 40 clang-format --dry-run --Werror
+  find src tests bench fuzz data -name '*.cpp' -o -name '*.h' | xargs -P "$(nproc)" -n 40 clang-format --dry-run --Werror
 }
 step "Format" format
 
