@@ -28,6 +28,11 @@ int CompareNoCase(std::string_view a, std::string_view b);
 // relative to it; any other is meant to be found through the search path.
 std::string StripCommonPrefix(std::string_view path, std::string_view directory);
 
+// Where a file of that name may lie around a folder: in it and in those above it, nearest first, as
+// the name says; then likewise by what stands behind the name's last separator, for names that were
+// whole paths on another machine. Empty for no folder.
+std::vector<std::string> PlacesAround(std::string_view folder, std::string_view name);
+
 // The folders in which game data files are looked for, at most ten, each a text that is put
 // directly before the file's name.
 class SearchPath {

@@ -80,6 +80,7 @@ void RescueNote::Discard() {
 
 std::vector<Rescue> FindRescues(const std::string& folder) {
   std::vector<Rescue> found;
+  if (folder.empty()) return found;
   for (const std::string& name : ListFiles(folder, EXTENSION)) {
     const std::string path = InFolder(folder, name);
     if (file::IsHeld(path)) continue;
