@@ -1,13 +1,14 @@
 #!/usr/bin/env python3
 """scripts/round_trip.py CLI MAP... [--wad-path DIR]: reads and writes each map five times with
-ferrowand-cli, in both formats, and holds the results against the first file with an exact reader of
-its own: counts, keys, textures, planes. Arithmetic is in whole fractions throughout."""
+ferrowand-cli, in both formats and in each after the other, and holds each result against the file it
+was read from with an exact reader of its own: counts, keys, textures, faces whose plane moved, the
+greatest move of a corner, bytes. Arithmetic is in whole fractions throughout."""
 import re
 import subprocess
 import sys
 import tempfile
 from fractions import Fraction as F
-from math import sqrt
+from math import gcd, sqrt
 from pathlib import Path
 
 POINT = r"\(\s*(\S+)\s+(\S+)\s+(\S+)\s*\)\s*"
@@ -93,47 +94,51 @@ def polygon(planes, which):
     return poly
 
 
-def area(poly):
-    total = (0, 0, 0)
-    for a, b in zip(poly[1:], poly[2:]):
-        total = tuple(t + c for t, c in zip(total, cross(sub(a, poly[0]), sub(b, poly[0]))))
-    return sqrt(float(dot(total, total))) / 2
+def whole_plane(points):
+    """The same for any three points of a plane: its normal and distance in lowest terms."""
+    n, d = plane(points)
+    g = gcd(*n) or 1
+    return tuple(c // g for c in n), F(d, g)
+
+
+def corner_move(old, new):
+    """How far the farthest corner of one polygon is from the nearest of the other, both ways."""
+    if len(old) < 3 or len(new) < 3:
+        return 0.0
+    away = lambda p, poly: min(float(dot(d, d)) for d in (sub(p, q) for q in poly))
+    return sqrt(max(max(away(p, new) for p in old), max(away(p, old) for p in new)))
 
 
 def compare(before, after):
-    """How far `after` is from `before`; faces are matched by texture and the nearest plane."""
-    result = dict(whole=0, rounded=0, moved=0, furthest=0.0, lost=0, lostarea=0.0, wrong=0, empty=0)
-    for (keys, brushes), (keys2, brushes2) in zip(before, after):
+    """How far `after` is from `before`. A face is known by its plane and texture; one whose plane has
+    changed by its texture and the nearest corners."""
+    result = dict(moved=0, furthest=0.0, lost=0, empty=0, wrong=0)
+    for (_, brushes), (_, brushes2) in zip(before, after):
         for old, new in zip(brushes, brushes2):
-            planes = [plane(f[0]) for f in old]
-            rest = list(new)
+            planes, planes2 = [[whole_plane(f[0]) for f in b] for b in (old, new)]
+            looks = lambda f: (f[1], *(round(x, 4) for x in f[2]))
+            faces2 = [(p, looks(f)) for p, f in zip(planes2, new)]
+            if sorted((p, looks(f)) for p, f in zip(planes, old)) == sorted(faces2):
+                continue
+            polygons2 = [polygon(planes2, i) for i in range(len(new))]
+            rest = set(range(len(new)))
             for i, face in enumerate(old):
                 poly = polygon(planes, i)
-                size = area(poly) if len(poly) > 2 else 0
-                n, d = planes[i]
-                length = sqrt(dot(n, n)) or 1
-                away = lambda g: max(abs(dot(n, p) - d) for p in g[0]) / length + (
-                    9999 if dot(plane(g[0])[0], n) <= 0 else 0)
-                found = min(rest, key=away) if rest else None
-                if found is None or away(found) > 2:
-                    key = "lost" if size > 0 else "empty"
-                    result[key] += 1
-                    result["lostarea"] = max(result["lostarea"], size)
+                same = [j for j in rest if planes2[j] == planes[i]]
+                near = [j for j in rest if dot(planes2[j][0], planes[i][0]) > 0 and
+                        len(polygons2[j]) > 2 and faces2[j][1] == looks(face)]
+                if len(poly) < 3 and not same:
+                    result["empty"] += 1
                     continue
-                rest.remove(found)
-                if found[1] != face[1] or [round(x, 4) for x in found[2]] != [
-                        round(x, 4) for x in face[2]]:
-                    result["wrong"] += 1
-                if all(c.denominator == 1 for p in poly for c in p):
-                    result["whole"] += 1
-                    result["wrong"] += away(found) != 0
-                else:
-                    result["rounded"] += 1
-                    result["moved"] += away(found) != 0
-                    m, e = plane(found[0])
-                    far = max((abs(float(dot(m, p) - e)) for p in poly), default=0) / (
-                        sqrt(dot(m, m)) or 1)
-                    result["furthest"] = max(result["furthest"], far)
+                found = same or sorted(near, key=lambda j: corner_move(poly, polygons2[j]))
+                if not found:
+                    result["lost"] += 1
+                    continue
+                rest.remove(found[0])
+                result["moved"] += not same
+                result["wrong"] += faces2[found[0]][1] != looks(face)
+                result["furthest"] = max(result["furthest"],
+                                         corner_move(poly, polygons2[found[0]]))
     return result
 
 
@@ -157,15 +162,20 @@ def main(cli, *arguments):
         for name in maps:
             source = parse(Path(name))
             print(f"{Path(name).name}: entities, brushes, faces {counts(source)}")
-            for form in ("map", "xmp"):
-                last, lastfile = source, name
+            for ways in (["map"], ["xmp"], ["map", "xmp"]):
+                last, lastfile, texts = source, name, {}
                 for turn in range(1, 6):
+                    form = ways[turn % len(ways)]
                     target = Path(folder) / f"{turn}.{form}"
                     subprocess.run([cli, "convert", lastfile, str(target), *options], check=False,
                                    stderr=subprocess.DEVNULL)
-                    now = parse(target)
+                    now, text = parse(target), target.read_bytes()
                     same = counts(now) == counts(source), keys_of(now) == keys_of(source)
-                    print(f"  {form} {turn}: counts {'same' if same[0] else counts(now)},"
+                    known = "first" if form not in texts else (
+                        "same" if text == texts[form] else "OTHER")
+                    texts[form] = text
+                    print(f"  {'/'.join(ways)} {turn}: bytes {known},"
+                          f" counts {'same' if same[0] else counts(now)},"
                           f" keys {'same' if same[1] else 'DIFFER'},",
                           ", ".join(f"{k} {v:.3g}" for k, v in compare(last, now).items()))
                     last, lastfile = now, str(target)

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Every build writes the same bytes from the same map, in both formats.
+# Every build writes the same bytes: of the same map in both formats, and after the same commands.
 set -u
 cd "$(dirname "$0")/.." || exit 1
 . scripts/common.sh
@@ -29,3 +29,19 @@ for map in "${maps[@]}"; do
   done
 done
 echo "${#maps[@]} maps, both formats: ${builds[*]} agree"
+
+# use_commands PRESET: the random user of the tests works on the sample map and tells its text.
+use_commands() {
+  local run=(./ferrowand_tests)
+  [[ $1 = win* ]] && run=(wine ferrowand_tests.exe)
+  (cd "build/$1" && FERROWAND_RANDOM_TEXT="$OLDPWD/$work/$1.random" \
+    "${run[@]}" --gtest_brief=1 --gtest_filter='RandomCommandsTest.*Letter' >/dev/null 2>&1)
+}
+builds=(native win64)
+have_wine32 && builds+=(win32)
+for preset in "${builds[@]}"; do
+  use_commands "$preset" || { echo "the random user failed in $preset"; exit 1; }
+  [ -s "$work/$preset.random" ] || { echo "the random user of $preset told nothing"; exit 1; }
+  cmp "$work/native.random" "$work/$preset.random" || exit 1
+done
+echo "$(grep -c '^{' "$work/native.random") blocks after random commands: ${builds[*]} agree"

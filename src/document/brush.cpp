@@ -7,6 +7,7 @@
 
 #include "base/report.h"
 #include "gamedata/wad_library.h"
+#include "geometry/whole_plane.h"
 
 namespace ferrowand {
 namespace {
@@ -14,9 +15,21 @@ namespace {
 // What most brushes need, so that reading one moves no faces about.
 constexpr std::size_t USUAL_FACES = 6;
 
-void TakePlane(Face& face) {
-  face.plane =
-      PlaneFromPoints(DVec3(face.planepts[0]), DVec3(face.planepts[1]), DVec3(face.planepts[2]));
+bool Stands(const Face& face) {
+  const DVec3& normal = face.plane.normal;
+  // A face that has just been made has no plane, one of damaged points has none to keep.
+  if (!(std::fabs(Dot(normal, normal) - 1) < CORNER_SLACK)) return false;
+  return std::ranges::all_of(std::as_const(*face.w).Points(), [&](const WindingPoint& p) {
+    return std::fabs(face.plane.DistanceTo(DVec3(p.Position()))) <= CORNER_SLACK;
+  });
+}
+
+void TakePlaneFromWinding(Face& face) {
+  const bool stands = Stands(face);
+  if (stands && face.HasWholePoints()) return;
+  const auto points = face.w->Points();
+  for (std::size_t i = 0; i < 3; ++i) face.planepts[i] = points[i].Position();
+  if (!stands) face.TakePlane();
 }
 
 // A point that equals its successor exactly goes, in a winding one smaller.
@@ -30,6 +43,12 @@ void DropRepeatedPoints(WindingPtr& w) {
   if (kept == points.size()) return;
   w->numpoints = static_cast<std::int32_t>(kept);
   w = CopyWinding(*w);
+}
+
+std::span<const Plane> PlanesOf(const std::vector<Face>& faces,
+                                std::array<Plane, MAXFACES>& planes) {
+  std::ranges::transform(faces, planes.begin(), &Face::plane);
+  return {planes.data(), faces.size()};
 }
 
 // The game's own table: which way up a texture lies on a face that looks along the normal.
@@ -83,6 +102,16 @@ bool Face::HasShape() const {
   });
 }
 
+void Face::TakePlane() {
+  plane = PlaneOf(planepts);
+}
+
+bool Face::HasWholePoints() const {
+  return AreWhole(planepts) &&
+         Difference(PlaneFromPoints(DVec3(planepts[0]), DVec3(planepts[1]), DVec3(planepts[2])),
+                    plane, std::as_const(*w).Points()) <= CARRIED;
+}
+
 Face CopyFace(const Face& face) {
   Face copy;
   copy.planepts = face.planepts;
@@ -101,11 +130,7 @@ Face CopyFace(const Face& face) {
 void UpdateFromWinding(Face& face) {
   if (!face.w) return;
   DropRepeatedPoints(face.w);
-  if (face.HasShape()) {
-    const auto points = face.w->Points();
-    for (std::size_t i = 0; i < 3; ++i) face.planepts[i] = points[i].Position();
-    TakePlane(face);
-  }
+  if (face.HasShape()) TakePlaneFromWinding(face);
   if (face.xscale == 0) face.xscale = 1;
   if (face.yscale == 0) face.yscale = 1;
   ProjectTexture(face);
@@ -122,7 +147,7 @@ Brush Brush::Copy() const {
 Face* Brush::AddFace(const Vec3& p0, const Vec3& p1, const Vec3& p2) {
   Face face;
   face.planepts = {p0, p1, p2};
-  TakePlane(face);
+  face.TakePlane();
   return AddFace(std::move(face)) ? &faces_.back() : nullptr;
 }
 
@@ -140,8 +165,7 @@ void Brush::Clear() {
 
 void Brush::Rebuild(Reporter& reporter) {
   std::array<Plane, MAXFACES> planes;
-  std::ranges::transform(faces_, planes.begin(), &Face::plane);
-  const std::span<const Plane> inUse(planes.data(), faces_.size());
+  const std::span<const Plane> inUse = PlanesOf(faces_, planes);
   for (std::size_t i = 0; i < faces_.size(); ++i) {
     faces_[i].w = FaceWinding(inUse, i, reporter);
     if (!faces_[i].w) continue;
@@ -151,11 +175,30 @@ void Brush::Rebuild(Reporter& reporter) {
   faces_.shrink_to_fit();
 }
 
+bool Brush::RenewWindings(Reporter& reporter) {
+  std::array<Plane, MAXFACES> planes;
+  const std::span<const Plane> inUse = PlanesOf(faces_, planes);
+  std::array<WindingPtr, MAXFACES> made;
+  for (std::size_t i = 0; i < faces_.size(); ++i) {
+    const DVec3& normal = faces_[i].plane.normal;
+    if (!std::isfinite(Dot(normal, normal))) return false;
+    made[i] = FaceWinding(inUse, i, reporter);
+    const winding* old = faces_[i].w.get();
+    if (!made[i] || !old || CornerDistance(*old, *made[i]) > ON_EPSILON) return false;
+  }
+  for (std::size_t i = 0; i < faces_.size(); ++i) faces_[i].w = std::move(made[i]);
+  UpdateBounds();
+  return true;
+}
+
 void Brush::Translate(const Vec3& by) {
   for (Face& face : faces_) {
-    if (!face.HasShape()) {
-      for (Vec3& p : face.planepts) p = p + by;
-      TakePlane(face);
+    const bool isCarried = !face.HasShape() || face.HasWholePoints();
+    for (Vec3& p : face.planepts) p = p + by;
+    if (isCarried && AreWhole(face.planepts)) {
+      face.TakePlane();
+    } else {
+      face.plane.dist += Dot(face.plane.normal, DVec3(by));
     }
     if (!face.w) continue;
     for (WindingPoint& p : face.w->Points()) {

@@ -28,7 +28,10 @@ inline constexpr unsigned READ_DEPTH_REPORTED = 32;   // "nested too deep"
 inline constexpr unsigned READ_PLANE_REPORTED = 512;  // "no axis found"
 
 struct Face {
-  std::array<Vec3, 3> planepts;  // integral after reading
+  // Whole after reading, and kept while the plane stands: what a save writes where the winding's
+  // own points do not lie on the plane. Of a plane that no whole points carry, three winding
+  // points.
+  std::array<Vec3, 3> planepts;
   Texture* texture = nullptr;    // bound by name; not owned
   float rotation = 0;            // degrees
   float xoff = 0, yoff = 0;      // texels
@@ -43,6 +46,10 @@ struct Face {
   // Whether the first three winding points are there and are numbers. A plane without a normal has
   // none such; its face is known by its plane points alone.
   bool HasShape() const;
+  // The plane of the plane points.
+  void TakePlane();
+  // Whether the plane points are whole and carry the plane; for a face that has a shape.
+  bool HasWholePoints() const;
 };
 
 // Deep, with its winding.
@@ -83,13 +90,17 @@ class Brush {
   void Rebuild(Reporter& reporter);
   // Takes the bounds anew from the windings, for whoever has moved their points.
   void UpdateBounds();
-  // Moves windings and bounds and takes planes and plane points from the moved windings.
+  // Makes every winding and the bounds anew from the planes, where that moves no corner by more
+  // than the tolerance; false, and nothing done, where it would.
+  bool RenewWindings(Reporter& reporter);
+  // Moves windings, planes and bounds. Whole plane points move along by whole units; others give
+  // way to the winding points.
   void Translate(const Vec3& by);
 
   // Reads faces from behind the opening brace up to the closing one or to a key's quote, neither of
   // which is consumed, and rebuilds. `flags` and the result are sets of READ_ bits.
   unsigned ReadBody(TextReader& reader, const WadList& wads, unsigned flags, Reporter& reporter);
-  // One line a face, with the first three winding points rounded to whole units. A face without
+  // One line a face, with three points in whole units (document/written_points.h). A face without
   // winding points is a failed assertion and is written by its plane points.
   void WriteFaces(TextWriter& out, Reporter& reporter) const;
 
@@ -109,7 +120,8 @@ inline void Brush::UpdateBounds() {
   }
 }
 
-// Drops repeated points, then takes plane, plane points and texture coordinates from the winding.
+// Drops repeated points and takes the texture coordinates from the winding; the plane as well where
+// the winding has left it, and then, or where they do not carry it, the plane points.
 void UpdateFromWinding(Face& face);
 
 }  // namespace ferrowand

@@ -8,6 +8,7 @@
 #include "base/text_reader.h"
 #include "base/text_writer.h"
 #include "document/brush.h"
+#include "document/written_points.h"
 #include "gamedata/wad_library.h"
 
 namespace ferrowand {
@@ -81,24 +82,25 @@ bool HasNormal(const Face& face) {
   return std::isfinite(Dot(face.plane.normal, face.plane.normal));
 }
 
-void PutPoint(TextWriter& out, double x, double y, double z) {
+void PutPoint(TextWriter& out, const WholePoint& p) {
   out.Put("( ");
-  out.PutInt(RoundToInt(x));
-  out.Put(' ');
-  out.PutInt(RoundToInt(y));
-  out.Put(' ');
-  out.PutInt(RoundToInt(z));
-  out.Put(" ) ");
+  for (int axis = 0; axis < 3; ++axis) {
+    out.PutInt(static_cast<int>(p[axis]));
+    out.Put(' ');
+  }
+  out.Put(") ");
 }
 
 void PutPoints(TextWriter& out, const Face& face, Reporter& reporter) {
   const winding* w = face.w.get();
   if (!w || w->numpoints <= 0) reporter.Assert("w->numpoints>0", "brush.cpp", __LINE__);
   if (w && face.HasShape()) {
-    for (const WindingPoint& p : w->Points().first(3)) PutPoint(out, p.x, p.y, p.z);
+    for (const WholePoint& p : PointsToWrite(face).points) PutPoint(out, p);
   } else {
     // Nothing that can be written: the face keeps the points that the user gave it.
-    for (const Vec3& p : face.planepts) PutPoint(out, p.x, p.y, p.z);
+    for (const Vec3& p : face.planepts) {
+      PutPoint(out, {RoundToInt(p.x), RoundToInt(p.y), RoundToInt(p.z)});
+    }
   }
 }
 

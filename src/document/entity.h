@@ -20,6 +20,7 @@ class ClassSet;
 class EntityClass;
 class Map;
 class Reporter;
+class Selection;
 class TextReader;
 class TextWriter;
 class WadList;
@@ -152,6 +153,7 @@ class entity {
   unsigned ReportChar(char c, const char* part, const TextReader& reader, unsigned flags) const;
 
  private:
+  friend class Selection;
   struct KeyPair {
     std::string name;
     std::string value;
@@ -176,6 +178,7 @@ class entity {
   EntityClass* class_ = nullptr;
   Vec3 origin_{NO_ORIGIN, 0, 0};
   std::int16_t angle_ = NO_ANGLE;
+  bool isSelected_ = false;  // in the map's selection
   std::int32_t flags_ = 0;
   std::vector<KeyPair> keys_;
   std::vector<EntityPtr> children_;

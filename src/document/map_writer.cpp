@@ -7,6 +7,7 @@
 #include "base/safe_file.h"
 #include "base/text_writer.h"
 #include "document/map.h"
+#include "document/written_points.h"
 
 namespace ferrowand {
 namespace {
@@ -22,6 +23,18 @@ bool IsQuakeMapName(std::string_view name) {
 
 std::string WithExtension(const std::string& name) {
   return SplitPath(name).extension.size() >= 2 ? name : name + ".xmp";
+}
+
+std::string SavedText(std::string_view target, const SavedShape& shape) {
+  std::string text = IsQuakeMapName(target) ? "Saved MAP format" : "Saved Extended MAP format";
+  if (shape.movedFaces > 0) {
+    text += Format("; %d faces lie between whole units and were moved, by up to %.2f units",
+                   shape.movedFaces, shape.farthest);
+  }
+  if (shape.lostFaces > 0) {
+    text += Format("; %d faces are too small for whole units and were lost", shape.lostFaces);
+  }
+  return text;
 }
 
 // -1 when there is none.
@@ -98,7 +111,8 @@ void Map::TellWritten(const std::string& target, const ReplaceResult& result) {
                          result.copy.c_str()),
                   Buttons::Ok, Icon::Stop);
   }
-  std::string status = IsQuakeMapName(target) ? "Saved MAP format" : "Saved Extended MAP format";
+  std::string status =
+      SavedText(target, result.written ? ShapeInFile(*this, Report()) : SavedShape());
   if (!result.hasBackup) status += ", without keeping the version before";
   ShowStatus(status);
 }

@@ -7,22 +7,20 @@
 
 namespace ferrowand {
 
-bool Selection::Append(entity& e) {
-  if (!known_.insert(&e).second) return false;
+void Selection::Append(entity& e) {
   objects_.push_back(&e);
-  return true;
+  e.isSelected_ = true;
 }
 
 void Selection::Set(std::span<entity* const> objects) {
   const std::vector<entity*> before = std::move(objects_);
   ChangeScope scope(map_);
+  for (entity* e : before) e->isSelected_ = false;
   objects_.clear();
-  known_.clear();
   objects_.reserve(objects.size());
-  known_.reserve(objects.size());
   const ReachTest reach(map_);
   for (entity* e : objects) {
-    if (reach(*e)) Append(*e);
+    if (!Contains(*e) && reach(*e)) Append(*e);
   }
   if (objects_ != before) scope.Change().selection = true;
 }
@@ -31,7 +29,9 @@ void Selection::Add(std::span<entity* const> objects) {
   ChangeScope scope(map_);
   const ReachTest reach(map_);
   for (entity* e : objects) {
-    if (!known_.contains(e) && reach(*e)) scope.Change().selection |= Append(*e);
+    if (Contains(*e) || !reach(*e)) continue;
+    Append(*e);
+    scope.Change().selection = true;
   }
 }
 
@@ -40,24 +40,24 @@ void Selection::Add(entity& e) {
   Add({&one, 1});
 }
 
-void Selection::Remove(const entity& e) {
-  if (!known_.erase(&e)) return;
-  ChangeScope scope(map_);
-  std::erase(objects_, &e);
-  scope.Change().selection = true;
-}
-
-void Selection::Clear() {
-  Set(std::span<entity* const>());
-}
-
 template <typename Leaves>
 void Selection::Drop(const Leaves& leaves) {
   if (std::ranges::none_of(objects_, leaves)) return;
   ChangeScope scope(map_);
-  std::erase_if(objects_, leaves);
-  known_ = {objects_.begin(), objects_.end()};
+  std::erase_if(objects_, [&](entity* e) {
+    if (!leaves(e)) return false;
+    e->isSelected_ = false;
+    return true;
+  });
   scope.Change().selection = true;
+}
+
+void Selection::Remove(const entity& e) {
+  if (Contains(e)) Drop([&](const entity* object) { return object == &e; });
+}
+
+void Selection::Clear() {
+  Set(std::span<entity* const>());
 }
 
 void Selection::Forget(const entity& tree) {

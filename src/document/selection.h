@@ -4,15 +4,14 @@
 #include <cstddef>
 #include <initializer_list>
 #include <span>
-#include <unordered_set>
 #include <vector>
 
+#include "document/entity.h"
 #include "geometry/vec.h"
 
 namespace ferrowand {
 
 class Map;
-class entity;
 
 // It announces its changes, and holds only what is in the map and can be reached (IsReachable):
 // what leaves the map leaves it at once, what cannot be reached any more at the end of the step.
@@ -32,7 +31,8 @@ class Selection {
   friend bool operator==(const Selection& a, const std::vector<entity*>& b) {
     return a.objects_ == b;
   }
-  bool Contains(const entity& e) const { return known_.contains(&e); }
+  // Of an object of this map.
+  bool Contains(const entity& e) const { return e.isSelected_; }
 
   // Instead of what is selected; each object once, and only those that can be.
   void Set(std::span<entity* const> objects);
@@ -56,13 +56,12 @@ class Selection {
   const Bounds& TakeBounds();
 
  private:
-  bool Append(entity& e);
+  void Append(entity& e);
   template <typename Leaves>
   void Drop(const Leaves& leaves);
 
   Map& map_;
   std::vector<entity*> objects_;
-  std::unordered_set<const entity*> known_;
   Bounds announced_;
 };
 

@@ -4,8 +4,11 @@
 #include <cmath>
 #include <utility>
 
+#include "document/classes/class_set.h"
 #include "document/entity.h"
+#include "document/written_points.h"
 #include "geometry/tolerance.h"
+#include "geometry/whole_plane.h"
 
 namespace ferrowand {
 namespace {
@@ -25,6 +28,21 @@ struct Placement {
     }
     return Vec3(moved);
   }
+
+  // By three points that lie as far apart as planes reach.
+  Plane Apply(const Plane& plane) const {
+    const DVec3& n = plane.normal;
+    const int least = std::fabs(n.x) < std::fabs(n.y) ? (std::fabs(n.x) < std::fabs(n.z) ? 0 : 2)
+                                                      : (std::fabs(n.y) < std::fabs(n.z) ? 1 : 2);
+    DVec3 aside;
+    aside[least] = BASE_SIZE;
+    const DVec3 right = Cross(aside, n), up = Cross(right, n);
+    const DVec3 on = n * plane.dist;
+    const DVec3 points[] = {Transform(on + up, matrix, centre), Transform(on, matrix, centre),
+                            Transform(on + right, matrix, centre)};
+    return mirrors ? PlaneFromPoints(points[2], points[1], points[0])
+                   : PlaneFromPoints(points[0], points[1], points[2]);
+  }
 };
 
 bool Mirrors(const Matrix& matrix) {
@@ -37,19 +55,33 @@ bool Mirrors(const Matrix& matrix) {
 void TransformFace(Face& face, const Placement& placement) {
   for (Vec3& p : face.planepts) p = placement.Apply(p);
   if (placement.mirrors) std::swap(face.planepts[0], face.planepts[2]);
-  face.plane =
-      PlaneFromPoints(DVec3(face.planepts[0]), DVec3(face.planepts[1]), DVec3(face.planepts[2]));
+  face.plane = placement.Apply(face.plane);
   if (!face.w) return;
   for (WindingPoint& p : face.w->Points()) {
     const Vec3 moved = placement.Apply(p.Position());
     p = {moved.x, moved.y, moved.z, p.s, p.t};
   }
   if (placement.mirrors) std::ranges::reverse(face.w->Points());
-  UpdateFromWinding(face);
+  if (face.HasWholePoints()) face.TakePlane();
+}
+
+bool HasCornersOnPlane(const Face& face) {
+  return face.w && std::ranges::all_of(std::as_const(*face.w).Points(), [&](const WindingPoint& p) {
+           return std::fabs(face.plane.DistanceTo(DVec3(p.Position()))) <= CARRIED;
+         });
 }
 
 void TransformTree(entity& e, const Placement& placement) {
-  for (int i = 0; i < e.brush.getNumFaces(); ++i) TransformFace(e.brush.face(i), placement);
+  const int faces = e.brush.getNumFaces();
+  for (int i = 0; i < faces; ++i) TransformFace(e.brush.face(i), placement);
+  // Corners that had been snapped to whole units are not on the planes that have gone elsewhere.
+  if (!std::ranges::all_of(e.brush.Faces(), HasCornersOnPlane)) {
+    e.brush.RenewWindings(e.getClass()->Set().Library().Report());
+  }
+  for (int i = 0; i < faces; ++i) {
+    UpdateFromWinding(e.brush.face(i));
+    FindPlanePoints(e.brush.face(i));
+  }
   e.brush.UpdateBounds();
   e.Touch();
   if (e.HasOrigin()) e.SetOrigin(placement.Apply(e.Origin()));

@@ -1,15 +1,12 @@
 // The convex solid around a few points in whole units, computed without any rounding.
 #pragma once
 
-#include <cstdint>
 #include <span>
 #include <vector>
 
 #include "geometry/vec.h"
 
 namespace ferrowand {
-
-using WholePoint = BasicVec3<std::int64_t>;
 
 // One flat face: its corners, clockwise seen from outside. Points on an edge or in the middle of a
 // face are no corners.

@@ -8,12 +8,21 @@ namespace ferrowand {
 inline constexpr double ON_EPSILON = 0.1;
 // A computed coordinate nearer to a whole unit than this is that unit.
 inline constexpr double SNAP_EPSILON = 0.01;
+// What snapping, on all three axes, and a float's last place take a corner off its plane at most.
+inline constexpr double CORNER_SLACK = 0.02;
+// Whole points that miss a plane by no more at any corner of its face carry it.
+inline constexpr double CARRIED = 0.001;
+// A corner that a save moves further than this has moved for the eye of a map compiler.
+inline constexpr double MOVED = 0.05;
 // A shorter edge is no edge.
 inline constexpr double SHORTEST_EDGE = 0.1;
 // Twice the area of a triangle, in square units, below which its corners tell no plane.
 inline constexpr double SMALLEST_DOUBLE_AREA = 0.5;
-// By how much the bounds of a brush may change when it is saved, which rounds, and read.
-inline constexpr float LARGEST_STRAY = 4;
+// By how much a corner may move when a brush is saved whose planes are all carried: at an acute
+// edge two planes make much of little.
+inline constexpr double LARGEST_SLIP = 0.5;
+// By how much a corner may move when a brush is saved of which faces lie between whole units.
+inline constexpr double LARGEST_STRAY = 4;
 
 // Of unit normals: the cosine of the angle between two beyond which they are the same.
 inline constexpr double SAME_NORMAL = 0.999;
@@ -37,6 +46,9 @@ inline constexpr double BASE_SIZE = 8192.0;
 inline constexpr double BOGUS_RANGE = 18000.0;
 // From this coordinate on the game does not show a face.
 inline constexpr double MAX_VISIBLE = 10000.0;
+// Coordinates up to here are computed with as whole numbers, without overflow: far beyond any
+// world.
+inline constexpr int WHOLE_LIMIT = 65536;
 inline constexpr int MAXWINDINGPOINTS = 64;
 inline constexpr int MAXFACES = 32;
 

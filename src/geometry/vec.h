@@ -39,6 +39,7 @@ struct BasicVec3 {
 
 using Vec3 = BasicVec3<float>;
 using DVec3 = BasicVec3<double>;
+using WholePoint = BasicVec3<std::int64_t>;
 
 template <typename T>
 constexpr T Dot(const BasicVec3<T>& a, const BasicVec3<T>& b) {

@@ -215,4 +215,20 @@ WindingPtr FaceWinding(std::span<const Plane> planes, std::size_t which, Reporte
   return w;
 }
 
+double CornerDistance(const winding& a, const winding& b) {
+  const auto farthest = [](const winding& from, const winding& to) {
+    double greatest = 0;
+    for (const WindingPoint& p : from.Points()) {
+      double nearest = std::numeric_limits<double>::infinity();
+      for (const WindingPoint& q : to.Points()) {
+        const DVec3 between = Position(p) - Position(q);
+        nearest = std::min(nearest, Dot(between, between));
+      }
+      greatest = std::max(greatest, nearest);
+    }
+    return greatest;
+  };
+  return std::sqrt(std::max(farthest(a, b), farthest(b, a)));
+}
+
 }  // namespace ferrowand

@@ -70,4 +70,7 @@ WindingPtr ClipWinding(WindingPtr in, const Plane& split, Reporter& reporter);
 // the flipped planes in their order, in one go.
 WindingPtr FaceWinding(std::span<const Plane> planes, std::size_t which, Reporter& reporter);
 
+// How far the farthest corner of one is from the nearest corner of the other.
+double CornerDistance(const winding& a, const winding& b);
+
 }  // namespace ferrowand

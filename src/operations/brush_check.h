@@ -5,9 +5,9 @@
 
 namespace ferrowand {
 
-// Whether a file gives the brush back, and a file of that again: its planes, made of points in
-// whole units as they are written, still bound every face, and the bounds stray by no more than the
-// rounding explains.
+// Whether a file gives the brush back: the planes of the points that would be written bound every
+// face, and each corner is where it was. Faces that lie between whole units may take corners as far
+// as such rounding explains.
 bool SurvivesSaving(const Brush& brush, Reporter& reporter);
 
 // Whether all of it lies where a plane can be cut to a face. Not-a-number does not.

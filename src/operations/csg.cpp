@@ -1,9 +1,11 @@
 #include "operations/csg.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "base/report.h"
+#include "document/written_points.h"
 #include "operations/brush_check.h"
 #include "operations/face_check.h"
 
@@ -59,8 +61,16 @@ Face WithoutWinding(const Face& face) {
   return copy;
 }
 
+// A plane and three points of it.
+struct Cut {
+  Plane plane;
+  std::array<Vec3, 3> points;
+
+  Cut Flipped() const { return {plane.Flipped(), {points[2], points[1], points[0]}}; }
+};
+
 // False when the cap is one face too many. `line` is that of the check.
-bool CloseHalf(Brush& half, const Plane& plane, const Face& look, const char* check, unsigned line,
+bool CloseHalf(Brush& half, const Cut& cut, const Face& look, const char* check, unsigned line,
                Reporter& reporter) {
   if (half.getNumFaces() < SMALLEST_HALF) {
     half.Clear();
@@ -69,27 +79,26 @@ bool CloseHalf(Brush& half, const Plane& plane, const Face& look, const char* ch
   // Meant to be asked once more, although it has just been answered.
   if (!(half.getNumFaces() > 2)) reporter.Assert(check, SOURCE, line);
   Face cap = FaceLike(look);
-  cap.plane = plane;
-  const WindingPtr square = BasePolyForPlane(plane, reporter);
-  for (std::size_t i = 0; i < 3; ++i) cap.planepts[i] = square->Points()[i].Position();
+  cap.plane = cut.plane;
+  cap.planepts = cut.points;
   if (!half.AddFace(std::move(cap))) return false;
   half.Rebuild(reporter);
   return true;
 }
 
-bool Split(const Brush& source, const Plane& split, const Face& look, Brush& outside, Brush& inside,
+bool Split(const Brush& source, const Cut& cut, const Face& look, Brush& outside, Brush& inside,
            Reporter& reporter) {
   outside.Clear();
   inside.Clear();
   if (source.getNumFaces() == 0) return false;
   for (const Face& face : source.Faces()) {
-    const Sides sides = SidesOf(face, split);
+    const Sides sides = SidesOf(face, cut.plane);
     if (sides.front) outside.AddFace(WithoutWinding(face));
     if (sides.back) inside.AddFace(WithoutWinding(face));
   }
   const bool fits =
-      CloseHalf(outside, split.Flipped(), look, "outside->getNumFaces()>2", 1852, reporter) &&
-      CloseHalf(inside, split, look, "inside->getNumFaces()>2", 1867, reporter);
+      CloseHalf(outside, cut.Flipped(), look, "outside->getNumFaces()>2", 1852, reporter) &&
+      CloseHalf(inside, cut, look, "inside->getNumFaces()>2", 1867, reporter);
   if (!fits) {
     outside.Clear();
     inside.Clear();
@@ -106,14 +115,18 @@ bool SplitBrush(const Brush& source, const Plane& split, Brush& outside, Brush& 
     inside.Clear();
     return false;
   }
-  return Split(source, split, source.face(0), outside, inside, reporter);
+  const WindingPtr square = BasePolyForPlane(split, reporter);
+  Cut cut{split, {}};
+  for (std::size_t i = 0; i < 3; ++i) cut.points[i] = square->Points()[i].Position();
+  return Split(source, cut, source.face(0), outside, inside, reporter);
 }
 
 Carving Carve(const Brush& source, const Brush& cutter, const ClassSet& classes, CapTexture caps,
               Reporter& reporter) {
-  Carving carving{true, {}, source.Copy()};
+  Carving carving{true, {}, OnWholePlanes(source, reporter)};
   Brush& rest = carving.inside;
-  for (const Face& face : cutter.Faces()) {
+  const Brush whole = OnWholePlanes(cutter, reporter);
+  for (const Face& face : whole.Faces()) {
     const Sides sides = SidesOf(rest, face.plane);
     if (sides.back && !sides.front) continue;
     EntityPtr piece = std::make_unique<entity>(classes);
@@ -125,7 +138,7 @@ Carving Carve(const Brush& source, const Brush& cutter, const ClassSet& classes,
     }
     Brush inside(source.Outline());
     const Face& look = caps == CapTexture::First ? rest.face(0) : face;
-    Split(rest, face.plane, look, piece->brush, inside, reporter);
+    Split(rest, {face.plane, face.planepts}, look, piece->brush, inside, reporter);
     rest = std::move(inside);
     carving.isWhole =
         piece->brush.getNumFaces() >= SMALLEST_SOLID && rest.getNumFaces() >= SMALLEST_SOLID;

@@ -53,6 +53,13 @@ TEST(Cli, TellsWhatAMapHolds) {
   }
 }
 
+TEST(Cli, CountsTexturesOnceInWhateverLettersTheyAreWritten) {
+  const TempDir folder;
+  std::string text = MapText();
+  text.replace(text.find("brick"), 5, "BRICK");
+  EXPECT_TRUE(Contains(RunLine({"info", folder.Write("m.map", text)}).out, "textures: 1"));
+}
+
 TEST(Cli, ConvertsByTheNameOfTheTarget) {
   const TempDir folder;
   const std::string source = folder.Write("cube.map", MapText());

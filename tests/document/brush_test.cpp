@@ -150,6 +150,9 @@ TEST_F(BrushTest, ATextureNameHasAtMost15Characters) {
   Read(points + "fifteen_letters 1 2 3 1 1\n}");
   EXPECT_EQ(brush.face(0).Name(), "fifteen_letters");
   brush.Clear();
+  Read(points + "@AaZz[ 1 2 3 1 1\n}");
+  EXPECT_NE(Written().find(" ) @aazz[ "), std::string::npos) << "in small letters";
+  brush.Clear();
   Read(points + "sixteen_letters_ 1 2 3 4 5\n}");
   EXPECT_EQ(brush.face(0).Name(), "");
   // Without a name it keeps its numbers over a save.

@@ -93,6 +93,9 @@ TEST_F(WadEditTest, RemovingClosesTheGapForTheOthers) {
     wad->Flush();
     EXPECT_EQ(wad->Pixels(*wad->Textures()[1])[0], wad->Textures()[1]->Name()[0]);
   }
+  Open(WadBytes({a, b, sound, c}));
+  for (const char* victim : {"b", "a"}) wad->RemoveTexture(*wad->FindTexture(victim));
+  EXPECT_EQ(File(), WadBytes({sound, c})) << "the second by what the first left";
   EXPECT_FALSE(wad->RemoveTexture(*wad->BadTexture()));
   Open(WadBytes({{"wall", 8, 8, "a"}, {"WALL", 8, 8, "b"}}));
   ASSERT_TRUE(wad->RemoveTexture(*wad->FindTexture("wall")));

@@ -114,6 +114,8 @@ TEST_F(WindingTest, ACutAddsOnePointACrossingWithItsSurfaceValues) {
   EXPECT_EQ(w->Points()[0].t, 1);
   EXPECT_EQ(w->Points()[3].s, 0.75f);
   EXPECT_EQ(w->Points()[3].t, 0);
+  EXPECT_EQ(Positions(*ClipWinding(Square(), {{0, 1, 0}, 5}, reporter)),
+            (std::vector<Vec3>{{-10, 10, 5}, {10, 10, 5}, {10, 5, 5}, {-10, 5, 5}}));
 }
 
 TEST_F(WindingTest, PointsOnThePlaneAreKeptOnce) {

@@ -72,6 +72,11 @@ TEST_F(GroupsTest, ABrushEntityIsMadeOfBrushesOrOfAGroup) {
   EXPECT_EQ(GroupSelectionAs(*map, light), EditResult::Done);
   EXPECT_EQ(Get("group1").flags(), light.tildeValue);
   EXPECT_NE(light.tildeValue, 0);
+  // A file may tell the group's keys in any order.
+  Open("{\"groupFather\" \"1\" \"XMPentityname\" \"g\"" + Box("a", 0, 0, 0) + "}");
+  Pick({"g"});
+  EXPECT_EQ(GroupSelectionAs(*map, door), EditResult::Done);
+  EXPECT_EQ(Get("g").GetKey("groupFather"), nullptr);
 }
 
 TEST_F(GroupsTest, WhatIsNewJoinsTheLeadingGroupUntilNoneLeads) {
@@ -102,6 +107,8 @@ TEST_F(GroupsTest, GroupsEndWhereAFileCouldNotBeReadBack) {
   int depth = 0;
   while (GroupSelection(*map) == EditResult::Done && depth < 2 * MAXDEPTH) ++depth;
   EXPECT_EQ(GroupSelection(*map), EditResult::TooDeep);
+  SetAsLeading(*map);
+  EXPECT_EQ(PasteText(*map, SelectionText(*map)), EditResult::TooDeep);
   const auto read = ReadText(Text());
   EXPECT_EQ(ExtendedText(*read), Text());
   EXPECT_TRUE(recorder.messages.empty());

@@ -4,6 +4,7 @@
 #include <random>
 #include <string>
 
+#include "geometry/tolerance.h"
 #include "operations/edit_fixture.h"
 #include "support/brush_checks.h"
 #include "support/cases.h"
@@ -88,8 +89,9 @@ TEST_F(HollowTest, RandomSolidsBecomeSoundWallsOrStay) {
       EXPECT_TRUE(IsSolid(wall->brush));
       // Each ends in a cap, which looks like the face behind it.
       const Face& cap = wall->brush.Faces().back();
-      const auto behind = std::ranges::find_if(
-          brush.Faces(), [&](const Face& face) { return face.plane.normal == -cap.plane.normal; });
+      const auto behind = std::ranges::find_if(brush.Faces(), [&](const Face& face) {
+        return Dot(face.plane.normal, -cap.plane.normal) > SAME_NORMAL;
+      });
       ASSERT_NE(behind, brush.Faces().end());
       EXPECT_EQ(cap.Name(), behind->Name());
     }

@@ -257,9 +257,14 @@ class RandomCommandsTest : public DocumentTest {
     }
   }
 
+  void Tell(const Map& map) {
+    const char* const file = std::getenv("FERROWAND_RANDOM_TEXT");
+    if (file) std::ofstream(file, std::ios::binary | std::ios::app) << ExtendedText(map);
+  }
+
   // The text is looked at after every so many steps, and the small map after every one.
-  // FERROWAND_RANDOM_TEXT names a file to which the text of the map after the last command is
-  // added: every build writes the same.
+  // FERROWAND_RANDOM_TEXT names a file to which the texts of the map in between are added: every
+  // build writes the same.
   void DoAndUndo(const std::string& path, int commands, int every, unsigned seed) {
     SCOPED_TRACE(path + ", seed " + std::to_string(seed));
     const auto map = LoadMap(data, path, 10000);
@@ -277,6 +282,7 @@ class RandomCommandsTest : public DocumentTest {
       }
       if (static_cast<int>(steps) % every == 0 && texts.try_emplace(steps, text()).second)
         ExpectSound(*map, i);
+      if (i % 100 == 99) Tell(*map);
     }
     while (map->undo.CanUndo()) {
       const auto known = texts.find(map->undo.StepCount());

@@ -208,6 +208,19 @@ TEST_F(TransformSelectionTest, EntitiesTurnTheirFacesWithTheSelectionButNoLightI
   EXPECT_STREQ(Get("p").GetKey("angle"), "45");
 }
 
+TEST_F(TransformSelectionTest, AMirroredInstanceKeepsItsAngle) {
+  for (const auto& [angle, mirrored] :
+       Cases<const char*, const char*>{{"0", "XMPscalex"}, {"90", "XMPscaley"}}) {
+    Open(Point("i", std::string("\"classname\" \"templateInstance\" \"origin\" \"0 0 0\" ") +
+                        "\"XMPscalex\" \"2\" \"XMPscaley\" \"2\" \"XMPscalez\" \"2\" " +
+                        "\"angle\" \"" + angle + "\""));
+    Pick({"i"});
+    FlipSelection(*map, 0, options);
+    EXPECT_STREQ(Get("i").GetKey("angle"), angle);
+    EXPECT_STREQ(Get("i").GetKey(mirrored), "-2.000000") << angle;
+  }
+}
+
 TEST_F(TransformSelectionTest, AFactorWithoutEndStillHitsWholeUnits) {
   Open(Box("a", -2000, 0, 0, 63));
   Pick({"a"});
@@ -223,13 +236,20 @@ TEST_F(TransformSelectionTest, WhatLiesOutsideTheWorldMayBeBroughtBack) {
   EXPECT_EQ(MoveSelection(*map, {19000, 0, 0}, options), EditResult::OutsideWorld);
 }
 
-// Its round faces would be written by three corners that lie close together.
-TEST_F(TransformSelectionTest, ACylinderThatWouldComeBackBentIsNotTilted) {
+// Its round faces have three corners close together, by which rounded they would come back bent.
+TEST_F(TransformSelectionTest, ATiltedCylinderComesBackStraight) {
   ASSERT_TRUE(AddPrimitive(*map, {PrimitiveKind::Column, {{-128, -128, 0}, {128, 128, 64}}, 2, 24},
                            "wall"));
   EXPECT_EQ(RotateSelection(*map, 0, 1, 90, {}, options), EditResult::Done);
-  EXPECT_EQ(TransformSelection(*map, TurnMatrix({33, 21, 0}), {}, options),
-            EditResult::BreaksBrush);
+  EXPECT_EQ(TransformSelection(*map, TurnMatrix({33, 21, 0}), {}, options), EditResult::Done);
+  entity& cylinder = *map->selection[0];
+  cylinder.SetKey("XMPentityname", "cylinder");
+  const auto read = ReadText(Text());
+  const Brush& back = FindNamed(*read, "cylinder")->brush;
+  ASSERT_EQ(back.getNumFaces(), 26);
+  for (int i = 0; i < back.getNumFaces(); ++i) {
+    EXPECT_LE(CornerDistance(*back.face(i).w, *cylinder.brush.face(i).w), MOVED);
+  }
 }
 
 TEST_F(TransformSelectionTest, ADuplicateStandsBesideItsOriginal) {

@@ -99,6 +99,7 @@ TEST_F(MapWindowTest, ScrollBarsMoveThePictureAndStopAtTheWorldsEnd) {
   Mouse(WM_VSCROLL, SB_PAGEUP);
   EXPECT_EQ(view.transform.originv, v + 400);
   EXPECT_EQ(GetScrollPos(top->Drawing(), SB_VERT), 10000 - v - 400);
+  EXPECT_EQ(GetScrollPos(top->Drawing(), SB_HORZ), 10000 + u + 40);
   for (int i = 0; i < 60; ++i) Mouse(WM_HSCROLL, SB_PAGEUP);
   EXPECT_EQ(view.transform.originu, -10000);
   EXPECT_EQ(GetScrollPos(top->Drawing(), SB_HORZ), 0);

@@ -5,7 +5,9 @@
 #include <cstdlib>
 #include <utility>
 
+#include "document/written_points.h"
 #include "geometry/tolerance.h"
+#include "geometry/whole_plane.h"
 #include "operations/brush_check.h"
 
 namespace ferrowand {
@@ -32,6 +34,11 @@ bool IsBehind(const Plane& plane, std::span<const Vec3> corners) {
       corners, [&](const Vec3& p) { return plane.DistanceTo(DVec3(p)) <= ON_EPSILON; });
 }
 
+bool StaysOn(const Plane& plane, std::span<const Vec3> corners) {
+  return std::ranges::all_of(
+      corners, [&](const Vec3& p) { return std::abs(plane.DistanceTo(DVec3(p))) <= CORNER_SLACK; });
+}
+
 // Of one plane the largest triangle is kept: it tells the plane best.
 void AddFacet(std::vector<Facet>& facets, const Facet& facet) {
   const auto same =
@@ -51,7 +58,7 @@ std::vector<Facet> FacetsOf(std::span<const Vec3> face, std::span<const Vec3> so
       for (std::size_t k = j + 1; k < face.size(); ++k) {
         Facet facet{{face[i], face[j], face[k]}, {}, AreaOf(face[i], face[j], face[k])};
         if (facet.area < SMALLEST_DOUBLE_AREA) continue;
-        facet.plane = PlaneFromPoints(DVec3(face[i]), DVec3(face[j]), DVec3(face[k]));
+        facet.plane = PlaneOf(facet.points);
         if (IsBehind(facet.plane, solid)) AddFacet(facets, facet);
       }
     }
@@ -97,8 +104,11 @@ std::optional<Brush> Finished(Brush brush, Reporter& reporter) {
   const int faces = brush.getNumFaces();
   brush.Rebuild(reporter);
   if (brush.getNumFaces() != faces || !IsInsideWorld(brush.Box())) return std::nullopt;
+  for (int i = 0; i < faces; ++i) {
+    UpdateFromWinding(brush.face(i));
+    FindPlanePoints(brush.face(i));
+  }
   if (!SurvivesSaving(brush, reporter)) return std::nullopt;
-  for (int i = 0; i < faces; ++i) UpdateFromWinding(brush.face(i));
   return brush;
 }
 
@@ -129,12 +139,10 @@ std::optional<Brush> MoveCorners(const Brush& brush, std::span<const Vec3> corne
   for (const Face& face : brush.Faces()) {
     if (!face.w) return std::nullopt;
     std::vector<Vec3> points;
-    bool changed = false;
     for (const WindingPoint& p : std::as_const(*face.w).Points()) {
       points.push_back(moved(p.Position()));
-      changed = changed || points.back() != p.Position();
     }
-    if (!changed) {
+    if (StaysOn(face.plane, points)) {
       if (!IsBehind(face.plane, solid) || !AddOnce(result, CopyFace(face))) return std::nullopt;
       continue;
     }

@@ -1,0 +1,113 @@
+#include "document/written_points.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <span>
+#include <utility>
+
+#include "document/classes/special_classes.h"
+#include "geometry/tolerance.h"
+
+namespace ferrowand {
+namespace {
+
+WholePoint Rounded(const WindingPoint& p) {
+  return {RoundToInt(p.x), RoundToInt(p.y), RoundToInt(p.z)};
+}
+
+// How far their plane misses the face's; infinite for points on a line or seen from behind.
+double MissOf(const WholePoints& points, const Face& face) {
+  return Difference(PlaneOf(points), face.plane, std::as_const(*face.w).Points());
+}
+
+void SetPlanePoints(Face& face, const WholePoints& points) {
+  std::ranges::transform(points, face.planepts.begin(),
+                         [](const WholePoint& p) { return Vec3(p); });
+}
+
+bool IsWrittenAsItIs(const Brush& brush) {
+  return std::ranges::all_of(
+      brush.Faces(), [](const Face& face) { return !face.HasShape() || face.HasWholePoints(); });
+}
+
+}  // namespace
+
+WrittenPoints PointsToWrite(const Face& face) {
+  const auto corners = std::as_const(*face.w).Points();
+  const WholePoints rounded = {Rounded(corners[0]), Rounded(corners[1]), Rounded(corners[2])};
+  if (face.HasWholePoints()) {
+    const WholePoints own = AsWhole(face.planepts);
+    return {rounded != own && HavePlane(rounded, own) ? rounded : own, 0};
+  }
+  WrittenPoints best{rounded, MissOf(rounded, face)};
+  const bool hasPlane = best.miss < 1;
+  if (best.miss <= CARRIED || (hasPlane && IsAxial(face.plane))) return best;
+  if (const auto found = FindWholePoints(face.plane, corners)) {
+    const double miss = MissOf(*found, face);
+    if (miss < best.miss) best = {*found, miss};
+  }
+  return best;
+}
+
+void FindPlanePoints(Face& face) {
+  if (!face.HasShape() || face.HasWholePoints()) return;
+  const WrittenPoints written = PointsToWrite(face);
+  if (written.miss <= CARRIED) SetPlanePoints(face, written.points);
+}
+
+Brush OnWholePlanes(const Brush& brush, Reporter& reporter) {
+  Brush whole = brush.Copy();
+  if (IsWrittenAsItIs(brush)) return whole;
+  for (int i = 0; i < whole.getNumFaces(); ++i) {
+    Face& face = whole.face(i);
+    if (!face.HasShape()) continue;
+    const WrittenPoints written = PointsToWrite(face);
+    if (written.miss > ON_EPSILON) continue;
+    SetPlanePoints(face, written.points);
+    face.TakePlane();
+  }
+  return whole.RenewWindings(reporter) ? std::move(whole) : brush.Copy();
+}
+
+SavedShape ShapeInFile(const Brush& brush, Reporter& reporter) {
+  SavedShape shape;
+  std::array<Plane, MAXFACES> planes;
+  std::size_t count = 0;
+  for (const Face& face : brush.Faces()) {
+    const WrittenPoints written = PointsToWrite(face);
+    planes[count++] = PlaneOf(written.points);
+    if (written.miss > CARRIED) shape.isCarried = false;
+    if (written.miss <= MOVED || !std::isfinite(written.miss)) continue;
+    ++shape.movedFaces;
+    shape.farthest = std::max(shape.farthest, written.miss);
+  }
+  for (std::size_t i = 0; i < count; ++i) {
+    const DVec3& normal = planes[i].normal;
+    const WindingPtr read = std::isfinite(Dot(normal, normal))
+                                ? FaceWinding(std::span(planes).first(count), i, reporter)
+                                : nullptr;
+    if (read) {
+      shape.cornerMove = std::max(shape.cornerMove, CornerDistance(*brush.Faces()[i].w, *read));
+    } else {
+      ++shape.lostFaces;
+    }
+  }
+  return shape;
+}
+
+SavedShape ShapeInFile(const entity& tree, Reporter& reporter) {
+  SavedShape all;
+  ForEachEntity(tree, [&](const entity& e) {
+    if (IsWrittenAsItIs(e.brush) || !std::ranges::all_of(e.brush.Faces(), &Face::HasShape)) return;
+    const SavedShape one = ShapeInFile(e.brush, reporter);
+    all.isCarried = all.isCarried && one.isCarried;
+    all.movedFaces += one.movedFaces;
+    all.farthest = std::max(all.farthest, one.farthest);
+    all.lostFaces += one.lostFaces;
+    all.cornerMove = std::max(all.cornerMove, one.cornerMove);
+  });
+  return all;
+}
+
+}  // namespace ferrowand

@@ -1,0 +1,55 @@
+// The system's own drawing: every figure in the pen and fill that it was asked for.
+#include "shell/system/gdi_canvas.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+#include "base/options.h"
+#include "support/cases.h"
+
+namespace ferrowand {
+namespace {
+
+TEST(GdiCanvasTest, EveryFigureHasItsOwnPenAndFill) {
+  const Options options;
+  GdiObjects objects(options);
+  BackBuffer buffer;
+  const HDC screen = GetDC(nullptr);
+  ASSERT_TRUE(buffer.Prepare(screen, {40, 40}));
+  ReleaseDC(nullptr, screen);
+  GdiCanvas canvas(buffer.Dc(), objects);
+  const Pen pen{{200, 0, 0}}, other{{0, 0, 200}};
+  const Colour fill{0, 200, 0};
+  const std::array square{Pixel{10, 10}, Pixel{30, 10}, Pixel{30, 30}, Pixel{10, 30}};
+  const std::array line{PixelLine{{10, 20}, {30, 20}}};
+  // A pixel in the pen, and what is in the middle.
+  const Cases<const char*, std::function<void()>, Pixel, bool> cases{
+      {"lines", [&] { canvas.Lines(pen, line); }, {30, 20}, false},
+      {"polyline", [&] { canvas.Polyline(pen, square); }, {10, 30}, false},
+      {"polygon", [&] { canvas.Polygon(pen, fill, square); }, {30, 20}, true},
+      {"rectangle",
+       [&] {
+         canvas.Rectangle(pen, fill, {10, 10, 31, 31});
+       },
+       {30, 30},
+       true},
+      {"ellipse",
+       [&] {
+         canvas.Ellipse(pen, fill, {10, 10, 31, 31});
+       },
+       {20, 10},
+       true},
+  };
+  for (const auto& [what, draw, edge, isFilled] : cases) {
+    canvas.FillRect({0, 0, 40, 40}, {0, 0, 0});
+    canvas.Rectangle(other, std::nullopt, {0, 0, 5, 5});  // what was used before does not stay
+    draw();
+    EXPECT_EQ(GetPixel(buffer.Dc(), edge.x, edge.y), RGB(200, 0, 0)) << what;
+    if (isFilled) EXPECT_EQ(GetPixel(buffer.Dc(), 20, 25), RGB(0, 200, 0)) << what;
+    EXPECT_EQ(GetPixel(buffer.Dc(), 33, 33), RGB(0, 0, 0)) << what;
+  }
+}
+
+}  // namespace
+}  // namespace ferrowand

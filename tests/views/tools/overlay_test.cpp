@@ -1,0 +1,121 @@
+// What lies over a view: handles, previews, the corners of brushes.
+#include <algorithm>
+#include <set>
+
+#include "support/canvas_recorder.h"
+#include "tool_fixture.h"
+#include "views/tools/box_handles.h"
+#include "views/tools/preview.h"
+
+namespace ferrowand {
+namespace {
+
+using Kind = CanvasRecorder::Kind;
+using Outline = std::set<std::pair<int, int>>;
+
+constexpr Pen PEN{{255, 255, 255}};
+
+class OverlayTest : public ToolTest {
+ protected:
+  // The points of every figure, those of a box as its corners; `fit` brings a point elsewhere.
+  template <typename Fit>
+  static std::multiset<Outline> Figures(const CanvasRecorder& canvas, const Fit& fit) {
+    std::multiset<Outline> figures;
+    for (const auto& call : canvas.calls) {
+      std::vector<Pixel> points = call.points;
+      const PixelRect& r = call.rect;
+      if (points.empty()) points = {{r.left, r.top}, {r.right - 1, r.bottom - 1}};
+      Outline outline;
+      for (const Pixel p : points) {
+        const Pixel at = fit(p);
+        outline.insert({at.x, at.y});
+      }
+      // Two opposite corners tell a box whichever they are.
+      if (call.points.empty()) {
+        const auto [a, b] = std::pair{*outline.begin(), *outline.rbegin()};
+        outline = {{a.first, std::min(a.second, b.second)},
+                   {b.first, std::max(a.second, b.second)}};
+      }
+      figures.insert(outline);
+    }
+    return figures;
+  }
+};
+
+TEST_F(OverlayTest, HandlesPointAwayFromTheirBoxAndAreAlikeOnEverySide) {
+  const Bounds box{{-40, -40, 0}, {40, 40, 0}};
+  const PixelRect rect = view.transform.ToScreen(box.mins, box.maxs);
+  const int x2 = rect.left + rect.right, y2 = rect.top + rect.bottom;  // twice the middle
+  ASSERT_EQ(x2 % 2, 0);
+  const auto same = [](Pixel p) { return p; };
+  for (const HandleMode mode : {HandleMode::Scale, HandleMode::Rotate, HandleMode::Skew}) {
+    CanvasRecorder canvas;
+    DrawHandles(box, view.transform, mode, PEN, canvas);
+    const auto figures = Figures(canvas, same);
+    EXPECT_EQ(figures.size(), mode == HandleMode::Rotate ? 5u : 9u);
+    EXPECT_EQ(Figures(canvas, [&](Pixel p) { return Pixel{x2 - p.x, p.y}; }), figures);
+    EXPECT_EQ(Figures(canvas, [&](Pixel p) { return Pixel{p.x, y2 - p.y}; }), figures);
+    EXPECT_EQ(Figures(canvas,
+                      [&](Pixel p) {
+                        return Pixel{x2 / 2 + p.y - y2 / 2, y2 / 2 + p.x - x2 / 2};
+                      }),
+              figures);
+    // The farthest point of each lies beyond the frame by half a handle.
+    for (const auto& call : canvas.Of(Kind::Polygon)) {
+      int reach = 0;
+      for (const Pixel p : call.points) {
+        reach = std::max({reach, std::abs(2 * p.x - x2), std::abs(2 * p.y - y2)});
+      }
+      EXPECT_EQ(reach / 2, rect.Width() / 2 + HANDLE_GAP + HANDLE_SIZE);
+    }
+  }
+}
+
+TEST_F(OverlayTest, APreviewIsDrawnInSquaresAndDashesWhereItsPointsAre) {
+  Preview preview(host, list);
+  preview.Show(view, {{{{10, 10}, {90, 50}}, true, true}});
+  CanvasRecorder canvas;
+  preview.Draw(view, canvas);
+  std::vector<PixelRect> squares;
+  for (const auto& call : canvas.Of(Kind::Rectangle)) squares.push_back(call.rect);
+  EXPECT_EQ(squares, (std::vector<PixelRect>{{8, 8, 12, 12}, {88, 48, 92, 52}}));
+  int covered = 0, last = 9;
+  for (const PixelLine& dash : canvas.LinesIn(PEN)) {
+    EXPECT_GT(dash.from.x, last);
+    covered += dash.to.x - dash.from.x + 1;
+    last = dash.to.x;
+    for (const Pixel p : {dash.from, dash.to}) EXPECT_NEAR(p.y, 10 + (p.x - 10) / 2.0, 1);
+  }
+  EXPECT_LE(last, 90);
+  EXPECT_NEAR(covered, 40, 4);
+}
+
+TEST_F(OverlayTest, PickedCornersStandOutAndAnotherToolRepaintsEveryView) {
+  entity& cube = small.AddCuboid({0, 0, 0}, {64, 64, 64});
+  map.selection.Set({&cube});
+  const int before = window.invalidations;
+  tools.Use(tools.vertexTool);
+  EXPECT_GT(window.invalidations, before);
+  const auto fills = [&] {
+    CanvasRecorder canvas;
+    tools.Current()->DrawOverlay(view, canvas);
+    std::map<std::pair<int, int>, Colour> found;
+    for (const auto& call : canvas.Of(Kind::Rectangle)) {
+      if (call.fill) found[{call.rect.left, call.rect.top}] = *call.fill;
+    }
+    return found;
+  };
+  const auto unpicked = fills();
+  ASSERT_GE(unpicked.size(), 4u);
+  Click(64, 64);
+  const auto picked = fills();
+  EXPECT_EQ(std::ranges::count_if(picked,
+                                  [&](const auto& corner) {
+                                    return unpicked.contains(corner.first) &&
+                                           !(unpicked.at(corner.first) == corner.second);
+                                  }),
+            1);
+}
+
+}  // namespace
+}  // namespace ferrowand
