@@ -92,7 +92,7 @@ void Session::SetUpGameData(const std::string& mapName) {
   if (FoundInSearchPath("quake.pal")) data_.palette.Load(data_.searchPath, Gamma{}, reporter_);
   if (FoundInSearchPath("quake.wad")) data_.wads.LoadDefault("quake.wad");
   if (arguments_.qcFile) {
-    data_.classes.LoadDefault(*arguments_.qcFile);
+    data_.classes.LoadForAll(*arguments_.qcFile);
   } else if (FoundInSearchPath("ents.qc")) {
     data_.classes.LoadDefault("ents.qc");
   }
@@ -145,7 +145,9 @@ int Session::Convert() {
   const std::unique_ptr<Map> map = Load();
   if (!map) return NO_FILE;
   const unsigned option = arguments_.visibleOnly ? WRITE_VISIBLE_ONLY : 0;
-  return map->Save(arguments_.operands[1], option, SaveSettings{}) ? CLEAN : NO_FILE;
+  SaveSettings settings;
+  settings.copyFolder = UserDataDirectory();
+  return map->Save(arguments_.operands[1], option, settings) ? CLEAN : NO_FILE;
 }
 
 int Session::ListWad() {

@@ -147,6 +147,8 @@ class entity {
   // longer than 1024 bytes, and a zero byte ends it.
   void ReadKey(TextReader& reader, KeyText& text);
   void WriteKeysAndFaces(TextWriter& out, bool (*isWritten)(std::string_view name)) const;
+  // The extended text, but with the keys of another.
+  void WriteExtended(TextWriter& out, const entity& keys) const;
   // An invalid character is told once a load.
   unsigned ReportChar(char c, const char* part, const TextReader& reader, unsigned flags) const;
 
@@ -156,6 +158,9 @@ class entity {
     std::string name;
     std::string value;
   };
+
+  void WriteKeysAndFaces(TextWriter& out, const std::vector<KeyPair>& keys,
+                         bool (*isWritten)(std::string_view name)) const;
 
   // Without keys: what a copy is filled into.
   entity(Brush&& copiedBrush, EntityClass* copiedClass);

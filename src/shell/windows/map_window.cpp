@@ -303,6 +303,19 @@ void MapWindow::EndRefusal() {
   SetDlgItemTextA(Handle(), ID_MESSAGE_TEXT, message.c_str());
 }
 
+void MapWindow::StandAs(ChildWindow& other) {
+  RECT place;
+  GetWindowRect(other.Handle(), &place);
+  MapWindowPoints(nullptr, frame_.Client(), reinterpret_cast<POINT*>(&place), 2);
+  MoveTo({place.left, place.top, place.right, place.bottom});
+  const MapView& shown = *other.View();
+  view_->transform = shown.transform;
+  view_->gridu = shown.gridu;
+  view_->gridv = shown.gridv;
+  view_->SetMapMode(shown.mapmode);
+  view_->Refresh();
+}
+
 void MapWindow::SetCaption(const std::string& caption) {
   ShowTitle(caption);
 }
