@@ -161,7 +161,7 @@ void entity::WriteExtended(TextWriter& out) const {
 // Faces are read on to a closing brace or a key, and a child's brace would be taken for damage:
 // where both are there, the last key stands between them.
 void entity::WriteKeysAndFaces(TextWriter& out, bool (*isWritten)(std::string_view name)) const {
-  const bool needsKeyBehind = brush.getNumFaces() > 0 && !children_.empty();
+  const bool needsKeyBehind = brush.HasText() && !children_.empty();
   const KeyPair* last = nullptr;
   for (const KeyPair& pair : keys_) {
     if (!isWritten(pair.name)) continue;
