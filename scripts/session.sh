@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # scripts/session.sh [STEPS]: works the program as a person does, with the X server's mouse and
-# keys, through the steps of a file (tests/session/room.txt, which tells what each word means).
+# keys, through the steps of a file (tests/session/room.txt, which tells what each word means;
+# tests/session/crash.txt is the film of a program that is killed in the middle of work).
 # Files and pictures go to build/session. Wants build/win64 and build/native.
 set -u
 cd "$(dirname "$0")/.." || exit 1
@@ -155,6 +156,49 @@ info() {
   done
 }
 
+# --- the program
+
+start_program() {
+  # One row short of the screen: a desktop that fills it is put beside it by newer versions of Wine.
+  wine explorer /desktop=ferrowand,1280x999 build/win64/ferrowand.exe >/dev/null 2>&1 &
+  until_ has_frame
+  # The first click tells the X server who is to have the keys.
+  xdotool mousemove 640 500 click 1
+  sleep 0.3
+}
+
+# As the system sees it: the processes of this Wine whose program is the editor.
+pids_of_program() {
+  local pid
+  for pid in $(pgrep -f 'ferrowand\.exe'); do
+    grep -qzxF "WINEPREFIX=$WINEPREFIX" "/proc/$pid/environ" &&
+      head -zn 1 "/proc/$pid/cmdline" | grep -qz 'ferrowand\.exe$' && echo "$pid"
+  done 2>/dev/null
+}
+is_gone() { [ -z "$(pids_of_program)" ]; }
+
+# Without a warning.
+kill_program() {
+  kill -9 $(pids_of_program)
+  until_ is_gone
+}
+
+# until_file SECONDS PATTERN
+until_file() {
+  local deadline=$((SECONDS + $1))
+  until compgen -G "$2" >/dev/null; do
+    [ $SECONDS -lt $deadline ] || fail "never came: $2"
+    sleep 0.2
+  done
+}
+
+setting() {
+  local hive
+  for hive in /reg:32 /reg:64; do
+    wine reg add 'HKLM\Software\ferrowand\0.9' /v "$1" /t REG_DWORD /d "$2" /f $hive >/dev/null 2>&1
+  done
+}
+
 # --- the steps
 
 do_step() {
@@ -208,6 +252,20 @@ do_step() {
       ;;
     same_map) cmp "$work/$first" "$(dirname "$steps")/$first" || fail "another $first" ;;
     info) info "$@" ;;
+    setting) setting "${first//_/ }" "$2" ;;
+    start) start_program ;;
+    kill) kill_program ;;
+    crash)
+      echo crash >&"${PROBE[1]}"
+      until_ has_window
+      ;;
+    close)
+      xdotool key Return
+      until_ is_gone
+      ;;
+    file_there) until_file 90 "$work/$first" ;;
+    files) (cd "$work" && echo "-- here: $(ls -m --ignore='*.png')") ;;
+    box) until_ has_window ;;
     picture)
       sleep 0.3
       import -window root "$work/$first.png"
@@ -221,17 +279,13 @@ step "Virtual display" start_display 1280x1000
 settings='HKLM\Software\ferrowand\0.9'
 for hive in /reg:32 /reg:64; do
   wine reg delete "$settings" /f $hive >/dev/null 2>&1
-  wine reg add "$settings" /v "Show Tips" /t REG_DWORD /d 0 /f $hive >/dev/null 2>&1
 done
+setting "Show Tips" 0
 say "$steps"
 started=$SECONDS
 coproc PROBE { wine build/win64/ferrowand_probe.exe ferrowand 2>/dev/null; }
-wine explorer /desktop=ferrowand,1280x1000 build/win64/ferrowand.exe >/dev/null 2>&1 &
 line=0 count=0
-until_ has_frame
-# The first click tells the X server who is to have the keys.
-xdotool mousemove 640 500 click 1
-sleep 0.3
+start_program
 while IFS= read -r text || [ -n "$text" ]; do
   line=$((line + 1))
   text=${text%%#*}

@@ -77,6 +77,8 @@ const Setting SETTINGS[] = {
     {"No Texture Captions", &Options::noTextureCaptions},
     {"Texture Lock", &Options::textureLock},
     {"Rotation Step", &Options::rotationStep},
+    {"Backups", &Options::backups},
+    {"Autosave Minutes", &Options::autosaveMinutes},
 };
 
 constexpr std::array<std::uint8_t, Options::NUMKEYACTIONS> DEFAULTKEYS = {

@@ -15,6 +15,10 @@ int Lower(char c) {
   return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : static_cast<unsigned char>(c);
 }
 
+bool IsWholePath(std::string_view path) {
+  return !path.empty() && (IsSeparator(path[0]) || (path.size() > 1 && path[1] == ':'));
+}
+
 }  // namespace
 
 PathParts SplitPath(std::string_view path) {
@@ -25,6 +29,12 @@ PathParts SplitPath(std::string_view path) {
   const std::size_t extension = dot == path.npos || dot < name ? path.size() : dot;
   return {std::string(path.substr(0, name)), std::string(path.substr(name, extension - name)),
           std::string(path.substr(extension))};
+}
+
+std::string InFolder(std::string_view folder, std::string_view name) {
+  std::string path(folder);
+  if (!path.empty() && !IsSeparator(path.back())) path += PathSeparator();
+  return path.append(name);
 }
 
 bool EqualNoCase(std::string_view a, std::string_view b) {
@@ -45,10 +55,27 @@ std::string StripCommonPrefix(std::string_view path, std::string_view directory)
   return std::string(path.substr(run));
 }
 
+std::vector<std::string> PlacesAround(std::string_view folder, std::string_view name) {
+  if (folder.empty() || name.empty()) return {};
+  const std::string start = IsWholePath(folder)
+                                ? InFolder(folder, "")
+                                : InFolder(CurrentDirectory(), InFolder(folder, ""));
+  const PathParts parts = SplitPath(name);
+  std::vector<std::string> names;
+  if (!IsWholePath(name)) names.emplace_back(name);
+  if (!parts.directory.empty()) names.push_back(parts.base + parts.extension);
+  std::vector<std::string> places;
+  for (const std::string& wanted : names) {
+    for (std::size_t end = start.size(); end > 0; --end) {
+      if (IsSeparator(start[end - 1])) places.push_back(start.substr(0, end) + wanted);
+    }
+  }
+  return places;
+}
+
 void SearchPath::Add(std::string_view folder) {
   if (entries_.size() == MAXENTRIES) return;
-  std::string& entry = entries_.emplace_back(folder);
-  if (!entry.empty() && !IsSeparator(entry.back())) entry += PathSeparator();
+  entries_.push_back(InFolder(folder, ""));
 }
 
 bool SearchPath::Offer(const std::string& name,

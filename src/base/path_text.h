@@ -15,6 +15,8 @@ struct PathParts {
 };
 
 PathParts SplitPath(std::string_view path);
+// The file of that name in the folder, whether that has a separator at its end or not.
+std::string InFolder(std::string_view folder, std::string_view name);
 
 // Compared without regard to the case of A to Z.
 bool EqualNoCase(std::string_view a, std::string_view b);
@@ -25,6 +27,11 @@ int CompareNoCase(std::string_view a, std::string_view b);
 // letter even inside a name, and one separator behind that run. A path below the directory becomes
 // relative to it; any other is meant to be found through the search path.
 std::string StripCommonPrefix(std::string_view path, std::string_view directory);
+
+// Where a file of that name may lie around a folder: in it and in those above it, nearest first, as
+// the name says; then likewise by what stands behind the name's last separator, for names that were
+// whole paths on another machine. Empty for no folder.
+std::vector<std::string> PlacesAround(std::string_view folder, std::string_view name);
 
 // The folders in which game data files are looked for, at most ten, each a text that is put
 // directly before the file's name.

@@ -1,23 +1,11 @@
 #include "base/winfile.h"
 
-#include <optional>
-
 #include "base/report.h"
 
 namespace ferrowand {
 namespace {
 
 constexpr const char* SOURCE = "..\\winfile.cpp";
-
-// A name in the same folder that nothing has yet; nothing when all that are tried are taken.
-std::optional<std::string> FreeNeighbour(const std::string& name) {
-  constexpr int TRIES = 100;
-  for (int i = 0; i < TRIES; ++i) {
-    std::string neighbour = name + (i == 0 ? ".tmp" : ".tmp" + std::to_string(i));
-    if (file::Find(neighbour) != FindResult::Found) return neighbour;
-  }
-  return std::nullopt;
-}
 
 }  // namespace
 
@@ -70,29 +58,6 @@ std::uint32_t Tell(FileHandle file, Reporter& reporter) {
 
 bool AtEndOfFile(FileHandle file, Reporter& reporter) {
   return file::Size(file) == Tell(file, reporter);
-}
-
-bool ReplaceFileText(const std::string& name, std::string_view text, Reporter& reporter) {
-  const bool mayReplace = file::Find(name) != FindResult::Found || file::IsWritable(name);
-  const std::optional<std::string> neighbour = mayReplace ? FreeNeighbour(name) : std::nullopt;
-  const FileHandle file = neighbour ? file::Create(*neighbour) : INVALID_FILE;
-  if (file == INVALID_FILE) {
-    reporter.Assert("file!=INVALID_HANDLE_VALUE", SOURCE, 50);
-    return false;
-  }
-  bool open = true;
-  const auto giveUp = [&](const char* call, unsigned line) {
-    reporter.Assert(call, SOURCE, line);
-    if (open) file::Close(file);
-    file::Delete(*neighbour);
-    return false;
-  };
-  if (!file::Write(file, text.data(), text.size()))
-    return giveUp("WriteFile(file, text, count, &bytesWritten, NULL)", __LINE__);
-  open = false;
-  if (!file::Close(file)) return giveUp("CloseHandle(file)", __LINE__);
-  if (!file::Replace(*neighbour, name)) return giveUp("MoveFileEx(neighbour, name)", __LINE__);
-  return true;
 }
 
 }  // namespace ferrowand

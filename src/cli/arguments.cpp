@@ -79,9 +79,10 @@ std::string_view CliUsage() {
          "  wad FILE                        one texture a line: name, size, padded size, offset\n"
          "  classes FILE.qc                 one entity class a line\n"
          "for info and convert:\n"
-         "  --wad-path DIR                  look for WADs in DIR instead of the usual places;\n"
-         "                                  may be given more than once\n"
-         "  --qc FILE                       entity classes instead of ents.qc\n"
+         "  --wad-path DIR                  look for WADs in DIR instead of the usual places, then "
+         "around\n"
+         "                                  the map; may be given more than once\n"
+         "  --qc FILE                       entity classes, whatever file the map names\n"
          "exit status: 0 clean, 1 something was reported, 2 a file could not be opened or "
          "written\n";
 }

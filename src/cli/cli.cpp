@@ -96,7 +96,7 @@ void Session::SetUpGameData(const std::string& mapName) {
   if (FoundInSearchPath("quake.pal")) data_.palette.Load(data_.searchPath, Gamma{}, reporter_);
   if (FoundInSearchPath("quake.wad")) data_.wads.LoadDefault("quake.wad");
   if (arguments_.qcFile) {
-    data_.classes.LoadDefault(*arguments_.qcFile);
+    data_.classes.LoadForAll(*arguments_.qcFile);
   } else if (FoundInSearchPath("ents.qc")) {
     data_.classes.LoadDefault("ents.qc");
   }
@@ -159,7 +159,9 @@ int Session::Convert() {
     return NO_FILE;
   }
   const unsigned option = arguments_.visibleOnly ? WRITE_VISIBLE_ONLY : 0;
-  return map->Save(target, option, SaveSettings{}) ? CLEAN : NO_FILE;
+  SaveSettings settings;
+  settings.copyFolder = UserDataDirectory();
+  return map->Save(target, option, settings) ? CLEAN : NO_FILE;
 }
 
 int Session::ListWad() {

@@ -102,19 +102,28 @@ class Brush {
   void Translate(const Vec3& by);
 
   // Reads faces from behind the opening brace up to a brace or to a key's quote, which is not
-  // consumed, and rebuilds.
+  // consumed, and rebuilds. Of what lies so far out of the world that faces would be lost no face
+  // is left, but their text.
   void ReadBody(TextReader& reader, const WadList& wads, ReadLog& log, Reporter& reporter);
   // One line a face, with three points in whole units (document/written_points.h). A face without
-  // winding points is a failed assertion and is written by its plane points.
+  // winding points is a failed assertion and is written by its plane points. Then what is kept as
+  // text.
   void WriteFaces(TextWriter& out, Reporter& reporter) const;
+  // Whether WriteFaces writes anything.
+  bool HasText() const { return !faces_.empty() || text_; }
 
   void ResolveTextures(const WadList& wads);
 
  private:
   void RebuildRead(ReadLog& log, const TextReader& reader, Reporter& reporter);
+  // False where faces have none because they lie out of the world.
+  bool MakeWindings(Reporter& reporter);
+  void DropFacesWithout();
+  void KeepAsText();
 
   Bounds bounds_;
   std::vector<Face> faces_;
+  std::unique_ptr<const std::string> text_;  // of faces out of the world; null where there are none
   Colour outline_;
 };
 

@@ -23,10 +23,6 @@ class SilentSink : public MessageSink {
   void Exit(int) override {}
 };
 
-bool HasNormal(const Face& face) {
-  return std::isfinite(Dot(face.plane.normal, face.plane.normal));
-}
-
 std::vector<DVec3> CornersOf(std::span<const Plane> planes) {
   SilentSink sink;
   Reporter silent(sink);
@@ -119,16 +115,22 @@ void Brush::ReadBody(TextReader& reader, const WadList& wads, ReadLog& log, Repo
 // A damaged file may hold any number of faces without a normal.
 void Brush::RebuildRead(ReadLog& log, const TextReader& reader, Reporter& reporter) {
   const bool hadFaces = !faces_.empty();
-  const auto flat = std::ranges::find_if_not(faces_, HasNormal);
+  const auto flat =
+      std::ranges::find_if_not(faces_, [](const Face& face) { return face.plane.HasNormal(); });
   if (flat == faces_.end()) {
-    Rebuild(reporter);
+    if (MakeWindings(reporter)) {
+      DropFacesWithout();
+    } else {
+      log.TooFar(reader);
+      KeepAsText();
+    }
   } else {
     log.NoNormal(flat->plane, reader);
     SilentSink sink;
     Reporter silent(sink);
     Rebuild(silent);
   }
-  if (hadFaces && faces_.empty()) log.Count(Loss::VanishedBrush, reader);
+  if (hadFaces && !HasText()) log.Count(Loss::VanishedBrush, reader);
 }
 
 }  // namespace ferrowand

@@ -19,6 +19,12 @@ void PutPoint(TextWriter& out, const WholePoint& p) {
   out.Put(") ");
 }
 
+void PutPlanePoints(TextWriter& out, const Face& face) {
+  for (const Vec3& p : face.planepts) {
+    PutPoint(out, {RoundToInt(p.x), RoundToInt(p.y), RoundToInt(p.z)});
+  }
+}
+
 void PutPoints(TextWriter& out, const Face& face, Reporter& reporter) {
   const winding* w = face.w.get();
   if (!w || w->numpoints <= 0) reporter.Assert("w->numpoints>0", "brush.cpp", __LINE__);
@@ -26,9 +32,7 @@ void PutPoints(TextWriter& out, const Face& face, Reporter& reporter) {
     for (const WholePoint& p : PointsToWrite(face).points) PutPoint(out, p);
   } else {
     // Nothing that can be written: the face keeps the points that the user gave it.
-    for (const Vec3& p : face.planepts) {
-      PutPoint(out, {RoundToInt(p.x), RoundToInt(p.y), RoundToInt(p.z)});
-    }
+    PutPlanePoints(out, face);
   }
 }
 
@@ -39,9 +43,8 @@ void PutName(TextWriter& out, const Face& face) {
   for (const char c : name) out.Put(c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c);
 }
 
-void PutFace(TextWriter& out, const Face& face, Reporter& reporter) {
-  out.Put("\t\t");
-  PutPoints(out, face, reporter);
+// All that stands behind the points.
+void PutLook(TextWriter& out, const Face& face) {
   PutName(out, face);
   for (const float number : {face.xoff, face.yoff, face.rotation}) {
     out.Put(' ');
@@ -56,8 +59,25 @@ void PutFace(TextWriter& out, const Face& face, Reporter& reporter) {
 
 }  // namespace
 
+void Brush::KeepAsText() {
+  TextWriter out;
+  if (text_) out.Put(*text_);
+  for (const Face& face : faces_) {
+    out.Put("\t\t");
+    PutPlanePoints(out, face);
+    PutLook(out, face);
+  }
+  Clear();
+  text_ = std::make_unique<const std::string>(out.Text());
+}
+
 void Brush::WriteFaces(TextWriter& out, Reporter& reporter) const {
-  for (const Face& face : faces_) PutFace(out, face, reporter);
+  for (const Face& face : faces_) {
+    out.Put("\t\t");
+    PutPoints(out, face, reporter);
+    PutLook(out, face);
+  }
+  if (text_) out.Put(*text_);
 }
 
 }  // namespace ferrowand

@@ -132,6 +132,8 @@ class entity {
  protected:
   Reporter& Report() const;
   void WriteKeysAndFaces(TextWriter& out, bool (*isWritten)(std::string_view name)) const;
+  // The extended text, but with the keys of another.
+  void WriteExtended(TextWriter& out, const entity& keys) const;
 
  private:
   friend class ObjectReader;
@@ -141,6 +143,9 @@ class entity {
     std::string name;
     std::string value;
   };
+
+  void WriteKeysAndFaces(TextWriter& out, const std::vector<KeyPair>& keys,
+                         bool (*isWritten)(std::string_view name)) const;
 
   // Without keys: what a copy is filled into.
   entity(Brush&& copiedBrush, EntityClass* copiedClass);

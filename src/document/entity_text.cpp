@@ -35,18 +35,27 @@ void entity::WriteMapEntity(TextWriter& out, unsigned option) const {
 }
 
 void entity::WriteExtended(TextWriter& out) const {
+  WriteExtended(out, *this);
+}
+
+void entity::WriteExtended(TextWriter& out, const entity& keys) const {
   out.Put("{\n");
-  WriteKeysAndFaces(out, [](std::string_view) { return true; });
+  WriteKeysAndFaces(out, keys.keys_, [](std::string_view) { return true; });
   for (const EntityPtr& child : children_) child->WriteExtended(out);
   out.Put("}\n");
 }
 
+void entity::WriteKeysAndFaces(TextWriter& out, bool (*isWritten)(std::string_view name)) const {
+  WriteKeysAndFaces(out, keys_, isWritten);
+}
+
 // What opens right behind a brush's faces is taken for another brush: where faces and children are
 // both there, the last key stands between them.
-void entity::WriteKeysAndFaces(TextWriter& out, bool (*isWritten)(std::string_view name)) const {
-  const bool needsKeyBehind = brush.getNumFaces() > 0 && !children_.empty();
+void entity::WriteKeysAndFaces(TextWriter& out, const std::vector<KeyPair>& keys,
+                               bool (*isWritten)(std::string_view name)) const {
+  const bool needsKeyBehind = brush.HasText() && !children_.empty();
   const KeyPair* last = nullptr;
-  for (const KeyPair& pair : keys_) {
+  for (const KeyPair& pair : keys) {
     if (!isWritten(pair.name)) continue;
     if (last) WriteKey(out, last->name, last->value);
     last = &pair;

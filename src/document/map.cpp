@@ -6,6 +6,7 @@
 #include "base/path_text.h"
 #include "document/classes/template_index.h"
 #include "document/read_log.h"
+#include "platform/system.h"
 
 namespace ferrowand {
 
@@ -62,6 +63,12 @@ entity* Map::AddChild(EntityPtr child) {
 std::string Map::Name() const {
   const char* message = GetKey("message");
   return message ? message : "Unnamed";
+}
+
+std::string Map::Folder() const {
+  if (IsUnnamed()) return "";
+  const std::string folder = SplitPath(filename).directory;
+  return folder.empty() ? CurrentDirectory() : folder;
 }
 
 void Map::SetCurrentLayer(entity* layer) {

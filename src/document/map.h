@@ -14,6 +14,8 @@
 
 namespace ferrowand {
 
+inline constexpr char UNNAMED[] = "unnamed.map";  // the file name of a document without a file
+
 inline constexpr std::uint8_t MAP_GRID = 1;
 inline constexpr std::uint8_t MAP_SNAP = 2;
 inline constexpr std::uint8_t MAP_ANGLE_SNAP = 4;
@@ -21,13 +23,16 @@ inline constexpr std::uint8_t MAP_ANGLE_SNAP = 4;
 class ObjectReader;
 class ReadLog;
 class TemplateIndex;
+struct ReplaceResult;
 class TextReader;
 
-// The settings that decide what is written; the rest is the document's own.
+// The settings that decide what is written, and how; the rest is the document's own.
 struct SaveSettings {
   bool onlyOneWad = false;  // the "wad" key of a Quake map names the first only
   std::uint8_t defaultWorldType = 0;
   std::uint8_t defaultSounds = 0;
+  unsigned backups = 0;      // earlier versions that a save keeps; an export none
+  std::string copyFolder{};  // of texts that have to go over the old one (see ReplaceRules)
 };
 
 class Map : public entity {
@@ -58,16 +63,19 @@ class Map : public entity {
   // The same, but the document keeps its own name and stays as modified as it is.
   bool Export(const std::string& name, unsigned option, const SaveSettings& settings);
 
-  // The keys of the worldspawn that tell what the map is made with, for whoever writes it.
-  void SetWorldspawnKeys(const SaveSettings& settings, bool onlyOneWad);
+  // What a save as Extended Map would write. The document stays to the letter as it is.
+  std::string ExtendedText(const SaveSettings& settings) const;
 
   // The value of "message", or "Unnamed".
   std::string Name() const;
+  bool IsUnnamed() const { return filename == UNNAMED; }
+  // Of its file; empty for a document without one.
+  std::string Folder() const;
 
   WadList wads;
-  ClassSet* classSet;        // never null; not owned
-  std::string classSetName;  // as the map names it
-  std::string filename = "unnamed.map";
+  ClassSet* classSet;              // never null; not owned
+  std::string classSetName;        // as the map names it
+  std::string filename = UNNAMED;  // set before reading: WADs and classes may lie around it
   Selection selection{*this};
   UndoStore undo;
 
@@ -111,8 +119,9 @@ class Map : public entity {
   void ForgetStrangers();
   void FinishSelection();
   void Announce();
-  void SetNamesKey(const char* name, const std::string& names);
-  bool Write(const std::string& target, unsigned option, const SaveSettings& settings);
+  ReplaceResult Write(const std::string& target, unsigned option, const SaveSettings& settings);
+  void TellWritten(const std::string& target, const ReplaceResult& result);
+  void SetWorldspawnKeys(entity& world, const SaveSettings& settings, bool onlyOneWad) const;
   entity* FirstLayer() const;
   bool ReadWorldspawn(TextReader& reader);
   void OpenInWorldspawn(TextReader& reader, ObjectReader& objects);
@@ -165,6 +174,9 @@ class PointersKept {
   Map& map_;
   bool outer_;
 };
+
+// Whether the file is a Quake map that this program has written: by its first lines.
+bool IsOwnQuakeMap(const std::string& name);
 
 // Opens and reads a whole file. Null when it cannot be opened, which is not reported.
 std::unique_ptr<Map> LoadMap(GameData& data, const std::string& name, std::size_t undoLevels = 30);

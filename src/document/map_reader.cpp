@@ -261,14 +261,14 @@ void Map::LoadWads(const std::string& names, bool quiet) {
     const std::string name(rest.substr(0, end));
     const bool named = std::ranges::any_of(
         wads.Items(), [&](const WadList::Item& item) { return item.name == name; });
-    wads.Add(name, data_.wads.Get(name, quiet || named));
+    wads.Add(name, data_.wads.Get(name, quiet || named, Folder()));
     if (end != std::string_view::npos) rest.remove_prefix(end + 1);
   }
   staleBindings_ |= !getEntityList().empty() || brush.getNumFaces() > 0;
 }
 
 void Map::LoadClassSet(const std::string& name, bool quiet) {
-  classSet = &data_.classes.Get(name, quiet);
+  classSet = &data_.classes.Get(name, quiet, Folder());
   classSetName = name;
   const char* classname = GetKey("classname");
   SetClass(&classSet->FindClass(classname ? classname : "unknown"));
@@ -300,12 +300,12 @@ std::unique_ptr<Map> LoadMap(GameData& data, const std::string& name, std::size_
 
   const ProgressScope scope(data.progress, name);
   auto map = std::make_unique<Map>(data, undoLevels);
+  map->filename = name;
   unsigned flags = 0;
   do {
     flags = map->ReadMap(reader, flags);
     data.progress.Step("Entities: %u", map->readProgress(), reader.Offset(), reader.FileLength());
   } while (map->readProgress() != 0);
-  map->filename = name;
   map->MarkSaved();
   return map;
 }

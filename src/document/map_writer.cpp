@@ -4,14 +4,19 @@
 #include <vector>
 
 #include "base/path_text.h"
+#include "base/safe_file.h"
 #include "base/text_writer.h"
-#include "base/winfile.h"
 #include "document/map.h"
 #include "document/read_log.h"
 #include "document/written_points.h"
 
 namespace ferrowand {
 namespace {
+
+constexpr std::string_view QUAKE_MAP_HEADER =
+    "//////////////////////////////\n"
+    "//     --- Map created with //\n"
+    "//                Ferrowand //\n";
 
 bool IsQuakeMapName(std::string_view name) {
   return name.size() >= 4 && EqualNoCase(name.substr(name.size() - 4), ".map");
@@ -21,7 +26,6 @@ std::string WithExtension(const std::string& name) {
   return SplitPath(name).extension.size() >= 2 ? name : name + ".xmp";
 }
 
-// Told even after a failure, which is meant: that one has had a box of its own.
 std::string SavedText(std::string_view target, const SavedShape& shape) {
   std::string text = IsQuakeMapName(target) ? "Saved MAP format" : "Saved Extended MAP format";
   if (shape.movedFaces > 0) {
@@ -41,42 +45,44 @@ int FindKey(const entity& e, std::string_view name) {
   return index;
 }
 
+// Without files there is nothing to name.
+void SetNamesKey(entity& world, const char* name, const std::string& names) {
+  if (!names.empty()) return world.SetKey(name, names);
+  if (const int index = FindKey(world, name); index >= 0) world.RemoveKey(index);
+}
+
 }  // namespace
 
-// Without files there is nothing to name.
-void Map::SetNamesKey(const char* name, const std::string& names) {
-  if (!names.empty()) return SetKey(name, names);
-  if (const int index = FindKey(*this, name); index >= 0) RemoveKey(index);
+bool IsOwnQuakeMap(const std::string& name) {
+  return FileBytes(name, QUAKE_MAP_HEADER.size()) == QUAKE_MAP_HEADER;
 }
 
 // What an earlier save had to add stands behind the version, and is set again like the rest: saving
 // twice gives the same file.
-void Map::SetWorldspawnKeys(const SaveSettings& settings, bool onlyOneWad) {
+void Map::SetWorldspawnKeys(entity& world, const SaveSettings& settings, bool onlyOneWad) const {
   const std::pair<const char*, std::string> additions[] = {
       {"worldtype", std::to_string(settings.defaultWorldType)},
       {"sounds", std::to_string(settings.defaultSounds)},
       {"message", "Ferrowand-generated map!"}};
   std::vector<std::pair<std::string, std::string>> added;
-  const int version = FindKey(*this, "XMPversion");
+  const int version = FindKey(world, "XMPversion");
   for (const auto& [name, value] : additions) {
-    const int index = FindKey(*this, name);
+    const int index = FindKey(world, name);
     if (index < 0) {
       added.emplace_back(name, value);
     } else if (version >= 0 && index > version) {
-      added.emplace_back(KeyName(index), KeyValue(index));
+      added.emplace_back(world.KeyName(index), world.KeyValue(index));
     }
   }
   const bool first = onlyOneWad && !wads.Items().empty();
-  SetNamesKey("wad", first ? wads.Items().front().name : wads.Names());
-  SetNamesKey("XMPqc", classSetName);
-  SetKey("XMPversion", "1.01");
-  for (const auto& [name, value] : added) SetKey(name, value);
+  SetNamesKey(world, "wad", first ? wads.Items().front().name : wads.Names());
+  SetNamesKey(world, "XMPqc", classSetName);
+  world.SetKey("XMPversion", "1.01");
+  for (const auto& [name, value] : added) world.SetKey(name, value);
 }
 
 void Map::WriteMapBrushes(TextWriter& out, unsigned option) const {
-  out.Put("//////////////////////////////\n");
-  out.Put("//     --- Map created with //\n");
-  out.Put("//                Ferrowand //\n");
+  out.Put(QUAKE_MAP_HEADER);
   out.Put("{\n");
   WriteKeysAndFaces(out, [](std::string_view name) { return !IsEditorKey(name); });
   for (const EntityPtr& child : getEntityList()) child->WriteMapBrushes(out, option);
@@ -84,35 +90,59 @@ void Map::WriteMapBrushes(TextWriter& out, unsigned option) const {
   for (const EntityPtr& child : getEntityList()) child->WriteMapEntity(out, option);
 }
 
-bool Map::Write(const std::string& target, unsigned option, const SaveSettings& settings) {
+std::string Map::ExtendedText(const SaveSettings& settings) const {
+  const EntityPtr world = CopyAlone();
+  SetWorldspawnKeys(*world, settings, false);
+  TextWriter out;
+  WriteExtended(out, *world);
+  return out.Text();
+}
+
+ReplaceResult Map::Write(const std::string& target, unsigned option, const SaveSettings& settings) {
   const bool quakeMap = IsQuakeMapName(target);
-  SetWorldspawnKeys(settings, quakeMap && settings.onlyOneWad);
+  SetWorldspawnKeys(*this, settings, quakeMap && settings.onlyOneWad);
   TextWriter out;
   if (quakeMap) {
     WriteMapBrushes(out, option);
   } else {
     WriteExtended(out);
   }
-  return ReplaceFileText(target, out.Text(), Report());
+  return ReplaceFile(target, out.Text(), {settings.backups, settings.copyFolder}, &Report());
+}
+
+// The status also after a failure, which is meant: that one has had a box of its own.
+void Map::TellWritten(const std::string& target, const ReplaceResult& result) {
+  if (!result.copy.empty()) {
+    Report().Show("Error",
+                  Format("%s could not be written. All of the map is in %s.", target.c_str(),
+                         result.copy.c_str()),
+                  Buttons::Ok, Icon::Stop);
+  }
+  std::string status =
+      SavedText(target, result.written ? ShapeInFile(*this, Report()) : SavedShape());
+  if (!result.hasBackup) status += ", without keeping the version before";
+  ShowStatus(status);
 }
 
 bool Map::Save(const std::string& name, unsigned option, const SaveSettings& settings) {
   const std::string target = WithExtension(name);
-  const bool written = Write(target, option, settings);
-  if (written) {
+  const ReplaceResult result = Write(target, option, settings);
+  if (result.written) {
     filename = target;
     *log_ = ReadLog(Report());  // the file has what the map has
     MarkSaved();
   }
-  ShowStatus(SavedText(target, written ? ShapeInFile(*this, Report()) : SavedShape()));
-  return written;
+  TellWritten(target, result);
+  return result.written;
 }
 
 bool Map::Export(const std::string& name, unsigned option, const SaveSettings& settings) {
   const std::string target = WithExtension(name);
-  const bool written = Write(target, option, settings);
-  ShowStatus(SavedText(target, written ? ShapeInFile(*this, Report()) : SavedShape()));
-  return written;
+  SaveSettings withoutBackups = settings;
+  withoutBackups.backups = 0;
+  const ReplaceResult result = Write(target, option, withoutBackups);
+  TellWritten(target, result);
+  return result.written;
 }
 
 }  // namespace ferrowand

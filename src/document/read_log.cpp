@@ -68,6 +68,15 @@ void ReadLog::NoNormal(const Plane& plane, const TextReader& reader) {
   if (FirstTime(READ_PLANE_REPORTED)) BasePolyForPlane(plane, *reporter_);
 }
 
+// It is kept, and so no loss.
+void ReadLog::TooFar(const TextReader& reader) {
+  if (!FirstTime(READ_FAR_REPORTED)) return;
+  reporter_->Parsing(
+      "At least one brush in this map lies further than %d units from the origin.\n\nThis first "
+      "occurred at line %u.\n It is not shown, but it will be written again as it is.",
+      static_cast<int>(WORLD_REACH), reader.LineNumber());
+}
+
 void ReadLog::MissingParenthesis(char c, TextReader& reader) {
   Count(Loss::Number, reader);
   if (!FirstTime(READ_PARENTHESIS_REPORTED)) return;

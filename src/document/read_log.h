@@ -23,6 +23,7 @@ inline constexpr unsigned READ_HAD_CLASSES = 256;
 inline constexpr unsigned READ_PLANE_REPORTED = 512;         // "no axis found"
 inline constexpr unsigned READ_PARENTHESIS_REPORTED = 1024;  // "c==chr"
 inline constexpr unsigned READ_KEYS_REPORTED = 2048;         // "(numkeys+1)<MAXKEYS"
+inline constexpr unsigned READ_FAR_REPORTED = 4096;          // "further from the origin"
 
 enum class Loss : std::uint8_t {
   Character,
@@ -61,6 +62,7 @@ class ReadLog {
   void TooManyFaces(const TextReader& reader);
   void EndInBrush();
   void NoNormal(const Plane& plane, const TextReader& reader);
+  void TooFar(const TextReader& reader);
   // The byte in front of the reader should have been c. It is not consumed.
   void MissingParenthesis(char c, TextReader& reader);
 

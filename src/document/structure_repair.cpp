@@ -20,8 +20,7 @@ EntityKind KindOf(const entity& e) {
 }
 
 bool IsBlank(const entity& e) {
-  return KindOf(e) == EntityKind::Brush && e.brush.getNumFaces() == 0 &&
-         e.numkeys() <= KEYS_OF_A_BLANK;
+  return KindOf(e) == EntityKind::Brush && !e.brush.HasText() && e.numkeys() <= KEYS_OF_A_BLANK;
 }
 
 // Whether the faces close up: the areas of a solid, each along its normal, add up to nothing.

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/path_text.h"
+#include "base/safe_file.h"
 #include "base/winfile.h"
 #include "gamedata/palette.h"
 #include "gamedata/wad_format.h"

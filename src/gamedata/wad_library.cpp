@@ -44,21 +44,24 @@ void WadLibrary::LoadDefault(const std::string& name) {
                                  name.c_str()));
 }
 
-WadFile& WadLibrary::Get(const std::string& name, bool quiet) {
-  if (WadFile* wad = FindOrOpen(name)) return *wad;
+WadFile& WadLibrary::Get(const std::string& name, bool quiet, const std::string& folder) {
+  if (WadFile* wad = FindOrOpen(name, folder)) return *wad;
   if (!quiet) {
     reporter_.Show("Error", Format("Could not load wadfile \"%s\", using default", name.c_str()));
   }
   return *default_;
 }
 
-WadFile* WadLibrary::FindOrOpen(const std::string& name) {
+WadFile* WadLibrary::FindOrOpen(const std::string& name, const std::string& folder) {
   for (const auto& wad : loaded_) {
     if (IsSameFileName(wad->FileName(), name)) return wad.get();
   }
   const ProgressScope scope(progress_, name);
   auto wad = std::make_unique<WadFile>(limits_, palette_, reporter_);
-  if (!path_.Offer(name, [&](const std::string& path) { return wad->Open(path); })) return nullptr;
+  const auto open = [&](const std::string& path) { return wad->Open(path); };
+  if (!path_.Offer(name, open) && !std::ranges::any_of(PlacesAround(folder, name), open)) {
+    return nullptr;
+  }
   const auto count = static_cast<unsigned>(wad->Textures().size());
   progress_.Step("Textures: %u", count, count, count);
   return loaded_.emplace_back(std::move(wad)).get();

@@ -33,13 +33,14 @@ class WadLibrary {
 
   // Open WADs are found by base name and extension, any case; the folder is not compared. Else the
   // file is opened as named (less what it shares with the current folder), then in each folder of
-  // the search path. When none opens that is said, unless quiet, and the default WAD is given.
-  WadFile& Get(const std::string& name, bool quiet = false);
+  // the search path, then around the folder of who names it, if given. When none opens that is
+  // said, unless quiet, and the default WAD is given.
+  WadFile& Get(const std::string& name, bool quiet = false, const std::string& folder = "");
 
   const std::vector<std::unique_ptr<WadFile>>& Loaded() const { return loaded_; }
 
  private:
-  WadFile* FindOrOpen(const std::string& name);
+  WadFile* FindOrOpen(const std::string& name, const std::string& folder = "");
 
   const SearchPath& path_;
   const Palette& palette_;

@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "base/path_text.h"
+#include "base/safe_file.h"
 #include "base/text_reader.h"
 #include "base/text_writer.h"
-#include "base/winfile.h"
 #include "document/classes/entity_class.h"
 #include "document/edit_step.h"
 #include "document/map.h"

@@ -12,6 +12,9 @@ namespace ferrowand {
 std::string CurrentDirectory();
 // The folder of the running program, without a separator at the end.
 std::string ProgramDirectory();
+// Where the program keeps what is the user's own and no map's; it need not be there. Empty where
+// the system names no such place.
+std::string UserDataDirectory();
 // The folder in which the system's own search (the program's folder first, then the current one,
 // then the path) finds the file, or nothing.
 std::optional<std::string> FindOnSystemPath(const std::string& fileName);

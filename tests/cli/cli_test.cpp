@@ -228,5 +228,30 @@ TEST(Cli, TakesWadsAndClassesFromWhereItIsTold) {
   EXPECT_TRUE(Contains(told.out, "wads: gfx/other.wad\n"));
 }
 
+TEST(Cli, FindsWhatAMapNamesAroundItAndTheToldClassesGoBefore) {
+  const TempDir folder;
+  const std::string text =
+      "{\n\"wad\" \"c:\\x\\near.wad;gfx/far.wad\"\n\"XMPqc\" \"own.qc\"\n}\n"
+      "{\n\"classname\" \"thing\"\n}\n";
+  const std::string map = folder.Write("game/maps/new/a.map", text);
+  const std::string wad("WAD2\0\0\0\0\x0c\0\0\0", 12);
+  folder.Write("game/maps/near.wad", wad);
+  folder.Write("game/gfx/far.wad", wad);
+  // The flags in the written text tell the class.
+  folder.Write("game/own.qc", "/*QUAKED thing (0 1 0) ?\r\n~1\r\n*/\r\n");
+  const std::string other = folder.Write("other.qc", "/*QUAKED thing (0 1 0) ?\r\n~2\r\n*/\r\n");
+
+  const auto convert = [&](std::vector<std::string> line) {
+    line.insert(line.begin(), {"convert", map, folder.Path("out.xmp")});
+    const Result result = RunLine(line);
+    EXPECT_EQ(result.status, 0) << result.err;
+    return folder.Read("out.xmp");
+  };
+  EXPECT_TRUE(Contains(convert({}), "\"XMPferroflags\" \"1\""));
+  const std::string told = convert({"--qc", other});
+  EXPECT_TRUE(Contains(told, "\"XMPferroflags\" \"2\""));
+  EXPECT_TRUE(Contains(told, "\"XMPqc\" \"own.qc\""));
+}
+
 }  // namespace
 }  // namespace ferrowand

@@ -1,5 +1,6 @@
 // Tells what the running program shows, for a script that works it from outside: where its windows
-// lie on the screen and what they say. One answer for each line of input, closed by "end".
+// lie on the screen and what they say. One answer for each line of input, closed by "end". The line
+// "crash" also makes the program jump to where no code is, as a fault of its own would.
 // Its argument names the desktop that the program is on.
 //   frame                                            once the program's window is there
 //   view LEFT TOP RIGHT BOTTOM CAPTION-TOP CAPTION   the drawing area of a 2D view, in pixels of
@@ -8,6 +9,7 @@
 //   window TITLE                                     any other window: a dialog, a box, a menu
 #include <windows.h>
 
+#include <cstdint>
 #include <iostream>
 #include <string>
 
@@ -51,6 +53,15 @@ BOOL CALLBACK OnTop(HWND window, LPARAM) {
   return TRUE;
 }
 
+void Crash(HWND window) {
+  DWORD id = 0;
+  GetWindowThreadProcessId(window, &id);
+  const HANDLE process = OpenProcess(PROCESS_ALL_ACCESS, FALSE, id);
+  const auto nowhere = reinterpret_cast<LPTHREAD_START_ROUTINE>(std::uintptr_t{16});
+  CloseHandle(CreateRemoteThread(process, nullptr, 0, nowhere, nullptr, 0, nullptr));
+  CloseHandle(process);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -62,6 +73,7 @@ int main(int argc, char** argv) {
       there = desktop && SetThreadDesktop(desktop);
     }
     if (const HWND frame = FindWindowA("FFRWWinClass", nullptr)) {
+      if (line == "crash") Crash(frame);
       if (IsWindowVisible(frame)) std::cout << "frame\n";
       EnumChildWindows(frame, OnChild, 0);
       EnumWindows(OnTop, 0);

@@ -135,8 +135,9 @@ class AppTest : public testing::Test {
     return StartWithStore(commandLine);
   }
   bool StartWithStore(const std::string& commandLine = "") {
-    app = std::make_unique<App>(GetModuleHandleA(nullptr),
-                                Seams{sink, dialogs, clipboard, *settings, FERROWAND_DATA});
+    app = std::make_unique<App>(
+        GetModuleHandleA(nullptr),
+        Seams{sink, dialogs, clipboard, *settings, FERROWAND_DATA, dir.Path("data")});
     parts = &app->Parts();
     const bool started = app->Start(commandLine);
     app->Pump();

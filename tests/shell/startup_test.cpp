@@ -72,7 +72,8 @@ TEST(WindowClasses, TheClientIsColouredWhereTheDisplayHasMoreThan256Colours) {
 TEST_F(AppTest, ASecondSetOfClassesIsRefused) {
   ASSERT_TRUE(Start());
   ScriptedDialogs otherDialogs;
-  App other(GetModuleHandleA(nullptr), {sink, otherDialogs, clipboard, *settings, FERROWAND_DATA});
+  App other(GetModuleHandleA(nullptr),
+            {sink, otherDialogs, clipboard, *settings, FERROWAND_DATA, ""});
   EXPECT_FALSE(other.Start(""));
 }
 

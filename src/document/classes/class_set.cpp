@@ -10,6 +10,7 @@
 #include "base/text_reader.h"
 #include "document/classes/native_classes.h"
 #include "gamedata/class_parser.h"
+#include "platform/file.h"
 
 namespace ferrowand {
 namespace {
@@ -105,8 +106,10 @@ ClassLibrary::ClassLibrary(const SearchPath& path, Reporter& reporter, LoadProgr
       native_(std::make_unique<ClassSet>(*this)),
       default_(native_.get()) {}
 
-ClassSet& ClassLibrary::Get(const std::string& name, bool quiet) {
+ClassSet& ClassLibrary::Get(const std::string& name, bool quiet, const std::string& folder) {
+  if (isForAll_) return *default_;
   if (ClassSet* set = FindOrLoad(name)) return *set;
+  if (ClassSet* set = FindOrLoadAround(folder, name)) return *set;
   if (!quiet) {
     reporter_.Show("Error", Format("Could not load .qc file \"%s\", using default", name.c_str()));
   }
@@ -122,16 +125,38 @@ void ClassLibrary::LoadDefault(const std::string& name) {
                                  name.c_str()));
 }
 
-ClassSet* ClassLibrary::FindOrLoad(const std::string& name) {
+void ClassLibrary::LoadForAll(const std::string& name) {
+  LoadDefault(name);
+  isForAll_ = true;
+}
+
+ClassSet* ClassLibrary::Find(const std::string& fileName) const {
   for (const auto& set : sets_) {
-    if (EqualNoCase(set->FileName(), name)) return set.get();
+    if (EqualNoCase(set->FileName(), fileName)) return set.get();
   }
+  return nullptr;
+}
+
+ClassSet* ClassLibrary::FindOrLoad(const std::string& name) {
+  if (ClassSet* set = Find(name)) return set;
   const ProgressScope scope(progress_, name);
   auto set = std::make_unique<ClassSet>(*this);
   if (!path_.Offer(name, [&](const std::string& path) { return set->Load(path); })) return nullptr;
   // Asked for again it goes by this name, wherever it was found.
   set->SetFileName(name);
   return sets_.emplace_back(std::move(set)).get();
+}
+
+// Known by its whole path: what lies beside one map is not what another map means by that name.
+ClassSet* ClassLibrary::FindOrLoadAround(const std::string& folder, const std::string& name) {
+  for (const std::string& place : PlacesAround(folder, name)) {
+    if (ClassSet* set = Find(place)) return set;
+    if (file::Find(place) != FindResult::Found) continue;
+    const ProgressScope scope(progress_, name);
+    auto set = std::make_unique<ClassSet>(*this);
+    if (set->Load(place)) return sets_.emplace_back(std::move(set)).get();
+  }
+  return nullptr;
 }
 
 Colour ClassLibrary::NextOutlineColour() {

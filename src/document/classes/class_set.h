@@ -69,11 +69,14 @@ class ClassLibrary {
 
   // The set of the named file: one that is loaded already (names compared without regard to case),
   // else read as named (less what the name shares with the current folder), then from each folder
-  // of the search path. When none can be read that is said, unless quiet, and the native set given.
-  ClassSet& Get(const std::string& name, bool quiet = false);
+  // of the search path, then around the folder of who names it, if given. When none can be read
+  // that is said, unless quiet, and the native set given.
+  ClassSet& Get(const std::string& name, bool quiet = false, const std::string& folder = "");
 
   // The set of new maps; Native() when the file cannot be read, which is said.
   void LoadDefault(const std::string& name);
+  // The same, and it is the set of every map, whatever file that names.
+  void LoadForAll(const std::string& name);
   ClassSet& Default() const { return *default_; }
   const std::string& DefaultName() const { return defaultName_; }
   // Only the seven.
@@ -86,7 +89,9 @@ class ClassLibrary {
   Colour NextOutlineColour();
 
  private:
+  ClassSet* Find(const std::string& fileName) const;
   ClassSet* FindOrLoad(const std::string& name);
+  ClassSet* FindOrLoadAround(const std::string& folder, const std::string& name);
 
   const SearchPath& path_;
   Reporter& reporter_;
@@ -95,6 +100,7 @@ class ClassLibrary {
   std::unique_ptr<ClassSet> native_;
   ClassSet* default_;
   std::string defaultName_;
+  bool isForAll_ = false;
   std::uint32_t outlineSeed_ = 1;
 };
 

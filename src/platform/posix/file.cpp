@@ -1,6 +1,7 @@
 #include "platform/file.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -62,9 +63,21 @@ FileHandle Open(const std::string& name, FileAccess access) {
 }
 
 FileHandle Create(const std::string& name) {
-  const int file =
-      open(SystemName(name).c_str(), O_RDWR | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOCTTY, 0666);
-  return Note(file >= 0) ? file : INVALID_FILE;
+  const int file = open(SystemName(name).c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOCTTY, 0666);
+  if (!Note(file >= 0)) return INVALID_FILE;
+  // A disk that knows no locks has them all free.
+  const bool held = flock(file, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+  if (Note(!held && ftruncate(file, 0) == 0)) return file;
+  close(file);
+  return INVALID_FILE;
+}
+
+bool IsHeld(const std::string& name) {
+  const FileHandle file = OpenPlain(name, O_RDONLY);
+  if (file == INVALID_FILE) return false;
+  const bool held = flock(Fd(file), LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+  Close(file);
+  return held;
 }
 
 bool Close(FileHandle handle) {
@@ -113,6 +126,10 @@ bool Truncate(FileHandle handle) {
   return Note(here >= 0 && ftruncate(Fd(handle), here) == 0);
 }
 
+bool Flush(FileHandle handle) {
+  return Note(fsync(Fd(handle)) == 0);
+}
+
 bool Replace(const std::string& from, const std::string& to) {
   const std::string source = SystemName(from);
   std::string target = SystemName(to);
@@ -128,6 +145,26 @@ bool Replace(const std::string& from, const std::string& to) {
   return Note(std::rename(source.c_str(), target.c_str()) == 0);
 }
 
+bool FlushName(const std::string& name) {
+  const std::string path = SystemName(name);
+  const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.c_str(), nullptr),
+                                                         &std::free);
+  std::string folder = real ? real.get() : path;
+  const std::size_t separator = folder.rfind('/');
+  folder = separator == std::string::npos ? "." : folder.substr(0, separator + 1);
+  const int file = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  // Who may write into a folder need not be able to read it.
+  if (!Note(file >= 0)) return errno == EACCES;
+  const bool flushed = Note(fsync(file) == 0 || errno == EINVAL || errno == ENOTSUP);
+  close(file);
+  return flushed;
+}
+
+bool Link(const std::string& existing, const std::string& name) {
+  return Note(linkat(AT_FDCWD, SystemName(existing).c_str(), AT_FDCWD, SystemName(name).c_str(),
+                     AT_SYMLINK_FOLLOW) == 0);
+}
+
 bool Delete(const std::string& name) {
   return Note(unlink(SystemName(name).c_str()) == 0);
 }
@@ -135,6 +172,26 @@ bool Delete(const std::string& name) {
 bool IsWritable(const std::string& name) {
   const FileHandle file = OpenPlain(name, O_WRONLY);
   return file != INVALID_FILE && Close(file);
+}
+
+std::optional<FileStamp> Stamp(const std::string& name) {
+  struct stat facts;
+  if (!Note(stat(SystemName(name).c_str(), &facts) == 0) || !S_ISREG(facts.st_mode)) {
+    return std::nullopt;
+  }
+  constexpr std::int64_t NANOSECONDS = 1'000'000'000;
+  return FileStamp{facts.st_mtim.tv_sec * NANOSECONDS + facts.st_mtim.tv_nsec,
+                   static_cast<std::uint64_t>(facts.st_size)};
+}
+
+bool MakeFolder(const std::string& name) {
+  const std::string path = SystemName(name);
+  for (std::size_t end = path.find('/', 1); end != path.npos; end = path.find('/', end + 1)) {
+    mkdir(path.substr(0, end).c_str(), 0777);
+  }
+  struct stat facts;
+  return Note(mkdir(path.c_str(), 0777) == 0 ||
+              (stat(path.c_str(), &facts) == 0 && S_ISDIR(facts.st_mode)));
 }
 
 }  // namespace file

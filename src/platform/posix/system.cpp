@@ -28,6 +28,14 @@ std::string ProgramDirectory() {
   return std::string(whole.substr(0, std::max<std::size_t>(whole.rfind('/'), 1)));
 }
 
+std::string UserDataDirectory() {
+  if (const char* data = std::getenv("XDG_DATA_HOME"); data && *data == '/') {
+    return std::string(data) + "/ferrowand";
+  }
+  const char* home = std::getenv("HOME");
+  return home && *home ? std::string(home) + "/.local/share/ferrowand" : "";
+}
+
 std::optional<std::string> FindOnSystemPath(const std::string& fileName) {
   const char* path = std::getenv("PATH");
   std::string folders =

@@ -64,6 +64,13 @@ FileHandle Create(const std::string& name) {
   return OpenAs(name, DWORD{GENERIC_READ} | DWORD{GENERIC_WRITE}, 0, CREATE_ALWAYS);
 }
 
+bool IsHeld(const std::string& name) {
+  const FileHandle file = Open(name, FileAccess::Read);
+  if (file == INVALID_FILE) return GetLastError() == ERROR_SHARING_VIOLATION;
+  Close(file);
+  return false;
+}
+
 bool Close(FileHandle handle) {
   return Fresh([&] { return CloseHandle(Handle(handle)); }) != 0;
 }
@@ -118,11 +125,24 @@ bool Truncate(FileHandle handle) {
   return Fresh([&] { return SetEndOfFile(Handle(handle)); }) != 0;
 }
 
+bool Flush(FileHandle handle) {
+  return Fresh([&] { return FlushFileBuffers(Handle(handle)); }) != 0;
+}
+
 bool Replace(const std::string& from, const std::string& to) {
   return Fresh([&] {
            return MoveFileExA(from.c_str(), to.c_str(),
                               MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
          }) != 0;
+}
+
+bool FlushName(const std::string&) {
+  SetLastError(ERROR_SUCCESS);
+  return true;  // Replace has written through
+}
+
+bool Link(const std::string& existing, const std::string& name) {
+  return Fresh([&] { return CreateHardLinkA(name.c_str(), existing.c_str(), nullptr); }) != 0;
 }
 
 bool Delete(const std::string& name) {
@@ -138,6 +158,30 @@ bool IsWritable(const std::string& name) {
   const FileHandle file =
       OpenAs(name, GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING);
   return file != INVALID_FILE && Close(file);
+}
+
+std::optional<FileStamp> Stamp(const std::string& name) {
+  WIN32_FILE_ATTRIBUTE_DATA facts;
+  if (!Fresh([&] { return GetFileAttributesExA(name.c_str(), GetFileExInfoStandard, &facts); }) ||
+      (facts.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY)) {
+    return std::nullopt;
+  }
+  constexpr std::int64_t TICKS_TO_1970 = 116'444'736'000'000'000, NANOSECONDS = 100;
+  const auto whole = [](DWORD high, DWORD low) { return (std::uint64_t{high} << 32) | low; };
+  const auto ticks = static_cast<std::int64_t>(
+      whole(facts.ftLastWriteTime.dwHighDateTime, facts.ftLastWriteTime.dwLowDateTime));
+  return FileStamp{(ticks - TICKS_TO_1970) * NANOSECONDS,
+                   whole(facts.nFileSizeHigh, facts.nFileSizeLow)};
+}
+
+bool MakeFolder(const std::string& name) {
+  for (std::size_t end = name.find_first_of("\\/"); end != name.npos;
+       end = name.find_first_of("\\/", end + 1)) {
+    CreateDirectoryA(name.substr(0, end).c_str(), nullptr);
+  }
+  if (Fresh([&] { return CreateDirectoryA(name.c_str(), nullptr); })) return true;
+  const DWORD attributes = GetFileAttributesA(name.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
 }
 
 }  // namespace file

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <shlobj.h>
+
 #include <memory>
 
 #include "platform/directory_names.h"
@@ -40,6 +42,13 @@ std::string ProgramDirectory() {
   char path[32768];  // the longest there is; the call cannot tell how much it needs
   const DWORD length = GetModuleFileNameA(nullptr, path, sizeof path);
   return FolderOf(std::string(path, length));
+}
+
+std::string UserDataDirectory() {
+  char folder[MAX_PATH] = "";
+  const HRESULT found =
+      SHGetFolderPathA(nullptr, CSIDL_LOCAL_APPDATA, nullptr, SHGFP_TYPE_CURRENT, folder);
+  return SUCCEEDED(found) ? std::string(folder) + "\\Ferrowand" : "";
 }
 
 std::optional<std::string> FindOnSystemPath(const std::string& fileName) {

@@ -32,6 +32,7 @@ bool App::Start(const std::string& commandLine) {
   parts_->progress.SetOwner(frame);
   LoadGameData();
   ShowWindow(frame, SW_SHOWMAXIMIZED);
+  parts_->documents.OfferRescues();
   if (!commandLine.empty()) parts_->documents.Open(PathOfCommandLine(commandLine));
   if (parts_->options.showTips) parts_->tips.Show(instance_, frame);
   return true;

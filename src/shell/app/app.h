@@ -20,7 +20,8 @@ struct Seams {
   Dialogs& dialogs;
   Clipboard& clipboard;
   SettingsStore& settings;
-  std::string directory;  // the current one
+  std::string directory;   // the current one
+  std::string dataFolder;  // the user's own; it need not be there
 };
 
 class App {

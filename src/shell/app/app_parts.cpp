@@ -19,7 +19,7 @@ AppParts::AppParts(HINSTANCE instance, const Seams& seams)
       tools(toolHost, windows.Views(), options),
       maker(windows, {options, reporter, commands, tools, toolHost, objects, backBuffer},
             {options, reporter, seams.dialogs, popups, commands}),
-      documents(data, options, seams.dialogs, maker),
+      documents(data, options, seams.dialogs, maker, seams.dataFolder),
       accelerators(instance, commands, frame),
       tips(options, objects) {
   AddCommands(seams);

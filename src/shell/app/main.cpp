@@ -4,9 +4,11 @@
 #include "platform/system.h"
 #include "platform/win32/registry_settings_store.h"
 #include "shell/app/app.h"
+#include "shell/app/app_parts.h"
 #include "shell/dialogs/dialogs.h"
 #include "shell/dialogs/message_box_sink.h"
 #include "shell/system/clipboard.h"
+#include "shell/system/last_will.h"
 
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int) {
   using namespace ferrowand;
@@ -14,7 +16,10 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int) {
   SystemDialogs dialogs;
   SystemClipboard clipboard;
   const auto settings = MakeRegistrySettingsStore();
-  App app(instance, {sink, dialogs, clipboard, *settings, CurrentDirectory()});
+  App app(instance, {sink, dialogs, clipboard, *settings, CurrentDirectory(), UserDataDirectory()});
+  Documents& documents = app.Parts().documents;
+  sink.SetBeforeEnd([&] { documents.KeepAll(); });
+  const LastWill lastWill([&] { return documents.KeepForTheEnd(); });
   if (!app.Start(commandLine)) return 0;
   return app.Run();
 }

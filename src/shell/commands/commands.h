@@ -41,10 +41,10 @@ class Commands : public CommandTarget {
   bool IsChecked(unsigned id) const override;
   void Execute(unsigned id) override;
   bool InsertBoundEntity(unsigned key) override;
+  bool IsDragging() const override;
   // Tracks the popup at the cursor and does what the user chooses.
   void Offer(HMENU popup);
 
-  bool IsDragging() const;
   // Without effect.
   void EndDrag();
 

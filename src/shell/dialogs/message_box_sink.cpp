@@ -58,10 +58,12 @@ void MessageBoxSink::Beep() {
 }
 
 void MessageBoxSink::FatalExit(const std::string& text) {
+  beforeEnd_();
   FatalAppExitA(0, text.c_str());
 }
 
 void MessageBoxSink::Exit(int status) {
+  beforeEnd_();
   ExitProcess(static_cast<UINT>(status));
 }
 

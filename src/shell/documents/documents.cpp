@@ -7,10 +7,13 @@
 #include "base/options.h"
 #include "base/path_text.h"
 #include "base/report.h"
+#include "base/safe_file.h"
+#include "base/text_reader.h"
 #include "document/map.h"
 #include "gamedata/file_kind.h"
 #include "platform/file.h"
 #include "shell/dialogs/dialogs.h"
+#include "shell/documents/rescue_form.h"
 
 namespace ferrowand {
 namespace {
@@ -33,20 +36,15 @@ std::string OtherName(const std::string& name) {
   return parts.directory + parts.base + "-read" + parts.extension;
 }
 
-// Whether the document has never had a file.
-bool IsUnnamed(const Map& map) {
-  return map.filename == "unnamed.map";
-}
-
-SaveSettings SaveSettingsOf(const Options& options) {
-  return {options.exportOnlyOneWad != 0, options.defaultWorldType, options.defaultSounds};
-}
-
 }  // namespace
 
 Documents::Documents(GameData& data, Options& options, Dialogs& dialogs,
-                     DocumentsObserver& observer)
-    : data_(data), options_(options), dialogs_(dialogs), observer_(observer) {}
+                     DocumentsObserver& observer, std::string dataFolder)
+    : data_(data),
+      options_(options),
+      dialogs_(dialogs),
+      observer_(observer),
+      kept_(std::move(dataFolder)) {}
 
 Documents::~Documents() = default;
 
@@ -56,14 +54,54 @@ Map& Documents::Adopt(std::unique_ptr<Map> map) {
   return adopted;
 }
 
+std::unique_ptr<Map> Documents::NewMap() const {
+  return std::make_unique<Map>(data_, static_cast<std::size_t>(options_.undoLevels));
+}
+
 Map& Documents::New() {
-  auto map = std::make_unique<Map>(data_, static_cast<std::size_t>(options_.undoLevels));
+  auto map = NewMap();
   map->wads.Add(data_.wads.DefaultName(), data_.wads.Default());
   return Adopt(std::move(map));
 }
 
+SaveSettings Documents::Settings() const {
+  return {options_.exportOnlyOneWad != 0, options_.defaultWorldType, options_.defaultSounds,
+          options_.backups, kept_.Folder()};
+}
+
+// The file at the path, as the map of that name.
+std::unique_ptr<Map> Documents::Read(const std::string& path, const std::string& name) const {
+  TextReader reader(data_.reporter);
+  reader.Open(path);
+  if (!reader.IsOpen()) {
+    data_.reporter.Show("Cannot continue", "Cannot open file!");
+    return nullptr;
+  }
+  auto map = NewMap();
+  map->filename = name;
+  const ProgressScope scope(data_.progress, path);
+  unsigned flags = 0;
+  while (true) {
+    flags = map->ReadMap(reader, flags);
+    if (map->readProgress() == 0) break;
+    data_.progress.Step("Entities: %u", map->readProgress(), reader.Offset(), reader.FileLength());
+  }
+  return map;
+}
+
+Map* Documents::FindOpen(const std::string& path) const {
+  const auto open = std::ranges::find_if(
+      maps_, [&](const auto& map) { return EqualNoCase(map->filename, path); });
+  return open == maps_.end() ? nullptr : open->get();
+}
+
 Map* Documents::Open(const std::string& path) {
   const std::string full = FullPath(path);
+  if (Map* open = FindOpen(full)) {
+    options_.AddRecentMap(full);
+    observer_.OnMapWanted(*open);
+    return open;
+  }
   if (file::Find(full) == FindResult::NotFound) {
     data_.reporter.Show("File Error - cannot continue",
                         Format("Can't find requested map: %s", path.c_str()));
@@ -73,17 +111,104 @@ Map* Documents::Open(const std::string& path) {
     data_.reporter.Show("Cannot continue", refusal);
     return nullptr;
   }
-  std::unique_ptr<Map> map = LoadMap(data_, full, static_cast<std::size_t>(options_.undoLevels));
-  if (!map) {
-    data_.reporter.Show("Cannot continue", "Cannot open file!");
-    return nullptr;
-  }
+  std::vector<Rescue> rescues = FindRescues(kept_.Folder());
+  std::erase_if(rescues, [&](const Rescue& r) { return !EqualNoCase(r.original, full); });
+  for (const std::string& left : LeftBeside(full)) rescues.push_back({left, full});
+  if (Map* rescued = Rescued(rescues)) return rescued;
+  const std::optional<FileStamp> stamp = file::Stamp(full);
+  std::unique_ptr<Map> map = Read(full, full);
+  if (!map) return nullptr;
+  map->MarkSaved();
+  known_.NoteRead(*map, full, stamp);
   options_.AddRecentMap(full);
   return &Adopt(std::move(map));
 }
 
+void Documents::OfferRescues() {
+  Rescued(FindRescues(kept_.Folder()));
+}
+
+// The last one that the user wants to see.
+Map* Documents::Rescued(const std::vector<Rescue>& rescues) {
+  if (rescues.empty()) return nullptr;
+  Map* last = nullptr;
+  const std::vector<RescueChoice> choices = AskWhatToRescue(dialogs_, rescues);
+  for (std::size_t i = 0; i < rescues.size(); ++i) {
+    if (choices[i] == RescueChoice::Open) {
+      if (Map* map = OpenRescue(rescues[i])) last = map;
+    } else if (choices[i] == RescueChoice::Delete) {
+      if (auto note = RescueNote::Take(kept_.Folder(), rescues[i])) note->Discard();
+    }
+  }
+  return last;
+}
+
+// A modified map of the file that the work was for. That one may have got another text after the
+// work was kept: it is a stranger's then.
+Map* Documents::OpenRescue(const Rescue& rescue) {
+  const std::optional<FileStamp> kept = file::Stamp(rescue.text);
+  const std::optional<FileStamp> original = file::Stamp(rescue.original);
+  std::unique_ptr<Map> map = Read(rescue.text, rescue.original);
+  if (!map) return nullptr;
+  kept_.Adopt(*map, rescue);
+  if (original && kept && original->time <= kept->time) {
+    known_.NoteRead(*map, rescue.original, original);
+  }
+  if (!map->IsUnnamed()) options_.AddRecentMap(rescue.original);
+  return &Adopt(std::move(map));
+}
+
+void Documents::KeepAll() {
+  for (const auto& map : maps_) {
+    if (!kept_.Keep(*map, Settings())) {
+      map->ShowStatus("What is not saved of this map could not be kept against a crash");
+    }
+  }
+}
+
+std::string Documents::KeepForTheEnd() {
+  KeepAll();
+  std::string files;
+  for (const auto& map : maps_) {
+    if (const std::string file = kept_.FileOf(*map); !file.empty()) files += "\n" + file;
+  }
+  const std::string end = "Ferrowand has met an error that it cannot survive, and ends now.\n\n";
+  if (files.empty()) return end + "Nothing was left to be saved.";
+  return end + "What was not saved lies here, and is offered at the next start:\n" + files;
+}
+
+void Documents::OfferReloads() {
+  std::vector<Map*> changed;
+  for (const auto& map : maps_) {
+    if (!map->IsUnnamed() && known_.TakeChange(*map, map->filename)) changed.push_back(map.get());
+  }
+  for (Map* map : changed) {
+    std::string question = map->filename + " has been changed by another program. Read it again?";
+    if (map->modified()) question += "\n\nWhat was changed here and is not saved is lost then.";
+    if (data_.reporter.Show("Ferrowand asks", question, Buttons::YesNo, Icon::Question) ==
+        Answer::Yes) {
+      Reload(*map);
+    }
+  }
+}
+
+void Documents::Reload(Map& map) {
+  const std::optional<FileStamp> stamp = file::Stamp(map.filename);
+  std::unique_ptr<Map> fresh = Read(map.filename, map.filename);
+  if (!fresh) return;
+  fresh->MarkSaved();
+  known_.NoteRead(*fresh, fresh->filename, stamp);
+  observer_.OnMapReplaced(map, *fresh);
+  kept_.Discard(map);
+  known_.Forget(map);
+  *std::ranges::find_if(maps_, [&](const auto& open) { return open.get() == &map; }) =
+      std::move(fresh);
+}
+
 bool Documents::Write(Map& map, const std::string& name) {
-  if (!map.Save(name, 0, SaveSettingsOf(options_))) return false;
+  if (!map.Save(name, 0, Settings())) return false;
+  known_.NoteWritten(map, map.filename);
+  kept_.Discard(map);
   options_.AddRecentMap(map.filename);
   return true;
 }
@@ -94,7 +219,7 @@ std::optional<std::string> Documents::AskSaveName(const Map& map) {
   choice.title = "Save map";
   choice.filter = SAVE_FILTER;
   choice.extension = "xmp";
-  if (!IsUnnamed(map)) {
+  if (!map.IsUnnamed()) {
     choice.name = map.readWithLoss() ? OtherName(map.filename) : map.filename;
     if (EqualNoCase(SplitPath(map.filename).extension, ".map")) choice.filterIndex = 2;
   }
@@ -119,10 +244,18 @@ Documents::LossAnswer Documents::AskAboutLoss(const Map& map, const std::string&
 }
 
 bool Documents::Save(Map& map) {
-  if (IsUnnamed(map)) return SaveAs(map);
+  if (map.IsUnnamed()) return SaveAs(map);
   const LossAnswer answer = AskAboutLoss(map, map.filename);
   if (answer == LossAnswer::OtherName) return SaveAs(map);
-  return answer == LossAnswer::WriteHere && Write(map, map.filename);
+  return answer == LossAnswer::WriteHere && MayOverwrite(map) && Write(map, map.filename);
+}
+
+bool Documents::MayOverwrite(const Map& map) const {
+  if (known_.IsAsKnown(map, map.filename)) return true;
+  const std::string question = map.filename +
+                               " has been changed by another program since it was read. "
+                               "Overwrite what is there now?";
+  return data_.reporter.Show("Confirm", question, Buttons::YesNo, Icon::Warning) == Answer::Yes;
 }
 
 bool Documents::SaveAs(Map& map) {
@@ -130,19 +263,35 @@ bool Documents::SaveAs(Map& map) {
   return name && Write(map, FullPath(*name));
 }
 
+// What this map has not written there itself may be somebody's only copy.
+bool Documents::MayExport(const Map& map, const std::string& target) const {
+  if (file::Find(target) == FindResult::NotFound) return true;
+  const bool isOwn = IsOwnQuakeMap(target);
+  if (isOwn && known_.IsAsWritten(map, target)) return true;
+  const std::string question =
+      target + (isOwn ? " is not as this map has written it last. Replace it?"
+                      : " is there already, and was not made by Ferrowand. Replace it?");
+  return data_.reporter.Show("Confirm", question, Buttons::YesNo, Icon::Warning) == Answer::Yes;
+}
+
 bool Documents::ExportQuakeMap(Map& map) {
   std::optional<std::string> name = map.filename;
-  if (IsUnnamed(map)) name = AskSaveName(map);
+  if (map.IsUnnamed()) name = AskSaveName(map);
   if (!name) return false;
   const PathParts parts = SplitPath(FullPath(*name));
   const std::string target = parts.directory + parts.base + ".map";
   const LossAnswer answer = AskAboutLoss(map, target);
   if (answer == LossAnswer::OtherName) return SaveAs(map);
-  return answer == LossAnswer::WriteHere && map.Export(target, 0, SaveSettingsOf(options_));
+  if (answer == LossAnswer::WriteNothing) return false;
+  if (!MayExport(map, target) || !map.Export(target, 0, Settings())) return false;
+  known_.NoteWritten(map, target);
+  return true;
 }
 
 void Documents::Close(Map& map) {
   observer_.OnMapClosing(map);
+  kept_.Discard(map);
+  known_.Forget(map);
   std::erase_if(maps_, [&](const auto& open) { return open.get() == &map; });
 }
 
@@ -165,6 +314,7 @@ void Documents::ShowByOptions() {
 }
 
 void Documents::Clear() {
+  for (const auto& map : maps_) kept_.Discard(*map);
   maps_.clear();
 }
 

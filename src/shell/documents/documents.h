@@ -7,6 +7,9 @@
 #include <string>
 #include <vector>
 
+#include "document/kept_maps.h"
+#include "shell/documents/known_files.h"
+
 namespace ferrowand {
 
 class Dialogs;
@@ -14,6 +17,7 @@ class Map;
 class Reporter;
 struct GameData;
 struct Options;
+struct SaveSettings;
 
 // Who shows the open maps.
 class DocumentsObserver {
@@ -23,12 +27,19 @@ class DocumentsObserver {
   virtual void OnMapOpened(Map& map) = 0;
   // It is still whole. Nothing may refer to it afterwards.
   virtual void OnMapClosing(Map& map) = 0;
+  // Another one, read anew from the same file, takes its place. Nothing may refer to the old one
+  // afterwards.
+  virtual void OnMapReplaced(Map& map, Map& by) = 0;
+  // It is open already, and was asked for.
+  virtual void OnMapWanted(Map& map) = 0;
 };
 
 class Documents {
  public:
-  // All outlive it. The options tell how to read and write, and keep the recent maps.
-  Documents(GameData& data, Options& options, Dialogs& dialogs, DocumentsObserver& observer);
+  // All outlive it. The options tell how to read and write, and keep the recent maps. Unsaved work
+  // is kept, and found, by way of the user's own data folder.
+  Documents(GameData& data, Options& options, Dialogs& dialogs, DocumentsObserver& observer,
+            std::string dataFolder);
   ~Documents();
   Documents(const Documents&) = delete;
   Documents& operator=(const Documents&) = delete;
@@ -37,8 +48,17 @@ class Documents {
   const std::vector<std::unique_ptr<Map>>& Maps() const { return maps_; }
 
   Map& New();
-  // Null, after saying so, when the file cannot be opened.
+  // Null, after saying so, when the file cannot be opened. What is open already comes to the front;
+  // what is left of unsaved work on the file is offered first.
   Map* Open(const std::string& path);
+  // What is left of unsaved work by programs that were ended.
+  void OfferRescues();
+  // Of the maps whose files other programs have changed: to read them again.
+  void OfferReloads();
+  // All that is not saved, so that the end of the program does not cost it.
+  void KeepAll();
+  // The same when that end has come: what the user is told.
+  std::string KeepForTheEnd();
   // False when the user thought better of it or the file could not be written.
   bool Save(Map& map);
   bool SaveAs(Map& map);
@@ -58,7 +78,16 @@ class Documents {
   Map& Adopt(std::unique_ptr<Map> map);
   // Asked before a map goes over the file that it was read from with losses.
   LossAnswer AskAboutLoss(const Map& map, const std::string& target) const;
+  std::unique_ptr<Map> NewMap() const;
+  std::unique_ptr<Map> Read(const std::string& path, const std::string& name) const;
+  Map* FindOpen(const std::string& path) const;
+  Map* Rescued(const std::vector<Rescue>& rescues);
+  Map* OpenRescue(const Rescue& rescue);
+  void Reload(Map& map);
+  bool MayOverwrite(const Map& map) const;
+  bool MayExport(const Map& map, const std::string& target) const;
   bool Write(Map& map, const std::string& name);
+  SaveSettings Settings() const;
   std::optional<std::string> AskSaveName(const Map& map);
 
   GameData& data_;
@@ -66,6 +95,8 @@ class Documents {
   Dialogs& dialogs_;
   DocumentsObserver& observer_;
   std::vector<std::unique_ptr<Map>> maps_;
+  KnownFiles known_;
+  KeptMaps kept_;
 };
 
 }  // namespace ferrowand

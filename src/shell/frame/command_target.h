@@ -14,6 +14,8 @@ class CommandTarget {
   // What the virtual key is bound to comes into the active map. False when it is bound to nothing,
   // or there is no map.
   virtual bool InsertBoundEntity(unsigned key) = 0;
+  // Whether a tool follows a press that has not been released.
+  virtual bool IsDragging() const = 0;
 };
 
 }  // namespace ferrowand

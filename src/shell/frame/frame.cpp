@@ -14,6 +14,10 @@
 namespace ferrowand {
 namespace {
 
+constexpr UINT_PTR KEEP_TIMER = 1;
+constexpr UINT MINUTE = 60'000, SOON = 1'000;  // milliseconds
+constexpr UINT CAME_TO_FRONT = WM_APP;
+
 // The popup of the menu bar that holds the command.
 HMENU PopupWith(HMENU bar, unsigned command) {
   for (int i = 0; i < GetMenuItemCount(bar); ++i) {
@@ -66,6 +70,7 @@ void Frame::OnCreate(HWND window) {
                             WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_HSCROLL | WS_VSCROLL, 0, 0,
                             0, 0, window, nullptr, instance_, &create);
   if (options_.showToolbar) ShowToolbar(true);
+  StartTimer(options_.autosaveMinutes * MINUTE);
 }
 
 PixelSize Frame::ClientSize() const {
@@ -127,6 +132,25 @@ void Frame::OnDropFiles(HDROP files) {
   for (const std::string& path : paths) documents_.Open(path);
 }
 
+// 0: never.
+void Frame::StartTimer(UINT milliseconds) {
+  if (milliseconds > 0) SetTimer(window_, KEEP_TIMER, milliseconds, nullptr);
+}
+
+// In the middle of a drag or a load it is put off.
+void Frame::OnTimer() {
+  const bool isBusy = progress_.IsLoading() || commands_.IsDragging();
+  if (!isBusy) documents_.KeepAll();
+  StartTimer(isBusy ? SOON : options_.autosaveMinutes * MINUTE);
+}
+
+// Not while a box is open: it is about maps as they are.
+void Frame::OnCameToFront() {
+  if (IsWindowEnabled(window_) && !progress_.IsLoading() && !commands_.IsDragging()) {
+    documents_.OfferReloads();
+  }
+}
+
 LRESULT Frame::OnNotify(LPARAM lParam) {
   const auto* header = reinterpret_cast<const NMHDR*>(lParam);
   if (header->code != TTN_GETDISPINFOA) return 0;
@@ -166,7 +190,19 @@ LRESULT Frame::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       if (documents_.MayQuit()) DestroyWindow(window_);
       return 0;
     case WM_QUERYENDSESSION:
+      documents_.KeepAll();  // the system does not wait for an answer for ever
       return documents_.MayQuit();
+    case WM_TIMER:
+      if (wParam != KEEP_TIMER) break;
+      OnTimer();
+      return 0;
+    case WM_ACTIVATEAPP:
+      // Afterwards: a box in the middle of it would take part in what it interrupts.
+      if (wParam) PostMessageA(window_, CAME_TO_FRONT, 0, 0);
+      break;
+    case CAME_TO_FRONT:
+      OnCameToFront();
+      return 0;
     case WM_DESTROY:
       toolbar_.Destroy();
       PostQuitMessage(0);

@@ -51,6 +51,9 @@ class Frame {
   void OnInitMenu(HMENU menu);
   void SetMenuItem(HMENU menu, unsigned at, unsigned id) const;
   void OnDropFiles(HDROP files);
+  void StartTimer(UINT milliseconds);
+  void OnTimer();
+  void OnCameToFront();
   LRESULT OnNotify(LPARAM lParam);
 
   HINSTANCE instance_;

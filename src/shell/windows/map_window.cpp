@@ -267,7 +267,7 @@ void MapWindow::SetScrollBars(const ScrollBar& horizontal, const ScrollBar& vert
     SCROLLINFO info{};
     info.cbSize = sizeof info;
     info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS | SIF_DISABLENOSCROLL;
-    info.nMax = ScrollBar::RANGE;
+    info.nMax = values.range;
     info.nPage = static_cast<UINT>(values.page);
     info.nPos = values.position;
     SetScrollInfo(drawing_, bar, &info, TRUE);
@@ -301,6 +301,19 @@ void MapWindow::EndRefusal() {
   KillTimer(Handle(), REFUSAL_TIMER);
   const std::string& message = texts_[static_cast<std::size_t>(ViewText::Message)];
   SetDlgItemTextA(Handle(), ID_MESSAGE_TEXT, message.c_str());
+}
+
+void MapWindow::StandAs(ChildWindow& other) {
+  RECT place;
+  GetWindowRect(other.Handle(), &place);
+  MapWindowPoints(nullptr, frame_.Client(), reinterpret_cast<POINT*>(&place), 2);
+  MoveTo({place.left, place.top, place.right, place.bottom});
+  const MapView& shown = *other.View();
+  view_->transform = shown.transform;
+  view_->gridu = shown.gridu;
+  view_->gridv = shown.gridv;
+  view_->SetMapMode(shown.mapmode);
+  view_->Refresh();
 }
 
 void MapWindow::SetCaption(const std::string& caption) {

@@ -50,6 +50,8 @@ class MapWindow : public ChildWindow, public ViewHost {
   MapView* View() override { return view_.get(); }
   bool KeepsMapOpen() const override { return true; }
 
+  // Where the other one, which has a view, stands, and showing what it shows.
+  void StandAs(ChildWindow& other);
   HWND Drawing() const { return drawing_; }
   // Red in the status bar, for some seconds or until the next press: hovering writes nothing over
   // it meanwhile. Without a status bar, a box.

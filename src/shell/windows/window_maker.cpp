@@ -1,10 +1,20 @@
 #include "shell/windows/window_maker.h"
 
+#include <algorithm>
+
 #include "base/report.h"
 #include "shell/windows/child_windows.h"
 #include "views/tools/tool_set.h"
 
 namespace ferrowand {
+namespace {
+
+Orientation OrientationOf(const MapView& view) {
+  constexpr Orientation BY_DEPTH[] = {Orientation::Side, Orientation::Front, Orientation::Top};
+  return BY_DEPTH[view.transform.DepthAxis()];
+}
+
+}  // namespace
 
 WindowMaker::WindowMaker(ChildWindows& windows, const MapWindowContext& ofViews,
                          const LayerWindowContext& ofLayers)
@@ -42,6 +52,26 @@ void WindowMaker::OnMapOpened(Map& map) {
 
 void WindowMaker::OnMapClosing(Map& map) {
   windows_.CloseWindowsOf(map);
+}
+
+// The last one that was active is made last, and so is active again.
+void WindowMaker::OnMapReplaced(Map& map, Map& by) {
+  const std::vector<MapView*> views = windows_.Views().ViewsOf(map);
+  for (auto view = views.rbegin(); view != views.rend(); ++view) {
+    const auto isOfView = [&](ChildWindow* window) { return window->View() == *view; };
+    const auto old = windows_.WindowsOf(map);
+    const auto place = std::ranges::find_if(old, isOfView);
+    MapWindow* made = AddView(by, OrientationOf(**view));
+    if (made && place != old.end()) made->StandAs(**place);
+  }
+  windows_.CloseWindowsOf(map);
+}
+
+void WindowMaker::OnMapWanted(Map& map) {
+  const std::vector<MapView*> views = windows_.Views().ViewsOf(map);
+  for (ChildWindow* window : windows_.WindowsOf(map)) {
+    if (!views.empty() && window->View() == views.front()) windows_.BringToFront(*window);
+  }
 }
 
 }  // namespace ferrowand

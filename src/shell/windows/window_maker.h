@@ -21,6 +21,8 @@ class WindowMaker : public DocumentsObserver {
   // Three views, arranged and showing all of it.
   void OnMapOpened(Map& map) override;
   void OnMapClosing(Map& map) override;
+  void OnMapReplaced(Map& map, Map& by) override;
+  void OnMapWanted(Map& map) override;
 
  private:
   ChildWindows& windows_;
