@@ -141,6 +141,7 @@ Brush Brush::Copy() const {
   copy.bounds_ = bounds_;
   copy.faces_.reserve(faces_.size());
   for (const Face& face : faces_) copy.faces_.push_back(CopyFace(face));
+  if (text_) copy.text_ = std::make_unique<const std::string>(*text_);
   return copy;
 }
 
@@ -160,17 +161,28 @@ bool Brush::AddFace(Face face) {
 
 void Brush::Clear() {
   faces_.clear();
+  text_.reset();
   bounds_ = Bounds();
 }
 
 void Brush::Rebuild(Reporter& reporter) {
+  MakeWindings(reporter);
+  DropFacesWithout();
+}
+
+bool Brush::MakeWindings(Reporter& reporter) {
   std::array<Plane, MAXFACES> planes;
-  const std::span<const Plane> inUse = PlanesOf(faces_, planes);
+  std::array<WindingPtr, MAXFACES> made;
+  const bool isWhole = SolidWindings(PlanesOf(faces_, planes), made, reporter);
   for (std::size_t i = 0; i < faces_.size(); ++i) {
-    faces_[i].w = FaceWinding(inUse, i, reporter);
+    faces_[i].w = std::move(made[i]);
     if (!faces_[i].w) continue;
     for (const WindingPoint& p : faces_[i].w->Points()) bounds_.Add(p.Position());
   }
+  return isWhole;
+}
+
+void Brush::DropFacesWithout() {
   std::erase_if(faces_, [](const Face& face) { return !face.w; });
   faces_.shrink_to_fit();
 }
@@ -178,11 +190,10 @@ void Brush::Rebuild(Reporter& reporter) {
 bool Brush::RenewWindings(Reporter& reporter) {
   std::array<Plane, MAXFACES> planes;
   const std::span<const Plane> inUse = PlanesOf(faces_, planes);
+  if (!std::ranges::all_of(inUse, &Plane::HasNormal)) return false;
   std::array<WindingPtr, MAXFACES> made;
+  SolidWindings(inUse, made, reporter);
   for (std::size_t i = 0; i < faces_.size(); ++i) {
-    const DVec3& normal = faces_[i].plane.normal;
-    if (!std::isfinite(Dot(normal, normal))) return false;
-    made[i] = FaceWinding(inUse, i, reporter);
     const winding* old = faces_[i].w.get();
     if (!made[i] || !old || CornerDistance(*old, *made[i]) > ON_EPSILON) return false;
   }

@@ -4,6 +4,8 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -26,6 +28,7 @@ inline constexpr unsigned READ_CHAR_REPORTED = 8;   // "invalid char"
 inline constexpr unsigned READ_END_OF_FILE = 16;
 inline constexpr unsigned READ_DEPTH_REPORTED = 32;   // "nested too deep"
 inline constexpr unsigned READ_PLANE_REPORTED = 512;  // "no axis found"
+inline constexpr unsigned READ_FAR_REPORTED = 1024;   // "further from the origin"
 
 struct Face {
   // Whole after reading, and kept while the plane stands: what a save writes where the winding's
@@ -98,17 +101,27 @@ class Brush {
   void Translate(const Vec3& by);
 
   // Reads faces from behind the opening brace up to the closing one or to a key's quote, neither of
-  // which is consumed, and rebuilds. `flags` and the result are sets of READ_ bits.
+  // which is consumed, and rebuilds. Of what lies so far out of the world that faces would be lost
+  // no face is left, but their text. `flags` and the result are sets of READ_ bits.
   unsigned ReadBody(TextReader& reader, const WadList& wads, unsigned flags, Reporter& reporter);
   // One line a face, with three points in whole units (document/written_points.h). A face without
-  // winding points is a failed assertion and is written by its plane points.
+  // winding points is a failed assertion and is written by its plane points. Then what is kept as
+  // text.
   void WriteFaces(TextWriter& out, Reporter& reporter) const;
+  // Whether WriteFaces writes anything.
+  bool HasText() const { return !faces_.empty() || text_; }
 
   void ResolveTextures(const WadList& wads);
 
  private:
+  // False where faces have none because they lie out of the world.
+  bool MakeWindings(Reporter& reporter);
+  void DropFacesWithout();
+  void KeepAsText();
+
   Bounds bounds_;
   std::vector<Face> faces_;
+  std::unique_ptr<const std::string> text_;  // of faces out of the world; null where there are none
   Colour outline_;
 };
 

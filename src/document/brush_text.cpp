@@ -78,10 +78,6 @@ class SilentSink : public MessageSink {
   void Exit(int) override {}
 };
 
-bool HasNormal(const Face& face) {
-  return std::isfinite(Dot(face.plane.normal, face.plane.normal));
-}
-
 void PutPoint(TextWriter& out, const WholePoint& p) {
   out.Put("( ");
   for (int axis = 0; axis < 3; ++axis) {
@@ -91,6 +87,12 @@ void PutPoint(TextWriter& out, const WholePoint& p) {
   out.Put(") ");
 }
 
+void PutPlanePoints(TextWriter& out, const Face& face) {
+  for (const Vec3& p : face.planepts) {
+    PutPoint(out, {RoundToInt(p.x), RoundToInt(p.y), RoundToInt(p.z)});
+  }
+}
+
 void PutPoints(TextWriter& out, const Face& face, Reporter& reporter) {
   const winding* w = face.w.get();
   if (!w || w->numpoints <= 0) reporter.Assert("w->numpoints>0", "brush.cpp", __LINE__);
@@ -98,9 +100,7 @@ void PutPoints(TextWriter& out, const Face& face, Reporter& reporter) {
     for (const WholePoint& p : PointsToWrite(face).points) PutPoint(out, p);
   } else {
     // Nothing that can be written: the face keeps the points that the user gave it.
-    for (const Vec3& p : face.planepts) {
-      PutPoint(out, {RoundToInt(p.x), RoundToInt(p.y), RoundToInt(p.z)});
-    }
+    PutPlanePoints(out, face);
   }
 }
 
@@ -112,9 +112,8 @@ void PutName(TextWriter& out, std::string_view name) {
   for (const char c : name) out.Put(c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c);
 }
 
-void PutFace(TextWriter& out, const Face& face, Reporter& reporter) {
-  out.Put("\t\t");
-  PutPoints(out, face, reporter);
+// All that stands behind the points.
+void PutLook(TextWriter& out, const Face& face) {
   PutName(out, face.Name());
   for (const float number : {face.xoff, face.yoff, face.rotation}) {
     out.Put(' ');
@@ -180,9 +179,20 @@ unsigned Brush::ReadBody(TextReader& reader, const WadList& wads, unsigned flags
     }
   }
   // A damaged file may hold any number of faces without a normal.
-  const auto flat = std::ranges::find_if_not(faces_, HasNormal);
+  const auto flat =
+      std::ranges::find_if_not(faces_, [](const Face& face) { return face.plane.HasNormal(); });
   if (flat == faces_.end()) {
-    Rebuild(reporter);
+    if (MakeWindings(reporter)) {
+      DropFacesWithout();
+    } else {
+      if (firstTime(READ_FAR_REPORTED)) {
+        reporter.Parsing(
+            "At least one brush in this map lies further than %d units from the origin.\n\nThis "
+            "first occurred at line %u.\n It is not shown, but it will be written again as it is.",
+            static_cast<int>(WORLD_REACH), reader.LineNumber());
+      }
+      KeepAsText();
+    }
     return flags;
   }
   if (firstTime(READ_PLANE_REPORTED)) BasePolyForPlane(flat->plane, reporter);
@@ -192,8 +202,25 @@ unsigned Brush::ReadBody(TextReader& reader, const WadList& wads, unsigned flags
   return flags;
 }
 
+void Brush::KeepAsText() {
+  TextWriter out;
+  if (text_) out.Put(*text_);
+  for (const Face& face : faces_) {
+    out.Put("\t\t");
+    PutPlanePoints(out, face);
+    PutLook(out, face);
+  }
+  Clear();
+  text_ = std::make_unique<const std::string>(out.Text());
+}
+
 void Brush::WriteFaces(TextWriter& out, Reporter& reporter) const {
-  for (const Face& face : faces_) PutFace(out, face, reporter);
+  for (const Face& face : faces_) {
+    out.Put("\t\t");
+    PutPoints(out, face, reporter);
+    PutLook(out, face);
+  }
+  if (text_) out.Put(*text_);
 }
 
 }  // namespace ferrowand

@@ -170,7 +170,7 @@ void entity::WriteKeysAndFaces(TextWriter& out, bool (*isWritten)(std::string_vi
 // where both are there, the last key stands between them.
 void entity::WriteKeysAndFaces(TextWriter& out, const std::vector<KeyPair>& keys,
                                bool (*isWritten)(std::string_view name)) const {
-  const bool needsKeyBehind = brush.getNumFaces() > 0 && !children_.empty();
+  const bool needsKeyBehind = brush.HasText() && !children_.empty();
   const KeyPair* last = nullptr;
   for (const KeyPair& pair : keys) {
     if (!isWritten(pair.name)) continue;

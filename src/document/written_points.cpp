@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <functional>
 #include <span>
 #include <utility>
 
@@ -82,13 +83,14 @@ SavedShape ShapeInFile(const Brush& brush, Reporter& reporter) {
     ++shape.movedFaces;
     shape.farthest = std::max(shape.farthest, written.miss);
   }
+  const std::span<const Plane> inFile(planes.data(), count);
+  shape.lostFaces = static_cast<int>(std::ranges::count_if(inFile, std::not_fn(&Plane::HasNormal)));
+  if (shape.lostFaces > 0) return shape;
+  std::array<WindingPtr, MAXFACES> read;
+  SolidWindings(inFile, read, reporter);
   for (std::size_t i = 0; i < count; ++i) {
-    const DVec3& normal = planes[i].normal;
-    const WindingPtr read = std::isfinite(Dot(normal, normal))
-                                ? FaceWinding(std::span(planes).first(count), i, reporter)
-                                : nullptr;
-    if (read) {
-      shape.cornerMove = std::max(shape.cornerMove, CornerDistance(*brush.Faces()[i].w, *read));
+    if (read[i]) {
+      shape.cornerMove = std::max(shape.cornerMove, CornerDistance(*brush.Faces()[i].w, *read[i]));
     } else {
       ++shape.lostFaces;
     }

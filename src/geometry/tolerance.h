@@ -42,6 +42,10 @@ inline constexpr double HALF_SLACK = 1e-6;
 
 // Half the side of the square that a plane starts from.
 inline constexpr double BASE_SIZE = 8192.0;
+// The same for what reaches further: around all that points of planes can be read as.
+inline constexpr double FAR_BASE_SIZE = 33554432.0;
+// The greatest coordinate of an origin, and so of the world.
+inline constexpr double WORLD_REACH = 32767.0;
 // Below any component of a unit normal.
 inline constexpr double BOGUS_RANGE = 18000.0;
 // From this coordinate on the game does not show a face.

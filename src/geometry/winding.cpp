@@ -98,7 +98,7 @@ std::size_t CheckCount(std::size_t count, std::size_t room, Reporter& reporter) 
   return room;
 }
 
-std::array<SpacePoint, 4> BaseSquare(const Plane& plane, Reporter& reporter) {
+std::array<SpacePoint, 4> BaseSquare(const Plane& plane, double size, Reporter& reporter) {
   const DVec3& normal = plane.normal;
   double best = -BOGUS_RANGE;
   int axis = -1;
@@ -109,7 +109,7 @@ std::array<SpacePoint, 4> BaseSquare(const Plane& plane, Reporter& reporter) {
       axis = i;
     }
   }
-  if (axis < 0 || !std::isfinite(Dot(normal, normal))) {
+  if (axis < 0 || !plane.HasNormal()) {
     reporter.Geometry("BasePolyForPlane: no axis found");
     constexpr double NONE = std::numeric_limits<double>::quiet_NaN();
     return {{{NONE, NONE, NONE}, {NONE, NONE, NONE}, {NONE, NONE, NONE}, {NONE, NONE, NONE}}};
@@ -117,8 +117,8 @@ std::array<SpacePoint, 4> BaseSquare(const Plane& plane, Reporter& reporter) {
   DVec3 up = axis == 2 ? DVec3{1, 0, 0} : DVec3{0, 0, 1};
   up = Normalise(up - normal * Dot(up, normal));
   const DVec3 centre = normal * plane.dist;
-  const DVec3 right = Cross(up, normal) * BASE_SIZE;
-  up = up * BASE_SIZE;
+  const DVec3 right = Cross(up, normal) * size;
+  up = up * size;
 
   const auto point = [](const DVec3& p) { return SpacePoint{p.x, p.y, p.z}; };
   return {point(centre - right + up), point(centre + right + up), point(centre + right - up),
@@ -128,6 +128,28 @@ std::array<SpacePoint, 4> BaseSquare(const Plane& plane, Reporter& reporter) {
 float Snapped(double coordinate) {
   const double whole = RoundToInt(coordinate);
   return static_cast<float>(std::fabs(coordinate - whole) < SNAP_EPSILON ? whole : coordinate);
+}
+
+// How far corners lie from the origin.
+struct Reach {
+  double coordinate = 0;
+  double squaredDistance = 0;
+
+  void Add(const DVec3& p) {
+    coordinate = std::max({coordinate, std::fabs(p.x), std::fabs(p.y), std::fabs(p.z)});
+    squaredDistance = std::max(squaredDistance, Dot(p, p));
+  }
+};
+
+Reach MakeWindings(std::span<const Plane> planes, std::span<WindingPtr> made, double baseSize,
+                   Reporter& reporter) {
+  Reach reach;
+  for (std::size_t i = 0; i < planes.size(); ++i) {
+    made[i] = FaceWinding(planes, i, reporter, baseSize);
+    if (!made[i]) continue;
+    for (const WindingPoint& p : made[i]->Points()) reach.Add(Position(p));
+  }
+  return reach;
 }
 
 WindingPtr Allocate(std::size_t points) {
@@ -161,7 +183,7 @@ WindingPtr CopyWinding(const winding& w) {
 }
 
 WindingPtr BasePolyForPlane(const Plane& plane, Reporter& reporter) {
-  const auto square = BaseSquare(plane, reporter);
+  const auto square = BaseSquare(plane, BASE_SIZE, reporter);
   WindingPtr w = newWinding(square.size(), reporter);
   std::ranges::transform(square, w->Points().begin(), [](const SpacePoint& p) {
     return WindingPoint{static_cast<float>(p.x), static_cast<float>(p.y), static_cast<float>(p.z)};
@@ -186,12 +208,13 @@ WindingPtr ClipWinding(WindingPtr in, const Plane& split, Reporter& reporter) {
   return out;
 }
 
-WindingPtr FaceWinding(std::span<const Plane> planes, std::size_t which, Reporter& reporter) {
+WindingPtr FaceWinding(std::span<const Plane> planes, std::size_t which, Reporter& reporter,
+                       double baseSize) {
   SpacePoint buffers[2][MAXWINDINGPOINTS];
   SpacePoint* points = buffers[0];
   SpacePoint* spare = buffers[1];
   std::size_t count = 4;
-  std::ranges::copy(BaseSquare(planes[which], reporter), points);
+  std::ranges::copy(BaseSquare(planes[which], baseSize, reporter), points);
 
   for (std::size_t i = 0; i < planes.size(); ++i) {
     if (i == which) continue;
@@ -213,6 +236,26 @@ WindingPtr FaceWinding(std::span<const Plane> planes, std::size_t which, Reporte
     return WindingPoint{Snapped(p.x), Snapped(p.y), Snapped(p.z)};
   });
   return w;
+}
+
+bool SolidWindings(std::span<const Plane> planes, std::span<WindingPtr> made, Reporter& reporter) {
+  const Reach near = MakeWindings(planes, made, BASE_SIZE, reporter);
+  // Of a solid that goes further something reaches to where these squares end, or nothing is there.
+  constexpr double SQUARED = BASE_SIZE * BASE_SIZE;
+  const bool isSurelyWhole = near.squaredDistance > 0 && near.squaredDistance < SQUARED;
+  if (isSurelyWhole || !std::ranges::all_of(planes, &Plane::HasNormal)) return true;
+  std::array<WindingPtr, MAXFACES> further;
+  const Reach far = MakeWindings(planes, further, FAR_BASE_SIZE, reporter);
+  if (far.squaredDistance <= SQUARED) return true;
+  if (far.coordinate <= WORLD_REACH) {
+    std::move(further.begin(), further.begin() + static_cast<std::ptrdiff_t>(planes.size()),
+              made.begin());
+    return true;
+  }
+  for (std::size_t i = 0; i < planes.size(); ++i) {
+    if (further[i] && !made[i]) return false;
+  }
+  return true;
 }
 
 double CornerDistance(const winding& a, const winding& b) {

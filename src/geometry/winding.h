@@ -21,6 +21,8 @@ struct Plane {
 
   double DistanceTo(const DVec3& p) const { return Dot(p, normal) - dist; }
   Plane Flipped() const { return {-normal, -dist}; }
+  // Not so when it was made of points on one line.
+  bool HasNormal() const { return std::isfinite(Dot(normal, normal)); }
 };
 
 // The normal is that of a clockwise face, Cross(p0 - p1, p2 - p1); points on one line give a normal
@@ -68,7 +70,13 @@ WindingPtr ClipWinding(WindingPtr in, const Plane& split, Reporter& reporter);
 // The polygon of planes[which] inside all the other planes (the solid is behind every one), whole
 // units snapped; null when nothing is left. The same steps as BasePolyForPlane and ClipWinding by
 // the flipped planes in their order, in one go.
-WindingPtr FaceWinding(std::span<const Plane> planes, std::size_t which, Reporter& reporter);
+WindingPtr FaceWinding(std::span<const Plane> planes, std::size_t which, Reporter& reporter,
+                       double baseSize = BASE_SIZE);
+
+// FaceWinding of all the planes, at most MAXFACES, into `made`. A square of BASE_SIZE holds all
+// that lies within that distance of the origin; where a closed solid reaches further, its planes
+// start from larger ones. False when it leaves the world and faces are missing for that.
+bool SolidWindings(std::span<const Plane> planes, std::span<WindingPtr> made, Reporter& reporter);
 
 // How far the farthest corner of one is from the nearest corner of the other.
 double CornerDistance(const winding& a, const winding& b);

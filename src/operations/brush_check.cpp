@@ -16,7 +16,7 @@ bool SurvivesSaving(const Brush& brush, Reporter& reporter) {
 
 bool IsInsideWorld(const Bounds& bounds) {
   for (int axis = 0; axis < 3; ++axis) {
-    if (!(bounds.mins[axis] >= -BASE_SIZE && bounds.maxs[axis] <= BASE_SIZE)) return false;
+    if (!(bounds.mins[axis] >= -WORLD_REACH && bounds.maxs[axis] <= WORLD_REACH)) return false;
   }
   return true;
 }

@@ -10,7 +10,7 @@ namespace ferrowand {
 // as such rounding explains.
 bool SurvivesSaving(const Brush& brush, Reporter& reporter);
 
-// Whether all of it lies where a plane can be cut to a face. Not-a-number does not.
+// Whether all of it lies within WORLD_REACH. Not-a-number does not.
 bool IsInsideWorld(const Bounds& bounds);
 
 }  // namespace ferrowand

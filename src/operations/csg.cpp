@@ -151,7 +151,7 @@ Carving Carve(const Brush& source, const Brush& cutter, const ClassSet& classes,
 bool IsKeepable(const Brush& piece, Reporter& reporter) {
   // Whether rounded points still make a plane is known better by the save itself.
   const auto isSound = [](const Face& face) {
-    const CheckCode code = FaceCheck(face, ON_EPSILON);
+    const CheckCode code = ShapeCheck(face, ON_EPSILON);
     return code == CheckCode::None || code == CheckCode::NoNormal;
   };
   return piece.getNumFaces() >= SMALLEST_SOLID && std::ranges::all_of(piece.Faces(), isSound) &&

@@ -35,11 +35,15 @@ std::ptrdiff_t PointsBeyondEdge(const Face& face, std::size_t i) {
   });
 }
 
+CheckCode CheckPlace(const Face& face, std::size_t i) {
+  const double farthest = FarthestCoordinate(DVec3(PointsOf(face)[i].Position()));
+  if (farthest > BOGUS_RANGE) return CheckCode::BogusRange;
+  return farthest >= MAX_VISIBLE ? CheckCode::MaxVisibleExtent : CheckCode::None;
+}
+
 CheckCode CheckPoint(const Face& face, std::size_t i, double tolerance) {
   const auto points = PointsOf(face);
   const DVec3 p(points[i].Position());
-  if (FarthestCoordinate(p) > BOGUS_RANGE) return CheckCode::BogusRange;
-  if (FarthestCoordinate(p) >= MAX_VISIBLE) return CheckCode::MaxVisibleExtent;
   if (std::fabs(face.plane.DistanceTo(p)) > tolerance) return CheckCode::PointOffPlane;
   if (Length(Next(points, i) - p) < SHORTEST_EDGE) return CheckCode::DegenerateEdge;
   return PointsBeyondEdge(face, i) > 0 ? CheckCode::NonConvex : CheckCode::None;
@@ -56,6 +60,18 @@ bool WrittenPointsHaveNoNormal(const Face& face) {
   const auto points = PointsOf(face);
   const DVec3 p1 = Cut(points[1]);
   return Cross(Cut(points[0]) - p1, Cut(points[2]) - p1) == DVec3();
+}
+
+CheckCode Check(const Face& face, double tolerance, bool anywhere) {
+  if (!face.w) return CheckCode::NoWinding;
+  if (face.w->numpoints < 3) return CheckCode::TooFewPoints;
+  for (std::size_t i = 0; i < PointsOf(face).size(); ++i) {
+    CheckCode code = anywhere ? CheckCode::None : CheckPlace(face, i);
+    if (code == CheckCode::None) code = CheckPoint(face, i, tolerance);
+    if (code != CheckCode::None) return code;
+  }
+  if (face.plane.normal == DVec3() || WrittenPointsHaveNoNormal(face)) return CheckCode::NoNormal;
+  return CheckCode::None;
 }
 
 }  // namespace
@@ -106,14 +122,11 @@ void CheckFace(const Face& face, Reporter& reporter) {
 }
 
 CheckCode FaceCheck(const Face& face, double tolerance) {
-  if (!face.w) return CheckCode::NoWinding;
-  if (face.w->numpoints < 3) return CheckCode::TooFewPoints;
-  for (std::size_t i = 0; i < PointsOf(face).size(); ++i) {
-    const CheckCode code = CheckPoint(face, i, tolerance);
-    if (code != CheckCode::None) return code;
-  }
-  if (face.plane.normal == DVec3() || WrittenPointsHaveNoNormal(face)) return CheckCode::NoNormal;
-  return CheckCode::None;
+  return Check(face, tolerance, false);
+}
+
+CheckCode ShapeCheck(const Face& face, double tolerance) {
+  return Check(face, tolerance, true);
 }
 
 bool IsPointInsideBrush(const Brush& brush, const DVec3& point) {

@@ -31,6 +31,8 @@ const char* CheckName(CheckCode code);
 void CheckFace(const Face& face, Reporter& reporter);
 // The first thing that is wrong with it; `tolerance` is that of points off the plane, in units.
 CheckCode FaceCheck(const Face& face, double tolerance);
+// The same, wherever the face lies.
+CheckCode ShapeCheck(const Face& face, double tolerance);
 
 // To within ON_EPSILON.
 bool IsPointInsideBrush(const Brush& brush, const DVec3& point);

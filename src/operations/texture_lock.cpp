@@ -58,15 +58,11 @@ DVec3 Middle(const winding& w) {
   return sum * (1.0 / w.numpoints);
 }
 
-bool HasNormal(const Plane& plane) {
-  return std::isfinite(plane.normal.x + plane.normal.y + plane.normal.z);
-}
-
 }  // namespace
 
 TextureLock::Pin TextureLock::PinOf(const Face& face) {
   Pin pin{};
-  pin.isValid = face.HasShape() && HasNormal(face.plane);
+  pin.isValid = face.HasShape() && face.plane.HasNormal();
   if (!pin.isValid) return pin;
   // Straight above the axes of the projection lie directions of the plane itself.
   const Projection projection(face);
@@ -119,7 +115,7 @@ void TextureLock::Apply(entity& e, const std::function<DVec3(const DVec3&)>& mov
   const auto hold = [&](auto& self, entity& part) -> void {
     for (int i = 0; i < part.brush.getNumFaces(); ++i, ++pin) {
       Face& face = part.brush.face(i);
-      if (!pin->isValid || !HasNormal(face.plane)) continue;
+      if (!pin->isValid || !face.plane.HasNormal()) continue;
       Hold(face, *pin, {move(pin->at), move(pin->at + pin->u), move(pin->at + pin->v)});
       UpdateFromWinding(face);
     }
@@ -131,7 +127,7 @@ void TextureLock::Apply(entity& e, const std::function<DVec3(const DVec3&)>& mov
 void ShiftTextures(entity& e, const DVec3& by) {
   for (int i = 0; i < e.brush.getNumFaces(); ++i) {
     Face& face = e.brush.face(i);
-    if (!HasNormal(face.plane)) continue;
+    if (!face.plane.HasNormal()) continue;
     const Projection projection(face);
     face.xoff = static_cast<float>(face.xoff - projection.S(by));
     face.yoff = static_cast<float>(face.yoff - projection.T(by));

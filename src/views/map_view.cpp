@@ -53,6 +53,7 @@ MapView::MapView(Map& map_, ViewHost& host, ViewList& list, const Options& optio
       list_(list),
       options_(options),
       tool_(tool) {
+  ReachTo(map.GetBounds());
   list_.Add(*this);
   map.AddObserver(*this);
 }
@@ -81,7 +82,9 @@ void MapView::ShowCaption() {
 
 void MapView::OnChange(const MapChange& change) {
   ShowCaption();
+  const bool hasGrown = ReachTo(change.everything ? map.GetBounds() : change.box);
   if (change.everything) return Refresh();
+  if (hasGrown) UpdateScrollBars();
   if (mapmode == MapMode::Heights && Heights() != std::pair(heightlo, heighthi)) return Repaint();
   const PaintRules rules{transform, DrawFlags(),
                          [this](std::string_view text) { return host_.MeasureLabel(text); }};

@@ -26,14 +26,15 @@ enum class Arrangement { Quarters, XYLarge, ThreeDLarge };
 // The three texts of the status bar.
 enum class ViewText { Message, Coordinates, ZoomAndGrid };
 
-inline constexpr int WORLD_LIMIT = 10000;  // of the origins, world units
+// Of the origins, world units; a map that reaches further has its own, up to the other.
+inline constexpr int WORLD_LIMIT = 10000, LARGEST_WORLD_LIMIT = static_cast<int>(WORLD_REACH);
 inline constexpr int NO_PAN = -10000;
 inline constexpr std::uint8_t MIN_GRID = 1, MAX_GRID = 12;  // exponents: 2 .. 4096 units
 
 struct ScrollBar {
-  static constexpr int RANGE = 2 * WORLD_LIMIT;
   int page = 0;      // world units
-  int position = 0;  // 0 .. RANGE
+  int position = 0;  // 0 .. range
+  int range = 2 * WORLD_LIMIT;
 
   friend bool operator==(const ScrollBar&, const ScrollBar&) = default;
 };
@@ -116,7 +117,7 @@ class MapView : public MapObserver {
   void CentreOn(const Vec3& point);
   // Nothing happens unless the box has an extent on all three axes.
   void ZoomTo(const Bounds& box);
-  // Both keep what is in the middle. Down to 1/64 unit a pixel, up to 10000 units across.
+  // Both keep what is in the middle. Down to 1/64 unit a pixel, up to WorldLimit() units across.
   void ZoomIn();
   void ZoomOut();
   // Keeps what is at that pixel.
@@ -135,7 +136,8 @@ class MapView : public MapObserver {
   void ToggleGridAndSnap();
   void SetMapMode(MapMode mode);
 
-  // --- scrolling and panning; the origins never leave -10000 .. 10000
+  // --- scrolling and panning; the origins never leave -WorldLimit() .. WorldLimit()
+  int WorldLimit() const { return worldLimit_; }
   void ScrollBy(double u, double v);  // world units
   void ScrollToThumb(bool vertical, int position);
   void ScrollLines(bool vertical, int lines);  // 10 pixels each
@@ -176,6 +178,7 @@ class MapView : public MapObserver {
   double ExtentU() const;  // of the drawing area, world units
   double ExtentV() const;  // negative, as the scale is
   void SetOrigin(double u, double v);
+  bool ReachTo(const Bounds& box);
   void ScaleBy(double factor);
   bool MayScaleBy(double factor) const;
   void WrapCursor(Pixel cursor);
@@ -196,7 +199,8 @@ class MapView : public MapObserver {
   Tool* const& tool_;
   std::string caption_;          // as the window was told last
   std::optional<Pixel> cursor_;  // while it is over the drawing area
-  int zoomPresses_ = 0;          // buttons whose press was a zoom: their releases are swallowed
+  int worldLimit_ = WORLD_LIMIT;
+  int zoomPresses_ = 0;  // buttons whose press was a zoom: their releases are swallowed
 };
 
 // Round half up to a multiple of 2^exponent; below 0 too, so that steps are equally long.

@@ -9,7 +9,6 @@ namespace ferrowand {
 namespace {
 
 constexpr double MIN_SCALE = 0.015625;   // world units a pixel
-constexpr double MAX_EXTENT = 10000;     // world units across a view
 constexpr double FIT_SCALE = 0.0625;     // where zooming to a box starts
 constexpr double MAX_FIT_SCALE = 65536;  // more than the world on one pixel
 constexpr int FIT_BORDER = 20;           // pixels
@@ -19,14 +18,13 @@ constexpr int RESIZE_FACTOR = 4;
 constexpr int WRAP_MARGIN = 5;         // pixels from the frame's left, top and bottom
 constexpr int RIGHT_WRAP_MARGIN = 20;  // pixels
 
-std::int16_t LimitOrigin(double world) {
-  return static_cast<std::int16_t>(
-      RoundToInt(std::clamp<double>(world, -WORLD_LIMIT, WORLD_LIMIT)));
+std::int16_t LimitOrigin(double world, int limit) {
+  return static_cast<std::int16_t>(RoundToInt(std::clamp<double>(world, -limit, limit)));
 }
 
-ScrollBar BarOf(double extent, int origin) {
-  const int position = extent < 0 ? WORLD_LIMIT - origin : WORLD_LIMIT + origin;
-  return {static_cast<int>(std::abs(extent)), position};
+ScrollBar BarOf(double extent, int origin, int limit) {
+  const int position = extent < 0 ? limit - origin : limit + origin;
+  return {static_cast<int>(std::abs(extent)), position, 2 * limit};
 }
 
 // The smallest power of two from 1/16 up that shows `extent` units on that many pixels.
@@ -44,12 +42,12 @@ double AtLeastAUnit(double movement) {
 
 // How far an origin must step, by whole pixels, so that origin .. origin + extent lies in the
 // world. Where a pixel is less than a unit the steps are units: the origins are whole.
-double StepsIntoWorld(double origin, double extent, double scale) {
+double StepsIntoWorld(double origin, double extent, double scale, int limit) {
   const double low = std::min(origin, origin + extent);
   const double high = std::max(origin, origin + extent);
   const double step = std::max(std::abs(scale), 1.0);
-  if (low < -WORLD_LIMIT) return std::ceil((-WORLD_LIMIT - low) / step) * step;
-  if (high > WORLD_LIMIT) return -std::ceil((high - WORLD_LIMIT) / step) * step;
+  if (low < -limit) return std::ceil((-limit - low) / step) * step;
+  if (high > limit) return -std::ceil((high - limit) / step) * step;
   return 0;
 }
 
@@ -71,8 +69,21 @@ double MapView::ExtentV() const {
 }
 
 void MapView::SetOrigin(double u, double v) {
-  transform.originu = LimitOrigin(u);
-  transform.originv = LimitOrigin(v);
+  transform.originu = LimitOrigin(u, worldLimit_);
+  transform.originv = LimitOrigin(v, worldLimit_);
+}
+
+// What was within reach once stays so: what is taken away may come back. True when it has grown.
+bool MapView::ReachTo(const Bounds& box) {
+  if (box.IsEmpty()) return false;
+  float farthest = 0;
+  for (int axis = 0; axis < 3; ++axis) {
+    farthest = std::max({farthest, std::fabs(box.mins[axis]), std::fabs(box.maxs[axis])});
+  }
+  const int limit = RoundToInt(std::min<double>(std::ceil(farthest), LARGEST_WORLD_LIMIT));
+  const bool grows = limit > worldLimit_;
+  worldLimit_ = std::max(limit, worldLimit_);
+  return grows;
 }
 
 void MapView::ScaleBy(double factor) {
@@ -82,14 +93,15 @@ void MapView::ScaleBy(double factor) {
 
 bool MapView::MayScaleBy(double factor) const {
   if (factor > 1) {
-    return std::abs(ExtentU() * factor) < MAX_EXTENT && std::abs(ExtentV() * factor) < MAX_EXTENT;
+    return std::abs(ExtentU() * factor) < worldLimit_ && std::abs(ExtentV() * factor) < worldLimit_;
   }
   return std::abs(transform.scaleu * factor) >= MIN_SCALE &&
          std::abs(transform.scalev * factor) >= MIN_SCALE;
 }
 
 void MapView::UpdateScrollBars() {
-  host_.SetScrollBars(BarOf(ExtentU(), transform.originu), BarOf(ExtentV(), transform.originv));
+  host_.SetScrollBars(BarOf(ExtentU(), transform.originu, worldLimit_),
+                      BarOf(ExtentV(), transform.originv, worldLimit_));
 }
 
 void MapView::CentreOn(const Vec3& point) {
@@ -169,7 +181,7 @@ void MapView::ScrollBy(double u, double v) {
 
 void MapView::ScrollToThumb(bool vertical, int position) {
   const float scale = vertical ? transform.scalev : transform.scaleu;
-  const int origin = scale < 0 ? WORLD_LIMIT - position : position - WORLD_LIMIT;
+  const int origin = scale < 0 ? worldLimit_ - position : position - worldLimit_;
   ScrollBy(vertical ? 0 : origin - transform.originu, vertical ? origin - transform.originv : 0);
 }
 
@@ -211,12 +223,15 @@ void MapView::WrapCursor(Pixel cursor) {
 }
 
 void MapView::OnResize() {
-  while (std::abs(ExtentU() * RESIZE_FACTOR) >= MAX_EXTENT ||
-         std::abs(ExtentV() * RESIZE_FACTOR) >= MAX_EXTENT) {
+  while (std::abs(ExtentU() * RESIZE_FACTOR) >= worldLimit_ ||
+         std::abs(ExtentV() * RESIZE_FACTOR) >= worldLimit_) {
     ScaleBy(0.5);
   }
-  SetOrigin(transform.originu + StepsIntoWorld(transform.originu, ExtentU(), transform.scaleu),
-            transform.originv + StepsIntoWorld(transform.originv, ExtentV(), transform.scalev));
+  const auto into = [this](double origin, double extent, double scale) {
+    return origin + StepsIntoWorld(origin, extent, scale, worldLimit_);
+  };
+  SetOrigin(into(transform.originu, ExtentU(), transform.scaleu),
+            into(transform.originv, ExtentV(), transform.scalev));
   Refresh();
 }
 

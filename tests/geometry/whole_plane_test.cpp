@@ -84,7 +84,7 @@ TEST(WholePlaneTest, BetweenWholeUnitsTheNearestPlaneIsFound) {
   } cases[] = {
       {{{0, 0, 1}, 15.3}, 0.3, 0.3},
       {{{-1, 0, 0}, 7.5}, 0.5, 0.5},
-      // Nothing but a tilt brings whole points near: a plane as good as untilted ones of 64 units.
+      // Nothing but a tilt brings whole points near.
       {{{half, half, 0}, 10.3}, 0.001, 0.1},
       {{{half, 0, -half}, 900.1}, 0.001, 0.1},
   };

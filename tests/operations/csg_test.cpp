@@ -186,13 +186,13 @@ TEST_F(CsgTest, ACutterThroughTheTargetLeavesAPieceAFaceAsItsChildren) {
 }
 
 TEST_F(CsgTest, CutsReachTheBoundsOfTheWorld) {
-  Open(Block("target", -8192, -8192, -8192, 8192, 8192, 8192) +
-       Block("cutter", 8000, 8000, 8000, 8192, 8192, 8192));
+  Open(Block("target", -32767, -32767, -32767, 32767, 32767, 32767) +
+       Block("cutter", 32567, 32567, 32567, 32767, 32767, 32767));
   Subtract({"cutter"});
   const entity& target = Get("target");
   ASSERT_EQ(target.getEntityList().size(), 3u);
   for (const EntityPtr& piece : target.getEntityList()) EXPECT_TRUE(IsOnWholeUnits(piece->brush));
-  EXPECT_DOUBLE_EQ(VolumeBelow(target), std::pow(16384.0, 3) - std::pow(192.0, 3));
+  EXPECT_DOUBLE_EQ(VolumeBelow(target), std::pow(65534.0, 3) - std::pow(200.0, 3));
 }
 
 TEST_F(CsgTest, OnlyWhatOverlapsIsTouched) {

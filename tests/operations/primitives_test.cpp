@@ -102,7 +102,7 @@ TEST_F(PrimitivesTest, WhatCannotBeMadeIsSaidAndNothingIsAdded) {
       {{PrimitiveKind::Column, {{0, 0, 0}, {4, 4, 4}}, 2, 30},
        "The box is too small for this number of sides."},
       {{PrimitiveKind::Cuboid, {{0, 0, 0}, {64, 64, 0.4f}}, 2, 0}, "The box is too small."},
-      {{PrimitiveKind::Cuboid, {{0, 0, 0}, {64, 64, 9000}}, 2, 0},
+      {{PrimitiveKind::Cuboid, {{0, 0, 0}, {64, 64, 33000}}, 2, 0},
        "This would put an object outside the world."},
   };
   const std::string before = ExtendedText(map);

@@ -122,11 +122,11 @@ TEST_F(TransformSelectionTest, WhatWouldNotSurviveIsRefusedAsAWhole) {
       {EditResult::BreaksBrush,
        [](Map& m, Options o) { return ScaleSelection(m, DVec3(1, 1, 0.005), ZERO, o); }},
       {EditResult::OutsideWorld,
-       [](Map& m, Options o) { return MoveSelection(m, Vec3(0, 8190, 0), o); }},
+       [](Map& m, Options o) { return MoveSelection(m, Vec3(0, 32760, 0), o); }},
       {EditResult::OutsideWorld,
        [](Map& m, Options o) { return ScaleSelection(m, DVec3(1e30, 1, 1), ZERO, o); }},
       {EditResult::OutsideWorld,
-       [](Map& m, Options o) { return DuplicateSelection(m, Vec3(9000, 0, 0), o); }},
+       [](Map& m, Options o) { return DuplicateSelection(m, Vec3(33000, 0, 0), o); }},
   };
   Pick({"a", "b", "p"});
   const std::string before = Text();
@@ -229,11 +229,11 @@ TEST_F(TransformSelectionTest, AFactorWithoutEndStillHitsWholeUnits) {
 }
 
 TEST_F(TransformSelectionTest, WhatLiesOutsideTheWorldMayBeBroughtBack) {
-  Open(Point("p", "\"origin\" \"20000 0 0\""));
+  Open(Point("p", "\"origin\" \"40000 0 0\""));
   Pick({"p"});
   EXPECT_EQ(MoveSelection(*map, {-1000, 0, 0}, options), EditResult::Done);
-  EXPECT_EQ(MoveSelection(*map, {-19000, 0, 0}, options), EditResult::Done);
-  EXPECT_EQ(MoveSelection(*map, {19000, 0, 0}, options), EditResult::OutsideWorld);
+  EXPECT_EQ(MoveSelection(*map, {-39000, 0, 0}, options), EditResult::Done);
+  EXPECT_EQ(MoveSelection(*map, {33000, 0, 0}, options), EditResult::OutsideWorld);
 }
 
 // Its round faces have three corners close together, by which rounded they would come back bent.

@@ -59,7 +59,7 @@ testing::AssertionResult IsSolid(const Brush& brush) {
   }
   Bounds bounds;
   for (int i = 0; i < brush.getNumFaces(); ++i) {
-    const CheckCode code = FaceCheck(brush.face(i), ON_EPSILON);
+    const CheckCode code = ShapeCheck(brush.face(i), ON_EPSILON);
     // That its points, once rounded, give no plane is no fault of the solid.
     if (code != CheckCode::None && code != CheckCode::NoNormal) {
       return testing::AssertionFailure() << "face " << i << ": " << CheckName(code);

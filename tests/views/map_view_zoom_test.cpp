@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <functional>
 
 #include "support/cases.h"
@@ -132,6 +133,21 @@ TEST_F(MapViewZoomTest, TheScrollBarsShowWhereTheViewIs) {
   EXPECT_EQ(Origin(), (Pixel{10000, -10000}));
   EXPECT_EQ(host.horizontal.position, 20000);
   EXPECT_EQ(host.vertical.position, 20000);
+}
+
+TEST_F(MapViewZoomTest, WhatReachesFurtherIsSeenAsFarAsOriginsGo) {
+  MapChange change;
+  for (const auto& [reach, limit] :
+       Cases<float, int>{{-20000, 20000}, {99000, 32767}, {0, 32767}}) {
+    change.box = {{std::min(reach, 0.0f), 0, 0}, {std::max(reach, 64.0f), 64, 64}};
+    Place(16, 0, 0);
+    view.OnChange(change);
+    view.ZoomOut();
+    EXPECT_EQ(view.transform.scaleu, 32);
+    EXPECT_EQ(host.horizontal.range, 2 * limit);
+    view.ScrollToThumb(false, 2 * limit);
+    EXPECT_EQ(Origin().x, limit);
+  }
 }
 
 TEST_F(MapViewZoomTest, ScrollingMovesThePictureByWholePixelsUpToTheWorldsEnd) {

@@ -19,7 +19,7 @@ void WriteName(const entity& e, TextWriter& out) {
 }
 
 void WriteBrush(const entity& e, TextWriter& out, Reporter& reporter) {
-  if (e.brush.getNumFaces() == 0) return;
+  if (!e.brush.HasText()) return;
   out.Put("\t{\n");
   e.brush.WriteFaces(out, reporter);
   out.Put("\t}\n");

@@ -267,7 +267,7 @@ void MapWindow::SetScrollBars(const ScrollBar& horizontal, const ScrollBar& vert
     SCROLLINFO info{};
     info.cbSize = sizeof info;
     info.fMask = SIF_RANGE | SIF_PAGE | SIF_POS | SIF_DISABLENOSCROLL;
-    info.nMax = ScrollBar::RANGE;
+    info.nMax = values.range;
     info.nPage = static_cast<UINT>(values.page);
     info.nPos = values.position;
     SetScrollInfo(drawing_, bar, &info, TRUE);

@@ -34,7 +34,7 @@ TEST_F(ReshapeTest, MovedCornersMakeTheFacesTheyNeedOrAreRefused) {
       {"through the opposite side", {top}, {-128, 0, 0}, 0},
       {"onto another corner", {top}, {0, 0, -64}, 0},
       {"a face onto the opposite one", {{0, 0, 64}, {64, 0, 64}, {0, 64, 64}, top}, {0, 0, -64}, 0},
-      {"out of the world", {top}, {9000, 0, 0}, 0},
+      {"out of the world", {top}, {33000, 0, 0}, 0},
   };
   for (const auto& [what, corners, by, faces] : cases) {
     const auto result = MoveCorners(cube.brush, corners, by, small.reporter);
