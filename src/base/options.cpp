@@ -77,6 +77,7 @@ const Setting SETTINGS[] = {
     {"No Texture Captions", &Options::noTextureCaptions},
     {"Texture Lock", &Options::textureLock},
     {"Rotation Step", &Options::rotationStep},
+    {"Undo Memory", &Options::undoMegabytes},
     {"Backups", &Options::backups},
     {"Autosave Minutes", &Options::autosaveMinutes},
 };

@@ -22,6 +22,7 @@ struct Options {
 
   float gammaRed = 1.0f, gammaGreen = 1.0f, gammaBlue = 1.0f;
   std::int32_t undoLevels = 30;
+  std::uint32_t undoMegabytes = 0;  // that the steps of a map may hold; 0 is by the machine
   std::string defaultWad = "quake.wad";
   std::string defaultQc = "ents.qc";
   std::string quakeDirectory = "c:\\quake";

@@ -21,7 +21,8 @@ struct MapChange {
 
   // Keys, class or faces of the object itself. What lies below it has an entry of its own.
   std::vector<const entity*> changed;
-  // What those were, one each: copies that belong to nothing and hold nothing.
+  // What those were: copies that belong to nothing and hold nothing. None of brushes that only went
+  // elsewhere as they are.
   std::vector<const entity*> before;
   // With all that lies below them. What went is still whole, but in no map.
   std::vector<const entity*> came, went;

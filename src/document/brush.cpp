@@ -32,6 +32,18 @@ void TakePlaneFromWinding(Face& face) {
   if (!stands) face.TakePlane();
 }
 
+bool IsSameFace(const Face& a, const Face& b) {
+  const auto isSamePoint = [](const WindingPoint& p, const WindingPoint& q) {
+    return p.Position() == q.Position();
+  };
+  return a.planepts == b.planepts && a.plane.normal == b.plane.normal &&
+         a.plane.dist == b.plane.dist && a.texture == b.texture && a.name == b.name &&
+         a.rotation == b.rotation && a.xoff == b.xoff && a.yoff == b.yoff && a.xscale == b.xscale &&
+         a.yscale == b.yscale && !a.w == !b.w &&
+         (!a.w || std::ranges::equal(std::as_const(*a.w).Points(), std::as_const(*b.w).Points(),
+                                     isSamePoint));
+}
+
 // A point that equals its successor exactly goes, in a winding one smaller.
 void DropRepeatedPoints(WindingPtr& w) {
   const std::span<WindingPoint> points = w->Points();
@@ -234,8 +246,21 @@ void Brush::Translate(const Vec3& by) {
   bounds_.maxs = bounds_.maxs + by;
 }
 
+std::size_t Brush::Bytes() const {
+  std::size_t bytes =
+      sizeof *this + faces_.capacity() * sizeof(Face) + (text_ ? text_->capacity() : 0);
+  for (const Face& face : faces_) {
+    if (face.w) bytes += sizeof(winding) + face.w->Points().size_bytes();
+  }
+  return bytes;
+}
+
 void Brush::ResolveTextures(const WadList& wads) {
   for (Face& face : faces_) face.texture = wads.FindTexture(face.Name());
+}
+
+bool IsSame(const Brush& a, const Brush& b) {
+  return a.Box() == b.Box() && std::ranges::equal(a.Faces(), b.Faces(), IsSameFace);
 }
 
 }  // namespace ferrowand

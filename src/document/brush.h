@@ -74,6 +74,8 @@ class Brush {
   Brush& operator=(Brush&&) = default;
 
   Brush Copy() const;
+  // With all that it holds, about.
+  std::size_t Bytes() const;
 
   // `numfaces` of them, in file order. References hold until a face is added or dropped.
   int getNumFaces() const { return static_cast<int>(faces_.size()); }
@@ -134,6 +136,9 @@ inline void Brush::UpdateBounds() {
     for (const WindingPoint& p : face.w->Points()) bounds_.Add(p.Position());
   }
 }
+
+// To the bit: faces, textures, corners, bounds; not what follows from them.
+bool IsSame(const Brush& a, const Brush& b);
 
 // Drops repeated points and takes the texture coordinates from the winding; the plane as well where
 // the winding has left it, and then, or where they do not carry it, the plane points.

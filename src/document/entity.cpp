@@ -291,6 +291,18 @@ EntityPtr entity::CopyAlone() const {
   return copy;
 }
 
+bool entity::HasSameKeys(const entity& other) const {
+  return class_ == other.class_ && keys_ == other.keys_;
+}
+
+std::size_t entity::Bytes() const {
+  std::size_t bytes = sizeof(entity) + brush.Bytes() - sizeof brush;
+  for (const KeyPair& pair : keys_) {
+    bytes += sizeof pair + pair.name.capacity() + pair.value.capacity();
+  }
+  return bytes;
+}
+
 void entity::SwapContents(entity& other) {
   Touch();
   std::swap(class_, other.class_);

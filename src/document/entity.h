@@ -115,6 +115,10 @@ class entity {
   EntityPtr Copy() const;
   // To the letter, but without what lies below.
   EntityPtr CopyAlone() const;
+  // To the letter, class included.
+  bool HasSameKeys(const entity& other) const;
+  // Of the object alone, about.
+  std::size_t Bytes() const;
   // What the object itself is changes places: keys, class, brush and what is decoded. The tree
   // stays as it is, and so does what the views keep.
   void SwapContents(entity& other);
@@ -142,6 +146,7 @@ class entity {
   struct KeyPair {
     std::string name;
     std::string value;
+    friend bool operator==(const KeyPair&, const KeyPair&) = default;
   };
 
   void WriteKeysAndFaces(TextWriter& out, const std::vector<KeyPair>& keys,

@@ -1,11 +1,15 @@
 #include "document/undo_step.h"
 
 #include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <optional>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
 
 #include "document/classes/class_set.h"
+#include "document/classes/special_classes.h"
 #include "document/map.h"
 
 namespace ferrowand {
@@ -43,12 +47,64 @@ void RebindTree(entity& e, const Map& map) {
   for (const EntityPtr& child : e.getEntityList()) RebindTree(*child, map);
 }
 
+// What a plain brush is to be moved by to be to the letter what it was; none when it was more than
+// moved, or rounding would leave a trace.
+std::optional<Vec3> WayBack(const entity& is, const entity& was) {
+  const Brush &there = is.brush, &here = was.brush;
+  if (there.getNumFaces() == 0 || there.getNumFaces() != here.getNumFaces()) return std::nullopt;
+  if (is.HasOrigin() || !is.HasSameKeys(was)) return std::nullopt;
+  const Vec3 back = here.Box().mins - there.Box().mins;
+  for (int axis = 0; axis < 3; ++axis) {
+    if (back[axis] != std::round(back[axis])) return std::nullopt;
+  }
+  if (back == Vec3()) return std::nullopt;
+  Brush brush = there.Copy();
+  brush.Translate(back);
+  if (!IsSame(brush, here)) return std::nullopt;
+  brush.Translate(-back);
+  return IsSame(brush, there) ? std::optional(back) : std::nullopt;
+}
+
 }  // namespace
 
 UndoStep::UndoStep(Map& map) : map_(&map), otherLayer_(map.currentLayer()) {}
 
 void UndoStep::Finish() {
   layer_ = map_->currentLayer();
+  std::vector<std::variant<Contents, Shift, Transfer>> records;
+  for (auto& record : records_) {
+    const auto* contents = std::get_if<Contents>(&record);
+    const auto way = contents ? WayBack(*contents->object, *contents->other) : std::nullopt;
+    if (!way) {
+      records.push_back(std::move(record));
+      continue;
+    }
+    auto* last = records.empty() ? nullptr : std::get_if<Shift>(&records.back());
+    if (!last || last->back != *way) {
+      last = &std::get<Shift>(records.emplace_back(std::in_place_type<Shift>));
+      last->back = *way;
+    }
+    last->objects.push_back(contents->object);
+  }
+  records_ = std::move(records);
+}
+
+std::uint64_t UndoStep::Bytes() const {
+  std::uint64_t bytes = records_.size() * sizeof(records_.front());
+  for (const auto& record : records_) {
+    if (const auto* contents = std::get_if<Contents>(&record)) {
+      bytes += contents->other->Bytes();
+    } else if (const auto* shift = std::get_if<Shift>(&record)) {
+      bytes += shift->objects.size() * sizeof(entity*);
+    } else {
+      const auto& transfer = std::get<Transfer>(record);
+      bytes += (transfer.objects.size() + transfer.otherPlaces.size()) * sizeof(entity*);
+      for (const EntityPtr& kept : transfer.kept) {
+        ForEachEntity(*kept, [&](const entity& e) { bytes += e.Bytes(); });
+      }
+    }
+  }
+  return bytes;
 }
 
 void UndoStep::NoteExtent(const entity& e) {
@@ -63,6 +119,8 @@ void UndoStep::NoteExtents() {
   for (const auto& record : records_) {
     if (const auto* contents = std::get_if<Contents>(&record)) {
       NoteExtent(*contents->object);
+    } else if (const auto* shift = std::get_if<Shift>(&record)) {
+      for (const entity* object : shift->objects) NoteExtent(*object);
     } else {
       for (const entity* object : std::get<Transfer>(record).objects) NoteExtent(*object);
     }
@@ -117,6 +175,14 @@ void UndoStep::Exchange(Contents& contents) {
   Rebind(*contents.object, *map_);
 }
 
+void UndoStep::Exchange(Shift& shift) {
+  for (entity* object : shift.objects) {
+    object->brush.Translate(shift.back);
+    object->Touch();
+  }
+  shift.back = -shift.back;
+}
+
 void UndoStep::Exchange(Transfer& transfer) {
   std::vector<EntityPtr> taken = std::move(transfer.kept);
   std::vector<std::size_t> places;
@@ -163,10 +229,14 @@ void UndoStep::Describe(MapChange& change) {
   change.box.Add(std::exchange(extent_, {}));
   change.everything |= std::exchange(worldChanges_, false);
   for (const auto& record : records_) {
-    const auto* contents = std::get_if<Contents>(&record);
-    if (!contents || contents->object->OwningMap() != map_) continue;
-    change.changed.push_back(contents->object);
-    change.before.push_back(contents->other.get());
+    if (const auto* contents = std::get_if<Contents>(&record)) {
+      if (contents->object->OwningMap() != map_) continue;
+      change.changed.push_back(contents->object);
+      change.before.push_back(contents->other.get());
+    } else if (const auto* shift = std::get_if<Shift>(&record)) {
+      std::ranges::copy_if(shift->objects, std::back_inserter(change.changed),
+                           [this](const entity* e) { return e->OwningMap() == map_; });
+    }
   }
   DescribeTransfers(change);
 }

@@ -26,8 +26,11 @@ class UndoStep {
   // none. Those of one parent stay in their order. Costs one walk over each old parent's children.
   void Move(std::span<entity* const> objects, entity* parent);
 
-  // All has been done: if that made another layer the current one, taking it back does so too.
+  // All has been done: if that made another layer the current one, taking it back does so too. Of
+  // plain brushes that only went along whole units the way is kept instead of copies.
   void Finish();
+  // Of what the step keeps, about.
+  std::uint64_t Bytes() const;
 
   // Takes everything back; the next time, does it again. What comes back is bound to the classes
   // and textures that the map uses by now, and what leaves is not selected any more.
@@ -44,6 +47,11 @@ class UndoStep {
     entity* object;
     EntityPtr other;
   };
+  // Brushes that were moved, and the way back.
+  struct Shift {
+    std::vector<entity*> objects;
+    Vec3 back;
+  };
   // Children that stand at `parent`, or are kept where that is null, and their other place.
   struct Transfer {
     entity* parent;
@@ -58,13 +66,14 @@ class UndoStep {
   void NoteExtents();
   void DescribeTransfers(MapChange& change) const;
   void Exchange(Contents& contents);
+  void Exchange(Shift& shift);
   void Exchange(Transfer& transfer);
   void MoveFrom(entity& from, const std::vector<entity*>& objects, entity* to);
 
   Map* map_;
   Bounds extent_;              // of all that was or is to be seen of it
   bool worldChanges_ = false;  // the keys of the map itself
-  std::vector<std::variant<Contents, Transfer>> records_;
+  std::vector<std::variant<Contents, Shift, Transfer>> records_;
   // The current layers on this side of the step and on the other.
   entity* layer_ = nullptr;
   entity* otherLayer_;

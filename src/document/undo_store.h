@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <limits>
 #include <optional>
 
 #include "document/undo_step.h"
@@ -19,16 +20,20 @@ class UndoStore {
   // `levels` is how many steps are kept; at least 1.
   explicit UndoStore(std::size_t levels) : levels_(levels > 0 ? levels : 1) {}
 
-  // The option changed: the oldest steps beyond it go.
+  // The options changed: the oldest steps beyond them go. The newest step is kept whatever it
+  // holds; at first there is no budget.
   void SetLevels(std::size_t levels);
+  void SetBudget(std::uint64_t bytes);
 
-  // A step that has been done. When there are too many the oldest is dropped with what it holds,
-  // and what could be redone cannot be any more.
+  // A step that has been done. When they are too many or hold too much, the oldest are dropped with
+  // what they hold, and what could be redone cannot be any more.
   void Push(UndoStep step);
 
   bool CanUndo() const { return !steps_.empty(); }
   bool CanRedo() const { return redo_.has_value(); }
   std::size_t StepCount() const { return steps_.size(); }
+  // What the steps that can be taken back hold, in bytes.
+  std::uint64_t Bytes() const { return bytes_; }
   StateId State() const { return state_; }
   // Both announce what comes and goes.
   void Undo();
@@ -42,11 +47,17 @@ class UndoStore {
   struct Done {
     UndoStep step;
     StateId before, after;
+    std::uint64_t bytes = 0;
   };
 
   void Append(Done done);
+  // The newest step is as it will be kept: it counts.
+  void Weigh();
+  void KeepWithin();
 
   std::size_t levels_;
+  std::uint64_t budget_ = std::numeric_limits<std::uint64_t>::max();
+  std::uint64_t bytes_ = 0;
   std::deque<Done> steps_;
   std::optional<Done> redo_;
   StateId state_ = 0, newest_ = 0;

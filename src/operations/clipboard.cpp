@@ -13,6 +13,7 @@
 #include "document/map.h"
 #include "document/picking.h"
 #include "document/read_log.h"
+#include "operations/blocks.h"
 #include "operations/groups.h"
 #include "operations/insert.h"
 #include "operations/new_entity.h"
@@ -41,16 +42,16 @@ EntityPtr TakeWorldAsObject(Map& read) {
   return object;
 }
 
-std::vector<EntityPtr> TakeOutOfLayers(Map& read) {
-  std::vector<EntityPtr> objects;
-  for (EntityPtr& child : read.TakeChildren()) {
-    if (child->getClass()->Kind() != EntityKind::Layer) {
+// Out of layers, and out of a second world.
+void TakeObjects(entity& holder, std::vector<EntityPtr>& objects) {
+  for (EntityPtr& child : holder.TakeChildren()) {
+    const EntityClass& own = *child->getClass();
+    if (own.Kind() == EntityKind::Layer || IsWorldspawn(own.classname)) {
+      TakeObjects(*child, objects);
+    } else {
       objects.push_back(std::move(child));
-      continue;
     }
-    for (EntityPtr& object : child->TakeChildren()) objects.push_back(std::move(object));
   }
-  return objects;
 }
 
 std::vector<EntityPtr> ReadObjects(const Map& map, TextReader& reader) {
@@ -63,8 +64,9 @@ std::vector<EntityPtr> ReadObjects(const Map& map, TextReader& reader) {
   } while (read.readProgress() != 0);
 
   EntityPtr world = TakeWorldAsObject(read);
-  std::vector<EntityPtr> objects;
-  for (EntityPtr& object : TakeOutOfLayers(read)) {
+  std::vector<EntityPtr> found, objects;
+  TakeObjects(read, found);
+  for (EntityPtr& object : found) {
     const bool isPart = world && world->IsOwnBlock() && object->brush.getNumFaces() > 0;
     if (isPart) {
       world->AddChild(std::move(object));
@@ -116,7 +118,9 @@ EditResult PasteText(Map& map, std::string_view text) {
   std::vector<entity*> added;
   added.reserve(objects.size());
   EditStep step(map);
-  for (EntityPtr& object : objects) added.push_back(&step.Add(std::move(object), map));
+  for (EntityPtr& object : objects) {
+    added.push_back(&AddTo(step, std::move(object), map.NewParent()));
+  }
   Select(map, added, false);
   return result;
 }
@@ -128,10 +132,10 @@ EditResult InsertGroup(Map& map, const std::string& filename) {
   std::vector<EntityPtr> objects = ReadObjects(map, reader);
   const EditResult result = CheckObjects(objects, map.NewParent(), 1);
   if (result != EditResult::Done) return result;
+  EntityPtr group = NewGroup(map, SplitPath(filename).base);
+  for (EntityPtr& object : objects) group->AddChild(std::move(object));
   EditStep step(map);
-  entity& group = step.Add(NewGroup(map, SplitPath(filename).base), map);
-  for (EntityPtr& object : objects) step.Add(std::move(object), group);
-  Select(map, &group, false);
+  Select(map, &AddTo(step, std::move(group), map.NewParent()), false);
   return result;
 }
 

@@ -21,6 +21,10 @@ const char* Reason(EditResult result) {
       return "The groups would be nested too deep";
     case EditResult::NotAGroup:
       return "Select one group first";
+    case EditResult::NoBrushes:
+      return "There would be no brush in it";
+    case EditResult::SecondWorld:
+      return "A map has one worldspawn";
     case EditResult::LastLayer:
       return "A map needs a layer";
     case EditResult::NotAMap:

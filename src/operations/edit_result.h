@@ -13,6 +13,8 @@ enum class EditResult {
   TooMany,
   TooDeep,  // groups within groups
   NotAGroup,
+  NoBrushes,    // what would be a brush entity holds none
+  SecondWorld,  // a map has one worldspawn
   LastLayer,
   NotAMap,     // the text holds no objects
   CannotOpen,  // the file

@@ -4,6 +4,7 @@
 #include "document/edit_step.h"
 #include "document/map.h"
 #include "document/picking.h"
+#include "operations/blocks.h"
 #include "operations/new_entity.h"
 
 namespace ferrowand {
@@ -11,6 +12,17 @@ namespace {
 
 constexpr const char* GROUP_KEY = "groupFather";
 
+EditResult Settle(EditStep& step, entity& group) {
+  entity* const one = &group;
+  if (!SettleBlocks(step, {&one, 1})) {
+    step.Cancel();
+    return EditResult::NoBrushes;
+  }
+  Select(step.map(), &group, false);
+  return EditResult::Done;
+}
+
+// Lights and doors among them end beside an entity that is to hold brushes.
 EditResult GatherIn(Map& map, EntityPtr group, const std::vector<entity*>& roots) {
   entity& parent = *roots.front()->Parent();
   const std::vector<const entity*> members(roots.begin(), roots.end());
@@ -18,8 +30,7 @@ EditResult GatherIn(Map& map, EntityPtr group, const std::vector<entity*>& roots
   EditStep step(map);
   entity& added = step.Add(std::move(group), parent);
   MoveObjects(step, roots, added);
-  Select(map, &added, false);
-  return EditResult::Done;
+  return Settle(step, added);
 }
 
 }  // namespace
@@ -42,6 +53,7 @@ EditResult GroupSelection(Map& map) {
 }
 
 EditResult GroupSelectionAs(Map& map, const EntityClass& entityClass) {
+  if (IsWorldspawn(entityClass.classname)) return EditResult::SecondWorld;
   const std::vector<entity*> roots = SelectedRoots(map);
   if (roots.empty()) return EditResult::NothingSelected;
   entity& first = *roots.front();
@@ -56,7 +68,7 @@ EditResult GroupSelectionAs(Map& map, const EntityClass& entityClass) {
     if (first.KeyName(i) == GROUP_KEY) first.RemoveKey(i);
   }
   if (entityClass.hasTilde) first.SetFlags(entityClass.tildeValue);
-  return EditResult::Done;
+  return Settle(step, first);
 }
 
 EditResult UngroupSelection(Map& map) {

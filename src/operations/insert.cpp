@@ -8,6 +8,7 @@
 #include "document/edit_step.h"
 #include "document/map.h"
 #include "document/picking.h"
+#include "operations/blocks.h"
 #include "operations/new_entity.h"
 
 namespace ferrowand {
@@ -22,7 +23,9 @@ EditResult ChangeKeysOfSelection(Map& map, const Change& change) {
     step.ChangeKeys(*root);
     change(*root);
   }
-  return EditResult::Done;
+  if (SettleBlocks(step, roots)) return EditResult::Done;
+  step.Cancel();
+  return EditResult::NoBrushes;
 }
 
 }  // namespace
@@ -40,6 +43,7 @@ EditResult InsertCopy(Map& map, const entity& prototype, const Vec3& at) {
 
 EditResult SetKeyOfSelection(Map& map, std::string_view name, std::string_view value) {
   const std::string fitName = FitForKey(name), fitValue = FitForKey(value);
+  if (EqualNoCase(fitName, "classname") && IsWorldspawn(fitValue)) return EditResult::SecondWorld;
   return ChangeKeysOfSelection(map, [&](entity& e) { e.SetKey(fitName, fitValue); });
 }
 
@@ -52,6 +56,7 @@ EditResult RemoveKeyOfSelection(Map& map, std::string_view name) {
 }
 
 EditResult SetClassOfSelection(Map& map, const EntityClass& entityClass) {
+  if (IsWorldspawn(entityClass.classname)) return EditResult::SecondWorld;
   return ChangeKeysOfSelection(map, [&](entity& e) {
     e.SetKey("classname", entityClass.classname);
     if (entityClass.hasTilde) e.SetFlags(entityClass.tildeValue);

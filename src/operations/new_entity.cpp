@@ -9,6 +9,7 @@
 #include "document/edit_step.h"
 #include "document/map.h"
 #include "document/picking.h"
+#include "operations/blocks.h"
 
 namespace ferrowand {
 namespace {
@@ -50,11 +51,19 @@ EntityPtr NewEntity(const Map& map, std::string_view classname) {
   return e;
 }
 
+entity& AddTo(EditStep& step, EntityPtr e, entity& parent) {
+  entity& home = HomeFor(parent, *e);
+  entity& added = *home.InsertChild(std::move(e), home.getEntityList().size());
+  step.Added(added);
+  return added;
+}
+
 EditResult AddAndSelect(Map& map, EntityPtr e, const Vec3& at) {
+  if (IsWorldspawn(e->getClass()->classname)) return EditResult::SecondWorld;
   if (!MayAddTo(map.NewParent())) return EditResult::Declined;
   e->SetOrigin(at);
   EditStep step(map);
-  entity& added = step.Add(std::move(e), map);
+  entity& added = AddTo(step, std::move(e), map.NewParent());
   Select(map, &added, false);
   return EditResult::Done;
 }

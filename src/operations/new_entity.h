@@ -16,6 +16,9 @@ class EditStep;
 // Of the class that the map knows by that name, with the flags that it fixes. In no map yet.
 EntityPtr NewEntity(const Map& map, std::string_view classname);
 
+// At the parent's end, or where else the object may stand (HomeFor).
+entity& AddTo(EditStep& step, EntityPtr e, entity& parent);
+
 // A new object becomes a part of the map there, and is what is selected.
 EditResult AddAndSelect(Map& map, EntityPtr e, const Vec3& at);
 

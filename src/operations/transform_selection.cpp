@@ -47,6 +47,12 @@ std::array<double, 2> CosSin(double degrees) {
   return {std::cos(radians), std::sin(radians)};
 }
 
+// The group that leads takes copies, of itself aside.
+entity& ParentForCopy(const Map& map, const entity& original) {
+  entity* const leading = map.leadingGroup();
+  return leading && !leading->IsWithin(original) ? *leading : *original.Parent();
+}
+
 int CountObjects(const entity& e) {
   int count = 1;
   for (const EntityPtr& child : e.getEntityList()) count += CountObjects(*child);
@@ -132,9 +138,13 @@ EditResult DuplicateSelection(Map& map, const MultiDuplicate& how,
 
   if (map.leadingGroup() && !MayAddTo(*map.leadingGroup())) return EditResult::Declined;
 
+  // All of them before the first is in the map: it may come to lie within what is copied.
+  struct NewCopy {
+    EntityPtr e;
+    entity* parent;
+  };
   const DVec3 middle = MiddleOfSelection(map);
-  std::vector<entity*> copies;
-  EditStep step(map);
+  std::vector<NewCopy> copies;
   for (int i = 1; i <= how.count; ++i) {
     const Transformation turn(TurnMatrix(how.turn * i), middle);
     const Transformation move(how.offset * static_cast<float>(i));
@@ -142,15 +152,15 @@ EditResult DuplicateSelection(Map& map, const MultiDuplicate& how,
       EntityPtr copy = root->Copy();
       EditResult result = TransformObject(*copy, turn, options.textureLock);
       if (result == EditResult::Done) result = TransformObject(*copy, move, options.textureLock);
-      if (result != EditResult::Done) {
-        step.Cancel();
-        return result;
-      }
-      entity& parent = map.leadingGroup() ? *map.leadingGroup() : *root->Parent();
-      copies.push_back(&step.Add(std::move(copy), parent));
+      if (result != EditResult::Done) return result;
+      copies.push_back({std::move(copy), &ParentForCopy(map, *root)});
     }
   }
-  if (!copies.empty()) Select(map, copies, false);
+  if (copies.empty()) return EditResult::Done;
+  std::vector<entity*> added;
+  EditStep step(map);
+  for (NewCopy& copy : copies) added.push_back(&AddTo(step, std::move(copy.e), *copy.parent));
+  Select(map, added, false);
   return EditResult::Done;
 }
 

@@ -20,6 +20,8 @@ std::string UserDataDirectory();
 std::optional<std::string> FindOnSystemPath(const std::string& fileName);
 
 std::uint64_t PhysicalMemoryBytes();
+// What this process may have at most: its addresses or the machine's memory, whichever is less.
+std::uint64_t ProcessMemoryBytes();
 
 // Names (without directory) of the files in `directory` whose name ends in `extension` (with its
 // full stop, any case), in ascending order without regard to case.

@@ -66,6 +66,39 @@ TEST_F(UndoStoreTest, TheOldestStepsGoWhenThereAreTooMany) {
   EXPECT_EQ(map.undo.StepCount(), 1u);
 }
 
+TEST_F(UndoStoreTest, AMoveIsKeptAsItsWayAndOldStepsGoBeyondTheBudget) {
+  const auto read = ReadText("{\"classname\" \"worldspawn\"" + Cuboid(0, 0, 0, 64, 64, 64) +
+                             Cuboid(1, 2, 3, 4, 5, 6) + "}");
+  UndoStore& undo = read->undo;
+  const auto& brushes = read->currentLayer()->getEntityList();
+  const auto move = [&](const Vec3& by) {
+    EditStep step(*read);
+    for (const EntityPtr& e : brushes) {
+      step.Change(*e);
+      e->brush.Translate(by);
+    }
+  };
+  const std::string before = ExtendedText(*read);
+  move({8, 0, -8});
+  EXPECT_LT(undo.Bytes(), 200u);
+  const std::string after = ExtendedText(*read);
+  for (int i = 0; i < 2; ++i) {
+    undo.Undo();
+    EXPECT_EQ(ExtendedText(*read), before);
+    EXPECT_EQ(undo.Bytes(), 0u);
+    undo.Redo();
+    EXPECT_EQ(ExtendedText(*read), after);
+  }
+  move({0.5f, 0, 0});
+  const std::uint64_t copies = undo.Bytes();
+  EXPECT_GT(copies, 1000u);
+  undo.SetBudget(2 * copies);
+  for (int i = 0; i < 5; ++i) move({0.5f, 0, 0});
+  EXPECT_EQ(undo.StepCount(), 2u);
+  undo.SetBudget(0);
+  EXPECT_EQ(undo.StepCount(), 1u) << "the newest, whatever it holds";
+}
+
 TEST_F(UndoStoreTest, ANewStepLeavesNothingToRedo) {
   Add("a");
   Add("b");

@@ -202,7 +202,11 @@ const std::vector<R::Command> R::COMMANDS = {
     {"lead", [](R& r) { SetAsLeading(r.map_); }, false},
     {"hide", [](R& r) { HideSelection(r.map_); }},
     {"show", [](R& r) { ShowHidden(r.map_); }},
-    {"insert", [](R& r) { InsertEntity(r.map_, r.map_.classSet->FindClass("light"), r.by_); }},
+    {"insert",
+     [](R& r) {
+       const char* const classes[] = {"light", "worldspawn", "light", "func_door"};
+       InsertEntity(r.map_, r.map_.classSet->FindClass(classes[r.few_]), r.by_);
+     }},
     {"insert copy",
      [](R& r) {
        if (!r.map_.selection.empty()) InsertCopy(r.map_, *r.map_.selection.front(), r.by_);
@@ -279,6 +283,7 @@ class RandomCommandsTest : public DocumentTest {
       const std::size_t steps = map->undo.StepCount();
       if (every < 100 || i % 25 == 0) {
         ASSERT_TRUE(IsConsistent(*map)) << i << ": " << done;
+        ASSERT_TRUE(IsPlayable(*map)) << i << ": " << done;
       }
       if (static_cast<int>(steps) % every == 0 && texts.try_emplace(steps, text()).second)
         ExpectSound(*map, i);

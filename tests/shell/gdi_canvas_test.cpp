@@ -46,7 +46,9 @@ TEST(GdiCanvasTest, EveryFigureHasItsOwnPenAndFill) {
     canvas.Rectangle(other, std::nullopt, {0, 0, 5, 5});  // what was used before does not stay
     draw();
     EXPECT_EQ(GetPixel(buffer.Dc(), edge.x, edge.y), RGB(200, 0, 0)) << what;
-    if (isFilled) EXPECT_EQ(GetPixel(buffer.Dc(), 20, 25), RGB(0, 200, 0)) << what;
+    if (isFilled) {
+      EXPECT_EQ(GetPixel(buffer.Dc(), 20, 25), RGB(0, 200, 0)) << what;
+    }
     EXPECT_EQ(GetPixel(buffer.Dc(), 33, 33), RGB(0, 0, 0)) << what;
   }
 }

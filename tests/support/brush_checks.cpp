@@ -9,6 +9,7 @@
 
 #include "geometry/convex_hull.h"
 #include "geometry/tolerance.h"
+#include "geometry/whole_plane.h"
 #include "operations/face_check.h"
 
 namespace ferrowand {
@@ -65,7 +66,8 @@ testing::AssertionResult IsSolid(const Brush& brush) {
       return testing::AssertionFailure() << "face " << i << ": " << CheckName(code);
     }
     for (const WindingPoint& p : PointsOf(brush.face(i))) bounds.Add(p.Position());
-    if (brush.face(i).HasWholePoints()) continue;  // which may lie far from it
+    // Which may lie far from it, and beside it where a save will weigh them against others.
+    if (AreWhole(brush.face(i).planepts)) continue;
     for (const Vec3& p : brush.face(i).planepts) {
       if (std::fabs(brush.face(i).plane.DistanceTo(DVec3(p))) > ON_EPSILON) {
         return testing::AssertionFailure() << "face " << i << ": plane points beside the plane";

@@ -1,10 +1,12 @@
 #include "support/document_checks.h"
 
 #include <set>
+#include <sstream>
 #include <string>
 
 #include "base/number_text.h"
 #include "base/path_text.h"
+#include "base/text_writer.h"
 #include "document/classes/class_set.h"
 #include "document/classes/special_classes.h"
 #include "document/picking.h"
@@ -70,6 +72,61 @@ std::string FaultOfPointers(const Map& map) {
   return "";
 }
 
+struct Count {
+  int blocks = 0, worlds = 0, brushes = 0;
+  friend bool operator==(const Count&, const Count&) = default;
+};
+
+void CountTree(const entity& e, Count& count);
+
+void CountShape(const entity& e, Count& count) {
+  count.brushes += e.brush.getNumFaces() > 0;
+  for (const EntityPtr& child : e.getEntityList()) CountTree(*child, count);
+}
+
+void CountTree(const entity& e, Count& count) {
+  switch (e.getClass()->Kind()) {
+    case EntityKind::TemplateClass:
+      return;
+    case EntityKind::TemplateInstance:
+      if (const entity* shape = ExpandInstance(e)) CountShape(*shape, count);
+      return;
+    default:
+      count.blocks += e.IsOwnBlock();
+      CountShape(e, count);
+  }
+}
+
+// Line by line, as our own text is: the least that a strict reader takes.
+std::string ReadStrictly(const std::string& text, Count& count) {
+  std::istringstream in(text);
+  std::string line;
+  int depth = 0, faces = 0;
+  for (int number = 1; std::getline(in, line); ++number) {
+    line.erase(0, line.find_first_not_of('\t'));
+    const std::string where = " in line " + std::to_string(number);
+    if (line.empty() || line.starts_with("//")) continue;
+    if (line == "{") {
+      if (++depth > 2) return "a block within a block" + where;
+      if (depth == 1) ++count.blocks;
+      if (depth == 2) faces = 0;
+    } else if (line == "}") {
+      if (depth == 2 && faces < 4) return "an open brush" + where;
+      if (depth == 2) ++count.brushes;
+      if (--depth < 0) return "a brace too many" + where;
+    } else if (line.starts_with("( ") && depth == 2) {
+      ++faces;
+    } else if (line.starts_with('"') && depth == 1) {
+      const bool isWorld = line == "\"classname\" \"worldspawn\"";
+      if (isWorld && count.blocks > 1) return "a second world" + where;
+      count.worlds += isWorld;
+    } else {
+      return "what is no map" + where;
+    }
+  }
+  return depth == 0 ? "" : "a block without end";
+}
+
 }  // namespace
 
 testing::AssertionResult IsConsistent(const Map& map) {
@@ -81,6 +138,19 @@ testing::AssertionResult IsConsistent(const Map& map) {
     if (!fault.empty()) fault = (name ? name : "an entity without a name") + (": " + fault);
   });
   return fault.empty() ? testing::AssertionSuccess() : testing::AssertionFailure() << fault;
+}
+
+testing::AssertionResult IsPlayable(const Map& map) {
+  TextWriter out;
+  map.WriteMapBrushes(out, 0);
+  Count told, held{1, 1, 0};
+  CountShape(map, held);
+  const std::string fault = ReadStrictly(out.Text(), told);
+  if (!fault.empty()) return testing::AssertionFailure() << fault;
+  if (told == held) return testing::AssertionSuccess();
+  return testing::AssertionFailure()
+         << "entities " << told.blocks << " of " << held.blocks << ", worlds " << told.worlds
+         << ", brushes " << told.brushes << " of " << held.brushes;
 }
 
 }  // namespace ferrowand

@@ -13,4 +13,9 @@ namespace ferrowand {
 // names nothing twice; so do the current layer and the leading group.
 testing::AssertionResult IsConsistent(const Map& map);
 
+// What the game is given of it is what the game's own tools read: one level of blocks, the one
+// world first, closed brushes of four faces and more, and in it all brushes and entities of the
+// document.
+testing::AssertionResult IsPlayable(const Map& map);
+
 }  // namespace ferrowand

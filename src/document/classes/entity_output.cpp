@@ -48,9 +48,10 @@ void EntityClass::WriteEntityBlock(const entity& e, TextWriter& out, unsigned op
     if (e.IsMarked()) {
       for (const EntityPtr& child : e.getEntityList()) child->WriteMapBrushes(out, option);
     }
+    out.Put("}\n");
   }
+  // Behind it: the game knows no block within a block.
   for (const EntityPtr& child : e.getEntityList()) child->WriteMapEntity(out, option);
-  if (e.IsOwnBlock()) out.Put("}\n");
 }
 
 void TemplateInstanceClass::WriteBrushPart(const entity& e, TextWriter& out,

@@ -60,8 +60,7 @@ InstanceShape ShapeOf(const entity& instance) {
   return shape;
 }
 
-// An instance inside an expansion is in no map and so finds nothing: a template that holds an
-// instance of itself ends there.
+// An instance that is left inside an expansion is in no map and so finds nothing.
 const entity* FindTemplateClass(const entity& instance) {
   const char* name = instance.GetKey("XMPclass");
   const Map* map = instance.OwningMap();

@@ -1,9 +1,10 @@
 #include "document/classes/template_index.h"
 
+#include <algorithm>
 #include <cstring>
 #include <utility>
 
-#include "document/classes/entity_class.h"
+#include "document/classes/class_set.h"
 #include "document/classes/special_classes.h"
 #include "document/map.h"
 #include "document/transform.h"
@@ -19,17 +20,23 @@ bool IsTemplateClass(const entity& e) {
   return classname && std::strcmp(classname, "templateClass") == 0;
 }
 
-EntityPtr Expanded(const entity& source, const entity& instance) {
-  EntityPtr copy = source.Copy();
-  copy->state = 0;  // what an instance shows is seen, however closed its template is
+// Templates of instances of templates grow with every level.
+constexpr int MAXEXPANDED = 100000;
+
+void Place(entity& copy, const entity& instance) {
   const InstanceShape shape = ShapeOf(instance);
   const Vec3 scale(shape.scale);
   if (scale != Vec3(1, 1, 1)) {
-    TransformEntity(*copy, Matrix::Diagonal(scale.x, scale.y, scale.z), {});
+    TransformEntity(copy, Matrix::Diagonal(scale.x, scale.y, scale.z), {});
   }
-  if (shape.angle != 0) TransformEntity(*copy, Matrix::TurnZ(shape.angle), {});
-  if (instance.HasOrigin()) TranslateEntity(*copy, instance.Origin());
-  return copy;
+  if (shape.angle != 0) TransformEntity(copy, Matrix::TurnZ(shape.angle), {});
+  if (instance.HasOrigin()) TranslateEntity(copy, instance.Origin());
+}
+
+// As the brushes of a group, which every class shows.
+void MakeGroup(entity& shape) {
+  shape.SetKey("classname", "brush");
+  shape.SetClass(&shape.getClass()->Set().FindClass("brush"));
 }
 
 }  // namespace
@@ -50,24 +57,60 @@ void TemplateIndex::LearnNames() {
 
 bool TemplateIndex::IsCurrent(const Kept& kept, const entity& instance) {
   return !kept.servesOnce && kept.instanceRevision == instance.Revision() &&
-         kept.sourceRevision == kept.source->Revision();
+         std::ranges::all_of(kept.sources, [](const auto& source) {
+           return source.first->Revision() == source.second;
+         });
+}
+
+const entity* TemplateIndex::SourceOf(const entity& instance) {
+  const char* name = instance.GetKey("XMPclass");
+  return name ? Find(name) : nullptr;
+}
+
+EntityPtr TemplateIndex::ShapeOfInstance(const entity& source, const entity& instance,
+                                         Nesting& nesting, Kept& kept) {
+  EntityPtr copy = source.Copy();
+  copy->state = 0;  // what an instance shows is seen, however closed its template is
+  kept.sources.emplace_back(&source, source.Revision());
+  nesting.open.push_back(&source);
+  ReplaceInstances(*copy, nesting, kept);
+  nesting.open.pop_back();
+  Place(*copy, instance);
+  return copy;
+}
+
+void TemplateIndex::ReplaceInstances(entity& tree, Nesting& nesting, Kept& kept) {
+  for (std::size_t i = 0; i < tree.getEntityList().size(); ++i) {
+    entity& child = *tree.getEntityList()[i];
+    ++nesting.objects;
+    if (child.getClass()->Kind() != EntityKind::TemplateInstance) {
+      ReplaceInstances(child, nesting, kept);
+      continue;
+    }
+    const entity* const source = SourceOf(child);
+    const bool isOpen = std::ranges::find(nesting.open, source) != nesting.open.end();
+    if (!source || isOpen || nesting.objects > MAXEXPANDED) continue;
+    EntityPtr shape = ShapeOfInstance(*source, child, nesting, kept);
+    MakeGroup(*shape);
+    tree.TakeChild(i);
+    tree.InsertChild(std::move(shape), i);
+  }
 }
 
 const Expansion* TemplateIndex::Expand(const entity& instance) {
   const auto found = expansions_.find(&instance);
   if (found != expansions_.end() && IsCurrent(found->second, instance)) return &found->second;
 
-  const char* name = instance.GetKey("XMPclass");
-  const entity* source = name ? Find(name) : nullptr;
+  const entity* const source = SourceOf(instance);
   if (!source) {
     expansions_.erase(&instance);
     return nullptr;
   }
   Kept& kept = expansions_[&instance];
-  kept.shape = Expanded(*source, instance);
+  Nesting nesting;
+  kept.sources.clear();
+  kept.shape = ShapeOfInstance(*source, instance, nesting, kept);
   kept.bounds = kept.shape->GetBounds();
-  kept.source = source;
-  kept.sourceRevision = source->Revision();
   kept.instanceRevision = instance.Revision();
   kept.servesOnce = stepOpen_;
   return &kept;

@@ -8,13 +8,17 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
+#include <vector>
 
 #include "document/entity.h"
 
 namespace ferrowand {
 
 struct Expansion {
-  EntityPtr shape;  // a copy of the template class, in no map; a template within it shows nothing
+  // A copy of the template class, in no map, in which groups of brushes stand for the instances of
+  // other templates. An instance within its own template shows nothing, nor does a template.
+  EntityPtr shape;
   Bounds bounds;
 };
 
@@ -40,14 +44,23 @@ class TemplateIndex {
 
  private:
   struct Kept : Expansion {
-    const entity* source = nullptr;
-    // Of the time of the expansion.
-    std::uint32_t sourceRevision = 0, instanceRevision = 0;
+    // The templates that it is made of, and their revisions at that time.
+    std::vector<std::pair<const entity*, std::uint32_t>> sources;
+    std::uint32_t instanceRevision = 0;
     bool servesOnce = false;
+  };
+  // What has been expanded on the way to a template, and how much.
+  struct Nesting {
+    std::vector<const entity*> open;
+    int objects = 0;
   };
 
   static bool IsCurrent(const Kept& kept, const entity& instance);
   void LearnNames();
+  const entity* SourceOf(const entity& instance);
+  EntityPtr ShapeOfInstance(const entity& source, const entity& instance, Nesting& nesting,
+                            Kept& kept);
+  void ReplaceInstances(entity& tree, Nesting& nesting, Kept& kept);
 
   const Map& map_;
   bool namesKnown_ = false;  // until then nothing is kept

@@ -1,6 +1,7 @@
 #include "platform/system.h"
 
 #include <dirent.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -53,6 +54,13 @@ std::optional<std::string> FindOnSystemPath(const std::string& fileName) {
 std::uint64_t PhysicalMemoryBytes() {
   return static_cast<std::uint64_t>(sysconf(_SC_PHYS_PAGES)) *
          static_cast<std::uint64_t>(sysconf(_SC_PAGESIZE));
+}
+
+std::uint64_t ProcessMemoryBytes() {
+  rlimit limit{};
+  const bool isLimited = getrlimit(RLIMIT_AS, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY;
+  return isLimited ? std::min<std::uint64_t>(PhysicalMemoryBytes(), limit.rlim_cur)
+                   : PhysicalMemoryBytes();
 }
 
 std::vector<std::string> FileNames(const std::string& directory) {

@@ -4,6 +4,7 @@
 
 #include <shlobj.h>
 
+#include <algorithm>
 #include <memory>
 
 #include "platform/directory_names.h"
@@ -63,6 +64,13 @@ std::uint64_t PhysicalMemoryBytes() {
   MEMORYSTATUSEX status{};
   status.dwLength = sizeof status;
   return GlobalMemoryStatusEx(&status) ? status.ullTotalPhys : 0;
+}
+
+std::uint64_t ProcessMemoryBytes() {
+  MEMORYSTATUSEX status{};
+  status.dwLength = sizeof status;
+  if (!GlobalMemoryStatusEx(&status)) return 0;
+  return std::min(status.ullTotalPhys, status.ullTotalVirtual);
 }
 
 std::vector<std::string> FileNames(const std::string& directory) {

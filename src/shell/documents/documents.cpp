@@ -12,6 +12,7 @@
 #include "document/map.h"
 #include "gamedata/file_kind.h"
 #include "platform/file.h"
+#include "platform/system.h"
 #include "shell/dialogs/dialogs.h"
 #include "shell/documents/rescue_form.h"
 
@@ -55,7 +56,11 @@ Map& Documents::Adopt(std::unique_ptr<Map> map) {
 }
 
 std::unique_ptr<Map> Documents::NewMap() const {
-  return std::make_unique<Map>(data_, static_cast<std::size_t>(options_.undoLevels));
+  constexpr std::uint64_t MEGABYTE = 1 << 20;
+  const std::uint64_t chosen = options_.undoMegabytes * MEGABYTE;
+  auto map = std::make_unique<Map>(data_, static_cast<std::size_t>(options_.undoLevels));
+  map->undo.SetBudget(chosen > 0 ? chosen : ProcessMemoryBytes() / 8);
+  return map;
 }
 
 Map& Documents::New() {

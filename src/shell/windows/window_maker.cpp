@@ -56,6 +56,8 @@ void WindowMaker::OnMapClosing(Map& map) {
 
 // The last one that was active is made last, and so is active again.
 void WindowMaker::OnMapReplaced(Map& map, Map& by) {
+  const auto isLayers = [](const ChildWindow* w) { return dynamic_cast<const LayerWindow*>(w); };
+  const bool showedLayers = std::ranges::any_of(windows_.WindowsOf(map), isLayers);
   const std::vector<MapView*> views = windows_.Views().ViewsOf(map);
   for (auto view = views.rbegin(); view != views.rend(); ++view) {
     const auto isOfView = [&](ChildWindow* window) { return window->View() == *view; };
@@ -65,6 +67,7 @@ void WindowMaker::OnMapReplaced(Map& map, Map& by) {
     if (made && place != old.end()) made->StandAs(**place);
   }
   windows_.CloseWindowsOf(map);
+  if (showedLayers) ShowLayers(by);
 }
 
 void WindowMaker::OnMapWanted(Map& map) {

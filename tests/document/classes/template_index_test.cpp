@@ -255,14 +255,15 @@ TEST_F(TemplateIndexTest, WhatNothingHasChangedIsKept) {
   }
   map->undo.Undo();
   EXPECT_EQ(ExpandInstance(crate), crateShape);
-  const Bounds before = crate.GetBounds();
+  EXPECT_EQ(ExpandInstance(tower), towerShape);
+  const Bounds before = crate.GetBounds(), holder = tower.GetBounds();
   {
     EditStep step(*map);
     step.Change(*Get(*map, "crate").getEntityList()[0]);
     Get(*map, "crate").getEntityList()[0]->brush.Translate({0, 0, 8});
   }
   EXPECT_EQ(crate.GetBounds().maxs, before.maxs + Vec3(0, 0, 8));
-  EXPECT_EQ(ExpandInstance(tower), towerShape);
+  EXPECT_EQ(tower.GetBounds().maxs, holder.maxs + Vec3(0, 0, 8)) << "which holds a crate";
   EXPECT_EQ(ExpandInstance(crate), ExpandInstance(crate)) << "kept again after the step";
 }
 

@@ -1,0 +1,28 @@
+// What the game can read is one level of blocks: the world, then entities that hold brushes or
+// nothing. Whatever is a block of its own there, a light or a door, never stands within another.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+namespace ferrowand {
+
+class EditStep;
+class entity;
+
+// Whether the entity, or anything below it, is a block of its own, or will be when it is shown.
+bool HoldsBlock(const entity& tree);
+
+// Where the object is to stand that was meant for `parent`: there, or beside the block in which
+// that stands.
+entity& HomeFor(entity& parent, const entity& object);
+
+// Each object, changed or newly filled, comes to stand where it may: beside the block in which it
+// stands, and beside it the blocks that it holds. False when one would hold nothing any more: the
+// step is to be cancelled then.
+bool SettleBlocks(EditStep& step, std::span<entity* const> objects);
+
+// Of which a map has one, itself.
+bool IsWorldspawn(std::string_view classname);
+
+}  // namespace ferrowand
