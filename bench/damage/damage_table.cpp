@@ -10,7 +10,6 @@
 #include <string>
 
 #include "base/text_reader.h"
-#include "base/text_writer.h"
 #include "program.h"
 #include "support/damage.h"
 #include "support/temp_dir.h"
@@ -72,13 +71,6 @@ class Survey {
   GameData game_;
 };
 
-std::string ExtendedText(Map& map) {
-  map.SetWorldspawnKeys({}, false);
-  TextWriter out;
-  map.WriteExtended(out);
-  return out.Text();
-}
-
 void FlipEveryBit(Survey& survey, const std::string& name, const std::string& text) {
   const auto map = survey.Read(text);
   const Objects whole(*map);
@@ -130,12 +122,12 @@ int Run(int argc, char** argv) {
     const std::string small = FileText(argv[2]);
     FlipEveryBit(survey, "map", small);
     const auto map = survey.Read(small);
-    FlipEveryBit(survey, "xmp", ExtendedText(*map));
+    FlipEveryBit(survey, "xmp", map->ExtendedText({}));
   }
   std::vector<std::string> quake, extended;
   for (const auto& path : CorpusMaps()) {
     quake.push_back(FileText(path));
-    extended.push_back(ExtendedText(*survey.Read(quake.back())));
+    extended.push_back(survey.Read(quake.back())->ExtendedText({}));
   }
   if (quake.empty()) return 0;
   DamageAll(survey, quake, "map", tries);
