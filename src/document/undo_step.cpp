@@ -79,12 +79,11 @@ void UndoStep::Finish() {
       records.push_back(std::move(record));
       continue;
     }
-    auto* last = records.empty() ? nullptr : std::get_if<Shift>(&records.back());
+    const auto* last = records.empty() ? nullptr : std::get_if<Shift>(&records.back());
     if (!last || last->back != *way) {
-      last = &std::get<Shift>(records.emplace_back(std::in_place_type<Shift>));
-      last->back = *way;
+      std::get<Shift>(records.emplace_back(std::in_place_type<Shift>)).back = *way;
     }
-    last->objects.push_back(contents->object);
+    std::get<Shift>(records.back()).objects.push_back(contents->object);
   }
   records_ = std::move(records);
 }
@@ -95,10 +94,11 @@ std::uint64_t UndoStep::Bytes() const {
     if (const auto* contents = std::get_if<Contents>(&record)) {
       bytes += contents->other->Bytes();
     } else if (const auto* shift = std::get_if<Shift>(&record)) {
-      bytes += shift->objects.size() * sizeof(entity*);
+      bytes += std::span(shift->objects).size_bytes();
     } else {
       const auto& transfer = std::get<Transfer>(record);
-      bytes += (transfer.objects.size() + transfer.otherPlaces.size()) * sizeof(entity*);
+      bytes += std::span(transfer.objects).size_bytes();
+      bytes += std::span(transfer.otherPlaces).size_bytes();
       for (const EntityPtr& kept : transfer.kept) {
         ForEachEntity(*kept, [&](const entity& e) { bytes += e.Bytes(); });
       }

@@ -10,7 +10,7 @@ namespace ferrowand {
 namespace {
 
 // Of differences between points, so that their products stay below 2^54.
-constexpr std::int64_t REACH_LIMIT = 2 * WHOLE_LIMIT;
+constexpr std::int64_t REACH_LIMIT = std::int64_t{2} * WHOLE_LIMIT;
 
 bool IsWithin(const WholePoint& p, std::int64_t limit) {
   const auto fits = [limit](std::int64_t v) { return v >= -limit && v <= limit; };

@@ -214,7 +214,7 @@ std::optional<WholePoints> FindWholePoints(const Plane& plane,
   for (const WindingPoint& p : corners) {
     const Vec3 position = p.Position();
     for (int axis = 0; axis < 3; ++axis) {
-      if (!(std::fabs(position[axis]) < WHOLE_LIMIT / 2)) return std::nullopt;
+      if (!(std::fabs(position[axis]) < WHOLE_LIMIT / 2.0)) return std::nullopt;
     }
     box.Add(position);
   }

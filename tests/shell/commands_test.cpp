@@ -253,6 +253,41 @@ TEST_F(AppTest, SwitchesTurnTheirOptions) {
   }
 }
 
+TEST_F(AppTest, CommandsDoWhatTheyAreNamedFor) {
+  ASSERT_TRUE(Start());
+  Map& map = OpenTwoBrushes();
+  MapView& top = *WindowOf(Orientation::Top).View();
+  Activate(WindowOf(Orientation::Top));
+  const int grid = top.gridu;
+  Give(Command::GridSmaller);
+  EXPECT_EQ(top.gridu, grid - 1);
+  Give(Command::GridLarger);
+  EXPECT_EQ(top.gridu, grid);
+  Give(Command::RenderPointEntities);
+  EXPECT_FALSE(map.Data().shown.pointEntities);
+  Give(Command::Insert);  // nothing is chosen
+  EXPECT_FALSE(map.undo.CanUndo());
+
+  entity& first = *map.currentLayer()->getEntityList().front();
+  map.selection.Set({&first});
+  Give(Command::Duplicate);
+  const float step = static_cast<float>(1 << grid);
+  EXPECT_EQ(map.selection.front()->GetBounds().mins, first.GetBounds().mins + Vec3(step, -step, 0));
+  const auto& all = map.currentLayer()->getEntityList();
+  map.selection.Set({all[0].get(), all[1].get(), all[2].get()});
+  sink.messages.clear();
+  Give(Command::CsgIntersection);
+  EXPECT_EQ(sink.Said(),
+            std::vector<std::string>{"Cannot continue: Select exactly two objects first"});
+  sink.messages.clear();
+  dialogs.files = {dir.Path("inner.xmp")};
+  dialogs.answers = {{"64", "0", "64"}};
+  Give(Command::Embed);
+  EXPECT_EQ(sink.Said(),
+            std::vector<std::string>{"Cannot continue: Every size must be greater than 0"});
+  EXPECT_EQ(map.undo.StepCount(), 1u);
+}
+
 TEST_F(AppTest, TheRotationStepIsChosenTypedAndThatOfEveryView) {
   ASSERT_TRUE(Start());
   OpenTwoBrushes();

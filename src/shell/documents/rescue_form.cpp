@@ -50,6 +50,7 @@ RescueChoice ChoiceOf(const std::string& typed) {
 std::vector<RescueChoice> AskWhatToRescue(Dialogs& dialogs, const std::vector<Rescue>& rescues) {
   std::vector<RescueChoice> choices(rescues.size(), RescueChoice::Later);
   std::vector<FormRow> rows;
+  rows.reserve(rescues.size());
   for (const Rescue& rescue : rescues) rows.push_back(RowOf(rescue));
   dialogs.Ask({"Unsaved work",
                "Ferrowand was ended before this work was saved. It was kept at these times:",
