@@ -71,21 +71,18 @@ UndoStep::UndoStep(Map& map) : map_(&map), otherLayer_(map.currentLayer()) {}
 
 void UndoStep::Finish() {
   layer_ = map_->currentLayer();
-  std::vector<std::variant<Contents, Shift, Transfer>> records;
-  for (auto& record : records_) {
+  std::vector<Shift> shifts;
+  std::erase_if(records_, [&](const auto& record) {
     const auto* contents = std::get_if<Contents>(&record);
     const auto way = contents ? WayBack(*contents->object, *contents->other) : std::nullopt;
-    if (!way) {
-      records.push_back(std::move(record));
-      continue;
-    }
-    const auto* last = records.empty() ? nullptr : std::get_if<Shift>(&records.back());
-    if (!last || last->back != *way) {
-      std::get<Shift>(records.emplace_back(std::in_place_type<Shift>)).back = *way;
-    }
-    std::get<Shift>(records.back()).objects.push_back(contents->object);
-  }
-  records_ = std::move(records);
+    if (!way) return false;
+    if (shifts.empty() || shifts.back().back != *way) shifts.push_back({{}, *way});
+    shifts.back().objects.push_back(contents->object);
+    return true;
+  });
+  // In front: whatever else was done to these objects was done to them wherever they stood.
+  records_.insert(records_.begin(), std::make_move_iterator(shifts.begin()),
+                  std::make_move_iterator(shifts.end()));
 }
 
 std::uint64_t UndoStep::Bytes() const {

@@ -47,6 +47,9 @@ TEST_F(OverlayTest, HandlesPointAwayFromTheirBoxAndAreAlikeOnEverySide) {
   const PixelRect rect = view.transform.ToScreen(box.mins, box.maxs);
   const int x2 = rect.left + rect.right, y2 = rect.top + rect.bottom;  // twice the middle
   ASSERT_EQ(x2 % 2, 0);
+  for (const Pixel away : {Pixel{rect.right + 99, rect.top}, Pixel{rect.left, rect.top - 99}}) {
+    EXPECT_FALSE(GrabAt(box, view.transform, away).Any());
+  }
   const auto same = [](Pixel p) { return p; };
   for (const HandleMode mode : {HandleMode::Scale, HandleMode::Rotate, HandleMode::Skew}) {
     CanvasRecorder canvas;
