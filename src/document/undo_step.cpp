@@ -74,7 +74,8 @@ void UndoStep::Finish() {
   std::vector<Shift> shifts;
   std::erase_if(records_, [&](const auto& record) {
     const auto* contents = std::get_if<Contents>(&record);
-    const auto way = contents ? WayBack(*contents->object, *contents->other) : std::nullopt;
+    if (!contents) return false;
+    const auto way = WayBack(*contents->object, *contents->other);
     if (!way) return false;
     if (shifts.empty() || shifts.back().back != *way) shifts.push_back({{}, *way});
     shifts.back().objects.push_back(contents->object);
