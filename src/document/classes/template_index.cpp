@@ -20,8 +20,10 @@ bool IsTemplateClass(const entity& e) {
   return classname && std::strcmp(classname, "templateClass") == 0;
 }
 
-// Templates of instances of templates grow with every level.
+// Templates of instances of templates grow with every level, and a stranger's file may hold any
+// number of levels: what lies beyond shows nothing.
 constexpr int MAXEXPANDED = 100000;
+constexpr std::size_t MAXLEVELS = 16;
 
 void Place(entity& copy, const entity& instance) {
   const InstanceShape shape = ShapeOf(instance);
@@ -90,6 +92,7 @@ void TemplateIndex::ReplaceInstances(entity& tree, Nesting& nesting, Kept& kept)
     const entity* const source = SourceOf(child);
     const bool isOpen = std::ranges::find(nesting.open, source) != nesting.open.end();
     if (!source || isOpen || nesting.objects > MAXEXPANDED) continue;
+    if (nesting.open.size() >= MAXLEVELS) continue;
     EntityPtr shape = ShapeOfInstance(*source, child, nesting, kept);
     MakeGroup(*shape);
     tree.TakeChild(i);

@@ -267,6 +267,19 @@ TEST_F(TemplateIndexTest, WhatNothingHasChangedIsKept) {
   EXPECT_EQ(ExpandInstance(crate), ExpandInstance(crate)) << "kept again after the step";
 }
 
+TEST_F(TemplateIndexTest, TemplatesWithinTemplatesEndSomewhere) {
+  std::string text = "{\"classname\" \"worldspawn\"" + Instance("t0", "0 0 0");
+  for (int i = 0; i < 20000; ++i) {
+    const std::string next = "t" + std::to_string(i + 1);
+    text += Entity("templateClass", Named("t" + std::to_string(i)),
+                   Cuboid(0, 0, 16 * i, 8, 8, 16 * i + 8) + Instance(next, "0 0 0"));
+  }
+  const auto map = ReadText(text + "}");
+  const float top = Get(*map, "a t0").GetBounds().maxs.z;
+  EXPECT_GE(top, 16 * 8);
+  EXPECT_LE(top, 16 * 200);
+}
+
 TEST_F(TemplateIndexTest, ChangesOutsideOfStepsAreSeenToo) {
   const auto map = ReadText(TOWN);
   entity& instance = Get(*map, "a crate");
