@@ -37,9 +37,9 @@ bool IsSameFace(const Face& a, const Face& b) {
     return p.Position() == q.Position();
   };
   return a.planepts == b.planepts && a.plane.normal == b.plane.normal &&
-         a.plane.dist == b.plane.dist && a.texture == b.texture && a.name == b.name &&
-         a.rotation == b.rotation && a.xoff == b.xoff && a.yoff == b.yoff && a.xscale == b.xscale &&
-         a.yscale == b.yscale && !a.w == !b.w &&
+         a.plane.dist == b.plane.dist && a.texture == b.texture &&
+         a.WrittenName() == b.WrittenName() && a.rotation == b.rotation && a.xoff == b.xoff &&
+         a.yoff == b.yoff && a.xscale == b.xscale && a.yscale == b.yscale && !a.w == !b.w &&
          (!a.w || std::ranges::equal(std::as_const(*a.w).Points(), std::as_const(*b.w).Points(),
                                      isSamePoint));
 }
@@ -163,7 +163,7 @@ Brush Brush::Copy() const {
   copy.bounds_ = bounds_;
   copy.faces_.reserve(faces_.size());
   for (const Face& face : faces_) copy.faces_.push_back(CopyFace(face));
-  if (text_) copy.text_ = std::make_unique<const std::string>(*text_);
+  for (const Face& face : farFaces_) copy.farFaces_.push_back(CopyFace(face));
   return copy;
 }
 
@@ -183,7 +183,7 @@ bool Brush::AddFace(Face face) {
 
 void Brush::Clear() {
   faces_.clear();
-  text_.reset();
+  farFaces_.clear();
   bounds_ = Bounds();
 }
 
@@ -241,14 +241,16 @@ void Brush::Translate(const Vec3& by) {
     }
     UpdateFromWinding(face);
   }
+  for (Face& face : farFaces_) {
+    for (Vec3& p : face.planepts) p = p + by;
+  }
   if (bounds_.IsEmpty()) return;
   bounds_.mins = bounds_.mins + by;
   bounds_.maxs = bounds_.maxs + by;
 }
 
 std::size_t Brush::Bytes() const {
-  std::size_t bytes =
-      sizeof *this + faces_.capacity() * sizeof(Face) + (text_ ? text_->capacity() : 0);
+  std::size_t bytes = sizeof *this + (faces_.capacity() + farFaces_.capacity()) * sizeof(Face);
   for (const Face& face : faces_) {
     if (face.w) bytes += sizeof(winding) + face.w->Points().size_bytes();
   }
@@ -260,7 +262,8 @@ void Brush::ResolveTextures(const WadList& wads) {
 }
 
 bool IsSame(const Brush& a, const Brush& b) {
-  return a.Box() == b.Box() && std::ranges::equal(a.Faces(), b.Faces(), IsSameFace);
+  return a.Box() == b.Box() && std::ranges::equal(a.Faces(), b.Faces(), IsSameFace) &&
+         std::ranges::equal(a.FarFaces(), b.FarFaces(), IsSameFace);
 }
 
 }  // namespace ferrowand
