@@ -22,10 +22,6 @@ bool IsQuakeMapName(std::string_view name) {
   return name.size() >= 4 && EqualNoCase(name.substr(name.size() - 4), ".map");
 }
 
-std::string WithExtension(const std::string& name) {
-  return SplitPath(name).extension.size() >= 2 ? name : name + ".xmp";
-}
-
 std::string SavedText(std::string_view target, const SavedShape& shape) {
   std::string text = IsQuakeMapName(target) ? "Saved MAP format" : "Saved Extended MAP format";
   if (shape.movedFaces > 0) {
@@ -52,6 +48,10 @@ void SetNamesKey(entity& world, const char* name, const std::string& names) {
 }
 
 }  // namespace
+
+std::string SaveTarget(const std::string& name) {
+  return SplitPath(name).extension.size() >= 2 ? name : name + ".xmp";
+}
 
 bool IsOwnQuakeMap(const std::string& name) {
   return FileBytes(name, QUAKE_MAP_HEADER.size()) == QUAKE_MAP_HEADER;
@@ -118,14 +118,14 @@ void Map::TellWritten(const std::string& target, const ReplaceResult& result) {
                          result.copy.c_str()),
                   Buttons::Ok, Icon::Stop);
   }
-  std::string status =
-      SavedText(target, result.written ? ShapeInFile(*this, Report()) : SavedShape());
+  std::string status = SavedText(
+      target, result.written ? ShapeInFile(*this, IsQuakeMapName(target), Report()) : SavedShape());
   if (!result.hasBackup) status += ", without keeping the version before";
   ShowStatus(status);
 }
 
 bool Map::Save(const std::string& name, unsigned option, const SaveSettings& settings) {
-  const std::string target = WithExtension(name);
+  const std::string target = SaveTarget(name);
   const ReplaceResult result = Write(target, option, settings);
   if (result.written) {
     filename = target;
@@ -137,7 +137,7 @@ bool Map::Save(const std::string& name, unsigned option, const SaveSettings& set
 }
 
 bool Map::Export(const std::string& name, unsigned option, const SaveSettings& settings) {
-  const std::string target = WithExtension(name);
+  const std::string target = SaveTarget(name);
   SaveSettings withoutBackups = settings;
   withoutBackups.backups = 0;
   const ReplaceResult result = Write(target, option, withoutBackups);
