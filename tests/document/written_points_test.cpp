@@ -86,10 +86,20 @@ TEST_F(WrittenPointsTest, WhatASaveMovesIsSaidBehindItsText) {
   EXPECT_TRUE(map->Save(temp.Path("a.map"), 0, {}));
   TransformEntity(Holder(*map), Matrix::Diagonal(0.5f, 1, 0.51f), {});
   EXPECT_TRUE(map->Save(temp.Path("a.xmp"), 0, {}));
+  // For the game the same again through an instance, and the template not at all.
+  Holder(*map).SetKey("classname", "templateClass");
+  Holder(*map).SetKey("XMPentityname", "t");
+  auto instance = std::make_unique<entity>(*map->classSet);
+  instance->SetKey("classname", "templateInstance");
+  instance->SetKey("XMPclass", "t");
+  map->AddChild(std::move(instance));
+  EXPECT_TRUE(map->Export(temp.Path("a.map"), 0, {}));
   map->RemoveObserver(status);
   EXPECT_EQ(status.texts,
             (std::vector<std::string>{"Saved MAP format",
                                       "Saved Extended MAP format; 2 faces lie between whole units "
+                                      "and were moved, by up to 0.50 units",
+                                      "Saved MAP format; 2 faces lie between whole units "
                                       "and were moved, by up to 0.50 units"}));
 }
 
