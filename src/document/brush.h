@@ -107,6 +107,9 @@ class Brush {
   std::vector<Face>& FarFaces() { return farFaces_; }
   const std::vector<Face>& FarFaces() const { return farFaces_; }
 
+  // Whether `from`, translated, is this to the letter, and this, translated back, is `from`.
+  bool IsMoved(const Brush& from, const Vec3& by) const;
+
   // Reads faces from behind the opening brace up to a brace or to a key's quote, which is not
   // consumed, and rebuilds. Of what lies so far out of the world that faces would be lost all are
   // far faces.

@@ -53,6 +53,12 @@ TextureOffsets OffsetsOf(const Brush& brush) {
   return offsets;
 }
 
+bool HasSameOffsets(const Brush& a, const Brush& b) {
+  return std::ranges::equal(a.Faces(), b.Faces(), [](const Face& one, const Face& other) {
+    return one.xoff == other.xoff && one.yoff == other.yoff;
+  });
+}
+
 // With the offsets that its faces have there, if these change; they are what it had then. In front:
 // a brush that moves places its textures anew.
 template <typename Place>
@@ -80,14 +86,15 @@ std::optional<Way> WayBack(const entity& is, const entity& was) {
     if (back[axis] != std::round(back[axis])) return std::nullopt;
   }
   if (back == Vec3()) return std::nullopt;
+  if (HasSameOffsets(here, there))
+    return here.IsMoved(there, back) ? std::optional(Way{back, {}}) : std::nullopt;
   TextureOffsets offsets = OffsetsOf(here);
-  const bool changes = offsets != OffsetsOf(there);
   Brush brush = there.Copy();
-  Go(brush, back, offsets.begin(), changes);
+  Go(brush, back, offsets.begin(), true);
   if (!IsSame(brush, here)) return std::nullopt;
-  Go(brush, -back, offsets.begin(), changes);
+  Go(brush, -back, offsets.begin(), true);
   if (!IsSame(brush, there)) return std::nullopt;
-  return Way{back, changes ? OffsetsOf(here) : TextureOffsets()};
+  return Way{back, OffsetsOf(here)};
 }
 
 }  // namespace
@@ -100,7 +107,13 @@ void UndoStep::Finish() {
   std::erase_if(records_, [&](const auto& record) {
     const auto* contents = std::get_if<Contents>(&record);
     if (!contents) return false;
-    const auto way = WayBack(*contents->object, *contents->other);
+    entity &object = *contents->object, &before = *contents->other;
+    if (object.IsSameInAnyOrder(before)) {
+      // A key that was given anew what it was has gone to the end.
+      object.SwapContents(before);
+      return true;
+    }
+    const auto way = WayBack(object, before);
     if (!way) return false;
     if (shifts.empty() || shifts.back().back != way->by ||
         shifts.back().offsets.empty() != way->offsets.empty()) {

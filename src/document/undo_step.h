@@ -30,8 +30,9 @@ class UndoStep {
   // none. Those of one parent stay in their order. Costs one walk over each old parent's children.
   void Move(std::span<entity* const> objects, entity* parent);
 
-  // All has been done: if that made another layer the current one, taking it back does so too. Of
-  // plain brushes that only went along whole units, with their textures or not, the way is kept
+  // All has been done: if that made another layer the current one, taking it back does so too. What
+  // is as it was is not kept. Of plain brushes that only went along whole units, with their
+  // textures or not, the way is kept
   // instead of copies.
   void Finish();
   // Of what the step keeps, about.

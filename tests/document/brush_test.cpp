@@ -43,7 +43,7 @@ class BrushTest : public testing::Test {
   std::string Written() {
     TextWriter out;
     brush.WriteFaces(out, reporter);
-    return out.Text();
+    return std::string(out.Text());
   }
 
   TempDir folder;

@@ -145,7 +145,7 @@ testing::AssertionResult IsPlayable(const Map& map) {
   map.WriteMapBrushes(out, 0);
   Count told, held{1, 1, 0};
   CountShape(map, held);
-  const std::string fault = ReadStrictly(out.Text(), told);
+  const std::string fault = ReadStrictly(std::string(out.Text()), told);
   if (!fault.empty()) return testing::AssertionFailure() << fault;
   if (told == held) return testing::AssertionSuccess();
   return testing::AssertionFailure()

@@ -116,7 +116,7 @@ TEST_F(BrushSelectorTest, AnyMouseWorkOnTheSampleMapCanBeUndoneToTheLetter) {
   const auto text = [&] {
     TextWriter out;
     sample->WriteExtended(out);
-    return out.Text();
+    return std::string(out.Text());
   };
   const std::string before = text();
   FakeViewHost secondWindow;

@@ -96,7 +96,7 @@ class ToolTest : public testing::Test {
   std::string Text() const {
     TextWriter out;
     map.WriteExtended(out);
-    return out.Text();
+    return std::string(out.Text());
   }
   std::vector<entity*> Selected() const { return map.selection.Objects(); }
   std::vector<Colour> FreshPaint() {
