@@ -73,6 +73,16 @@ TEST_F(WrittenPointsTest, ATurnedBrushStandsOverTenSaves) {
   }
 }
 
+// Those that the face was read with may lie anywhere on its plane.
+TEST_F(WrittenPointsTest, TheCornersAreWrittenWhereTheyLieOnThePlane) {
+  std::string text = Cuboid(0, 0, 0, 64, 64, 64);
+  const std::string near = "( 0 0 0 ) ( 0 64 0 ) ( 0 0 64 )";
+  text.replace(text.find(near), near.size(), "( 0 0 0 ) ( 0 500 0 ) ( 0 0 700 )");
+  const auto map = Open(text);
+  EXPECT_EQ(BrushOf(*map).face(0).planepts[2], Vec3(0, 0, 700));
+  EXPECT_EQ(ExtendedText(*map), ExtendedText(*Open(Cuboid(0, 0, 0, 64, 64, 64))));
+}
+
 class StatusTexts : public MapObserver {
  public:
   void OnStatus(const std::string& text) override { texts.push_back(text); }
@@ -94,6 +104,14 @@ TEST_F(WrittenPointsTest, WhatASaveMovesIsSaidBehindItsText) {
   instance->SetKey("XMPclass", "t");
   map->AddChild(std::move(instance));
   EXPECT_TRUE(map->Export(temp.Path("a.map"), 0, {}));
+  TransformEntity(Holder(*map), Matrix::Diagonal(0.001f, 1, 1), {});
+  temp.Write("a.xmp.1.bak/in the way", "");
+  EXPECT_TRUE(map->Save(temp.Path("a.xmp"), 0, {.backups = 1}));
+  EXPECT_NE(status.texts.back().find("faces are too small for whole units and were lost, without "
+                                     "keeping the version before"),
+            std::string::npos)
+      << status.texts.back();
+  status.texts.pop_back();
   map->RemoveObserver(status);
   EXPECT_EQ(status.texts,
             (std::vector<std::string>{"Saved MAP format",
