@@ -2,7 +2,6 @@
 
 #include <cstdlib>
 
-#include "support/canvas_recorder.h"
 #include "support/cases.h"
 #include "views/tools/tool_fixture.h"
 
@@ -91,34 +90,12 @@ TEST_F(BrushSelectorTest, ClicksOnTheSelectionGoThroughTheHandles) {
   EXPECT_EQ(tools.brushSelector.Mode(), HandleMode::Scale) << "a new selection starts over";
 }
 
-TEST_F(BrushSelectorTest, TheHandlesAreDrawnByTheirMode) {
-  using Kind = CanvasRecorder::Kind;
-  const Cases<HandleMode, std::size_t, std::size_t, std::size_t> cases{
-      {HandleMode::Scale, 4, 5, 0}, {HandleMode::Rotate, 0, 1, 4}, {HandleMode::Skew, 8, 1, 0}};
-  for (const auto& [mode, polygons, rectangles, ellipses] : cases) {
-    CanvasRecorder canvas;
-    DrawHandles(cube.GetBounds(), view.transform, mode, {}, canvas);
-    EXPECT_EQ(canvas.Of(Kind::Polygon).size(), polygons);
-    EXPECT_EQ(canvas.Of(Kind::Rectangle).size(), rectangles);
-    EXPECT_EQ(canvas.Of(Kind::Ellipse).size(), ellipses);
-    const PixelRect box = view.transform.ToScreen({0, 0, 0}, {64, 128, 32});
-    EXPECT_EQ(canvas.Of(Kind::Rectangle)[0].rect,
-              (PixelRect{box.left - 4, box.top - 4, box.right + 5, box.bottom + 5}));
-    EXPECT_FALSE(canvas.Of(Kind::Rectangle)[0].fill);
-  }
-}
-
 TEST_F(BrushSelectorTest, AnyMouseWorkOnTheSampleMapCanBeUndoneToTheLetter) {
   const std::unique_ptr<Map> sample =
       LoadMap(small.data, std::string(FERROWAND_DATA) + "/maps/sample.xmp", 1000);
   ASSERT_NE(sample, nullptr);
   small.sink.messages.clear();
-  const auto text = [&] {
-    TextWriter out;
-    sample->WriteExtended(out);
-    return out.Text();
-  };
-  const std::string before = text();
+  const std::string before = ExtendedText(*sample);
   FakeViewHost secondWindow;
   MapView second(*sample, secondWindow, list, options, tools.Current());
   std::srand(2);
@@ -144,7 +121,7 @@ TEST_F(BrushSelectorTest, AnyMouseWorkOnTheSampleMapCanBeUndoneToTheLetter) {
   }
   EXPECT_GT(sample->undo.StepCount(), 20u);
   while (sample->undo.CanUndo()) sample->undo.Undo();
-  EXPECT_EQ(text(), before);
+  EXPECT_EQ(ExtendedText(*sample), before);
   EXPECT_TRUE(small.sink.messages.empty()) << small.sink.OnlyText();
 }
 
