@@ -82,16 +82,6 @@ TEST_F(HitTestTest, TheFirstInMapOrderIsHitPointEntitiesInTheirClassBoxes) {
   EXPECT_EQ(HitAt({108, -92}, PickLevel::Brushes), nullptr);
 }
 
-TEST_F(HitTestTest, WhatIsHiddenOrDisabledIsNotHitNorAnythingBelowIt) {
-  entity& layer = small.Add({{"classname", "layer"}});
-  small.AddCuboid({0, 0, 0}, {64, 64, 64}, &layer);
-  for (const auto& [state, isHit] :
-       Cases<const char*, bool>{{"1", false}, {"2", false}, {"3", false}, {"0", true}}) {
-    layer.SetKey("XMPstate", state);
-    EXPECT_EQ(HitAt({30, -30}) != nullptr, isHit) << state;
-  }
-}
-
 TEST_F(HitTestTest, ABrushFarOutsideIsHitWhereTheViewShowsIt) {
   // 65536 units away wraps around to the same pixels.
   entity& far = small.AddCuboid({0, 0, 0}, {64, 64, 64});

@@ -2,11 +2,9 @@
 // locked or switched off. Drawn is what the picture misses without it.
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <map>
 #include <set>
 #include <string>
-#include <vector>
 
 #include "document/edit_step.h"
 #include "document/picking.h"
