@@ -124,40 +124,12 @@ TEST_F(EntityTest, ClassesComeFromTheMapThatHoldsTheEntity) {
   EXPECT_EQ(held->getClass()->classname, "unknown");
 }
 
-TEST_F(EntityTest, ACopyIsDeepAndBelongsToNothing) {
-  const entity& door =
-      ReadBody("\"classname\" \"func_door\"\"angle\" \"90\"" + Cuboid(0, 0, 0, 16, 16, 16));
-  map->currentLayer()->getEntityList().front()->state = 0;
-  const EntityPtr copy = door.Copy();
-  EXPECT_EQ(copy->state, 0);
-  EXPECT_EQ(ExtendedText(*copy), ExtendedText(door));
-  EXPECT_EQ(copy->Parent(), nullptr);
-  EXPECT_EQ(copy->getClass(), door.getClass());
-  EXPECT_EQ(copy->angle(), 90);
-  EXPECT_EQ(copy->GetBounds(), door.GetBounds());
-  copy->getEntityList().front()->brush.Translate({8, 0, 0});
-  EXPECT_EQ(door.GetBounds().mins, Vec3(0, 0, 0));
-}
-
 TEST_F(EntityTest, ACopyWhoseKeysDecodeToAnotherAngleIsTold) {
   plain.AddKey("Angle", "45");
   plain.AddKey("angle", "90");
   plain.RemoveKey(plain.numkeys() - 1);
   EXPECT_EQ(plain.Copy()->angle(), 45);
   EXPECT_NE(recorder.OnlyText().find("\"ret->angle==angle\""), std::string::npos);
-}
-
-TEST_F(EntityTest, ChildrenAreFoundWhereverTheyStand) {
-  std::vector<entity*> children;
-  for (int i = 0; i < 7; ++i) {
-    children.push_back(plain.AddChild(std::make_unique<entity>(data.classes.Default())));
-  }
-  for (const std::size_t i : {3u, 4u, 6u, 0u, 5u, 1u, 2u})
-    EXPECT_EQ(plain.IndexOf(*children[i]), i);
-  const EntityPtr taken = plain.TakeChild(3);
-  EXPECT_EQ(taken.get(), children[3]);
-  EXPECT_EQ(plain.IndexOf(*taken), plain.getEntityList().size());
-  EXPECT_EQ(plain.IndexOf(*children[6]), 5u);
 }
 
 TEST_F(EntityTest, TheBodyMayHoldCommentsFacesAndEntities) {

@@ -99,18 +99,6 @@ TEST_F(UndoStoreTest, AMoveIsKeptAsItsWayAndOldStepsGoBeyondTheBudget) {
   EXPECT_EQ(undo.StepCount(), 1u) << "the newest, whatever it holds";
 }
 
-TEST_F(UndoStoreTest, ANewStepLeavesNothingToRedo) {
-  Add("a");
-  Add("b");
-  map.undo.Undo();
-  EXPECT_TRUE(map.undo.CanRedo());
-  Add("c");
-  const std::string text = Text();
-  EXPECT_FALSE(map.undo.CanRedo());
-  map.undo.Redo();
-  EXPECT_EQ(Text(), text);
-}
-
 TEST_F(UndoStoreTest, OnlyTheLastUndoneStepIsRedone) {
   Add("a");
   Add("b");
@@ -120,25 +108,6 @@ TEST_F(UndoStoreTest, OnlyTheLastUndoneStepIsRedone) {
   EXPECT_FALSE(map.undo.CanRedo());
   ASSERT_EQ(map.currentLayer()->getEntityList().size(), 1u);
   EXPECT_STREQ(map.currentLayer()->getEntityList()[0]->GetKey("name"), "a");
-}
-
-TEST_F(UndoStoreTest, TheSelectionHoldsOnlyWhatIsInTheMap) {
-  entity& a = Add("a");
-  entity& b = Add("b");
-  map.selection.Set({&b, &a});
-  map.undo.Undo();
-  EXPECT_EQ(map.selection, std::vector<entity*>{&a});
-}
-
-TEST_F(UndoStoreTest, ALayerMayLeaveAndComeBack) {
-  Add("a");
-  const std::string before = Text();
-  EditStep(map).Remove(*map.currentLayer());
-  EXPECT_EQ(map.currentLayer(), nullptr);
-  map.undo.Undo();
-  EXPECT_EQ(Text(), before);
-  Add("b");
-  EXPECT_EQ(map.currentLayer(), map.getEntityList().front().get());
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include "document/written_points.h"
 
-#include "document/announcement.h"
 #include "document/document_fixture.h"
 #include "document/transform.h"
 
@@ -71,26 +70,6 @@ TEST_F(WrittenPointsTest, ATurnedBrushStandsOverTenSaves) {
       EXPECT_LE(Difference(BrushOf(*map).face(i).plane, face.plane, face.w->Points()), 2 * CARRIED);
     }
   }
-}
-
-class StatusTexts : public MapObserver {
- public:
-  void OnStatus(const std::string& text) override { texts.push_back(text); }
-  std::vector<std::string> texts;
-};
-
-TEST_F(WrittenPointsTest, WhatASaveMovesIsSaidBehindItsText) {
-  const auto map = Open(Cuboid(0, 0, 0, 65, 64, 64));
-  StatusTexts status;
-  map->AddObserver(status);
-  EXPECT_TRUE(map->Save(temp.Path("a.map"), 0, {}));
-  TransformEntity(Holder(*map), Matrix::Diagonal(0.5f, 1, 0.51f), {});
-  EXPECT_TRUE(map->Save(temp.Path("a.xmp"), 0, {}));
-  map->RemoveObserver(status);
-  EXPECT_EQ(status.texts,
-            (std::vector<std::string>{"Saved MAP format",
-                                      "Saved Extended MAP format; 2 faces lie between whole units "
-                                      "and were moved, by up to 0.50 units"}));
 }
 
 }  // namespace
