@@ -101,23 +101,6 @@ TEST_F(EntityDrawingTest, AnEdgeThatFacesShareOrHideIsDrawnOnce) {
   EXPECT_EQ(Draw().Of(Kind::Lines).at(0).lines, (std::vector<PixelLine>{{{0, 0}, {0, 0}}}));
 }
 
-TEST_F(EntityDrawingTest, WhatIsOffTheViewIsNotDrawn) {
-  for (const auto& [what, mins, lines] :
-       Cases<const char*, Vec3, std::size_t>{{"inside", {0, 0, 0}, 4},
-                                             {"left of it", {-1100, 0, 0}, 0},
-                                             {"above it", {0, 1100, 0}, 0},
-                                             {"with one side on the last column", {999, 0, 0}, 3},
-                                             {"with one side just off", {1002, 0, 0}, 0}}) {
-    small.AddCuboid(mins, mins + Vec3(64, 64, 64));
-    std::size_t seen = 0;
-    for (const auto& call : Draw().Of(Kind::Lines)) {
-      for (const PixelLine& line : call.lines) seen += line.from.x <= 999;
-    }
-    EXPECT_EQ(seen, lines) << what;
-    small.map.currentLayer()->TakeChildren();
-  }
-}
-
 TEST_F(EntityDrawingTest, APlainBrushHasItsOwnColourAndAGroupLendsItsPenToItsMembers) {
   entity& plain = small.AddCuboid({0, 0, 0}, {64, 64, 64});
   EXPECT_EQ(BrushPen(), Pen{plain.brush.Outline()});
