@@ -33,9 +33,6 @@ TEST_F(GroupsTest, AGroupHoldsItsMembersAndIsNothingToTheGame) {
   EXPECT_EQ(map->selection, std::vector<entity*>{&Get("group1")});
   EXPECT_EQ(QuakeText(*map).find("groupFather"), std::string::npos);
   ExpectOneStep(before);
-  const auto read = ReadText(Text());
-  EXPECT_EQ(ExtendedText(*read), Text());
-
   const std::string grouped = Text();
   Pick({"b", "group1"});
   EXPECT_EQ(GroupSelection(*map), EditResult::Done);
