@@ -115,16 +115,6 @@ TEST_F(BrushTest, TheEndOfTheFileIsToldOnceALoad) {
   EXPECT_EQ(sink.messages.size(), 1u);
 }
 
-TEST_F(BrushTest, AnInvalidCharacterIsToldOnceALoadWithItsLine) {
-  EXPECT_EQ(Read("\n\n /? * \n" + CUBE + "}"), READ_CHAR_REPORTED);
-  EXPECT_EQ(sink.OnlyText(),
-            "An invalid char(/) was found in brush definition at line:3.\nThis file may not be a "
-            "map file.\n\nFerrowand will attempt to read the rest, but some data may be lost!");
-  EXPECT_EQ(brush.getNumFaces(), 6);
-  Read("?}", READ_CHAR_REPORTED);
-  EXPECT_EQ(sink.messages.size(), 1u);
-}
-
 // The cube, and its top again until there are so many faces.
 std::string Faces(int count) {
   std::string text = CUBE;

@@ -111,19 +111,6 @@ TEST_F(EntityTest, RemovingAKeyThatIsNotThereIsTold) {
   EXPECT_EQ(plain.numkeys(), 0);
 }
 
-TEST_F(EntityTest, ClassesComeFromTheMapThatHoldsTheEntity) {
-  const std::string qc = temp.Write("game.qc", "/*QUAKED light (0 1 0) (-8 -8 -8) (8 8 8)\r\n*/");
-  map = ReadText("{\n\"XMPqc\" \"" + qc + "\"\n}\n");
-  auto child = std::make_unique<entity>(data.classes.Default());
-  child->SetKey("classname", "light");
-  EXPECT_EQ(child->getClass()->classname, "unknown");
-  entity* held = map->AddChild(std::move(child));
-  held->SetKey("classname", "light");
-  EXPECT_EQ(held->getClass()->classname, "light");
-  held->SetKey("classname", "Light");
-  EXPECT_EQ(held->getClass()->classname, "unknown");
-}
-
 TEST_F(EntityTest, ACopyWhoseKeysDecodeToAnotherAngleIsTold) {
   plain.AddKey("Angle", "45");
   plain.AddKey("angle", "90");
@@ -142,19 +129,6 @@ TEST_F(EntityTest, TheBodyMayHoldCommentsFacesAndEntities) {
   ASSERT_EQ(e.getEntityList().size(), 1u);
   EXPECT_EQ(e.getEntityList().front()->getEntityList().size(), 1u);
   EXPECT_TRUE(recorder.messages.empty()) << recorder.OnlyText();
-}
-
-TEST_F(EntityTest, AStrayCharacterIsToldOnceWithItsLine) {
-  const entity& e = ReadBody("\n7 \"a\" \"1\"\n8/x\n\"b\" \"2\"");
-  ASSERT_EQ(recorder.messages.size(), 2u) << "the box and the summary";
-  EXPECT_NE(recorder.messages.back().text.find("\n4 characters that belong nowhere"),
-            std::string::npos);
-  EXPECT_EQ(recorder.messages.front().text,
-            "An invalid char(7) was found in entity definition at line:4.\nThis file may not be a "
-            "map file.\n\nFerrowand will attempt to read the rest, but some data may be lost!");
-  EXPECT_EQ(recorder.messages.front().title, "Parsing Error");
-  EXPECT_STREQ(e.GetKey("a"), "1");
-  EXPECT_STREQ(e.GetKey("b"), "2");
 }
 
 TEST_F(EntityTest, AKeyEndsAtItsQuoteHoweverLongItIs) {

@@ -96,15 +96,6 @@ TEST_F(SpecialClassesTest, AMirroredInstanceIsStillSolid) {
   EXPECT_FALSE(FindNamed(*map, "T")->IsVisible());
 }
 
-TEST_F(SpecialClassesTest, AnInstanceOfNothingHasNoBoundsAndWritesNothing) {
-  for (const char* name : {"t", "I", ""}) {
-    const auto map =
-        MapWithInstance(std::string("\"origin\" \"0 0 0\"\"XMPclass\" \"") + name + "\"");
-    EXPECT_TRUE(FindNamed(*map, "I")->GetBounds().IsEmpty()) << name;
-    EXPECT_EQ(QuakeText(*map).find("\t{\n"), std::string::npos);
-  }
-}
-
 TEST_F(SpecialClassesTest, OptionsDecideAboutTemplates) {
   const auto map = MapWithInstance("\"origin\" \"100 0 0\"");
   const auto brushes = [&](unsigned option) {
