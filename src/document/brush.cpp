@@ -32,16 +32,47 @@ void TakePlaneFromWinding(Face& face) {
   if (!stands) face.TakePlane();
 }
 
+bool HasSameLook(const Face& a, const Face& b) {
+  return a.texture == b.texture && a.WrittenName() == b.WrittenName() && a.rotation == b.rotation &&
+         a.xoff == b.xoff && a.yoff == b.yoff && a.xscale == b.xscale && a.yscale == b.yscale;
+}
+
+bool IsSamePlane(const Plane& a, const Plane& b) {
+  return a.normal == b.normal && a.dist == b.dist;
+}
+
 bool IsSameFace(const Face& a, const Face& b) {
   const auto isSamePoint = [](const WindingPoint& p, const WindingPoint& q) {
     return p.Position() == q.Position();
   };
-  return a.planepts == b.planepts && a.plane.normal == b.plane.normal &&
-         a.plane.dist == b.plane.dist && a.texture == b.texture && a.name == b.name &&
-         a.rotation == b.rotation && a.xoff == b.xoff && a.yoff == b.yoff && a.xscale == b.xscale &&
-         a.yscale == b.yscale && !a.w == !b.w &&
+  return a.planepts == b.planepts && IsSamePlane(a.plane, b.plane) && HasSameLook(a, b) &&
+         !a.w == !b.w &&
          (!a.w || std::ranges::equal(std::as_const(*a.w).Points(), std::as_const(*b.w).Points(),
                                      isSamePoint));
+}
+
+// There and back, neither of which may round.
+bool IsPointMoved(const Vec3& from, const Vec3& to, const Vec3& by) {
+  return from + by == to && to - by == from;
+}
+
+// Of a face that lies in the plane of whole points, which is all that its corners stand for.
+bool IsFaceMoved(const Face& from, const Face& to, const Vec3& by) {
+  if (!from.w || !to.w || from.w->numpoints != to.w->numpoints || !HasSameLook(from, to) ||
+      !AreWhole(from.planepts) || !AreWhole(to.planepts)) {
+    return false;
+  }
+  for (std::size_t i = 0; i < 3; ++i) {
+    if (!IsPointMoved(from.planepts[i], to.planepts[i], by)) return false;
+  }
+  const auto points = std::as_const(*from.w).Points(), moved = std::as_const(*to.w).Points();
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    const Vec3 point = points[i].Position();
+    if (!IsPointMoved(point, moved[i].Position(), by)) return false;
+    if (point == points[(i + 1) % points.size()].Position()) return false;
+  }
+  return IsSamePlane(from.plane, PlaneOf(from.planepts)) &&
+         IsSamePlane(to.plane, PlaneOf(to.planepts));
 }
 
 // A point that equals its successor exactly goes, in a winding one smaller.
@@ -71,11 +102,13 @@ constexpr TextureAxes TEXTURE_AXES[] = {
 };
 
 // Whole textures when one is bound, texels otherwise.
-void ProjectTexture(Face& face) {
+void FitTexture(Face& face) {
+  if (face.xscale == 0) face.xscale = 1;
+  if (face.yscale == 0) face.yscale = 1;
   const TextureAxes& axes = TextureAxesOf(face.plane.normal);
   const double angle = face.rotation * (std::numbers::pi / 180);
-  const double c = std::cos(angle);
-  const double s = std::sin(angle);
+  const double c = angle == 0 ? 1 : std::cos(angle);
+  const double s = angle == 0 ? 0 : std::sin(angle);
   const double width = face.texture && face.texture->width ? face.texture->width : 1;
   const double height = face.texture && face.texture->height ? face.texture->height : 1;
   for (WindingPoint& p : face.w->Points()) {
@@ -153,9 +186,7 @@ void UpdateFromWinding(Face& face) {
   if (!face.w) return;
   DropRepeatedPoints(face.w);
   if (face.HasShape()) TakePlaneFromWinding(face);
-  if (face.xscale == 0) face.xscale = 1;
-  if (face.yscale == 0) face.yscale = 1;
-  ProjectTexture(face);
+  FitTexture(face);
 }
 
 Brush Brush::Copy() const {
@@ -228,7 +259,8 @@ void Brush::Translate(const Vec3& by) {
   for (Face& face : faces_) {
     const bool isCarried = !face.HasShape() || face.HasWholePoints();
     for (Vec3& p : face.planepts) p = p + by;
-    if (isCarried && AreWhole(face.planepts)) {
+    const bool keepsPlane = isCarried && AreWhole(face.planepts);
+    if (keepsPlane) {
       face.TakePlane();
     } else {
       face.plane.dist += Dot(face.plane.normal, DVec3(by));
@@ -239,11 +271,32 @@ void Brush::Translate(const Vec3& by) {
       p.y += by.y;
       p.z += by.z;
     }
-    UpdateFromWinding(face);
+    if (keepsPlane) {
+      DropRepeatedPoints(face.w);
+      FitTexture(face);
+    } else {
+      UpdateFromWinding(face);
+    }
   }
   if (bounds_.IsEmpty()) return;
   bounds_.mins = bounds_.mins + by;
   bounds_.maxs = bounds_.maxs + by;
+}
+
+bool Brush::IsMoved(const Brush& from, const Vec3& by) const {
+  if (!IsPointMoved(from.bounds_.mins, bounds_.mins, by) ||
+      !IsPointMoved(from.bounds_.maxs, bounds_.maxs, by)) {
+    return false;
+  }
+  const auto isFaceMoved = [&by](const Face& was, const Face& is) {
+    return IsFaceMoved(was, is, by);
+  };
+  if (std::ranges::equal(from.faces_, faces_, isFaceMoved)) return true;
+  Brush brush = from.Copy();
+  brush.Translate(by);
+  if (!IsSame(brush, *this)) return false;
+  brush.Translate(-by);
+  return IsSame(brush, from);
 }
 
 std::size_t Brush::Bytes() const {

@@ -103,6 +103,9 @@ class Brush {
   // way to the winding points.
   void Translate(const Vec3& by);
 
+  // Whether `from`, translated, is this to the letter, and this, translated back, is `from`.
+  bool IsMoved(const Brush& from, const Vec3& by) const;
+
   // Reads faces from behind the opening brace up to a brace or to a key's quote, which is not
   // consumed, and rebuilds. Of what lies so far out of the world that faces would be lost no face
   // is left, but their text.

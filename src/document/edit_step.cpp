@@ -22,7 +22,7 @@ EditStep::~EditStep() {
   if (step_.IsEmpty()) return;
   step_.Finish();
   step_.Describe(scope_.Change());
-  map_.undo.Push(std::move(step_));
+  if (!step_.IsEmpty()) map_.undo.Push(std::move(step_));
 }
 
 void EditStep::Change(entity& e) {

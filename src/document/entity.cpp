@@ -295,6 +295,11 @@ bool entity::HasSameKeys(const entity& other) const {
   return class_ == other.class_ && keys_ == other.keys_;
 }
 
+bool entity::IsSameInAnyOrder(const entity& other) const {
+  return class_ == other.class_ && state == other.state && keys_.size() == other.keys_.size() &&
+         IsSame(brush, other.brush) && std::ranges::is_permutation(keys_, other.keys_);
+}
+
 std::size_t entity::Bytes() const {
   std::size_t bytes = sizeof(entity) + brush.Bytes() - sizeof brush;
   for (const KeyPair& pair : keys_) {

@@ -117,6 +117,8 @@ class entity {
   EntityPtr CopyAlone() const;
   // To the letter, class included.
   bool HasSameKeys(const entity& other) const;
+  // Of the object alone: class, brush and keys, in whatever order these stand.
+  bool IsSameInAnyOrder(const entity& other) const;
   // Of the object alone, about.
   std::size_t Bytes() const;
   // What the object itself is changes places: keys, class, brush and what is decoded. The tree

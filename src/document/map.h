@@ -120,7 +120,7 @@ class Map : public entity {
   void FinishSelection();
   void Announce();
   ReplaceResult Write(const std::string& target, unsigned option, const SaveSettings& settings);
-  void TellWritten(const std::string& target, const ReplaceResult& result);
+  void TellWritten(const std::string& target, unsigned option, const ReplaceResult& result);
   void SetWorldspawnKeys(entity& world, const SaveSettings& settings, bool onlyOneWad) const;
   entity* FirstLayer() const;
   bool ReadWorldspawn(TextReader& reader);

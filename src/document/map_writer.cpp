@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -6,6 +7,8 @@
 #include "base/path_text.h"
 #include "base/safe_file.h"
 #include "base/text_writer.h"
+#include "document/classes/class_set.h"
+#include "document/classes/special_classes.h"
 #include "document/map.h"
 #include "document/read_log.h"
 #include "document/written_points.h"
@@ -24,6 +27,29 @@ bool IsQuakeMapName(std::string_view name) {
 
 std::string WithExtension(const std::string& name) {
   return SplitPath(name).extension.size() >= 2 ? name : name + ".xmp";
+}
+
+bool HasBrush(const entity& tree) {
+  return tree.brush.getNumFaces() > 0 ||
+         std::ranges::any_of(tree.getEntityList(),
+                             [](const EntityPtr& child) { return HasBrush(*child); });
+}
+
+// What the game does not get as what it is: an entity that is hidden has lost its class there.
+std::string HiddenText(const Map& map) {
+  int leftOut = 0, inWorld = 0;
+  ForEachEntity(map, [&](const entity& e) {
+    const EntityClass& own = *e.getClass();
+    const char* shown = e.GetKey("XMPoldclassname");
+    if (own.Kind() != EntityKind::Hidden || !shown || !own.Set().FindClass(shown).IsOwnBlock()) {
+      return;
+    }
+    ++(HasBrush(e) ? inWorld : leftOut);
+  });
+  std::string text;
+  if (leftOut > 0) text += Format("; hidden and left out: %d", leftOut);
+  if (inWorld > 0) text += Format("; hidden and made brushes of the world: %d", inWorld);
+  return text;
 }
 
 std::string SavedText(std::string_view target, const SavedShape& shape) {
@@ -95,7 +121,7 @@ std::string Map::ExtendedText(const SaveSettings& settings) const {
   SetWorldspawnKeys(*world, settings, false);
   TextWriter out;
   WriteExtended(out, *world);
-  return out.Text();
+  return std::string(out.Text());
 }
 
 ReplaceResult Map::Write(const std::string& target, unsigned option, const SaveSettings& settings) {
@@ -111,7 +137,7 @@ ReplaceResult Map::Write(const std::string& target, unsigned option, const SaveS
 }
 
 // The status also after a failure, which is meant: that one has had a box of its own.
-void Map::TellWritten(const std::string& target, const ReplaceResult& result) {
+void Map::TellWritten(const std::string& target, unsigned option, const ReplaceResult& result) {
   if (!result.copy.empty()) {
     Report().Show("Error",
                   Format("%s could not be written. All of the map is in %s.", target.c_str(),
@@ -120,6 +146,7 @@ void Map::TellWritten(const std::string& target, const ReplaceResult& result) {
   }
   std::string status =
       SavedText(target, result.written ? ShapeInFile(*this, Report()) : SavedShape());
+  if (IsQuakeMapName(target) && !(option & WRITE_VISIBLE_ONLY)) status += HiddenText(*this);
   if (!result.hasBackup) status += ", without keeping the version before";
   ShowStatus(status);
 }
@@ -132,7 +159,7 @@ bool Map::Save(const std::string& name, unsigned option, const SaveSettings& set
     *log_ = ReadLog(Report());  // the file has what the map has
     MarkSaved();
   }
-  TellWritten(target, result);
+  TellWritten(target, option, result);
   return result.written;
 }
 
@@ -141,7 +168,7 @@ bool Map::Export(const std::string& name, unsigned option, const SaveSettings& s
   SaveSettings withoutBackups = settings;
   withoutBackups.backups = 0;
   const ReplaceResult result = Write(target, option, withoutBackups);
-  TellWritten(target, result);
+  TellWritten(target, option, result);
   return result.written;
 }
 

@@ -40,11 +40,15 @@ void AddSeen(const entity& e, const ShownKinds& shown, Bounds& box) {
 }  // namespace
 
 bool OnlyHolds(const entity& e) {
-  return e.getClass()->Kind() == EntityKind::Layer || e.OwningMap() == &e;
+  return e.getClass()->Kind() == EntityKind::Layer || (!e.Parent() && e.OwningMap() == &e);
+}
+
+bool IsPlainBrush(const entity& e) {
+  return e.getClass()->Kind() == EntityKind::Brush && !e.HasOrigin() && e.getEntityList().empty();
 }
 
 bool IsOpen(const entity& e) {
-  return e.IsVisible() && e.IsEnabled();
+  return (e.IsVisible() && e.IsEnabled()) || (!e.Parent() && e.OwningMap() == &e);
 }
 
 Bounds PointBox(const entity& e) {
@@ -58,10 +62,7 @@ Bounds PointBox(const entity& e) {
 }
 
 Bounds SeenBounds(const entity& e) {
-  // Most objects of a map are plain brushes, which nothing switches off.
-  if (e.getClass()->Kind() == EntityKind::Brush && !e.HasOrigin() && e.getEntityList().empty()) {
-    return e.brush.Box();
-  }
+  if (IsPlainBrush(e)) return e.brush.Box();
   Bounds box;
   if (const Map* map = e.OwningMap()) AddSeen(e, map->Data().shown, box);
   return box;

@@ -17,7 +17,10 @@ struct ShownKinds {
 
 // Layers and the world are no objects: they hold them.
 bool OnlyHolds(const entity& e);
-// Whether the entity itself hides or locks nothing: what it holds is shown as far as itself is.
+// Most objects of a map are: what is nothing but its brush, which nothing switches off.
+bool IsPlainBrush(const entity& e);
+// Whether the entity itself hides or locks nothing: what it holds is shown as far as itself is. A
+// map does not, whatever class a file gives its world.
 bool IsOpen(const entity& e);
 
 // Where an entity is drawn and hit that is more than brushes: the box of its class, or of the

@@ -57,12 +57,8 @@ std::optional<Vec3> WayBack(const entity& is, const entity& was) {
   for (int axis = 0; axis < 3; ++axis) {
     if (back[axis] != std::round(back[axis])) return std::nullopt;
   }
-  if (back == Vec3()) return std::nullopt;
-  Brush brush = there.Copy();
-  brush.Translate(back);
-  if (!IsSame(brush, here)) return std::nullopt;
-  brush.Translate(-back);
-  return IsSame(brush, there) ? std::optional(back) : std::nullopt;
+  if (back == Vec3() || !here.IsMoved(there, back)) return std::nullopt;
+  return back;
 }
 
 }  // namespace
@@ -75,7 +71,13 @@ void UndoStep::Finish() {
   std::erase_if(records_, [&](const auto& record) {
     const auto* contents = std::get_if<Contents>(&record);
     if (!contents) return false;
-    const auto way = WayBack(*contents->object, *contents->other);
+    entity &object = *contents->object, &before = *contents->other;
+    if (object.IsSameInAnyOrder(before)) {
+      // A key that was given anew what it was has gone to the end.
+      object.SwapContents(before);
+      return true;
+    }
+    const auto way = WayBack(object, before);
     if (!way) return false;
     if (shifts.empty() || shifts.back().back != *way) shifts.push_back({{}, *way});
     shifts.back().objects.push_back(contents->object);

@@ -26,8 +26,9 @@ class UndoStep {
   // none. Those of one parent stay in their order. Costs one walk over each old parent's children.
   void Move(std::span<entity* const> objects, entity* parent);
 
-  // All has been done: if that made another layer the current one, taking it back does so too. Of
-  // plain brushes that only went along whole units the way is kept instead of copies.
+  // All has been done: if that made another layer the current one, taking it back does so too. What
+  // is as it was is not kept. Of plain brushes that only went along whole units the way is kept
+  // instead of copies.
   void Finish();
   // Of what the step keeps, about.
   std::uint64_t Bytes() const;

@@ -20,47 +20,51 @@ void UndoStore::KeepWithin() {
     bytes_ -= steps_.front().bytes;
     steps_.pop_front();
   }
+  while (redo_.size() > 1 && bytes_ > budget_) {
+    bytes_ -= redo_.front().bytes;
+    redo_.erase(redo_.begin());
+  }
 }
 
-void UndoStore::Append(Done done) {
-  state_ = done.after;
-  steps_.push_back(std::move(done));
-}
-
-void UndoStore::Weigh() {
-  Done& newest = steps_.back();
-  newest.bytes = newest.step.Bytes();
-  bytes_ += newest.bytes;
-  KeepWithin();
+void UndoStore::Weigh(Done& done) {
+  bytes_ -= done.bytes;
+  done.bytes = done.step.Bytes();
+  bytes_ += done.bytes;
 }
 
 void UndoStore::Push(UndoStep step) {
-  redo_.reset();
-  Append({std::move(step), state_, ++newest_});
-  Weigh();
+  for (const Done& done : redo_) bytes_ -= done.bytes;
+  redo_.clear();
+  steps_.push_back({std::move(step), state_, ++newest_});
+  state_ = newest_;
+  Weigh(steps_.back());
+  KeepWithin();
 }
 
 void UndoStore::Undo() {
   if (steps_.empty()) return;
-  redo_.emplace(std::move(steps_.back()));
+  redo_.push_back(std::move(steps_.back()));
   steps_.pop_back();
-  bytes_ -= redo_->bytes;
-  state_ = redo_->before;
-  redo_->step.ReverseAndAnnounce();
+  state_ = redo_.back().before;
+  redo_.back().step.ReverseAndAnnounce();
+  Weigh(redo_.back());
+  KeepWithin();
 }
 
 void UndoStore::Redo() {
-  if (!redo_) return;
-  Append(std::move(*redo_));
-  redo_.reset();
+  if (redo_.empty()) return;
+  steps_.push_back(std::move(redo_.back()));
+  redo_.pop_back();
+  state_ = steps_.back().after;
   steps_.back().step.ReverseAndAnnounce();
-  Weigh();
+  Weigh(steps_.back());
+  KeepWithin();
 }
 
 void UndoStore::Clear() {
   steps_.clear();
+  redo_.clear();
   bytes_ = 0;
-  redo_.reset();
   state_ = ++newest_;
 }
 

@@ -1,4 +1,4 @@
-// The steps of a map that can be taken back, and the one that can be done again. After an undo the
+// The steps of a map that can be taken back, and those that can be done again. After an undo the
 // map is what it was, in the same order.
 #pragma once
 
@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <deque>
 #include <limits>
-#include <optional>
+#include <vector>
 
 #include "document/undo_step.h"
 
@@ -25,19 +25,20 @@ class UndoStore {
   void SetLevels(std::size_t levels);
   void SetBudget(std::uint64_t bytes);
 
-  // A step that has been done. When they are too many or hold too much, the oldest are dropped with
-  // what they hold, and what could be redone cannot be any more.
+  // A step that has been done: what could be redone cannot be any more. When there are too many, or
+  // they hold too much, the oldest are dropped with what they hold; then those that would be redone
+  // last.
   void Push(UndoStep step);
 
   bool CanUndo() const { return !steps_.empty(); }
-  bool CanRedo() const { return redo_.has_value(); }
+  bool CanRedo() const { return !redo_.empty(); }
   std::size_t StepCount() const { return steps_.size(); }
-  // What the steps that can be taken back hold, in bytes.
+  // What all steps hold.
   std::uint64_t Bytes() const { return bytes_; }
   StateId State() const { return state_; }
   // Both announce what comes and goes.
   void Undo();
-  // Applies the step last undone again, as a step of its own. Only the last one can be.
+  // Applies the step last undone again, as a step of its own; then the one undone before it.
   void Redo();
   // For a document that is another one now.
   void Clear();
@@ -50,16 +51,15 @@ class UndoStore {
     std::uint64_t bytes = 0;
   };
 
-  void Append(Done done);
-  // The newest step is as it will be kept: it counts.
-  void Weigh();
+  // Counts the step as it is kept now.
+  void Weigh(Done& done);
   void KeepWithin();
 
   std::size_t levels_;
   std::uint64_t budget_ = std::numeric_limits<std::uint64_t>::max();
   std::uint64_t bytes_ = 0;
   std::deque<Done> steps_;
-  std::optional<Done> redo_;
+  std::vector<Done> redo_;  // the next one last
   StateId state_ = 0, newest_ = 0;
 };
 

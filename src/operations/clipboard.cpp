@@ -8,7 +8,7 @@
 #include "base/safe_file.h"
 #include "base/text_reader.h"
 #include "base/text_writer.h"
-#include "document/classes/entity_class.h"
+#include "document/classes/class_set.h"
 #include "document/edit_step.h"
 #include "document/map.h"
 #include "document/picking.h"
@@ -27,11 +27,16 @@ bool LooksLikeMap(std::string_view text) {
          (text[start] == '{' || text.substr(start).starts_with("//"));
 }
 
+// A layer or a world.
+bool OnlyHoldsObjects(std::string_view classname, const ClassSet& classes) {
+  return IsWorldspawn(classname) || classes.FindClass(classname).Kind() == EntityKind::Layer;
+}
+
 // The world of a text may be an object itself: who copies a single entity or brush out of a text
 // file has it in the outermost braces.
 EntityPtr TakeWorldAsObject(Map& read) {
   const char* classname = read.GetKey("classname");
-  const bool isWorld = !classname || EqualNoCase(classname, "worldspawn");
+  const bool isWorld = !classname || OnlyHoldsObjects(classname, *read.classSet);
   if (isWorld && read.brush.getNumFaces() == 0) return nullptr;
   EntityPtr object = NewEntity(read, isWorld ? "brush" : classname);
   for (int i = 0; i < read.numkeys() && !isWorld; ++i) {
@@ -100,7 +105,7 @@ std::string SelectionText(const Map& map) {
   WriteKey(out, "XMPversion", "1.01");
   for (const entity* root : roots) root->WriteExtended(out);
   out.Put("}\n");
-  return out.Text();
+  return std::string(out.Text());
 }
 
 EditResult CutSelection(Map& map, std::string& text) {

@@ -75,11 +75,11 @@ bool CloseHalf(Brush& half, const Cut& cut, const Face& look, const char* check,
   return true;
 }
 
+// False when a half would have too many faces.
 bool Split(const Brush& source, const Cut& cut, const Face& look, Brush& outside, Brush& inside,
            Reporter& reporter) {
   outside.Clear();
   inside.Clear();
-  if (source.getNumFaces() == 0) return false;
   for (const Face& face : source.Faces()) {
     const Sides sides = SidesOf(face, cut.plane);
     if (sides.front) outside.AddFace(WithoutWinding(face));
@@ -92,7 +92,7 @@ bool Split(const Brush& source, const Cut& cut, const Face& look, Brush& outside
     outside.Clear();
     inside.Clear();
   }
-  return true;
+  return fits;
 }
 
 }  // namespace
@@ -107,12 +107,13 @@ bool SplitBrush(const Brush& source, const Plane& split, Brush& outside, Brush& 
   const WindingPtr square = BasePolyForPlane(split, reporter);
   Cut cut{split, {}};
   for (std::size_t i = 0; i < 3; ++i) cut.points[i] = square->Points()[i].Position();
-  return Split(source, cut, source.face(0), outside, inside, reporter);
+  Split(source, cut, source.face(0), outside, inside, reporter);
+  return true;
 }
 
 Carving Carve(const Brush& source, const Brush& cutter, const ClassSet& classes, CapTexture caps,
               Reporter& reporter) {
-  Carving carving{true, {}, OnWholePlanes(source, reporter)};
+  Carving carving{CutLoss::None, {}, OnWholePlanes(source, reporter)};
   Brush& rest = carving.inside;
   const Brush whole = OnWholePlanes(cutter, reporter);
   for (const Face& face : whole.Faces()) {
@@ -127,11 +128,15 @@ Carving Carve(const Brush& source, const Brush& cutter, const ClassSet& classes,
     }
     Brush inside(source.Outline());
     const Face& look = caps == CapTexture::First ? rest.face(0) : face;
-    Split(rest, {face.plane, face.planepts}, look, piece->brush, inside, reporter);
+    if (!Split(rest, {face.plane, face.planepts}, look, piece->brush, inside, reporter)) {
+      carving.loss = CutLoss::TooManyFaces;
+      break;
+    }
     rest = std::move(inside);
-    carving.isWhole =
-        piece->brush.getNumFaces() >= SMALLEST_SOLID && rest.getNumFaces() >= SMALLEST_SOLID;
-    if (!carving.isWhole) break;
+    if (piece->brush.getNumFaces() < SMALLEST_SOLID || rest.getNumFaces() < SMALLEST_SOLID) {
+      carving.loss = CutLoss::TooSmall;
+      break;
+    }
     carving.outside.push_back(std::move(piece));
   }
   return carving;

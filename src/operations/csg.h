@@ -21,8 +21,15 @@ bool SplitBrush(const Brush& source, const Plane& split, Brush& outside, Brush& 
 // Whose texture the cap of a piece takes: that of the source's first face, or of the face that cut.
 enum class CapTexture { First, Cutter };
 
+// Why a cut cannot be made: what would be lost.
+enum class CutLoss {
+  None,
+  TooManyFaces,  // of a piece
+  TooSmall       // a piece, for whole units
+};
+
 struct Carving {
-  bool isWhole = true;             // false: a piece was lost, the others are not to be used
+  CutLoss loss = CutLoss::None;    // of a piece: the others are not to be used
   std::vector<EntityPtr> outside;  // convex pieces of class "brush", which overlap nowhere
   Brush inside;                    // no faces when there is no common part
 };

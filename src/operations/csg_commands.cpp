@@ -14,6 +14,7 @@
 #include "document/map.h"
 #include "document/picking.h"
 #include "operations/csg.h"
+#include "operations/new_entity.h"
 
 namespace ferrowand {
 namespace {
@@ -47,17 +48,42 @@ std::vector<const Brush*> CuttersOf(std::span<entity* const> objects) {
   return brushes;
 }
 
-bool AreKeepable(const std::vector<EntityPtr>& pieces, Reporter& reporter) {
-  return std::ranges::all_of(
-      pieces, [&](const EntityPtr& piece) { return IsKeepable(piece->brush, reporter); });
+CutLoss LossOf(const Carving& carving, const std::vector<EntityPtr>& pieces, Reporter& reporter) {
+  const auto isKeepable = [&](const EntityPtr& piece) {
+    return IsKeepable(piece->brush, reporter);
+  };
+  if (carving.loss != CutLoss::None || std::ranges::all_of(pieces, isKeepable)) return carving.loss;
+  return CutLoss::TooSmall;
 }
 
-void ReportUncut(std::size_t uncut, Reporter& reporter) {
-  if (uncut == 0) return;
-  reporter.Show("Ferrowand says",
-                Format("%u of the brushes could not be cut and stay as they were: a piece would "
-                       "have too many faces, or be too small for whole units.",
-                       static_cast<unsigned>(uncut)));
+// What happened to one brush and all that has become of it.
+class Losses {
+ public:
+  void Note(CutLoss loss) {
+    tooManyFaces_ |= loss == CutLoss::TooManyFaces;
+    tooSmall_ |= loss == CutLoss::TooSmall;
+  }
+  void AddTo(CsgCount& count) const {
+    count.tooManyFaces += tooManyFaces_;
+    count.tooSmall += tooSmall_;
+  }
+
+ private:
+  bool tooManyFaces_ = false;
+  bool tooSmall_ = false;
+};
+
+void ReportUncut(const CsgCount& count, Reporter& reporter) {
+  std::string text;
+  const auto add = [&](std::size_t brushes, const char* reason) {
+    if (brushes == 0) return;
+    if (!text.empty()) text += "\n";
+    text += Format("%u %s not be cut as wanted: a piece would %s.", static_cast<unsigned>(brushes),
+                   brushes == 1 ? "brush could" : "brushes could", reason);
+  };
+  add(count.tooManyFaces, "have too many faces");
+  add(count.tooSmall, "be too small for whole units");
+  if (!text.empty()) reporter.Show("Ferrowand says", text);
 }
 
 // One walk over the map: each brush is cut by the cutters that it meets, in their order, and so is
@@ -85,7 +111,7 @@ class Subtraction {
   };
 
   bool CutBrush(entity& target);
-  bool Cut(const Work& work, std::vector<Work>& more);
+  bool Cut(const Work& work, std::vector<Work>& more, Losses& losses);
   void Give(entity& target, int depth, std::vector<EntityPtr> pieces, const Work& rest,
             std::vector<Work>& more);
 
@@ -113,34 +139,34 @@ bool Subtraction::CutBrush(entity& target) {
   std::vector<std::size_t> met = boxes_.Overlapping(target.brush.Box());
   if (met.empty()) return false;
   std::vector<Work> open;
-  const bool isCut = Cut({&target, std::move(met), DepthOf(target)}, open);
+  Losses losses;
+  const bool isCut = Cut({&target, std::move(met), DepthOf(target)}, open, losses);
   while (!open.empty()) {
     const Work next = std::move(open.back());
     open.pop_back();
-    Cut(next, open);
+    Cut(next, open, losses);
   }
+  count_.cut += isCut;
+  losses.AddTo(count_);
   return isCut;
 }
 
-bool Subtraction::Cut(const Work& work, std::vector<Work>& more) {
+bool Subtraction::Cut(const Work& work, std::vector<Work>& more, Losses& losses) {
   entity& target = *work.object;
-  bool failed = false;
   for (auto cutter = work.cutters.begin(); cutter != work.cutters.end(); ++cutter) {
     const Brush& by = *cutters_[*cutter];
     if (!BoxesOverlap(target.brush.Box(), by.Box())) continue;
     Carving carving = Carve(target.brush, by, *step_.map().classSet, CapTexture::First, reporter_);
-    if (!carving.isWhole || !AreKeepable(carving.outside, reporter_)) {
-      failed = true;
+    if (const CutLoss loss = LossOf(carving, carving.outside, reporter_); loss != CutLoss::None) {
+      losses.Note(loss);
       continue;
     }
     step_.ChangeKeys(target);
     target.brush.Clear();
-    ++count_.cut;
     Give(target, work.depth, std::move(carving.outside),
          {nullptr, {cutter + 1, work.cutters.end()}, 0}, more);
     return true;
   }
-  if (failed) ++count_.uncut;
   return false;
 }
 
@@ -200,8 +226,7 @@ class Intersection {
         classes_(classes),
         reporter_(reporter) {}
 
-  // False when a part would be lost.
-  bool Add(const Brush& target, entity& holder) const;
+  CutLoss Add(const Brush& target, entity& holder) const;
 
  private:
   std::vector<const Brush*> cutters_;
@@ -210,7 +235,7 @@ class Intersection {
   Reporter& reporter_;
 };
 
-bool Intersection::Add(const Brush& target, entity& holder) const {
+CutLoss Intersection::Add(const Brush& target, entity& holder) const {
   std::vector<EntityPtr> outside;
   outside.push_back(std::make_unique<entity>(classes_));
   outside.back()->brush = target.Copy();
@@ -219,17 +244,17 @@ bool Intersection::Add(const Brush& target, entity& holder) const {
     for (const EntityPtr& piece : outside) {
       Carving carving =
           Carve(piece->brush, *cutters_[cutter], classes_, CapTexture::First, reporter_);
-      if (!carving.isWhole) return false;
+      if (carving.loss != CutLoss::None) return carving.loss;
       std::ranges::move(carving.outside, std::back_inserter(next));
       if (carving.inside.getNumFaces() == 0) continue;
-      if (!IsKeepable(carving.inside, reporter_)) return false;
+      if (!IsKeepable(carving.inside, reporter_)) return CutLoss::TooSmall;
       EntityPtr common = std::make_unique<entity>(classes_);
       common->brush = std::move(carving.inside);
       holder.AddChild(std::move(common));
     }
     outside = std::move(next);
   }
-  return true;
+  return CutLoss::None;
 }
 
 }  // namespace
@@ -265,7 +290,7 @@ void SubtractSelection(Map& map) {
       GiveBack(step, objects);
     }
   }
-  ReportUncut(count.uncut, map.Data().reporter);
+  ReportUncut(count, map.Data().reporter);
 }
 
 entity* IntersectSelection(Map& map) {
@@ -276,15 +301,20 @@ entity* IntersectSelection(Map& map) {
   AddTargets(*objects[0], targets);
   const Intersection intersection(CuttersOf({objects.data() + 1, 1}), *map.classSet, reporter);
   EntityPtr common = std::make_unique<entity>(*map.classSet);
-  std::size_t lost = 0;
-  for (const Brush* target : targets) lost += !intersection.Add(*target, *common);
-  ReportUncut(lost, reporter);
-  if (lost > 0) return nullptr;
+  CsgCount count;
+  for (const Brush* target : targets) {
+    Losses losses;
+    losses.Note(intersection.Add(*target, *common));
+    losses.AddTo(count);
+  }
+  ReportUncut(count, reporter);
+  if (count.tooManyFaces + count.tooSmall > 0) return nullptr;
 
   if (common->getEntityList().empty()) {
     map.selection.Clear();
     return nullptr;
   }
+  if (!MayAddTo(map.NewParent())) return nullptr;
   EditStep step(map);
   step.Remove(objects);
   common->SetKey("XMPentityname", "CSGed father");

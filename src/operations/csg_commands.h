@@ -10,8 +10,10 @@ namespace ferrowand {
 class EditStep;
 
 struct CsgCount {
-  std::size_t cut = 0;    // brushes that gave way to their pieces
-  std::size_t uncut = 0;  // those that stayed, since a piece would have been lost
+  std::size_t cut = 0;  // brushes that gave way to their pieces
+  // Those that a cutter, or several, could not cut.
+  std::size_t tooManyFaces = 0;  // of a piece
+  std::size_t tooSmall = 0;      // a piece, for whole units
 };
 
 // Cuts everything visible and enabled from the target downwards: each brush whose box overlaps the
@@ -25,7 +27,8 @@ CsgCount SubtractEntity(entity& target, const entity& cutter, EditStep& step);
 // one message.
 void SubtractSelection(Map& map);
 // Of exactly two selected objects: what the first has in common with the second, in one new object
-// in place of both, which is selected. Null when there is nothing, and both stay where they were.
+// in place of both, which is selected. Null when there is nothing, or the user, asked about a layer
+// out of sight, declines: both stay where they were.
 entity* IntersectSelection(Map& map);
 
 }  // namespace ferrowand

@@ -25,6 +25,12 @@ const char* Reason(EditResult result) {
       return "There would be no brush in it";
     case EditResult::SecondWorld:
       return "A map has one worldspawn";
+    case EditResult::EditorsOwn:
+      return "Layers, hidden objects and templates are made by commands of their own";
+    case EditResult::NoName:
+      return "A template needs a name";
+    case EditResult::NameTaken:
+      return "There is a template of this name already";
     case EditResult::LastLayer:
       return "A map needs a layer";
     case EditResult::NotAMap:

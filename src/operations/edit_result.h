@@ -15,6 +15,9 @@ enum class EditResult {
   NotAGroup,
   NoBrushes,    // what would be a brush entity holds none
   SecondWorld,  // a map has one worldspawn
+  EditorsOwn,   // a class that holds or hides objects, and is none itself
+  NoName,
+  NameTaken,  // a second one could not be found
   LastLayer,
   NotAMap,     // the text holds no objects
   CannotOpen,  // the file

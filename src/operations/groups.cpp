@@ -53,7 +53,8 @@ EditResult GroupSelection(Map& map) {
 }
 
 EditResult GroupSelectionAs(Map& map, const EntityClass& entityClass) {
-  if (IsWorldspawn(entityClass.classname)) return EditResult::SecondWorld;
+  const EditResult fit = CheckClass(*map.classSet, entityClass.classname);
+  if (fit != EditResult::Done) return fit;
   const std::vector<entity*> roots = SelectedRoots(map);
   if (roots.empty()) return EditResult::NothingSelected;
   entity& first = *roots.front();

@@ -37,10 +37,10 @@ std::vector<EntityPtr> Walls(const Brush& brush, int width, const ClassSet& clas
   const Brush& outer = width > 0 ? brush : moved;
   const Brush& inner = width > 0 ? moved : brush;
   Carving carving = Carve(outer, inner, classes, CapTexture::Cutter, reporter);
-  const bool isSound =
-      carving.isWhole && std::ranges::all_of(carving.outside, [&](const EntityPtr& wall) {
-        return IsKeepable(wall->brush, reporter);
-      });
+  const bool isSound = carving.loss == CutLoss::None &&
+                       std::ranges::all_of(carving.outside, [&](const EntityPtr& wall) {
+                         return IsKeepable(wall->brush, reporter);
+                       });
   return isSound ? std::move(carving.outside) : std::vector<EntityPtr>();
 }
 

@@ -18,12 +18,15 @@ template <typename Change>
 EditResult ChangeKeysOfSelection(Map& map, const Change& change) {
   const std::vector<entity*> roots = SelectedRoots(map);
   if (roots.empty()) return EditResult::NothingSelected;
+  std::vector<entity*> reclassed;
   EditStep step(map);
   for (entity* root : roots) {
+    const EntityClass* const before = root->getClass();
     step.ChangeKeys(*root);
     change(*root);
+    if (root->getClass() != before) reclassed.push_back(root);
   }
-  if (SettleBlocks(step, roots)) return EditResult::Done;
+  if (SettleBlocks(step, reclassed)) return EditResult::Done;
   step.Cancel();
   return EditResult::NoBrushes;
 }
@@ -43,7 +46,10 @@ EditResult InsertCopy(Map& map, const entity& prototype, const Vec3& at) {
 
 EditResult SetKeyOfSelection(Map& map, std::string_view name, std::string_view value) {
   const std::string fitName = FitForKey(name), fitValue = FitForKey(value);
-  if (EqualNoCase(fitName, "classname") && IsWorldspawn(fitValue)) return EditResult::SecondWorld;
+  if (EqualNoCase(fitName, "classname")) {
+    const EditResult fit = CheckClass(*map.classSet, fitValue);
+    if (fit != EditResult::Done) return fit;
+  }
   return ChangeKeysOfSelection(map, [&](entity& e) { e.SetKey(fitName, fitValue); });
 }
 
@@ -56,7 +62,8 @@ EditResult RemoveKeyOfSelection(Map& map, std::string_view name) {
 }
 
 EditResult SetClassOfSelection(Map& map, const EntityClass& entityClass) {
-  if (IsWorldspawn(entityClass.classname)) return EditResult::SecondWorld;
+  const EditResult fit = CheckClass(*map.classSet, entityClass.classname);
+  if (fit != EditResult::Done) return fit;
   return ChangeKeysOfSelection(map, [&](entity& e) {
     e.SetKey("classname", entityClass.classname);
     if (entityClass.hasTilde) e.SetFlags(entityClass.tildeValue);

@@ -89,8 +89,10 @@ void RecolourLayer(Map& map, entity& layer, Colour colour) {
 }
 
 EditResult MoveSelectionToLayer(Map& map, entity& layer) {
-  const std::vector<entity*> roots = SelectedRoots(map);
+  std::vector<entity*> roots = SelectedRoots(map);
   if (roots.empty()) return EditResult::NothingSelected;
+  std::erase_if(roots, [&](const entity* root) { return root->Parent() == &layer; });
+  if (roots.empty()) return EditResult::Done;
   EditStep step(map);
   MoveObjects(step, roots, layer);
   return EditResult::Done;

@@ -51,6 +51,17 @@ EntityPtr NewEntity(const Map& map, std::string_view classname) {
   return e;
 }
 
+EditResult CheckClass(const ClassSet& classes, std::string_view classname) {
+  switch (classes.FindClass(classname).Kind()) {
+    case EntityKind::Layer:
+    case EntityKind::Hidden:
+    case EntityKind::TemplateClass:
+      return EditResult::EditorsOwn;
+    default:
+      return IsWorldspawn(classname) ? EditResult::SecondWorld : EditResult::Done;
+  }
+}
+
 entity& AddTo(EditStep& step, EntityPtr e, entity& parent) {
   entity& home = HomeFor(parent, *e);
   entity& added = *home.InsertChild(std::move(e), home.getEntityList().size());
@@ -59,7 +70,8 @@ entity& AddTo(EditStep& step, EntityPtr e, entity& parent) {
 }
 
 EditResult AddAndSelect(Map& map, EntityPtr e, const Vec3& at) {
-  if (IsWorldspawn(e->getClass()->classname)) return EditResult::SecondWorld;
+  const EditResult fit = CheckClass(*map.classSet, e->getClass()->classname);
+  if (fit != EditResult::Done) return fit;
   if (!MayAddTo(map.NewParent())) return EditResult::Declined;
   e->SetOrigin(at);
   EditStep step(map);

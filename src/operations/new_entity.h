@@ -11,10 +11,14 @@
 
 namespace ferrowand {
 
+class ClassSet;
 class EditStep;
 
 // Of the class that the map knows by that name, with the flags that it fixes. In no map yet.
 EntityPtr NewEntity(const Map& map, std::string_view classname);
+
+// Whether objects may be made that are of the class.
+EditResult CheckClass(const ClassSet& classes, std::string_view classname);
 
 // At the parent's end, or where else the object may stand (HomeFor).
 entity& AddTo(EditStep& step, EntityPtr e, entity& parent);

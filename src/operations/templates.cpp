@@ -1,5 +1,6 @@
 #include "operations/templates.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "base/text_writer.h"
@@ -14,6 +15,9 @@
 namespace ferrowand {
 namespace {
 
+// Less leaves nothing of a brush, and the key would tell it as 0.
+constexpr double SMALLEST_SCALE = 0.001;
+
 EntityPtr NewInstance(const Map& map, const InstanceSettings& settings, const Vec3& origin) {
   EntityPtr instance = NewEntity(map, "templateInstance");
   instance->SetKey("XMPclass", FitForKey(settings.templateName));
@@ -23,6 +27,11 @@ EntityPtr NewInstance(const Map& map, const InstanceSettings& settings, const Ve
   }
   instance->SetOrigin(origin);
   return instance;
+}
+
+bool IsTaken(const Map& map, const std::string& name) {
+  const std::vector<std::string> names = TemplateNames(map);
+  return std::ranges::find(names, name) != names.end();
 }
 
 }  // namespace
@@ -37,6 +46,9 @@ std::vector<std::string> TemplateNames(const Map& map) {
 }
 
 EditResult MakeTemplate(Map& map, std::string_view name, const Vec3& pivot) {
+  const std::string fitName = FitForKey(name);
+  if (fitName.empty()) return EditResult::NoName;
+  if (IsTaken(map, fitName)) return EditResult::NameTaken;
   const std::vector<entity*> roots = SelectedRoots(map);
   if (roots.empty()) return EditResult::NothingSelected;
   entity& parent = *roots.front()->Parent();
@@ -52,9 +64,9 @@ EditResult MakeTemplate(Map& map, std::string_view name, const Vec3& pivot) {
     return result;
   }
   EntityPtr holder = NewEntity(map, "templateClass");
-  holder->SetKey("XMPentityname", FitForKey(name));
+  holder->SetKey("XMPentityname", fitName);
   entity& templateClass = step.Add(std::move(holder), parent);
-  entity& instance = step.Add(NewInstance(map, {std::string(name), 0, {1, 1, 1}}, pivot), parent);
+  entity& instance = step.Add(NewInstance(map, {fitName, 0, {1, 1, 1}}, pivot), parent);
   MoveObjects(step, roots, templateClass);
   Select(map, &instance, false);
   return EditResult::Done;
@@ -62,9 +74,9 @@ EditResult MakeTemplate(Map& map, std::string_view name, const Vec3& pivot) {
 
 EditResult InsertInstance(Map& map, const InstanceSettings& settings, const Vec3& origin) {
   for (int axis = 0; axis < 3; ++axis) {
-    if (settings.scale[axis] == 0 || !std::isfinite(settings.scale[axis])) {
-      return EditResult::Flattens;
-    }
+    const double size = std::fabs(settings.scale[axis]);
+    if (!(size >= SMALLEST_SCALE)) return EditResult::Flattens;
+    if (!(size <= 1 / SMALLEST_SCALE)) return EditResult::OutsideWorld;
   }
   return AddAndSelect(map, NewInstance(map, settings, origin), origin);
 }

@@ -47,6 +47,49 @@ std::array<double, 2> CosSin(double degrees) {
   return {std::cos(radians), std::sin(radians)};
 }
 
+// A turn by twice the angle whose cosine is w, about the axis along v.
+struct Quaternion {
+  double w;
+  DVec3 v;
+};
+
+Quaternion operator*(const Quaternion& a, const Quaternion& b) {
+  return {a.w * b.w - Dot(a.v, b.v), b.v * a.w + a.v * b.w + Cross(a.v, b.v)};
+}
+
+Matrix MatrixOf(const Quaternion& q) {
+  Matrix matrix(3, 3);
+  for (int x = 0; x < 3; ++x) {
+    DVec3 axis;
+    axis[x] = 1;
+    const DVec3 aside = Cross(q.v, axis);
+    const DVec3 column = axis + (aside * q.w + Cross(q.v, aside)) * 2;
+    for (int y = 0; y < 3; ++y) {
+      matrix.At(static_cast<unsigned>(x), static_cast<unsigned>(y)) = static_cast<float>(column[y]);
+    }
+  }
+  return matrix;
+}
+
+// The turn by the three angles, so many times over. About one axis that is exact where the angle
+// is; about several the angles must not be multiplied one by one.
+Matrix RepeatedTurn(const DVec3& degrees, int times) {
+  if ((degrees.x != 0) + (degrees.y != 0) + (degrees.z != 0) <= 1) {
+    return TurnMatrix(degrees * times);
+  }
+  Quaternion turn{1, {}};
+  for (int axis = 0; axis < 3; ++axis) {
+    const double half = degrees[axis] * (std::numbers::pi / 360);
+    Quaternion one{std::cos(half), {}};
+    one.v[axis] = std::sin(half);
+    turn = one * turn;
+  }
+  const double sine = Length(turn.v);
+  if (sine == 0) return Matrix::Diagonal(1, 1, 1);
+  const double angle = std::atan2(sine, turn.w) * times;
+  return MatrixOf({std::cos(angle), turn.v * (std::sin(angle) / sine)});
+}
+
 // The group that leads takes copies, of itself aside.
 entity& ParentForCopy(const Map& map, const entity& original) {
   entity* const leading = map.leadingGroup();
@@ -134,7 +177,7 @@ EditResult DuplicateSelection(Map& map, const MultiDuplicate& how,
   if (roots.empty()) return EditResult::NothingSelected;
   std::int64_t objects = 0;
   for (const entity* root : roots) objects += CountObjects(*root);
-  if (how.count * objects > MAXCOPIES) return EditResult::TooMany;
+  if (how.count > 1 && how.count * objects > MAXCOPIES) return EditResult::TooMany;
 
   if (map.leadingGroup() && !MayAddTo(*map.leadingGroup())) return EditResult::Declined;
 
@@ -146,7 +189,7 @@ EditResult DuplicateSelection(Map& map, const MultiDuplicate& how,
   const DVec3 middle = MiddleOfSelection(map);
   std::vector<NewCopy> copies;
   for (int i = 1; i <= how.count; ++i) {
-    const Transformation turn(TurnMatrix(how.turn * i), middle);
+    const Transformation turn(RepeatedTurn(how.turn, i), middle);
     const Transformation move(how.offset * static_cast<float>(i));
     for (entity* root : roots) {
       EntityPtr copy = root->Copy();

@@ -46,12 +46,12 @@ Matrix TurnMatrix(int axisu, int axisv, double degrees);
 // afterwards. They lie where the originals do, moved by the offset.
 EditResult DuplicateSelection(Map& map, const Vec3& offset, const TransformOptions& options);
 
-inline constexpr int MAXCOPIES = 50000;  // objects that one command may make
+inline constexpr int MAXCOPIES = 50000;  // objects that several copies may have together
 
 struct MultiDuplicate {
   int count = 1;  // of copies
   Vec3 offset;    // each against the one before
-  DVec3 turn;     // degrees, likewise, about the middle of the selection
+  DVec3 turn;     // degrees, likewise: about X, then Y, then Z, through the selection's middle
 };
 EditResult DuplicateSelection(Map& map, const MultiDuplicate& how, const TransformOptions& options);
 

@@ -62,6 +62,7 @@ class HitWalk {
   }
 
   bool Visit(entity& e) {
+    if (IsPlainBrush(e) && IsFarFrom(e.brush.Box())) return false;
     if (!IsOpen(e)) return false;
     const Hit hit = Own(e);
     if (hit.object && visit_(hit)) return true;

@@ -15,7 +15,7 @@ namespace {
 std::string Written(double value) {
   TextWriter out;
   out.PutFloat(value);
-  return out.Text();
+  return std::string(out.Text());
 }
 
 TEST(TextWriter, WhatIsNoNumberNoReaderWouldTakeBack) {

@@ -42,7 +42,7 @@ class BrushTest : public testing::Test {
   std::string Written() {
     TextWriter out;
     brush.WriteFaces(out, reporter);
-    return out.Text();
+    return std::string(out.Text());
   }
 
   TempDir folder;
@@ -74,6 +74,14 @@ TEST_F(BrushTest, AReadCubeIsWrittenByItsWindings) {
     EXPECT_EQ(brush.face(i).plane.normal, first.face(i).plane.normal);
     EXPECT_EQ(brush.face(i).plane.dist, first.face(i).plane.dist);
   }
+}
+
+TEST_F(BrushTest, AMissingParenthesisIsAFailedAssertionAndReadingGoesOn) {
+  Read("( 0 0 0 ( 64 0 0 ) ( 64 64 0 ) t 0 0 0 1 1\n" + CUBE + "}");
+  ASSERT_FALSE(sink.messages.empty());
+  EXPECT_EQ(sink.messages.front().title, "ASSERTION FAILURE");
+  EXPECT_NE(sink.messages.front().text.find("\"c==chr\""), std::string::npos);
+  EXPECT_EQ(rest, "}");
 }
 
 // Nor does it take anything of what follows its line.

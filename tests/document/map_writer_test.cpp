@@ -127,6 +127,17 @@ TEST_F(MapWriterTest, WhatASaveMovesIsSaidBehindItsText) {
             "0.50 units");
 }
 
+TEST_F(MapWriterTest, WhatTheGameGetsOtherwiseBecauseItIsHiddenIsCounted) {
+  const std::string hidden = "\"classname\" \"hidden\"\"XMPoldclassname\" ";
+  const auto map = ReadText("{" + ("{" + hidden + "\"light\" \"origin\" \"0 0 0\"}") +
+                            ("{" + hidden + "\"func_door\"" + Cuboid(0, 0, 0, 8, 8, 8) + "}") +
+                            ("{" + hidden + "\"brush\"" + Cuboid(0, 0, 0, 8, 8, 8) + "}}"));
+  map->AddObserver(*this);
+  ASSERT_TRUE(map->Export(temp.Path("room.map"), 0, {}));
+  EXPECT_EQ(status.back(),
+            "Saved MAP format; hidden and left out: 1; hidden and made brushes of the world: 1");
+}
+
 TEST_F(MapWriterTest, ASaveThatFailsCostsNothing) {
   const auto map = ReadText("{}");
   const std::string oldName = map->filename;

@@ -7,6 +7,7 @@
 #include "operations/edit_fixture.h"
 #include "operations/groups.h"
 #include "operations/insert.h"
+#include "operations/layers.h"
 #include "operations/templates.h"
 #include "operations/transform_selection.h"
 #include "support/cases.h"
@@ -67,18 +68,50 @@ TEST_F(BlocksTest, ADoorIsMadeOfTheBrushesAmongWhatIsSelected) {
   EXPECT_EQ(Text(), before);
 }
 
-TEST_F(BlocksTest, AMapHasOneWorld) {
-  const EntityClass& world = Class("worldspawn");
-  EXPECT_EQ(InsertEntity(*map, world, {}), EditResult::SecondWorld);
-  Pick({"p", "a"});
-  EXPECT_EQ(GroupSelectionAs(*map, world), EditResult::SecondWorld);
-  EXPECT_EQ(SetClassOfSelection(*map, world), EditResult::SecondWorld);
-  EXPECT_EQ(SetKeyOfSelection(*map, "Classname", "WorldSpawn"), EditResult::SecondWorld);
-  EXPECT_EQ(PasteText(*map, "{\"classname\" \"worldspawn\"}{\"classname\" \"worldspawn\"" +
-                                Cuboid(0, 0, 0, 8, 8, 8) + "}"),
-            EditResult::Done);
-  EXPECT_EQ(map->selection.size(), 1u);
-  EXPECT_TRUE(IsPlayable(*map));
+TEST_F(BlocksTest, WhatAFileNestedStaysWhenOnlyItsKeysChange) {
+  Open("{\"classname\" \"func_door\" \"XMPentityname\" \"door\"" +
+       Point("p", "\"origin\" \"0 0 128\"") + "}");
+  Pick({"door"});
+  EXPECT_EQ(SetKeyOfSelection(*map, "speed", "9"), EditResult::Done);
+  EXPECT_EQ(Children("door"), Names{"p"});
+  EXPECT_TRUE(IsPlayable(*map)) << "it is written behind its door";
+}
+
+TEST_F(BlocksTest, NoObjectIsMadeOfAClassThatHoldsObjects) {
+  const std::string before = Text();
+  for (const auto& [name, refusal] :
+       Cases<const char*, EditResult>{{"worldspawn", EditResult::SecondWorld},
+                                      {"layer", EditResult::EditorsOwn},
+                                      {"hidden", EditResult::EditorsOwn},
+                                      {"templateClass", EditResult::EditorsOwn}}) {
+    SCOPED_TRACE(name);
+    EXPECT_EQ(InsertEntity(*map, Class(name), {}), refusal);
+    Pick({"p", "a"});
+    EXPECT_EQ(GroupSelectionAs(*map, Class(name)), refusal);
+    EXPECT_EQ(SetClassOfSelection(*map, Class(name)), refusal);
+    EXPECT_EQ(SetKeyOfSelection(*map, "Classname", name), refusal);
+  }
+  EXPECT_EQ(SetKeyOfSelection(*map, "classname", "WorldSpawn"), EditResult::SecondWorld);
+  EXPECT_EQ(MakeTemplate(*map, "", {}), EditResult::NoName);
+  EXPECT_EQ(InsertInstance(*map, {"T", 0, {1, 1, 1e-7}}, {}), EditResult::Flattens);
+  EXPECT_EQ(Text(), before);
+  ASSERT_EQ(MakeTemplate(*map, "T", {}), EditResult::Done);
+  EXPECT_EQ(MakeTemplate(*map, "T", {}), EditResult::NameTaken);
+}
+
+TEST_F(BlocksTest, WhatOnlyHeldThePastedObjectsStaysBehind) {
+  const std::string box = Cuboid(0, 0, 0, 8, 8, 8);
+  for (const std::string& text :
+       {"{\"classname\" \"worldspawn\"}{\"classname\" \"worldspawn\"" + box + "}",
+        Layer("pasted", 1, box)}) {
+    EXPECT_EQ(PasteText(*map, text), EditResult::Done);
+    EXPECT_EQ(map->selection.size(), 1u);
+    EXPECT_EQ(LayersOf(*map).size(), 3u);
+    ForEachEntity(*map, [](const entity& e) {
+      EXPECT_TRUE(e.getClass()->Kind() != EntityKind::Layer || !e.Parent()->Parent());
+    });
+    EXPECT_TRUE(IsPlayable(*map));
+  }
 }
 
 TEST_F(BlocksTest, ATemplateShowsTheInstancesThatItHolds) {

@@ -1,5 +1,6 @@
 #include "operations/texture_lock.h"
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <utility>

@@ -138,6 +138,22 @@ TEST_F(TransformSelectionTest, WhatWouldNotSurviveIsRefusedAsAWhole) {
   }
 }
 
+// A quarter about X and one about Z are a third about the diagonal.
+TEST_F(TransformSelectionTest, EachCopyIsTurnedAgainstTheOneBefore) {
+  Open(Block("a", 0, 0, 0, 16, 32, 64));
+  Pick({"a"});
+  ASSERT_EQ(DuplicateSelection(*map, MultiDuplicate{3, {}, {90, 0, 90}}, options),
+            EditResult::Done);
+  const auto& objects = Get("main").getEntityList();
+  ASSERT_EQ(objects.size(), 4u);
+  const auto size = [&](std::size_t i) {
+    return objects[i]->GetBounds().maxs - objects[i]->GetBounds().mins;
+  };
+  EXPECT_EQ(size(1), Vec3(64, 16, 32));
+  EXPECT_EQ(size(2), Vec3(32, 64, 16));
+  EXPECT_EQ(objects[3]->GetBounds(), objects[0]->GetBounds());
+}
+
 // Objects count, not copies; those that are just allowed here end outside the world.
 TEST_F(TransformSelectionTest, OneCommandMakesNoMoreObjectsThanTheLimit) {
   Open(Named("group", "{" + Box("member", 0, 0, 0) + "}"));

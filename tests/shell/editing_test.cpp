@@ -49,7 +49,7 @@ class EditingTest : public AppTest {
   std::string Text() const {
     TextWriter out;
     map->WriteExtended(out);
-    return out.Text();
+    return std::string(out.Text());
   }
   static void SetKeyOf(entity& e, const char* name, const char* value) {
     EditStep step(*e.OwningMap());

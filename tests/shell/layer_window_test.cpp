@@ -44,7 +44,7 @@ class LayerWindowTest : public AppTest {
   std::string Text() const {
     TextWriter out;
     map->WriteExtended(out);
-    return out.Text();
+    return std::string(out.Text());
   }
   // A line a layer: its name, how many objects, V(isible) and E(nabled), * the current one, colour.
   std::string Shown() const {

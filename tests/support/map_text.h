@@ -11,13 +11,13 @@ namespace ferrowand {
 inline std::string ExtendedText(const entity& e) {
   TextWriter out;
   e.WriteExtended(out);
-  return out.Text();
+  return std::string(out.Text());
 }
 
 inline std::string QuakeText(const Map& map, unsigned option = 0) {
   TextWriter out;
   map.WriteMapBrushes(out, option);
-  return out.Text();
+  return std::string(out.Text());
 }
 
 // A brush of six faces, as it stands in a file between braces.

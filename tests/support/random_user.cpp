@@ -45,7 +45,7 @@ void RandomUser::Draw() {
   coin_ = Below(2) == 0;
   few_ = static_cast<int>(Below(4));
   number_ = std::to_string(45 * Below(10));
-  name_ = "T" + std::to_string(Below(3));
+  name_ = "T" + std::to_string(Below(100));
   key_ = std::array{"k1", "angle", "light", "target", "targetname"}[Below(5)];
   how_.textureLock = Below(2) == 0;
   how_.axes = Below(4) ? ALL_AXES : static_cast<unsigned>(Below(8));
@@ -96,6 +96,18 @@ void RandomUser::TouchUp() {
     step.ChangeKeys(*e);
     e->brush = std::move(*moved);
     return;
+  }
+}
+
+// Of an object that has one, but none that says where it stands.
+void RandomUser::RemoveAKey() {
+  for (entity* e : PickableObjects(map_, PickLevel::Objects)) {
+    for (const char* key : {"k1", "light", "target", "targetname"}) {
+      if (!e->GetKey(key) || Below(4) != 0) continue;
+      Select(map_, e, false);
+      RemoveKeyOfSelection(map_, key);
+      return;
+    }
   }
 }
 
@@ -187,7 +199,9 @@ const std::vector<R::Command> R::COMMANDS = {
     {"in the template", [](R& r) { r.EditTemplate(); }, false},
     {"instance",
      [](R& r) {
-       InsertInstance(r.map_, {r.name_, 90, {1, 2, 1}}, r.by_);
+       const std::vector<std::string> names = TemplateNames(r.map_);
+       if (!names.empty())
+         InsertInstance(r.map_, {names[r.few_ % names.size()], 90, {1, 2, 1}}, r.by_);
      }},
     {"clear", [](R& r) { DeleteSelection(r.map_); }},
     {"cut", [](R& r) { CutSelection(r.map_, r.clipboard_); }},
@@ -195,7 +209,7 @@ const std::vector<R::Command> R::COMMANDS = {
     {"save group", [](R& r) { SaveGroup(r.map_, r.groupFile_); }, false},
     {"insert group", [](R& r) { InsertGroup(r.map_, r.groupFile_); }},
     {"set key", [](R& r) { SetKeyOfSelection(r.map_, r.key_, r.number_); }},
-    {"remove key", [](R& r) { RemoveKeyOfSelection(r.map_, "k1"); }},
+    {"remove key", [](R& r) { r.RemoveAKey(); }},
     {"set class",
      [](R& r) {
        SetClassOfSelection(r.map_, r.map_.classSet->FindClass(r.coin_ ? "func_wall" : "light"));

@@ -39,6 +39,7 @@ class RandomUser {
   void PickTwoThatOverlap();
   void PickGroups();
   void TouchUp();
+  void RemoveAKey();
   void EditTemplate();
 
   static const std::vector<Command> COMMANDS;

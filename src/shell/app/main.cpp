@@ -19,7 +19,7 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int) {
   App app(instance, {sink, dialogs, clipboard, *settings, CurrentDirectory(), UserDataDirectory()});
   Documents& documents = app.Parts().documents;
   sink.SetBeforeEnd([&] { documents.KeepAll(); });
-  const LastWill lastWill([&] { return documents.KeepForTheEnd(); });
+  const LastWill lastWill(sink, [&] { return documents.KeepForTheEnd(); });
   if (!app.Start(commandLine)) return 0;
   return app.Run();
 }

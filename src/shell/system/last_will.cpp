@@ -1,5 +1,6 @@
 #include "shell/system/last_will.h"
 
+#include "base/report.h"
 #include "shell/system/win32.h"
 
 #include <atomic>
@@ -12,11 +13,12 @@ namespace {
 constexpr ULONG STACK_LEFT = 256 * 1024;  // bytes, for writing the maps after an overflow
 
 std::function<std::string()> will;
+MessageSink* sink = nullptr;
 std::atomic_flag isExecuted;
 std::string told;
 
 DWORD WINAPI Tell(void*) {
-  MessageBoxA(nullptr, told.c_str(), "Error", MB_OK | MB_ICONSTOP | MB_SETFOREGROUND);
+  Reporter(*sink).Show("Error", told, Buttons::Ok, Icon::Stop);
   return 0;
 }
 
@@ -44,7 +46,8 @@ LONG WINAPI OnException(EXCEPTION_POINTERS*) {
 
 }  // namespace
 
-LastWill::LastWill(std::function<std::string()> write) {
+LastWill::LastWill(MessageSink& toldBy, std::function<std::string()> write) {
+  sink = &toldBy;
   will = std::move(write);
   ULONG left = STACK_LEFT;
   SetThreadStackGuarantee(&left);

@@ -6,11 +6,14 @@
 
 namespace ferrowand {
 
+class MessageSink;
+
 // From its making to its end. `write` saves what can be saved and gives what the user is told then;
-// it is called once, by the thread that has failed, and may fail itself. The program ends after it.
+// it is called once, by the thread that has failed, and may fail itself. `toldBy` shows that from a
+// thread of its own. The program ends after it.
 class LastWill {
  public:
-  explicit LastWill(std::function<std::string()> write);
+  LastWill(MessageSink& toldBy, std::function<std::string()> write);
   ~LastWill();
   LastWill(const LastWill&) = delete;
   LastWill& operator=(const LastWill&) = delete;
