@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <sstream>
 #include <utility>
 
 #include "base/path_text.h"
@@ -12,6 +13,7 @@ namespace ferrowand {
 namespace {
 
 constexpr char EXTENSION[] = ".note";
+const std::string LOSS = "losses", BEGAN = "began";  // first words of lines
 
 // One name for each text, so that two programs cannot both have it.
 std::string NoteName(const std::string& folder, const std::string& text) {
@@ -23,11 +25,31 @@ std::string NoteName(const std::string& folder, const std::string& text) {
   return InFolder(folder, digits) + EXTENSION;
 }
 
+// A line each.
+std::string NoteText(const Rescue& rescue) {
+  std::string note = rescue.text + '\n' + rescue.original + '\n';
+  if (rescue.withLoss) note += LOSS + '\n';
+  if (rescue.began) {
+    const auto& [time, size] = *rescue.began;
+    note += BEGAN + ' ' + std::to_string(time) + ' ' + std::to_string(size) + '\n';
+  }
+  return note;
+}
+
 // Nothing for one that is not whole: it was taken, but nothing had been written yet.
 std::optional<Rescue> Parse(const std::string& note) {
-  const std::size_t first = note.find('\n');
-  if (first == note.npos || note.back() != '\n') return std::nullopt;
-  return Rescue{note.substr(0, first), note.substr(first + 1, note.size() - first - 2)};
+  std::istringstream lines(note);
+  Rescue rescue;
+  if (!note.ends_with('\n') || !std::getline(lines, rescue.text) ||
+      !std::getline(lines, rescue.original)) {
+    return std::nullopt;
+  }
+  for (std::string word; lines >> word;) {
+    rescue.withLoss |= word == LOSS;
+    FileStamp stamp;
+    if (word == BEGAN && lines >> stamp.time >> stamp.size) rescue.began = stamp;
+  }
+  return rescue;
 }
 
 void DeleteLeftBeside(const std::string& text) {
@@ -38,7 +60,7 @@ void DeleteLeftBeside(const std::string& text) {
 
 std::optional<RescueNote> RescueNote::Take(const std::string& folder, const Rescue& rescue) {
   const std::string name = NoteName(folder, rescue.text);
-  const std::string bytes = rescue.text + '\n' + rescue.original + '\n';
+  const std::string bytes = NoteText(rescue);
   if (!file::MakeFolder(folder)) return std::nullopt;
   const FileHandle file = file::Create(name);
   if (file == INVALID_FILE) return std::nullopt;

@@ -13,8 +13,11 @@ namespace ferrowand {
 
 // Both are whole paths.
 struct Rescue {
-  std::string text;      // the file that holds the work
-  std::string original;  // the file that the work is for
+  std::string text;       // the file that holds the work
+  std::string original;   // the file that the work is for
+  bool withLoss = false;  // not all of the original could be read into it
+  // How the original was when the work began; nothing where that is not known.
+  std::optional<FileStamp> began = std::nullopt;
 };
 
 class RescueNote {

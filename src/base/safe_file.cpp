@@ -99,7 +99,8 @@ class Replacing {
     const auto copy =
         FreeName(InFolder(rules_.copyFolder, parts.base + parts.extension + NEIGHBOUR));
     if (!copy) return std::nullopt;
-    std::optional<RescueNote> note = RescueNote::Take(rules_.copyFolder, {*copy, name_});
+    std::optional<RescueNote> note =
+        RescueNote::Take(rules_.copyFolder, {*copy, name_, false, file::Stamp(name_)});
     const FileHandle file = note ? file::Create(*copy) : INVALID_FILE;
     if (file != INVALID_FILE && Fill(file) && file::FlushName(*copy)) return note;
     if (note) note->Discard();

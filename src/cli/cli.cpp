@@ -42,6 +42,24 @@ class StreamSink : public MessageSink {
   bool reported_ = false;
 };
 
+// Prints what a save says behind the format: what the file does not have as the map has it.
+class LossPrinter : public MapObserver {
+ public:
+  explicit LossPrinter(std::ostream& err) : err_(err) {}
+
+  void OnStatus(const std::string& text) override {
+    const std::size_t behind = text.find("; ");
+    if (behind == text.npos) return;
+    err_ << text.substr(behind + 2) << '\n';
+    printed_ = true;
+  }
+  bool Printed() const { return printed_; }
+
+ private:
+  std::ostream& err_;
+  bool printed_ = false;
+};
+
 class Session {
  public:
   Session(const CliArguments& arguments, std::ostream& out, std::ostream& err)
@@ -152,16 +170,21 @@ int Session::Convert() {
   const std::unique_ptr<Map> map = Load();
   if (!map) return NO_FILE;
   const std::string& source = arguments_.operands[0];
-  const std::string& target = arguments_.operands[1];
+  const std::string target = SaveTarget(arguments_.operands[1]);
   std::error_code unknown;
-  if (map->readWithLoss() && std::filesystem::equivalent(source, target, unknown)) {
+  const bool isSame = source == target || std::filesystem::equivalent(source, target, unknown);
+  if (map->readWithLoss() && isSame) {
     err_ << "Not written over the file that could not all be read: " << target << '\n';
     return NO_FILE;
   }
   const unsigned option = arguments_.visibleOnly ? WRITE_VISIBLE_ONLY : 0;
   SaveSettings settings;
   settings.copyFolder = UserDataDirectory();
-  return map->Save(target, option, settings) ? CLEAN : NO_FILE;
+  LossPrinter losses(err_);
+  map->AddObserver(losses);
+  const bool isSaved = map->Save(target, option, settings);
+  map->RemoveObserver(losses);
+  return !isSaved ? NO_FILE : losses.Printed() ? REPORTED : CLEAN;
 }
 
 int Session::ListWad() {

@@ -194,7 +194,7 @@ Brush Brush::Copy() const {
   copy.bounds_ = bounds_;
   copy.faces_.reserve(faces_.size());
   for (const Face& face : faces_) copy.faces_.push_back(CopyFace(face));
-  if (text_) copy.text_ = std::make_unique<const std::string>(*text_);
+  for (const Face& face : farFaces_) copy.farFaces_.push_back(CopyFace(face));
   return copy;
 }
 
@@ -214,7 +214,7 @@ bool Brush::AddFace(Face face) {
 
 void Brush::Clear() {
   faces_.clear();
-  text_.reset();
+  farFaces_.clear();
   bounds_ = Bounds();
 }
 
@@ -278,6 +278,9 @@ void Brush::Translate(const Vec3& by) {
       UpdateFromWinding(face);
     }
   }
+  for (Face& face : farFaces_) {
+    for (Vec3& p : face.planepts) p = p + by;
+  }
   if (bounds_.IsEmpty()) return;
   bounds_.mins = bounds_.mins + by;
   bounds_.maxs = bounds_.maxs + by;
@@ -291,7 +294,10 @@ bool Brush::IsMoved(const Brush& from, const Vec3& by) const {
   const auto isFaceMoved = [&by](const Face& was, const Face& is) {
     return IsFaceMoved(was, is, by);
   };
-  if (std::ranges::equal(from.faces_, faces_, isFaceMoved)) return true;
+  if (from.farFaces_.empty() && farFaces_.empty() &&
+      std::ranges::equal(from.faces_, faces_, isFaceMoved)) {
+    return true;
+  }
   Brush brush = from.Copy();
   brush.Translate(by);
   if (!IsSame(brush, *this)) return false;
@@ -300,8 +306,7 @@ bool Brush::IsMoved(const Brush& from, const Vec3& by) const {
 }
 
 std::size_t Brush::Bytes() const {
-  std::size_t bytes =
-      sizeof *this + faces_.capacity() * sizeof(Face) + (text_ ? text_->capacity() : 0);
+  std::size_t bytes = sizeof *this + (faces_.capacity() + farFaces_.capacity()) * sizeof(Face);
   for (const Face& face : faces_) {
     if (face.w) bytes += sizeof(winding) + face.w->Points().size_bytes();
   }
@@ -313,7 +318,8 @@ void Brush::ResolveTextures(const WadList& wads) {
 }
 
 bool IsSame(const Brush& a, const Brush& b) {
-  return a.Box() == b.Box() && std::ranges::equal(a.Faces(), b.Faces(), IsSameFace);
+  return a.Box() == b.Box() && std::ranges::equal(a.Faces(), b.Faces(), IsSameFace) &&
+         std::ranges::equal(a.FarFaces(), b.FarFaces(), IsSameFace);
 }
 
 }  // namespace ferrowand

@@ -102,20 +102,23 @@ class Brush {
   // Moves windings, planes and bounds. Whole plane points move along by whole units; others give
   // way to the winding points.
   void Translate(const Vec3& by);
+  // Faces that lie so far out of the world that they have no winding: known by their plane points,
+  // never shown, and written as they are. Who moves the others moves these.
+  std::vector<Face>& FarFaces() { return farFaces_; }
+  const std::vector<Face>& FarFaces() const { return farFaces_; }
 
   // Whether `from`, translated, is this to the letter, and this, translated back, is `from`.
   bool IsMoved(const Brush& from, const Vec3& by) const;
 
   // Reads faces from behind the opening brace up to a brace or to a key's quote, which is not
-  // consumed, and rebuilds. Of what lies so far out of the world that faces would be lost no face
-  // is left, but their text.
+  // consumed, and rebuilds. Of what lies so far out of the world that faces would be lost all are
+  // far faces.
   void ReadBody(TextReader& reader, const WadList& wads, ReadLog& log, Reporter& reporter);
   // One line a face, with three points in whole units (document/written_points.h). A face without
-  // winding points is a failed assertion and is written by its plane points. Then what is kept as
-  // text.
+  // winding points is a failed assertion and is written by its plane points. Then the far ones.
   void WriteFaces(TextWriter& out, Reporter& reporter) const;
   // Whether WriteFaces writes anything.
-  bool HasText() const { return !faces_.empty() || text_; }
+  bool HasText() const { return !faces_.empty() || !farFaces_.empty(); }
 
   void ResolveTextures(const WadList& wads);
 
@@ -124,11 +127,11 @@ class Brush {
   // False where faces have none because they lie out of the world.
   bool MakeWindings(Reporter& reporter);
   void DropFacesWithout();
-  void KeepAsText();
+  void KeepAsFar();
 
   Bounds bounds_;
   std::vector<Face> faces_;
-  std::unique_ptr<const std::string> text_;  // of faces out of the world; null where there are none
+  std::vector<Face> farFaces_;
   Colour outline_;
 };
 

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
 #include <utility>
 #include <vector>
 
@@ -112,6 +113,13 @@ void Brush::ReadBody(TextReader& reader, const WadList& wads, ReadLog& log, Repo
   RebuildRead(log, reader, reporter);
 }
 
+void Brush::KeepAsFar() {
+  std::ranges::move(faces_, std::back_inserter(farFaces_));
+  for (Face& face : farFaces_) face.w.reset();
+  faces_.clear();
+  bounds_ = Bounds();
+}
+
 // A damaged file may hold any number of faces without a normal.
 void Brush::RebuildRead(ReadLog& log, const TextReader& reader, Reporter& reporter) {
   const bool hadFaces = !faces_.empty();
@@ -122,7 +130,7 @@ void Brush::RebuildRead(ReadLog& log, const TextReader& reader, Reporter& report
       DropFacesWithout();
     } else {
       log.TooFar(reader);
-      KeepAsText();
+      KeepAsFar();
     }
   } else {
     log.NoNormal(flat->plane, reader);

@@ -59,25 +59,17 @@ void PutLook(TextWriter& out, const Face& face) {
 
 }  // namespace
 
-void Brush::KeepAsText() {
-  TextWriter out;
-  if (text_) out.Put(*text_);
-  for (const Face& face : faces_) {
-    out.Put("\t\t");
-    PutPlanePoints(out, face);
-    PutLook(out, face);
-  }
-  Clear();
-  text_ = std::make_unique<const std::string>(out.Text());
-}
-
 void Brush::WriteFaces(TextWriter& out, Reporter& reporter) const {
   for (const Face& face : faces_) {
     out.Put("\t\t");
     PutPoints(out, face, reporter);
     PutLook(out, face);
   }
-  if (text_) out.Put(*text_);
+  for (const Face& face : farFaces_) {
+    out.Put("\t\t");
+    PutPlanePoints(out, face);
+    PutLook(out, face);
+  }
 }
 
 }  // namespace ferrowand

@@ -37,6 +37,10 @@ void ScanPosition(std::string_view text, Vec3& position) {
 
 }  // namespace
 
+bool IsWorldspawn(std::string_view classname) {
+  return EqualNoCase(classname, "worldspawn");
+}
+
 entity::entity(const ClassSet& classes)
     : brush(classes.Library().NextOutlineColour()), class_(&classes.FindClass("brush")) {
   // Plain brushes are by far the most and have no other keys.

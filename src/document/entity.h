@@ -178,6 +178,8 @@ class entity {
   std::uint32_t revision_ = 0;
 };
 
+// The class of which a map has one, itself.
+bool IsWorldspawn(std::string_view classname);
 // Keys that begin with XMP, in any case, are the editor's own and never reach the game.
 bool IsEditorKey(std::string_view name);
 // One line, as in both formats. There is no escaping.

@@ -1,6 +1,5 @@
 #include "document/kept_maps.h"
 
-#include <optional>
 #include <utility>
 
 #include "base/path_text.h"
@@ -25,7 +24,8 @@ std::string FileNameOf(const std::string& path) {
   return parts.base + parts.extension;
 }
 
-bool KeptMaps::Keep(const Map& map, const SaveSettings& settings) {
+bool KeptMaps::Keep(const Map& map, const SaveSettings& settings,
+                    const std::optional<FileStamp>& began) {
   if (!map.modified()) {
     Discard(map);
     return true;
@@ -33,16 +33,19 @@ bool KeptMaps::Keep(const Map& map, const SaveSettings& settings) {
   const auto kept = kept_.find(&map);
   if (kept != kept_.end() && kept->second.state == map.undo.State()) return true;
   const std::string text = map.ExtendedText(settings);
-  if (kept == kept_.end()) return KeepIn(map.Folder(), map, text) || KeepIn(folder_, map, text);
+  if (kept == kept_.end()) {
+    return KeepIn(map.Folder(), map, text, began) || KeepIn(folder_, map, text, began);
+  }
   if (!ReplaceFile(kept->second.note.About().text, text, {}, nullptr)) return false;
   kept->second.state = map.undo.State();
   return true;
 }
 
-bool KeptMaps::KeepIn(const std::string& folder, const Map& map, const std::string& text) {
+bool KeptMaps::KeepIn(const std::string& folder, const Map& map, const std::string& text,
+                      const std::optional<FileStamp>& began) {
   if (folder.empty() || folder_.empty() || !file::MakeFolder(folder_)) return false;
   for (int number = 1; number <= TRIES; ++number) {
-    const Rescue rescue{KeptName(folder, map, number), map.filename};
+    const Rescue rescue{KeptName(folder, map, number), map.filename, map.readWithLoss(), began};
     // Another program's, or one that the user has put off.
     if (file::Find(rescue.text) != FindResult::NotFound) continue;
     std::optional<RescueNote> note = RescueNote::Take(folder_, rescue);

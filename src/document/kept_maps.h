@@ -3,6 +3,7 @@
 // cannot be, in the user's own data folder, with a rescue note for the next program.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -21,8 +22,10 @@ class KeptMaps {
   explicit KeptMaps(std::string folder) : folder_(std::move(folder)) {}
 
   // A modified map is written unless it is kept already as it is; of another nothing is kept any
-  // more. False, and nothing is said, when it cannot be written; what was kept before stays then.
-  bool Keep(const Map& map, const SaveSettings& settings);
+  // more. `began`: how its file was when the map read or wrote it. False, and nothing is said, when
+  // it cannot be written; what was kept before stays then.
+  bool Keep(const Map& map, const SaveSettings& settings,
+            const std::optional<FileStamp>& began = std::nullopt);
   // The work is safe, or not wanted.
   void Discard(const Map& map);
   // The map has been read from what another program kept: that is what is kept of it from now on.
@@ -38,7 +41,8 @@ class KeptMaps {
     UndoStore::StateId state;
   };
 
-  bool KeepIn(const std::string& folder, const Map& map, const std::string& text);
+  bool KeepIn(const std::string& folder, const Map& map, const std::string& text,
+              const std::optional<FileStamp>& began);
 
   std::string folder_;
   std::unordered_map<const Map*, Kept> kept_;

@@ -54,6 +54,8 @@ class Map : public entity {
   unsigned readProgress() const { return readProgress_; }
   // Whether the file that the map was read from has more in it than the map: until it is saved.
   bool readWithLoss() const;
+  // So it was where what has been read now was read from.
+  void RememberLoss();
 
   // Writes the document under the name, to which ".xmp" is added if it has no extension: a Quake
   // map if it ends in ".map", else an Extended Map. False, and the old file untouched, when the
@@ -131,6 +133,8 @@ class Map : public entity {
   entity* OpenBehindWorldspawn(TextReader& reader, ObjectReader& objects, entity* last);
   entity* ReadUnopened(ObjectReader& objects, entity* last);
   void JoinWorldspawn(entity& object);
+  void JoinOtherWorlds(entity& parent);
+  void TakeMissingKeys(const entity& world);
   void LoadWads(const std::string& names, bool quiet);
   void LoadClassSet(const std::string& name, bool quiet);
   void BindAnew();
@@ -174,6 +178,9 @@ class PointersKept {
   Map& map_;
   bool outer_;
 };
+
+// The file that a save under the name writes.
+std::string SaveTarget(const std::string& name);
 
 // Whether the file is a Quake map that this program has written: by its first lines.
 bool IsOwnQuakeMap(const std::string& name);

@@ -67,6 +67,21 @@ bool IsWorldspawnNext(TextReader& reader, Reporter& reporter) {
   return isWorld;
 }
 
+// Of those that a semicolon stands between, the empty ones too.
+template <typename Visit>
+void ForEachName(std::string_view names, const Visit& visit) {
+  for (std::size_t end = 0; end != names.npos; names.remove_prefix(std::min(end, names.size()))) {
+    end = names.find(';');
+    visit(std::string(names.substr(0, end)));
+    if (end != names.npos) ++end;
+  }
+}
+
+bool IsNamed(const WadList& wads, std::string_view name) {
+  return std::ranges::any_of(wads.Items(),
+                             [name](const WadList::Item& item) { return item.name == name; });
+}
+
 const char* ClassnameOf(const entity& e) {
   const char* classname = e.GetKey("classname");
   return classname ? classname : "";
@@ -98,6 +113,10 @@ unsigned Map::ReadMap(TextReader& reader, unsigned flags) {
   FinishWorldspawn();
   ReadBehindWorldspawn(reader);
   RepairStructure(*this, *log_);
+  if (log_->Met(Loss::SecondWorld) > 0 && IsWorldspawn(ClassnameOf(*this))) {
+    const PointersKept kept(*this);
+    JoinOtherWorlds(*this);
+  }
   if (!GetKey("XMPentityname")) SetKey("XMPentityname", "worldspawn");
   BindAnew();
   log_->ShowSummary();
@@ -107,6 +126,10 @@ unsigned Map::ReadMap(TextReader& reader, unsigned flags) {
 
 bool Map::readWithLoss() const {
   return log_->HasLoss();
+}
+
+void Map::RememberLoss() {
+  log_->fileHasMore = true;
 }
 
 // True when the worldspawn has ended, false when there is enough for one call.
@@ -253,17 +276,39 @@ void Map::JoinWorldspawn(entity& object) {
   Join(*this, object, Report());
 }
 
+// The game makes a world of the first one alone. What the others hold stays where it stands.
+void Map::JoinOtherWorlds(entity& parent) {
+  for (std::size_t i = 0; i < parent.getEntityList().size(); ++i) {
+    entity& child = *parent.getEntityList()[i];
+    JoinOtherWorlds(child);
+    if (!IsWorldspawn(ClassnameOf(child))) continue;
+    MakeBrushOfFaces(child, Report());
+    TakeMissingKeys(child);
+    ReplaceByChildren(parent, i--);
+  }
+}
+
+// Of what both have the map's own stays; WADs that only the other has come behind.
+void Map::TakeMissingKeys(const entity& world) {
+  for (int i = 0; i < world.numkeys(); ++i) {
+    const std::string &name = world.KeyName(i), &value = world.KeyValue(i);
+    if (!GetKey(name)) {
+      SetKey(name, value);
+      TakeWorldspawnKey(name, value);
+    } else if (EqualNoCase(name, "wad") && !(log_->flags & READ_MERGE)) {
+      ForEachName(value, [&](const std::string& wad) {
+        if (!IsNamed(wads, wad)) wads.Add(wad, data_.wads.Get(wad, false, Folder()));
+      });
+      staleBindings_ = true;
+    }
+  }
+}
+
 void Map::LoadWads(const std::string& names, bool quiet) {
   wads.Clear();
-  std::string_view rest = names;
-  for (std::size_t end = 0; end != std::string_view::npos;) {
-    end = rest.find(';');
-    const std::string name(rest.substr(0, end));
-    const bool named = std::ranges::any_of(
-        wads.Items(), [&](const WadList::Item& item) { return item.name == name; });
-    wads.Add(name, data_.wads.Get(name, quiet || named, Folder()));
-    if (end != std::string_view::npos) rest.remove_prefix(end + 1);
-  }
+  ForEachName(names, [&](const std::string& name) {
+    wads.Add(name, data_.wads.Get(name, quiet || IsNamed(wads, name), Folder()));
+  });
   staleBindings_ |= !getEntityList().empty() || brush.getNumFaces() > 0;
 }
 

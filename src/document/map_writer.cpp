@@ -25,12 +25,8 @@ bool IsQuakeMapName(std::string_view name) {
   return name.size() >= 4 && EqualNoCase(name.substr(name.size() - 4), ".map");
 }
 
-std::string WithExtension(const std::string& name) {
-  return SplitPath(name).extension.size() >= 2 ? name : name + ".xmp";
-}
-
 bool HasBrush(const entity& tree) {
-  return tree.brush.getNumFaces() > 0 ||
+  return tree.brush.HasText() ||
          std::ranges::any_of(tree.getEntityList(),
                              [](const EntityPtr& child) { return HasBrush(*child); });
 }
@@ -78,6 +74,10 @@ void SetNamesKey(entity& world, const char* name, const std::string& names) {
 }
 
 }  // namespace
+
+std::string SaveTarget(const std::string& name) {
+  return SplitPath(name).extension.size() >= 2 ? name : name + ".xmp";
+}
 
 bool IsOwnQuakeMap(const std::string& name) {
   return FileBytes(name, QUAKE_MAP_HEADER.size()) == QUAKE_MAP_HEADER;
@@ -144,15 +144,15 @@ void Map::TellWritten(const std::string& target, unsigned option, const ReplaceR
                          result.copy.c_str()),
                   Buttons::Ok, Icon::Stop);
   }
-  std::string status =
-      SavedText(target, result.written ? ShapeInFile(*this, Report()) : SavedShape());
+  std::string status = SavedText(
+      target, result.written ? ShapeInFile(*this, IsQuakeMapName(target), Report()) : SavedShape());
   if (IsQuakeMapName(target) && !(option & WRITE_VISIBLE_ONLY)) status += HiddenText(*this);
   if (!result.hasBackup) status += ", without keeping the version before";
   ShowStatus(status);
 }
 
 bool Map::Save(const std::string& name, unsigned option, const SaveSettings& settings) {
-  const std::string target = WithExtension(name);
+  const std::string target = SaveTarget(name);
   const ReplaceResult result = Write(target, option, settings);
   if (result.written) {
     filename = target;
@@ -164,7 +164,7 @@ bool Map::Save(const std::string& name, unsigned option, const SaveSettings& set
 }
 
 bool Map::Export(const std::string& name, unsigned option, const SaveSettings& settings) {
-  const std::string target = WithExtension(name);
+  const std::string target = SaveTarget(name);
   SaveSettings withoutBackups = settings;
   withoutBackups.backups = 0;
   const ReplaceResult result = Write(target, option, withoutBackups);

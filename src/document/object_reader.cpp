@@ -96,6 +96,8 @@ void ObjectReader::SetKeyOfBlock() {
   block.hasKeys = true;
   block.isBlank = block.endsInFaces = false;
   if (!EqualNoCase(Key(), "classname")) return;
+  const bool isWorld = IsWorldspawn(Value()) && !block.hasClass && !block.isUnopened;
+  if (isWorld) log_.Count(Loss::SecondWorld, reader_);
   block.hasClass = true;
   const EntityKind kind = KindOf(*block.object);
   if (IsEditorsOwn(kind)) log_.isExtended = true;

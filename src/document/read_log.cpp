@@ -23,6 +23,7 @@ constexpr std::pair<Loss, const char*> LOSS_TEXTS[] = {
     {Loss::ExtraBrace, "closing braces too many"},
     {Loss::Depth, "objects nested too deep, set side by side"},
     {Loss::NoClass, "objects with keys and no classname"},
+    {Loss::SecondWorld, "more worldspawns, joined with the first, whose own keys stay"},
     {Loss::ValveAxes, "faces with texture axes of their own"},
     {Loss::SurfaceFlags, "faces with surface flags"},
     {Loss::BrushPrimitive, "faces with a texture matrix"},
@@ -118,7 +119,7 @@ bool ReadLog::IsOfOtherGame() const {
 
 // A face without a plane is kept with its points.
 bool ReadLog::HasLoss() const {
-  return IsOfOtherGame() || Met(Loss::NoMap) > 0 ||
+  return fileHasMore || IsOfOtherGame() || Met(Loss::NoMap) > 0 ||
          std::ranges::any_of(LOSS_TEXTS, [this](const auto& text) {
            return text.first != Loss::FlatFace && Met(text.first) > 0;
          });

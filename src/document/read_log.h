@@ -38,6 +38,7 @@ enum class Loss : std::uint8_t {
   ExtraBrace,
   Depth,
   NoClass,
+  SecondWorld,
   NoMap,
   // Of files that were written for other games or by other programs.
   ValveAxes,
@@ -80,6 +81,8 @@ class ReadLog {
   void ShowSummary() const;
 
   unsigned flags;
+  // What the map is saved over has more in it, whatever was met here.
+  bool fileHasMore = false;
   // The text has keys of the editor: objects may lie in each other to any depth. In a Quake map
   // only brushes lie in entities.
   bool isExtended = false;

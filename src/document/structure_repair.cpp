@@ -66,7 +66,7 @@ void DissolveBlanks(entity& parent) {
       ++i;
       continue;
     }
-    InsertAt(parent, i, parent.TakeChild(i)->TakeChildren());
+    ReplaceByChildren(parent, i);
   }
 }
 
@@ -121,6 +121,7 @@ void Join(entity& into, entity& from, Reporter& reporter) {
     if (!isDefault) into.SetKey(from.KeyName(i), from.KeyValue(i));
   }
   for (const Face& face : from.brush.Faces()) into.brush.AddFace(CopyFace(face));
+  for (const Face& face : from.brush.FarFaces()) into.brush.FarFaces().push_back(CopyFace(face));
   if (from.brush.getNumFaces() > 0) {
     into.brush.Rebuild(reporter);
     into.brush.UpdateBounds();
@@ -138,11 +139,15 @@ void JoinPrevious(entity& object, Reporter& reporter) {
 }
 
 void MakeBrushOfFaces(entity& owner, Reporter& reporter) {
-  if (owner.brush.getNumFaces() == 0 || KindOf(owner) == EntityKind::Brush) return;
+  if (!owner.brush.HasText() || KindOf(owner) == EntityKind::Brush) return;
   auto made = std::make_unique<entity>(owner.getClass()->Set());
   std::swap(made->brush, owner.brush);
   owner.Touch();
   JoinPrevious(*owner.AddChild(std::move(made)), reporter);
+}
+
+void ReplaceByChildren(entity& parent, std::size_t index) {
+  InsertAt(parent, index, parent.TakeChild(index)->TakeChildren());
 }
 
 void RepairStructure(Map& map, const ReadLog& log) {

@@ -20,6 +20,9 @@ void JoinPrevious(entity& object, Reporter& reporter);
 // brush that is open there.
 void MakeBrushOfFaces(entity& owner, Reporter& reporter);
 
+// The object at the index goes, and what it holds takes its place.
+void ReplaceByChildren(entity& parent, std::size_t index);
+
 // What is left to do when all has been read.
 void RepairStructure(Map& map, const ReadLog& log);
 

@@ -74,6 +74,7 @@ bool HasCornersOnPlane(const Face& face) {
 void TransformTree(entity& e, const Placement& placement) {
   const int faces = e.brush.getNumFaces();
   for (int i = 0; i < faces; ++i) TransformFace(e.brush.face(i), placement);
+  for (Face& face : e.brush.FarFaces()) TransformFace(face, placement);
   // Corners that had been snapped to whole units are not on the planes that have gone elsewhere.
   if (!std::ranges::all_of(e.brush.Faces(), HasCornersOnPlane)) {
     e.brush.RenewWindings(e.getClass()->Set().Library().Report());

@@ -47,9 +47,37 @@ void RebindTree(entity& e, const Map& map) {
   for (const EntityPtr& child : e.getEntityList()) RebindTree(*child, map);
 }
 
+TextureOffsets OffsetsOf(const Brush& brush) {
+  TextureOffsets offsets;
+  for (const Face& face : brush.Faces()) offsets.emplace_back(face.xoff, face.yoff);
+  return offsets;
+}
+
+bool HasSameOffsets(const Brush& a, const Brush& b) {
+  return std::ranges::equal(a.Faces(), b.Faces(), [](const Face& one, const Face& other) {
+    return one.xoff == other.xoff && one.yoff == other.yoff;
+  });
+}
+
+// With the offsets that its faces have there, if these change; they are what it had then. In front:
+// a brush that moves places its textures anew.
+template <typename Place>
+void Go(Brush& brush, const Vec3& by, Place place, bool changesOffsets) {
+  for (int i = 0; changesOffsets && i < brush.getNumFaces(); ++i, ++place) {
+    std::swap(brush.face(i).xoff, place->first);
+    std::swap(brush.face(i).yoff, place->second);
+  }
+  brush.Translate(by);
+}
+
+struct Way {
+  Vec3 by;
+  TextureOffsets offsets;  // none where they stay
+};
+
 // What a plain brush is to be moved by to be to the letter what it was; none when it was more than
 // moved, or rounding would leave a trace.
-std::optional<Vec3> WayBack(const entity& is, const entity& was) {
+std::optional<Way> WayBack(const entity& is, const entity& was) {
   const Brush &there = is.brush, &here = was.brush;
   if (there.getNumFaces() == 0 || there.getNumFaces() != here.getNumFaces()) return std::nullopt;
   if (is.HasOrigin() || !is.HasSameKeys(was)) return std::nullopt;
@@ -57,8 +85,16 @@ std::optional<Vec3> WayBack(const entity& is, const entity& was) {
   for (int axis = 0; axis < 3; ++axis) {
     if (back[axis] != std::round(back[axis])) return std::nullopt;
   }
-  if (back == Vec3() || !here.IsMoved(there, back)) return std::nullopt;
-  return back;
+  if (back == Vec3()) return std::nullopt;
+  if (HasSameOffsets(here, there))
+    return here.IsMoved(there, back) ? std::optional(Way{back, {}}) : std::nullopt;
+  TextureOffsets offsets = OffsetsOf(here);
+  Brush brush = there.Copy();
+  Go(brush, back, offsets.begin(), true);
+  if (!IsSame(brush, here)) return std::nullopt;
+  Go(brush, -back, offsets.begin(), true);
+  if (!IsSame(brush, there)) return std::nullopt;
+  return Way{back, OffsetsOf(here)};
 }
 
 }  // namespace
@@ -79,8 +115,12 @@ void UndoStep::Finish() {
     }
     const auto way = WayBack(object, before);
     if (!way) return false;
-    if (shifts.empty() || shifts.back().back != *way) shifts.push_back({{}, *way});
+    if (shifts.empty() || shifts.back().back != way->by ||
+        shifts.back().offsets.empty() != way->offsets.empty()) {
+      shifts.push_back({{}, way->by, {}});
+    }
     shifts.back().objects.push_back(contents->object);
+    std::ranges::copy(way->offsets, std::back_inserter(shifts.back().offsets));
     return true;
   });
   // In front: whatever else was done to these objects was done to them wherever they stood.
@@ -94,7 +134,7 @@ std::uint64_t UndoStep::Bytes() const {
     if (const auto* contents = std::get_if<Contents>(&record)) {
       bytes += contents->other->Bytes();
     } else if (const auto* shift = std::get_if<Shift>(&record)) {
-      bytes += std::span(shift->objects).size_bytes();
+      bytes += std::span(shift->objects).size_bytes() + std::span(shift->offsets).size_bytes();
     } else {
       const auto& transfer = std::get<Transfer>(record);
       bytes += std::span(transfer.objects).size_bytes();
@@ -176,8 +216,11 @@ void UndoStep::Exchange(Contents& contents) {
 }
 
 void UndoStep::Exchange(Shift& shift) {
+  auto offset = shift.offsets.begin();
   for (entity* object : shift.objects) {
-    object->brush.Translate(shift.back);
+    Brush& brush = object->brush;
+    Go(brush, shift.back, offset, !shift.offsets.empty());
+    if (!shift.offsets.empty()) offset += brush.getNumFaces();
     object->Touch();
   }
   shift.back = -shift.back;

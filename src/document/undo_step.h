@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <span>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -12,6 +13,9 @@
 #include "document/entity.h"
 
 namespace ferrowand {
+
+// Of faces, across and down.
+using TextureOffsets = std::vector<std::pair<float, float>>;
 
 class UndoStep {
  public:
@@ -27,7 +31,8 @@ class UndoStep {
   void Move(std::span<entity* const> objects, entity* parent);
 
   // All has been done: if that made another layer the current one, taking it back does so too. What
-  // is as it was is not kept. Of plain brushes that only went along whole units the way is kept
+  // is as it was is not kept. Of plain brushes that only went along whole units, with their
+  // textures or not, the way is kept
   // instead of copies.
   void Finish();
   // Of what the step keeps, about.
@@ -52,6 +57,7 @@ class UndoStep {
   struct Shift {
     std::vector<entity*> objects;
     Vec3 back;
+    TextureOffsets offsets;  // of all their faces in a row; none where the textures stayed
   };
   // Children that stand at `parent`, or are kept where that is null, and their other place.
   struct Transfer {

@@ -7,6 +7,7 @@
 #include <span>
 #include <utility>
 
+#include "document/classes/entity_class.h"
 #include "document/classes/special_classes.h"
 #include "geometry/tolerance.h"
 
@@ -30,6 +31,26 @@ void SetPlanePoints(Face& face, const WholePoints& points) {
 bool IsWrittenAsItIs(const Brush& brush) {
   return std::ranges::all_of(
       brush.Faces(), [](const Face& face) { return !face.HasShape() || face.HasWholePoints(); });
+}
+
+void Add(const Brush& brush, Reporter& reporter, SavedShape& all) {
+  if (IsWrittenAsItIs(brush) || !std::ranges::all_of(brush.Faces(), &Face::HasShape)) return;
+  const SavedShape one = ShapeInFile(brush, reporter);
+  all.isCarried = all.isCarried && one.isCarried;
+  all.movedFaces += one.movedFaces;
+  all.farthest = std::max(all.farthest, one.farthest);
+  all.lostFaces += one.lostFaces;
+  all.cornerMove = std::max(all.cornerMove, one.cornerMove);
+}
+
+void AddTree(const entity& e, bool forGame, Reporter& reporter, SavedShape& all) {
+  const EntityKind kind = e.getClass()->Kind();
+  const entity* written = &e;
+  if (forGame && kind == EntityKind::TemplateClass) return;
+  if (forGame && kind == EntityKind::TemplateInstance) written = ExpandInstance(e);
+  if (!written) return;
+  Add(written->brush, reporter, all);
+  for (const EntityPtr& child : written->getEntityList()) AddTree(*child, forGame, reporter, all);
 }
 
 }  // namespace
@@ -98,17 +119,9 @@ SavedShape ShapeInFile(const Brush& brush, Reporter& reporter) {
   return shape;
 }
 
-SavedShape ShapeInFile(const entity& tree, Reporter& reporter) {
+SavedShape ShapeInFile(const entity& tree, bool forGame, Reporter& reporter) {
   SavedShape all;
-  ForEachEntity(tree, [&](const entity& e) {
-    if (IsWrittenAsItIs(e.brush) || !std::ranges::all_of(e.brush.Faces(), &Face::HasShape)) return;
-    const SavedShape one = ShapeInFile(e.brush, reporter);
-    all.isCarried = all.isCarried && one.isCarried;
-    all.movedFaces += one.movedFaces;
-    all.farthest = std::max(all.farthest, one.farthest);
-    all.lostFaces += one.lostFaces;
-    all.cornerMove = std::max(all.cornerMove, one.cornerMove);
-  });
+  AddTree(tree, forGame, reporter, all);
   return all;
 }
 

@@ -39,7 +39,8 @@ struct SavedShape {
 };
 SavedShape ShapeInFile(const Brush& brush, Reporter& reporter);
 
-// The same of all brushes of a tree together.
-SavedShape ShapeInFile(const entity& tree, Reporter& reporter);
+// The same of all brushes that are written of a tree together: for the game those that instances
+// show, and no templates.
+SavedShape ShapeInFile(const entity& tree, bool forGame, Reporter& reporter);
 
 }  // namespace ferrowand

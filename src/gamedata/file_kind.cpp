@@ -19,6 +19,8 @@ struct Kind {
 
 constexpr const char* COMPILED = "its compiled geometry, lighting and textures";
 
+constexpr const char* UTF16 = "a text in UTF-16";
+
 constexpr Kind KINDS[] = {
     {{"\x1d\0\0\0", 4}, "a compiled Quake map (BSP)", COMPILED},
     {{"\x1e\0\0\0", 4}, "a compiled Half-Life map (BSP)", COMPILED},
@@ -41,6 +43,8 @@ constexpr Kind KINDS[] = {
     {"\xff\xd8\xff", "a picture (JPEG)", "the picture"},
     {"RIFF", "a sound or film (RIFF)", "what it plays"},
     {{"MZ\x90\0", 4}, "a program", "the program"},
+    {"\xff\xfe", UTF16, "its text"},
+    {"\xfe\xff", UTF16, "its text"},
 };
 constexpr Kind PCX{{}, "a picture (PCX)", "the picture"};
 constexpr Kind BMP{{}, "a picture (BMP)", "the picture"};

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <vector>
 
-#include "base/path_text.h"
 #include "document/classes/class_set.h"
 #include "document/edit_step.h"
 #include "document/entity.h"
@@ -64,10 +63,6 @@ bool SettleBlocks(EditStep& step, std::span<entity* const> objects) {
     if (!object->Parent() || !SettleBlocks(step, blocks)) return false;
   }
   return true;
-}
-
-bool IsWorldspawn(std::string_view classname) {
-  return EqualNoCase(classname, "worldspawn");
 }
 
 }  // namespace ferrowand

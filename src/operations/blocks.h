@@ -3,7 +3,6 @@
 #pragma once
 
 #include <span>
-#include <string_view>
 
 namespace ferrowand {
 
@@ -21,8 +20,5 @@ entity& HomeFor(entity& parent, const entity& object);
 // stands, and beside it the blocks that it holds. False when one would hold nothing any more: the
 // step is to be cancelled then.
 bool SettleBlocks(EditStep& step, std::span<entity* const> objects);
-
-// Of which a map has one, itself.
-bool IsWorldspawn(std::string_view classname);
 
 }  // namespace ferrowand

@@ -13,6 +13,7 @@
 #include "document/map.h"
 #include "document/picking.h"
 #include "document/read_log.h"
+#include "gamedata/file_kind.h"
 #include "operations/blocks.h"
 #include "operations/groups.h"
 #include "operations/insert.h"
@@ -37,7 +38,7 @@ bool OnlyHoldsObjects(std::string_view classname, const ClassSet& classes) {
 EntityPtr TakeWorldAsObject(Map& read) {
   const char* classname = read.GetKey("classname");
   const bool isWorld = !classname || OnlyHoldsObjects(classname, *read.classSet);
-  if (isWorld && read.brush.getNumFaces() == 0) return nullptr;
+  if (isWorld && !read.brush.HasText()) return nullptr;
   EntityPtr object = NewEntity(read, isWorld ? "brush" : classname);
   for (int i = 0; i < read.numkeys() && !isWorld; ++i) {
     if (read.KeyValue(i) != "worldspawn") object->SetKey(read.KeyName(i), read.KeyValue(i));
@@ -72,7 +73,7 @@ std::vector<EntityPtr> ReadObjects(const Map& map, TextReader& reader) {
   std::vector<EntityPtr> found, objects;
   TakeObjects(read, found);
   for (EntityPtr& object : found) {
-    const bool isPart = world && world->IsOwnBlock() && object->brush.getNumFaces() > 0;
+    const bool isPart = world && world->IsOwnBlock() && object->brush.HasText();
     if (isPart) {
       world->AddChild(std::move(object));
     } else {
@@ -131,6 +132,10 @@ EditResult PasteText(Map& map, std::string_view text) {
 }
 
 EditResult InsertGroup(Map& map, const std::string& filename) {
+  if (const std::string refusal = OtherKindText(filename); !refusal.empty()) {
+    map.Data().reporter.Show("Cannot continue", refusal);
+    return EditResult::Declined;
+  }
   TextReader reader(map.Data().reporter);
   reader.Open(filename);
   if (!reader.IsOpen()) return EditResult::CannotOpen;

@@ -90,7 +90,7 @@ EditResult UngroupSelection(Map& map) {
     step.Move(members, *group->Parent());
   }
   // One with faces of its own stays, as a brush among others.
-  std::erase_if(groups, [](const entity* group) { return group->brush.getNumFaces() > 0; });
+  std::erase_if(groups, [](const entity* group) { return group->brush.HasText(); });
   step.Remove(groups);
   Select(map, freed, false);
   return EditResult::Done;

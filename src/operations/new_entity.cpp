@@ -32,7 +32,7 @@ std::vector<entity*> ParentsOf(std::span<entity* const> objects) {
 void RemoveEmptied(EditStep& step, const std::vector<entity*>& parents) {
   for (entity* e : parents) {
     while (e && e->Parent() && e->getClass()->Kind() != EntityKind::Layer && !e->HasOrigin() &&
-           e->getEntityList().empty() && e->brush.getNumFaces() == 0) {
+           e->getEntityList().empty() && !e->brush.HasText()) {
       entity* const above = e->Parent();
       step.Remove(*e);
       e = above;
@@ -93,8 +93,7 @@ std::string UnusedName(const Map& map, std::string_view prefix) {
 }
 
 std::string FitForKey(std::string_view text) {
-  constexpr std::size_t LONGEST = 1023;
-  std::string fit(text.substr(0, std::min(text.find('\0'), LONGEST)));
+  std::string fit(text.substr(0, text.find('\0')));
   std::ranges::replace(fit, '"', '\'');
   return fit;
 }

@@ -125,14 +125,15 @@ void TextureLock::Apply(entity& e, const std::function<DVec3(const DVec3&)>& mov
 }
 
 void ShiftTextures(entity& e, const DVec3& by) {
-  for (int i = 0; i < e.brush.getNumFaces(); ++i) {
-    Face& face = e.brush.face(i);
-    if (!face.plane.HasNormal()) continue;
+  const auto shift = [&by](Face& face) {
+    if (!face.plane.HasNormal()) return;
     const Projection projection(face);
     face.xoff = static_cast<float>(face.xoff - projection.S(by));
     face.yoff = static_cast<float>(face.yoff - projection.T(by));
     UpdateFromWinding(face);
-  }
+  };
+  for (int i = 0; i < e.brush.getNumFaces(); ++i) shift(e.brush.face(i));
+  for (Face& face : e.brush.FarFaces()) shift(face);
   for (const EntityPtr& child : e.getEntityList()) ShiftTextures(*child, by);
 }
 

@@ -120,6 +120,7 @@ TEST(Cli, NamesWhatIsNoMapOrNoWad) {
   for (const auto& [command, file, says] : Cases<const char*, std::string, const char*>{
            {"info", bsp, "a compiled Quake map (BSP), not a map"},
            {"info", wad, "a Half-Life WAD of textures (WAD3), not a map"},
+           {"info", folder.Write("u.map", "\xff\xfe{"), "a text in UTF-16, not a map"},
            {"wad", wad, "a Half-Life WAD of textures (WAD3), not a WAD2"},
            {"wad", map, "is not a WAD2 file"}}) {
     const Result result = RunLine({command, file});
@@ -134,8 +135,25 @@ TEST(Cli, NeverWritesOverTheFileThatItCouldNotAllRead) {
   const std::string map = folder.Write("bad.map", text);
   EXPECT_EQ(RunLine({"convert", map, map}).status, 2);
   EXPECT_EQ(folder.Read("bad.map"), text);
+  EXPECT_EQ(RunLine({"convert", folder.Write("bad.xmp", text), folder.Path("bad")}).status, 2);
+  EXPECT_EQ(folder.Read("bad.xmp"), text);
   EXPECT_EQ(RunLine({"convert", map, folder.Path("good.map")}).status, 1);
   EXPECT_EQ(RunLine({"info", folder.Path("good.map")}).status, 0);
+}
+
+TEST(Cli, TellsWhatTheGameGetsElsewhereThanItStands) {
+  const TempDir folder;
+  const std::string source =
+      folder.Write("a.xmp",
+                   "{\n\"classname\" \"worldspawn\"\n{\n\"classname\" \"templateClass\"\n"
+                   "\"XMPentityname\" \"t\"\n" +
+                       std::string(CUBE) +
+                       "}\n{\n\"classname\" \"templateInstance\"\n\"XMPclass\" \"t\"\n"
+                       "\"origin\" \"0.5 0 0\"\n}\n}\n");
+  EXPECT_EQ(RunLine({"convert", source, folder.Path("b.xmp")}).status, 0);
+  const Result result = RunLine({"convert", source, folder.Path("b.map")});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.err, "2 faces lie between whole units and were moved, by up to 0.50 units\n");
 }
 
 TEST(Cli, NamesNothingWhereThereIsNothingToName) {

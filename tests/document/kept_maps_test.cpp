@@ -63,7 +63,8 @@ TEST_F(KeptMapsTest, TheNextProgramFindsItAndNoOtherWritesOverIt) {
     KeptMaps ended(Notes());
     Map map(data);
     Modify(map, "mine");
-    EXPECT_TRUE(ended.Keep(map, {}));
+    map.RememberLoss();
+    EXPECT_TRUE(ended.Keep(map, {}, FileStamp{5, 7}));
     first = ended.FileOf(map);
     EXPECT_TRUE(FindRescues(Notes()).empty()) << "it runs";
   }
@@ -71,6 +72,8 @@ TEST_F(KeptMapsTest, TheNextProgramFindsItAndNoOtherWritesOverIt) {
   ASSERT_EQ(found.size(), 1u);
   EXPECT_EQ(found[0].text, first);
   EXPECT_EQ(found[0].original, UNNAMED);
+  EXPECT_TRUE(found[0].withLoss);
+  EXPECT_EQ(found[0].began, (FileStamp{5, 7}));
 
   Map other(data);
   Modify(other, "other");

@@ -81,6 +81,25 @@ TEST_F(MapReaderTest, WhereBracesDoNotMatchEverythingIsReadAsWhatItLooksLike) {
   }
 }
 
+// The game makes a world of the first alone.
+TEST_F(MapReaderTest, WhatTheFirstWorldLacksOfOthersJoinsIt) {
+  const std::string world = "{\n\"classname\" \"worldspawn\"\n", a = Cuboid(0, 0, 0, 8, 8, 8);
+  const std::string first = world + "\"message\" \"first\"\n\"wad\" \"a.wad;b.wad\"\n" + a;
+  const std::string other =
+      world + "\"message\" \"other\"\n\"wad\" \"c.wad;a.wad\"\n\"sky\" \"blue\"\n" + a + "}\n";
+  for (const std::string& text :
+       {first + "}\n" + other, first + "{\n\"classname\" \"layer\"\n" + other + "}\n}\n"}) {
+    recorder.messages.clear();
+    const auto map = ReadText(text + "{\n\"classname\" \"light\"\n}\n");
+    EXPECT_TRUE(IsPlayable(*map)) << IsPlayable(*map).message();
+    EXPECT_EQ(map->Name(), "first");
+    EXPECT_STREQ(map->GetKey("sky"), "blue");
+    EXPECT_EQ(map->wads.Names(), "a.wad;b.wad;c.wad");
+    EXPECT_NE(recorder.messages.back().text.find("1 more worldspawns"), std::string::npos);
+    EXPECT_TRUE(map->readWithLoss());
+  }
+}
+
 TEST_F(MapReaderTest, TheFirstLayerOfTheFileBecomesCurrent) {
   const auto map = ReadText(
       "{{\"classname\" \"info\"}{\"classname\" \"LAYER\"\"XMPentityname\" \"a\"}"

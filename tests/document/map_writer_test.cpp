@@ -120,11 +120,20 @@ TEST_F(MapWriterTest, FacesBesideChildrenAreReadBack) {
 TEST_F(MapWriterTest, WhatASaveMovesIsSaidBehindItsText) {
   const auto map = ReadText("{" + Cuboid(0, 0, 0, 65, 64, 64) + "}");
   map->AddObserver(*this);
-  TransformEntity(*map->currentLayer(), Matrix::Diagonal(0.5f, 1, 0.51f), {});
+  entity& brush = *map->currentLayer()->getEntityList().front();
+  TransformEntity(brush, Matrix::Diagonal(0.5f, 1, 0.51f), {});
+  const std::string moved = "2 faces lie between whole units and were moved, by up to 0.50 units";
   EXPECT_TRUE(map->Save(temp.Path("a.xmp"), 0, {}));
-  EXPECT_EQ(status.back(),
-            "Saved Extended MAP format; 2 faces lie between whole units and were moved, by up to "
-            "0.50 units");
+  EXPECT_EQ(status.back(), "Saved Extended MAP format; " + moved);
+  // For the game the same again through an instance, and the template not at all.
+  brush.SetKey("classname", "templateClass");
+  brush.SetKey("XMPentityname", "t");
+  auto instance = std::make_unique<entity>(*map->classSet);
+  instance->SetKey("classname", "templateInstance");
+  instance->SetKey("XMPclass", "t");
+  map->AddChild(std::move(instance));
+  EXPECT_TRUE(map->Export(temp.Path("a.map"), 0, {}));
+  EXPECT_EQ(status.back(), "Saved MAP format; " + moved);
 }
 
 TEST_F(MapWriterTest, WhatTheGameGetsOtherwiseBecauseItIsHiddenIsCounted) {

@@ -71,23 +71,28 @@ TEST_F(UndoStoreTest, AMoveIsKeptAsItsWayAndOldStepsGoBeyondTheBudget) {
                              Cuboid(1, 2, 3, 4, 5, 6) + "}");
   UndoStore& undo = read->undo;
   const auto& brushes = read->currentLayer()->getEntityList();
-  const auto move = [&](const Vec3& by) {
+  // With its textures or without.
+  const auto move = [&](const Vec3& by, float texels = 0) {
     EditStep step(*read);
     for (const EntityPtr& e : brushes) {
       step.Change(*e);
       e->brush.Translate(by);
+      for (int i = 0; i < e->brush.getNumFaces(); ++i) e->brush.face(i).xoff += texels;
     }
   };
-  const std::string before = ExtendedText(*read);
-  move({8, 0, -8});
-  EXPECT_LT(undo.Bytes(), 200u);
-  const std::string after = ExtendedText(*read);
-  for (int i = 0; i < 2; ++i) {
-    undo.Undo();
-    EXPECT_EQ(ExtendedText(*read), before);
-    EXPECT_LT(undo.Bytes(), 200u);
-    undo.Redo();
-    EXPECT_EQ(ExtendedText(*read), after);
+  for (const float texels : {0.0f, 0.1f}) {
+    const std::uint64_t held = undo.Bytes();
+    const Brush before = brushes[1]->brush.Copy();
+    move({8, 0, -8}, texels);
+    EXPECT_LT(undo.Bytes(), held + 300);
+    const Brush after = brushes[1]->brush.Copy();
+    for (int i = 0; i < 2; ++i) {
+      undo.Undo();
+      EXPECT_TRUE(IsSame(brushes[1]->brush, before));
+      EXPECT_LT(undo.Bytes(), held + 300);
+      undo.Redo();
+      EXPECT_TRUE(IsSame(brushes[1]->brush, after));
+    }
   }
   move({0.5f, 0, 0});
   const std::uint64_t copies = undo.Bytes();

@@ -132,6 +132,8 @@ TEST_F(ClipboardTest, AGroupGoesThroughAFile) {
   const std::string now = Text();
   EXPECT_EQ(InsertGroup(*map, temp.Path("none.xmp")), EditResult::CannotOpen);
   EXPECT_EQ(InsertGroup(*map, temp.Write("empty.map", "")), EditResult::NotAMap);
+  EXPECT_EQ(InsertGroup(*map, temp.Write("a.map", "IBSP............")), EditResult::Declined);
+  EXPECT_NE(recorder.OnlyText().find("a compiled Quake 2"), std::string::npos);
   EXPECT_EQ(Text(), now);
   map->selection.Clear();
   EXPECT_EQ(SaveGroup(*map, temp.Path("gate")), EditResult::NothingSelected);
@@ -142,8 +144,9 @@ TEST_F(ClipboardTest, AGroupGoesThroughAFile) {
 TEST_F(ClipboardTest, KeysOfTheSelectionChangeInOneStep) {
   Pick({"a", "p"});
   const std::string before = Text();
-  EXPECT_EQ(SetKeyOfSelection(*map, "note", "say \"x\""), EditResult::Done);
-  EXPECT_STREQ(Get("a").GetKey("note"), "say 'x'");
+  const std::string rest(2000, '.');
+  EXPECT_EQ(SetKeyOfSelection(*map, "note", "say \"x\"" + rest), EditResult::Done);
+  EXPECT_EQ(Get("a").GetKey("note"), "say 'x'" + rest);
   EXPECT_EQ(Get("b").GetKey("note"), nullptr);
   ExpectOneStep(before);
   EXPECT_EQ(RemoveKeyOfSelection(*map, "NOTE"), EditResult::Done);

@@ -65,6 +65,7 @@ class RandomCommandsTest : public DocumentTest {
       if (i % 100 == 99) Tell(*map);
     }
     if (every < 100) user.ExpectAllUsed();
+    const std::string after = ExtendedText(*map);
     while (map->undo.CanUndo()) {
       const auto known = texts.find(map->undo.StepCount());
       const bool isKnown = known != texts.end();
@@ -77,8 +78,29 @@ class RandomCommandsTest : public DocumentTest {
     }
     ASSERT_TRUE(ExtendedText(*map) == before);
     EXPECT_FALSE(map->modified());
+    while (map->undo.CanRedo()) map->undo.Redo();
+    EXPECT_TRUE(ExtendedText(*map) == after);
   }
 };
+
+TEST_F(RandomCommandsTest, HoldNoMoreThanTheBudgetOfUndo) {
+  const auto map = LoadMap(data, FERROWAND_DATA "/maps/sample.xmp", 10000);
+  RemoveUnsound(*map);
+  constexpr std::uint64_t BUDGET = 100'000;
+  map->undo.SetBudget(BUDGET);
+  RandomUser user(*map, temp.Path("group.xmp"), 3);
+  std::size_t most = 0;
+  for (int i = 0; i < 500; ++i) {
+    const char* const done = user.DoSomething();
+    const std::size_t steps = map->undo.StepCount();
+    ASSERT_TRUE(map->undo.Bytes() <= BUDGET || steps == 1) << i << ": " << done;
+    most = std::max(most, steps);
+  }
+  EXPECT_LT(map->undo.StepCount(), most) << "it was never reached";
+  while (map->undo.CanUndo()) map->undo.Undo();
+  EXPECT_LE(map->undo.Bytes(), BUDGET) << "what can be redone";
+  EXPECT_TRUE(IsConsistent(*map));
+}
 
 TEST_F(RandomCommandsTest, AreTakenBackToTheLetter) {
   for (const unsigned seed : {1u, 2u}) {

@@ -229,6 +229,23 @@ TEST_F(TransformSelectionTest, WhatLiesOutsideTheWorldMayBeBroughtBack) {
   EXPECT_EQ(MoveSelection(*map, {33000, 0, 0}, options), EditResult::OutsideWorld);
 }
 
+// It has no shape, but whole points.
+TEST_F(TransformSelectionTest, WhatIsTooFarOutToBeShownGoesAlongOrNothingDoes) {
+  Open(Named("group", "{" + Box("near", 0, 0, 0) + Box("far", 40000, 0, 0) + "}"));
+  const std::string before = Text();
+  Pick({"group"});
+  EXPECT_EQ(MoveSelection(*map, {16, 0, 8}, options), EditResult::Done);
+  ExpectOneStep(before);
+  EXPECT_EQ(RotateSelection(*map, 0, 1, 90, {}, options), EditResult::Done);
+  EXPECT_EQ(MoveSelection(*map, {0.5f, 0, 0}, options), EditResult::BreaksBrush);
+  EXPECT_EQ(RotateSelection(*map, 0, 1, 30, {}, options), EditResult::BreaksBrush);
+  Bounds bounds;
+  for (const Face& face : std::as_const(Get("far").brush).FarFaces()) {
+    for (const Vec3& p : face.planepts) bounds.Add(p);
+  }
+  EXPECT_EQ(bounds, (Bounds{{-64, 40016, 8}, {0, 40080, 72}}));
+}
+
 // Its round faces have three corners close together, by which rounded they would come back bent.
 TEST_F(TransformSelectionTest, ATiltedCylinderComesBackStraight) {
   ASSERT_TRUE(AddPrimitive(*map, {PrimitiveKind::Column, {{-128, -128, 0}, {128, 128, 64}}, 2, 24},

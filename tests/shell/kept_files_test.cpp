@@ -39,10 +39,12 @@ class KeptFilesTest : public AppTest {
     std::filesystem::last_write_time(dir.Path(name), before + std::chrono::seconds(5));
   }
   // Work on the file that a program has left that ended before it was saved.
-  void LeaveWork(const std::string& kept, const std::string& original) const {
+  void LeaveWork(const std::string& kept, const std::string& original, bool withLoss = false,
+                 const std::optional<FileStamp>& began = std::nullopt) const {
     std::string text = TWO_BRUSHES;
     text.replace(text.find("Two boxes"), 9, "Kept work");
-    const Rescue rescue{dir.Path(kept), original == UNNAMED ? original : dir.Path(original)};
+    const Rescue rescue{dir.Path(kept), original == UNNAMED ? original : dir.Path(original),
+                        withLoss, began};
     ASSERT_TRUE(RescueNote::Take(dir.Path("data"), rescue));
     dir.Write(kept, text);
   }
@@ -109,6 +111,26 @@ TEST_F(KeptFilesTest, AStartOffersWhatIsLeftOfEarlierWork) {
   EXPECT_NE(dir.Read("two.map").find("Kept work"), std::string::npos);
   EXPECT_FALSE(Exists("two.map.autosave.xmp"));
   EXPECT_TRUE(sink.messages.empty());
+}
+
+// Here another program has written the file before the work was kept, but after it began.
+TEST_F(KeptFilesTest, RescuedWorkKnowsItsFileAndThatNotAllOfItWasRead) {
+  ASSERT_TRUE(Start());
+  const std::string path = dir.Write("two.map", TWO_BRUSHES);
+  const auto now = std::filesystem::last_write_time(path);
+  std::filesystem::last_write_time(path, now - std::chrono::hours(1));
+  const std::optional<FileStamp> began = file::Stamp(path);
+  ChangeFile("two.map", "Their work");
+  LeaveWork("two.map.autosave.xmp", "two.map", true, began);
+  dialogs.answers = {{"Open"}};
+  parts->documents.Open(path);
+  EXPECT_TRUE(TextOf(WindowOf(Orientation::Top).Handle()).ends_with(" (read with losses)"));
+  ComeToFront();
+  EXPECT_TRUE(sink.messages.empty());
+  sink.answers = {Answer::No, Answer::No};
+  Give(Command::FileSave);
+  EXPECT_EQ(sink.messages.size(), 2u);
+  EXPECT_NE(dir.Read("two.map").find("Their work"), std::string::npos);
 }
 
 TEST_F(KeptFilesTest, WhatASaveThatWasEndedHasLeftIsOfferedWithTheMap) {

@@ -107,7 +107,7 @@ Map* Documents::Open(const std::string& path) {
     observer_.OnMapWanted(*open);
     return open;
   }
-  if (file::Find(full) == FindResult::NotFound) {
+  if (file::Find(full) != FindResult::Found) {
     data_.reporter.Show("File Error - cannot continue",
                         Format("Can't find requested map: %s", path.c_str()));
     return nullptr;
@@ -148,16 +148,21 @@ Map* Documents::Rescued(const std::vector<Rescue>& rescues) {
   return last;
 }
 
-// A modified map of the file that the work was for. That one may have got another text after the
-// work was kept: it is a stranger's then.
+// A modified map of the file that the work was for. What that has got since the work began is a
+// stranger's; a save that was ended has left its text there or nothing.
 Map* Documents::OpenRescue(const Rescue& rescue) {
   const std::optional<FileStamp> kept = file::Stamp(rescue.text);
   const std::optional<FileStamp> original = file::Stamp(rescue.original);
   std::unique_ptr<Map> map = Read(rescue.text, rescue.original);
   if (!map) return nullptr;
+  if (rescue.withLoss) map->RememberLoss();
   kept_.Adopt(*map, rescue);
-  if (original && kept && original->time <= kept->time) {
+  const bool isAsBegun =
+      rescue.began ? rescue.began == original : original && kept && original->time <= kept->time;
+  if (isAsBegun || FileBytes(rescue.original) == FileBytes(rescue.text)) {
     known_.NoteRead(*map, rescue.original, original);
+  } else {
+    known_.NoteOther(*map, rescue.original);
   }
   if (!map->IsUnnamed()) options_.AddRecentMap(rescue.original);
   return &Adopt(std::move(map));
@@ -165,7 +170,7 @@ Map* Documents::OpenRescue(const Rescue& rescue) {
 
 void Documents::KeepAll() {
   for (const auto& map : maps_) {
-    if (!kept_.Keep(*map, Settings())) {
+    if (!kept_.Keep(*map, Settings(), known_.StampOf(*map, map->filename))) {
       map->ShowStatus("What is not saved of this map could not be kept against a crash");
     }
   }
@@ -211,7 +216,11 @@ void Documents::Reload(Map& map) {
 }
 
 bool Documents::Write(Map& map, const std::string& name) {
-  if (!map.Save(name, 0, Settings())) return false;
+  if (!map.Save(name, 0, Settings())) {
+    // No other program has done what it has left there.
+    if (name == map.filename) known_.NoteRead(map, name, file::Stamp(name));
+    return false;
+  }
   known_.NoteWritten(map, map.filename);
   kept_.Discard(map);
   options_.AddRecentMap(map.filename);

@@ -11,6 +11,10 @@ void KnownFiles::NoteWritten(const Map& map, const std::string& path) {
   files_[{&map, path}] = {file::Stamp(path), true, std::nullopt};
 }
 
+void KnownFiles::NoteOther(const Map& map, const std::string& path) {
+  files_[{&map, path}] = {std::nullopt, false, file::Stamp(path)};
+}
+
 void KnownFiles::Forget(const Map& map) {
   std::erase_if(files_, [&](const auto& file) { return file.first.first == &map; });
 }
@@ -29,6 +33,11 @@ bool KnownFiles::IsAsKnown(const Map& map, const std::string& path) const {
 bool KnownFiles::IsAsWritten(const Map& map, const std::string& path) const {
   const Known* known = Find(map, path);
   return known && known->written && IsAsKnown(map, path);
+}
+
+std::optional<FileStamp> KnownFiles::StampOf(const Map& map, const std::string& path) const {
+  const Known* known = Find(map, path);
+  return known ? known->stamp : std::nullopt;
 }
 
 bool KnownFiles::TakeChange(const Map& map, const std::string& path) {

@@ -19,12 +19,16 @@ class KnownFiles {
   void NoteRead(const Map& map, const std::string& path, const std::optional<FileStamp>& stamp);
   // As it is now.
   void NoteWritten(const Map& map, const std::string& path);
+  // The map does not come from the file as it is now, and its user knows.
+  void NoteOther(const Map& map, const std::string& path);
   void Forget(const Map& map);
 
   // Whether the file is as the map read or wrote it. One that is not there is.
   bool IsAsKnown(const Map& map, const std::string& path) const;
   // As it wrote it.
   bool IsAsWritten(const Map& map, const std::string& path) const;
+  // How the map read or wrote it last.
+  std::optional<FileStamp> StampOf(const Map& map, const std::string& path) const;
   // Whether the file has been changed, and in a way that this was not yet asked about.
   bool TakeChange(const Map& map, const std::string& path);
 
