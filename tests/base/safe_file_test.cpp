@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <functional>
 #include <iterator>
 #ifndef _WIN32
 #include <sys/resource.h>
@@ -138,19 +137,12 @@ TEST_F(SafeFile, ABackupThatCannotBeMadeIsToldAndCostsNothing) {
   EXPECT_EQ(dir.Read("map.1.bak/a folder"), "in the way");
 }
 
-TEST_F(SafeFile, WorkIsFoundByTheNextProgramAndNotByOneThatRunsBesideTheFirst) {
+TEST_F(SafeFile, WorkHasOneNoteThatGoesWithIt) {
   const std::string notes = dir.Path("data/notes");
   const Rescue work{dir.Write("kept", "work"), dir.Path("map")};
   auto note = RescueNote::Take(notes, work);
   ASSERT_TRUE(note);
-  EXPECT_TRUE(FindRescues(notes).empty());
   EXPECT_FALSE(RescueNote::Take(notes, work));
-  note.reset();  // as the end of a program that says no goodbye
-  ASSERT_EQ(FindRescues(notes).size(), 1u);
-  EXPECT_EQ(FindRescues(notes)[0].text, work.text);
-  EXPECT_EQ(FindRescues(notes)[0].original, work.original);
-  note = RescueNote::Take(notes, work);
-  ASSERT_TRUE(note);
   note->Discard();
   EXPECT_EQ(file::Find(work.text), FindResult::NotFound);
   EXPECT_TRUE(std::filesystem::is_empty(notes));

@@ -99,16 +99,6 @@ TEST_F(HitTestTest, AClickMeansTheNearestLineThenTheSmallerBoxThenTheFirst) {
   }
 }
 
-TEST_F(HitTestTest, WhatIsHiddenOrDisabledIsNotHitNorAnythingBelowIt) {
-  entity& layer = small.Add({{"classname", "layer"}});
-  small.AddCuboid({0, 0, 0}, {64, 64, 64}, &layer);
-  for (const auto& [state, isHit] :
-       Cases<const char*, bool>{{"1", false}, {"2", false}, {"3", false}, {"0", true}}) {
-    layer.SetKey("XMPstate", state);
-    EXPECT_EQ(HitAt({30, -30}) != nullptr, isHit) << state;
-  }
-}
-
 TEST_F(HitTestTest, ABrushFarOutsideIsHitWhereTheViewShowsIt) {
   // 65536 units away wraps around to the same pixels.
   entity& far = small.AddCuboid({0, 0, 0}, {64, 64, 64});
@@ -121,12 +111,9 @@ TEST_F(HitTestTest, AClickTakesTheGroupOrTheBrush) {
   entity& ofDoor = small.AddCuboid({0, 0, 0}, {64, 64, 64}, &door);
   entity& group = small.Add({{"classname", "brush"}, {"groupFather", "1"}});
   entity& ofGroup = small.AddCuboid({0, 0, 0}, {64, 64, 64}, &group);
-  EXPECT_EQ(&PickedBy(ofDoor, PickLevel::Objects), &door);
   EXPECT_EQ(&PickedBy(ofDoor, PickLevel::Brushes), &ofDoor);
-  EXPECT_EQ(&PickedBy(ofGroup, PickLevel::Objects), &group);
   EXPECT_EQ(&PickedBy(ofGroup, PickLevel::Brushes), &group);
   door.state = group.state = 0;
-  EXPECT_EQ(&PickedBy(ofDoor, PickLevel::Objects), &ofDoor);
   EXPECT_EQ(&PickedBy(ofGroup, PickLevel::Brushes), &ofGroup);
 }
 
