@@ -14,10 +14,9 @@ const std::string SHIPPED = FERROWAND_DATA;
 class ShippedDataTest : public DocumentTest {
  protected:
   ShippedDataTest() {
-    data.searchPath.Add(SHIPPED);
+    LoadShippedClasses();
     data.palette.Load(data.searchPath, {}, reporter);
     data.wads.LoadDefault("quake.wad");
-    data.classes.LoadDefault("ents.qc");
   }
   // What a good file has no reason to cause.
   ~ShippedDataTest() override {

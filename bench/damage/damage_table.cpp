@@ -7,6 +7,7 @@
 //     ferrowand_damage TRIES SMALL_MAP
 #include <cstdio>
 #include <cstdlib>
+#include <random>
 #include <string>
 
 #include "base/text_reader.h"
@@ -16,6 +17,36 @@
 
 namespace ferrowand::bench {
 namespace {
+
+enum class Damage { Flip, Cut, DropLine, DoubleLine, DropBrace, DoubleBrace };
+constexpr const char* DAMAGE_NAMES[] = {"flip",         "cut",           "line dropped",
+                                        "line doubled", "brace dropped", "brace doubled"};
+
+bool IsBrace(char c) {
+  return c == '{' || c == '}';
+}
+
+std::size_t StartOfLine(const std::string& text, std::size_t place) {
+  return place == 0 ? 0 : text.rfind('\n', place - 1) + 1;
+}
+
+// The text with one damage at a random place.
+std::string Damaged(const std::string& text, Damage damage, std::mt19937& random) {
+  std::size_t place = random() % text.size();
+  std::string damaged = text;
+  if (damage == Damage::Flip) {
+    damaged[place] = static_cast<char>(damaged[place] ^ (1 << random() % 8));
+    return damaged;
+  }
+  if (damage == Damage::Cut) return text.substr(0, place);
+  if (damage == Damage::DropBrace || damage == Damage::DoubleBrace) {
+    while (!IsBrace(text[place])) place = (place + 1) % text.size();
+  }
+  const std::size_t start = StartOfLine(text, place);
+  const std::size_t length = text.find('\n', place) + 1 - start;
+  const bool drops = damage == Damage::DropLine || damage == Damage::DropBrace;
+  return drops ? damaged.erase(start, length) : damaged.insert(start, text.substr(start, length));
+}
 
 struct Row {
   std::size_t tries = 0, lost = 0, beyondOne = 0, scattered = 0, boxes = 0, summaries = 0,

@@ -43,7 +43,6 @@ TEST_F(OptionsTest, AnEmptyStoreGivesTheDefaultsUntilTheFirstSave) {
   options.undoLevels = 3;
   EXPECT_FALSE(options.Load(*store, reporter));
   EXPECT_EQ(options.undoLevels, 30);
-  EXPECT_FALSE(options.Load(*store, reporter));
   EXPECT_TRUE(options.Save(*store, reporter));
   EXPECT_TRUE(options.Load(*store, reporter));
 }

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <functional>
 #include <iterator>
 #ifndef _WIN32
 #include <sys/resource.h>
@@ -152,19 +151,12 @@ TEST_F(SafeFile, ABackupThatCannotBeMadeIsToldAndCostsNothing) {
   EXPECT_EQ(dir.Read("other.2.bak"), "2");
 }
 
-TEST_F(SafeFile, WorkIsFoundByTheNextProgramAndNotByOneThatRunsBesideTheFirst) {
+TEST_F(SafeFile, WorkHasOneNoteThatGoesWithIt) {
   const std::string notes = dir.Path("data/notes");
   const Rescue work{dir.Write("kept", "work"), dir.Path("map")};
   auto note = RescueNote::Take(notes, work);
   ASSERT_TRUE(note);
-  EXPECT_TRUE(FindRescues(notes).empty());
   EXPECT_FALSE(RescueNote::Take(notes, work));
-  note.reset();  // as the end of a program that says no goodbye
-  ASSERT_EQ(FindRescues(notes).size(), 1u);
-  EXPECT_EQ(FindRescues(notes)[0].text, work.text);
-  EXPECT_EQ(FindRescues(notes)[0].original, work.original);
-  note = RescueNote::Take(notes, work);
-  ASSERT_TRUE(note);
   const std::string half = dir.Write("data/notes/half.note", work.text + "\n/of a na");
   EXPECT_TRUE(FindRescues(notes).empty());
   EXPECT_EQ(file::Find(half), FindResult::NotFound);

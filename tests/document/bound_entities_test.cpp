@@ -44,16 +44,11 @@ class BoundEntitiesTest : public testing::Test {
   BoundEntities bound;
 };
 
-TEST_F(BoundEntitiesTest, NothingIsBoundBeforeTheFirstSave) {
-  bound.items.resize(3);
-  bound.Load(*store, classes, reporter);
-  EXPECT_TRUE(bound.items.empty());
-}
-
 TEST_F(BoundEntitiesTest, WhatIsSavedComesBackWithItsClass) {
   const Pairs layer{{"classname", "layer"}, {"light", ""}, {"XMPentityname", "a\\b"}};
   Bind(76, layer);
   Bind(255, {{"classname", "hidden"}});
+  EXPECT_TRUE(Reloaded().items.empty()) << "before the first save";
   ASSERT_TRUE(bound.Save(*store, reporter));
   const BoundEntities loaded = Reloaded();
   ASSERT_EQ(loaded.items.size(), 2u);

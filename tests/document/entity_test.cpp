@@ -111,53 +111,12 @@ TEST_F(EntityTest, RemovingAKeyThatIsNotThereIsTold) {
   EXPECT_EQ(plain.numkeys(), 0);
 }
 
-TEST_F(EntityTest, ClassesComeFromTheMapThatHoldsTheEntity) {
-  const std::string qc = temp.Write("game.qc", "/*QUAKED light (0 1 0) (-8 -8 -8) (8 8 8)\r\n*/");
-  map = ReadText("{\n\"XMPqc\" \"" + qc + "\"\n}\n");
-  auto child = std::make_unique<entity>(data.classes.Default());
-  child->SetKey("classname", "light");
-  EXPECT_EQ(child->getClass()->classname, "unknown");
-  entity* held = map->AddChild(std::move(child));
-  held->SetKey("classname", "light");
-  EXPECT_EQ(held->getClass()->classname, "light");
-  held->SetKey("classname", "Light");
-  EXPECT_EQ(held->getClass()->classname, "unknown");
-}
-
-TEST_F(EntityTest, ACopyIsDeepAndBelongsToNothing) {
-  const entity& door =
-      ReadBody("\"classname\" \"func_door\"\"angle\" \"90\"" + Cuboid(0, 0, 0, 16, 16, 16));
-  map->currentLayer()->getEntityList().front()->state = 0;
-  const EntityPtr copy = door.Copy();
-  EXPECT_EQ(copy->state, 0);
-  EXPECT_EQ(ExtendedText(*copy), ExtendedText(door));
-  EXPECT_EQ(copy->Parent(), nullptr);
-  EXPECT_EQ(copy->getClass(), door.getClass());
-  EXPECT_EQ(copy->angle(), 90);
-  EXPECT_EQ(copy->GetBounds(), door.GetBounds());
-  copy->getEntityList().front()->brush.Translate({8, 0, 0});
-  EXPECT_EQ(door.GetBounds().mins, Vec3(0, 0, 0));
-}
-
 TEST_F(EntityTest, ACopyWhoseKeysDecodeToAnotherAngleIsTold) {
   plain.AddKey("Angle", "45");
   plain.AddKey("angle", "90");
   plain.RemoveKey(plain.numkeys() - 1);
   EXPECT_EQ(plain.Copy()->angle(), 45);
   EXPECT_NE(recorder.OnlyText().find("\"ret->angle==angle\""), std::string::npos);
-}
-
-TEST_F(EntityTest, ChildrenAreFoundWhereverTheyStand) {
-  std::vector<entity*> children;
-  for (int i = 0; i < 7; ++i) {
-    children.push_back(plain.AddChild(std::make_unique<entity>(data.classes.Default())));
-  }
-  for (const std::size_t i : {3u, 4u, 6u, 0u, 5u, 1u, 2u})
-    EXPECT_EQ(plain.IndexOf(*children[i]), i);
-  const EntityPtr taken = plain.TakeChild(3);
-  EXPECT_EQ(taken.get(), children[3]);
-  EXPECT_EQ(plain.IndexOf(*taken), plain.getEntityList().size());
-  EXPECT_EQ(plain.IndexOf(*children[6]), 5u);
 }
 
 TEST_F(EntityTest, TheBodyMayHoldCommentsFacesAndEntities) {
@@ -170,19 +129,6 @@ TEST_F(EntityTest, TheBodyMayHoldCommentsFacesAndEntities) {
   ASSERT_EQ(e.getEntityList().size(), 1u);
   EXPECT_EQ(e.getEntityList().front()->getEntityList().size(), 1u);
   EXPECT_TRUE(recorder.messages.empty()) << recorder.OnlyText();
-}
-
-TEST_F(EntityTest, AStrayCharacterIsToldOnceWithItsLine) {
-  const entity& e = ReadBody("\n7 \"a\" \"1\"\n8/x\n\"b\" \"2\"");
-  ASSERT_EQ(recorder.messages.size(), 2u) << "the box and the summary";
-  EXPECT_NE(recorder.messages.back().text.find("\n4 characters that belong nowhere"),
-            std::string::npos);
-  EXPECT_EQ(recorder.messages.front().text,
-            "An invalid char(7) was found in entity definition at line:4.\nThis file may not be a "
-            "map file.\n\nFerrowand will attempt to read the rest, but some data may be lost!");
-  EXPECT_EQ(recorder.messages.front().title, "Parsing Error");
-  EXPECT_STREQ(e.GetKey("a"), "1");
-  EXPECT_STREQ(e.GetKey("b"), "2");
 }
 
 TEST_F(EntityTest, AKeyEndsAtItsQuoteHoweverLongItIs) {

@@ -29,6 +29,24 @@ TEST_F(ReadLogTest, OneSummaryNamesEveryKindWithItsNumberAndItsFirstLine) {
             "Saving the map over its file would lose this for good.");
 }
 
+TEST_F(ReadLogTest, TheFirstCharacterThatBelongsNowhereIsToldAtOnceWithItsLine) {
+  std::string brush = Cuboid(0, 0, 0, 8, 8, 8);
+  brush.insert(brush.find("wall") + 14, "\n /? * \n");
+  for (const auto& [text, character, where, line] : Cases<std::string, char, const char*, int>{
+           {"/ {\n\"a\" \"1\"\n? }{ ? }", '/', "worldspawn", 1},
+           {"{}\n{\n7 \"a\" \"1\"\n8/x\n}", '7', "entity", 3},
+           {"{" + brush + "?}", '/', "brush", 3}}) {
+    recorder.messages.clear();
+    ReadText(text);
+    ASSERT_EQ(recorder.messages.size(), 2u) << "it and the summary";
+    EXPECT_EQ(recorder.Said()[0],
+              Format("Parsing Error: An invalid char(%c) was found in %s definition at line:%d.\n"
+                     "This file may not be a map file.\n\nFerrowand will attempt to read the rest, "
+                     "but some data may be lost!",
+                     character, where, line));
+  }
+}
+
 TEST_F(ReadLogTest, ACutFractionIsToldWithHowFarACornerMoved) {
   std::string faces = Cuboid(0, 0, 0, 64, 64, 64);
   const std::string top = "( 0 0 64 ) ( 0 64 64 ) ( 64 0 64 )";

@@ -83,11 +83,5 @@ TEST_F(SelectionTest, TheMembersOfAGroupOrALayerTakeItsPlace) {
   EXPECT_TRUE(map->selection.empty());
 }
 
-TEST_F(SelectionTest, ItsBoundsHoldAllOfIt) {
-  EXPECT_TRUE(SelectionBounds(*map).IsEmpty());
-  Pick({"a", "group"});
-  EXPECT_EQ(SelectionBounds(*map), (Bounds{{0, 0, 0}, {320, 64, 64}}));
-}
-
 }  // namespace
 }  // namespace ferrowand

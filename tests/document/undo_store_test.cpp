@@ -126,24 +126,5 @@ TEST_F(UndoStoreTest, AsManyStepsAreRedoneAsWereUndoneUntilANewOne) {
   EXPECT_FALSE(map.undo.CanRedo());
 }
 
-TEST_F(UndoStoreTest, TheSelectionHoldsOnlyWhatIsInTheMap) {
-  entity& a = Add("a");
-  entity& b = Add("b");
-  map.selection.Set({&b, &a});
-  map.undo.Undo();
-  EXPECT_EQ(map.selection, std::vector<entity*>{&a});
-}
-
-TEST_F(UndoStoreTest, ALayerMayLeaveAndComeBack) {
-  Add("a");
-  const std::string before = Text();
-  EditStep(map).Remove(*map.currentLayer());
-  EXPECT_EQ(map.currentLayer(), nullptr);
-  map.undo.Undo();
-  EXPECT_EQ(Text(), before);
-  Add("b");
-  EXPECT_EQ(map.currentLayer(), map.getEntityList().front().get());
-}
-
 }  // namespace
 }  // namespace ferrowand

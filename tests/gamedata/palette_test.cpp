@@ -20,7 +20,7 @@ class PaletteTest : public GameDataTest {
   void Load(const Gamma& gamma = {}) { palette.Load(path, gamma, reporter); }
 };
 
-TEST_F(PaletteTest, NumbersBehindTheHeaderAreTakenUnchangedAtGammaOne) {
+TEST_F(PaletteTest, NumbersBehindTheHeaderAreTakenEachChannelAtItsGamma) {
   Write("0 1 2\n15\t16 17\r\n254 255 300\n", 3);
   Load();
   EXPECT_EQ(palette[0].ToColour(), (Colour{0, 1, 2}));
@@ -29,9 +29,6 @@ TEST_F(PaletteTest, NumbersBehindTheHeaderAreTakenUnchangedAtGammaOne) {
   EXPECT_EQ(palette[255].ToColour(), (Colour{255, 255, 255}));
   EXPECT_EQ(palette[255].used, 1);
   EXPECT_TRUE(recorder.messages.empty());
-}
-
-TEST_F(PaletteTest, EveryChannelHasItsOwnGamma) {
   Write("64 64 64\n", 1);
   Load({1, 2, 0.5f});
   EXPECT_EQ(palette[0].ToColour(), (Colour{64, 76, 53}));

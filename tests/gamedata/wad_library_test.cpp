@@ -79,31 +79,5 @@ TEST_F(WadLibraryTest, ANewCacheSizeIsThatOfEveryWad) {
   }
 }
 
-TEST_F(WadLibraryTest, ATextureIsOfTheFirstWadThatHasIt) {
-  WadFile& walls = library.Get("walls.wad");
-  WadFile& floors = library.Get(dir.Path("floors.wad"));
-  WadList list;
-  EXPECT_EQ(list.FindTexture("wall"), nullptr);
-  list.Add("walls.wad", walls);
-  list.Add("gfx\\floors.wad", floors);
-  EXPECT_EQ(list.FindTexture("FLOOR"), floors.Textures()[0].get());
-  EXPECT_EQ(list.FindTexture("both"), walls.Textures()[1].get());
-  EXPECT_EQ(list.FindTexture("none"), floors.BadTexture());
-  EXPECT_EQ(list.Names(), "walls.wad;gfx\\floors.wad");
-}
-
-TEST_F(WadLibraryTest, OfDuplicatesTheLastStays) {
-  WadFile& walls = library.Get("walls.wad");
-  WadFile& floors = library.Get(dir.Path("floors.wad"));
-  WadList list;
-  list.Add("old\\walls.wad", walls);
-  list.Add("floors.wad", floors);
-  list.Add("WALLS.WAD", walls);
-  list.Add("missing.wad", library.Default());
-  list.Add("lost.wad", library.Default());
-  list.RemoveDuplicates();
-  EXPECT_EQ(list.Names(), "floors.wad;WALLS.WAD;missing.wad;lost.wad");
-}
-
 }  // namespace
 }  // namespace ferrowand

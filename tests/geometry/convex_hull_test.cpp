@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <map>
 #include <random>
 #include <utility>
 #include <vector>
@@ -11,22 +10,10 @@
 namespace ferrowand {
 namespace {
 
-std::vector<WholePoint> Cube(std::int64_t half) {
-  std::vector<WholePoint> points;
-  for (const std::int64_t x : {-half, half}) {
-    for (const std::int64_t y : {-half, half}) {
-      for (const std::int64_t z : {-half, half}) points.push_back({x, y, z});
-    }
-  }
-  return points;
-}
-
 TEST(ConvexHullTest, FlatFacesAreWholeAndHaveOnlyTheirCorners) {
-  std::vector<WholePoint> points = Cube(8);
-  // Inside, on a face, on an edge, and a corner twice.
-  for (const WholePoint& p : {WholePoint{1, 2, 3}, {8, 1, 2}, {8, 8, 0}, {8, 8, 8}}) {
-    points.push_back(p);
-  }
+  // Inside a cube, on a face, on an edge, a corner; then all its corners.
+  std::vector<WholePoint> points{{1, 2, 3}, {8, 1, 2}, {8, 8, 4}, {8, 8, 8}};
+  for (int i = 0; i < 8; ++i) points.push_back({i & 1 ? 8 : 0, i & 2 ? 8 : 0, i & 4 ? 8 : 0});
   const auto faces = ConvexHull(points);
   ASSERT_EQ(faces.size(), 6u);
   for (const HullFace& face : faces) EXPECT_EQ(face.size(), 4u);

@@ -11,13 +11,7 @@
 namespace ferrowand {
 namespace {
 
-class ClipboardTest : public EditTest {
- protected:
-  void SetUp() override {
-    Open(Box("a", 0, 0, 0) + Box("b", 128, 0, 0) + Point("p", "\"origin\" \"0 0 128\""),
-         Box("far", 512, 0, 0));
-  }
-};
+using ClipboardTest = EditTest;
 
 TEST_F(ClipboardTest, ACopySurvivesItsMap) {
   const std::string objects = ExtendedText(Get("p")) + ExtendedText(Get("a"));

@@ -10,6 +10,11 @@ namespace ferrowand {
 
 class EditTest : public DocumentTest {
  protected:
+  // Two boxes, a point above them, and a box that cannot be reached.
+  void SetUp() override {
+    Open(Box("a", 0, 0, 0) + Box("b", 128, 0, 0) + Point("p", "\"origin\" \"0 0 128\""),
+         Box("far", 512, 0, 0));
+  }
   // What stands in one layer "main", behind a layer "hidden" and a layer "locked".
   void Open(const std::string& objects, const std::string& others = {}) {
     map = ReadText("{\"classname\" \"worldspawn\"" + Layer("main", 0, objects) +

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <functional>
 #include <map>
+#include <string>
 #include <string_view>
 
 #include "document/classes/entity_class.h"
@@ -36,14 +37,6 @@ std::uint64_t FacesOf(const Brush& brush) {
     sum += HashOf(text);
   }
   return sum;
-}
-
-bool IsBrace(char c) {
-  return c == '{' || c == '}';
-}
-
-std::size_t StartOfLine(const std::string& text, std::size_t place) {
-  return place == 0 ? 0 : text.rfind('\n', place - 1) + 1;
 }
 
 }  // namespace
@@ -95,23 +88,6 @@ std::size_t Objects::ScatteredIn(const Objects& others) const {
     scattered += all - std::min(most, all);
   }
   return scattered;
-}
-
-std::string Damaged(const std::string& text, Damage damage, std::mt19937& random) {
-  std::size_t place = random() % text.size();
-  std::string damaged = text;
-  if (damage == Damage::Flip) {
-    damaged[place] = static_cast<char>(damaged[place] ^ (1 << random() % 8));
-    return damaged;
-  }
-  if (damage == Damage::Cut) return text.substr(0, place);
-  if (damage == Damage::DropBrace || damage == Damage::DoubleBrace) {
-    while (!IsBrace(text[place])) place = (place + 1) % text.size();
-  }
-  const std::size_t start = StartOfLine(text, place);
-  const std::size_t length = text.find('\n', place) + 1 - start;
-  const bool drops = damage == Damage::DropLine || damage == Damage::DropBrace;
-  return drops ? damaged.erase(start, length) : damaged.insert(start, text.substr(start, length));
 }
 
 Boxes::Boxes(const MessageRecorder& recorder) {

@@ -2,8 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <random>
-#include <string>
 #include <unordered_map>
 #include <vector>
 
@@ -31,13 +29,6 @@ class Objects {
   std::unordered_multimap<std::uint64_t, Owner> owners_;
   std::unordered_map<Owner, std::vector<std::uint64_t>> brushes_;
 };
-
-enum class Damage { Flip, Cut, DropLine, DoubleLine, DropBrace, DoubleBrace };
-inline constexpr const char* DAMAGE_NAMES[] = {"flip",         "cut",           "line dropped",
-                                               "line doubled", "brace dropped", "brace doubled"};
-
-// The text with one damage at a random place.
-std::string Damaged(const std::string& text, Damage damage, std::mt19937& random);
 
 // What was said during a load: of the boxes that tell the same the most, and the summaries.
 struct Boxes {

@@ -6,10 +6,10 @@
 
 #include "base/number_text.h"
 #include "base/path_text.h"
-#include "base/text_writer.h"
 #include "document/classes/class_set.h"
 #include "document/classes/special_classes.h"
 #include "document/picking.h"
+#include "support/map_text.h"
 
 namespace ferrowand {
 namespace {
@@ -141,11 +141,9 @@ testing::AssertionResult IsConsistent(const Map& map) {
 }
 
 testing::AssertionResult IsPlayable(const Map& map) {
-  TextWriter out;
-  map.WriteMapBrushes(out, 0);
   Count told, held{1, 1, 0};
   CountShape(map, held);
-  const std::string fault = ReadStrictly(std::string(out.Text()), told);
+  const std::string fault = ReadStrictly(QuakeText(map), told);
   if (!fault.empty()) return testing::AssertionFailure() << fault;
   if (told == held) return testing::AssertionSuccess();
   return testing::AssertionFailure()

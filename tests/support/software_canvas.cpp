@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <fstream>
 
 namespace ferrowand {
 namespace {
@@ -51,17 +50,6 @@ SoftwareCanvas::SoftwareCanvas(PixelSize size)
     : size_(size),
       pixels_(static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height)),
       clip_{0, 0, size.width, size.height} {}
-
-bool SoftwareCanvas::Write(const std::string& path) const {
-  std::ofstream file(path, std::ios::binary);
-  file << "P6\n" << size_.width << ' ' << size_.height << "\n255\n";
-  for (const Colour& c : pixels_) {
-    const char bytes[]{static_cast<char>(c.red), static_cast<char>(c.green),
-                       static_cast<char>(c.blue)};
-    file.write(bytes, 3);
-  }
-  return file.good();
-}
 
 void SoftwareCanvas::SetClip(const PixelRect& rect) {
   clip_ = {std::max(rect.left, 0), std::max(rect.top, 0), std::min(rect.right, size_.width),

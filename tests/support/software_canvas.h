@@ -3,7 +3,6 @@
 #pragma once
 
 #include <optional>
-#include <string>
 #include <vector>
 
 #include "platform/canvas.h"
@@ -18,8 +17,6 @@ class SoftwareCanvas : public Canvas {
   PixelSize Size() const { return size_; }
   Colour At(int x, int y) const { return pixels_[Index(x, y)]; }
   const std::vector<Colour>& Pixels() const { return pixels_; }
-  // As a binary portable pixmap. False when the file could not be written.
-  bool Write(const std::string& path) const;
 
   void FillRect(const PixelRect& rect, Colour colour) override;
   void Lines(const Pen& pen, std::span<const PixelLine> lines) override;

@@ -2,9 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-
 #include "document/classes/native_classes.h"
+#include "document/transform.h"
 #include "support/canvas_recorder.h"
 #include "support/cases.h"
 #include "support/small_map.h"
@@ -62,7 +61,6 @@ class EntityDrawingTest : public testing::Test {
                         .visible = {-1000, -1000, 1000, 1000},
                         .pen = CALLERS};
     context.centreDots = centreDots;
-    context.drawsEntities = drawsEntities;
     context.heightlo = 0;
     context.heighthi = 100;
     return context;
@@ -86,7 +84,6 @@ class EntityDrawingTest : public testing::Test {
   ViewTransform transform = TOP;
   unsigned flags = 0;
   bool centreDots = false;
-  bool drawsEntities = true;
   CanvasRecorder canvas;
 };
 
@@ -102,23 +99,6 @@ TEST_F(EntityDrawingTest, AnEdgeThatFacesShareOrHideIsDrawnOnce) {
   transform.scaleu = 1024;
   transform.scalev = -1024;
   EXPECT_EQ(Draw().Of(Kind::Lines).at(0).lines, (std::vector<PixelLine>{{{0, 0}, {0, 0}}}));
-}
-
-TEST_F(EntityDrawingTest, WhatIsOffTheViewIsNotDrawn) {
-  for (const auto& [what, mins, lines] :
-       Cases<const char*, Vec3, std::size_t>{{"inside", {0, 0, 0}, 4},
-                                             {"left of it", {-1100, 0, 0}, 0},
-                                             {"above it", {0, 1100, 0}, 0},
-                                             {"with one side on the last column", {999, 0, 0}, 3},
-                                             {"with one side just off", {1002, 0, 0}, 0}}) {
-    small.AddCuboid(mins, mins + Vec3(64, 64, 64));
-    std::size_t seen = 0;
-    for (const auto& call : Draw().Of(Kind::Lines)) {
-      for (const PixelLine& line : call.lines) seen += line.from.x <= 999;
-    }
-    EXPECT_EQ(seen, lines) << what;
-    small.map.currentLayer()->TakeChildren();
-  }
 }
 
 TEST_F(EntityDrawingTest, APlainBrushHasItsOwnColourAndAGroupLendsItsPenToItsMembers) {
@@ -150,21 +130,16 @@ TEST_F(EntityDrawingTest, TheMapModesChooseThePenOfEveryBrush) {
 
   flags = DRAW_HEIGHTS;  // the middle at 32 of 0 .. 100
   EXPECT_EQ(BrushPen(), (Pen{{0, 0, 81}}));
+  TranslateEntity(door, {0, 0, -500});  // beyond either end, the shade of that
+  EXPECT_EQ(BrushPen(), (Pen{{0, 0, 0}}));
+  TranslateEntity(door, {0, 0, 1000});
+  EXPECT_EQ(BrushPen(), (Pen{{0, 0, 255}}));
   flags = DRAW_LAYER_COLOUR;
   EXPECT_EQ(BrushPen(), (Pen{{128, 255, 0}}));
   flags = DRAW_1X1MIPMAP | DRAW_HEIGHTS;
   EXPECT_EQ(BrushPen(), (Pen{{9, 99, 199}, 2}));
   flags = DRAW_1X1MIPMAP | DRAW_KEEP_PEN;
   EXPECT_EQ(BrushPen(), CALLERS);
-}
-
-TEST_F(EntityDrawingTest, HeightsBeyondTheShadedDepthHaveTheShadeOfItsEnd) {
-  flags = DRAW_HEIGHTS;
-  for (const auto& [height, blue] : Cases<float, std::uint8_t>{{-500.0f, 0}, {300.0f, 255}}) {
-    small.map.currentLayer()->TakeChildren();
-    small.AddCuboid({0, 0, height}, {64, 64, height + 100});
-    EXPECT_EQ(BrushPen(), (Pen{{0, 0, blue}}));
-  }
 }
 
 TEST_F(EntityDrawingTest, ACentreDotStandsInTheMiddleOfABrush) {
@@ -185,9 +160,6 @@ TEST_F(EntityDrawingTest, APointEntityHasTheBoxOfItsClassUnlessThatHasNone) {
   EXPECT_EQ(boxes[0].pen, LAMP);
   EXPECT_FALSE(boxes[0].fill);
 
-  drawsEntities = false;
-  EXPECT_TRUE(Draw().Of(Kind::Rectangle).empty());
-  drawsEntities = true;
   lamp.minx = 32000;
   EXPECT_TRUE(Draw().Of(Kind::Rectangle).empty());
 }
@@ -306,22 +278,6 @@ TEST_F(EntityDrawingTest, AnArrowLeadsToEveryEntityOfTheNameInMapOrder) {
   source.SetFlags(0);
   flags = DRAW_TARGETS;
   EXPECT_EQ(Draw().LinesIn(ARROW), arrows);
-}
-
-TEST_F(EntityDrawingTest, NothingIsSeenOfWhatIsHidden) {
-  entity& layer = *small.map.currentLayer();
-  small.AddCuboid({0, 0, 0}, {64, 64, 64});
-  layer.SetKey("XMPstate", "1");
-  EXPECT_TRUE(Draw().calls.empty());
-  layer.SetKey("XMPstate", "2");
-  EXPECT_FALSE(Draw().calls.empty());
-  layer.getEntityList()[0]->SetKey("classname", "hidden");
-  EXPECT_TRUE(Draw().calls.empty());
-  layer.TakeChildren();
-
-  // A member of a group that is hidden for itself.
-  AddDoor(1).getEntityList()[0]->SetKey("classname", "hidden");
-  EXPECT_TRUE(Draw().calls.empty());
 }
 
 TEST_F(EntityDrawingTest, ARootLimitsTheDrawingToWhatLiesBelowIt) {

@@ -1,16 +1,12 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <random>
 #include <set>
 
 #include "support/canvas_recorder.h"
 #include "support/cases.h"
-#include "support/fake_view_host.h"
-#include "support/small_map.h"
 #include "support/software_canvas.h"
-#include "views/map_view.h"
 #include "views/tool.h"
+#include "views/view_fixture.h"
 
 namespace ferrowand {
 namespace {
@@ -36,17 +32,11 @@ class RubberBand : public Tool {
   }
 };
 
-class MapViewPaintTest : public testing::Test {
+class MapViewPaintTest : public ViewTest {
  protected:
   MapViewPaintTest() {
     view.SetOrientation(Orientation::Top);
     Place(4, -800, 600);
-  }
-  void Place(float scale, std::int16_t u, std::int16_t v) {
-    view.transform.scaleu = scale;
-    view.transform.scalev = -scale;
-    view.transform.originu = u;
-    view.transform.originv = v;
   }
   // Brushes, a group, names, lights and links all over the view.
   void Furnish() {
@@ -83,13 +73,7 @@ class MapViewPaintTest : public testing::Test {
     return found;
   }
 
-  SmallMap small;
-  Options options;
   RubberBand band;
-  Tool* tool = nullptr;
-  ViewList list;
-  FakeViewHost host{AREA};
-  MapView view{small.map, host, list, options, tool};
 };
 
 TEST_F(MapViewPaintTest, GridLinesStandAtMultiplesOfTheSpacingAndEveryEighthIsMajor) {
@@ -212,7 +196,7 @@ TEST_F(MapViewPaintTest, APaintOfAPartIsThatPartOfThePaintOfAll) {
   for (const MapMode mode : {MapMode::Normal, MapMode::OneMip}) {
     view.SetMapMode(mode);
     for (const float scale : {8.0f, 4.0f, 0.5f}) {
-      Place(scale, static_cast<std::int16_t>(-200 * scale), static_cast<std::int16_t>(150 * scale));
+      Place(scale, static_cast<int>(-200 * scale), static_cast<int>(150 * scale));
       SoftwareCanvas whole(AREA);
       view.Paint(whole, WHOLE);
       std::mt19937 random(3);

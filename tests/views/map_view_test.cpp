@@ -1,11 +1,8 @@
 #include "views/map_view.h"
 
-#include <gtest/gtest.h>
-
 #include "support/cases.h"
-#include "support/fake_view_host.h"
-#include "support/small_map.h"
 #include "views/tool.h"
+#include "views/view_fixture.h"
 
 namespace ferrowand {
 namespace {
@@ -29,15 +26,12 @@ class ToolRecorder : public Tool {
   }
 };
 
-class MapViewTest : public testing::Test {
+class MapViewTest : public ViewTest {
  protected:
-  SmallMap small;
-  Options options;
+  MapViewTest() { tool = &recorder; }
+
   ToolRecorder recorder;
-  Tool* tool = &recorder;
-  ViewList list;
-  FakeViewHost host, otherHost;
-  MapView view{small.map, host, list, options, tool};
+  FakeViewHost otherHost;
   MapView other{small.map, otherHost, list, options, tool};
 };
 

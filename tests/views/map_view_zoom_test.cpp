@@ -1,32 +1,15 @@
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <functional>
 
 #include "support/cases.h"
-#include "support/fake_view_host.h"
-#include "support/small_map.h"
-#include "views/map_view.h"
+#include "views/view_fixture.h"
 
 namespace ferrowand {
 namespace {
 
-class MapViewZoomTest : public testing::Test {
+class MapViewZoomTest : public ViewTest {
  protected:
-  void Place(float scale, std::int16_t u, std::int16_t v) {
-    view.transform.scaleu = scale;
-    view.transform.scalev = -scale;
-    view.transform.originu = u;
-    view.transform.originv = v;
-  }
   Pixel Origin() const { return {view.transform.originu, view.transform.originv}; }
-
-  SmallMap small;
-  Options options;
-  Tool* tool = nullptr;
-  ViewList list;
-  FakeViewHost host{{400, 300}};
-  MapView view{small.map, host, list, options, tool};
 };
 
 TEST_F(MapViewZoomTest, ZoomingKeepsTheMiddleAndComesBackExactly) {
@@ -167,7 +150,7 @@ TEST_F(MapViewZoomTest, ScrollingMovesThePictureByWholePixelsUpToTheWorldsEnd) {
       {0.015625f, {0, 0}, [&] { view.ScrollLines(true, 1); }, {0, -1}, {{0, -64}}},
   };
   for (const auto& [scale, from, scroll, origin, moved] : cases) {
-    Place(scale, static_cast<std::int16_t>(from.x), static_cast<std::int16_t>(from.y));
+    Place(scale, from.x, from.y);
     host.scrolled.clear();
     host.invalidations = 0;
     scroll();
@@ -227,7 +210,7 @@ TEST_F(MapViewZoomTest, AfterAResizeTheViewShowsAQuarterOfTheLimitAndNothingBeyo
   };
   for (const auto& [area, scaleBefore, scale, from, origin] : cases) {
     host.area = area;
-    Place(scaleBefore, static_cast<std::int16_t>(from.x), static_cast<std::int16_t>(from.y));
+    Place(scaleBefore, from.x, from.y);
     view.OnResize();
     EXPECT_EQ(view.transform.scaleu, scale) << area.width;
     EXPECT_EQ(view.transform.scalev, -scale) << area.width;

@@ -1,26 +1,15 @@
 // After every change the views show what a fresh paint would, though only parts are painted.
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <memory>
-#include <random>
 #include <string>
 #include <vector>
 
-#include "base/report.h"
-#include "document/edit_step.h"
 #include "document/picking.h"
-#include "operations/clipboard.h"
-#include "operations/csg_commands.h"
-#include "operations/groups.h"
-#include "operations/insert.h"
 #include "operations/layers.h"
-#include "operations/templates.h"
 #include "operations/transform_selection.h"
-#include "operations/visibility.h"
-#include "support/fake_view_host.h"
-#include "support/small_map.h"
-#include "support/software_canvas.h"
+#include "support/random_user.h"
+#include "support/temp_dir.h"
 #include "views/tools/tool_fixture.h"
 #include "views/tools/tool_set.h"
 
@@ -101,104 +90,6 @@ struct Scene {
   std::vector<std::unique_ptr<MapView>> views;
 };
 
-class RepaintUser {
- public:
-  RepaintUser(Map& map, MessageRecorder& sink, unsigned seed)
-      : map_(map), sink_(sink), random_(seed) {}
-
-  // What it did.
-  std::string Act() {
-    sink_.answers.assign(1, Answer::Yes);
-    if (Below(3) == 0) PickSomething();
-    const Command& command = COMMANDS[Below(std::size(COMMANDS))];
-    command.run(*this);
-    return command.name;
-  }
-
- private:
-  struct Command {
-    const char* name;
-    void (*run)(RepaintUser&);
-  };
-  static const Command COMMANDS[25];
-
-  std::size_t Below(std::size_t count) { return random_() % count; }
-  float Step() { return static_cast<float>(Below(9)) * 16 - 64; }
-  Vec3 Offset() { return {Step(), Step(), Step()}; }
-  void PickSomething() {
-    const auto level = Below(3) ? PickLevel::Objects : PickLevel::Brushes;
-    const std::vector<entity*> objects = PickableObjects(map_, level);
-    std::vector<entity*> picked;
-    for (std::size_t count = Below(4); count > 0 && !objects.empty(); --count) {
-      picked.push_back(objects[Below(objects.size())]);
-    }
-    Select(map_, picked, Below(4) == 0);
-  }
-  entity& Layer() {
-    const std::vector<entity*> layers = LayersOf(map_);
-    return *layers[Below(layers.size())];
-  }
-
-  // Its first member grows.
-  void EditTemplate() {
-    for (const EntityPtr& child : map_.currentLayer()->getEntityList()) {
-      if (child->getClass()->Kind() != EntityKind::TemplateClass) continue;
-      EditStep step(map_);
-      entity& member = *child->getEntityList().front();
-      step.Change(member);
-      member.brush.Translate({0, 24, 0});
-      return;
-    }
-  }
-
-  Map& map_;
-  MessageRecorder& sink_;
-  std::mt19937 random_;
-  std::string copied_;
-};
-
-using U = RepaintUser;
-const U::Command U::COMMANDS[25] = {
-    {"pick", [](U& u) { u.PickSomething(); }},
-    {"pick", [](U& u) { u.PickSomething(); }},
-    {"pick none", [](U& u) { u.map_.selection.Clear(); }},
-    {"move", [](U& u) { MoveSelection(u.map_, u.Offset(), {}); }},
-    {"move again", [](U& u) { MoveSelection(u.map_, u.Offset(), {}); }},
-    {"turn", [](U& u) { RotateSelection(u.map_, 0, 1, 90, {}, {}); }},
-    {"delete", [](U& u) { DeleteSelection(u.map_); }},
-    {"duplicate", [](U& u) { DuplicateSelection(u.map_, u.Offset(), {}); }},
-    {"copy", [](U& u) { u.copied_ = SelectionText(u.map_); }},
-    {"paste", [](U& u) { PasteText(u.map_, u.copied_); }},
-    {"group", [](U& u) { GroupSelection(u.map_); }},
-    {"ungroup", [](U& u) { UngroupSelection(u.map_); }},
-    {"template", [](U& u) { MakeTemplate(u.map_, "t", {}); }},
-    {"in the template", [](U& u) { u.EditTemplate(); }},
-    {"instance",
-     [](U& u) {
-       InsertInstance(u.map_, {"t", static_cast<int>(u.Below(4)) * 90, {1, 1, 1}}, u.Offset());
-     }},
-    {"hide", [](U& u) { HideSelection(u.map_); }},
-    {"show hidden", [](U& u) { ShowHidden(u.map_); }},
-    {"layer state",
-     [](U& u) { SetLayerState(u.map_, u.Layer(), u.Below(3) == 0, u.Below(4) == 0); }},
-    {"layer colour",
-     [](U& u) {
-       RecolourLayer(u.map_, u.Layer(), {7, 200, 90});
-     }},
-    {"to layer", [](U& u) { MoveSelectionToLayer(u.map_, u.Layer()); }},
-    {"class",
-     [](U& u) { SetKeyOfSelection(u.map_, "classname", u.Below(2) ? "light" : "a_longer_name"); }},
-    {"keys",
-     [](U& u) {
-       const char* const keys[][2] = {{"light", "150"}, {"angle", "200"}, {"target", "gate"}};
-       const auto& key = keys[u.Below(3)];
-       SetKeyOfSelection(u.map_, key[0], key[1]);
-     }},
-    {"cut holes", [](U& u) { SubtractSelection(u.map_); }},
-    {"undo", [](U& u) { u.map_.undo.Undo(); }},
-    {"redo", [](U& u) { u.map_.undo.Redo(); }},
-};
-
 TEST(RepaintTest, EveryViewShowsWhatAFreshPaintWouldAfterAnything) {
   constexpr MapMode MODES[] = {MapMode::Normal, MapMode::Normal, MapMode::Heights,
                                MapMode::LayerColour};
@@ -210,16 +101,25 @@ TEST(RepaintTest, EveryViewShowsWhatAFreshPaintWouldAfterAnything) {
     if (round % 2) scene.tools.Use(scene.tools.brushSelector);
     for (const auto& view : scene.views) view->SetMapMode(MODES[round % 4]);
     scene.map.AnnounceEverything();
-    RepaintUser user(scene.map, scene.small.sink, round);
+    const TempDir dir;
+    RandomUser user(scene.map, dir.Path("group.xmp"), round);
     for (int i = 0; i < 30 && !testing::Test::HasFailure(); ++i) {
       KeptWindow& window = *scene.windows.front();
       window.painted = 0;
-      scene.ExpectFresh(Format("%u, %i: %s", round, i, user.Act().c_str()));
+      scene.small.sink.answers.assign(1, Answer::Yes);
+      const char* const done = user.DoSomething();
+      SCOPED_TRACE(Format("%u, %i: %s", round, i, done));
+      scene.ExpectFresh("it");
       changes += window.painted > 0;
       parts += window.painted > 0 && window.painted < WHOLE / 2;
+      if (i % 4 != 0) continue;
+      scene.map.undo.Undo();
+      scene.ExpectFresh("its undo");
+      scene.map.undo.Redo();
+      scene.ExpectFresh("its redo");
     }
   }
-  EXPECT_GT(parts, changes / 3) << "of " << changes;
+  EXPECT_GT(parts, changes / 6) << "of " << changes;
 }
 
 TEST(RepaintTest, OneBrushCostsItsBoxNotTheView) {

@@ -2,11 +2,9 @@
 // locked or switched off. Drawn is what the picture misses without it.
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <map>
 #include <set>
 #include <string>
-#include <vector>
 
 #include "document/edit_step.h"
 #include "document/picking.h"
@@ -34,6 +32,8 @@ class SeenTest : public ToolTest {
     Name(At({{"classname", "embed"}, {"XMPminx", "-20"}}, 400), "embed");
     entity& group = Name(small.Add({{"classname", "brush"}, {"groupFather", "1"}}), "points");
     Place(small.Add({{"classname", "light"}}, &group), 500);
+    Name(small.AddCuboid({520, 0, 0}, {540, 32, 32}, &group), "hidden member");
+    named["hidden member"]->SetKey("classname", "hidden");
     Name(At({{"classname", "hidden"}}, 600), "hidden");
     entity& locked = InsertLayer(map, "locked");
     Name(small.AddCuboid({-100, 0, 0}, {-68, 32, 32}), "in a locked layer");

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <string>
 
 #include "support/cases.h"
 
@@ -52,30 +51,6 @@ TEST(ViewTransform, AWorldPointComesBackFromItsPixelWithinHalfAPixel) {
       EXPECT_NEAR(view.ToWorldV(view.ToScreenV(w)), world, scale / 2);
     }
   }
-}
-
-TEST(ViewTransform, ABoxHasItsSidesInOrder) {
-  ViewTransform view;
-  view.orienu = 1;
-  view.orienv = 2;
-  const PixelRect expected{-20, -30, 10, 40};
-  EXPECT_EQ(view.ToScreen(Vec3(0, -80, -160), Vec3(0, 40, 120)), expected);
-  EXPECT_EQ(view.ToScreen(Vec3(0, 40, 120), Vec3(0, -80, -160)), expected);
-}
-
-TEST(ViewTransform, EachOrientationHasItsNameAndItsDepth) {
-  const Cases<std::uint8_t, std::uint8_t, const char*, int> cases{
-      {0, 1, "Top", 2},   {1, 0, "Top", 2},  {0, 2, "Front", 1},
-      {2, 0, "Front", 1}, {1, 2, "Side", 0}, {2, 1, "Side", 0}};
-  for (const auto& [u, v, name, depth] : cases) {
-    EXPECT_STREQ(OrientationName(u, v), name);
-    ViewTransform view;
-    view.orienu = u;
-    view.orienv = v;
-    EXPECT_EQ(view.DepthAxis(), depth) << name;
-  }
-  EXPECT_STREQ(OrientationName(1, 1), "Invalid - possible error!");
-  EXPECT_STREQ(OrientationName(3, -1), "Invalid - possible error!");
 }
 
 }  // namespace

@@ -1,8 +1,5 @@
 #include "document/classes/class_set.h"
 
-#include <array>
-#include <set>
-
 #include "gamedata/gamedata_fixture.h"
 
 namespace ferrowand {
@@ -111,16 +108,6 @@ TEST_F(ClassSetTest, AMissingFileIsSaidAndTheNativeSetGiven) {
             "Could not load default .qc file missing.qc! Set the default in Options.");
   EXPECT_EQ(&library.Default(), &library.Native());
   EXPECT_EQ(library.DefaultName(), "missing.qc");
-}
-
-TEST_F(ClassSetTest, OutlineColoursAreThoseOfTheTable) {
-  std::set<std::array<int, 3>> seen;
-  for (int i = 0; i < 1000; ++i) {
-    const Colour colour = library.NextOutlineColour();
-    seen.insert({colour.red, colour.green, colour.blue});
-  }
-  EXPECT_EQ(seen.size(), 10u);
-  EXPECT_TRUE(seen.contains({64, 0, 200}));
 }
 
 }  // namespace

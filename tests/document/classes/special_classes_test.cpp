@@ -1,7 +1,6 @@
 #include "document/classes/special_classes.h"
 
 #include "document/document_fixture.h"
-#include "document/transform.h"
 #include "support/brush_checks.h"
 #include "support/cases.h"
 
@@ -95,41 +94,6 @@ TEST_F(SpecialClassesTest, AMirroredInstanceIsStillSolid) {
   // Seen, although its template is closed.
   EXPECT_TRUE(copy->IsVisible());
   EXPECT_FALSE(FindNamed(*map, "T")->IsVisible());
-}
-
-TEST_F(SpecialClassesTest, OriginsGoWithTheObjects) {
-  entity e(data.classes.Default());
-  e.SetOrigin(8, 16, 24);
-  entity* child = e.AddChild(std::make_unique<entity>(data.classes.Default()));
-  TransformEntity(e, Matrix::TurnZ(90), {8, 0, 0});
-  EXPECT_EQ(e.Origin(), Vec3(-8, 0, 24));
-  TranslateEntity(e, {0.5f, 0, 0});
-  EXPECT_STREQ(e.GetKey("origin"), "-7.500000 0.000000 24.000000");
-  EXPECT_FALSE(child->HasOrigin());
-}
-
-TEST_F(SpecialClassesTest, AnInstanceOfNothingHasNoBoundsAndWritesNothing) {
-  for (const char* name : {"t", "I", ""}) {
-    const auto map =
-        MapWithInstance(std::string("\"origin\" \"0 0 0\"\"XMPclass\" \"") + name + "\"");
-    EXPECT_TRUE(FindNamed(*map, "I")->GetBounds().IsEmpty()) << name;
-    EXPECT_EQ(QuakeText(*map).find("\t{\n"), std::string::npos);
-  }
-}
-
-TEST_F(SpecialClassesTest, ATemplateThatHoldsItselfEnds) {
-  const auto map =
-      ReadText("{{\"classname\" \"layer\"{\"classname\" \"templateClass\"\"XMPentityname\" \"A\"" +
-               Cuboid(0, 0, 0, 8, 8, 8) +
-               "{\"classname\" \"templateInstance\"\"XMPclass\" \"A\"\"origin\" \"8 0 0\"}"
-               "{\"classname\" \"templateInstance\"\"XMPclass\" \"B\"\"origin\" \"0 8 0\"}}"
-               "{\"classname\" \"templateClass\"\"XMPentityname\" \"B\""
-               "{\"classname\" \"templateInstance\"\"XMPclass\" \"A\"\"origin\" \"0 0 8\"}}"
-               "{\"classname\" \"templateInstance\"\"XMPentityname\" \"I\"\"XMPclass\" \"B\"}"
-               "{\"classname\" \"templateInstance\"\"XMPentityname\" \"J\"\"XMPclass\" \"A\"}}}");
-  EXPECT_FALSE(FindNamed(*map, "J")->GetBounds().IsEmpty());
-  const std::string text = QuakeText(*map, WRITE_TEMPLATE_CLASSES);
-  EXPECT_NE(text.find("\t{\n"), std::string::npos);
 }
 
 TEST_F(SpecialClassesTest, OptionsDecideAboutTemplates) {

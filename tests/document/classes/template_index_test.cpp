@@ -10,8 +10,6 @@
 #include "document/object_reader.h"
 #include "document/read_log.h"
 #include "document/transform.h"
-#include "support/canvas_recorder.h"
-#include "views/entity_drawing.h"
 
 namespace ferrowand {
 namespace {
@@ -45,34 +43,12 @@ const std::string TOWN =
     "}";
 
 struct Seen {
-  std::string text, picture;
+  std::string text;
   std::vector<Bounds> bounds;
 };
 
-std::string Picture(const Map& map) {
-  static constexpr DrawPens PENS{};
-  CanvasRecorder canvas;
-  DrawContext context{.canvas = canvas,
-                      .transform = {},
-                      .pens = PENS,
-                      .flags = DRAW_KEEP_PEN | DRAW_TEMPLATES,
-                      .visible = {-20000, -20000, 20000, 20000},
-                      .pen = {}};
-  DrawTree(map, context);
-  std::string text;
-  const auto put = [&](Pixel p) { text += std::to_string(p.x) + ',' + std::to_string(p.y) + ' '; };
-  for (const CanvasRecorder::Call& call : canvas.calls) {
-    put({call.rect.left, call.rect.top});
-    for (const PixelLine& line : call.lines) {
-      put(line.from);
-      put(line.to);
-    }
-  }
-  return text;
-}
-
 Seen Look(const Map& map) {
-  Seen seen{QuakeText(map), Picture(map), {}};
+  Seen seen{QuakeText(map), {}};
   ForEachEntity(map, [&](const entity& e) { seen.bounds.push_back(e.GetBounds()); });
   return seen;
 }
@@ -209,7 +185,6 @@ TEST_F(TemplateIndexTest, WhateverWasDoneInstancesShowWhatAFreshlyReadMapShows) 
       editor.DoSomething();
       const Seen seen = Look(*map), again = Look(*ReadText(ExtendedText(*map)));
       ASSERT_EQ(seen.text, again.text) << "seed " << seed << " edit " << i;
-      ASSERT_EQ(seen.picture, again.picture) << "seed " << seed << " edit " << i;
       ASSERT_EQ(seen.bounds, again.bounds) << "seed " << seed << " edit " << i;
       expanded += All(*map, ExpandInstance).size();
     }

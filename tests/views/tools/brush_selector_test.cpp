@@ -1,8 +1,5 @@
 #include "views/tools/brush_selector.h"
 
-#include <cstdlib>
-
-#include "support/canvas_recorder.h"
 #include "support/cases.h"
 #include "views/tools/tool_fixture.h"
 
@@ -73,13 +70,6 @@ TEST_F(BrushSelectorTest, ADragOfTheBoxMovesScalesTurnsAndSkewsAndUndoGivesItBac
   }
 }
 
-TEST_F(BrushSelectorTest, APressInsideMovesTheBoxOntoTheGrid) {
-  entity& odd = small.AddCuboid({-251, 5, 0}, {-201, 45, 32});
-  Drag(-220, 20, -120, 30);
-  EXPECT_EQ(Status(), "Translating: (123, -5)");
-  EXPECT_EQ(odd.GetBounds().mins, Vec3(-128, 0, 0));
-}
-
 TEST_F(BrushSelectorTest, ClicksOnTheSelectionGoThroughTheHandles) {
   for (const HandleMode mode :
        {HandleMode::Scale, HandleMode::Rotate, HandleMode::Skew, HandleMode::Scale}) {
@@ -89,63 +79,6 @@ TEST_F(BrushSelectorTest, ClicksOnTheSelectionGoThroughTheHandles) {
   small.AddCuboid({-256, 0, 0}, {-128, 64, 64});
   Click(-200, 32);
   EXPECT_EQ(tools.brushSelector.Mode(), HandleMode::Scale) << "a new selection starts over";
-}
-
-TEST_F(BrushSelectorTest, TheHandlesAreDrawnByTheirMode) {
-  using Kind = CanvasRecorder::Kind;
-  const Cases<HandleMode, std::size_t, std::size_t, std::size_t> cases{
-      {HandleMode::Scale, 4, 5, 0}, {HandleMode::Rotate, 0, 1, 4}, {HandleMode::Skew, 8, 1, 0}};
-  for (const auto& [mode, polygons, rectangles, ellipses] : cases) {
-    CanvasRecorder canvas;
-    DrawHandles(cube.GetBounds(), view.transform, mode, {}, canvas);
-    EXPECT_EQ(canvas.Of(Kind::Polygon).size(), polygons);
-    EXPECT_EQ(canvas.Of(Kind::Rectangle).size(), rectangles);
-    EXPECT_EQ(canvas.Of(Kind::Ellipse).size(), ellipses);
-    const PixelRect box = view.transform.ToScreen({0, 0, 0}, {64, 128, 32});
-    EXPECT_EQ(canvas.Of(Kind::Rectangle)[0].rect,
-              (PixelRect{box.left - 4, box.top - 4, box.right + 5, box.bottom + 5}));
-    EXPECT_FALSE(canvas.Of(Kind::Rectangle)[0].fill);
-  }
-}
-
-TEST_F(BrushSelectorTest, AnyMouseWorkOnTheSampleMapCanBeUndoneToTheLetter) {
-  const std::unique_ptr<Map> sample =
-      LoadMap(small.data, std::string(FERROWAND_DATA) + "/maps/sample.xmp", 1000);
-  ASSERT_NE(sample, nullptr);
-  small.sink.messages.clear();
-  const auto text = [&] {
-    TextWriter out;
-    sample->WriteExtended(out);
-    return std::string(out.Text());
-  };
-  const std::string before = text();
-  FakeViewHost secondWindow;
-  MapView second(*sample, secondWindow, list, options, tools.Current());
-  std::srand(2);
-  for (const Orientation orientation : {Orientation::Top, Orientation::Front, Orientation::Side}) {
-    second.SetOrientation(orientation);
-    second.ZoomTo(sample->GetBounds());
-    for (int i = 0; i < 100; ++i) {
-      const auto pixel = [] { return Pixel{std::rand() % 400, std::rand() % 300}; };
-      host.keys = {std::rand() % 4 == 0, std::rand() % 4 == 0};
-      if (std::rand() % 4 == 0) tools.Next();
-      if (std::rand() % 12 == 0) tools.Use(tools.vertexTool);
-      tools.brushSelector.SetMode(*sample, static_cast<HandleMode>(std::rand() % 3));
-      Pixel press = pixel();
-      if (const Bounds box = SelectionBounds(*sample); std::rand() % 2 && !box.IsEmpty()) {
-        const PixelRect rect = second.transform.ToScreen(box.mins, box.maxs);
-        press = {std::rand() % 2 ? rect.left - 4 : rect.right + 4,
-                 std::rand() % 2 ? rect.top - 4 : rect.bottom + 4};
-      }
-      second.OnMouseDown(press, BUTTON_LEFT, false, false);
-      second.OnMouseMove(pixel(), BUTTON_LEFT, false);
-      second.OnMouseUp(pixel(), BUTTON_LEFT);
-    }
-  }
-  EXPECT_GT(sample->undo.StepCount(), 20u);
-  while (sample->undo.CanUndo()) sample->undo.Undo();
-  EXPECT_EQ(text(), before);
-  EXPECT_TRUE(small.sink.messages.empty()) << small.sink.OnlyText();
 }
 
 }  // namespace

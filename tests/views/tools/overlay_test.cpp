@@ -3,6 +3,7 @@
 #include <set>
 
 #include "support/canvas_recorder.h"
+#include "support/cases.h"
 #include "tool_fixture.h"
 #include "views/tools/box_handles.h"
 #include "views/tools/preview.h"
@@ -51,11 +52,18 @@ TEST_F(OverlayTest, HandlesPointAwayFromTheirBoxAndAreAlikeOnEverySide) {
     EXPECT_FALSE(GrabAt(box, view.transform, away).Any());
   }
   const auto same = [](Pixel p) { return p; };
-  for (const HandleMode mode : {HandleMode::Scale, HandleMode::Rotate, HandleMode::Skew}) {
+  // The polygons, the rectangles with the frame, and the ellipses.
+  const Cases<HandleMode, std::size_t, std::size_t, std::size_t> cases{
+      {HandleMode::Scale, 4, 5, 0}, {HandleMode::Rotate, 0, 1, 4}, {HandleMode::Skew, 8, 1, 0}};
+  for (const auto& [mode, polygons, rectangles, ellipses] : cases) {
     CanvasRecorder canvas;
     DrawHandles(box, view.transform, mode, PEN, canvas);
+    EXPECT_EQ(canvas.Of(Kind::Polygon).size(), polygons);
+    EXPECT_EQ(canvas.Of(Kind::Rectangle).size(), rectangles);
+    EXPECT_EQ(canvas.Of(Kind::Ellipse).size(), ellipses);
+    EXPECT_EQ(canvas.Of(Kind::Rectangle)[0].rect,
+              (PixelRect{rect.left - 4, rect.top - 4, rect.right + 5, rect.bottom + 5}));
     const auto figures = Figures(canvas, same);
-    EXPECT_EQ(figures.size(), mode == HandleMode::Rotate ? 5u : 9u);
     EXPECT_EQ(Figures(canvas, [&](Pixel p) { return Pixel{x2 - p.x, p.y}; }), figures);
     EXPECT_EQ(Figures(canvas, [&](Pixel p) { return Pixel{p.x, y2 - p.y}; }), figures);
     EXPECT_EQ(Figures(canvas,

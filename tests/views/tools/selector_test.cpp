@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "support/canvas_recorder.h"
 #include "support/cases.h"
 #include "views/tools/tool_fixture.h"
 

@@ -60,23 +60,15 @@ class ToolBaseTest : public ToolTest {
 TEST_F(ToolBaseTest, WhateverComesInTheMiddleOfADragEndsItWithoutEffect) {
   FakeViewHost secondWindow;
   std::unique_ptr<MapView> second;
+  const Pixel away{9, 9};
   const Cases<const char*, std::function<void()>> events{
       {"escape", [&] { second->OnCharacter('\x1b', false); }},
       {"the mouse is taken away", [&] { tools.Current()->Cancel(); }},
-      {"the button is let go elsewhere",
-       [&] {
-         second->OnMouseMove({9, 9}, 0, false);
-       }},
-      {"the other button",
-       [&] {
-         second->OnMouseDown({9, 9}, BUTTON_RIGHT, false, false);
-       }},
+      {"the button is let go elsewhere", [&] { second->OnMouseMove(away, 0, false); }},
+      {"the other button", [&] { second->OnMouseDown(away, BUTTON_RIGHT, false, false); }},
       {"another tool", [&] { tools.Use(tools.entitySelector); }},
       {"the next tool", [&] { tools.Next(); }},
-      {"the mouse goes on in another view",
-       [&] {
-         view.OnMouseMove({9, 9}, BUTTON_LEFT, false);
-       }},
+      {"the mouse goes on in another view", [&] { view.OnMouseMove(away, BUTTON_LEFT, false); }},
       {"an undo moves the object", [&] { map.undo.Undo(); }},
       {"an undo takes the object", [&] { map.undo.Undo(), map.undo.Undo(); }},
       {"the view is closed", [&] { second.reset(); }},

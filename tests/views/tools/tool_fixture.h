@@ -6,14 +6,13 @@
 
 #include <functional>
 #include <map>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "base/text_writer.h"
 #include "support/change_recorder.h"
 #include "support/fake_view_host.h"
+#include "support/map_text.h"
 #include "support/small_map.h"
 #include "support/software_canvas.h"
 #include "views/tools/tool_host.h"
@@ -93,11 +92,7 @@ class ToolTest : public testing::Test {
   }
 
   std::string Status() { return window.texts[ViewText::Message]; }
-  std::string Text() const {
-    TextWriter out;
-    map.WriteExtended(out);
-    return std::string(out.Text());
-  }
+  std::string Text() const { return ExtendedText(map); }
   std::vector<entity*> Selected() const { return map.selection.Objects(); }
   std::vector<Colour> FreshPaint() {
     SoftwareCanvas canvas(window.area);
