@@ -32,6 +32,15 @@ class MessageSink {
   virtual void Exit(int status) = 0;
 };
 
+// For what has been told already.
+class SilentSink : public MessageSink {
+ public:
+  Answer Show(const Message&) override { return Answer::No; }
+  void Beep() override {}
+  void FatalExit(const std::string&) override {}
+  void Exit(int) override {}
+};
+
 class Reporter {
  public:
   explicit Reporter(MessageSink& sink) : sink_(sink) {}

@@ -54,7 +54,7 @@ void TextReader::Close() {
   isText_ = false;
   position_ = bufferSize_ = windowStart_ = fileSize_ = 0;
   buffer_ = std::make_unique<std::uint8_t[]>(1);
-  readFailureReported_ = false;
+  readFailureReported_ = hasZeroBytes_ = false;
   lineScan_ = {};
 }
 
@@ -64,6 +64,7 @@ void TextReader::OpenText(std::string_view text) {
   bufferSize_ = fileSize_ = static_cast<std::uint32_t>(text.size());
   buffer_ = std::make_unique<std::uint8_t[]>(text.size() + 1);
   std::ranges::copy(text, buffer_.get());
+  hasZeroBytes_ = text.find('\0') != text.npos;
 }
 
 void TextReader::Open(const std::string& name, std::uint16_t requestedSize) {
@@ -85,6 +86,7 @@ std::uint32_t TextReader::Fill(std::uint32_t offset) {
   if (bufferSize_ == 0 || isText_) return position_;
   Seek(file_, windowStart_, SeekFrom::Begin, reporter_);
   const std::size_t bytesRead = file::Read(file_, buffer_.get(), bufferSize_);
+  hasZeroBytes_ |= std::memchr(buffer_.get(), 0, bytesRead) != nullptr;
   std::memset(buffer_.get() + bytesRead, 0, bufferSize_ - bytesRead);
   if (bytesRead < bufferSize_ && !readFailureReported_) {
     readFailureReported_ = true;

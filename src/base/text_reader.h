@@ -41,6 +41,8 @@ class TextReader {
   bool AtEof() const { return Offset() >= fileSize_; }
   std::uint32_t Offset() const { return windowStart_ + position_; }
   std::uint32_t FileLength() const { return fileSize_; }
+  // Whether there was one in what has been read so far.
+  bool HasZeroBytes() const { return hasZeroBytes_; }
   // For messages: counts from the start of the file, where CR, LF and CR LF each end a line.
   unsigned LineNumber() const;
 
@@ -98,6 +100,7 @@ class TextReader {
   FileHandle file_ = INVALID_FILE;
   bool isText_ = false;  // which is in the window as a whole
   bool readFailureReported_ = false;
+  bool hasZeroBytes_ = false;
   mutable LineScan lineScan_;  // how far lines are counted, so that many messages stay cheap
 };
 

@@ -15,15 +15,6 @@
 namespace ferrowand {
 namespace {
 
-// For what has been told already.
-class SilentSink : public MessageSink {
- public:
-  Answer Show(const Message&) override { return Answer::No; }
-  void Beep() override {}
-  void FatalExit(const std::string&) override {}
-  void Exit(int) override {}
-};
-
 std::vector<DVec3> CornersOf(std::span<const Plane> planes) {
   SilentSink sink;
   Reporter silent(sink);

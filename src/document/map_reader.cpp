@@ -119,6 +119,7 @@ unsigned Map::ReadMap(TextReader& reader, unsigned flags) {
   }
   if (!GetKey("XMPentityname")) SetKey("XMPentityname", "worldspawn");
   BindAnew();
+  if (reader.HasZeroBytes()) log_->CountZeroBytes(reader);
   log_->ShowSummary();
   AnnounceEverything();
   return log_->flags;
@@ -141,8 +142,8 @@ bool Map::ReadWorldspawn(TextReader& reader) {
     if (reader.AtEof()) {
       if (world_.isOpened) log_->Count(Loss::MissingBrace, reader);
       // As where a power cut left nothing but zeros.
-      if (world_.isBlank && !world_.isOpened && reader.FileLength() > 0) {
-        log_->Count(Loss::NoMap, reader);
+      if (world_.isBlank && !world_.isOpened) {
+        log_->Count(reader.FileLength() > 0 ? Loss::NoMap : Loss::NothingAtAll, reader);
       }
       return true;
     }
@@ -153,6 +154,9 @@ bool Map::ReadWorldspawn(TextReader& reader) {
     }
     if (c == '}') {
       reader.GetChar();
+      const bool isStray = world_.isBlank && !world_.isOpened;
+      if (!world_.isOpened) log_->Count(isStray ? Loss::ExtraBrace : Loss::MissingBrace, reader);
+      if (isStray) continue;
       return true;
     }
     if (c != '(' && c != '"') {
@@ -227,7 +231,7 @@ void Map::ReadBehindWorldspawn(TextReader& reader) {
     } else if (c == '}') {
       reader.GetChar();
       log_->Count(Loss::ExtraBrace, reader);
-      MakeBrushOfFaces(*last, Report());
+      MakeBrushOfFaces(*last);
     } else if (c == '"' || c == '(') {
       last = ReadUnopened(objects, last);
     } else {
@@ -242,7 +246,7 @@ entity* Map::OpenBehindWorldspawn(TextReader& reader, ObjectReader& objects, ent
   reader.GetChar();
   reader.SkipWhitespace();
   const bool isBrush = reader.PeekChar() == '(';
-  if (isBrush) MakeBrushOfFaces(*last, Report());
+  if (isBrush) MakeBrushOfFaces(*last);
   const bool isOfLast = isBrush && last != this && !last->HasOrigin();
   entity* parent = isOfLast ? last : this;
   entity* child = parent->AddChild(std::make_unique<entity>(*classSet));
@@ -264,7 +268,7 @@ entity* Map::ReadUnopened(ObjectReader& objects, entity* last) {
   if (last == this) {
     JoinWorldspawn(*child);
   } else {
-    Join(*last, *child, Report());
+    Join(*last, *child);
   }
   return last;
 }
@@ -273,7 +277,7 @@ void Map::JoinWorldspawn(entity& object) {
   for (int i = 0; i < object.numkeys(); ++i) {
     TakeWorldspawnKey(object.KeyName(i), object.KeyValue(i));
   }
-  Join(*this, object, Report());
+  Join(*this, object);
 }
 
 // The game makes a world of the first one alone. What the others hold stays where it stands.
@@ -282,7 +286,7 @@ void Map::JoinOtherWorlds(entity& parent) {
     entity& child = *parent.getEntityList()[i];
     JoinOtherWorlds(child);
     if (!IsWorldspawn(ClassnameOf(child))) continue;
-    MakeBrushOfFaces(child, Report());
+    MakeBrushOfFaces(child);
     TakeMissingKeys(child);
     ReplaceByChildren(parent, i--);
   }

@@ -159,7 +159,7 @@ void ObjectReader::CloseBlock() {
   Block& outer = open_.back();
   outer.isBlank = outer.endsInFaces = false;
   outer.hasChild = true;
-  if (done.isUnopened && !done.hasClass) JoinPrevious(*done.object, done.object->Report());
+  if (done.isUnopened && !done.hasClass) JoinPrevious(*done.object);
 }
 
 // Brush primitives have braces of their own around their faces; the rest of what later games put

@@ -22,6 +22,7 @@ constexpr std::pair<Loss, const char*> LOSS_TEXTS[] = {
     {Loss::MissingBrace, "braces missing"},
     {Loss::ExtraBrace, "closing braces too many"},
     {Loss::Depth, "objects nested too deep, set side by side"},
+    {Loss::ZeroByte, "zero bytes, as after a power cut"},
     {Loss::NoClass, "objects with keys and no classname"},
     {Loss::SecondWorld, "more worldspawns, joined with the first, whose own keys stay"},
     {Loss::ValveAxes, "faces with texture axes of their own"},
@@ -107,6 +108,13 @@ void ReadLog::CountFractions(unsigned points, double moved, const TextReader& re
   farthest_ = std::max(farthest_, moved);
 }
 
+void ReadLog::CountZeroBytes(TextReader& reader) {
+  reader.SeekTo(0);
+  while (reader.Offset() + 1 < reader.FileLength()) {
+    if (reader.GetChar() == 0) Count(Loss::ZeroByte, reader);
+  }
+}
+
 void ReadLog::CountFace(bool hasPathName) {
   ++faces_;
   facesWithPaths_ += hasPathName;
@@ -128,6 +136,7 @@ bool ReadLog::HasLoss() const {
 // What the file is, where it is no Quake map, and what it has that a Quake map has not.
 std::string ReadLog::OtherFormat() const {
   if (Met(Loss::NoMap)) return "There is no map in this file.";
+  if (Met(Loss::NothingAtAll)) return "There is nothing in this file.";
   if (Met(Loss::ValveAxes)) {
     return "This is a map in the Valve 220 format. Its texture axes are not kept: textures lie as "
            "in a Quake map.";

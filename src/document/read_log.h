@@ -37,9 +37,11 @@ enum class Loss : std::uint8_t {
   MissingBrace,
   ExtraBrace,
   Depth,
+  ZeroByte,
   NoClass,
   SecondWorld,
   NoMap,
+  NothingAtAll,  // no byte: no loss
   // Of files that were written for other games or by other programs.
   ValveAxes,
   SurfaceFlags,
@@ -74,6 +76,8 @@ class ReadLog {
   // Plane points with fractions, which are cut off, of a brush; how far that moved a corner of it.
   void CountFractions(unsigned points, double moved, const TextReader& reader);
   void CountFace(bool hasPathName);
+  // All but one at the very end, which some programs write. The reader goes through the text again.
+  void CountZeroBytes(TextReader& reader);
   unsigned Met(Loss kind) const { return counts_[static_cast<std::size_t>(kind)].met; }
 
   // Whether writing the map over its file would take away what was there.

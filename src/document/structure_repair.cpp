@@ -5,6 +5,7 @@
 #include <numeric>
 #include <utility>
 
+#include "base/report.h"
 #include "document/classes/class_set.h"
 #include "document/map.h"
 #include "document/read_log.h"
@@ -114,7 +115,7 @@ void FillLayers(Map& map) {
 
 }  // namespace
 
-void Join(entity& into, entity& from, Reporter& reporter) {
+void Join(entity& into, entity& from) {
   for (int i = 0; i < from.numkeys(); ++i) {
     const bool isDefault = (from.KeyName(i) == "classname" && from.KeyValue(i) == "brush") ||
                            from.KeyName(i) == "XMPferroflags";
@@ -123,7 +124,9 @@ void Join(entity& into, entity& from, Reporter& reporter) {
   for (const Face& face : from.brush.Faces()) into.brush.AddFace(CopyFace(face));
   for (const Face& face : from.brush.FarFaces()) into.brush.FarFaces().push_back(CopyFace(face));
   if (from.brush.getNumFaces() > 0) {
-    into.brush.Rebuild(reporter);
+    SilentSink sink;
+    Reporter silent(sink);
+    into.brush.Rebuild(silent);
     into.brush.UpdateBounds();
     into.Touch();
   }
@@ -131,19 +134,19 @@ void Join(entity& into, entity& from, Reporter& reporter) {
   from.Parent()->TakeChild(from.Parent()->IndexOf(from));
 }
 
-void JoinPrevious(entity& object, Reporter& reporter) {
+void JoinPrevious(entity& object) {
   entity* previous = PreviousOf(object);
   if (!previous) return;
   const bool hasKeys = object.numkeys() > KEYS_OF_A_BLANK;
-  if (hasKeys || IsOpenBrush(*previous)) Join(*previous, object, reporter);
+  if (hasKeys || IsOpenBrush(*previous)) Join(*previous, object);
 }
 
-void MakeBrushOfFaces(entity& owner, Reporter& reporter) {
+void MakeBrushOfFaces(entity& owner) {
   if (!owner.brush.HasText() || KindOf(owner) == EntityKind::Brush) return;
   auto made = std::make_unique<entity>(owner.getClass()->Set());
   std::swap(made->brush, owner.brush);
   owner.Touch();
-  JoinPrevious(*owner.AddChild(std::move(made)), reporter);
+  JoinPrevious(*owner.AddChild(std::move(made)));
 }
 
 void ReplaceByChildren(entity& parent, std::size_t index) {

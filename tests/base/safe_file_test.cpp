@@ -48,8 +48,12 @@ TEST_F(SafeFile, ReplacingPutsTheTextInPlaceAndLeavesNothingElse) {
   dir.Write("map.saving", "left");
   EXPECT_TRUE(ReplaceFileText(dir.Path("map"), "new", reporter));
   EXPECT_EQ(dir.Read("map.saving"), "left");
-  EXPECT_EQ(LeftBeside(dir.Path("map")), std::vector{dir.Path("map.saving")});
   EXPECT_EQ(FilesInFolder(), 2u);
+  dir.Write("map.saving.xmp", "something else");
+  EXPECT_EQ(LeftBeside(dir.Path("map")), std::vector{dir.Path("map.saving")});
+  const FileHandle other = file::Create(dir.Path("map.saving"));
+  EXPECT_TRUE(LeftBeside(dir.Path("map")).empty()) << "another program is at it";
+  file::Close(other);
   EXPECT_TRUE(recorder.messages.empty());
 }
 
@@ -124,6 +128,9 @@ TEST_F(SafeFile, EarlierVersionsAreCountedAsNumbersAndTheOldestGoes) {
   // What is no other version makes none.
   EXPECT_TRUE(save("version 12"));
   EXPECT_EQ(dir.Read("map.1.bak"), "version 11");
+  EXPECT_TRUE(ReplaceFile(name, "new", {1, ""}, &reporter).hasBackup);
+  EXPECT_EQ(dir.Read("map.1.bak"), "version 12");
+  EXPECT_EQ(dir.Read("map.2.bak"), "version 10");
   EXPECT_TRUE(recorder.messages.empty());
 }
 
@@ -135,6 +142,13 @@ TEST_F(SafeFile, ABackupThatCannotBeMadeIsToldAndCostsNothing) {
   EXPECT_FALSE(result.hasBackup);
   EXPECT_EQ(dir.Read("map"), "new");
   EXPECT_EQ(dir.Read("map.1.bak/a folder"), "in the way");
+
+  const std::string other = dir.Write("other", "old");
+  for (const char* version : {"1", "2", "3.bak/a folder"}) {
+    dir.Write(std::string("other.") + version + (*version == '3' ? "" : ".bak"), version);
+  }
+  EXPECT_FALSE(ReplaceFile(other, "new", {3, ""}, &reporter).hasBackup);
+  EXPECT_EQ(dir.Read("other.2.bak"), "2");
 }
 
 TEST_F(SafeFile, WorkHasOneNoteThatGoesWithIt) {
@@ -143,14 +157,32 @@ TEST_F(SafeFile, WorkHasOneNoteThatGoesWithIt) {
   auto note = RescueNote::Take(notes, work);
   ASSERT_TRUE(note);
   EXPECT_FALSE(RescueNote::Take(notes, work));
+  note.reset();  // as the end of a program that says no goodbye
+  ASSERT_EQ(FindRescues(notes).size(), 1u);
+  EXPECT_EQ(FindRescues(notes)[0].text, work.text);
+  EXPECT_EQ(FindRescues(notes)[0].original, work.original);
+  note = RescueNote::Take(notes, work);
+  ASSERT_TRUE(note);
+  const std::string half = dir.Write("data/notes/half.note", work.text + "\n/of a na");
+  EXPECT_TRUE(FindRescues(notes).empty());
+  EXPECT_EQ(file::Find(half), FindResult::NotFound);
+  const std::string beside = dir.Write("kept.saving", "w");
   note->Discard();
   EXPECT_EQ(file::Find(work.text), FindResult::NotFound);
+  EXPECT_EQ(file::Find(beside), FindResult::NotFound);
   EXPECT_TRUE(std::filesystem::is_empty(notes));
   // A note that never got its text.
   note = RescueNote::Take(notes, work);
   note.reset();
+  dir.Write("kept.saving", "w");
   EXPECT_TRUE(FindRescues(notes).empty());
+  EXPECT_EQ(file::Find(beside), FindResult::NotFound);
   EXPECT_TRUE(std::filesystem::is_empty(notes));
+  // One whose folder is out of reach may come back.
+  note = RescueNote::Take(notes, {dir.Write("a file", "") + "/kept", dir.Path("map")});
+  note.reset();
+  EXPECT_TRUE(FindRescues(notes).empty());
+  EXPECT_FALSE(std::filesystem::is_empty(notes));
 }
 
 }  // namespace

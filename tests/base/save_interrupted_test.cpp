@@ -18,7 +18,8 @@
 namespace ferrowand {
 namespace {
 
-const std::string OLDEST(3000, 'a'), OLD(5000, 'b'), NEW(70000, 'c'), NEXT = "next";
+// The new text is the shorter one: what is written over the old has a tail of it at first.
+const std::string OLDEST(3000, 'a'), OLD(80000, 'b'), NEW(70000, 'c'), NEXT = "next";
 
 // A file with one earlier version, in a folder that takes new files or does not.
 class Scene {
@@ -39,6 +40,8 @@ class Scene {
   bool Save(const std::string& text) const {
     if (!takesFiles_ && geteuid() == 0 && seteuid(65534) != 0) return false;
     const ReplaceResult result = ReplaceFile(Map(), text, {2, Data()}, nullptr);
+    const bool isTold = result || takesFiles_ || !result.copy.empty() || Read("map") == OLD;
+    if (!isTold) std::abort();
     return result && (result.hasBackup || !takesFiles_);
   }
 
@@ -65,14 +68,16 @@ void ExpectVersions(const Scene& scene, const TracedRun& run) {
 }
 
 // The file has one text or the other; else there is one to get the new text back from.
-void ExpectRescue(const Scene& scene) {
+void ExpectRescue(const Scene& scene, const TracedRun& run) {
   const std::vector<Rescue> rescues = FindRescues(scene.Data());
   const bool isWhole = scene.Read("map") == OLD || scene.Read("map") == NEW;
   ASSERT_LE(rescues.size(), 1u);
+  EXPECT_TRUE(!rescues.empty() || !run.killed || std::filesystem::is_empty(scene.Data()));
   EXPECT_TRUE(isWhole || !rescues.empty());
   for (const Rescue& rescue : rescues) {
     EXPECT_EQ(rescue.original, scene.Map());
-    EXPECT_TRUE(isWhole || FileBytes(rescue.text) == NEW);
+    EXPECT_TRUE((isWhole && run.killed) || FileBytes(rescue.text) == NEW);
+    EXPECT_TRUE(scene.Read("map") != OLD || rescue.began == file::Stamp(scene.Map()));
   }
 }
 
@@ -80,16 +85,18 @@ void ExpectSound(const Scene& scene, const TracedRun& run, bool takesFiles) {
   if (takesFiles) {
     ExpectVersions(scene, run);
   } else {
-    ExpectRescue(scene);
+    ExpectRescue(scene, run);
   }
   EXPECT_TRUE(!run.result || scene.Read("map") == NEW);
   for (const std::string& left : LeftBeside(scene.Map())) {
     EXPECT_TRUE(NEW.starts_with(*FileBytes(left)));
   }
-  // And the next save works.
+  // And the next save works, and keeps the versions that there were.
+  const bool isOld = scene.Read("map") == OLD;
   scene.Allow(true);
   EXPECT_TRUE(ReplaceFile(scene.Map(), NEXT, {2, scene.Data()}, nullptr));
   EXPECT_TRUE(scene.Read("map") == NEXT);
+  EXPECT_TRUE(!isOld || scene.Read("map.2.bak") == OLDEST);
 }
 
 // In memory where there is such a folder: what a process that was killed has written stays written

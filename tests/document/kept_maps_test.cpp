@@ -41,6 +41,9 @@ TEST_F(KeptMapsTest, WhatIsKeptIsWhatASaveWouldWriteAndTheMapStaysAsItIs) {
   EXPECT_TRUE(kept.Keep(*map, {}));
   EXPECT_FALSE(std::filesystem::exists(temp.Path("input.xmp.autosave.xmp")));
   EXPECT_TRUE(std::filesystem::is_empty(Notes()));
+  Modify(*map, "newer");
+  EXPECT_TRUE(kept.Keep(*map, {}));
+  EXPECT_FALSE(std::filesystem::is_empty(Notes()));
 }
 
 TEST_F(KeptMapsTest, OnlyAChangedMapIsWrittenAgain) {
@@ -55,6 +58,27 @@ TEST_F(KeptMapsTest, OnlyAChangedMapIsWrittenAgain) {
   Modify(*map, "two");
   kept.Keep(*map, {});
   EXPECT_NE(file::Stamp(file), stamp);
+  std::filesystem::last_write_time(file, {});
+  kept.Keep(*map, {});
+  EXPECT_EQ(file::Stamp(file), stamp);
+
+  std::filesystem::remove(file);
+  temp.Write("input.xmp.autosave.xmp/in the way", "");
+  Modify(*map, "three");
+  EXPECT_FALSE(kept.Keep(*map, {}));
+  std::filesystem::remove_all(file);
+  EXPECT_TRUE(kept.Keep(*map, {}));
+  EXPECT_TRUE(std::filesystem::exists(file));
+}
+
+TEST_F(KeptMapsTest, WhereTheFolderIsGoneTheUsersOwnIsTaken) {
+  Map map(data);
+  map.filename = temp.Path("gone/a.map");
+  Modify(map, "x");
+  EXPECT_TRUE(kept.Keep(map, {}));
+  EXPECT_EQ(kept.FileOf(map), temp.Path("data/a.map.autosave.xmp"));
+  const std::filesystem::directory_iterator files(Notes());
+  EXPECT_EQ(std::distance(begin(files), end(files)), 2) << "one note and its text";
 }
 
 TEST_F(KeptMapsTest, TheNextProgramFindsItAndNoOtherWritesOverIt) {

@@ -1,4 +1,6 @@
 // What a load tells of what it could not keep.
+#include <algorithm>
+
 #include "document/document_fixture.h"
 #include "support/cases.h"
 
@@ -62,6 +64,33 @@ TEST_F(ReadLogTest, ACutFractionIsToldWithHowFarACornerMoved) {
     EXPECT_NE(recorder.OnlyText().find(says), std::string::npos) << recorder.OnlyText();
     EXPECT_EQ(map->currentLayer()->GetBounds().maxs.z, 64);
   }
+}
+
+TEST_F(ReadLogTest, WhatIsNotQuiteThereIsTold) {
+  const std::string world = "{\n\"classname\" \"worldspawn\"\n";
+  for (const auto& [text, says, isLoss] : Cases<std::string, std::string, bool>{
+           {"", "There is nothing in this file.", false},
+           {std::string(9, '\0'), "There is no map in this file.", true},
+           {world + std::string(8, '\0') + "}", "8 zero bytes, as after a power cut", true},
+           {world + "}" + std::string(1, '\0'), "", false},
+           {"}\n" + world + "}", "1 closing braces too many, the first in line 1", true},
+           {world.substr(2) + "}", "1 braces missing", true}}) {
+    recorder.messages.clear();
+    EXPECT_EQ(ReadText(text)->readWithLoss(), isLoss) << says;
+    EXPECT_EQ(recorder.messages.size(), says.empty() ? 0u : 1u) << says;
+    const std::string said = recorder.messages.empty() ? "" : recorder.OnlyText();
+    EXPECT_NE(said.find(says), std::string::npos) << said;
+  }
+}
+
+// Also where faces behind a surplus brace join the brush that it has closed.
+TEST_F(ReadLogTest, AFaceWithoutAPlaneHasOneBox) {
+  const std::string cuboid = Cuboid(0, 0, 0, 8, 8, 8);
+  const std::size_t half = cuboid.size() / 2 + cuboid.substr(cuboid.size() / 2).find('(');
+  const std::size_t line = cuboid.find('\n', half) + 1;
+  ReadText("{\n{\n( 0 0 0 ) ( 1 0 0 ) ( 2 0 0 ) flat 0 0 0 1 1\n" + cuboid.substr(2, line - 2) +
+           "}\n" + cuboid.substr(line) + "}\n");
+  EXPECT_EQ(std::ranges::count(recorder.messages, "Error! Quit?", &Message::title), 1);
 }
 
 TEST_F(ReadLogTest, ALongNameIsToldAndNoLoss) {

@@ -1,5 +1,6 @@
 #include "document/written_points.h"
 
+#include "document/announcement.h"
 #include "document/document_fixture.h"
 #include "document/transform.h"
 
@@ -70,6 +71,54 @@ TEST_F(WrittenPointsTest, ATurnedBrushStandsOverTenSaves) {
       EXPECT_LE(Difference(BrushOf(*map).face(i).plane, face.plane, face.w->Points()), 2 * CARRIED);
     }
   }
+}
+
+// Those that the face was read with may lie anywhere on its plane.
+TEST_F(WrittenPointsTest, TheCornersAreWrittenWhereTheyLieOnThePlane) {
+  std::string text = Cuboid(0, 0, 0, 64, 64, 64);
+  const std::string near = "( 0 0 0 ) ( 0 64 0 ) ( 0 0 64 )";
+  text.replace(text.find(near), near.size(), "( 0 0 0 ) ( 0 500 0 ) ( 0 0 700 )");
+  const auto map = Open(text);
+  EXPECT_EQ(BrushOf(*map).face(0).planepts[2], Vec3(0, 0, 700));
+  EXPECT_EQ(ExtendedText(*map), ExtendedText(*Open(Cuboid(0, 0, 0, 64, 64, 64))));
+}
+
+class StatusTexts : public MapObserver {
+ public:
+  void OnStatus(const std::string& text) override { texts.push_back(text); }
+  std::vector<std::string> texts;
+};
+
+TEST_F(WrittenPointsTest, WhatASaveMovesIsSaidBehindItsText) {
+  const auto map = Open(Cuboid(0, 0, 0, 65, 64, 64));
+  StatusTexts status;
+  map->AddObserver(status);
+  EXPECT_TRUE(map->Save(temp.Path("a.map"), 0, {}));
+  TransformEntity(Holder(*map), Matrix::Diagonal(0.5f, 1, 0.51f), {});
+  EXPECT_TRUE(map->Save(temp.Path("a.xmp"), 0, {}));
+  // For the game the same again through an instance, and the template not at all.
+  Holder(*map).SetKey("classname", "templateClass");
+  Holder(*map).SetKey("XMPentityname", "t");
+  auto instance = std::make_unique<entity>(*map->classSet);
+  instance->SetKey("classname", "templateInstance");
+  instance->SetKey("XMPclass", "t");
+  map->AddChild(std::move(instance));
+  EXPECT_TRUE(map->Export(temp.Path("a.map"), 0, {}));
+  TransformEntity(Holder(*map), Matrix::Diagonal(0.001f, 1, 1), {});
+  temp.Write("a.xmp.1.bak/in the way", "");
+  EXPECT_TRUE(map->Save(temp.Path("a.xmp"), 0, {.backups = 1}));
+  EXPECT_NE(status.texts.back().find("faces are too small for whole units and were lost, without "
+                                     "keeping the version before"),
+            std::string::npos)
+      << status.texts.back();
+  status.texts.pop_back();
+  map->RemoveObserver(status);
+  EXPECT_EQ(status.texts,
+            (std::vector<std::string>{"Saved MAP format",
+                                      "Saved Extended MAP format; 2 faces lie between whole units "
+                                      "and were moved, by up to 0.50 units",
+                                      "Saved MAP format; 2 faces lie between whole units "
+                                      "and were moved, by up to 0.50 units"}));
 }
 
 }  // namespace

@@ -38,6 +38,7 @@ TEST(WholePlaneTest, APlaneHasTheSameBitsWhicheverPointsItIsKnownBy) {
     const Plane plane = PlaneOf(points), same = PlaneOf(others);
     const bool isSameSide = Dot(WholeNormal(points), WholeNormal(others)) > 0;
     ASSERT_TRUE(isSameSide == HavePlane(others, points));
+    ASSERT_TRUE(isSameSide != HavePlane({others[2], others[1], others[0]}, points));
     ASSERT_EQ(plane.normal, isSameSide ? same.normal : -same.normal);
     ASSERT_EQ(plane.dist, isSameSide ? same.dist : -same.dist);
 
@@ -48,6 +49,8 @@ TEST(WholePlaneTest, APlaneHasTheSameBitsWhicheverPointsItIsKnownBy) {
     off[0] = points[1];
     EXPECT_FALSE(HavePlane(off, points)) << "points on one line";
   }
+  const WholePoints level = {WholePoint{1, 0, 0}, WholePoint{0, 0, 0}, WholePoint{0, 1, 0}};
+  EXPECT_FALSE(HavePlane({WholePoint{1 << 30, 0, 0}, level[1], level[2]}, level)) << "too far";
 }
 
 TEST(WholePlaneTest, WholePointsAreFoundOnPlanesOfEverySlope) {
