@@ -13,14 +13,17 @@ bool WriteDefault(SettingsKey& parent, const std::string& name, const std::strin
 }
 
 // An association that an earlier installation left is reported as a failure and kept: both meant.
-void AssociateFiles(SettingsKey& types, Reporter& reporter, const std::string& directory) {
-  const SettingsKey::Created extension = types.Create(".xmp");
+void AssociateFiles(SettingsKey* types, Reporter& reporter, const std::string& directory) {
+  const auto create = [types](const char* name) {
+    return types ? types->Create(name) : SettingsKey::Created();
+  };
+  const SettingsKey::Created extension = create(".xmp");
   if (!extension.key || !extension.isNew || !extension.key->WriteString("", "Ferrowand.Document")) {
     reporter.Show("Error",
                   "Cannot create file association information! This means .xmp files will not load "
                   "up Ferrowand when you double click them.");
   }
-  const SettingsKey::Created document = types.Create("Ferrowand.Document");
+  const SettingsKey::Created document = create("Ferrowand.Document");
   const std::string program = directory + "\\ferrowand.exe";
   if (!document.key || !document.isNew || !document.key->WriteString("", "Extended Map") ||
       !WriteDefault(*document.key, "DefaultIcon", program + ",1") ||
@@ -43,7 +46,7 @@ void RunFirstTimeSetup(SettingsStore& store, Reporter& reporter,
   if (reporter.Show("Ferrowand", "Create shortcut to Ferrowand in Start menu?", Buttons::YesNo) ==
       Answer::Yes)
     makeShortcut();
-  AssociateFiles(*store.FileTypes(), reporter, currentDirectory);
+  AssociateFiles(store.FileTypes().get(), reporter, currentDirectory);
 }
 
 }  // namespace ferrowand

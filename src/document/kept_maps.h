@@ -28,6 +28,8 @@ class KeptMaps {
             const std::optional<FileStamp>& began = std::nullopt);
   // The work is safe, or not wanted.
   void Discard(const Map& map);
+  // What is kept stays where it is, for the next program or the next time that the file is opened.
+  void Leave(const Map& map) { kept_.erase(&map); }
   // The map has been read from what another program kept: that is what is kept of it from now on.
   void Adopt(const Map& map, const Rescue& rescue);
   // Empty when nothing is kept.

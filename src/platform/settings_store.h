@@ -47,7 +47,7 @@ class SettingsStore {
   // The program's own settings: `Software\ferrowand\0.9` of the machine.
   virtual std::unique_ptr<SettingsKey> OpenSettings() = 0;
   virtual std::unique_ptr<SettingsKey> CreateSettings() = 0;
-  // The system's table of file types.
+  // The table of file types: the system's, or the user's own; null when the store refuses both.
   virtual std::unique_ptr<SettingsKey> FileTypes() = 0;
 };
 

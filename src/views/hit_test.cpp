@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdint>
+#include <limits>
 #include <utility>
 
 #include "document/classes/entity_class.h"
@@ -50,6 +52,75 @@ DVec3 TowardsEye(const ViewTransform& transform) {
   u[transform.orienu] = 1;
   v[transform.orienv] = 1;
   return Cross(u, v);
+}
+
+double DistanceToEdge(Pixel a, Pixel b, Pixel point) {
+  const double dx = b.x - a.x, dy = b.y - a.y;
+  const double length = dx * dx + dy * dy;
+  const double along =
+      length == 0 ? 0
+                  : std::clamp(((point.x - a.x) * dx + (point.y - a.y) * dy) / length, 0.0, 1.0);
+  return std::hypot(a.x + along * dx - point.x, a.y + along * dy - point.y);
+}
+
+double DistanceToOutline(std::span<const Pixel> polygon, Pixel point) {
+  double least = std::numeric_limits<double>::infinity();
+  Pixel from = polygon.back();
+  for (const Pixel to : polygon) {
+    least = std::min(least, DistanceToEdge(from, to, point));
+    from = to;
+  }
+  return least;
+}
+
+std::vector<Pixel> OutlineOf(const winding& w, const ViewTransform& transform) {
+  std::vector<Pixel> polygon;
+  for (const WindingPoint& p : w.Points()) polygon.push_back(transform.ToScreen(p.Position()));
+  return polygon;
+}
+
+// How far the lines are from the pixel by which an object that is hit is drawn.
+class LineDistance {
+ public:
+  explicit LineDistance(const HitQuery& query) : query_(query) {}
+
+  double Of(const Hit& hit) const {
+    if (hit.face != NO_FACE) return Of(hit.object->brush);
+    double least = std::numeric_limits<double>::infinity();
+    if (const Bounds box = PointBox(*hit.object); !box.IsEmpty()) {
+      const PixelRect seen = query_.transform.ToScreen(box.mins, box.maxs);
+      const std::array<Pixel, 4> corners{Pixel{seen.left, seen.top},
+                                         {seen.right, seen.top},
+                                         {seen.right, seen.bottom},
+                                         {seen.left, seen.bottom}};
+      least = DistanceToOutline(corners, query_.at);
+    }
+    if (hit.object->getClass()->Kind() != EntityKind::TemplateInstance) return least;
+    const entity* expansion = ExpandInstance(*hit.object);
+    return expansion ? std::min(least, OfTree(*expansion)) : least;
+  }
+
+ private:
+  double Of(const Brush& brush) const {
+    double least = std::numeric_limits<double>::infinity();
+    for (const Face& face : brush.Faces()) {
+      if (!face.w || face.w->numpoints == 0) continue;
+      least = std::min(least, DistanceToOutline(OutlineOf(*face.w, query_.transform), query_.at));
+    }
+    return least;
+  }
+  double OfTree(const entity& e) const {
+    double least = Of(e.brush);
+    for (const EntityPtr& child : e.getEntityList()) least = std::min(least, OfTree(*child));
+    return least;
+  }
+
+  const HitQuery& query_;
+};
+
+double SizeOf(const entity& e) {
+  const Bounds box = SeenBounds(e);
+  return box.IsEmpty() ? 0 : Length(DVec3(box.maxs - box.mins));
 }
 
 class HitWalk {
@@ -151,11 +222,7 @@ int FaceAt(const Brush& brush, const ViewTransform& transform, Pixel at) {
   for (int i = 0; i < brush.getNumFaces(); ++i) {
     const Face& face = brush.face(i);
     if (!face.w || !(Dot(face.plane.normal, eye) >= EDGE_ON)) continue;
-    std::vector<Pixel> polygon;
-    for (const WindingPoint& p : std::as_const(*face.w).Points()) {
-      polygon.push_back(transform.ToScreen(p.Position()));
-    }
-    if (IsInside(at, polygon)) return i;
+    if (IsInside(at, OutlineOf(*face.w, transform))) return i;
   }
   return NO_FACE;
 }
@@ -181,6 +248,24 @@ Hit HitTest(std::span<entity* const> objects, const HitQuery& query) {
     if (walk.Visit(*object)) break;
   }
   return first;
+}
+
+Hit ClickTest(entity& object, const HitQuery& query) {
+  const LineDistance distance(query);
+  Hit first, nearest;
+  double least = LINE_REACH;
+  ForEachHit(object, query, [&](const Hit& hit) {
+    if (!first.object) first = hit;
+    const double here = distance.Of(hit);
+    const bool isSmaller =
+        here == least && (!nearest.object || SizeOf(*hit.object) < SizeOf(*nearest.object));
+    if (here < least || isSmaller) {
+      nearest = hit;
+      least = here;
+    }
+    return false;
+  });
+  return nearest.object ? nearest : first;
 }
 
 entity& PickedBy(entity& hit, PickLevel level) {

@@ -63,17 +63,18 @@ TEST_F(AppTest, ACommandLineIsOnePathWithBlanksAndWithoutQuotes) {
   EXPECT_EQ(parts->documents.Maps()[0]->Name(), "Two boxes");
   EXPECT_EQ(PathOfCommandLine("C:\\a b\\c.map"), "C:\\a b\\c.map");
   EXPECT_EQ(PathOfCommandLine("\""), "\"");
+  EXPECT_EQ(PathOfCommandLine(" \"C:\\a b\\c.map\" \t"), "C:\\a b\\c.map");
 }
 
 TEST_F(AppTest, WhatIsMissingIsSaidAndTheProgramStarts) {
   saved.defaultWad = "no.wad";
   saved.defaultQc = "no.qc";
-  ASSERT_TRUE(Start("nowhere.map"));
+  ASSERT_TRUE(Start("gone\\nowhere.map"));
   EXPECT_EQ(sink.Said(),
             (std::vector<std::string>{
                 "Error: Could not load default wadfile no.wad! Set the default in Options.",
                 "Error: Could not load default .qc file no.qc! Set the default in Options.",
-                "File Error - cannot continue: Can't find requested map: nowhere.map"}));
+                "File Error - cannot continue: Can't find requested map: gone\\nowhere.map"}));
   EXPECT_TRUE(parts->documents.Maps().empty());
   EXPECT_TRUE(parts->windows.All().empty());
   parts->documents.New();
@@ -82,6 +83,10 @@ TEST_F(AppTest, WhatIsMissingIsSaidAndTheProgramStarts) {
 
 TEST_F(AppTest, OptionsAreSavedAtTheEnd) {
   ASSERT_TRUE(Start());
+  Give(Command::DrawClassnames);
+  SendMessageA(parts->frame.Handle(), WM_ENDSESSION, TRUE, 0);
+  EXPECT_EQ(settings->OpenSettings()->ReadNumber("Entity Names"), 1u) << "when the user logs off";
+  Give(Command::DrawClassnames);
   Give(Command::DrawClassnames);
   PostMessageA(parts->frame.Handle(), WM_CLOSE, 0, 0);
   EXPECT_EQ(app->Run(), 0);

@@ -82,6 +82,23 @@ TEST_F(HitTestTest, TheFirstInMapOrderIsHitPointEntitiesInTheirClassBoxes) {
   EXPECT_EQ(HitAt({108, -92}, PickLevel::Brushes), nullptr);
 }
 
+TEST_F(HitTestTest, AClickMeansTheNearestLineThenTheSmallerBoxThenTheFirst) {
+  entity& room = small.AddCuboid({0, 0, 0}, {256, 256, 64});
+  entity& crate = small.AddCuboid({64, 0, 0}, {96, 32, 32});
+  entity& light = small.Add({{"classname", "light"}, {"origin", "80 16 0"}});
+  const ViewTransform transform = Plain();
+  for (const auto& [at, object] : Cases<Pixel, entity*>{{{67, -16}, &crate},
+                                                        {{74, -16}, &light},
+                                                        {{68, -26}, &room},
+                                                        {{80, -1}, &crate},
+                                                        {{2, -16}, &room},
+                                                        {{80, -16}, &room},
+                                                        {{300, -16}, nullptr}}) {
+    EXPECT_EQ(ClickTest(small.map, {.transform = transform, .at = at}).object, object)
+        << at.x << " " << at.y;
+  }
+}
+
 TEST_F(HitTestTest, ABrushFarOutsideIsHitWhereTheViewShowsIt) {
   // 65536 units away wraps around to the same pixels.
   entity& far = small.AddCuboid({0, 0, 0}, {64, 64, 64});

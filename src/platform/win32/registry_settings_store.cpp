@@ -109,7 +109,9 @@ class RegistrySettingsStore : public SettingsStore {
   }
 
   std::unique_ptr<SettingsKey> FileTypes() override {
-    return std::make_unique<RegistryKey>(HKEY_CLASSES_ROOT);
+    // Of all users; who may not write there has types of his own.
+    if (auto key = RegistryKey::Open(HKEY_CLASSES_ROOT, "", KEY_ALL_ACCESS)) return key;
+    return RegistryKey::Create(HKEY_CURRENT_USER, "Software\\Classes").key;
   }
 };
 

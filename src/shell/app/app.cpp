@@ -27,6 +27,7 @@ bool App::Start(const std::string& commandLine) {
   LoadPalette();
   if (!parts_->frame.Create(parts_->classes.MdiClient())) return false;
   started_ = true;
+  parts_->frame.SetOnSessionEnd([this] { SaveSettings(); });
   const HWND frame = parts_->frame.Handle();
   seams_.dialogs.SetOwner(frame);
   parts_->progress.SetOwner(frame);
@@ -46,6 +47,7 @@ void App::LoadOptions() {
       reporter.Show("Error", "The shortcut could not be created.", Buttons::Ok, Icon::Warning);
     }
   });
+  TellShellOfFileTypes();
 }
 
 void App::BuildSearchPath() {
@@ -110,6 +112,10 @@ void App::Shutdown() {
   parts_->tips.Close();
   parts_->frame.Destroy();
   parts_->documents.Clear();
+  SaveSettings();
+}
+
+void App::SaveSettings() {
   if (parts_->options.Save(seams_.settings, parts_->reporter)) {
     parts_->boundEntities.Save(seams_.settings, parts_->reporter);
   }

@@ -46,6 +46,7 @@ class App {
   void BuildSearchPath();
   void LoadPalette();
   void LoadGameData();
+  void SaveSettings();
   void Dispatch(MSG& message);
 
   HINSTANCE instance_;

@@ -303,10 +303,25 @@ bool Documents::ExportQuakeMap(Map& map) {
 }
 
 void Documents::Close(Map& map) {
+  const std::string copy = LeaveCopy(map);
   observer_.OnMapClosing(map);
-  kept_.Discard(map);
   known_.Forget(map);
   std::erase_if(maps_, [&](const auto& open) { return open.get() == &map; });
+  if (copy.empty()) return;
+  for (const auto& open : maps_) open->ShowStatus("What was not saved is kept in " + copy);
+}
+
+// The question before it has no way back: what was changed is kept once more, and offered like work
+// that a crash has left.
+std::string Documents::LeaveCopy(Map& map) {
+  if (map.modified()) kept_.Keep(map, Settings(), known_.StampOf(map, map.filename));
+  const std::string copy = map.modified() ? kept_.FileOf(map) : std::string();
+  if (copy.empty()) {
+    kept_.Discard(map);
+  } else {
+    kept_.Leave(map);
+  }
+  return copy;
 }
 
 bool Documents::MayQuit() {

@@ -63,7 +63,7 @@ class Documents {
   bool Save(Map& map);
   bool SaveAs(Map& map);
   bool ExportQuakeMap(Map& map);
-  // Asks nothing.
+  // Asks nothing. What is not saved is left for the next start, or the next opening of the file.
   void Close(Map& map);
   // Asks about every modified map. False when the user wants to stay.
   bool MayQuit();
@@ -84,6 +84,8 @@ class Documents {
   Map* Rescued(const std::vector<Rescue>& rescues);
   Map* OpenRescue(const Rescue& rescue);
   void Reload(Map& map);
+  // The file in which the work lies that was not saved; none where there is none.
+  std::string LeaveCopy(Map& map);
   bool MayOverwrite(const Map& map) const;
   bool MayExport(const Map& map, const std::string& target) const;
   bool Write(Map& map, const std::string& name);

@@ -192,6 +192,9 @@ LRESULT Frame::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_QUERYENDSESSION:
       documents_.KeepAll();  // the system does not wait for an answer for ever
       return documents_.MayQuit();
+    case WM_ENDSESSION:
+      if (wParam) onSessionEnd_();
+      return 0;
     case WM_TIMER:
       if (wParam != KEEP_TIMER) break;
       OnTimer();

@@ -5,6 +5,9 @@
 
 #include <shellapi.h>
 
+#include <functional>
+#include <utility>
+
 #include "platform/canvas.h"
 #include "shell/frame/primitive_popup.h"
 #include "shell/frame/toolbar.h"
@@ -39,6 +42,9 @@ class Frame {
   PixelSize ClientSize() const;
   HMENU PrimitivePopup() const { return primitivePopup_.Menu(); }
 
+  // When the user logs off the program may be ended without another message.
+  void SetOnSessionEnd(std::function<void()> save) { onSessionEnd_ = std::move(save); }
+
   void ShowToolbar(bool shown);
   // Greys and ticks, as they are now.
   void RefreshToolbar();
@@ -65,6 +71,7 @@ class Frame {
   const char* clientClass_ = nullptr;
   HWND window_ = nullptr;
   HWND client_ = nullptr;
+  std::function<void()> onSessionEnd_ = [] {};
   Toolbar toolbar_;
   ferrowand::PrimitivePopup primitivePopup_;
 

@@ -63,12 +63,21 @@ bool MakeStartMenuShortcut() {
   return file && SUCCEEDED(file->Save(name.c_str(), TRUE));
 }
 
+void TellShellOfFileTypes() {
+  SHChangeNotify(SHCNE_ASSOCCHANGED, SHCNF_IDLIST, nullptr, nullptr);
+}
+
 std::string PathOfCommandLine(const std::string& commandLine) {
   const auto quoted = [](const std::string& text) {
     return text.size() >= 2 && text.front() == '"' && text.back() == '"';
   };
-  if (!quoted(commandLine) || file::Find(commandLine) == FindResult::Found) return commandLine;
-  return commandLine.substr(1, commandLine.size() - 2);
+  if (file::Find(commandLine) == FindResult::Found) return commandLine;
+  constexpr char BLANKS[] = " \t";
+  const std::size_t begin = commandLine.find_first_not_of(BLANKS);
+  if (begin == std::string::npos) return {};
+  const std::string path =
+      commandLine.substr(begin, commandLine.find_last_not_of(BLANKS) + 1 - begin);
+  return quoted(path) ? path.substr(1, path.size() - 2) : path;
 }
 
 }  // namespace ferrowand

@@ -21,7 +21,7 @@ void MultiSelector::TakeRectangle(MapView& view, const PixelRect& closed, bool m
   std::vector<entity*> objects;
   if (moved) {
     objects = ObjectsIn(view, closed);
-  } else if (const Hit hit = HitTest(view.map, QueryAt(view, {closed.left, closed.top}, Level()));
+  } else if (const Hit hit = ClickTest(view.map, QueryAt(view, {closed.left, closed.top}, Level()));
              hit.object) {
     objects = {&PickedBy(*hit.object, Level())};
   }

@@ -84,7 +84,7 @@ void ReshapeTool::Select(MapView& view, entity* object, bool add) {
 
 void ReshapeTool::PickBrush(MapView& view, Pixel at) {
   const PickLevel level = PickLevel::Brushes;
-  const Hit hit = HitTest(view.map, QueryAt(view, at, level));
+  const Hit hit = ClickTest(view.map, QueryAt(view, at, level));
   Select(view, hit.object ? &PickedBy(*hit.object, level) : nullptr, Host().Keys().control);
 }
 

@@ -97,7 +97,7 @@ ToolCursor Selector::CursorAt(const MapView& view, Pixel at) const {
 void Selector::Pick(MapView& view, Pixel at) {
   if (IsOnSelection(view, at)) return;
   const bool add = Host().Keys().control;
-  const Hit hit = HitTest(view.map, QueryAt(view, at, Level()));
+  const Hit hit = ClickTest(view.map, QueryAt(view, at, Level()));
   if (!hit.object) {
     if (!IsForSelection(view, at)) Select(view, nullptr, add);
     return;
@@ -223,7 +223,7 @@ void EntitySelector::EditSelected(MapView& view) {
 }
 
 void EntitySelector::Hover(MapView& view, Pixel at) {
-  const Hit hit = HitTest(view.map, QueryAt(view, at, Level()));
+  const Hit hit = ClickTest(view.map, QueryAt(view, at, Level()));
   Host().SetCursor(view, hit.object ? ToolCursor::Entity : ToolCursor::Arrow);
   if (!hit.object) return;
   const entity& object = PickedBy(*hit.object, Level());
