@@ -213,11 +213,11 @@ do_step() {
       xdotool mousemove $((left + 100)) $((caption + 12)) click 1
       sleep 0.2
       ;;
-    give) press "${@:2}" ;;
+    give) press "$@" ;;
     form | file)
       local keys=("${parts[0]}")
       read -ra keys <<<"${parts[0]}"
-      press "${keys[@]:2}"
+      press "${keys[@]:1}"
       if [ "$word" = form ]; then
         answer "${parts[@]:1}"
       else

@@ -17,6 +17,7 @@
 #include "shell/dialogs/dialogs.h"
 #include "shell/system/clipboard.h"
 #include "shell/windows/map_window.h"
+#include "support/map_text.h"
 #include "support/recorder.h"
 #include "support/temp_dir.h"
 

@@ -118,22 +118,6 @@ TEST(Resources, EveryMenuKeyGivesItsCommandButTheTwoThatAreTaken) {
   }
 }
 
-TEST(Resources, FurtherKeysOutsideTheMenu) {
-  const auto keys = Accelerators();
-  constexpr BYTE CONTROL = FVIRTKEY | FCONTROL, SHIFT = FVIRTKEY | FSHIFT, ALT = FVIRTKEY | FALT;
-  const std::pair<Key, unsigned> expected[] = {
-      {{CONTROL, 'J'}, 51793}, {{CONTROL, 'H'}, 51793}, {{CONTROL, 'K'}, 51793},
-      {{CONTROL, 'A'}, 53686}, {{CONTROL, 'L'}, 51707}, {{CONTROL | FSHIFT, 'L'}, 51707},
-      {{SHIFT, 'Q'}, 51766},   {{0, 'g'}, 148},         {{CONTROL | FSHIFT, 'T'}, 51694},
-      {{ALT, '1'}, 200},       {{ALT, '2'}, 201},       {{ALT, '3'}, 190},
-      {{ALT, '4'}, 250},       {{ALT, '5'}, 206},       {{ALT, '6'}, 207},
-      {{ALT, VK_BACK}, 51697}};
-  for (const auto& [key, command] : expected) {
-    ASSERT_TRUE(keys.contains(key)) << key.key;
-    EXPECT_EQ(keys.at(key), command);
-  }
-}
-
 TEST_F(AppTest, WithoutAMapItsCommandsDoNothingAndSayNothing) {
   ASSERT_TRUE(Start());
   for (const CommandRow& row : MainMenuCommands()) {
@@ -279,13 +263,17 @@ TEST_F(AppTest, CommandsDoWhatTheyAreNamedFor) {
   Give(Command::CsgIntersection);
   EXPECT_EQ(sink.Said(),
             std::vector<std::string>{"Cannot continue: Select exactly two objects first"});
+  Give(Command::Group);
+  EXPECT_EQ(map.selection.size(), 1u);
+  Give(Command::Ungroup);
+  EXPECT_EQ(map.selection.size(), 3u);
   sink.messages.clear();
   dialogs.files = {dir.Path("inner.xmp")};
   dialogs.answers = {{"64", "0", "64"}};
   Give(Command::Embed);
   EXPECT_EQ(sink.Said(),
             std::vector<std::string>{"Cannot continue: Every size must be greater than 0"});
-  EXPECT_EQ(map.undo.StepCount(), 1u);
+  EXPECT_EQ(map.undo.StepCount(), 3u);
 }
 
 TEST_F(AppTest, TheRotationStepIsChosenTypedAndThatOfEveryView) {

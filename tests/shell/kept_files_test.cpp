@@ -210,6 +210,7 @@ TEST_F(KeptFilesTest, AnExportAsksBeforeItReplacesWhatIsNotItsOwn) {
   Give(Command::ExportQuake);
   Give(Command::ExportQuake);
   EXPECT_EQ(sink.messages.size(), 2u) << "its own";
+  EXPECT_TRUE(dir.Read("a.map").starts_with("////"));
   EXPECT_FALSE(Exists("a.map.1.bak"));
 
   std::filesystem::last_write_time(dir.Path("a.map"), {});

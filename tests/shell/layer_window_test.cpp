@@ -4,7 +4,6 @@
 
 #include <functional>
 
-#include "base/text_writer.h"
 #include "document/classes/native_classes.h"
 #include "document/picking.h"
 #include "operations/layers.h"
@@ -41,11 +40,7 @@ class LayerWindowTest : public AppTest {
   entity* Box(std::size_t layer, std::size_t index) const {
     return Layer(layer).getEntityList()[index].get();
   }
-  std::string Text() const {
-    TextWriter out;
-    map->WriteExtended(out);
-    return std::string(out.Text());
-  }
+  std::string Text() const { return ExtendedText(*map); }
   // A line a layer: its name, how many objects, V(isible) and E(nabled), * the current one, colour.
   std::string Shown() const {
     std::string text;
@@ -142,27 +137,6 @@ TEST_F(LayerWindowTest, EveryChangeIsOneStepThatTheListFollowsBackAndForth) {
     Give(Command::Undo);
   }
   EXPECT_EQ(sink.OnlyText(), "Green must be a whole number from 0 to 255");
-}
-
-TEST_F(LayerWindowTest, AHiddenLayerLeavesTheViews) {
-  Open();
-  const MapWindow& top = WindowOf(Orientation::Top);
-  const Pixel edge = WindowOf(Orientation::Top).View()->transform.ToScreen({-32, 5, 0});
-  const auto pixel = [&] {
-    app->Pump();
-    const HDC dc = GetDC(top.Drawing());
-    const COLORREF colour = GetPixel(dc, edge.x, edge.y);
-    ReleaseDC(top.Drawing(), dc);
-    return colour;
-  };
-  const COLORREF outline = ToColorRef(Box(0, 0)->brush.Outline());
-  EXPECT_EQ(pixel(), outline);
-  Select(*map, Box(0, 0), false);
-  Click(0, VISIBLE);
-  EXPECT_NE(pixel(), outline);
-  EXPECT_TRUE(map->selection.empty());
-  Click(0, VISIBLE);
-  EXPECT_EQ(pixel(), outline);
 }
 
 TEST_F(LayerWindowTest, KeysAreTheDialogsOrCommandsForItsMap) {

