@@ -315,7 +315,7 @@ void Documents::Close(Map& map) {
 // that a crash has left.
 std::string Documents::LeaveCopy(Map& map) {
   if (map.modified()) kept_.Keep(map, Settings(), known_.StampOf(map, map.filename));
-  const std::string copy = map.modified() ? kept_.FileOf(map) : std::string();
+  std::string copy = map.modified() ? kept_.FileOf(map) : std::string();
   if (copy.empty()) {
     kept_.Discard(map);
   } else {
