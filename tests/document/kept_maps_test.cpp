@@ -76,7 +76,7 @@ TEST_F(KeptMapsTest, WhereTheFolderIsGoneTheUsersOwnIsTaken) {
   map.filename = temp.Path("gone/a.map");
   Modify(map, "x");
   EXPECT_TRUE(kept.Keep(map, {}));
-  EXPECT_EQ(kept.FileOf(map), temp.Path("data/a.map.autosave.xmp"));
+  EXPECT_EQ(std::filesystem::path(kept.FileOf(map)), temp.Path("data/a.map.autosave.xmp"));
   const std::filesystem::directory_iterator files(Notes());
   EXPECT_EQ(std::distance(begin(files), end(files)), 2) << "one note and its text";
 }
