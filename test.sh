@@ -61,6 +61,7 @@ else
   say "No 32-bit Wine here: the 32-bit program was built and linked, but not run"
 fi
 step "A level, built with mouse and keys" scripts/session.sh
+step "What is seen is what is reached" scripts/session.sh tests/session/reach.txt
 step "The same map from every build" scripts/same_bytes.sh
 
 step "Build fuzz targets" build fuzz
