@@ -63,6 +63,9 @@ TEST_F(WadEditTest, ANewTextureTakesThePlaceOfTheDirectory) {
                         EntryBytes(12, first.size(), {"first", 0, 0, ""}) +
                         EntryBytes(12 + first.size(), lump.size(), {"second", 0, 0, ""}));
   ExpectContents("first:a second:b ");
+  ASSERT_TRUE(wad->AddTexture(NewTexture("third", 8, 8, 'c')));
+  ASSERT_TRUE(wad->AddTexture(NewTexture("fourth", 8, 8, 'd')));
+  ExpectContents("first:a second:b third:c fourth:d ");
 }
 
 TEST_F(WadEditTest, SmallerLevelsAverageWholeBlocksOnly) {
