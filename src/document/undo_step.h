@@ -32,8 +32,7 @@ class UndoStep {
 
   // All has been done: if that made another layer the current one, taking it back does so too. What
   // is as it was is not kept. Of plain brushes that only went along whole units, with their
-  // textures or not, the way is kept
-  // instead of copies.
+  // textures or not, the way is kept instead of copies.
   void Finish();
   // Of what the step keeps, about.
   std::uint64_t Bytes() const;

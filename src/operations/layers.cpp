@@ -91,6 +91,7 @@ void RecolourLayer(Map& map, entity& layer, Colour colour) {
 EditResult MoveSelectionToLayer(Map& map, entity& layer) {
   std::vector<entity*> roots = SelectedRoots(map);
   if (roots.empty()) return EditResult::NothingSelected;
+  // What stands there already stays where it is.
   std::erase_if(roots, [&](const entity* root) { return root->Parent() == &layer; });
   if (roots.empty()) return EditResult::Done;
   EditStep step(map);
