@@ -31,7 +31,8 @@ bool HasBrush(const entity& tree) {
                              [](const EntityPtr& child) { return HasBrush(*child); });
 }
 
-// What the game does not get as what it is: an entity that is hidden has lost its class there.
+// What the game does not get as what it is: an entity that is hidden has lost its class there. That
+// is meant, and no loss.
 std::string HiddenText(const Map& map) {
   int leftOut = 0, inWorld = 0;
   ForEachEntity(map, [&](const entity& e) {
@@ -43,8 +44,8 @@ std::string HiddenText(const Map& map) {
     ++(HasBrush(e) ? inWorld : leftOut);
   });
   std::string text;
-  if (leftOut > 0) text += Format("; hidden and left out: %d", leftOut);
-  if (inWorld > 0) text += Format("; hidden and made brushes of the world: %d", inWorld);
+  if (leftOut > 0) text += Format(", hidden and left out: %d", leftOut);
+  if (inWorld > 0) text += Format(", hidden and made brushes of the world: %d", inWorld);
   return text;
 }
 

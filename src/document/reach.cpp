@@ -9,6 +9,10 @@
 namespace ferrowand {
 namespace {
 
+bool IsMap(const entity& e) {
+  return !e.Parent() && e.OwningMap() == &e;
+}
+
 // What an entity shows with all that it holds.
 enum class Look { Nothing, SwitchedOff, Seen };
 
@@ -40,7 +44,7 @@ void AddSeen(const entity& e, const ShownKinds& shown, Bounds& box) {
 }  // namespace
 
 bool OnlyHolds(const entity& e) {
-  return e.getClass()->Kind() == EntityKind::Layer || (!e.Parent() && e.OwningMap() == &e);
+  return e.getClass()->Kind() == EntityKind::Layer || IsMap(e);
 }
 
 bool IsPlainBrush(const entity& e) {
@@ -48,7 +52,7 @@ bool IsPlainBrush(const entity& e) {
 }
 
 bool IsOpen(const entity& e) {
-  return (e.IsVisible() && e.IsEnabled()) || (!e.Parent() && e.OwningMap() == &e);
+  return (e.IsVisible() && e.IsEnabled()) || IsMap(e);
 }
 
 Bounds PointBox(const entity& e) {

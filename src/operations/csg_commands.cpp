@@ -48,12 +48,12 @@ std::vector<const Brush*> CuttersOf(std::span<entity* const> objects) {
   return brushes;
 }
 
-CutLoss LossOf(const Carving& carving, const std::vector<EntityPtr>& pieces, Reporter& reporter) {
+CutLoss LossOf(const Carving& carving, Reporter& reporter) {
   const auto isKeepable = [&](const EntityPtr& piece) {
     return IsKeepable(piece->brush, reporter);
   };
-  if (carving.loss != CutLoss::None || std::ranges::all_of(pieces, isKeepable)) return carving.loss;
-  return CutLoss::TooSmall;
+  if (carving.loss != CutLoss::None) return carving.loss;
+  return std::ranges::all_of(carving.outside, isKeepable) ? CutLoss::None : CutLoss::TooSmall;
 }
 
 // What happened to one brush and all that has become of it.
@@ -157,7 +157,7 @@ bool Subtraction::Cut(const Work& work, std::vector<Work>& more, Losses& losses)
     const Brush& by = *cutters_[*cutter];
     if (!BoxesOverlap(target.brush.Box(), by.Box())) continue;
     Carving carving = Carve(target.brush, by, *step_.map().classSet, CapTexture::First, reporter_);
-    if (const CutLoss loss = LossOf(carving, carving.outside, reporter_); loss != CutLoss::None) {
+    if (const CutLoss loss = LossOf(carving, reporter_); loss != CutLoss::None) {
       losses.Note(loss);
       continue;
     }

@@ -148,7 +148,7 @@ TEST_F(MapWriterTest, WhatTheGameGetsOtherwiseBecauseItIsHiddenIsCounted) {
   map->AddObserver(*this);
   ASSERT_TRUE(map->Export(temp.Path("room.map"), 0, {}));
   EXPECT_EQ(status.back(),
-            "Saved MAP format; hidden and left out: 1; hidden and made brushes of the world: 1");
+            "Saved MAP format, hidden and left out: 1, hidden and made brushes of the world: 1");
 }
 
 TEST_F(MapWriterTest, ASaveThatFailsCostsNothing) {
