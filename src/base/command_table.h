@@ -162,6 +162,7 @@ inline constexpr unsigned Id(Command command) {
 struct CommandFacts {
   bool hasMap = false;   // a map's window is active
   bool hasView = false;  // and it is a 2D view
+  bool hasSelection = false;
   bool canUndo = false;
   bool canRedo = false;
   bool grid = false;  // of the active map

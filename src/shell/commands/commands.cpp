@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/path_text.h"
 #include "document/bound_entities.h"
 #include "operations/insert.h"
 #include "shell/dialogs/dialogs.h"
@@ -60,6 +61,7 @@ CommandFacts Commands::Facts() const {
   facts.limitedAxes = context_.tools.LimitedAxes();
   if (const Map* map = context_.windows.ActiveMap()) {
     facts.hasMap = true;
+    facts.hasSelection = !map->selection.empty();
     facts.canUndo = map->undo.CanUndo();
     facts.canRedo = map->undo.CanRedo();
     facts.grid = (map->optionBits() & MAP_GRID) != 0;
@@ -104,6 +106,13 @@ bool Commands::InsertBoundEntity(unsigned key) {
 
 void Commands::Offer(HMENU popup) {
   Execute(context_.dialogs.TrackAtCursor(popup));
+}
+
+std::string Commands::ActiveFile() const {
+  const Map* map = context_.windows.ActiveMap();
+  if (!map) return "";
+  const PathParts parts = SplitPath(map->filename);
+  return parts.base + parts.extension + (map->modified() ? " *" : "");
 }
 
 bool Commands::IsDragging() const {

@@ -42,6 +42,7 @@ class Commands : public CommandTarget {
   void Execute(unsigned id) override;
   bool InsertBoundEntity(unsigned key) override;
   bool IsDragging() const override;
+  std::string ActiveFile() const override;
   // Tracks the popup at the cursor and does what the user chooses.
   void Offer(HMENU popup);
 

@@ -36,12 +36,7 @@ bool Put(const EditContext& in, const std::string& text) {
 template <bool cut>
 void Take(const EditContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
-  const std::string text = SelectionText(map);
-  if (text.empty()) {
-    Conclude(map, EditResult::NothingSelected);
-    return;
-  }
-  if (Put(in, text) && cut) Conclude(map, DeleteSelection(map));
+  if (Put(in, SelectionText(map)) && cut) Conclude(map, DeleteSelection(map));
 }
 
 void Paste(const EditContext& in, unsigned) {
@@ -71,7 +66,6 @@ void Duplicate(const EditContext& in, unsigned) {
 
 void DuplicateMany(const EditContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
-  if (!RequireSelection(map, in.reporter)) return;
   const auto accept = [&](const FormValues& typed) {
     const auto count = WholeNumberOf(in.reporter, typed[0], "The number of copies", 1, MAXCOPIES);
     if (!count) return false;

@@ -151,7 +151,6 @@ void AddListedGroup(const InsertContext& in, unsigned id) {
 
 void SaveSelection(const InsertContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
-  if (!RequireSelection(map, in.reporter)) return;
   FileChoice choice;
   choice.saving = true;
   choice.title = "Save group";

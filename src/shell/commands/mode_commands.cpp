@@ -20,9 +20,8 @@ void SelectPartial(const ModeContext& in, unsigned) {
   in.tools.boxRule = BoxRule::Partial;
 }
 
-// Its button is pressed once more to let it go.
 void SelectFull(const ModeContext& in, unsigned) {
-  in.tools.boxRule = in.tools.boxRule == BoxRule::Full ? BoxRule::Partial : BoxRule::Full;
+  in.tools.boxRule = BoxRule::Full;
 }
 
 void Next(const ModeContext& in, unsigned) {

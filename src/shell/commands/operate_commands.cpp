@@ -83,7 +83,6 @@ Matrix ToMatrix(std::span<const double> numbers) {
 // By angles or by nine numbers: whichever are left as they stand change nothing.
 void TransformByMatrix(const OperateContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
-  if (!RequireSelection(map, in.reporter)) return;
   const auto accept = [&](const FormValues& typed) {
     const auto numbers = NumbersOf(in.reporter, typed);
     if (!numbers) return false;
@@ -104,7 +103,6 @@ void TransformByMatrix(const OperateContext& in, unsigned) {
 // By the current tool, where there is a view that it works in: not every tool can.
 void GroupByTool(const OperateContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
-  if (!RequireSelection(map, in.reporter)) return;
   if (MapView* view = in.windows.ActiveView()) {
     in.tools.Current()->Group(*view);
   } else {
