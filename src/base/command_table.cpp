@@ -187,7 +187,7 @@ constexpr CommandRow MAINMENU[] = {
 constexpr CommandRow OTHERS[] = {
     {Command::ToggleGridAndSnap, "", "", "", HasView},
     {Command::ApplyTexture, "", "", "", HasMap},
-    {Command::FlipX, "", "", "", HasSelection},
+    {Command::FlipX, "", "Flip along X", "", HasSelection},
     {Command::CreateCuboid, "", "", "", HasMap, InUse<Command::CreateCuboid>},
     {Command::CreateWedge, "", "", "", HasMap, InUse<Command::CreateWedge>},
     {Command::CreateColumn, "", "", "", HasMap, InUse<Command::CreateColumn>},
@@ -254,6 +254,14 @@ std::string MenuText(const CommandRow& row) {
   std::string text(row.text);
   if (!row.accelerator.empty()) text.append("\t").append(row.accelerator);
   return text;
+}
+
+std::string NameOf(const CommandRow& row) {
+  std::string name(row.text);
+  if (name.empty()) name = ToolTip(Id(row.command));
+  name.resize(std::min({name.size(), name.find(" ("), name.find("...")}));
+  std::erase(name, '&');
+  return name;
 }
 
 std::string RecentMapText(const Options& options, std::size_t index) {
