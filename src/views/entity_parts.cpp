@@ -212,14 +212,6 @@ void DrawLightRadius(const entity& e, DrawContext& context) {
              PenFor(context.pens.light, context), context);
 }
 
-// Where arrows start and end: nothing for an entity that is nowhere.
-std::optional<Pixel> ArrowPoint(const entity& e, const ViewTransform& transform) {
-  if (e.HasOrigin()) return transform.ToScreen(e.Origin());
-  const Bounds box = e.GetBounds();
-  if (box.IsEmpty()) return std::nullopt;
-  return transform.ToScreen(Centre(box));
-}
-
 // Of the line back from the target to the source, on the screen.
 int ArrowAngle(int dx, int dy) {
   if (dx == 0) return dy < 0 ? 270 : 90;
@@ -270,6 +262,13 @@ PixelRect LightPlace(const entity& e, const ViewTransform& transform) {
   const int radius = LightRadius(e, transform);
   return radius == 0 ? PixelRect{}
                      : WithLastPixels(Around(transform.ToScreen(e.Origin()), radius + 1));
+}
+
+std::optional<Vec3> ArrowPoint(const entity& e) {
+  if (e.HasOrigin()) return e.Origin();
+  const Bounds box = e.GetBounds();
+  if (box.IsEmpty()) return std::nullopt;
+  return Centre(box);
 }
 
 const Pen& PenFor(const Pen& pen, const DrawContext& context) {
@@ -336,10 +335,13 @@ void DrawTargetArrows(const entity& e, DrawContext& context) {
   if (map == nullptr) return;
   const std::vector<const entity*>& targets = TargetsNamed(target, *map, context.scratch);
   if (targets.empty()) return;
-  const std::optional<Pixel> from = ArrowPoint(e, context.transform);
+  const std::optional<Vec3> from = ArrowPoint(e);
   if (!from) return;
+  const ViewTransform& screen = context.transform;
   for (const entity* other : targets) {
-    if (const auto to = ArrowPoint(*other, context.transform)) DrawArrow(*from, *to, context);
+    if (const auto to = ArrowPoint(*other)) {
+      DrawArrow(screen.ToScreen(*from), screen.ToScreen(*to), context);
+    }
   }
 }
 

@@ -36,6 +36,8 @@ void DrawClassname(const entity& e, DrawContext& context);
 PixelRect ClassnamePlace(Pixel origin, PixelSize text);
 PixelRect LightPlace(const entity& e, const ViewTransform& transform);
 
+// Where arrows start and end: nothing for an entity that is nowhere.
+std::optional<Vec3> ArrowPoint(const entity& e);
 // To every entity of the same map that the entity targets.
 void DrawTargetArrows(const entity& e, DrawContext& context);
 

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -48,8 +49,8 @@ class ViewHost {
   // Repaint all, or the part. Nothing is erased first.
   virtual void Invalidate() = 0;
   virtual void Invalidate(const PixelRect& part) = 0;
-  // Moves the picture and repaints what that uncovers.
-  virtual void ScrollPicture(int dx, int dy) = 0;
+  // Moves the picture and repaints what that uncovers, and those parts of what has been moved.
+  virtual void ScrollPicture(Pixel by, std::span<const PixelRect> anew) = 0;
   virtual void SetScrollBars(const ScrollBar& horizontal, const ScrollBar& vertical) = 0;
   virtual void SetText(ViewText which, const std::string& text) = 0;
   virtual bool StatusBarShown() const = 0;

@@ -12,33 +12,8 @@
 namespace ferrowand {
 namespace {
 
-// World units from an origin to the tip of what tells its angle.
-constexpr double MARKER_REACH = 18;
 // Objects from which on it costs more to look at each than to paint all.
 constexpr std::size_t MANY = 2000;
-
-// Beyond, the mapping to pixels wraps around.
-bool IsMapped(const Bounds& box) {
-  constexpr float LIMIT = 32000;
-  for (int axis = 0; axis < 3; ++axis) {
-    if (!box.IsEmpty() && !(box.mins[axis] > -LIMIT && box.maxs[axis] < LIMIT)) return false;
-  }
-  return true;
-}
-
-bool IsLinked(const entity& e) {
-  return e.GetKey("target") || e.GetKey("targetname");
-}
-
-void Add(PixelRect& rect, const PixelRect& other) {
-  if (other.Empty()) return;
-  if (rect.Empty()) {
-    rect = other;
-    return;
-  }
-  rect = {std::min(rect.left, other.left), std::min(rect.top, other.top),
-          std::max(rect.right, other.right), std::max(rect.bottom, other.bottom)};
-}
 
 class PartWalk {
  public:
@@ -89,12 +64,37 @@ class PartWalk {
 
 }  // namespace
 
+bool IsMapped(const Bounds& box) {
+  constexpr float LIMIT = 32000;
+  for (int axis = 0; axis < 3; ++axis) {
+    if (!box.IsEmpty() && !(box.mins[axis] > -LIMIT && box.maxs[axis] < LIMIT)) return false;
+  }
+  return true;
+}
+
+bool IsLinked(const entity& e) {
+  return e.GetKey("target") || e.GetKey("targetname");
+}
+
+void Add(PixelRect& rect, const PixelRect& other) {
+  if (other.Empty()) return;
+  if (rect.Empty()) {
+    rect = other;
+    return;
+  }
+  rect = {std::min(rect.left, other.left), std::min(rect.top, other.top),
+          std::max(rect.right, other.right), std::max(rect.bottom, other.bottom)};
+}
+
+PixelRect Grown(const PixelRect& closed, int by) {
+  return {closed.left - by, closed.top - by, closed.right + by + 1, closed.bottom + by + 1};
+}
+
 PixelRect HandledPart(const Bounds& box, const ViewTransform& transform) {
   if (box.IsEmpty()) return {};
   const PixelRect rect = transform.ToScreen(box.mins, box.maxs);
   const double scale = std::abs(static_cast<double>(transform.scaleu));
-  const int reach = HANDLE_REACH + RoundToInt(MARKER_REACH / scale);
-  return {rect.left - reach, rect.top - reach, rect.right + reach + 1, rect.bottom + reach + 1};
+  return Grown(rect, HANDLE_REACH + RoundToInt(MARKER_REACH / scale));
 }
 
 std::optional<PixelRect> PaintedPart(const MapChange& change, const PaintRules& rules) {

@@ -28,7 +28,7 @@ class FakeViewHost : public ViewHost {
   PixelSize DrawingArea() const override { return area; }
   void Invalidate() override { ++invalidations; }
   void Invalidate(const PixelRect&) override { ++invalidations; }
-  void ScrollPicture(int dx, int dy) override { scrolled.push_back({dx, dy}); }
+  void ScrollPicture(Pixel by, std::span<const PixelRect>) override { scrolled.push_back(by); }
   void SetScrollBars(const ScrollBar& h, const ScrollBar& v) override {
     horizontal = h;
     vertical = v;

@@ -17,6 +17,8 @@ class SoftwareCanvas : public Canvas {
   PixelSize Size() const { return size_; }
   Colour At(int x, int y) const { return pixels_[Index(x, y)]; }
   const std::vector<Colour>& Pixels() const { return pixels_; }
+  // What comes from outside keeps what was there.
+  void Scroll(Pixel by);
 
   void FillRect(const PixelRect& rect, Colour colour) override;
   void Lines(const Pen& pen, std::span<const PixelLine> lines) override;

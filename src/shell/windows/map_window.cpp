@@ -254,11 +254,16 @@ void MapWindow::Invalidate(const PixelRect& part) {
   InvalidateRect(drawing_, &area, FALSE);
 }
 
-void MapWindow::ScrollPicture(int dx, int dy) {
+void MapWindow::ScrollPicture(Pixel by, std::span<const PixelRect> anew) {
   // What still waits to be painted would be painted at its old place.
   if (GetUpdateRect(drawing_, nullptr, FALSE)) return Invalidate();
-  ScrollWindowEx(drawing_, dx, dy, nullptr, nullptr, nullptr, nullptr, SW_INVALIDATE);
+  ScrollWindowEx(drawing_, by.x, by.y, nullptr, nullptr, nullptr, nullptr, SW_INVALIDATE);
   UpdateWindow(drawing_);
+  // One after the other: a paint takes the box around all that is invalid.
+  for (const PixelRect& part : anew) {
+    Invalidate(part);
+    UpdateWindow(drawing_);
+  }
 }
 
 void MapWindow::SetScrollBars(const ScrollBar& horizontal, const ScrollBar& vertical) {

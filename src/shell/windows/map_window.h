@@ -61,7 +61,7 @@ class MapWindow : public ChildWindow, public ViewHost {
   PixelSize DrawingArea() const override;
   void Invalidate() override;
   void Invalidate(const PixelRect& part) override;
-  void ScrollPicture(int dx, int dy) override;
+  void ScrollPicture(Pixel by, std::span<const PixelRect> anew) override;
   void SetScrollBars(const ScrollBar& horizontal, const ScrollBar& vertical) override;
   void SetText(ViewText which, const std::string& text) override;
   bool StatusBarShown() const override { return controlsShown_; }
