@@ -86,9 +86,7 @@ void MapView::OnChange(const MapChange& change) {
   if (change.everything) return Refresh();
   if (hasGrown) UpdateScrollBars();
   if (mapmode == MapMode::Heights && Heights() != std::pair(heightlo, heighthi)) return Repaint();
-  const PaintRules rules{transform, DrawFlags(),
-                         [this](std::string_view text) { return host_.MeasureLabel(text); }};
-  const std::optional<PixelRect> part = PaintedPart(change, rules);
+  const std::optional<PixelRect> part = PaintedPart(change, {transform, DrawFlags()});
   if (!part) {
     Repaint();
   } else if (!part->Empty()) {

@@ -13,8 +13,6 @@ namespace ferrowand {
 namespace {
 
 constexpr int MAJOR_EVERY = 8;
-// Lines closer together would tint the background instead of measuring anything.
-constexpr double MIN_LINE_DISTANCE = 4;  // pixels
 
 constexpr DrawPens ON_BLACK{
     .background = {0, 0, 0},
@@ -44,7 +42,7 @@ constexpr DrawPens ON_WHITE{
     .targetHead = {{0, 56, 120}},
 };
 
-// The coordinates of grid lines among the pixels first .. last, major ones apart.
+// The pixels of grid lines, each once, major ones apart.
 struct GridLines {
   std::vector<int> minor, major;
 };
@@ -53,16 +51,15 @@ template <typename ToScreen>
 GridLines LinesOf(int worldA, int worldB, std::uint8_t exponent, float scale,
                   const ToScreen& toScreen) {
   const int spacing = 1 << exponent;
-  const double distance = spacing / std::abs(static_cast<double>(scale));
-  GridLines lines;
-  if (distance * MAJOR_EVERY < MIN_LINE_DISTANCE) return lines;
-  const int step = distance < MIN_LINE_DISTANCE ? spacing * MAJOR_EVERY : spacing;
   const auto [low, high] = std::minmax({worldA, worldB});
-  // Down to a multiple, below 0 too. One step to either side: a line's pixel may belong to the part
-  // although its coordinate does not.
-  for (int world = (low & ~(step - 1)) - step; world <= high + step; world += step) {
-    const bool major = world / spacing % MAJOR_EVERY == 0;
-    (major ? lines.major : lines.minor).push_back(toScreen(world));
+  // Down to a multiple, below 0 too. A step and a pixel to either side: a line's pixel may belong
+  // to the part although its coordinate does not.
+  const int beyond = spacing + RoundToInt(std::abs(scale));
+  GridLines lines;
+  for (int world = (low - beyond) & ~(spacing - 1); world <= high + beyond; world += spacing) {
+    std::vector<int>& pixels = world / spacing % MAJOR_EVERY == 0 ? lines.major : lines.minor;
+    const int pixel = toScreen(world);
+    if (pixels.empty() || pixels.back() != pixel) pixels.push_back(pixel);
   }
   return lines;
 }

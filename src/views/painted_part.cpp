@@ -31,8 +31,10 @@ class PartWalk {
     if (e.getClass()->Kind() == EntityKind::TemplateInstance && (rules_.flags & BEYOND_BOUNDS)) {
       return false;  // all that its template holds may reach beyond
     }
-    if (e.HasOrigin()) AddBeyond(e);
-    return true;
+    if (!e.HasOrigin()) return true;
+    if (rules_.flags & DRAW_LIGHT_RADIUS) Add(part_, LightPlace(e, rules_.transform));
+    // Which names are drawn hangs together.
+    return !(rules_.flags & DRAW_CLASSNAMES) || !e.GetKey("classname");
   }
   const PixelRect& Part() const { return part_; }
 
@@ -48,13 +50,6 @@ class PartWalk {
   // A link is drawn from and to wherever its other end is, a template wherever its instances are.
   static bool IsLocal(const entity& e) {
     return !IsLinked(e) && e.getClass()->Kind() != EntityKind::TemplateClass;
-  }
-
-  void AddBeyond(const entity& e) {
-    const Pixel origin = rules_.transform.ToScreen(e.Origin());
-    const char* name = rules_.flags & DRAW_CLASSNAMES ? e.GetKey("classname") : nullptr;
-    if (name) Add(part_, ClassnamePlace(origin, rules_.measureLabel(name)));
-    if (rules_.flags & DRAW_LIGHT_RADIUS) Add(part_, LightPlace(e, rules_.transform));
   }
 
   const PaintRules& rules_;

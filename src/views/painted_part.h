@@ -2,9 +2,7 @@
 // what the view draws beyond the bounds of objects.
 #pragma once
 
-#include <functional>
 #include <optional>
-#include <string_view>
 
 #include "document/announcement.h"
 #include "platform/pixel.h"
@@ -20,7 +18,6 @@ inline constexpr float MARKER_REACH = 18;
 struct PaintRules {
   const ViewTransform& transform;
   unsigned flags = 0;  // DRAW_ bits of the view
-  std::function<PixelSize(std::string_view)> measureLabel;
 };
 
 // In pixels of the view. Empty when nothing of the change can be seen; nothing when all of the view

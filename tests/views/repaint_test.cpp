@@ -105,7 +105,7 @@ TEST(RepaintTest, EveryViewShowsWhatAFreshPaintWouldAfterAnything) {
   std::size_t parts = 0, changes = 0;
   for (unsigned round = 0; round < 24; ++round) {
     Scene scene;
-    scene.options.entityNames = round % 4 != 0;
+    scene.options.entityNames = round % 3 == 1;
     scene.options.forceEntityLinks = round % 3 == 0;
     if (round % 2) scene.tools.Use(scene.tools.brushSelector);
     for (const auto& view : scene.views) view->SetMapMode(MODES[round % 4]);
@@ -141,8 +141,11 @@ TEST(RepaintTest, AScrolledPictureIsAFreshPaintAtEveryOriginZoomAndStep) {
       return least + static_cast<int>(random() % static_cast<unsigned>(most - least + 1));
     };
     Scene scene;
-    scene.options.entityNames = round % 5 == 1;
-    scene.options.forceEntityLinks = round % 7 == 2;
+    scene.options.entityNames = round % 3 == 1;
+    scene.options.forceEntityLinks = round % 4 == 2;
+    for (const char* at : {"-80 -40 8", "-40 0 -64", "0 -160 0", "64 -80 -32"}) {
+      scene.Point("with_a_name_that_reaches_far", at);
+    }
     const auto& objects = LayersOf(scene.map).front()->getEntityList();
     for (std::size_t i = 0; scene.options.forceEntityLinks && i < objects.size(); ++i) {
       objects[i]->SetKey(i % 3 ? "targetname" : "target", "t");
@@ -161,7 +164,7 @@ TEST(RepaintTest, AScrolledPictureIsAFreshPaintAtEveryOriginZoomAndStep) {
       // The first column and row among the objects, more often than not halfway to their edges.
       const int half = static_cast<int>(view.transform.scaleu / 2);
       view.transform.originu = static_cast<std::int16_t>(pick(-28, 25) * 8 + half + pick(0, 3) / 3);
-      view.transform.originv = static_cast<std::int16_t>(pick(-20, 20) * 8 + half + pick(0, 3) / 3);
+      view.transform.originv = static_cast<std::int16_t>(pick(-20, 40) * 8 + half + pick(0, 3) / 3);
       view.Refresh();
       for (int step = 0; step < 12; ++step) {
         scene.windows[i]->painted = 0;
