@@ -80,6 +80,7 @@ const Setting SETTINGS[] = {
     {"Undo Memory", &Options::undoMegabytes},
     {"Backups", &Options::backups},
     {"Autosave Minutes", &Options::autosaveMinutes},
+    {"Pale Others", &Options::paleOthers},
 };
 
 constexpr std::array<std::uint8_t, Options::NUMKEYACTIONS> DEFAULTKEYS = {

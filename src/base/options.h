@@ -70,6 +70,7 @@ struct Options {
   std::uint8_t rotationStep = 15;     // of turns with the mouse, degrees, 1 .. MAXROTATIONSTEP
   std::uint8_t backups = 3;           // earlier versions that a save keeps beside the file
   std::uint16_t autosaveMinutes = 5;  // between two times that unsaved work is kept; 0: never
+  std::uint8_t paleOthers = 0;        // while something is selected, all else is drawn paler
   std::array<std::array<std::uint8_t, 2>, NUMKEYACTIONS> keys;  // virtual-key codes
 
   Options();

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cmath>
+#include <utility>
 
 #include "base/report.h"
 #include "document/picking.h"
@@ -53,6 +54,7 @@ MapView::MapView(Map& map_, ViewHost& host, ViewList& list, const Options& optio
       list_(list),
       options_(options),
       tool_(tool) {
+  wasPale_ = IsPale();
   ReachTo(map.GetBounds());
   list_.Add(*this);
   map.AddObserver(*this);
@@ -82,9 +84,12 @@ void MapView::ShowCaption() {
 
 void MapView::OnChange(const MapChange& change) {
   ShowCaption();
+  const bool pale = IsPale();
+  const bool palesAnew = pale != std::exchange(wasPale_, pale);
   const bool hasGrown = ReachTo(change.everything ? map.GetBounds() : change.box);
   if (change.everything) return Refresh();
   if (hasGrown) UpdateScrollBars();
+  if (palesAnew) return Repaint();
   if (mapmode == MapMode::Heights && Heights() != std::pair(heightlo, heighthi)) return Repaint();
   const std::optional<PixelRect> part = PaintedPart(change, {transform, DrawFlags()});
   if (!part) {

@@ -55,7 +55,7 @@ class ViewHost {
   virtual void SetText(ViewText which, const std::string& text) = 0;
   virtual bool StatusBarShown() const = 0;
   virtual void SetCaption(const std::string& caption) = 0;
-  // Of the font of names.
+  // In the font of names.
   virtual PixelSize MeasureLabel(std::string_view text) = 0;
   // The main frame's window and the place of the cursor, both in pixels of the drawing area.
   virtual PixelRect Frame() const = 0;
@@ -108,6 +108,7 @@ class MapView : public MapObserver {
   void Repaint() { host_.Invalidate(); }
   void Repaint(const PixelRect& part) { host_.Invalidate(part); }
   PixelSize DrawingArea() const { return host_.DrawingArea(); }
+  PixelSize MeasureLabel(std::string_view text) const { return host_.MeasureLabel(text); }
   // For drawing parts of the map as this view does.
   DrawContext Context(Canvas& canvas, const PixelRect& visible) const;
 
@@ -191,6 +192,8 @@ class MapView : public MapObserver {
   void DrawAxes(Canvas& canvas, const PixelRect& update) const;
   // The ends of the shaded depth: of the selection, or of the whole map.
   std::pair<int, int> Heights() const;
+  // Whether all but the selection is drawn paler.
+  bool IsPale() const;
   void ShowCaption();
   unsigned DrawFlags() const;
 
@@ -201,7 +204,8 @@ class MapView : public MapObserver {
   std::string caption_;          // as the window was told last
   std::optional<Pixel> cursor_;  // while it is over the drawing area
   int worldLimit_ = WORLD_LIMIT;
-  int zoomPresses_ = 0;  // buttons whose press was a zoom: their releases are swallowed
+  bool wasPale_ = false;  // at the map's last announcement
+  int zoomPresses_ = 0;   // buttons whose press was a zoom: their releases are swallowed
 };
 
 // Round half up to a multiple of 2^exponent; below 0 too, so that steps are equally long.

@@ -7,12 +7,15 @@
 #include "document/picking.h"
 #include "views/entity_drawing.h"
 #include "views/map_view.h"
+#include "views/pale_canvas.h"
 #include "views/tool.h"
 
 namespace ferrowand {
 namespace {
 
 constexpr int MAJOR_EVERY = 8;
+// Of all that is selected, on either background: far from every other pen, brush and class.
+constexpr Pen SELECTION{{255, 0, 255}, 2};
 
 constexpr DrawPens ON_BLACK{
     .background = {0, 0, 0},
@@ -20,8 +23,8 @@ constexpr DrawPens ON_BLACK{
     .majorGrid = {{0x80, 0x80, 0x80}},
     .foreground = {{255, 255, 255}},
     .entity = {{255, 160, 32}},
-    .brushOutline = {{255, 255, 0}},
-    .boxOutline = {{255, 255, 160}},
+    .brushOutline = SELECTION,
+    .boxOutline = SELECTION,
     .centreDot = {{0, 224, 224}},
     .light = {{255, 255, 128}},
     .targetLine = {{0, 176, 255}},
@@ -34,8 +37,8 @@ constexpr DrawPens ON_WHITE{
     .majorGrid = {{0xAA, 0xAA, 0xAA}},
     .foreground = {{0, 0, 0}},
     .entity = {{224, 104, 0}},
-    .brushOutline = {{255, 0, 255}},
-    .boxOutline = {{200, 0, 160}},
+    .brushOutline = SELECTION,
+    .boxOutline = SELECTION,
     .centreDot = {{0, 96, 96}},
     .light = {{192, 144, 0}},
     .targetLine = {{0, 104, 192}},
@@ -101,13 +104,18 @@ void MapView::Paint(Canvas& canvas, const PixelRect& update) {
   }
   if (mapmode == MapMode::Heights) std::tie(heightlo, heighthi) = Heights();
 
-  DrawContext context = Context(canvas, update);
+  PaleCanvas pale(canvas, Pens().background);
+  DrawContext context = Context(IsPale() ? static_cast<Canvas&>(pale) : canvas, update);
   DrawTree(map, context);
 
   if (tool_) {
     tool_->DrawOverlay(*this, canvas);
     tool_->DrawOverlayForOther(*this, canvas);
   }
+}
+
+bool MapView::IsPale() const {
+  return options_.paleOthers != 0 && !map.selection.empty();
 }
 
 DrawContext MapView::Context(Canvas& canvas, const PixelRect& visible) const {

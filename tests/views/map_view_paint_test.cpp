@@ -189,6 +189,47 @@ TEST_F(MapViewPaintTest, TheColourOfATextureIsFoundOnceAndNeverThatOfTheBackgrou
   EXPECT_EQ(Record().LinesIn({{247, 247, 247}, 2}).size(), 4u) << "on black";
 }
 
+TEST_F(MapViewPaintTest, NothingElseIsDrawnInAColourLikeThatOfTheSelection) {
+  small.data.searchPath.Add(FERROWAND_DATA);
+  small.data.classes.LoadDefault("ents.qc");
+  for (const bool black : {false, true}) {
+    const DrawPens& pens = PensFor(black);
+    std::vector<Colour> others{pens.background, {224, 0, 0}};  // a corner that is picked
+    for (const Pen& pen : {pens.minorGrid, pens.majorGrid, pens.foreground, pens.entity,
+                           pens.centreDot, pens.light, pens.targetLine, pens.targetHead}) {
+      others.push_back(pen.colour);
+    }
+    for (int i = 0; i < 200; ++i) others.push_back(small.data.classes.NextOutlineColour());
+    for (const auto& known : small.data.classes.Default().Classes()) {
+      others.push_back(known->ClassColour());
+    }
+    for (const Pen& selected : {pens.brushOutline, pens.boxOutline}) {
+      EXPECT_EQ(selected.width, 2);
+      for (const Colour& other : others) {
+        const Colour& own = selected.colour;
+        EXPECT_GT(std::max({std::abs(own.red - other.red), std::abs(own.green - other.green),
+                            std::abs(own.blue - other.blue)}),
+                  64)
+            << int{other.red} << ' ' << int{other.green} << ' ' << int{other.blue};
+      }
+    }
+  }
+}
+
+TEST_F(MapViewPaintTest, AllButTheSelectionIsPaleWhileThatIsWanted) {
+  entity& cube = small.AddCuboid({0, 0, 0}, {64, 64, 64});
+  const Colour own = cube.brush.Outline();
+  const auto paled = [](int part) { return static_cast<std::uint8_t>((part + 2 * 255) / 3); };
+  const Pen pale{{paled(own.red), paled(own.green), paled(own.blue)}};
+  options.paleOthers = 1;
+  EXPECT_EQ(Record().LinesIn({own}).size(), 4u) << "nothing is selected";
+  small.map.selection.Set({&cube});
+  EXPECT_EQ(Record().LinesIn(pale).size(), 4u);
+  EXPECT_FALSE(Record().LinesIn(MINOR).empty());
+  options.paleOthers = 0;
+  EXPECT_EQ(Record().LinesIn({own}).size(), 4u);
+}
+
 TEST_F(MapViewPaintTest, APaintOfAPartIsThatPartOfThePaintOfAll) {
   Furnish();
   tool = &band;

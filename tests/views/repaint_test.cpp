@@ -105,8 +105,9 @@ TEST(RepaintTest, EveryViewShowsWhatAFreshPaintWouldAfterAnything) {
   std::size_t parts = 0, changes = 0;
   for (unsigned round = 0; round < 24; ++round) {
     Scene scene;
-    scene.options.entityNames = round % 3 == 1;
+    scene.options.entityNames = round % 4 == 1;
     scene.options.forceEntityLinks = round % 3 == 0;
+    scene.options.paleOthers = round % 12 == 5;
     if (round % 2) scene.tools.Use(scene.tools.brushSelector);
     for (const auto& view : scene.views) view->SetMapMode(MODES[round % 4]);
     scene.map.AnnounceEverything();

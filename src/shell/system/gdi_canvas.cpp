@@ -173,10 +173,25 @@ PixelSize GdiCanvas::MeasureText(FontFace font, std::string_view text) {
 }
 
 void GdiCanvas::Text(FontFace font, Colour colour, Pixel topLeft, std::string_view text) {
+  const POINT at = ToPoint(topLeft);
+  if (xor_) return InvertText(font, at, text);
   SelectObject(dc_, objects_.Get(font));
   SetTextColor(dc_, ToColorRef(colour));
-  const POINT at = ToPoint(topLeft);
   TextOutA(dc_, at.x, at.y, text.data(), static_cast<int>(text.size()));
+}
+
+// The system inverts no letters: white ones on a black bitmap do it.
+void GdiCanvas::InvertText(FontFace font, POINT at, std::string_view text) {
+  const auto [width, height] = MeasureText(font, text);
+  const OwnedBitmap bitmap(CreateCompatibleBitmap(dc_, width, height));
+  const OwnedDc letters(CreateCompatibleDC(dc_));  // goes before the bitmap, which it holds
+  SelectObject(letters.get(), bitmap.get());
+  PatBlt(letters.get(), 0, 0, width, height, BLACKNESS);
+  SelectObject(letters.get(), objects_.Get(font));
+  SetBkMode(letters.get(), TRANSPARENT);
+  SetTextColor(letters.get(), RGB(255, 255, 255));
+  TextOutA(letters.get(), 0, 0, text.data(), static_cast<int>(text.size()));
+  BitBlt(dc_, at.x, at.y, width, height, letters.get(), 0, 0, SRCINVERT);
 }
 
 void GdiCanvas::SetXor(bool on) {

@@ -68,6 +68,7 @@ class GdiCanvas : public Canvas {
  private:
   void Select(const Pen& pen);
   void SelectFill(std::optional<Colour> fill);
+  void InvertText(FontFace font, POINT at, std::string_view text);
 
   HDC dc_;
   GdiObjects& objects_;

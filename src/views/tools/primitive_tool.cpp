@@ -86,7 +86,9 @@ Bounds PrimitiveTool::BoxTo(const MapView& view, Pixel at) const {
 void PrimitiveTool::Drag(MapView& view, Pixel at) {
   const Bounds box = BoxTo(view, at);
   const Vec3 size = box.maxs - box.mins;
-  Show(view, {RectangleShape(view.transform.ToScreen(box.mins, box.maxs))},
+  Show(view,
+       {RectangleShape(view.transform.ToScreen(box.mins, box.maxs)),
+        SizeBeside(ViewBoxOf(box, view), view)},
        Format("%s: %ix%i", NameOf(kind_), RoundToInt(size[view.transform.orienu]),
               RoundToInt(size[view.transform.orienv])));
 }

@@ -29,6 +29,8 @@ ViewBox ViewBoxOf(const Bounds& box, const MapView& view);
 Vec3 ToWorld(const ViewPoint& by, const MapView& view);
 Pixel ToPixel(const ViewPoint& point, const MapView& view);
 PreviewShape ShapeOf(const ViewQuad& quad, const MapView& view);
+// How large a box is, in world units: to its right, or where the view has room.
+PreviewShape SizeBeside(const ViewBox& box, const MapView& view);
 
 class ToolBase : public Tool {
  public:
