@@ -48,6 +48,8 @@ class Canvas {
   // While set, lines and texts are drawn by inverting, so that drawing them twice leaves no trace.
   virtual void SetXor(bool on) = 0;
   virtual void SetClip(const PixelRect& rect) = 0;
+  // What may be drawn on at all.
+  virtual PixelRect ClipBox() const = 0;
 };
 
 }  // namespace ferrowand

@@ -54,6 +54,8 @@ MapView::MapView(Map& map_, ViewHost& host, ViewList& list, const Options& optio
       list_(list),
       options_(options),
       tool_(tool) {
+  for (const MapView* sister : list_.ViewsOf(map)) lastSelected_ = sister->lastSelected_;
+  RememberSelected();
   wasPale_ = IsPale();
   ReachTo(map.GetBounds());
   list_.Add(*this);
@@ -82,8 +84,15 @@ void MapView::ShowCaption() {
   host_.SetCaption(caption_);
 }
 
+void MapView::RememberSelected() {
+  const Bounds selected = SelectionBounds(map);
+  if (!selected.IsEmpty()) lastSelected_ = selected;
+}
+
 void MapView::OnChange(const MapChange& change) {
   ShowCaption();
+  RememberSelected();
+  if (change.selection && tool_) tool_->SelectionChanged(map);
   const bool pale = IsPale();
   const bool palesAnew = pale != std::exchange(wasPale_, pale);
   const bool hasGrown = ReachTo(change.everything ? map.GetBounds() : change.box);

@@ -195,6 +195,7 @@ void MapView::ScrollPages(bool vertical, int pages) {
 
 void MapView::Pan(Pixel cursor) {
   if (panx == NO_PAN && pany == NO_PAN) {
+    host_.CaptureMouse(true);
     panx = cursor.x;
     pany = cursor.y;
   } else {
@@ -203,6 +204,12 @@ void MapView::Pan(Pixel cursor) {
     ScrollBy(-u, -v);
   }
   WrapCursor(cursor);
+}
+
+void MapView::EndPan() {
+  if (panx == NO_PAN && pany == NO_PAN) return;
+  panx = pany = NO_PAN;
+  host_.CaptureMouse(false);
 }
 
 void MapView::WrapCursor(Pixel cursor) {

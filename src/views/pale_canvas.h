@@ -35,6 +35,7 @@ class PaleCanvas : public Canvas {
   }
   void SetXor(bool on) override { canvas_.SetXor(on); }
   void SetClip(const PixelRect& rect) override { canvas_.SetClip(rect); }
+  PixelRect ClipBox() const override { return canvas_.ClipBox(); }
 
  private:
   static constexpr int SHARE = 3;  // one part in so many is left of a colour

@@ -23,6 +23,7 @@ class FakeViewHost : public ViewHost {
   std::map<ViewText, std::string> texts;
   std::string caption;
   std::vector<Pixel> cursors;
+  bool captured = false;
   PixelRect place;
 
   PixelSize DrawingArea() const override { return area; }
@@ -41,6 +42,7 @@ class FakeViewHost : public ViewHost {
     return SoftwareCanvas({1, 1}).MeasureText(FontFace::Label, text);
   }
   void MoveCursor(Pixel to) override { cursors.push_back(to); }
+  void CaptureMouse(bool on) override { captured = on; }
   void MoveWindow(const PixelRect& to) override { place = to; }
 };
 

@@ -30,6 +30,7 @@ class SoftwareCanvas : public Canvas {
   void Text(FontFace font, Colour colour, Pixel topLeft, std::string_view text) override;
   void SetXor(bool on) override { xor_ = on; }
   void SetClip(const PixelRect& rect) override;
+  PixelRect ClipBox() const override { return clip_; }
 
  private:
   // Columns first .. last, both inside; empty when first > last.

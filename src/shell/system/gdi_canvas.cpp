@@ -204,4 +204,10 @@ void GdiCanvas::SetClip(const PixelRect& rect) {
   IntersectClipRect(dc_, rect.left, rect.top, rect.right, rect.bottom);
 }
 
+PixelRect GdiCanvas::ClipBox() const {
+  RECT box{};
+  GetClipBox(dc_, &box);
+  return {box.left, box.top, box.right, box.bottom};
+}
+
 }  // namespace ferrowand

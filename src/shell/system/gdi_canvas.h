@@ -64,6 +64,7 @@ class GdiCanvas : public Canvas {
   void Text(FontFace font, Colour colour, Pixel topLeft, std::string_view text) override;
   void SetXor(bool on) override;
   void SetClip(const PixelRect& rect) override;
+  PixelRect ClipBox() const override;
 
  private:
   void Select(const Pen& pen);

@@ -339,6 +339,15 @@ PixelRect MapWindow::Frame() const {
   return {place.left, place.top, place.right, place.bottom};
 }
 
+void MapWindow::CaptureMouse(bool on) {
+  if (context_.tools.Current()->IsDragging()) return;
+  if (on) {
+    SetCapture(drawing_);
+  } else if (GetCapture() == drawing_) {
+    ReleaseCapture();
+  }
+}
+
 void MapWindow::MoveCursor(Pixel to) {
   POINT at{to.x, to.y};
   ClientToScreen(drawing_, &at);

@@ -69,6 +69,7 @@ class MapWindow : public ChildWindow, public ViewHost {
   PixelSize MeasureLabel(std::string_view text) override;
   PixelRect Frame() const override;
   void MoveCursor(Pixel to) override;
+  void CaptureMouse(bool on) override;
   void MoveWindow(const PixelRect& to) override { MoveTo(to); }
 
  private:

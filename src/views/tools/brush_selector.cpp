@@ -119,10 +119,9 @@ ToolCursor BrushSelector::CursorAt(const MapView& view, Pixel at) const {
   return ToolCursor::Arrow;
 }
 
-void BrushSelector::Select(MapView& view, entity* object, bool add) {
+void BrushSelector::StartOver(const Map& map) {
   selectedByPress_ = true;
-  SetMode(view.map, HandleMode::Scale);
-  Selector::Select(view, object, add);
+  SetMode(map, HandleMode::Scale);
 }
 
 bool BrushSelector::IsForSelection(const MapView& view, Pixel at) const {
@@ -148,8 +147,7 @@ void BrushSelector::DrawOverlay(MapView& view, Canvas& canvas) {
   DrawSelection(view, canvas);
   const Bounds bounds = SelectionBounds(view.map);
   if (!bounds.IsEmpty()) {
-    const PixelSize area = view.DrawingArea();
-    const DrawContext context = view.Context(canvas, {0, 0, area.width, area.height});
+    const DrawContext context = view.Context(canvas, canvas.ClipBox());
     DrawHandles(bounds, view.transform, mode_, context.pens.foreground, canvas);
   }
   preview_.Draw(view, canvas);

@@ -128,8 +128,9 @@ void ToolBase::MouseMove(MapView& view, Pixel at, int buttons) {
     return;
   }
   FollowView(view);
-  moved_ = moved_ || std::abs(at.x - pressPixel_.x) >= DRAG_THRESHOLD ||
-           std::abs(at.y - pressPixel_.y) >= DRAG_THRESHOLD;
+  const PixelSize still = Host().DragThreshold();
+  moved_ = moved_ || std::abs(at.x - pressPixel_.x) > still.width ||
+           std::abs(at.y - pressPixel_.y) > still.height;
   if (moved_) Drag(view, at);
 }
 
@@ -166,6 +167,10 @@ void ToolBase::DrawOverlay(MapView& view, Canvas& canvas) {
   preview_.Draw(view, canvas);
 }
 
+void ToolBase::SelectionChanged(const Map& map) {
+  tools_.SelectionChanged(map);
+}
+
 void ToolBase::Show(MapView& view, std::vector<PreviewShape> shapes, const std::string& status) {
   preview_.Show(view, std::move(shapes));
   view.SetStatus(status);
@@ -187,8 +192,7 @@ HitQuery ToolBase::QueryAt(const MapView& view, Pixel at, PickLevel level) const
 }
 
 void ToolBase::DrawSelection(MapView& view, Canvas& canvas) const {
-  const PixelSize area = view.DrawingArea();
-  DrawContext context = view.Context(canvas, {0, 0, area.width, area.height});
+  DrawContext context = view.Context(canvas, canvas.ClipBox());
   for (const entity* selected : view.map.selection) DrawOutline(*selected, context);
 }
 

@@ -20,8 +20,6 @@ class MapView;
 class ToolSet;
 
 inline constexpr int NO_PRESS = -32767;
-// Pixels on either axis by which the cursor must leave the press before that becomes a drag.
-inline constexpr int DRAG_THRESHOLD = 2;
 
 ViewInts WorldAt(const MapView& view, Pixel at);
 ViewBox ViewBoxOf(const Bounds& box, const MapView& view);
@@ -44,6 +42,8 @@ class ToolBase : public Tool {
   bool Key(MapView& view, char c) override;
   void Group(MapView& view) override;
   void DrawOverlay(MapView& view, Canvas& canvas) override;
+  // All tools of the set hear of it.
+  void SelectionChanged(const Map& map) override;
   bool IsDragging() const override { return press_[0] != NO_PRESS; }
   bool HasPreview() const override { return preview_.IsShown(); }
   void Cancel() override;

@@ -101,6 +101,24 @@ TEST_F(OverlayTest, APreviewIsDrawnInSquaresAndDashesWhereItsPointsAre) {
   EXPECT_NEAR(covered, 40, 4);
 }
 
+TEST_F(OverlayTest, AStripCostsWhatOfTheSelectionIsSeenInIt) {
+  for (int i = 0; i < 50; ++i) {
+    const auto x = static_cast<float>(i * 32 - 780);
+    map.selection.Add(small.AddCuboid({x, 0, 0}, {x + 16, 64, 64}));
+  }
+  for (Tool* tool : {static_cast<Tool*>(&tools.entitySelector),
+                     static_cast<Tool*>(&tools.brushTool), static_cast<Tool*>(&tools.vertexTool)}) {
+    tools.Use(*tool);
+    CanvasRecorder whole, strip;
+    tool->DrawOverlay(view, whole);
+    strip.SetClip({200, 0, 201, 300});
+    tool->DrawOverlay(view, strip);
+    EXPECT_GE(whole.calls.size(), 50u) << tool->Name();
+    EXPECT_LE(strip.calls.size(), 20u) << tool->Name();
+    EXPECT_GE(strip.calls.size(), 2u) << tool->Name();
+  }
+}
+
 TEST_F(OverlayTest, TheSizeOfWhatIsDraggedStandsBesideItsBox) {
   entity& cube = small.AddCuboid({0, 0, 0}, {64, 128, 32});
   const auto words = [&] {
