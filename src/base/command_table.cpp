@@ -64,6 +64,9 @@ bool Templates(const CommandFacts& facts) {
 bool PointEntities(const CommandFacts& facts) {
   return facts.options->renderPointEntities != 0;
 }
+bool Pale(const CommandFacts& facts) {
+  return facts.options->paleOthers != 0;
+}
 bool LocksTextures(const CommandFacts& facts) {
   return facts.options->textureLock != 0;
 }
@@ -163,6 +166,7 @@ constexpr CommandRow MAINMENU[] = {
     {Command::CentreAndZoom, "View", "Ce&nter and zoom", "Q", HasSelection},
     {Command::ZoomToFit, "View", "Zoom to &fit", "", HasMap},
     {Command::CameraToStart, "View", "3D &camera to start", "", HasMap},
+    {Command::PaleOthers, "View", "&Pale all but the selection", "", Always, Pale},
     {Command::HeadLamp, "Lighting", "D3D head &lamp", "", HasMap},
     {Command::LightingPreview, "Lighting", "D3D lighting &preview", "", HasMap},
     {Command::QuakeLightingOn, "Lighting", "&Quake lighting on", "", HasMap},

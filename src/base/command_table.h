@@ -98,6 +98,7 @@ enum class Command : std::uint16_t {
   CentreAndZoom = 51766,
   ZoomToFit = 51748,
   CameraToStart = 51749,
+  PaleOthers = 2350,
 
   HeadLamp = 51750,
   LightingPreview = 51760,

@@ -153,6 +153,10 @@ void WindowToolHost::OnCaptureLost(HWND drawing) {
   context_.tools.Current()->Cancel();
 }
 
+PixelSize WindowToolHost::DragThreshold() const {
+  return {GetSystemMetrics(SM_CXDRAG), GetSystemMetrics(SM_CYDRAG)};
+}
+
 void WindowToolHost::SetCursor(MapView&, ToolCursor cursor) {
   if (cursor == cursor_) return;
   cursor_ = cursor;
