@@ -64,6 +64,9 @@ bool Templates(const CommandFacts& facts) {
 bool PointEntities(const CommandFacts& facts) {
   return facts.options->renderPointEntities != 0;
 }
+bool Pale(const CommandFacts& facts) {
+  return facts.options->paleOthers != 0;
+}
 bool LocksTextures(const CommandFacts& facts) {
   return facts.options->textureLock != 0;
 }
@@ -164,6 +167,7 @@ constexpr CommandRow MAINMENU[] = {
     {Command::CentreAndZoom, "View", "Ce&nter and zoom", "Q", HasSelection},
     {Command::ZoomToFit, "View", "Zoom to &fit", "", HasMap},
     {Command::CameraToStart, "View", "3D &camera to start", "", HasMap},
+    {Command::PaleOthers, "View", "&Pale all but the selection", "", Always, Pale},
     {Command::HeadLamp, "Lighting", "D3D head &lamp", "", HasMap},
     {Command::LightingPreview, "Lighting", "D3D lighting &preview", "", HasMap},
     {Command::QuakeLightingOn, "Lighting", "&Quake lighting on", "", HasMap},
@@ -188,7 +192,7 @@ constexpr CommandRow MAINMENU[] = {
 constexpr CommandRow OTHERS[] = {
     {Command::ToggleGridAndSnap, "", "", "", HasView},
     {Command::ApplyTexture, "", "", "", HasMap},
-    {Command::FlipX, "", "", "", HasSelection},
+    {Command::FlipX, "", "Flip along X", "", HasSelection},
     {Command::CreateCuboid, "", "", "", HasMap, InUse<Command::CreateCuboid>},
     {Command::CreateWedge, "", "", "", HasMap, InUse<Command::CreateWedge>},
     {Command::CreateColumn, "", "", "", HasMap, InUse<Command::CreateColumn>},
@@ -261,6 +265,14 @@ std::string MenuText(const CommandRow& row) {
   std::string text(row.text);
   if (!row.accelerator.empty()) text.append("\t").append(row.accelerator);
   return text;
+}
+
+std::string NameOf(const CommandRow& row) {
+  std::string name(row.text);
+  if (name.empty()) name = ToolTip(Id(row.command));
+  name.resize(std::min({name.size(), name.find(" ("), name.find("...")}));
+  std::erase(name, '&');
+  return name;
 }
 
 std::string RecentMapText(const Options& options, std::size_t index) {

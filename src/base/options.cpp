@@ -85,6 +85,7 @@ const Setting SETTINGS[] = {
     {"Frame Right", &Options::frameRight},
     {"Frame Bottom", &Options::frameBottom},
     {"Frame Maximised", &Options::frameMaximised},
+    {"Pale Others", &Options::paleOthers},
 };
 
 constexpr std::array<std::uint8_t, Options::NUMKEYACTIONS> DEFAULTKEYS = {

@@ -45,9 +45,11 @@ class Canvas {
   // through.
   virtual void Text(FontFace font, Colour colour, Pixel topLeft, std::string_view text) = 0;
 
-  // While set, every line is drawn by inverting, so that drawing it twice leaves no trace.
+  // While set, lines and texts are drawn by inverting, so that drawing them twice leaves no trace.
   virtual void SetXor(bool on) = 0;
   virtual void SetClip(const PixelRect& rect) = 0;
+  // What may be drawn on at all.
+  virtual PixelRect ClipBox() const = 0;
 };
 
 }  // namespace ferrowand

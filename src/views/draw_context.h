@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/canvas.h"
+#include "views/label_places.h"
 #include "views/view_transform.h"
 
 namespace ferrowand {
@@ -46,6 +47,8 @@ struct DrawScratch {
   const Map* targetMap = nullptr;
   // The entities of that map by targetname, in map order.
   std::unordered_map<std::string_view, std::vector<const entity*>> targets;
+  std::unordered_map<std::string_view, PixelSize> nameSizes;
+  LabelPlaces names;  // of the whole map, seen or not: a part of a picture has the same ones
 };
 
 // One paint. The map must not change while it lives.

@@ -18,12 +18,11 @@ constexpr int DOT_RADIUS = 2;        // pixels
 constexpr float MARKER_SIZE = 8;     // world units, half the back of the triangle
 constexpr float MARKER_LENGTH = 16;  // world units
 constexpr int TEXT_RISE = 8;         // pixels between the origin and the name above it
-constexpr int NAMED_WIDTH = 6;       // pixels of a class box below which names would only pile up
 constexpr int HEAD_LENGTH = 10;      // pixels
 constexpr int HEAD_ANGLE = 15;       // degrees to either side of the line
 constexpr int DEFAULT_LIGHT = 300;   // world units
 constexpr int MAX_LIGHT = 100000;    // world units; a circle beyond is nowhere near any view
-constexpr int MIN_CONTRAST = 40;     // of 255, on any colour, from which an outline is seen
+constexpr int SAME = 8;              // of 255, on every channel: cannot be told from each other
 constexpr double NUDGE = 0.35;       // of the way to the foreground
 
 // Both rectangles with their last column and row inside.
@@ -97,9 +96,9 @@ Colour DepthShade(const entity& e, const DrawContext& context) {
   return {0, 0, static_cast<std::uint8_t>(255 * std::clamp(part, 0.0, 1.0))};
 }
 
-// What can hardly be told from the background moves away from it, towards the foreground.
+// What cannot be told from the background moves away from it, towards the foreground.
 Colour MadeVisible(Colour colour, const DrawPens& pens) {
-  const auto differs = [](int a, int b) { return std::abs(a - b) >= MIN_CONTRAST; };
+  const auto differs = [](int a, int b) { return std::abs(a - b) > SAME; };
   const Colour& back = pens.background;
   if (differs(colour.red, back.red) || differs(colour.green, back.green) ||
       differs(colour.blue, back.blue)) {
@@ -136,11 +135,10 @@ Bounds SizeBox(const entity& e, const EntityClass& entityClass) {
   return box;
 }
 
-bool IsTooSmallForAName(const entity& e, const ViewTransform& transform) {
-  const EntityClass& own = *e.getClass();
-  if (!own.HasSizeBox()) return false;
-  const Bounds box = SizeBox(e, own);
-  return transform.ToScreen(box.mins, box.maxs).Width() < NAMED_WIDTH;
+PixelSize NameSize(std::string_view name, DrawContext& context) {
+  const auto [size, isNew] = context.scratch.nameSizes.try_emplace(name);
+  if (isNew) size->second = context.canvas.MeasureText(FontFace::Label, name);
+  return size->second;
 }
 
 Vec3 FacingVector(int angle) {
@@ -212,14 +210,6 @@ void DrawLightRadius(const entity& e, DrawContext& context) {
              PenFor(context.pens.light, context), context);
 }
 
-// Where arrows start and end: nothing for an entity that is nowhere.
-std::optional<Pixel> ArrowPoint(const entity& e, const ViewTransform& transform) {
-  if (e.HasOrigin()) return transform.ToScreen(e.Origin());
-  const Bounds box = e.GetBounds();
-  if (box.IsEmpty()) return std::nullopt;
-  return transform.ToScreen(Centre(box));
-}
-
 // Of the line back from the target to the source, on the screen.
 int ArrowAngle(int dx, int dy) {
   if (dx == 0) return dy < 0 ? 270 : 90;
@@ -261,15 +251,17 @@ const std::vector<const entity*>& TargetsNamed(std::string_view name, const Map&
 
 }  // namespace
 
-PixelRect ClassnamePlace(Pixel origin, PixelSize text) {
-  const Pixel topLeft{origin.x - text.width / 2, origin.y - TEXT_RISE - text.height};
-  return {topLeft.x, topLeft.y, topLeft.x + text.width, topLeft.y + text.height};
-}
-
 PixelRect LightPlace(const entity& e, const ViewTransform& transform) {
   const int radius = LightRadius(e, transform);
   return radius == 0 ? PixelRect{}
                      : WithLastPixels(Around(transform.ToScreen(e.Origin()), radius + 1));
+}
+
+std::optional<Vec3> ArrowPoint(const entity& e) {
+  if (e.HasOrigin()) return e.Origin();
+  const Bounds box = e.GetBounds();
+  if (box.IsEmpty()) return std::nullopt;
+  return Centre(box);
 }
 
 const Pen& PenFor(const Pen& pen, const DrawContext& context) {
@@ -321,12 +313,14 @@ void DrawPointPart(const entity& e, const EntityClass& look, DrawContext& contex
 void DrawClassname(const entity& e, DrawContext& context) {
   if (!(context.flags & DRAW_CLASSNAMES)) return;
   const char* name = e.GetKey("classname");
-  if (name == nullptr || IsTooSmallForAName(e, context.transform)) return;
+  if (name == nullptr) return;
+  const PixelSize size = NameSize(name, context);
   const Pixel origin = context.transform.ToScreen(e.Origin());
-  const PixelRect place = ClassnamePlace(origin, context.canvas.MeasureText(FontFace::Label, name));
-  if (!Touches(place, context.visible, 0)) return;
+  const Pixel topLeft{origin.x - size.width / 2, origin.y - TEXT_RISE - size.height};
+  const PixelRect place{topLeft.x, topLeft.y, topLeft.x + size.width, topLeft.y + size.height};
+  if (!context.scratch.names.Take(place) || !Touches(place, context.visible, 0)) return;
   const Colour colour = context.flags & DRAW_WHITE_TEXT ? Colour{255, 255, 255} : Colour{0, 0, 0};
-  context.canvas.Text(FontFace::Label, colour, {place.left, place.top}, name);
+  context.canvas.Text(FontFace::Label, colour, topLeft, name);
 }
 
 void DrawTargetArrows(const entity& e, DrawContext& context) {
@@ -336,10 +330,13 @@ void DrawTargetArrows(const entity& e, DrawContext& context) {
   if (map == nullptr) return;
   const std::vector<const entity*>& targets = TargetsNamed(target, *map, context.scratch);
   if (targets.empty()) return;
-  const std::optional<Pixel> from = ArrowPoint(e, context.transform);
+  const std::optional<Vec3> from = ArrowPoint(e);
   if (!from) return;
+  const ViewTransform& screen = context.transform;
   for (const entity* other : targets) {
-    if (const auto to = ArrowPoint(*other, context.transform)) DrawArrow(*from, *to, context);
+    if (const auto to = ArrowPoint(*other)) {
+      DrawArrow(screen.ToScreen(*from), screen.ToScreen(*to), context);
+    }
   }
 }
 

@@ -28,14 +28,14 @@ void DrawPointOutline(const entity& e, const EntityClass& look, const Pen& pen,
 // The same in the colour of the class, with what the context wants of name and light radius.
 void DrawPointPart(const entity& e, const EntityClass& look, DrawContext& context);
 
-// The name above the origin, when the context wants names.
+// The name above the origin, when the context wants names and none drawn before is in its place.
 void DrawClassname(const entity& e, DrawContext& context);
 
-// What a name of that size covers above an origin, and what the radius of a light does: nothing of
-// what is no light. Pixels.
-PixelRect ClassnamePlace(Pixel origin, PixelSize text);
+// What the radius of a light covers, in pixels: nothing of what is no light.
 PixelRect LightPlace(const entity& e, const ViewTransform& transform);
 
+// Where arrows start and end: nothing for an entity that is nowhere.
+std::optional<Vec3> ArrowPoint(const entity& e);
 // To every entity of the same map that the entity targets.
 void DrawTargetArrows(const entity& e, DrawContext& context);
 

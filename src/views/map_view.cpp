@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cmath>
+#include <utility>
 
 #include "base/report.h"
 #include "document/picking.h"
@@ -53,6 +54,9 @@ MapView::MapView(Map& map_, ViewHost& host, ViewList& list, const Options& optio
       list_(list),
       options_(options),
       tool_(tool) {
+  for (const MapView* sister : list_.ViewsOf(map)) lastSelected_ = sister->lastSelected_;
+  RememberSelected();
+  wasPale_ = IsPale();
   ReachTo(map.GetBounds());
   list_.Add(*this);
   map.AddObserver(*this);
@@ -80,15 +84,23 @@ void MapView::ShowCaption() {
   host_.SetCaption(caption_);
 }
 
+void MapView::RememberSelected() {
+  const Bounds selected = SelectionBounds(map);
+  if (!selected.IsEmpty()) lastSelected_ = selected;
+}
+
 void MapView::OnChange(const MapChange& change) {
   ShowCaption();
+  RememberSelected();
+  if (change.selection && tool_) tool_->SelectionChanged(map);
+  const bool pale = IsPale();
+  const bool palesAnew = pale != std::exchange(wasPale_, pale);
   const bool hasGrown = ReachTo(change.everything ? map.GetBounds() : change.box);
   if (change.everything) return Refresh();
   if (hasGrown) UpdateScrollBars();
+  if (palesAnew) return Repaint();
   if (mapmode == MapMode::Heights && Heights() != std::pair(heightlo, heighthi)) return Repaint();
-  const PaintRules rules{transform, DrawFlags(),
-                         [this](std::string_view text) { return host_.MeasureLabel(text); }};
-  const std::optional<PixelRect> part = PaintedPart(change, rules);
+  const std::optional<PixelRect> part = PaintedPart(change, {transform, DrawFlags()});
   if (!part) {
     Repaint();
   } else if (!part->Empty()) {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -48,17 +49,19 @@ class ViewHost {
   // Repaint all, or the part. Nothing is erased first.
   virtual void Invalidate() = 0;
   virtual void Invalidate(const PixelRect& part) = 0;
-  // Moves the picture and repaints what that uncovers.
-  virtual void ScrollPicture(int dx, int dy) = 0;
+  // Moves the picture and repaints what that uncovers, and those parts of what has been moved.
+  virtual void ScrollPicture(Pixel by, std::span<const PixelRect> anew) = 0;
   virtual void SetScrollBars(const ScrollBar& horizontal, const ScrollBar& vertical) = 0;
   virtual void SetText(ViewText which, const std::string& text) = 0;
   virtual bool StatusBarShown() const = 0;
   virtual void SetCaption(const std::string& caption) = 0;
-  // Of the font of names.
+  // In the font of names.
   virtual PixelSize MeasureLabel(std::string_view text) = 0;
   // The main frame's window and the place of the cursor, both in pixels of the drawing area.
   virtual PixelRect Frame() const = 0;
   virtual void MoveCursor(Pixel to) = 0;
+  // While captured, the view gets what the mouse does anywhere. A tool that drags keeps the mouse.
+  virtual void CaptureMouse(bool on) = 0;
   // To the rectangle of the frame's client area.
   virtual void MoveWindow(const PixelRect& to) = 0;
 };
@@ -107,6 +110,9 @@ class MapView : public MapObserver {
   void Repaint() { host_.Invalidate(); }
   void Repaint(const PixelRect& part) { host_.Invalidate(part); }
   PixelSize DrawingArea() const { return host_.DrawingArea(); }
+  PixelSize MeasureLabel(std::string_view text) const { return host_.MeasureLabel(text); }
+  // The bounds of what is or was selected last in the map; empty where nothing has been.
+  const Bounds& LastSelected() const { return lastSelected_; }
   // For drawing parts of the map as this view does.
   DrawContext Context(Canvas& canvas, const PixelRect& visible) const;
 
@@ -142,9 +148,10 @@ class MapView : public MapObserver {
   void ScrollToThumb(bool vertical, int position);
   void ScrollLines(bool vertical, int lines);  // 10 pixels each
   void ScrollPages(bool vertical, int pages);  // 100 pixels each
-  // A step of dragging the map. Near the edge of the frame the cursor is sent back to the middle.
+  // A step of dragging the map; the mouse is captured from the first one to the end. Near the edge
+  // of the frame the cursor is sent back to the middle.
   void Pan(Pixel cursor);
-  void EndPan() { panx = pany = NO_PAN; }
+  void EndPan();
   // The drawing area has another size: what is seen stays within the world.
   void OnResize();
 
@@ -190,7 +197,10 @@ class MapView : public MapObserver {
   void DrawAxes(Canvas& canvas, const PixelRect& update) const;
   // The ends of the shaded depth: of the selection, or of the whole map.
   std::pair<int, int> Heights() const;
+  // Whether all but the selection is drawn paler.
+  bool IsPale() const;
   void ShowCaption();
+  void RememberSelected();
   unsigned DrawFlags() const;
 
   ViewHost& host_;
@@ -200,7 +210,9 @@ class MapView : public MapObserver {
   std::string caption_;          // as the window was told last
   std::optional<Pixel> cursor_;  // while it is over the drawing area
   int worldLimit_ = WORLD_LIMIT;
-  int zoomPresses_ = 0;  // buttons whose press was a zoom: their releases are swallowed
+  Bounds lastSelected_;
+  bool wasPale_ = false;  // at the map's last announcement
+  int zoomPresses_ = 0;   // buttons whose press was a zoom: their releases are swallowed
 };
 
 // Round half up to a multiple of 2^exponent; below 0 too, so that steps are equally long.

@@ -7,14 +7,15 @@
 #include "document/picking.h"
 #include "views/entity_drawing.h"
 #include "views/map_view.h"
+#include "views/pale_canvas.h"
 #include "views/tool.h"
 
 namespace ferrowand {
 namespace {
 
 constexpr int MAJOR_EVERY = 8;
-// Lines closer together would tint the background instead of measuring anything.
-constexpr double MIN_LINE_DISTANCE = 4;  // pixels
+// Of all that is selected, on either background: far from every other pen, brush and class.
+constexpr Pen SELECTION{{255, 0, 255}, 2};
 
 constexpr DrawPens ON_BLACK{
     .background = {0, 0, 0},
@@ -22,8 +23,8 @@ constexpr DrawPens ON_BLACK{
     .majorGrid = {{0x80, 0x80, 0x80}},
     .foreground = {{255, 255, 255}},
     .entity = {{255, 160, 32}},
-    .brushOutline = {{255, 255, 0}},
-    .boxOutline = {{255, 255, 160}},
+    .brushOutline = SELECTION,
+    .boxOutline = SELECTION,
     .centreDot = {{0, 224, 224}},
     .light = {{255, 255, 128}},
     .targetLine = {{0, 176, 255}},
@@ -36,15 +37,15 @@ constexpr DrawPens ON_WHITE{
     .majorGrid = {{0xAA, 0xAA, 0xAA}},
     .foreground = {{0, 0, 0}},
     .entity = {{224, 104, 0}},
-    .brushOutline = {{255, 0, 255}},
-    .boxOutline = {{200, 0, 160}},
+    .brushOutline = SELECTION,
+    .boxOutline = SELECTION,
     .centreDot = {{0, 96, 96}},
     .light = {{192, 144, 0}},
     .targetLine = {{0, 104, 192}},
     .targetHead = {{0, 56, 120}},
 };
 
-// The coordinates of grid lines among the pixels first .. last, major ones apart.
+// The pixels of grid lines, each once, major ones apart.
 struct GridLines {
   std::vector<int> minor, major;
 };
@@ -53,16 +54,15 @@ template <typename ToScreen>
 GridLines LinesOf(int worldA, int worldB, std::uint8_t exponent, float scale,
                   const ToScreen& toScreen) {
   const int spacing = 1 << exponent;
-  const double distance = spacing / std::abs(static_cast<double>(scale));
-  GridLines lines;
-  if (distance * MAJOR_EVERY < MIN_LINE_DISTANCE) return lines;
-  const int step = distance < MIN_LINE_DISTANCE ? spacing * MAJOR_EVERY : spacing;
   const auto [low, high] = std::minmax({worldA, worldB});
-  // Down to a multiple, below 0 too. One step to either side: a line's pixel may belong to the part
-  // although its coordinate does not.
-  for (int world = (low & ~(step - 1)) - step; world <= high + step; world += step) {
-    const bool major = world / spacing % MAJOR_EVERY == 0;
-    (major ? lines.major : lines.minor).push_back(toScreen(world));
+  // Down to a multiple, below 0 too. A step and a pixel to either side: a line's pixel may belong
+  // to the part although its coordinate does not.
+  const int beyond = spacing + RoundToInt(std::abs(scale));
+  GridLines lines;
+  for (int world = (low - beyond) & ~(spacing - 1); world <= high + beyond; world += spacing) {
+    std::vector<int>& pixels = world / spacing % MAJOR_EVERY == 0 ? lines.major : lines.minor;
+    const int pixel = toScreen(world);
+    if (pixels.empty() || pixels.back() != pixel) pixels.push_back(pixel);
   }
   return lines;
 }
@@ -104,13 +104,18 @@ void MapView::Paint(Canvas& canvas, const PixelRect& update) {
   }
   if (mapmode == MapMode::Heights) std::tie(heightlo, heighthi) = Heights();
 
-  DrawContext context = Context(canvas, update);
+  PaleCanvas pale(canvas, Pens().background);
+  DrawContext context = Context(IsPale() ? static_cast<Canvas&>(pale) : canvas, update);
   DrawTree(map, context);
 
   if (tool_) {
     tool_->DrawOverlay(*this, canvas);
     tool_->DrawOverlayForOther(*this, canvas);
   }
+}
+
+bool MapView::IsPale() const {
+  return options_.paleOthers != 0 && !map.selection.empty();
 }
 
 DrawContext MapView::Context(Canvas& canvas, const PixelRect& visible) const {

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "views/map_view.h"
+#include "views/scrolled_part.h"
 #include "views/tool.h"
 
 namespace ferrowand {
@@ -163,20 +164,18 @@ int MapView::ZoomPercent() const {
 }
 
 void MapView::ScrollBy(double u, double v) {
-  const int oldu = transform.originu;
-  const int oldv = transform.originv;
-  SetOrigin(oldu + AtLeastAUnit(u), oldv + AtLeastAUnit(v));
-  const double dx = (oldu - transform.originu) / static_cast<double>(transform.scaleu);
-  const double dy = (oldv - transform.originv) / static_cast<double>(transform.scalev);
+  const ViewTransform before = transform;
+  SetOrigin(before.originu + AtLeastAUnit(u), before.originv + AtLeastAUnit(v));
+  const double dx = (before.originu - transform.originu) / static_cast<double>(transform.scaleu);
+  const double dy = (before.originv - transform.originv) / static_cast<double>(transform.scalev);
   if (dx == 0 && dy == 0) return;
   UpdateScrollBars();
   // A picture can be moved by whole pixels only, and what a tool has inverted stays where it is.
   const bool moves = dx == std::trunc(dx) && dy == std::trunc(dy);
-  if (moves && !(tool_ && tool_->HasPreview())) {
-    host_.ScrollPicture(static_cast<int>(dx), static_cast<int>(dy));
-  } else {
-    host_.Invalidate();
-  }
+  if (!moves || (tool_ && tool_->HasPreview())) return host_.Invalidate();
+  const Pixel by{static_cast<int>(dx), static_cast<int>(dy)};
+  const auto strayed = StrayedParts(map, {before, transform, by, DrawFlags(), host_.DrawingArea()});
+  strayed ? host_.ScrollPicture(by, *strayed) : host_.Invalidate();
 }
 
 void MapView::ScrollToThumb(bool vertical, int position) {
@@ -196,6 +195,7 @@ void MapView::ScrollPages(bool vertical, int pages) {
 
 void MapView::Pan(Pixel cursor) {
   if (panx == NO_PAN && pany == NO_PAN) {
+    host_.CaptureMouse(true);
     panx = cursor.x;
     pany = cursor.y;
   } else {
@@ -204,6 +204,12 @@ void MapView::Pan(Pixel cursor) {
     ScrollBy(-u, -v);
   }
   WrapCursor(cursor);
+}
+
+void MapView::EndPan() {
+  if (panx == NO_PAN && pany == NO_PAN) return;
+  panx = pany = NO_PAN;
+  host_.CaptureMouse(false);
 }
 
 void MapView::WrapCursor(Pixel cursor) {

@@ -12,12 +12,53 @@
 namespace ferrowand {
 namespace {
 
-// World units from an origin to the tip of what tells its angle.
-constexpr double MARKER_REACH = 18;
 // Objects from which on it costs more to look at each than to paint all.
 constexpr std::size_t MANY = 2000;
 
-// Beyond, the mapping to pixels wraps around.
+class PartWalk {
+ public:
+  explicit PartWalk(const PaintRules& rules) : rules_(rules) {}
+
+  // False as soon as all of the view is to be painted.
+  bool VisitTree(const entity& e) {
+    for (const entity* above = e.Parent(); above; above = above->Parent()) {
+      if (!IsLocal(*above)) return false;
+    }
+    return VisitBelow(e);
+  }
+  bool Visit(const entity& e) {
+    if (++visited_ > MANY || !IsLocal(e)) return false;
+    if (e.getClass()->Kind() == EntityKind::TemplateInstance && (rules_.flags & BEYOND_BOUNDS)) {
+      return false;  // all that its template holds may reach beyond
+    }
+    if (!e.HasOrigin()) return true;
+    if (rules_.flags & DRAW_LIGHT_RADIUS) Add(part_, LightPlace(e, rules_.transform));
+    // Which names are drawn hangs together.
+    return !(rules_.flags & DRAW_CLASSNAMES) || !e.GetKey("classname");
+  }
+  const PixelRect& Part() const { return part_; }
+
+ private:
+  static constexpr unsigned BEYOND_BOUNDS = DRAW_CLASSNAMES | DRAW_LIGHT_RADIUS;
+
+  bool VisitBelow(const entity& e) {
+    return Visit(e) && std::ranges::all_of(e.getEntityList(), [this](const auto& child) {
+             return VisitBelow(*child);
+           });
+  }
+
+  // A link is drawn from and to wherever its other end is, a template wherever its instances are.
+  static bool IsLocal(const entity& e) {
+    return !IsLinked(e) && e.getClass()->Kind() != EntityKind::TemplateClass;
+  }
+
+  const PaintRules& rules_;
+  std::size_t visited_ = 0;
+  PixelRect part_;
+};
+
+}  // namespace
+
 bool IsMapped(const Bounds& box) {
   constexpr float LIMIT = 32000;
   for (int axis = 0; axis < 3; ++axis) {
@@ -40,61 +81,15 @@ void Add(PixelRect& rect, const PixelRect& other) {
           std::max(rect.right, other.right), std::max(rect.bottom, other.bottom)};
 }
 
-class PartWalk {
- public:
-  explicit PartWalk(const PaintRules& rules) : rules_(rules) {}
-
-  // False as soon as all of the view is to be painted.
-  bool VisitTree(const entity& e) {
-    for (const entity* above = e.Parent(); above; above = above->Parent()) {
-      if (!IsLocal(*above)) return false;
-    }
-    return VisitBelow(e);
-  }
-  bool Visit(const entity& e) {
-    if (++visited_ > MANY || !IsLocal(e)) return false;
-    if (e.getClass()->Kind() == EntityKind::TemplateInstance && (rules_.flags & BEYOND_BOUNDS)) {
-      return false;  // all that its template holds may reach beyond
-    }
-    if (e.HasOrigin()) AddBeyond(e);
-    return true;
-  }
-  const PixelRect& Part() const { return part_; }
-
- private:
-  static constexpr unsigned BEYOND_BOUNDS = DRAW_CLASSNAMES | DRAW_LIGHT_RADIUS;
-
-  bool VisitBelow(const entity& e) {
-    return Visit(e) && std::ranges::all_of(e.getEntityList(), [this](const auto& child) {
-             return VisitBelow(*child);
-           });
-  }
-
-  // A link is drawn from and to wherever its other end is, a template wherever its instances are.
-  static bool IsLocal(const entity& e) {
-    return !IsLinked(e) && e.getClass()->Kind() != EntityKind::TemplateClass;
-  }
-
-  void AddBeyond(const entity& e) {
-    const Pixel origin = rules_.transform.ToScreen(e.Origin());
-    const char* name = rules_.flags & DRAW_CLASSNAMES ? e.GetKey("classname") : nullptr;
-    if (name) Add(part_, ClassnamePlace(origin, rules_.measureLabel(name)));
-    if (rules_.flags & DRAW_LIGHT_RADIUS) Add(part_, LightPlace(e, rules_.transform));
-  }
-
-  const PaintRules& rules_;
-  std::size_t visited_ = 0;
-  PixelRect part_;
-};
-
-}  // namespace
+PixelRect Grown(const PixelRect& closed, int by) {
+  return {closed.left - by, closed.top - by, closed.right + by + 1, closed.bottom + by + 1};
+}
 
 PixelRect HandledPart(const Bounds& box, const ViewTransform& transform) {
   if (box.IsEmpty()) return {};
   const PixelRect rect = transform.ToScreen(box.mins, box.maxs);
   const double scale = std::abs(static_cast<double>(transform.scaleu));
-  const int reach = HANDLE_REACH + RoundToInt(MARKER_REACH / scale);
-  return {rect.left - reach, rect.top - reach, rect.right + reach + 1, rect.bottom + reach + 1};
+  return Grown(rect, HANDLE_REACH + RoundToInt(MARKER_REACH / scale));
 }
 
 std::optional<PixelRect> PaintedPart(const MapChange& change, const PaintRules& rules) {

@@ -8,6 +8,7 @@
 
 namespace ferrowand {
 
+class Map;
 class MapView;
 class entity;
 
@@ -54,6 +55,9 @@ class Tool {
   virtual void ClickAt(MapView& view, const Vec3& point, int button) {
     (void)view, (void)point, (void)button;
   }
+
+  // Other objects are selected in a map that is shown, or in another order.
+  virtual void SelectionChanged(const Map& map) { (void)map; }
 
   // Whether the tool follows a press that has not been released.
   virtual bool IsDragging() const { return false; }

@@ -14,11 +14,11 @@ using Commands = std::set<Command>;
 using Fact = CommandRow::Fact CommandRow::*;
 
 const Commands ANYTIME = {
-    FileNew,     FileOpen,       InsertGroup,     EditOptions,     Exit,
-    ZoomTo,      DrawClassnames, DrawLightRadius, DrawTemplates,   RenderPointEntities,
-    TileWindows, CascadeWindows, ArrangeQuarters, ArrangeXYLarge,  Arrange3DLarge,
-    ShowToolbar, Keylist,        About,           PopupRecentMap,  ToolLimitX,
-    ToolLimitY,  ToolLimitZ,     ToolTextureLock, ToolRotationStep};
+    FileNew,     FileOpen,       InsertGroup,     EditOptions,      Exit,
+    ZoomTo,      DrawClassnames, DrawLightRadius, DrawTemplates,    RenderPointEntities,
+    TileWindows, CascadeWindows, ArrangeQuarters, ArrangeXYLarge,   Arrange3DLarge,
+    ShowToolbar, Keylist,        About,           PopupRecentMap,   ToolLimitX,
+    ToolLimitY,  ToolLimitZ,     ToolTextureLock, ToolRotationStep, PaleOthers};
 const Commands IN_A_VIEW = {ZoomIn,      ZoomOut,         GridToggle,        SnapToggle,
                             GridSmaller, GridLarger,      ModeNormal,        ModeOneMip,
                             ModeHeights, ModeLayerColour, ToggleGridAndSnap, ToolMapMode};
@@ -113,6 +113,7 @@ TEST_F(CommandTableTest, EachStateTicksItsCommands) {
                                                {&Options::drawLightRadius, DrawLightRadius},
                                                {&Options::drawTemplates, DrawTemplates},
                                                {&Options::renderPointEntities, RenderPointEntities},
+                                               {&Options::paleOthers, PaleOthers},
                                                {&Options::textureLock, ToolTextureLock},
                                                {&Options::showToolbar, ShowToolbar}}) {
     options.*option = 1;

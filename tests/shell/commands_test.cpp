@@ -227,6 +227,7 @@ TEST_F(AppTest, SwitchesTurnTheirOptions) {
         std::pair{Command::DrawLightRadius, &Options::drawLightRadius},
         std::pair{Command::DrawTemplates, &Options::drawTemplates},
         std::pair{Command::RenderPointEntities, &Options::renderPointEntities},
+        std::pair{Command::PaleOthers, &Options::paleOthers},
         std::pair{Command::ToolTextureLock, &Options::textureLock}}) {
     const std::uint8_t before = parts->options.*option;
     Give(command);

@@ -399,6 +399,13 @@ TEST_F(EditingTest, ModesAndLimitsAreTicked) {
   Give(Command::SelectFull);
   EXPECT_TRUE(IsTicked(Command::SelectFull));
   EXPECT_FALSE(IsTicked(Command::SelectPartial));
+  Give(Command::SelectFull);
+  EXPECT_TRUE(IsTicked(Command::SelectFull)) << "the menu chooses one of two";
+  const LPARAM fromTheBar = 1;
+  for (const Command ticked : {Command::SelectPartial, Command::SelectFull}) {
+    SendMessageA(parts->frame.Handle(), WM_COMMAND, Id(Command::SelectFull), fromTheBar);
+    EXPECT_TRUE(IsTicked(ticked)) << "its button toggles";
+  }
   Give(Command::ToolLimitX);
   EXPECT_TRUE(IsTicked(Command::ToolLimitX));
   EXPECT_FALSE(IsTicked(Command::ToolLimitY));

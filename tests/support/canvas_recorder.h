@@ -76,7 +76,12 @@ class CanvasRecorder : public Canvas {
   void SetXor(bool on) override { calls.push_back({.kind = Kind::Xor, .on = on}); }
   void SetClip(const PixelRect& rect) override {
     calls.push_back({.kind = Kind::Clip, .rect = rect});
+    clip_ = rect;
   }
+  PixelRect ClipBox() const override { return clip_; }
+
+ private:
+  PixelRect clip_{-10000, -10000, 10000, 10000};
 };
 
 }  // namespace ferrowand

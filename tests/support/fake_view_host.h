@@ -23,12 +23,13 @@ class FakeViewHost : public ViewHost {
   std::map<ViewText, std::string> texts;
   std::string caption;
   std::vector<Pixel> cursors;
+  bool captured = false;
   PixelRect place;
 
   PixelSize DrawingArea() const override { return area; }
   void Invalidate() override { ++invalidations; }
   void Invalidate(const PixelRect&) override { ++invalidations; }
-  void ScrollPicture(int dx, int dy) override { scrolled.push_back({dx, dy}); }
+  void ScrollPicture(Pixel by, std::span<const PixelRect>) override { scrolled.push_back(by); }
   void SetScrollBars(const ScrollBar& h, const ScrollBar& v) override {
     horizontal = h;
     vertical = v;
@@ -41,6 +42,7 @@ class FakeViewHost : public ViewHost {
     return SoftwareCanvas({1, 1}).MeasureText(FontFace::Label, text);
   }
   void MoveCursor(Pixel to) override { cursors.push_back(to); }
+  void CaptureMouse(bool on) override { captured = on; }
   void MoveWindow(const PixelRect& to) override { place = to; }
 };
 

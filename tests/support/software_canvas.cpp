@@ -51,6 +51,15 @@ SoftwareCanvas::SoftwareCanvas(PixelSize size)
       pixels_(static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height)),
       clip_{0, 0, size.width, size.height} {}
 
+void SoftwareCanvas::Scroll(Pixel by) {
+  const std::vector<Colour> before = pixels_;
+  for (int y = std::max(by.y, 0); y < size_.height + std::min(by.y, 0); ++y) {
+    for (int x = std::max(by.x, 0); x < size_.width + std::min(by.x, 0); ++x) {
+      pixels_[Index(x, y)] = before[Index(x - by.x, y - by.y)];
+    }
+  }
+}
+
 void SoftwareCanvas::SetClip(const PixelRect& rect) {
   clip_ = {std::max(rect.left, 0), std::max(rect.top, 0), std::min(rect.right, size_.width),
            std::min(rect.bottom, size_.height)};

@@ -17,6 +17,8 @@ class SoftwareCanvas : public Canvas {
   PixelSize Size() const { return size_; }
   Colour At(int x, int y) const { return pixels_[Index(x, y)]; }
   const std::vector<Colour>& Pixels() const { return pixels_; }
+  // What comes from outside keeps what was there.
+  void Scroll(Pixel by);
 
   void FillRect(const PixelRect& rect, Colour colour) override;
   void Lines(const Pen& pen, std::span<const PixelLine> lines) override;
@@ -28,6 +30,7 @@ class SoftwareCanvas : public Canvas {
   void Text(FontFace font, Colour colour, Pixel topLeft, std::string_view text) override;
   void SetXor(bool on) override { xor_ = on; }
   void SetClip(const PixelRect& rect) override;
+  PixelRect ClipBox() const override { return clip_; }
 
  private:
   // Columns first .. last, both inside; empty when first > last.

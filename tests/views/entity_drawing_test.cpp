@@ -214,6 +214,16 @@ TEST_F(EntityDrawingTest, AClassnameStandsEightPixelsAboveTheOrigin) {
   EXPECT_EQ(Draw().Of(Kind::Text).at(0).fill, (Colour{255, 255, 255}));
 }
 
+TEST_F(EntityDrawingTest, ANameWaitsOnlyWhereItWouldCoverOneThatIsDrawn) {
+  flags = DRAW_CLASSNAMES;
+  for (const char* origin : {"0 0 0", "27 0 0", "28 0 0", "0 -11 0", "40 -12 0", "-5000 0 0"}) {
+    AddLamp({{"classname", "lamp"}, {"origin", origin}}).SetClass(&Lamp());  // 28 x 12 pixels
+  }
+  std::vector<int> drawn;
+  for (const auto& call : Draw().Of(Kind::Text)) drawn.push_back(call.rect.left + 14);
+  EXPECT_EQ(drawn, (std::vector<int>{0, 28, 40}));
+}
+
 TEST_F(EntityDrawingTest, ALightHasItsRadiusWhenBothTheViewAndTheEntityWantIt) {
   // The diameter in pixels, 0 for none; two units a pixel.
   const Cases<unsigned, const char*, const char*, int> cases{

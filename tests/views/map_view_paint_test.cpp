@@ -94,16 +94,15 @@ TEST_F(MapViewPaintTest, GridLinesStandAtMultiplesOfTheSpacingAndEveryEighthIsMa
   EXPECT_EQ(*Columns(MINOR).begin(), 8);  // at -96
 }
 
-TEST_F(MapViewPaintTest, AGridTooFineToBeSeenIsLeftOut) {
-  // At 4 units a pixel: 4, 2, 0.5 and 0.25 pixels apart.
-  const Cases<std::uint8_t, bool, bool> cases{{4, true, true}, {3, false, true}, {1, false, true}};
+TEST_F(MapViewPaintTest, EveryLineOfTheGridIsDrawnHoweverCloseTheyAre) {
+  // The exponent, and how many of 400 columns are minor and major lines; the axis is one more.
+  const Cases<std::uint8_t, std::size_t, std::size_t> cases{
+      {4, 87, 14}, {3, 175, 26}, {2, 350, 51}, {1, 399, 101}};
   for (const auto& [exponent, minor, major] : cases) {
-    view.gridu = view.gridv = exponent;
-    EXPECT_EQ(!Columns(MINOR).empty(), minor) << int{exponent};
-    EXPECT_EQ(Columns(MAJOR).size() > 1, major) << int{exponent};
+    view.gridu = exponent;
+    EXPECT_EQ(Columns(MINOR).size(), minor) << int{exponent};
+    EXPECT_EQ(Columns(MAJOR).size(), major) << int{exponent};
   }
-  Place(8, -1600, 1200);
-  EXPECT_EQ(Columns(MAJOR), (std::set<int>{201}));  // the axis alone
 }
 
 TEST_F(MapViewPaintTest, TheToolDrawsLast) {
@@ -136,8 +135,6 @@ TEST_F(MapViewPaintTest, TheOptionsDecideWhatIsShown) {
   options.drawLightRadius = 1;
   EXPECT_EQ(Record().Of(Kind::Ellipse).size(), 1u);
   options.entityNames = 1;
-  EXPECT_TRUE(Record().Of(Kind::Text).empty()) << "a name over a box of 4 pixels";
-  Place(2, -400, 300);
   EXPECT_EQ(Record().Of(Kind::Text).at(0).fill, (Colour{0, 0, 0}));
   options.blackBack = 1;
   EXPECT_EQ(Record().Of(Kind::Text).at(0).fill, (Colour{255, 255, 255}));
@@ -184,10 +181,53 @@ TEST_F(MapViewPaintTest, TheColourOfATextureIsFoundOnceAndNeverThatOfTheBackgrou
   wad.SetImage(texture, "grey", std::vector<std::uint8_t>(16, 55), 4, 4);
   EXPECT_EQ(Record().LinesIn({{55, 55, 55}, 2}).size(), 4u);
 
-  wad.SetImage(texture, "grey", std::vector<std::uint8_t>(16, 250), 4, 4);
-  EXPECT_EQ(Record().LinesIn({{162, 162, 162}, 2}).size(), 4u) << "on white";
+  wad.SetImage(texture, "grey", std::vector<std::uint8_t>(16, 246), 4, 4);
+  EXPECT_EQ(Record().LinesIn({{246, 246, 246}, 2}).size(), 4u) << "just to be told from white";
+  wad.SetImage(texture, "grey", std::vector<std::uint8_t>(16, 247), 4, 4);
+  EXPECT_EQ(Record().LinesIn({{160, 160, 160}, 2}).size(), 4u) << "on white";
   options.blackBack = 1;
-  EXPECT_EQ(Record().LinesIn({{250, 250, 250}, 2}).size(), 4u) << "on black";
+  EXPECT_EQ(Record().LinesIn({{247, 247, 247}, 2}).size(), 4u) << "on black";
+}
+
+TEST_F(MapViewPaintTest, NothingElseIsDrawnInAColourLikeThatOfTheSelection) {
+  small.data.searchPath.Add(FERROWAND_DATA);
+  small.data.classes.LoadDefault("ents.qc");
+  for (const bool black : {false, true}) {
+    const DrawPens& pens = PensFor(black);
+    std::vector<Colour> others{pens.background, {224, 0, 0}};  // a corner that is picked
+    for (const Pen& pen : {pens.minorGrid, pens.majorGrid, pens.foreground, pens.entity,
+                           pens.centreDot, pens.light, pens.targetLine, pens.targetHead}) {
+      others.push_back(pen.colour);
+    }
+    for (int i = 0; i < 200; ++i) others.push_back(small.data.classes.NextOutlineColour());
+    for (const auto& known : small.data.classes.Default().Classes()) {
+      others.push_back(known->ClassColour());
+    }
+    for (const Pen& selected : {pens.brushOutline, pens.boxOutline}) {
+      EXPECT_EQ(selected.width, 2);
+      for (const Colour& other : others) {
+        const Colour& own = selected.colour;
+        EXPECT_GT(std::max({std::abs(own.red - other.red), std::abs(own.green - other.green),
+                            std::abs(own.blue - other.blue)}),
+                  64)
+            << int{other.red} << ' ' << int{other.green} << ' ' << int{other.blue};
+      }
+    }
+  }
+}
+
+TEST_F(MapViewPaintTest, AllButTheSelectionIsPaleWhileThatIsWanted) {
+  entity& cube = small.AddCuboid({0, 0, 0}, {64, 64, 64});
+  const Colour own = cube.brush.Outline();
+  const auto paled = [](int part) { return static_cast<std::uint8_t>((part + 2 * 255) / 3); };
+  const Pen pale{{paled(own.red), paled(own.green), paled(own.blue)}};
+  options.paleOthers = 1;
+  EXPECT_EQ(Record().LinesIn({own}).size(), 4u) << "nothing is selected";
+  small.map.selection.Set({&cube});
+  EXPECT_EQ(Record().LinesIn(pale).size(), 4u);
+  EXPECT_FALSE(Record().LinesIn(MINOR).empty());
+  options.paleOthers = 0;
+  EXPECT_EQ(Record().LinesIn({own}).size(), 4u);
 }
 
 TEST_F(MapViewPaintTest, APaintOfAPartIsThatPartOfThePaintOfAll) {
@@ -196,7 +236,8 @@ TEST_F(MapViewPaintTest, APaintOfAPartIsThatPartOfThePaintOfAll) {
   for (const MapMode mode : {MapMode::Normal, MapMode::OneMip}) {
     view.SetMapMode(mode);
     for (const float scale : {8.0f, 4.0f, 0.5f}) {
-      Place(scale, static_cast<int>(-200 * scale), static_cast<int>(150 * scale));
+      view.gridu = view.gridv = scale == 8 ? 1 : 6;
+      Place(scale, static_cast<int>(-200 * scale) + 4, static_cast<int>(150 * scale) + 4);
       SoftwareCanvas whole(AREA);
       view.Paint(whole, WHOLE);
       std::mt19937 random(3);

@@ -167,7 +167,9 @@ TEST_F(MapViewZoomTest, PanningDragsTheMapWithTheCursorAndSmallMovementsAddUp) {
   view.OnMouseMove({110, 95}, 0, true);
   EXPECT_EQ(Origin(), (Pixel{-40, -20}));
   EXPECT_EQ(host.scrolled, (std::vector<Pixel>{{10, -5}}));
+  EXPECT_TRUE(host.captured);
   view.OnMouseMove({200, 200}, 0, false);  // the key is up
+  EXPECT_FALSE(host.captured);
   Place(0.25f, 0, 0);
   for (int x = 100; x <= 110; ++x) view.OnMouseMove({x, 100}, 0, true);
   EXPECT_EQ(view.transform.originu, -2);  // 10 pixels are two units and a half

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,14 @@ class KeptWindow : public FakeViewHost {
   void Invalidate(const PixelRect& part) override {
     Paint({std::max(part.left, 0), std::max(part.top, 0), std::min(part.right, AREA.width),
            std::min(part.bottom, AREA.height)});
+  }
+  void ScrollPicture(Pixel by, std::span<const PixelRect> anew) override {
+    picture.Scroll(by);
+    if (by.x > 0) Paint({0, 0, by.x, AREA.height});
+    if (by.x < 0) Invalidate({AREA.width + by.x, 0, AREA.width, AREA.height});
+    if (by.y > 0) Paint({0, 0, AREA.width, by.y});
+    if (by.y < 0) Invalidate({0, AREA.height + by.y, AREA.width, AREA.height});
+    for (const PixelRect& part : anew) Invalidate(part);
   }
   void Paint(const PixelRect& part) {
     if (!view || part.Empty()) return;
@@ -96,8 +105,9 @@ TEST(RepaintTest, EveryViewShowsWhatAFreshPaintWouldAfterAnything) {
   std::size_t parts = 0, changes = 0;
   for (unsigned round = 0; round < 24; ++round) {
     Scene scene;
-    scene.options.entityNames = round % 4 != 0;
+    scene.options.entityNames = round % 4 == 1;
     scene.options.forceEntityLinks = round % 3 == 0;
+    scene.options.paleOthers = round % 12 == 5;
     if (round % 2) scene.tools.Use(scene.tools.brushSelector);
     for (const auto& view : scene.views) view->SetMapMode(MODES[round % 4]);
     scene.map.AnnounceEverything();
@@ -120,6 +130,55 @@ TEST(RepaintTest, EveryViewShowsWhatAFreshPaintWouldAfterAnything) {
     }
   }
   EXPECT_GT(parts, changes / 6) << "of " << changes;
+}
+
+TEST(RepaintTest, AScrolledPictureIsAFreshPaintAtEveryOriginZoomAndStep) {
+  constexpr float SCALES[] = {4, 2, 16, 0.5f, 1, 8};
+  constexpr MapMode MODES[] = {MapMode::Normal, MapMode::OneMip, MapMode::Heights};
+  std::size_t parts = 0, steps = 0;
+  for (unsigned round = 0; round < 36; ++round) {
+    std::mt19937 random(round);
+    const auto pick = [&](int least, int most) {
+      return least + static_cast<int>(random() % static_cast<unsigned>(most - least + 1));
+    };
+    Scene scene;
+    scene.options.entityNames = round % 3 == 1;
+    scene.options.forceEntityLinks = round % 4 == 2;
+    for (const char* at : {"-80 -40 8", "-40 0 -64", "0 -160 0", "64 -80 -32"}) {
+      scene.Point("with_a_name_that_reaches_far", at);
+    }
+    const auto& objects = LayersOf(scene.map).front()->getEntityList();
+    for (std::size_t i = 0; scene.options.forceEntityLinks && i < objects.size(); ++i) {
+      objects[i]->SetKey(i % 3 ? "targetname" : "target", "t");
+    }
+    scene.tools.Use(round % 2 ? static_cast<Tool&>(scene.tools.vertexTool)
+                              : scene.tools.brushSelector);
+    scene.map.selection.Set({objects[0].get(), objects[3].get()});
+    RotateSelection(scene.map, 0, 1, pick(1, 89), {}, {});
+    scene.map.selection.Set({objects[1].get(), objects[round % 6].get()});
+    for (std::size_t i = 0; i < scene.windows.size(); ++i) {
+      MapView& view = *scene.views[i];
+      view.SetMapMode(MODES[round % 3]);
+      view.centreDots = round % 4 == 0;
+      view.transform.scaleu = SCALES[pick(0, 5)];
+      view.transform.scalev = -view.transform.scaleu;
+      // The first column and row among the objects, more often than not halfway to their edges.
+      const int half = static_cast<int>(view.transform.scaleu / 2);
+      view.transform.originu = static_cast<std::int16_t>(pick(-28, 25) * 8 + half + pick(0, 3) / 3);
+      view.transform.originv = static_cast<std::int16_t>(pick(-20, 40) * 8 + half + pick(0, 3) / 3);
+      view.Refresh();
+      for (int step = 0; step < 12; ++step) {
+        scene.windows[i]->painted = 0;
+        const double u = pick(-24, 24), v = step % 3 == 0 ? pick(-24, 24) : 0;
+        view.ScrollBy(u * view.transform.scaleu, v * view.transform.scalev);
+        ASSERT_TRUE(scene.windows[i]->IsFresh())
+            << round << ", view " << i << ", step " << step << " by " << u << ' ' << v;
+        ++steps;
+        parts += scene.windows[i]->painted < WHOLE;
+      }
+    }
+  }
+  EXPECT_GT(parts, steps / 2);
 }
 
 TEST(RepaintTest, OneBrushCostsItsBoxNotTheView) {

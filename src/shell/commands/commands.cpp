@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/path_text.h"
+#include "document/action.h"
 #include "document/bound_entities.h"
 #include "operations/insert.h"
 #include "shell/dialogs/dialogs.h"
@@ -88,8 +89,9 @@ void Commands::Execute(unsigned id) {
   // Nothing may touch the documents while one is being read.
   if (context_.progress.IsLoading() || !IsAvailable(id)) return;
   EndDrag();
-  const Command command = FindCommand(id)->command;
-  GroupOf(command)->Run(command, id);
+  const CommandRow& row = *FindCommand(id);
+  const ActionScope action(context_.data, NameOf(row));
+  GroupOf(row.command)->Run(row.command, id);
 }
 
 bool Commands::InsertBoundEntity(unsigned key) {
@@ -99,6 +101,7 @@ bool Commands::InsertBoundEntity(unsigned key) {
   Map* map = context_.windows.ActiveMap();
   if (item == bound.end() || !map || context_.progress.IsLoading()) return false;
   EndDrag();
+  const ActionScope action(context_.data, "Insert");
   const Vec3 place = context_.windows.PlaceForNew(*map);
   Conclude(*map, InsertCopy(*map, *item->prototype, place));
   return true;

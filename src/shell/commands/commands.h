@@ -18,9 +18,11 @@ class Dialogs;
 class Frame;
 class LoadWindow;
 class ToolSet;
+struct GameData;
 
 // What decides on commands.
 struct CommandsContext {
+  GameData& data;
   const Options& options;
   const LoadWindow& progress;
   const BoundEntities& boundEntities;

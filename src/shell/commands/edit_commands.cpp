@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "base/report.h"
+#include "document/action.h"
 #include "document/classes/class_set.h"
 #include "document/picking.h"
 #include "operations/clipboard.h"
@@ -36,7 +37,12 @@ bool Put(const EditContext& in, const std::string& text) {
 template <bool cut>
 void Take(const EditContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
-  if (Put(in, SelectionText(map)) && cut) Conclude(map, DeleteSelection(map));
+  if (!Put(in, SelectionText(map))) return;
+  if (cut) {
+    Conclude(map, DeleteSelection(map));
+  } else {
+    map.ShowStatus("Copy: " + InWords(map.selection.Objects()));
+  }
 }
 
 void Paste(const EditContext& in, unsigned) {

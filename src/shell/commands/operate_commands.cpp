@@ -21,6 +21,14 @@ constexpr char BRUSHES_FIRST[] = "Select one or more brushes first";
 // Meant: it stands so in three of the four boxes.
 constexpr char MISSPELT_TITLE[] = "Cannot continued";
 
+void ChangeLeading(const OperateContext& in, unsigned) {
+  Map& map = *in.windows.ActiveMap();
+  if (!Conclude(map, SetAsLeading(map))) return;
+  const entity* group = map.leadingGroup();
+  map.ShowStatus(group ? "New objects join the " + group->getClass()->classname
+                       : "New objects join the current layer");
+}
+
 template <EditResult (*operation)(Map&)>
 void OnMap(const OperateContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
@@ -135,7 +143,7 @@ constexpr CommandHandler<OperateContext> HANDLERS[] = {
     {Command::CsgSubtraction, SubtractBrushes},
     {Command::CsgIntersection, IntersectBrushes},
     {Command::Hollow, MakeHollow},
-    {Command::SetAsLeading, OnMap<SetAsLeading>},
+    {Command::SetAsLeading, ChangeLeading},
     {Command::Group, GroupByTool},
     {Command::Ungroup, OnMap<UngroupSelection>},
     {Command::ShowHidden, OnMap<ShowHidden>},

@@ -94,6 +94,7 @@ constexpr CommandHandler<ViewContext> HANDLERS[] = {
     {Command::DrawLightRadius, Toggle<&Options::drawLightRadius>},
     {Command::DrawTemplates, Toggle<&Options::drawTemplates>},
     {Command::RenderPointEntities, Toggle<&Options::renderPointEntities>},
+    {Command::PaleOthers, Toggle<&Options::paleOthers>},
     {Command::CentreSelection, CentreSelection},
     {Command::CentreAndZoom, CentreAndZoom},
     {Command::ZoomToFit, ZoomToFit},

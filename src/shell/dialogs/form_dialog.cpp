@@ -106,13 +106,13 @@ class FormDialog {
   void AddHeadings(int top) {
     for (std::size_t i = 0; i < AXES; ++i) {
       AddText(std::string(1, "XYZ"[i]), ColumnLeft(i) + InPixels(2, 0).cx, top,
-              InPixels(COLUMN, 0).cx);
+              InPixels(COLUMN, 0).cx, SS_NOPREFIX, HEADING_ROW);
     }
   }
 
   void AddRow(const FormRow& row, int top) {
     AddText(WithMnemonic(row.label, mnemonics_), InPixels(MARGIN, 0).cx, top + LABEL_DROP,
-            LabelWidth(), SS_LEFT);
+            LabelWidth(), 0);
     if (!row.choices.empty()) return AddList(row.choices, top);
     const bool isWide = columns_ == 1 || row.isText;
     for (std::size_t i = 0; i < row.values.size(); ++i) {
@@ -132,9 +132,9 @@ class FormDialog {
     SendMessageW(list, CB_SETCURSEL, 0, 0);
   }
 
-  void AddText(const std::string& text, int left, int top, int width,
-               DWORD style = SS_LEFT | SS_NOPREFIX) {
-    Add(L"STATIC", text, style, left, top, {width, InPixels(0, VALUE_HEIGHT).cy});
+  void AddText(const std::string& text, int left, int top, int width, DWORD style = SS_NOPREFIX,
+               int height = VALUE_HEIGHT) {
+    Add(L"STATIC", text, style, left, top, {width, InPixels(0, height).cy});
   }
 
   // What takes the tab key gets the next number.

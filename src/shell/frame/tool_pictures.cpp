@@ -55,8 +55,9 @@ std::uint32_t ScaledPixel(const std::vector<std::uint32_t>& drawn, int left, Cov
   std::uint32_t sums[3]{}, opaque = 0;
   for (int row = y.first; row <= y.last; ++row) {
     for (int column = x.first; column <= x.last; ++column) {
+      const auto at = static_cast<std::size_t>(left) + static_cast<std::size_t>(column);
       const std::uint32_t pixel =
-          drawn[static_cast<std::size_t>(row * DRAWN * PICTURES + left + column)] & COLOURS;
+          drawn[static_cast<std::size_t>(row) * DRAWN * PICTURES + at] & COLOURS;
       if (pixel == TRANSPARENT_COLOUR) continue;
       const int high = row == y.first ? y.firstParts : DRAWN - y.firstParts;
       const int wide = column == x.first ? x.firstParts : DRAWN - x.firstParts;

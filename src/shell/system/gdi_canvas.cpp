@@ -177,11 +177,27 @@ PixelSize GdiCanvas::MeasureText(FontFace font, std::string_view text) {
 }
 
 void GdiCanvas::Text(FontFace font, Colour colour, Pixel topLeft, std::string_view text) {
+  const POINT at = ToPoint(topLeft);
+  if (xor_) return InvertText(font, at, text);
   SelectObject(dc_, objects_.Get(font));
   SetTextColor(dc_, ToColorRef(colour));
-  const POINT at = ToPoint(topLeft);
   const std::wstring wide = ToWide(text);
   TextOutW(dc_, at.x, at.y, wide.data(), static_cast<int>(wide.size()));
+}
+
+// The system inverts no letters: white ones on a black bitmap do it.
+void GdiCanvas::InvertText(FontFace font, POINT at, std::string_view text) {
+  const auto [width, height] = MeasureText(font, text);
+  const OwnedBitmap bitmap(CreateCompatibleBitmap(dc_, width, height));
+  const OwnedDc letters(CreateCompatibleDC(dc_));  // goes before the bitmap, which it holds
+  SelectObject(letters.get(), bitmap.get());
+  PatBlt(letters.get(), 0, 0, width, height, BLACKNESS);
+  SelectObject(letters.get(), objects_.Get(font));
+  SetBkMode(letters.get(), TRANSPARENT);
+  SetTextColor(letters.get(), RGB(255, 255, 255));
+  const std::wstring wide = ToWide(text);
+  TextOutW(letters.get(), 0, 0, wide.data(), static_cast<int>(wide.size()));
+  BitBlt(dc_, at.x, at.y, width, height, letters.get(), 0, 0, SRCINVERT);
 }
 
 void GdiCanvas::SetXor(bool on) {
@@ -192,6 +208,12 @@ void GdiCanvas::SetXor(bool on) {
 void GdiCanvas::SetClip(const PixelRect& rect) {
   SelectClipRgn(dc_, nullptr);
   IntersectClipRect(dc_, rect.left, rect.top, rect.right, rect.bottom);
+}
+
+PixelRect GdiCanvas::ClipBox() const {
+  RECT box{};
+  GetClipBox(dc_, &box);
+  return {box.left, box.top, box.right, box.bottom};
 }
 
 }  // namespace ferrowand

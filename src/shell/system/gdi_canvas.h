@@ -64,10 +64,12 @@ class GdiCanvas : public Canvas {
   void Text(FontFace font, Colour colour, Pixel topLeft, std::string_view text) override;
   void SetXor(bool on) override;
   void SetClip(const PixelRect& rect) override;
+  PixelRect ClipBox() const override;
 
  private:
   void Select(const Pen& pen);
   void SelectFill(std::optional<Colour> fill);
+  void InvertText(FontFace font, POINT at, std::string_view text);
 
   HDC dc_;
   GdiObjects& objects_;

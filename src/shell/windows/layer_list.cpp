@@ -195,8 +195,8 @@ bool LayerList::MayRename() const {
 
 void LayerList::OnSelected() {
   const entity* layer = Selected();
-  if (layer != selected_) selectedAt_ = GetMessageTime();
-  selected_ = layer;
+  // The system may select a row anew before its name is typed over.
+  if (layer && std::exchange(selected_, layer) != layer) selectedAt_ = GetMessageTime();
   host_.SelectedLayerChanged();
 }
 

@@ -5,6 +5,7 @@
 
 #include "base/command_table.h"
 #include "base/report.h"
+#include "document/action.h"
 #include "document/classes/native_classes.h"
 #include "document/picking.h"
 #include "operations/layers.h"
@@ -49,6 +50,22 @@ bool HoldsReachable(const entity& layer) {
   return layer.IsVisible() && layer.IsEnabled() &&
          std::ranges::any_of(layer.getEntityList(),
                              [](const EntityPtr& object) { return IsReachable(*object); });
+}
+
+const char* NameOf(LayerAction action, const entity& layer) {
+  switch (action) {
+    case LayerAction::ToggleVisible:
+      return layer.IsVisible() ? "Hide" : "Show";
+    case LayerAction::ToggleEnabled:
+      return layer.IsEnabled() ? "Disable" : "Enable";
+    case LayerAction::MakeCurrent:
+      return "Make current";
+    case LayerAction::ChooseColour:
+      return "Colour";
+    case LayerAction::Remove:
+      return "Delete layer";
+  }
+  return "";
 }
 
 // Full rows only.
@@ -197,6 +214,7 @@ void LayerWindow::Edit(entity& layer, int id) {
 }
 
 void LayerWindow::Perform(LayerAction action, entity& layer) {
+  const ActionScope scope(map_.Data(), NameOf(action, layer));
   switch (action) {
     case LayerAction::ToggleVisible:
       return SetLayerState(map_, layer, layer.IsVisible(), !layer.IsEnabled());
@@ -216,6 +234,7 @@ void LayerWindow::Perform(LayerAction action, entity& layer) {
 }
 
 void LayerWindow::Rename(entity& layer, const std::string& name) {
+  const ActionScope action(map_.Data(), "Rename");
   RenameLayer(map_, layer, name);
 }
 
@@ -230,6 +249,7 @@ void LayerWindow::EditProperties(entity& layer) {
       if (!part) return false;
       parts[i] = static_cast<std::uint8_t>(*part);
     }
+    const ActionScope action(map_.Data(), "Properties");
     DescribeLayer(map_, layer, typed.front(), {parts[0], parts[1], parts[2]});
     return true;
   };
@@ -249,6 +269,7 @@ void LayerWindow::MoveSelectionTo(entity& layer) {
                      Buttons::YesNo, Icon::Question) != Answer::Yes) {
     return;
   }
+  const ActionScope action(map_.Data(), "Move to layer");
   Conclude(map_, MoveSelectionToLayer(map_, layer));
 }
 

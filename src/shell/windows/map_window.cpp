@@ -264,11 +264,16 @@ void MapWindow::Invalidate(const PixelRect& part) {
   InvalidateRect(drawing_, &area, FALSE);
 }
 
-void MapWindow::ScrollPicture(int dx, int dy) {
+void MapWindow::ScrollPicture(Pixel by, std::span<const PixelRect> anew) {
   // What still waits to be painted would be painted at its old place.
   if (GetUpdateRect(drawing_, nullptr, FALSE)) return Invalidate();
-  ScrollWindowEx(drawing_, dx, dy, nullptr, nullptr, nullptr, nullptr, SW_INVALIDATE);
+  ScrollWindowEx(drawing_, by.x, by.y, nullptr, nullptr, nullptr, nullptr, SW_INVALIDATE);
   UpdateWindow(drawing_);
+  // One after the other: a paint takes the box around all that is invalid.
+  for (const PixelRect& part : anew) {
+    Invalidate(part);
+    UpdateWindow(drawing_);
+  }
 }
 
 void MapWindow::SetScrollBars(const ScrollBar& horizontal, const ScrollBar& vertical) {
@@ -342,6 +347,15 @@ PixelRect MapWindow::Frame() const {
   GetWindowRect(frame_.Handle(), &place);
   MapWindowPoints(nullptr, drawing_, reinterpret_cast<POINT*>(&place), 2);
   return {place.left, place.top, place.right, place.bottom};
+}
+
+void MapWindow::CaptureMouse(bool on) {
+  if (context_.tools.Current()->IsDragging()) return;
+  if (on) {
+    SetCapture(drawing_);
+  } else if (GetCapture() == drawing_) {
+    ReleaseCapture();
+  }
 }
 
 void MapWindow::MoveCursor(Pixel to) {

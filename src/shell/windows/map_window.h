@@ -61,7 +61,7 @@ class MapWindow : public ChildWindow, public ViewHost {
   PixelSize DrawingArea() const override;
   void Invalidate() override;
   void Invalidate(const PixelRect& part) override;
-  void ScrollPicture(int dx, int dy) override;
+  void ScrollPicture(Pixel by, std::span<const PixelRect> anew) override;
   void SetScrollBars(const ScrollBar& horizontal, const ScrollBar& vertical) override;
   void SetText(ViewText which, const std::string& text) override;
   bool StatusBarShown() const override { return controlsShown_; }
@@ -69,6 +69,7 @@ class MapWindow : public ChildWindow, public ViewHost {
   PixelSize MeasureLabel(std::string_view text) override;
   PixelRect Frame() const override;
   void MoveCursor(Pixel to) override;
+  void CaptureMouse(bool on) override;
   void MoveWindow(const PixelRect& to) override { MoveTo(to); }
 
  private:

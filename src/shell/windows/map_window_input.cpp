@@ -83,7 +83,9 @@ LRESULT MapWindow::OnMapMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       OnMouseMove(wParam, lParam);
       return 0;
     case WM_CAPTURECHANGED:
-      if (reinterpret_cast<HWND>(lParam) != drawing_) context_.toolHost.OnCaptureLost(drawing_);
+      if (reinterpret_cast<HWND>(lParam) == drawing_) return 0;
+      view_->EndPan();
+      context_.toolHost.OnCaptureLost(drawing_);
       return 0;
     case WM_MOUSELEAVE:
       view_->OnMouseLeave();

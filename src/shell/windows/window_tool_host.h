@@ -48,6 +48,7 @@ class WindowToolHost : public ToolHost {
 
   HeldKeys Keys() const override;
   void Capture(MapView& view, bool on) override;
+  PixelSize DragThreshold() const override;
   void SetCursor(MapView& view, ToolCursor cursor) override;
   void DrawNow(MapView& view, const std::function<void(Canvas&)>& draw) override;
   bool TrackPopup(MapView& view, Pixel at, ToolPopup which) override;

@@ -1,5 +1,6 @@
 #include "views/tools/brush_selector.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -30,6 +31,17 @@ ViewBox SelectionBox(const MapView& view) {
 
 ViewQuad QuadOf(const ViewPoint& a, const ViewPoint& b) {
   return {{{a[0], a[1]}, {b[0], a[1]}, {b[0], b[1]}, {a[0], b[1]}}};
+}
+
+ViewBox BoxAround(const ViewQuad& quad) {
+  ViewBox box{quad[0], quad[0]};
+  for (const ViewPoint& corner : quad) {
+    for (std::size_t i = 0; i < 2; ++i) {
+      box.mins[i] = std::min(box.mins[i], corner[i]);
+      box.maxs[i] = std::max(box.maxs[i], corner[i]);
+    }
+  }
+  return box;
 }
 
 // From the dragged edge to the anchor.
@@ -107,10 +119,9 @@ ToolCursor BrushSelector::CursorAt(const MapView& view, Pixel at) const {
   return ToolCursor::Arrow;
 }
 
-void BrushSelector::Select(MapView& view, entity* object, bool add) {
+void BrushSelector::StartOver(const Map& map) {
   selectedByPress_ = true;
-  SetMode(view.map, HandleMode::Scale);
-  Selector::Select(view, object, add);
+  SetMode(map, HandleMode::Scale);
 }
 
 bool BrushSelector::IsForSelection(const MapView& view, Pixel at) const {
@@ -136,8 +147,7 @@ void BrushSelector::DrawOverlay(MapView& view, Canvas& canvas) {
   DrawSelection(view, canvas);
   const Bounds bounds = SelectionBounds(view.map);
   if (!bounds.IsEmpty()) {
-    const PixelSize area = view.DrawingArea();
-    const DrawContext context = view.Context(canvas, {0, 0, area.width, area.height});
+    const DrawContext context = view.Context(canvas, canvas.ClipBox());
     DrawHandles(bounds, view.transform, mode_, context.pens.foreground, canvas);
   }
   preview_.Draw(view, canvas);
@@ -172,29 +182,28 @@ void BrushSelector::Drag(MapView& view, Pixel at) {
     Cancel();
     return;
   }
+  const auto show = [&](const ViewQuad& quad, const std::string& status) {
+    Show(view, {ShapeOf(quad, view), SizeBeside(BoxAround(quad), view)}, status);
+  };
   switch (kind_) {
     case Kind::Move: {
       const MoveStep step = MoveTo(view, at);
       ViewBox box = SelectionBox(view);
       for (std::size_t i = 0; i < 2; ++i) box.mins[i] += step.by[i], box.maxs[i] += step.by[i];
-      Show(view, {ShapeOf(QuadOf(box.mins, box.maxs), view)}, step.status);
-      break;
+      return show(QuadOf(box.mins, box.maxs), step.status);
     }
     case Kind::Scale: {
       const ScaleStep step = ScaleTo(view, at);
       const ViewPoint anchor{double(view.snapx), double(view.snapy)};
-      Show(view, {ShapeOf(QuadOf(anchor, step.dragged), view)}, step.status);
-      break;
+      return show(QuadOf(anchor, step.dragged), step.status);
     }
     case Kind::Rotate: {
       const RotateStep step = RotateTo(view, at);
-      Show(view, {ShapeOf(step.corners, view)}, step.status);
-      break;
+      return show(step.corners, step.status);
     }
     case Kind::Skew: {
       const SkewStep step = SkewTo(view, at);
-      Show(view, {ShapeOf(step.corners, view)}, step.status);
-      break;
+      return show(step.corners, step.status);
     }
   }
 }

@@ -14,12 +14,13 @@ class BrushSelector : public Selector {
   PickLevel Level() const override { return PickLevel::Brushes; }
 
   void MouseDown(MapView& view, Pixel at, int button) override;
-  void Select(MapView& view, entity* object, bool add) override;
   void DrawOverlay(MapView& view, Canvas& canvas) override;
 
   // A click on the selection goes on to the next.
   HandleMode Mode() const { return mode_; }
   void SetMode(const Map& map, HandleMode mode);
+  // Something else is selected: the handles are the first ones again.
+  void StartOver(const Map& map);
 
  protected:
   void Drag(MapView& view, Pixel at) override;

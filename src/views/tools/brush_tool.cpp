@@ -51,7 +51,7 @@ void BrushTool::MouseDown(MapView& view, Pixel at, int button) {
 }
 
 std::optional<BrushTool::FaceHandle> BrushTool::HandleAt(const MapView& view, Pixel at) const {
-  for (const entity* e : SelectedBrushesAt(view, at, FACE_HANDLE_SIZE + 1)) {
+  for (const entity* e : SelectedBrushesAt(view, AtPixel(at), FACE_HANDLE_SIZE + 1)) {
     for (const Face& face : e->brush.Faces()) {
       if (!HasHandle(face, view.transform)) continue;
       const Vec3 middle = MiddleOf(face);
@@ -96,9 +96,9 @@ void BrushTool::Click(MapView& view, Pixel at) {
 
 void BrushTool::DrawOverlay(MapView& view, Canvas& canvas) {
   DrawSelection(view, canvas);
-  const PixelSize area = view.DrawingArea();
-  const Pen pen = view.Context(canvas, {0, 0, area.width, area.height}).pens.foreground;
-  for (const entity* e : SelectedBrushes(view.map)) {
+  const PixelRect part = canvas.ClipBox();
+  const Pen pen = view.Context(canvas, part).pens.foreground;
+  for (const entity* e : SelectedBrushesAt(view, part, FACE_HANDLE_SIZE)) {
     for (const Face& face : e->brush.Faces()) {
       if (!HasHandle(face, view.transform)) continue;
       const Pixel p = view.transform.ToScreen(MiddleOf(face));

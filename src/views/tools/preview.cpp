@@ -43,6 +43,9 @@ void DrawShape(const PreviewShape& shape, const Pen& pen, Canvas& canvas) {
   } else if (shape.points.size() > 1) {
     canvas.Polyline(pen, shape.points);
   }
+  if (!shape.words.empty()) {
+    canvas.Text(FontFace::Label, pen.colour, shape.points.front(), shape.words);
+  }
   if (!shape.squares) return;
   for (const Pixel p : shape.points) {
     const Pixel corner{p.x - SQUARE / 2, p.y - SQUARE / 2};

@@ -1,8 +1,9 @@
-// What a drag shows before anything is changed: lines drawn by inverting, so that drawing them
-// again takes them away. All that is on the screen is kept here, and a repaint in the middle of a
-// drag draws just that.
+// What a drag shows before anything is changed: lines and words drawn by inverting, so that drawing
+// them again takes them away. All that is on the screen is kept here, and a repaint in the middle
+// of a drag draws just that.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "platform/canvas.h"
@@ -16,8 +17,9 @@ class ViewList;
 // Pixels of the view.
 struct PreviewShape {
   std::vector<Pixel> points;
-  bool squares = false;  // 4 by 4 pixels at each point
-  bool broken = false;   // dashed: what may not be
+  bool squares = false;    // 4 by 4 pixels at each point
+  bool broken = false;     // dashed: what may not be
+  std::string words = {};  // at the first point
 };
 
 PreviewShape ClosedShape(std::vector<Pixel> corners);

@@ -52,14 +52,8 @@ void PrimitiveTool::MouseDown(MapView& view, Pixel at, int button) {
   } else if (button == BUTTON_RIGHT) {
     tools_.Use(tools_.brushSelector);
   } else {
-    RememberDepth(view.map);
     BeginDrag(view, at);
   }
-}
-
-void PrimitiveTool::RememberDepth(const Map& map) {
-  const Bounds bounds = SelectionBounds(map);
-  if (!bounds.IsEmpty()) lastSelection_ = bounds;
 }
 
 Bounds PrimitiveTool::BoxTo(const MapView& view, Pixel at) const {
@@ -74,9 +68,10 @@ Bounds PrimitiveTool::BoxTo(const MapView& view, Pixel at) const {
     box.mins[axes[i]] = static_cast<float>(std::min(from, to));
     box.maxs[axes[i]] = static_cast<float>(std::max(from, to));
   }
-  if (!lastSelection_.IsEmpty() && lastSelection_.mins[depth] < lastSelection_.maxs[depth]) {
-    box.mins[depth] = lastSelection_.mins[depth];
-    box.maxs[depth] = lastSelection_.maxs[depth];
+  const Bounds& last = view.LastSelected();
+  if (!last.IsEmpty() && last.mins[depth] < last.maxs[depth]) {
+    box.mins[depth] = last.mins[depth];
+    box.maxs[depth] = last.maxs[depth];
   } else {
     box.maxs[depth] = static_cast<float>(std::max(DEFAULT_DEPTH, 1 << view.gridu));
   }
@@ -86,7 +81,9 @@ Bounds PrimitiveTool::BoxTo(const MapView& view, Pixel at) const {
 void PrimitiveTool::Drag(MapView& view, Pixel at) {
   const Bounds box = BoxTo(view, at);
   const Vec3 size = box.maxs - box.mins;
-  Show(view, {RectangleShape(view.transform.ToScreen(box.mins, box.maxs))},
+  Show(view,
+       {RectangleShape(view.transform.ToScreen(box.mins, box.maxs)),
+        SizeBeside(ViewBoxOf(box, view), view)},
        Format("%s: %ix%i", NameOf(kind_), RoundToInt(size[view.transform.orienu]),
               RoundToInt(size[view.transform.orienv])));
 }

@@ -28,11 +28,9 @@ class PrimitiveTool : public ToolBase {
   // Across the view from the press to the cursor, on the grid when that is on. Along the depth as
   // the last selection was, else one grid step of 64 units up from the world's middle.
   Bounds BoxTo(const MapView& view, Pixel at) const;
-  void RememberDepth(const Map& map);
 
   PrimitiveKind kind_ = PrimitiveKind::Cuboid;
   int sides_ = 8;
-  Bounds lastSelection_;
 };
 
 const char* NameOf(PrimitiveKind kind);

@@ -53,14 +53,14 @@ std::vector<entity*> SelectedBrushes(const Map& map) {
   return found;
 }
 
-std::vector<entity*> SelectedBrushesAt(const MapView& view, Pixel at, int reach) {
+std::vector<entity*> SelectedBrushesAt(const MapView& view, const PixelRect& part, int reach) {
   std::vector<entity*> brushes = SelectedBrushes(view.map);
   std::erase_if(brushes, [&](const entity* e) {
     const Bounds& box = e->brush.Box();
     if (box.IsEmpty()) return true;
     const PixelRect rect = view.transform.ToScreen(box.mins, box.maxs);
-    return at.x < rect.left - reach || at.x > rect.right + reach || at.y < rect.top - reach ||
-           at.y > rect.bottom + reach;
+    return part.right <= rect.left - reach || part.left > rect.right + reach ||
+           part.bottom <= rect.top - reach || part.top > rect.bottom + reach;
   });
   return brushes;
 }

@@ -38,10 +38,15 @@ class ReshapeTool : public ToolBase {
   Vec3 SnappedOffset(const MapView& view, Pixel at, const Vec3& reference) const;
 };
 
+inline PixelRect AtPixel(Pixel at) {
+  return {at.x, at.y, at.x + 1, at.y + 1};
+}
+
 // All with faces in the selected trees, each once.
 std::vector<entity*> SelectedBrushes(const Map& map);
-// Those of them that may be seen within so many pixels of a place, or touch a box of the world.
-std::vector<entity*> SelectedBrushesAt(const MapView& view, Pixel at, int reach);
+// Those of them that may be seen within so many pixels of a part of the view, or touch a box of the
+// world.
+std::vector<entity*> SelectedBrushesAt(const MapView& view, const PixelRect& part, int reach);
 std::vector<entity*> SelectedBrushesIn(const Map& map, const Bounds& box);
 
 }  // namespace ferrowand

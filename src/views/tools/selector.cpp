@@ -178,6 +178,9 @@ void Selector::Drag(MapView& view, Pixel at) {
   for (const Bounds& box : PreviewBoxes(view.map)) {
     shapes.push_back(RectangleShape(view.transform.ToScreen(box.mins + by, box.maxs + by)));
   }
+  if (const Bounds all = SelectionBounds(view.map); !all.IsEmpty()) {
+    shapes.push_back(SizeBeside(ViewBoxOf({all.mins + by, all.maxs + by}, view), view));
+  }
   Show(view, std::move(shapes),
        Format("Translating: (%i, %i)", RoundToInt(offset[0]), RoundToInt(offset[1])));
 }

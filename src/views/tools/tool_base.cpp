@@ -16,6 +16,7 @@ namespace ferrowand {
 namespace {
 
 constexpr char ESCAPE = '\x1b';
+constexpr int SIZE_GAP = 8;  // pixels between a box and its size
 
 bool ShowsTheSame(const ViewTransform& a, const ViewTransform& b) {
   return a.originu == b.originu && a.originv == b.originv && a.scaleu == b.scaleu &&
@@ -48,6 +49,19 @@ PreviewShape ShapeOf(const ViewQuad& quad, const MapView& view) {
   std::vector<Pixel> corners;
   for (const ViewPoint& corner : quad) corners.push_back(ToPixel(corner, view));
   return ClosedShape(std::move(corners));
+}
+
+PreviewShape SizeBeside(const ViewBox& box, const MapView& view) {
+  const auto extent = [&](std::size_t axis) { return RoundToInt(box.maxs[axis] - box.mins[axis]); };
+  std::string words = Format("%i x %i", extent(0), extent(1));
+  const PixelSize size = view.MeasureLabel(words), area = view.DrawingArea();
+  const auto [left, right] = std::minmax({ToPixel(box.mins, view).x, ToPixel(box.maxs, view).x});
+  const int top = std::min(ToPixel(box.mins, view).y, ToPixel(box.maxs, view).y);
+  const bool fits = right + SIZE_GAP + size.width <= area.width;
+  const int beside = fits ? right + SIZE_GAP : left - SIZE_GAP - size.width;
+  const Pixel place{std::clamp(beside, 0, std::max(area.width - size.width, 0)),
+                    std::clamp(top, 0, std::max(area.height - size.height, 0))};
+  return {.points = {place}, .words = std::move(words)};
 }
 
 ToolBase::ToolBase(ToolSet& tools) : tools_(tools), preview_(tools.Host(), tools.Views()) {}
@@ -114,8 +128,9 @@ void ToolBase::MouseMove(MapView& view, Pixel at, int buttons) {
     return;
   }
   FollowView(view);
-  moved_ = moved_ || std::abs(at.x - pressPixel_.x) >= DRAG_THRESHOLD ||
-           std::abs(at.y - pressPixel_.y) >= DRAG_THRESHOLD;
+  const PixelSize still = Host().DragThreshold();
+  moved_ = moved_ || std::abs(at.x - pressPixel_.x) > still.width ||
+           std::abs(at.y - pressPixel_.y) > still.height;
   if (moved_) Drag(view, at);
 }
 
@@ -152,6 +167,10 @@ void ToolBase::DrawOverlay(MapView& view, Canvas& canvas) {
   preview_.Draw(view, canvas);
 }
 
+void ToolBase::SelectionChanged(const Map& map) {
+  tools_.SelectionChanged(map);
+}
+
 void ToolBase::Show(MapView& view, std::vector<PreviewShape> shapes, const std::string& status) {
   preview_.Show(view, std::move(shapes));
   view.SetStatus(status);
@@ -173,8 +192,7 @@ HitQuery ToolBase::QueryAt(const MapView& view, Pixel at, PickLevel level) const
 }
 
 void ToolBase::DrawSelection(MapView& view, Canvas& canvas) const {
-  const PixelSize area = view.DrawingArea();
-  DrawContext context = view.Context(canvas, {0, 0, area.width, area.height});
+  DrawContext context = view.Context(canvas, canvas.ClipBox());
   for (const entity* selected : view.map.selection) DrawOutline(*selected, context);
 }
 

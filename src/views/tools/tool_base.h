@@ -20,8 +20,6 @@ class MapView;
 class ToolSet;
 
 inline constexpr int NO_PRESS = -32767;
-// Pixels on either axis by which the cursor must leave the press before that becomes a drag.
-inline constexpr int DRAG_THRESHOLD = 2;
 
 ViewInts WorldAt(const MapView& view, Pixel at);
 ViewBox ViewBoxOf(const Bounds& box, const MapView& view);
@@ -29,6 +27,8 @@ ViewBox ViewBoxOf(const Bounds& box, const MapView& view);
 Vec3 ToWorld(const ViewPoint& by, const MapView& view);
 Pixel ToPixel(const ViewPoint& point, const MapView& view);
 PreviewShape ShapeOf(const ViewQuad& quad, const MapView& view);
+// How large a box is, in world units: to its right, or where the view has room.
+PreviewShape SizeBeside(const ViewBox& box, const MapView& view);
 
 class ToolBase : public Tool {
  public:
@@ -42,6 +42,8 @@ class ToolBase : public Tool {
   bool Key(MapView& view, char c) override;
   void Group(MapView& view) override;
   void DrawOverlay(MapView& view, Canvas& canvas) override;
+  // All tools of the set hear of it.
+  void SelectionChanged(const Map& map) override;
   bool IsDragging() const override { return press_[0] != NO_PRESS; }
   bool HasPreview() const override { return preview_.IsShown(); }
   void Cancel() override;

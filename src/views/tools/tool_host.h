@@ -46,6 +46,8 @@ class ToolHost {
   virtual HeldKeys Keys() const = 0;
   // While captured, the view gets what the mouse does anywhere.
   virtual void Capture(MapView& view, bool on) = 0;
+  // Pixels on either axis by which the mouse may leave a press before that becomes a drag.
+  virtual PixelSize DragThreshold() const { return {4, 4}; }
   virtual void SetCursor(MapView& view, ToolCursor cursor) = 0;
   // Lets `draw` draw on what the view shows now, at once and with no repaint.
   virtual void DrawNow(MapView& view, const std::function<void(Canvas&)>& draw) = 0;

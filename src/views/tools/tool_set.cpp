@@ -32,6 +32,11 @@ void ToolSet::CreatePrimitive(PrimitiveKind kind) {
   if (primitiveTool.Prepare(kind)) Use(primitiveTool);
 }
 
+void ToolSet::SelectionChanged(const Map& map) {
+  brushSelector.StartOver(map);
+  vertexTool.Forget();
+}
+
 void ToolSet::StartRectangle(Selector& from, MapView& view, Pixel at) {
   current_ = &rectangle_;
   rectangle_.Start(from, view, at);

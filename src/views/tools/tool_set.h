@@ -39,6 +39,9 @@ class ToolSet {
   // A tool made elsewhere, not owned, at the end of the cycle.
   void AddToCycle(Tool& tool) { cycle_.push_back(&tool); }
 
+  // The tools forget what they knew of the selection before.
+  void SelectionChanged(const Map& map);
+
   // For the selectors and the rubber band between themselves.
   void StartRectangle(Selector& from, MapView& view, Pixel at);
   void ReturnTo(Tool& tool) { current_ = &tool; }

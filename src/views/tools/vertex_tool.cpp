@@ -68,7 +68,7 @@ std::vector<Vec3> EdgeAt(const std::vector<entity*>& brushes, const MapView& vie
 
 // All that lie behind each other there, else the ends of an edge.
 std::vector<Vec3> VertexTool::CornersAt(const MapView& view, Pixel at) const {
-  const std::vector<entity*> brushes = SelectedBrushesAt(view, at, CORNER_SIZE);
+  const std::vector<entity*> brushes = SelectedBrushesAt(view, AtPixel(at), CORNER_SIZE);
   std::vector<Vec3> corners = CornersOf(brushes);
   std::erase_if(corners, [&](const Vec3& c) { return !IsNear(view.transform.ToScreen(c), at); });
   return corners.empty() ? EdgeAt(brushes, view, at) : corners;
@@ -203,14 +203,16 @@ void VertexTool::Click(MapView& view, Pixel at) {
 
 void VertexTool::DrawOverlay(MapView& view, Canvas& canvas) {
   DrawSelection(view, canvas);
-  const PixelSize area = view.DrawingArea();
-  const Pen pen = view.Context(canvas, {0, 0, area.width, area.height}).pens.foreground;
+  const PixelRect part = canvas.ClipBox();
+  const Pen pen = view.Context(canvas, part).pens.foreground;
   const CornerSet picked(picked_);
-  for (const Vec3& corner : CornersOfSelection(view.map)) {
-    const Pixel p = view.transform.ToScreen(corner);
-    canvas.Rectangle(
-        pen, picked.Contains(corner) ? PICKED : WHITE,
-        {p.x - CORNER_SIZE + 1, p.y - CORNER_SIZE + 1, p.x + CORNER_SIZE, p.y + CORNER_SIZE});
+  for (const entity* e : SelectedBrushesAt(view, part, CORNER_SIZE)) {
+    for (const Vec3& corner : CornersOf(e->brush)) {
+      const Pixel p = view.transform.ToScreen(corner);
+      canvas.Rectangle(
+          pen, picked.Contains(corner) ? PICKED : WHITE,
+          {p.x - CORNER_SIZE + 1, p.y - CORNER_SIZE + 1, p.x + CORNER_SIZE, p.y + CORNER_SIZE});
+    }
   }
   preview_.Draw(view, canvas);
 }

@@ -24,6 +24,7 @@ class VertexTool : public ReshapeTool {
   void PickAll(const Map& map);
   void InvertPicked(const Map& map);
   const std::vector<Vec3>& Picked() const { return picked_; }
+  void Forget() { picked_.clear(); }
 
  protected:
   Vec3 Offset(const MapView& view, Pixel at) const override;

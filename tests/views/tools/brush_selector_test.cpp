@@ -77,8 +77,17 @@ TEST_F(BrushSelectorTest, ClicksOnTheSelectionGoThroughTheHandles) {
     Click(32, 64);
   }
   small.AddCuboid({-256, 0, 0}, {-128, 64, 64});
+  const auto turn = [&] { tools.brushSelector.SetMode(map, HandleMode::Rotate); };
+  turn();
+  host.keys.control = true;
+  Click(-400, -200);
+  EXPECT_EQ(tools.brushSelector.Mode(), HandleMode::Rotate) << "nothing else is selected";
+  host.keys.control = false;
   Click(-200, 32);
   EXPECT_EQ(tools.brushSelector.Mode(), HandleMode::Scale) << "a new selection starts over";
+  turn();
+  map.selection.Set({&cube});
+  EXPECT_EQ(tools.brushSelector.Mode(), HandleMode::Scale) << "whoever made it";
 }
 
 }  // namespace

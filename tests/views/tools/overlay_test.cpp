@@ -101,6 +101,55 @@ TEST_F(OverlayTest, APreviewIsDrawnInSquaresAndDashesWhereItsPointsAre) {
   EXPECT_NEAR(covered, 40, 4);
 }
 
+TEST_F(OverlayTest, AStripCostsWhatOfTheSelectionIsSeenInIt) {
+  for (int i = 0; i < 50; ++i) {
+    const auto x = static_cast<float>(i * 32 - 780);
+    map.selection.Add(small.AddCuboid({x, 0, 0}, {x + 16, 64, 64}));
+  }
+  for (Tool* tool : {static_cast<Tool*>(&tools.entitySelector),
+                     static_cast<Tool*>(&tools.brushTool), static_cast<Tool*>(&tools.vertexTool)}) {
+    tools.Use(*tool);
+    CanvasRecorder whole, strip;
+    tool->DrawOverlay(view, whole);
+    strip.SetClip({200, 0, 201, 300});
+    tool->DrawOverlay(view, strip);
+    EXPECT_GE(whole.calls.size(), 50u) << tool->Name();
+    EXPECT_LE(strip.calls.size(), 20u) << tool->Name();
+    EXPECT_GE(strip.calls.size(), 2u) << tool->Name();
+  }
+}
+
+TEST_F(OverlayTest, TheSizeOfWhatIsDraggedStandsBesideItsBox) {
+  entity& cube = small.AddCuboid({0, 0, 0}, {64, 128, 32});
+  const auto words = [&] {
+    CanvasRecorder canvas;
+    tools.Current()->DrawOverlay(view, canvas);
+    const auto texts = canvas.Of(Kind::Text);
+    return texts.size() == 1 ? texts[0] : CanvasRecorder::Call{};
+  };
+  const auto drag = [&](Tool& tool, Pixel from, Pixel to) {
+    map.selection.Set({&cube});
+    tools.Use(tool);
+    Press(from.x, from.y);
+    EXPECT_TRUE(words().text.empty());
+    MoveTo(to.x, to.y);
+  };
+  map.SetOptionBits(MAP_GRID);
+  // Its right edge comes to 160 units, 40 pixels right of the middle, its top to 160.
+  for (Tool* tool :
+       {static_cast<Tool*>(&tools.entitySelector), static_cast<Tool*>(&tools.brushSelector)}) {
+    drag(*tool, {32, 32}, {128, 64});
+    EXPECT_EQ(words().text, "64 x 128");
+    EXPECT_EQ(words().rect, (PixelRect{248, 110, 248, 110}));
+    MoveTo(728, 600);  // no room to the right; 8 letters of 7 pixels
+    EXPECT_EQ(words().rect, (PixelRect{310, 0, 310, 0}));
+  }
+  drag(tools.brushSelector, {80, 64}, {128, 64});
+  EXPECT_EQ(words().text, "128 x 128");
+  drag(tools.primitiveTool, {-64, -64}, {64, 192});
+  EXPECT_EQ(words().text, "128 x 256");
+}
+
 TEST_F(OverlayTest, PickedCornersStandOutAndAnotherToolRepaintsEveryView) {
   entity& cube = small.AddCuboid({0, 0, 0}, {64, 64, 64});
   map.selection.Set({&cube});

@@ -20,6 +20,7 @@ TEST_F(PrimitiveToolTest, TheBoxIsDrawnOnTheGridAndAsDeepAsTheLastSelection) {
   for (const auto& [kind, selected, from, to, made, faces] : cases) {
     map.selection.Clear();
     if (selected) map.selection.Set({selected});
+    map.selection.Clear();
     tools.CreatePrimitive(kind);
     Drag(from.x, from.y, to.x, to.y);
     EXPECT_EQ(tools.Current(), &tools.brushSelector);

@@ -102,6 +102,19 @@ TEST_F(ToolBaseTest, WhateverComesInTheMiddleOfADragEndsItWithoutEffect) {
   }
 }
 
+TEST_F(ToolBaseTest, ADragBeginsBeyondTheThresholdOnEitherAxis) {
+  tools.Use(tools.brushSelector);
+  const Pixel at = At(32, 32);
+  host.threshold = {3, 6};
+  for (const auto& [by, drags] :
+       Cases<Pixel, bool>{{{3, 6}, false}, {{-3, -6}, false}, {{4, 0}, true}, {{0, -7}, true}}) {
+    view.OnMouseDown(at, BUTTON_LEFT, false, false);
+    view.OnMouseMove({at.x + by.x, at.y + by.y}, BUTTON_LEFT, false);
+    EXPECT_EQ(tools.Current()->HasPreview(), drags) << by.x << ' ' << by.y;
+    tools.Current()->Cancel();
+  }
+}
+
 TEST_F(ToolBaseTest, WhatADragShowsLeavesNoTraceHoweverThePictureIsRepainted) {
   SoftwareCanvas screen(window.area);
   host.screens[&view] = &screen;

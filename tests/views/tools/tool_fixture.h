@@ -35,9 +35,11 @@ class FakeToolHost : public ToolHost {
   std::vector<entity*> edited;
   std::optional<int> sides = 8;
   int toolChanges = 0;
+  PixelSize threshold{2, 2};
 
   HeldKeys Keys() const override { return keys; }
   void Capture(MapView&, bool on) override { captured = on; }
+  PixelSize DragThreshold() const override { return threshold; }
   void SetCursor(MapView&, ToolCursor c) override { cursor = c; }
   void DrawNow(MapView& view, const std::function<void(Canvas&)>& draw) override {
     ++draws;

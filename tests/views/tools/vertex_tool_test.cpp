@@ -150,6 +150,19 @@ TEST_F(ReshapeTest, TheRightButtonOpensThePopupOfTheMode) {
   EXPECT_EQ(tools.Current(), &tools.brushSelector);
 }
 
+TEST_F(ReshapeTest, CornersAreForgottenWithTheSelection) {
+  for (Tool* tool :
+       {static_cast<Tool*>(&tools.vertexTool), static_cast<Tool*>(&tools.entitySelector)}) {
+    map.selection.Set({&cube});
+    tools.vertexTool.PickAll(map);
+    tools.Use(*tool);
+    map.selection.Set({&cube});
+    EXPECT_EQ(tools.vertexTool.Picked().size(), 8u);
+    map.selection.Clear();
+    EXPECT_TRUE(tools.vertexTool.Picked().empty()) << tool->Name();
+  }
+}
+
 TEST(CornerSetTest, WhatLiesNearIsThereAlsoAcrossTheSidesOfItsCells) {
   CornerSet set;
   for (int i = 0; i < 64; ++i) {
