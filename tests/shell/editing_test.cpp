@@ -346,9 +346,7 @@ TEST_F(EditingTest, ThePopupGreysWhatIsNotThereAndPropertiesOfSeveralGroupsThem)
     PopUp(0, at);
     std::string items;
     for (UINT i = 0; i < 12; ++i) {
-      const UINT state =
-          GetMenuState(parts->popups.Get(ID_POPUP_SELECTION), 1000 + i, MF_BYCOMMAND);
-      items += state & MF_GRAYED ? '-' : '+';
+      items += dialogs.tracked[1000 + i] & MF_GRAYED ? '-' : '+';
     }
     return items;
   };
