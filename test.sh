@@ -60,6 +60,21 @@ if have_wine32; then
 else
   say "No 32-bit Wine here: the 32-bit program was built and linked, but not run"
 fi
+# with_letters DPI COMMAND...: in a system whose letters are of that size.
+with_letters() {
+  local key='HKCU\Control Panel\Desktop' result
+  wine reg add "$key" /v LogPixels /t REG_DWORD /d "$1" /f >/dev/null 2>&1
+  wineserver -k -w
+  "${@:2}"
+  result=$?
+  wine reg delete "$key" /v LogPixels /f >/dev/null 2>&1
+  wineserver -k -w
+  return $result
+}
+large_windows() {
+  run_tests build/win64 wine ferrowand_ui_tests.exe --gtest_filter='*Tidy*:*AreDrawn*:*ShowPicture*'
+}
+step "Windows with letters of twice the size" with_letters 192 large_windows
 step "A level, built with mouse and keys" scripts/session.sh
 step "What is seen is what is reached" scripts/session.sh tests/session/reach.txt
 step "The same map from every build" scripts/same_bytes.sh

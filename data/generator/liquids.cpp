@@ -41,8 +41,8 @@ std::vector<Image> MakeLiquids(const Palette& p) {
   std::vector<Image> images;
   images.push_back(
       Liquid("*water1", p, {28, 30, 46}, {52, 56, 82}, {104, 108, 152}, 0.3, STEEL | GREY, 501));
-  images.push_back(Liquid("*water2", p, {34, 38, 26}, {60, 62, 40}, {98, 94, 62}, 0.25,
-                          OLIVE | MOSS | BROWN, 505));
+  images.push_back(
+      Liquid("*water2", p, {30, 32, 12}, {52, 54, 22}, {92, 92, 48}, 0.25, OLIVE | GREY, 505));
   images.push_back(Liquid("*slime1", p, {24, 34, 6}, {52, 66, 10}, {104, 112, 24}, 0.35,
                           OLIVE | MOSS | BLUE >> 3, 509));
   images.push_back(Liquid("*lava1", p, {75, 7, 0}, {163, 39, 11}, {247, 190, 100}, 0.4, GLOW, 513));

@@ -207,7 +207,7 @@ std::vector<Image> MakeMasonry(const Palette& p) {
   images.push_back(RockFace("rock_brown", p, BROWN_STONE * 0.95, BROWN | SAND, 91));
   images.push_back(RockFace("rock_grey", p, GREY_STONE * 0.85, GREY | STEEL, 92));
   images.push_back(Ground("ground_dirt", p, {74, 56, 34}, {50, 38, 24}, BROWN, 95));
-  images.push_back(Ground("ground_grass", p, {50, 56, 36}, {58, 48, 30}, OLIVE | MOSS | BROWN, 96));
+  images.push_back(Ground("ground_grass", p, {50, 52, 14}, {56, 46, 26}, OLIVE | BROWN, 96));
   return images;
 }
 

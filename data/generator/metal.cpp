@@ -43,7 +43,7 @@ Image Ribbed(const char* name, const Palette& palette, int width, int height, in
              const Rgb& base, Ramps ramps, unsigned seed) {
   Surface s = Sheet(width, height, base, seed);
   for (int x = 0; x < width; x += rib) s.Tube(true, x + 1, rib - 2, rib * 0.35);
-  s.Grime(0.35, seed + 5).Shade(0.22);
+  s.Shade(0.22);  // no grime: ribs and pipes run on from one patch to the next
   return s.Finish(name, palette, ramps);
 }
 
@@ -170,7 +170,7 @@ std::vector<Image> MakeMetal(const Palette& p) {
   images.push_back(
       Plate("metal_panel", p, 96, 96, 48, {66, 68, 80}, 0.2, STEEL | GREY | SAND, 206));
   images.push_back(Ribbed("metal_rib", p, 64, 64, 16, IRON * 0.9, GREY | STEEL, 207));
-  images.push_back(Ribbed("metal_pipe", p, 80, 64, 40, RUSTED * 1.15, SAND | GREY | RUST, 208));
+  images.push_back(Ribbed("metal_pipe", p, 80, 64, 40, RUSTED * 1.15, BROWN | GREY, 208));
   images.push_back(Tread("metal_tread", p));
   images.push_back(Grate("metal_grate", p));
   images.push_back(Beam("metal_beam", p));

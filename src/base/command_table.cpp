@@ -14,6 +14,9 @@ bool HasMap(const CommandFacts& facts) {
 bool HasView(const CommandFacts& facts) {
   return facts.hasView;
 }
+bool HasSelection(const CommandFacts& facts) {
+  return facts.hasSelection;
+}
 bool CanUndo(const CommandFacts& facts) {
   return facts.canUndo;
 }
@@ -82,7 +85,7 @@ constexpr CommandRow MAINMENU[] = {
     {Command::FileClose, "File", "&Close", "", HasMap},
     {Command::FileSave, "File", "&Save", "Ctrl+S", HasMap},
     {Command::FileSaveAs, "File", "Save &as...", "Ctrl+Shift+S", HasMap},
-    {Command::SaveGroup, "File", "Save &Group", "", HasMap},
+    {Command::SaveGroup, "File", "Save &Group", "", HasSelection},
     {Command::ExportQuake, "File/Export", "&Quake", "", HasMap},
     {Command::EditOptions, "File", "O&ptions...", "", Always},
     {Nth(Command::RecentMap, 0), "File", "- NO FILE -", "", Recent<0>},
@@ -95,13 +98,13 @@ constexpr CommandRow MAINMENU[] = {
     {Command::Undo, "Edit", "&Undo", "Ctrl+Z", CanUndo},
     {Command::Redo, "Edit", "&Redo", "Ctrl+Shift+Z", CanRedo},
     {Command::Insert, "Edit", "&Insert", "ins", HasMap},
-    {Command::Cut, "Edit", "Cu&t", "Ctrl+X", HasMap},
-    {Command::Copy, "Edit", "&Copy", "Ctrl+C", HasMap},
+    {Command::Cut, "Edit", "Cu&t", "Ctrl+X", HasSelection},
+    {Command::Copy, "Edit", "&Copy", "Ctrl+C", HasSelection},
     {Command::Paste, "Edit", "&Paste", "Ctrl+V", HasMap},
-    {Command::Clear, "Edit", "C&lear", "Del", HasMap},
-    {Command::SelectNone, "Edit", "&Select None", "C", HasMap},
-    {Command::Duplicate, "Edit", "&Duplicate", "Ctrl+D", HasMap},
-    {Command::MultiDuplicate, "Edit", "&Multi Dupe", "Shift+Ctrl+D", HasMap},
+    {Command::Clear, "Edit", "C&lear", "Del", HasSelection},
+    {Command::SelectNone, "Edit", "&Select None", "C", HasSelection},
+    {Command::Duplicate, "Edit", "&Duplicate", "Ctrl+D", HasSelection},
+    {Command::MultiDuplicate, "Edit", "&Multi Dupe", "Shift+Ctrl+D", HasSelection},
     {Command::FindEntity, "Edit", "&Find Entity...", "Ctrl+Shift+F", HasMap},
     {Command::FindTexture, "Edit", "Find &Texture...", "", HasMap},
     {Command::ReplaceTexture, "Edit", "R&eplace Texture...", "", HasMap},
@@ -117,16 +120,16 @@ constexpr CommandRow MAINMENU[] = {
     {Command::SelectNext, "Modes", "&Next", "TAB", HasMap},
     {Command::FaceEdit, "Modes", "&Face edit", "Ctrl+F", HasMap},
     {Command::TouchUp, "Modes", "&Touch up", "Ctrl+U", HasMap, InUse<Command::TouchUp>},
-    {Command::OperateMatrix, "Operate", "&Matrix...", "", HasMap},
+    {Command::OperateMatrix, "Operate", "&Matrix...", "", HasSelection},
     {Command::ScaleFlip, "Operate", "S&cale/Flip...", "", HasMap},
     {Command::CsgSubtraction, "Operate", "CSG &Subtraction", "S", HasMap},
     {Command::CsgIntersection, "Operate", "CSG &Intersection", "", HasMap},
     {Command::Hollow, "Operate", "H&ollow", "", HasMap},
     {Command::SetAsLeading, "Operate", "Set as &Leading", "", HasMap},
-    {Command::Group, "Operate", "&Group", "", HasMap},
-    {Command::Ungroup, "Operate", "&Ungroup", "", HasMap},
+    {Command::Group, "Operate", "&Group", "", HasSelection},
+    {Command::Ungroup, "Operate", "&Ungroup", "", HasSelection},
     {Command::ShowHidden, "Operate", "&Show temp. hidden", "", HasMap},
-    {Command::HideSelection, "Operate", "&Hide selection", "J", HasMap},
+    {Command::HideSelection, "Operate", "&Hide selection", "J", HasSelection},
     {Command::InsertTemplate, "Tools", "&Insert Template instance", "", HasMap},
     {Command::Embed, "Tools", "E&mbed...", "", HasMap},
     {Command::InsertLayer, "Tools", "Insert l&ayer", "", HasMap},
@@ -159,8 +162,8 @@ constexpr CommandRow MAINMENU[] = {
     {Command::DrawLightRadius, "View", "Draw light r&adius", "", Always, LightRadius},
     {Command::DrawTemplates, "View", "Draw &templates", "", Always, Templates},
     {Command::RenderPointEntities, "View", "Render point &entities", "", Always, PointEntities},
-    {Command::CentreSelection, "View", "Center around &selection", "Ctrl+N", HasMap},
-    {Command::CentreAndZoom, "View", "Ce&nter and zoom", "Q", HasMap},
+    {Command::CentreSelection, "View", "Center around &selection", "Ctrl+N", HasSelection},
+    {Command::CentreAndZoom, "View", "Ce&nter and zoom", "Q", HasSelection},
     {Command::ZoomToFit, "View", "Zoom to &fit", "", HasMap},
     {Command::CameraToStart, "View", "3D &camera to start", "", HasMap},
     {Command::PaleOthers, "View", "&Pale all but the selection", "", Always, Pale},
@@ -188,7 +191,7 @@ constexpr CommandRow MAINMENU[] = {
 constexpr CommandRow OTHERS[] = {
     {Command::ToggleGridAndSnap, "", "", "", HasView},
     {Command::ApplyTexture, "", "", "", HasMap},
-    {Command::FlipX, "", "", "", HasMap},
+    {Command::FlipX, "", "Flip along X", "", HasSelection},
     {Command::CreateCuboid, "", "", "", HasMap, InUse<Command::CreateCuboid>},
     {Command::CreateWedge, "", "", "", HasMap, InUse<Command::CreateWedge>},
     {Command::CreateColumn, "", "", "", HasMap, InUse<Command::CreateColumn>},
@@ -255,6 +258,14 @@ std::string MenuText(const CommandRow& row) {
   std::string text(row.text);
   if (!row.accelerator.empty()) text.append("\t").append(row.accelerator);
   return text;
+}
+
+std::string NameOf(const CommandRow& row) {
+  std::string name(row.text);
+  if (name.empty()) name = ToolTip(Id(row.command));
+  name.resize(std::min({name.size(), name.find(" ("), name.find("...")}));
+  std::erase(name, '&');
+  return name;
 }
 
 std::string RecentMapText(const Options& options, std::size_t index) {

@@ -163,6 +163,7 @@ inline constexpr unsigned Id(Command command) {
 struct CommandFacts {
   bool hasMap = false;   // a map's window is active
   bool hasView = false;  // and it is a 2D view
+  bool hasSelection = false;
   bool canUndo = false;
   bool canRedo = false;
   bool grid = false;  // of the active map
@@ -191,13 +192,15 @@ struct CommandRow {
 
 // In menu order.
 std::span<const CommandRow> MainMenuCommands();
-// Those that only accelerators, popups and the toolbar give; without menu and text.
+// Those that only accelerators, popups and the toolbar give; without menu.
 std::span<const CommandRow> OtherCommands();
 // Null for what is no command. Commands that stand for a range are found by any number of it.
 const CommandRow* FindCommand(unsigned id);
 
 // The text of a menu item: the name, a tab, the accelerator.
 std::string MenuText(const CommandRow& row);
+// What the user reads of the command elsewhere: the text alone, or else that of its button.
+std::string NameOf(const CommandRow& row);
 // The text of a recent map's item.
 std::string RecentMapText(const Options& options, std::size_t index);
 

@@ -80,6 +80,11 @@ const Setting SETTINGS[] = {
     {"Undo Memory", &Options::undoMegabytes},
     {"Backups", &Options::backups},
     {"Autosave Minutes", &Options::autosaveMinutes},
+    {"Frame Left", &Options::frameLeft},
+    {"Frame Top", &Options::frameTop},
+    {"Frame Right", &Options::frameRight},
+    {"Frame Bottom", &Options::frameBottom},
+    {"Frame Maximised", &Options::frameMaximised},
     {"Pale Others", &Options::paleOthers},
 };
 

@@ -70,7 +70,9 @@ struct Options {
   std::uint8_t rotationStep = 15;     // of turns with the mouse, degrees, 1 .. MAXROTATIONSTEP
   std::uint8_t backups = 3;           // earlier versions that a save keeps beside the file
   std::uint16_t autosaveMinutes = 5;  // between two times that unsaved work is kept; 0: never
-  std::uint8_t paleOthers = 0;        // while something is selected, all else is drawn paler
+  std::int32_t frameLeft = 0, frameTop = 0, frameRight = 0, frameBottom = 0;  // empty: unknown
+  std::uint8_t frameMaximised = 1;
+  std::uint8_t paleOthers = 0;  // while something is selected, all else is drawn paler
   std::array<std::array<std::uint8_t, 2>, NUMKEYACTIONS> keys;  // virtual-key codes
 
   Options();

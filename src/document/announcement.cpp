@@ -39,6 +39,7 @@ void Map::Announce() {
   const MapChange change = std::exchange(pending_, {});
   if (change.IsNone()) return;
   for (MapObserver* observer : observers_) observer->OnChange(change);
+  if (!change.done.empty()) ShowStatus(change.done);
 }
 
 void AddExtent(const entity& e, Bounds& box) {

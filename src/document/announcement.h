@@ -32,6 +32,8 @@ struct MapChange {
   bool target = false;     // new objects go elsewhere: the current layer or the leading group
   bool file = false;       // it was saved: its name, and whether it is modified
 
+  std::string done;  // for the status line, after all that this changes there
+
   // Of all that was or is to be seen where something changed, the selection's bounds before and
   // after included. World units. What is drawn beyond the bounds of objects (names, markers, radii,
   // arrows, handles) is for who draws it to know.
@@ -39,7 +41,7 @@ struct MapChange {
 
   bool IsNone() const {
     return !everything && changed.empty() && came.empty() && went.empty() && moved.empty() &&
-           !selection && !target && !file && box.IsEmpty();
+           !selection && !target && !file && done.empty() && box.IsEmpty();
   }
 };
 

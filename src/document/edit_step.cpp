@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "document/action.h"
 #include "document/classes/template_index.h"
 #include "document/map.h"
 
@@ -21,8 +22,11 @@ EditStep::~EditStep() {
   map_.Templates().SetStepOpen(false);
   if (step_.IsEmpty()) return;
   step_.Finish();
-  step_.Describe(scope_.Change());
-  if (!step_.IsEmpty()) map_.undo.Push(std::move(step_));
+  MapChange& change = scope_.Change();
+  step_.Describe(change);
+  if (step_.IsEmpty()) return;
+  step_.name = change.done = ActionInWords(map_, change);
+  map_.undo.Push(std::move(step_));
 }
 
 void EditStep::Change(entity& e) {

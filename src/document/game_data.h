@@ -2,6 +2,8 @@
 // and the way to the user. One is made by the program's entry and outlives every map.
 #pragma once
 
+#include <string>
+
 #include "base/path_text.h"
 #include "base/progress.h"
 #include "base/report.h"
@@ -26,6 +28,7 @@ struct GameData {
   Palette palette;
   WadLibrary wads;
   ClassLibrary classes;
+  std::string action;  // of the user, under way; empty for none
 };
 
 }  // namespace ferrowand

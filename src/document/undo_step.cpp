@@ -261,10 +261,11 @@ void UndoStep::Reverse() {
   std::swap(layer_, otherLayer_);
 }
 
-void UndoStep::ReverseAndAnnounce() {
+void UndoStep::ReverseAndAnnounce(const char* way) {
   ChangeScope scope(*map_);
   Reverse();
   Describe(scope.Change());
+  scope.Change().done = name.empty() ? way : way + (" " + name);
 }
 
 void UndoStep::Describe(MapChange& change) {

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <span>
+#include <string>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -40,7 +41,10 @@ class UndoStep {
   // Takes everything back; the next time, does it again. What comes back is bound to the classes
   // and textures that the map uses by now, and what leaves is not selected any more.
   void Reverse();
-  void ReverseAndAnnounce();
+  // With what that is in the status line: the way, and the name.
+  void ReverseAndAnnounce(const char* way);
+
+  std::string name;  // of what it did, for the user; may be empty
 
   // What has been done, or taken back, since the step began or was reversed last, for whoever shows
   // the map.

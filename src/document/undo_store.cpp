@@ -46,7 +46,7 @@ void UndoStore::Undo() {
   redo_.push_back(std::move(steps_.back()));
   steps_.pop_back();
   state_ = redo_.back().before;
-  redo_.back().step.ReverseAndAnnounce();
+  redo_.back().step.ReverseAndAnnounce("Undo");
   Weigh(redo_.back());
   KeepWithin();
 }
@@ -56,7 +56,7 @@ void UndoStore::Redo() {
   steps_.push_back(std::move(redo_.back()));
   redo_.pop_back();
   state_ = steps_.back().after;
-  steps_.back().step.ReverseAndAnnounce();
+  steps_.back().step.ReverseAndAnnounce("Redo");
   Weigh(steps_.back());
   KeepWithin();
 }

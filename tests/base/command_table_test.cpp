@@ -23,6 +23,10 @@ const Commands IN_A_VIEW = {ZoomIn,      ZoomOut,         GridToggle,        Sna
                             GridSmaller, GridLarger,      ModeNormal,        ModeOneMip,
                             ModeHeights, ModeLayerColour, ToggleGridAndSnap, ToolMapMode};
 
+const Commands OF_A_SELECTION = {
+    SaveGroup,     Cut,   Copy,    Clear,         SelectNone,      Duplicate,     MultiDuplicate,
+    OperateMatrix, Group, Ungroup, HideSelection, CentreSelection, CentreAndZoom, FlipX};
+
 class CommandTableTest : public testing::Test {
  protected:
   // All of which the row's fact is true.
@@ -55,8 +59,9 @@ TEST_F(CommandTableTest, WhatNeedsNoMapWhatNeedsAViewAndAllTheOthersNeedAMap) {
   }
   EXPECT_EQ(Where(&CommandRow::available), ANYTIME);
   facts.hasMap = true;
-  EXPECT_EQ(Where(&CommandRow::available), Without(Without(all, more), IN_A_VIEW));
-  facts.hasView = true;
+  EXPECT_EQ(Where(&CommandRow::available),
+            Without(Without(Without(all, more), IN_A_VIEW), OF_A_SELECTION));
+  facts.hasView = facts.hasSelection = true;
   EXPECT_EQ(Where(&CommandRow::available), Without(all, more));
   facts = {.canUndo = true, .options = &options};
   EXPECT_EQ(Without(Where(&CommandRow::available), ANYTIME), Commands{Undo});

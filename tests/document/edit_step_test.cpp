@@ -1,5 +1,6 @@
 #include "document/edit_step.h"
 
+#include "document/action.h"
 #include "document/classes/class_set.h"
 #include "document/document_fixture.h"
 #include "support/document_checks.h"
@@ -155,6 +156,51 @@ TEST_F(EditStepTest, InAListThatBecameShorterPlacesEndAtItsEnd) {
   ASSERT_EQ(layer.getEntityList().size(), 3u);
   EXPECT_EQ(layer.getEntityList()[1].get(), last[0]);
   EXPECT_EQ(layer.getEntityList()[2].get(), last[1]);
+}
+
+// The last thing that the status line was told.
+struct StatusLine : MapObserver {
+  void OnStatus(const std::string& text) override { shown = text; }
+  std::string shown;
+};
+
+TEST_F(EditStepTest, AStepIsToldByTheNameOfWhatTheUserDoesAndToHowMany) {
+  StatusLine status;
+  map.AddObserver(status);
+  entity& group = Add(map);
+  entity& member = Add(group);
+  EXPECT_EQ(status.shown, "") << "nobody said what it is";
+  {
+    const ActionScope action(data, "Turn");
+    const ActionScope inner(data, "Move");
+    EditStep step(map);
+    step.Change(group);
+    for (entity* e : {&group, &member}) e->SetKey("angle", "90");
+  }
+  EXPECT_EQ(status.shown, "Turn: 1 brush") << "its members go with it";
+  {
+    const ActionScope action(data, "Take apart");
+    EditStep step(map);
+    step.Move(member, *map.currentLayer());
+    step.Remove(group);
+    step.ChangeKeys(*map.currentLayer());
+    map.currentLayer()->SetKey("changed", "yes");
+  }
+  EXPECT_EQ(status.shown, "Take apart: 1 brush");
+  map.undo.Undo();
+  EXPECT_EQ(status.shown, "Undo Take apart: 1 brush");
+  map.undo.Undo();
+  map.undo.Redo();
+  EXPECT_EQ(status.shown, "Redo Turn: 1 brush");
+  {
+    const ActionScope action(data, "Delete");
+    EditStep(map).Remove(*map.currentLayer());
+  }
+  EXPECT_EQ(status.shown, "Delete: 1 layer");
+  Add(map);
+  map.undo.Undo();
+  EXPECT_EQ(status.shown, "Undo");
+  map.RemoveObserver(status);
 }
 
 }  // namespace

@@ -94,7 +94,7 @@ Key KeyOf(std::string_view text) {
   else if (text == "TAB")
     key.key = VK_TAB;
   else if (text == "?")
-    return {FVIRTKEY | FSHIFT, VK_OEM_2};
+    return {0, '?'};
   else if (text == "G" && key.flags == FVIRTKEY)
     return {0, 'G'};
   else

@@ -114,28 +114,24 @@ TEST_F(EditingTest, TitlesFollowTheMapAndUndoMakesItCleanAgain) {
   EXPECT_TRUE(parts->documents.Maps().empty());
 }
 
-TEST_F(EditingTest, WhatNeedsASelectionSaysSo) {
+TEST_F(EditingTest, WhatNeedsASelectionSaysSoOrIsGrey) {
   StartNew();
   const std::string before = Text();
   const std::string brushes = ": Select one or more brushes first";
-  const std::string something = "Cannot continue: Select something that can be changed first";
   const std::pair<Command, std::string> expected[] = {
       {Command::CsgSubtraction, "Cannot continue" + brushes},
       {Command::CsgIntersection, "Cannot continued" + brushes},
       {Command::Hollow, "Cannot continued" + brushes},
       {Command::ScaleFlip, "Cannot continued" + brushes},
       {Command::TouchUp, "Cannot continue: Select some brushes first"},
-      {Command::Clear, something},
-      {Command::Cut, something},
-      {Command::FlipX, something},
-      {Command::OperateMatrix, something},
-      {Command::MultiDuplicate, something},
-      {Command::SaveGroup, something},
       {Command::Paste, "Cannot continue: There is no map in this text"}};
   for (const auto& [command, text] : expected) {
     sink.messages.clear();
     Give(command);
     EXPECT_EQ(sink.Said(), std::vector{text});
+  }
+  for (const Command command : {Command::Clear, Command::SaveGroup, Command::OperateMatrix}) {
+    EXPECT_FALSE(parts->commands.IsAvailable(Id(command)));
   }
   EXPECT_EQ(Text(), before);
   EXPECT_TRUE(dialogs.forms.empty() && dialogs.asked.empty()) << "asked in vain";
@@ -405,6 +401,13 @@ TEST_F(EditingTest, ModesAndLimitsAreTicked) {
   Give(Command::SelectFull);
   EXPECT_TRUE(IsTicked(Command::SelectFull));
   EXPECT_FALSE(IsTicked(Command::SelectPartial));
+  Give(Command::SelectFull);
+  EXPECT_TRUE(IsTicked(Command::SelectFull)) << "the menu chooses one of two";
+  const LPARAM fromTheBar = 1;
+  for (const Command ticked : {Command::SelectPartial, Command::SelectFull}) {
+    SendMessageA(parts->frame.Handle(), WM_COMMAND, Id(Command::SelectFull), fromTheBar);
+    EXPECT_TRUE(IsTicked(ticked)) << "its button toggles";
+  }
   Give(Command::ToolLimitX);
   EXPECT_TRUE(IsTicked(Command::ToolLimitX));
   EXPECT_FALSE(IsTicked(Command::ToolLimitY));

@@ -53,5 +53,40 @@ TEST(GdiCanvasTest, EveryFigureHasItsOwnPenAndFill) {
   }
 }
 
+TEST(GdiCanvasTest, WordsOfAnyLanguageAreDrawnOnWhateverHasGrown) {
+  const Options options;
+  GdiObjects objects(options);
+  BackBuffer buffer;
+  const HDC screen = GetDC(nullptr);
+  for (const PixelSize size : {PixelSize{40, 90}, PixelSize{90, 40}, PixelSize{60, 60}}) {
+    ASSERT_TRUE(buffer.Prepare(screen, size));
+  }
+  ReleaseDC(nullptr, screen);
+  GdiCanvas canvas(buffer.Dc(), objects);
+  const auto drawn = [&](const std::function<void()>& draw) {
+    canvas.FillRect({0, 0, 90, 90}, {255, 255, 255});
+    draw();
+    std::vector<COLORREF> pixels;
+    for (int y = 70; y < 90; ++y) {
+      for (int x = 0; x < 90; ++x) pixels.push_back(GetPixel(buffer.Dc(), x, y));
+    }
+    return pixels;
+  };
+  const auto blank = drawn([] {});
+  for (const auto& [text, wide] : Cases<std::string, std::wstring>{
+           {"Дверь", L"Дверь"}, {"d\xFCre", L"d\u00FCre"}, {"door", L"door"}}) {
+    const auto expected = drawn([&] {
+      SelectObject(buffer.Dc(), objects.Get(FontFace::Label));
+      TextOutW(buffer.Dc(), 3, 72, wide.c_str(), static_cast<int>(wide.size()));
+    });
+    EXPECT_NE(expected, blank);
+    const auto shown = drawn([&] { canvas.Text(FontFace::Label, {0, 0, 0}, {3, 72}, text); });
+    EXPECT_EQ(shown, expected) << text;
+    SIZE size;
+    GetTextExtentPoint32W(buffer.Dc(), wide.c_str(), static_cast<int>(wide.size()), &size);
+    EXPECT_EQ(canvas.MeasureText(FontFace::Label, text).width, size.cx) << text;
+  }
+}
+
 }  // namespace
 }  // namespace ferrowand

@@ -84,6 +84,12 @@ class LayerWindowTest : public AppTest {
   bool IsGrey(unsigned item) const {
     return (GetMenuState(parts->popups.Get(ID_POPUP_LAYER), item, MF_BYCOMMAND) & MF_GRAYED) != 0;
   }
+  // Of whatever comes from the system's clocks.
+  void Wait(DWORD milliseconds) const {
+    for (const DWORD began = GetTickCount(); GetTickCount() - began < milliseconds; Sleep(10)) {
+      app->Pump();
+    }
+  }
   void TypeName(const char* name) const {
     Press(VK_F2);
     const HWND box = ListView_GetEditControl(rows);
@@ -230,6 +236,41 @@ TEST_F(LayerWindowTest, AMapHasOneSuchWindowThatGoesWithIt) {
   EXPECT_EQ(sink.messages.size(), 1u);
   EXPECT_TRUE(parts->documents.Maps().empty());
   EXPECT_TRUE(parts->windows.All().empty());
+}
+
+TEST_F(LayerWindowTest, AClickThatHasJustChosenTheRowDoesNotRenameIt) {
+  Open();
+  const DWORD twice = GetDoubleClickTime();
+  const auto click = [&] {
+    RECT name;
+    ListView_GetItemRect(rows, 0, &name, LVIR_LABEL);
+    PostMessageA(rows, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(name.left + 5, name.top + 5));
+    Post(rows, WM_LBUTTONUP, 0, MAKELPARAM(name.left + 5, name.top + 5));
+  };
+  click();
+  click();
+  Wait(twice + 200);
+  EXPECT_EQ(ListView_GetEditControl(rows), nullptr);
+  click();
+  Wait(twice + 200);
+  const HWND box = ListView_GetEditControl(rows);
+  ASSERT_NE(box, nullptr);
+  for (const wchar_t letter : {L'Ж', L'地'}) PostMessageW(box, WM_CHAR, letter, 0);
+  Post(box, WM_KEYDOWN, VK_RETURN);
+  EXPECT_EQ(window->List().Rows()[0].name, "Ж地");
+}
+
+TEST_F(LayerWindowTest, TheViewUnderTheMouseGetsTheKeysButNotOutOfAName) {
+  Open();
+  parts->options.trackMouse = 1;
+  const HWND view = WindowOf(Orientation::Top).Drawing();
+  Press(VK_F2);
+  SendMessageA(view, WM_MOUSEMOVE, 0, MAKELPARAM(10, 10));
+  EXPECT_EQ(GetFocus(), ListView_GetEditControl(rows));
+  Post(GetFocus(), WM_KEYDOWN, VK_ESCAPE);
+  EXPECT_EQ(GetFocus(), rows);
+  SendMessageA(view, WM_MOUSEMOVE, 0, MAKELPARAM(11, 10));
+  EXPECT_EQ(GetFocus(), view);
 }
 
 }  // namespace

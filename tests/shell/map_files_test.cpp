@@ -8,6 +8,7 @@
 #include <filesystem>
 
 #include "document/edit_step.h"
+#include "platform/file.h"
 #include "shell/app_fixture.h"
 
 namespace ferrowand {
@@ -56,6 +57,30 @@ TEST_F(MapFilesTest, AMapReadWithLossesIsNotSavedOverItsFileUnasked) {
   const std::size_t said = sink.messages.size();
   Give(Command::FileSave);
   EXPECT_EQ(sink.messages.size(), said);
+}
+
+TEST_F(MapFilesTest, NamesOfAnyLanguageOpenSaveAndAreShown) {
+  std::string text = TWO_BRUSHES;
+  text.replace(text.find("Two boxes"), 9, "Комната");
+  Map& map = *parts->documents.Open(dir.Write("a.map", text));
+  const std::string folder = dir.Path() + "\\Карта 地图";
+  ASSERT_TRUE(file::MakeFolder(folder));
+  dialogs.files = {folder + "\\房间.map"};
+  Give(Command::FileSaveAs);
+  Modify(map);
+  app->Pump();
+  wchar_t title[100];
+  GetWindowTextW(parts->frame.Handle(), title, 100);
+  EXPECT_STREQ(title, L"Ferrowand - 房间.map *");
+  GetWindowTextW(WindowOf(Orientation::Top).Handle(), title, 100);
+  EXPECT_STREQ(title, L"XYView (Top): Комната");
+  Give(Command::FileSave);
+  EXPECT_FALSE(map.modified());
+  parts->documents.Close(map);
+  Give(Command::RecentMap);
+  ASSERT_EQ(parts->documents.Maps().size(), 1u);
+  EXPECT_EQ(parts->documents.Maps().front()->Name(), "Комната");
+  EXPECT_TRUE(sink.messages.empty()) << sink.messages.front().text;
 }
 
 TEST_F(MapFilesTest, WhatIsNoFileOrOfAnotherKindIsSaidAndNotOpened) {

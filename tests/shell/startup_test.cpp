@@ -1,5 +1,6 @@
 #include <filesystem>
 
+#include "document/edit_step.h"
 #include "shell/app/app.h"
 #include "shell/app_fixture.h"
 #include "shell/system/shortcut.h"
@@ -41,6 +42,26 @@ TEST_F(AppTest, TheFrameIsNamedAndTakesDroppedFiles) {
   EXPECT_TRUE(IsZoomed(frame));
   EXPECT_TRUE(sink.messages.empty()) << sink.messages.front().text;
   EXPECT_EQ(parts->data.wads.DefaultName(), "quake.wad");
+}
+
+TEST_F(AppTest, TheFrameTellsTheActiveFileGreysItsOwnItemsAndKeepsItsPlace) {
+  ASSERT_TRUE(Start());
+  const HWND frame = parts->frame.Handle();
+  EXPECT_TRUE(GetMenuState(GetMenu(frame), Id(Command::Compile), MF_BYCOMMAND) & MF_GRAYED);
+  Map& map = OpenTwoBrushes();
+  EXPECT_EQ(TextOf(frame), "Ferrowand - two.map");
+  EditStep(map).ChangeKeys(map);
+  app->Pump();
+  EXPECT_EQ(TextOf(frame), "Ferrowand - two.map *");
+  ShowWindow(frame, SW_RESTORE);
+  MoveWindow(frame, 40, 30, 900, 700, TRUE);
+  app->Shutdown();
+  app.reset();
+  ASSERT_TRUE(StartWithStore());
+  RECT place;
+  GetWindowRect(parts->frame.Handle(), &place);
+  EXPECT_TRUE(EqualRect(&place, std::array{RECT{40, 30, 940, 730}}.data())) << place.right;
+  EXPECT_FALSE(IsZoomed(parts->frame.Handle()));
 }
 
 TEST(WindowClasses, TheClientIsColouredWhereTheDisplayHasMoreThan256Colours) {

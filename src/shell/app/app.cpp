@@ -32,7 +32,7 @@ bool App::Start(const std::string& commandLine) {
   seams_.dialogs.SetOwner(frame);
   parts_->progress.SetOwner(frame);
   LoadGameData();
-  ShowWindow(frame, SW_SHOWMAXIMIZED);
+  parts_->frame.Show();
   parts_->documents.OfferRescues();
   if (!commandLine.empty()) parts_->documents.Open(PathOfCommandLine(commandLine));
   if (parts_->options.showTips) parts_->tips.Show(instance_, frame);
@@ -77,8 +77,8 @@ void App::LoadGameData() {
 int App::Run() {
   MSG message{};
   while (true) {
-    if (!PeekMessageA(&message, nullptr, 0, 0, PM_NOREMOVE)) parts_->frame.RefreshToolbar();
-    if (GetMessageA(&message, nullptr, 0, 0) <= 0) break;
+    if (!PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE)) parts_->frame.Refresh();
+    if (GetMessageW(&message, nullptr, 0, 0) <= 0) break;
     Dispatch(message);
   }
   Shutdown();
@@ -87,23 +87,23 @@ int App::Run() {
 
 bool App::Pump() {
   MSG message;
-  while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
     if (message.message == WM_QUIT) return false;
     Dispatch(message);
   }
-  parts_->frame.RefreshToolbar();
+  parts_->frame.Refresh();
   return true;
 }
 
 void App::Dispatch(MSG& message) {
   if (TranslateMDISysAccel(parts_->frame.Client(), &message)) return;
   const HWND tips = parts_->tips.Handle();
-  if (tips && IsDialogMessageA(tips, &message)) return;
+  if (tips && IsDialogMessageW(tips, &message)) return;
   ChildWindow* active = parts_->windows.ActiveWindow();
   if (active && active->TakesMessage(message)) return;
   if (parts_->accelerators.Translate(message)) return;
   TranslateMessage(&message);
-  DispatchMessageA(&message);
+  DispatchMessageW(&message);
 }
 
 void App::Shutdown() {

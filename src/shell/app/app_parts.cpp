@@ -12,7 +12,7 @@ AppParts::AppParts(HINSTANCE instance, const Seams& seams)
       classes(instance),
       objects(options),
       popups(instance),
-      commands({options, progress, boundEntities, windows, tools, frame, seams.dialogs}),
+      commands({data, options, progress, boundEntities, windows, tools, frame, seams.dialogs}),
       frame(instance, options, reporter, progress, commands, documents),
       windows(frame, documents, reporter),
       toolHost({windows, tools, commands, reporter, seams.dialogs, popups, objects}),

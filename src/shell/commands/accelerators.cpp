@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <vector>
 
-#include "base/path_text.h"
 #include "shell/commands/commands.h"
 #include "shell/frame/frame.h"
 #include "shell/resources/resource.h"
+#include "shell/system/text_box.h"
 
 namespace ferrowand {
 namespace {
@@ -34,9 +34,7 @@ unsigned CommandOfKey(HACCEL table, const MSG& message) {
 bool IsForAccelerators(const MSG& message) {
   if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
   if (message.message != WM_KEYDOWN && message.message != WM_CHAR) return true;
-  char name[16] = "";
-  GetClassNameA(message.hwnd, name, sizeof name);
-  return CompareNoCase(name, "Edit") != 0;
+  return !IsTextBox(message.hwnd);
 }
 
 }  // namespace
@@ -52,7 +50,7 @@ bool Accelerators::Translate(MSG& message) {
   if (commands_.IsDragging() && commands_.IsAvailable(CommandOfKey(table_, message))) {
     commands_.EndDrag();
   }
-  if (TranslateAcceleratorA(frame_.Handle(), table_, &message) == 0) return false;
+  if (TranslateAcceleratorW(frame_.Handle(), table_, &message) == 0) return false;
   // Some systems open the menu when Alt is let go, unless they have seen a key come with it.
   if (message.message == WM_SYSKEYDOWN) {
     DefWindowProcA(frame_.Handle(), WM_SYSKEYDOWN, message.wParam, message.lParam);

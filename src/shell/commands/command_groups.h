@@ -3,7 +3,6 @@
 
 #include <memory>
 
-#include "operations/edit_result.h"
 #include "shell/commands/command_group.h"
 
 namespace ferrowand {
@@ -97,8 +96,8 @@ struct WindowContext {
 };
 std::unique_ptr<CommandGroup> MakeWindowCommands(const WindowContext& context);
 
-// For several of them: whether something is selected; says the text otherwise.
-bool RequireSelection(const Map& map, Reporter& reporter, const char* title = "Cannot continue",
-                      const char* text = Reason(EditResult::NothingSelected));
+// For those that are never grey for want of one: whether something is selected; says the text
+// otherwise.
+bool RequireSelection(const Map& map, Reporter& reporter, const char* title, const char* text);
 
 }  // namespace ferrowand

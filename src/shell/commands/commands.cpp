@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "base/path_text.h"
+#include "document/action.h"
 #include "document/bound_entities.h"
 #include "operations/insert.h"
 #include "shell/dialogs/dialogs.h"
@@ -60,6 +62,7 @@ CommandFacts Commands::Facts() const {
   facts.limitedAxes = context_.tools.LimitedAxes();
   if (const Map* map = context_.windows.ActiveMap()) {
     facts.hasMap = true;
+    facts.hasSelection = !map->selection.empty();
     facts.canUndo = map->undo.CanUndo();
     facts.canRedo = map->undo.CanRedo();
     facts.grid = (map->optionBits() & MAP_GRID) != 0;
@@ -86,8 +89,9 @@ void Commands::Execute(unsigned id) {
   // Nothing may touch the documents while one is being read.
   if (context_.progress.IsLoading() || !IsAvailable(id)) return;
   EndDrag();
-  const Command command = FindCommand(id)->command;
-  GroupOf(command)->Run(command, id);
+  const CommandRow& row = *FindCommand(id);
+  const ActionScope action(context_.data, NameOf(row));
+  GroupOf(row.command)->Run(row.command, id);
 }
 
 bool Commands::InsertBoundEntity(unsigned key) {
@@ -97,6 +101,7 @@ bool Commands::InsertBoundEntity(unsigned key) {
   Map* map = context_.windows.ActiveMap();
   if (item == bound.end() || !map || context_.progress.IsLoading()) return false;
   EndDrag();
+  const ActionScope action(context_.data, "Insert");
   const Vec3 place = context_.windows.PlaceForNew(*map);
   Conclude(*map, InsertCopy(*map, *item->prototype, place));
   return true;
@@ -104,6 +109,13 @@ bool Commands::InsertBoundEntity(unsigned key) {
 
 void Commands::Offer(HMENU popup) {
   Execute(context_.dialogs.TrackAtCursor(popup));
+}
+
+std::string Commands::ActiveFile() const {
+  const Map* map = context_.windows.ActiveMap();
+  if (!map) return "";
+  const PathParts parts = SplitPath(map->filename);
+  return parts.base + parts.extension + (map->modified() ? " *" : "");
 }
 
 bool Commands::IsDragging() const {

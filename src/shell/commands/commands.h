@@ -18,9 +18,11 @@ class Dialogs;
 class Frame;
 class LoadWindow;
 class ToolSet;
+struct GameData;
 
 // What decides on commands.
 struct CommandsContext {
+  GameData& data;
   const Options& options;
   const LoadWindow& progress;
   const BoundEntities& boundEntities;
@@ -42,6 +44,7 @@ class Commands : public CommandTarget {
   void Execute(unsigned id) override;
   bool InsertBoundEntity(unsigned key) override;
   bool IsDragging() const override;
+  std::string ActiveFile() const override;
   // Tracks the popup at the cursor and does what the user chooses.
   void Offer(HMENU popup);
 

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "base/report.h"
+#include "document/action.h"
 #include "document/classes/class_set.h"
 #include "document/picking.h"
 #include "operations/clipboard.h"
@@ -36,12 +37,12 @@ bool Put(const EditContext& in, const std::string& text) {
 template <bool cut>
 void Take(const EditContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
-  const std::string text = SelectionText(map);
-  if (text.empty()) {
-    Conclude(map, EditResult::NothingSelected);
-    return;
+  if (!Put(in, SelectionText(map))) return;
+  if (cut) {
+    Conclude(map, DeleteSelection(map));
+  } else {
+    map.ShowStatus("Copy: " + InWords(map.selection.Objects()));
   }
-  if (Put(in, text) && cut) Conclude(map, DeleteSelection(map));
 }
 
 void Paste(const EditContext& in, unsigned) {
@@ -71,7 +72,6 @@ void Duplicate(const EditContext& in, unsigned) {
 
 void DuplicateMany(const EditContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
-  if (!RequireSelection(map, in.reporter)) return;
   const auto accept = [&](const FormValues& typed) {
     const auto count = WholeNumberOf(in.reporter, typed[0], "The number of copies", 1, MAXCOPIES);
     if (!count) return false;

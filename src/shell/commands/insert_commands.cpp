@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "base/report.h"
+#include "document/action.h"
 #include "document/picking.h"
 #include "operations/clipboard.h"
 #include "operations/layers.h"
@@ -151,7 +152,6 @@ void AddListedGroup(const InsertContext& in, unsigned id) {
 
 void SaveSelection(const InsertContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
-  if (!RequireSelection(map, in.reporter)) return;
   FileChoice choice;
   choice.saving = true;
   choice.title = "Save group";
@@ -160,7 +160,10 @@ void SaveSelection(const InsertContext& in, unsigned) {
   const auto path = in.dialogs.ChooseFile(choice);
   if (!path) return;
   const EditResult result = SaveGroup(map, *path);
-  if (result == EditResult::Done) in.options.AddRecentGroup(*path);
+  if (result == EditResult::Done) {
+    in.options.AddRecentGroup(*path);
+    map.ShowStatus("Save Group: " + InWords(map.selection.Objects()) + " to " + *path);
+  }
   if (result != EditResult::CannotWrite) Conclude(map, result);
 }
 

@@ -1,4 +1,6 @@
 // The Modes menu, what bears on drags, and the tools that make primitives.
+#include "base/report.h"
+#include "document/map.h"
 #include "shell/commands/command_groups.h"
 #include "shell/commands/commands.h"
 #include "shell/dialogs/dialogs.h"
@@ -11,6 +13,10 @@
 namespace ferrowand {
 namespace {
 
+void Tell(const ModeContext& in, const std::string& text) {
+  if (Map* map = in.windows.ActiveMap()) map->ShowStatus(text);
+}
+
 template <auto ToolSet::*tool>
 void Use(const ModeContext& in, unsigned) {
   in.tools.Use(in.tools.*tool);
@@ -20,9 +26,8 @@ void SelectPartial(const ModeContext& in, unsigned) {
   in.tools.boxRule = BoxRule::Partial;
 }
 
-// Its button is pressed once more to let it go.
 void SelectFull(const ModeContext& in, unsigned) {
-  in.tools.boxRule = in.tools.boxRule == BoxRule::Full ? BoxRule::Partial : BoxRule::Full;
+  in.tools.boxRule = BoxRule::Full;
 }
 
 void Next(const ModeContext& in, unsigned) {
@@ -41,6 +46,8 @@ void TouchUp(const ModeContext& in, unsigned) {
 template <int axis>
 void LimitAxis(const ModeContext& in, unsigned) {
   in.tools.ToggleAxisLimit(axis);
+  const bool isHeld = (in.tools.LimitedAxes() >> axis & 1) != 0;
+  Tell(in, Format("Drags %s along %c", isHeld ? "move nothing" : "move", "XYZ"[axis]));
 }
 
 template <PrimitiveKind kind>
@@ -54,11 +61,14 @@ void ChoosePrimitive(const ModeContext& in, unsigned) {
 
 void ToggleTextureLock(const ModeContext& in, unsigned) {
   in.options.textureLock = in.options.textureLock == 0;
+  Tell(in, in.options.textureLock ? "Textures go along with their brushes"
+                                  : "Textures stay where they are in the world");
 }
 
 void SetRotationStep(const ModeContext& in, int degrees) {
   in.options.rotationStep = static_cast<std::uint8_t>(degrees);
   for (MapView* view : in.windows.Views().Views()) view->rotationStep = in.options.rotationStep;
+  Tell(in, Format("Rotation step: %i\u00B0", degrees));
 }
 
 void AskRotationStep(const ModeContext& in) {

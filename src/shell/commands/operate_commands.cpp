@@ -20,6 +20,14 @@ constexpr char BRUSHES_FIRST[] = "Select one or more brushes first";
 // Meant: it stands so in three of the four boxes.
 constexpr char MISSPELT_TITLE[] = "Cannot continued";
 
+void ChangeLeading(const OperateContext& in, unsigned) {
+  Map& map = *in.windows.ActiveMap();
+  if (!Conclude(map, SetAsLeading(map))) return;
+  const entity* group = map.leadingGroup();
+  map.ShowStatus(group ? "New objects join the " + group->getClass()->classname
+                       : "New objects join the current layer");
+}
+
 template <EditResult (*operation)(Map&)>
 void OnMap(const OperateContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
@@ -83,7 +91,6 @@ Matrix ToMatrix(std::span<const double> numbers) {
 // By angles or by nine numbers: whichever are left as they stand change nothing.
 void TransformByMatrix(const OperateContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
-  if (!RequireSelection(map, in.reporter)) return;
   const auto accept = [&](const FormValues& typed) {
     const auto numbers = NumbersOf(in.reporter, typed);
     if (!numbers) return false;
@@ -104,7 +111,6 @@ void TransformByMatrix(const OperateContext& in, unsigned) {
 // By the current tool, where there is a view that it works in: not every tool can.
 void GroupByTool(const OperateContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
-  if (!RequireSelection(map, in.reporter)) return;
   if (MapView* view = in.windows.ActiveView()) {
     in.tools.Current()->Group(*view);
   } else {
@@ -123,7 +129,7 @@ constexpr CommandHandler<OperateContext> HANDLERS[] = {
     {Command::CsgSubtraction, SubtractBrushes},
     {Command::CsgIntersection, IntersectBrushes},
     {Command::Hollow, MakeHollow},
-    {Command::SetAsLeading, OnMap<SetAsLeading>},
+    {Command::SetAsLeading, ChangeLeading},
     {Command::Group, GroupByTool},
     {Command::Ungroup, OnMap<UngroupSelection>},
     {Command::ShowHidden, OnMap<ShowHidden>},

@@ -3,12 +3,14 @@
 #include <commdlg.h>
 
 #include <algorithm>
-#include <array>
 
 #include "shell/resources/resource.h"
+#include "shell/system/wide_text.h"
 
 namespace ferrowand {
 namespace {
+
+constexpr std::size_t LONGEST_PATH = 32768;  // characters
 
 INT_PTR CALLBACK AboutFunc(HWND dialog, UINT message, WPARAM wParam, LPARAM) {
   if (message == WM_INITDIALOG) return TRUE;
@@ -26,25 +28,25 @@ unsigned Dialogs::TrackAtCursor(HWND owner, HMENU menu) {
 }
 
 std::optional<std::string> SystemDialogs::ChooseFile(const FileChoice& choice) {
-  std::string filter = choice.filter;
-  std::ranges::replace(filter, '|', '\0');
-  std::array<char, 1024> path{};
-  choice.name.copy(path.data(), path.size() - 1);
+  std::wstring filter = ToWide(choice.filter), name = ToWide(choice.name);
+  std::ranges::replace(filter, L'|', L'\0');
+  const std::wstring title = ToWide(choice.title), extension = ToWide(choice.extension);
+  name.resize(LONGEST_PATH);
 
-  OPENFILENAMEA chooser{};
+  OPENFILENAMEW chooser{};
   chooser.lStructSize = sizeof chooser;
   chooser.hwndOwner = owner_;
   chooser.lpstrFilter = filter.c_str();
   chooser.nFilterIndex = choice.filterIndex;
-  chooser.lpstrFile = path.data();
-  chooser.nMaxFile = static_cast<DWORD>(path.size());
-  chooser.lpstrTitle = choice.title.empty() ? nullptr : choice.title.c_str();
-  chooser.lpstrDefExt = choice.extension.empty() ? nullptr : choice.extension.c_str();
+  chooser.lpstrFile = name.data();
+  chooser.nMaxFile = static_cast<DWORD>(name.size());
+  chooser.lpstrTitle = title.empty() ? nullptr : title.c_str();
+  chooser.lpstrDefExt = extension.empty() ? nullptr : extension.c_str();
   chooser.Flags = OFN_NOCHANGEDIR | OFN_HIDEREADONLY | OFN_PATHMUSTEXIST;
   chooser.Flags |= choice.saving ? OFN_OVERWRITEPROMPT : OFN_FILEMUSTEXIST;
-  const BOOL chosen = choice.saving ? GetSaveFileNameA(&chooser) : GetOpenFileNameA(&chooser);
+  const BOOL chosen = choice.saving ? GetSaveFileNameW(&chooser) : GetOpenFileNameW(&chooser);
   if (!chosen) return std::nullopt;
-  return std::string(path.data());
+  return FromWide(name.c_str());
 }
 
 std::optional<Colour> SystemDialogs::ChooseColour(Colour colour) {

@@ -1,9 +1,12 @@
 #include "shell/dialogs/form_dialog.h"
 
 #include <algorithm>
+#include <array>
+#include <cctype>
 
 #include "shell/resources/resource.h"
 #include "shell/system/handles.h"
+#include "shell/system/wide_text.h"
 
 namespace ferrowand {
 namespace {
@@ -13,8 +16,30 @@ constexpr int MARGIN = 9, ROW = 18, HINT_ROW = 16, HEADING_ROW = 11, GAP = 4, LA
 constexpr int VALUE_HEIGHT = 13, LABEL_DROP = 2, LIST_HEIGHT = 120;
 constexpr int COLUMN = 42, WIDE_COLUMN = 120, LEAST_WIDTH = 150;
 constexpr int BUTTON_WIDTH = 50, BUTTON_HEIGHT = 15, BUTTON_GAP = 6;
-constexpr std::size_t MAXVALUE = 260;  // bytes
+constexpr int MAXVALUE = 260;  // characters, with the zero behind them
 constexpr std::size_t AXES = 3;
+
+// With a letter to type for its row: the first of a word that no row above has, or else any other.
+std::string WithMnemonic(const std::string& label, std::string& taken) {
+  std::size_t best = std::string::npos;
+  for (std::size_t i = 0; i < label.size(); ++i) {
+    const auto letter = static_cast<unsigned char>(label[i]);
+    if (!std::isalpha(letter) || letter > 0x7F) continue;
+    if (taken.find(static_cast<char>(std::tolower(letter))) != std::string::npos) continue;
+    const bool beginsWord = i == 0 || label[i - 1] == ' ';
+    if (best == std::string::npos || beginsWord) best = i;
+    if (beginsWord) break;
+  }
+  std::string text;
+  for (std::size_t i = 0; i < label.size(); ++i) {
+    if (i == best || label[i] == '&') text += '&';
+    text += label[i];
+  }
+  if (best != std::string::npos) {
+    taken += static_cast<char>(std::tolower(static_cast<unsigned char>(label[best])));
+  }
+  return text;
+}
 
 class FormDialog {
  public:
@@ -23,7 +48,7 @@ class FormDialog {
   }
 
   bool Run(HWND owner) {
-    return DialogBoxParamA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(ID_FORM), owner, FormFunc,
+    return DialogBoxParamW(GetModuleHandleW(nullptr), MAKEINTRESOURCEW(ID_FORM), owner, FormFunc,
                            reinterpret_cast<LPARAM>(this)) == IDOK;
   }
 
@@ -46,9 +71,9 @@ class FormDialog {
   bool Accept() const {
     FormValues typed;
     for (std::size_t i = 0; i < count_; ++i) {
-      char text[MAXVALUE] = "";
-      GetDlgItemTextA(dialog_, static_cast<int>(ID_FORM_VALUE + i), text, sizeof text);
-      typed.emplace_back(text);
+      std::array<wchar_t, MAXVALUE> text{};
+      GetDlgItemTextW(dialog_, static_cast<int>(ID_FORM_VALUE + i), text.data(), MAXVALUE);
+      typed.push_back(FromWide(text.data()));
     }
     if (form_.accept(typed)) return true;
     FocusFirst();
@@ -57,7 +82,7 @@ class FormDialog {
 
   void OnInit(HWND dialog) {
     dialog_ = dialog;
-    SetWindowTextA(dialog, form_.title.c_str());
+    SetWindowTextW(dialog, ToWide(form_.title).c_str());
     columnsLeft_ = LabelWidth() + InPixels(MARGIN + LABEL_GAP, 0).cx;
     int top = MARGIN;
     if (!form_.hint.empty()) {
@@ -81,45 +106,47 @@ class FormDialog {
   void AddHeadings(int top) {
     for (std::size_t i = 0; i < AXES; ++i) {
       AddText(std::string(1, "XYZ"[i]), ColumnLeft(i) + InPixels(2, 0).cx, top,
-              InPixels(COLUMN, 0).cx);
+              InPixels(COLUMN, 0).cx, SS_NOPREFIX, HEADING_ROW);
     }
   }
 
   void AddRow(const FormRow& row, int top) {
-    AddText(row.label, InPixels(MARGIN, 0).cx, top + LABEL_DROP, LabelWidth());
+    AddText(WithMnemonic(row.label, mnemonics_), InPixels(MARGIN, 0).cx, top + LABEL_DROP,
+            LabelWidth(), 0);
     if (!row.choices.empty()) return AddList(row.choices, top);
     const bool isWide = columns_ == 1 || row.isText;
     for (std::size_t i = 0; i < row.values.size(); ++i) {
       const HWND text =
-          Add("EDIT", row.values[i], WS_TABSTOP | ES_AUTOHSCROLL, ColumnLeft(i), top,
+          Add(L"EDIT", row.values[i], WS_TABSTOP | ES_AUTOHSCROLL, ColumnLeft(i), top,
               {isWide ? ColumnsWidth() : InPixels(COLUMN, 0).cx, InPixels(0, VALUE_HEIGHT).cy});
-      SendMessageA(text, EM_LIMITTEXT, MAXVALUE - 1, 0);
+      SendMessageW(text, EM_LIMITTEXT, MAXVALUE - 1, 0);
     }
   }
 
   void AddList(const std::vector<std::string>& choices, int top) {
-    const HWND list = Add("COMBOBOX", "", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST, columnsLeft_,
+    const HWND list = Add(L"COMBOBOX", "", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST, columnsLeft_,
                           top, {ColumnsWidth(), InPixels(0, LIST_HEIGHT).cy});
     for (const std::string& choice : choices) {
-      SendMessageA(list, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(choice.c_str()));
+      SendMessageW(list, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(ToWide(choice).c_str()));
     }
-    SendMessageA(list, CB_SETCURSEL, 0, 0);
+    SendMessageW(list, CB_SETCURSEL, 0, 0);
   }
 
-  void AddText(const std::string& text, int left, int top, int width) {
-    Add("STATIC", text, SS_LEFT | SS_NOPREFIX, left, top, {width, InPixels(0, VALUE_HEIGHT).cy});
+  void AddText(const std::string& text, int left, int top, int width, DWORD style = SS_NOPREFIX,
+               int height = VALUE_HEIGHT) {
+    Add(L"STATIC", text, style, left, top, {width, InPixels(0, height).cy});
   }
 
   // What takes the tab key gets the next number.
-  HWND Add(const char* windowClass, const std::string& text, DWORD style, int left, int top,
+  HWND Add(const wchar_t* windowClass, const std::string& text, DWORD style, int left, int top,
            SIZE size) {
     const bool takesTab = (style & WS_TABSTOP) != 0;
     const std::size_t id = takesTab ? ID_FORM_VALUE + count_++ : 0;
     const HWND control =
-        CreateWindowExA(takesTab ? WS_EX_CLIENTEDGE : 0, windowClass, text.c_str(),
+        CreateWindowExW(takesTab ? WS_EX_CLIENTEDGE : 0, windowClass, ToWide(text).c_str(),
                         WS_CHILD | WS_VISIBLE | style, left, InPixels(0, top).cy, size.cx, size.cy,
-                        dialog_, reinterpret_cast<HMENU>(id), GetModuleHandleA(nullptr), nullptr);
-    SendMessageA(control, WM_SETFONT, static_cast<WPARAM>(SendMessageA(dialog_, WM_GETFONT, 0, 0)),
+                        dialog_, reinterpret_cast<HMENU>(id), GetModuleHandleW(nullptr), nullptr);
+    SendMessageW(control, WM_SETFONT, static_cast<WPARAM>(SendMessageW(dialog_, WM_GETFONT, 0, 0)),
                  0);
     return control;
   }
@@ -136,8 +163,8 @@ class FormDialog {
     PlaceButton(IDCANCEL, cancelLeft, top, button);
 
     RECT size{0, 0, width, InPixels(0, top + BUTTON_HEIGHT + MARGIN).cy};
-    AdjustWindowRectEx(&size, static_cast<DWORD>(GetWindowLongA(dialog_, GWL_STYLE)), FALSE,
-                       static_cast<DWORD>(GetWindowLongA(dialog_, GWL_EXSTYLE)));
+    AdjustWindowRectEx(&size, static_cast<DWORD>(GetWindowLongW(dialog_, GWL_STYLE)), FALSE,
+                       static_cast<DWORD>(GetWindowLongW(dialog_, GWL_EXSTYLE)));
     const SIZE outer{size.right - size.left, size.bottom - size.top};
     RECT around;
     GetWindowRect(GetParent(dialog_), &around);
@@ -153,7 +180,7 @@ class FormDialog {
 
   void FocusFirst() const {
     SetFocus(GetDlgItem(dialog_, ID_FORM_VALUE));
-    SendDlgItemMessageA(dialog_, ID_FORM_VALUE, EM_SETSEL, 0, -1);
+    SendDlgItemMessageW(dialog_, ID_FORM_VALUE, EM_SETSEL, 0, -1);
   }
 
   SIZE InPixels(int width, int height) const {
@@ -165,9 +192,10 @@ class FormDialog {
   int TextWidth(const std::string& text) const {
     const HDC dc = GetDC(dialog_);
     const HGDIOBJ before =
-        SelectObject(dc, reinterpret_cast<HGDIOBJ>(SendMessageA(dialog_, WM_GETFONT, 0, 0)));
+        SelectObject(dc, reinterpret_cast<HGDIOBJ>(SendMessageW(dialog_, WM_GETFONT, 0, 0)));
     SIZE size{};
-    GetTextExtentPoint32A(dc, text.c_str(), static_cast<int>(text.size()), &size);
+    const std::wstring wide = ToWide(text);
+    GetTextExtentPoint32W(dc, wide.data(), static_cast<int>(wide.size()), &size);
     SelectObject(dc, before);
     ReleaseDC(dialog_, dc);
     return size.cx;
@@ -193,6 +221,7 @@ class FormDialog {
   HWND dialog_ = nullptr;
   int columnsLeft_ = 0;  // pixels
   std::size_t count_ = 0;
+  std::string mnemonics_;  // that are taken
 };
 
 }  // namespace

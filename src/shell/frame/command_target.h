@@ -1,6 +1,8 @@
 // Whoever carries commands out, as the menus, bars and windows see it that give them.
 #pragma once
 
+#include <string>
+
 namespace ferrowand {
 
 class CommandTarget {
@@ -16,6 +18,9 @@ class CommandTarget {
   virtual bool InsertBoundEntity(unsigned key) = 0;
   // Whether a tool follows a press that has not been released.
   virtual bool IsDragging() const = 0;
+  // The name of the active map's file, with a mark behind it while the map is modified. Empty when
+  // there is no map.
+  virtual std::string ActiveFile() const = 0;
 };
 
 }  // namespace ferrowand

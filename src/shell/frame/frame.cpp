@@ -17,6 +17,7 @@ namespace {
 constexpr UINT_PTR KEEP_TIMER = 1;
 constexpr UINT MINUTE = 60'000, SOON = 1'000;  // milliseconds
 constexpr UINT CAME_TO_FRONT = WM_APP;
+constexpr char CAPTION[] = "Ferrowand";
 
 // The popup of the menu bar that holds the command.
 HMENU PopupWith(HMENU bar, unsigned command) {
@@ -40,8 +41,8 @@ LRESULT CALLBACK WindowFunc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
   return DefWindowProcA(window, message, wParam, lParam);
 }
 
-Frame::Frame(HINSTANCE instance, const Options& options, Reporter& reporter,
-             const LoadWindow& progress, CommandTarget& commands, Documents& documents)
+Frame::Frame(HINSTANCE instance, Options& options, Reporter& reporter, const LoadWindow& progress,
+             CommandTarget& commands, Documents& documents)
     : instance_(instance),
       options_(options),
       reporter_(reporter),
@@ -52,10 +53,37 @@ Frame::Frame(HINSTANCE instance, const Options& options, Reporter& reporter,
 
 bool Frame::Create(const char* clientClass) {
   clientClass_ = clientClass;
-  return CreateWindowExA(WS_EX_ACCEPTFILES, FRAME_CLASS, "Ferrowand",
+  return CreateWindowExA(WS_EX_ACCEPTFILES, FRAME_CLASS, CAPTION,
                          WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT, CW_USEDEFAULT,
                          CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, instance_,
                          this) != nullptr;
+}
+
+void Frame::Show() {
+  WINDOWPLACEMENT place{};
+  place.length = sizeof place;
+  place.rcNormalPosition = {options_.frameLeft, options_.frameTop, options_.frameRight,
+                            options_.frameBottom};
+  place.showCmd = options_.frameMaximised ? SW_SHOWMAXIMIZED : SW_SHOWNORMAL;
+  const RECT& rect = place.rcNormalPosition;
+  const bool isKnown = rect.left < rect.right && rect.top < rect.bottom &&
+                       MonitorFromRect(&rect, MONITOR_DEFAULTTONULL);
+  if (!isKnown || !SetWindowPlacement(window_, &place)) ShowWindow(window_, SW_SHOWMAXIMIZED);
+}
+
+void Frame::KeepPlace() {
+  WINDOWPLACEMENT place{};
+  place.length = sizeof place;
+  if (!GetWindowPlacement(window_, &place)) return;
+  const RECT& rect = place.rcNormalPosition;
+  options_.frameLeft = rect.left;
+  options_.frameTop = rect.top;
+  options_.frameRight = rect.right;
+  options_.frameBottom = rect.bottom;
+  const bool isMaximised =
+      place.showCmd == SW_SHOWMAXIMIZED ||
+      (place.showCmd == SW_SHOWMINIMIZED && (place.flags & WPF_RESTORETOMAXIMIZED));
+  options_.frameMaximised = isMaximised ? 1 : 0;
 }
 
 void Frame::Destroy() {
@@ -85,14 +113,44 @@ void Frame::ShowToolbar(bool shown) {
   } else if (!toolbar_.Exists() && !toolbar_.Create(window_, instance_)) {
     reporter_.Show("Error", Format("Toolbar failed to create, GetLastError=%lu", GetLastError()));
   }
-  RefreshToolbar();
+  Refresh();
   OnSize();
 }
 
-void Frame::RefreshToolbar() {
+void Frame::Refresh() {
   toolbar_.SetStates([this](unsigned id) { return commands_.IsAvailable(id); },
                      [this](unsigned id) { return commands_.IsChecked(id); });
   toolbar_.ShowRotationStep(options_.rotationStep);
+  RefreshMenuBar();
+  RefreshCaption();
+}
+
+// The bar's own items: nothing asks for their state when a menu opens.
+void Frame::RefreshMenuBar() {
+  const HMENU bar = GetMenu(window_);
+  bool isChanged = false;
+  for (int i = 0; i < GetMenuItemCount(bar); ++i) {
+    const UINT id = GetMenuItemID(bar, i);
+    if (!FindCommand(id)) continue;
+    const UINT state = commands_.IsAvailable(id) ? MF_ENABLED : MF_GRAYED;
+    isChanged |= (GetMenuState(bar, id, MF_BYCOMMAND) & MF_GRAYED) != state;
+    EnableMenuItem(bar, id, MF_BYCOMMAND | state);
+  }
+  if (isChanged) DrawMenuBar(window_);
+}
+
+void Frame::RefreshCaption() {
+  const std::string file = commands_.ActiveFile();
+  const std::string caption = file.empty() ? CAPTION : CAPTION + (" - " + file);
+  if (caption == caption_) return;
+  caption_ = caption;
+  SetWindowTextA(window_, caption.c_str());
+}
+
+// A button that is down is let go; the menu's item stays what was chosen.
+void Frame::OnCommand(unsigned id, bool isButton) {
+  const bool letsGo = isButton && id == Id(Command::SelectFull) && commands_.IsChecked(id);
+  commands_.Execute(letsGo ? Id(Command::SelectPartial) : id);
 }
 
 void Frame::OnSize() {
@@ -170,7 +228,7 @@ LRESULT Frame::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return 0;
     case WM_COMMAND:
       if (!FindCommand(LOWORD(wParam))) break;
-      commands_.Execute(LOWORD(wParam));
+      OnCommand(LOWORD(wParam), lParam != 0);
       return 0;
     case WM_INITMENUPOPUP:
       if (HIWORD(lParam) == 0) OnInitMenu(reinterpret_cast<HMENU>(wParam));
@@ -193,7 +251,9 @@ LRESULT Frame::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       documents_.KeepAll();  // the system does not wait for an answer for ever
       return documents_.MayQuit();
     case WM_ENDSESSION:
-      if (wParam) onSessionEnd_();
+      if (!wParam) return 0;
+      KeepPlace();
+      onSessionEnd_();
       return 0;
     case WM_TIMER:
       if (wParam != KEEP_TIMER) break;
@@ -207,6 +267,7 @@ LRESULT Frame::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       OnCameToFront();
       return 0;
     case WM_DESTROY:
+      KeepPlace();
       toolbar_.Destroy();
       PostQuitMessage(0);
       return 0;

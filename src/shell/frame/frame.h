@@ -6,6 +6,7 @@
 #include <shellapi.h>
 
 #include <functional>
+#include <string>
 #include <utility>
 
 #include "platform/canvas.h"
@@ -27,14 +28,16 @@ LRESULT CALLBACK WindowFunc(HWND window, UINT message, WPARAM wParam, LPARAM lPa
 
 class Frame {
  public:
-  // All outlive it.
-  Frame(HINSTANCE instance, const Options& options, Reporter& reporter, const LoadWindow& progress,
+  // All outlive it. The options keep its place.
+  Frame(HINSTANCE instance, Options& options, Reporter& reporter, const LoadWindow& progress,
         CommandTarget& commands, Documents& documents);
   Frame(const Frame&) = delete;
   Frame& operator=(const Frame&) = delete;
 
   // False when the system gave no window.
   bool Create(const char* clientClass);
+  // Where it stood when the program ended last; at first it fills the screen.
+  void Show();
   void Destroy();
   HINSTANCE Instance() const { return instance_; }
   HWND Handle() const { return window_; }
@@ -46,13 +49,17 @@ class Frame {
   void SetOnSessionEnd(std::function<void()> save) { onSessionEnd_ = std::move(save); }
 
   void ShowToolbar(bool shown);
-  // Greys and ticks, as they are now.
-  void RefreshToolbar();
+  // What it shows of the state of the program: greys and ticks of the bars, the caption.
+  void Refresh();
 
   LRESULT Handle(UINT message, WPARAM wParam, LPARAM lParam);
 
  private:
   void OnCreate(HWND window);
+  void KeepPlace();
+  void RefreshMenuBar();
+  void RefreshCaption();
+  void OnCommand(unsigned id, bool isButton);
   void OnSize();
   void OnInitMenu(HMENU menu);
   void SetMenuItem(HMENU menu, unsigned at, unsigned id) const;
@@ -63,7 +70,7 @@ class Frame {
   LRESULT OnNotify(LPARAM lParam);
 
   HINSTANCE instance_;
-  const Options& options_;
+  Options& options_;
   Reporter& reporter_;
   const LoadWindow& progress_;
   CommandTarget& commands_;
@@ -71,6 +78,7 @@ class Frame {
   const char* clientClass_ = nullptr;
   HWND window_ = nullptr;
   HWND client_ = nullptr;
+  std::string caption_;
   std::function<void()> onSessionEnd_ = [] {};
   Toolbar toolbar_;
   ferrowand::PrimitivePopup primitivePopup_;

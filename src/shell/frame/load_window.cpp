@@ -5,27 +5,34 @@
 #include "base/path_text.h"
 #include "base/report.h"
 #include "platform/system.h"
+#include "shell/system/display_scale.h"
 
 namespace ferrowand {
 namespace {
 
 constexpr int NAME_TEXT = 1, COUNTER_TEXT = 2, BAR = 3;
 constexpr int BAR_RANGE = 1000;
+
+// At the usual size of letters.
+constexpr int WIDTH = 400, HEIGHT = 150, LEFT = 70, TOP = 100;  // pixels
+constexpr int MARGIN = 16, TEXT_WIDTH = 360, TEXT_HEIGHT = 18, BAR_HEIGHT = 20;
+constexpr int NAME_TOP = 20, BAR_TOP = 52, COUNTER_TOP = 88;
+
 constexpr DWORD SHOW_INTERVAL = 40;  // milliseconds; loads count faster than anyone reads
 
 void CreateControls(HWND window, HINSTANCE instance) {
   const auto add = [&](const char* windowClass, DWORD style, int id, int y, int height) {
-    const HWND control = CreateWindowExA(
-        0, windowClass, "", WS_CHILD | WS_VISIBLE | style, 16, y, 360, height, window,
-        reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), instance, nullptr);
-    SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)),
-                 0);
+    const HWND control =
+        CreateWindowExA(0, windowClass, "", WS_CHILD | WS_VISIBLE | style, Scaled(MARGIN),
+                        Scaled(y), Scaled(TEXT_WIDTH), Scaled(height), window,
+                        reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), instance, nullptr);
+    SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(InterfaceFont()), 0);
     return control;
   };
-  add("STATIC", SS_LEFTNOWORDWRAP | SS_NOPREFIX, NAME_TEXT, 20, 18);
-  const HWND bar = add(PROGRESS_CLASSA, 0, BAR, 52, 20);
+  add("STATIC", SS_LEFTNOWORDWRAP | SS_NOPREFIX, NAME_TEXT, NAME_TOP, TEXT_HEIGHT);
+  const HWND bar = add(PROGRESS_CLASSA, 0, BAR, BAR_TOP, BAR_HEIGHT);
   SendMessageA(bar, PBM_SETRANGE32, 0, BAR_RANGE);
-  add("STATIC", SS_LEFTNOWORDWRAP | SS_NOPREFIX, COUNTER_TEXT, 88, 18);
+  add("STATIC", SS_LEFTNOWORDWRAP | SS_NOPREFIX, COUNTER_TEXT, COUNTER_TOP, TEXT_HEIGHT);
 }
 
 }  // namespace
@@ -53,8 +60,8 @@ void LoadWindow::Begin(const std::string& fileName) {
   if (!window_) {
     if (owner_) EnableWindow(owner_, FALSE);
     window_ = CreateWindowExA(WS_EX_DLGMODALFRAME, LOAD_WINDOW_CLASS, "Loading",
-                              WS_POPUP | WS_VISIBLE | WS_DLGFRAME, 70, 100, 400, 150, owner_,
-                              nullptr, instance_, nullptr);
+                              WS_POPUP | WS_VISIBLE | WS_DLGFRAME, Scaled(LEFT), Scaled(TOP),
+                              Scaled(WIDTH), Scaled(HEIGHT), owner_, nullptr, instance_, nullptr);
   }
   ShowName();
 }
@@ -82,12 +89,12 @@ void LoadWindow::Step(const char* format, unsigned count, unsigned part, unsigne
 
 void LoadWindow::Pump() {
   MSG message;
-  while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) {
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
     if (message.message == WM_QUIT) {
       PostQuitMessage(static_cast<int>(message.wParam));
       return;
     }
-    DispatchMessageA(&message);
+    DispatchMessageW(&message);
   }
 }
 

@@ -1,15 +1,15 @@
 #include "shell/frame/toolbar.h"
 
+#include <commctrl.h>
+
 #include <array>
 
 #include "base/command_table.h"
-#include "shell/resources/resource.h"
-#include "shell/system/handles.h"
+#include "shell/frame/tool_pictures.h"
+#include "shell/system/display_scale.h"
 
 namespace ferrowand {
 namespace {
-
-constexpr COLORREF TRANSPARENT_COLOUR = RGB(255, 0, 255);
 
 // Buttons behind which a gap stands.
 bool EndsGroup(std::size_t index) {
@@ -28,16 +28,6 @@ TBBUTTON Gap() {
 
 }  // namespace
 
-HIMAGELIST LoadToolPictures(HINSTANCE instance) {
-  const OwnedBitmap strip(static_cast<HBITMAP>(
-      LoadImageA(instance, MAKEINTRESOURCEA(ID_TOOLBAR_BITMAP), IMAGE_BITMAP, 0, 0, 0)));
-  // In the picture's own 16 colours the list would take the system's.
-  const HIMAGELIST pictures =
-      ImageList_Create(TOOL_PICTURE, TOOL_PICTURE, ILC_COLOR24 | ILC_MASK, NUMTOOLBUTTONS, 0);
-  ImageList_AddMasked(pictures, strip.get(), TRANSPARENT_COLOUR);
-  return pictures;
-}
-
 bool Toolbar::Create(HWND owner, HINSTANCE instance) {
   window_ = CreateWindowExA(
       0, TOOLBARCLASSNAMEA, "",
@@ -46,7 +36,12 @@ bool Toolbar::Create(HWND owner, HINSTANCE instance) {
   if (!window_) return false;
   SendMessageA(window_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
   SendMessageA(window_, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS);
-  SendMessageA(window_, TB_SETIMAGELIST, 0, reinterpret_cast<LPARAM>(LoadToolPictures(instance)));
+  SendMessageA(window_, WM_SETFONT, reinterpret_cast<WPARAM>(InterfaceFont()), 0);
+  // Not every system greys pictures that let things through by itself.
+  for (const bool isGrey : {false, true}) {
+    SendMessageA(window_, isGrey ? TB_SETDISABLEDIMAGELIST : TB_SETIMAGELIST, 0,
+                 reinterpret_cast<LPARAM>(LoadToolPictures(instance, isGrey)));
+  }
 
   const auto& buttons = ToolbarButtons();
   for (std::size_t i = 0; i < buttons.size(); ++i) {
@@ -65,9 +60,12 @@ bool Toolbar::Create(HWND owner, HINSTANCE instance) {
 
 void Toolbar::Destroy() {
   if (!window_) return;
-  const auto pictures = reinterpret_cast<HIMAGELIST>(SendMessageA(window_, TB_GETIMAGELIST, 0, 0));
+  const auto pictures = [this](UINT which) {
+    return reinterpret_cast<HIMAGELIST>(SendMessageA(window_, which, 0, 0));
+  };
+  const HIMAGELIST lists[] = {pictures(TB_GETIMAGELIST), pictures(TB_GETDISABLEDIMAGELIST)};
   DestroyWindow(window_);
-  if (pictures) ImageList_Destroy(pictures);
+  for (const HIMAGELIST list : lists) ImageList_Destroy(list);
   window_ = nullptr;
   shownStep_ = 0;
 }

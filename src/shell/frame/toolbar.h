@@ -3,15 +3,9 @@
 
 #include "shell/system/win32.h"
 
-#include <commctrl.h>
-
 #include <functional>
 
 namespace ferrowand {
-
-inline constexpr int TOOL_PICTURE = 16;  // pixels, width and height
-// One for each button. The caller destroys them.
-HIMAGELIST LoadToolPictures(HINSTANCE instance);
 
 class Toolbar {
  public:

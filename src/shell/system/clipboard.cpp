@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+#include "shell/system/wide_text.h"
+
 namespace ferrowand {
 namespace {
 
@@ -20,29 +22,48 @@ class OpenClip {
   bool open_;
 };
 
+// Maps keep every byte that they were read with; what is written for other programs is text.
+UINT MapFormat() {
+  static const UINT format = RegisterClipboardFormatA("Ferrowand map text");
+  return format;
+}
+
+// What lies there in the format, as units of a character each, up to the zero behind them, which
+// other programs may forget.
+template <typename Char>
+std::basic_string<Char> Taken(UINT format) {
+  const HANDLE data = GetClipboardData(format);
+  const auto* text = data ? static_cast<const Char*>(GlobalLock(data)) : nullptr;
+  if (!text) return {};
+  std::basic_string<Char> copy(text, GlobalSize(data) / sizeof(Char));
+  GlobalUnlock(data);
+  return copy.substr(0, copy.find(Char{}));
+}
+
+template <typename Char>
+bool Put(UINT format, const std::basic_string<Char>& text) {
+  const std::size_t bytes = (text.size() + 1) * sizeof(Char);
+  const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes);
+  if (!memory) return false;
+  std::memcpy(GlobalLock(memory), text.c_str(), bytes);
+  GlobalUnlock(memory);
+  if (SetClipboardData(format, memory)) return true;  // the system's from here on
+  GlobalFree(memory);
+  return false;
+}
+
 }  // namespace
 
 std::string SystemClipboard::Text(HWND owner) {
   const OpenClip clip(owner);
-  const HANDLE data = clip ? GetClipboardData(CF_TEXT) : nullptr;
-  const auto* text = data ? static_cast<const char*>(GlobalLock(data)) : nullptr;
-  if (!text) return {};
-  // Other programs may forget the zero byte at the end.
-  std::string copy(text, strnlen(text, GlobalSize(data)));
-  GlobalUnlock(data);
-  return copy;
+  if (!clip) return {};
+  if (IsClipboardFormatAvailable(MapFormat())) return Taken<char>(MapFormat());
+  return FromWide(Taken<wchar_t>(CF_UNICODETEXT));
 }
 
 bool SystemClipboard::SetText(HWND owner, const std::string& text) {
   const OpenClip clip(owner);
-  if (!clip || !EmptyClipboard()) return false;
-  const HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, text.size() + 1);
-  if (!memory) return false;
-  std::memcpy(GlobalLock(memory), text.c_str(), text.size() + 1);
-  GlobalUnlock(memory);
-  if (SetClipboardData(CF_TEXT, memory)) return true;  // the system's from here on
-  GlobalFree(memory);
-  return false;
+  return clip && EmptyClipboard() && Put(MapFormat(), text) && Put(CF_UNICODETEXT, ToWide(text));
 }
 
 }  // namespace ferrowand

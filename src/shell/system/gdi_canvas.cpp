@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "shell/system/display_scale.h"
+#include "shell/system/wide_text.h"
+
 namespace ferrowand {
 namespace {
 
@@ -27,10 +30,10 @@ Pixel BringNear(Pixel end, Pixel other) {
   return {static_cast<int>(other.x + dx * part), static_cast<int>(other.y + dy * part)};
 }
 
-// When it is first asked for.
+// When it is first asked for. Of that height on a screen of the usual size of letters.
 HFONT Made(OwnedFont& font, const char* name, int height, int weight, bool italic) {
   if (!font) {
-    font.reset(CreateFontA(height, 0, 0, 0, weight, italic, FALSE, FALSE, DEFAULT_CHARSET,
+    font.reset(CreateFontA(Scaled(height), 0, 0, 0, weight, italic, FALSE, FALSE, DEFAULT_CHARSET,
                            OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY,
                            DEFAULT_PITCH | FF_DONTCARE, name));
   }
@@ -168,7 +171,8 @@ void GdiCanvas::Ellipse(const Pen& pen, std::optional<Colour> fill, const PixelR
 PixelSize GdiCanvas::MeasureText(FontFace font, std::string_view text) {
   SelectObject(dc_, objects_.Get(font));
   SIZE size{};
-  GetTextExtentPoint32A(dc_, text.data(), static_cast<int>(text.size()), &size);
+  const std::wstring wide = ToWide(text);
+  GetTextExtentPoint32W(dc_, wide.data(), static_cast<int>(wide.size()), &size);
   return {static_cast<int>(size.cx), static_cast<int>(size.cy)};
 }
 
@@ -177,7 +181,8 @@ void GdiCanvas::Text(FontFace font, Colour colour, Pixel topLeft, std::string_vi
   if (xor_) return InvertText(font, at, text);
   SelectObject(dc_, objects_.Get(font));
   SetTextColor(dc_, ToColorRef(colour));
-  TextOutA(dc_, at.x, at.y, text.data(), static_cast<int>(text.size()));
+  const std::wstring wide = ToWide(text);
+  TextOutW(dc_, at.x, at.y, wide.data(), static_cast<int>(wide.size()));
 }
 
 // The system inverts no letters: white ones on a black bitmap do it.
@@ -190,7 +195,8 @@ void GdiCanvas::InvertText(FontFace font, POINT at, std::string_view text) {
   SelectObject(letters.get(), objects_.Get(font));
   SetBkMode(letters.get(), TRANSPARENT);
   SetTextColor(letters.get(), RGB(255, 255, 255));
-  TextOutA(letters.get(), 0, 0, text.data(), static_cast<int>(text.size()));
+  const std::wstring wide = ToWide(text);
+  TextOutW(letters.get(), 0, 0, wide.data(), static_cast<int>(wide.size()));
   BitBlt(dc_, at.x, at.y, width, height, letters.get(), 0, 0, SRCINVERT);
 }
 

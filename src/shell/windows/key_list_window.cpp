@@ -6,6 +6,7 @@
 #include "platform/file.h"
 #include "platform/system.h"
 #include "shell/frame/frame.h"
+#include "shell/system/display_scale.h"
 
 namespace ferrowand {
 namespace {
@@ -44,7 +45,7 @@ void KeyListWindow::OnCreate() {
                           WS_CHILD | WS_VISIBLE | WS_VSCROLL | WS_HSCROLL | ES_MULTILINE |
                               ES_READONLY | ES_AUTOVSCROLL | ES_AUTOHSCROLL,
                           0, 0, 0, 0, Handle(), nullptr, frame_.Instance(), nullptr);
-  SendMessageA(edit_, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(ANSI_FIXED_FONT)), 0);
+  SendMessageA(edit_, WM_SETFONT, reinterpret_cast<WPARAM>(FixedFont()), 0);
   std::optional<std::string> text = ReadText("keylist.txt");
   if (!text) text = ReadText(ProgramDirectory() + PathSeparator() + "keylist.txt");
   if (text) {

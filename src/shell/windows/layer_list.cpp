@@ -11,6 +11,7 @@
 #include "document/classes/native_classes.h"
 #include "document/map.h"
 #include "operations/layers.h"
+#include "shell/system/display_scale.h"
 #include "shell/system/gdi_canvas.h"
 
 namespace ferrowand {
@@ -20,7 +21,7 @@ enum Column { NAME, OBJECTS, VISIBLE, ENABLED, CURRENT };
 constexpr const char* HEADINGS[] = {"Layer", "Objects", "Visible", "Enabled", "Current"};
 constexpr int COLUMNS = static_cast<int>(std::size(HEADINGS));
 
-// Pixels at the usual size of text.
+// Pixels at the usual size of letters.
 constexpr int HEADING_MARGIN = 18, SMALLEST_NAME = 70;
 constexpr int SWATCH_WIDTH = 24, ROW_HEIGHT = 18, SWATCH_INSET = 3;
 
@@ -46,7 +47,8 @@ void DrawSwitch(HWND window, HDC dc, const RECT& cell, bool isRadio, bool on) {
 }
 
 void DrawSwatch(HDC dc, RECT place, Colour colour) {
-  InflateRect(&place, -SWATCH_INSET, -SWATCH_INSET);
+  const int inset = Scaled(SWATCH_INSET);
+  InflateRect(&place, -inset, -inset);
   const OwnedBrush brush(CreateSolidBrush(ToColorRef(colour)));
   FillRect(dc, &place, brush.get());
   FrameRect(dc, &place, GetSysColorBrush(COLOR_WINDOWTEXT));
@@ -84,11 +86,12 @@ void LayerList::OnCreate() {
                           WS_CHILD | WS_VISIBLE | WS_TABSTOP | LVS_REPORT | LVS_SINGLESEL |
                               LVS_SHOWSELALWAYS | LVS_EDITLABELS | LVS_OWNERDATA | LVS_NOSORTHEADER,
                           0, 0, 0, 0, window_, nullptr, GetModuleHandleA(nullptr), nullptr);
-  SendMessageA(rows_, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)), 0);
+  SendMessageA(rows_, WM_SETFONT, reinterpret_cast<WPARAM>(InterfaceFont()), 0);
   ListView_SetExtendedListViewStyle(rows_,
                                     LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP);
   // Empty pictures keep the room of the swatches and set the height of the rows.
-  ListView_SetImageList(rows_, ImageList_Create(SWATCH_WIDTH, ROW_HEIGHT, ILC_MASK, 0, 1),
+  ListView_SetImageList(rows_,
+                        ImageList_Create(Scaled(SWATCH_WIDTH), Scaled(ROW_HEIGHT), ILC_MASK, 0, 1),
                         LVSIL_SMALL);
   AddColumns();
 }
@@ -101,7 +104,7 @@ void LayerList::AddColumns() {
     column.pszText = const_cast<char*>(HEADINGS[i]);
     column.cx = static_cast<int>(SendMessageA(rows_, LVM_GETSTRINGWIDTHA, 0,
                                               reinterpret_cast<LPARAM>(HEADINGS[i]))) +
-                HEADING_MARGIN;
+                Scaled(HEADING_MARGIN);
     SendMessageA(rows_, LVM_INSERTCOLUMNA, static_cast<WPARAM>(i),
                  reinterpret_cast<LPARAM>(&column));
   }
@@ -114,7 +117,7 @@ void LayerList::FitColumns() const {
   int others = 0;
   for (int i = NAME + 1; i < COLUMNS; ++i) others += ListView_GetColumnWidth(rows_, i);
   ListView_SetColumnWidth(rows_, NAME,
-                          std::max(static_cast<int>(area.right) - others, SMALLEST_NAME));
+                          std::max(static_cast<int>(area.right) - others, Scaled(SMALLEST_NAME)));
 }
 
 std::vector<LayerList::Row> LayerList::ReadRows() const {
@@ -178,8 +181,23 @@ void LayerList::Select(const entity* layer) {
 
 void LayerList::BeginRename() {
   SetFocus(rows_);
-  clicked_ = NAME;
+  renames_ = true;
   SendMessageA(rows_, LVM_EDITLABELA, static_cast<WPARAM>(SelectedIndex()), 0);
+  renames_ = false;
+}
+
+// A click may rename, but not the one of two that has just chosen the row.
+bool LayerList::MayRename() const {
+  if (renames_) return true;
+  const auto since = static_cast<DWORD>(clickedAt_ - selectedAt_);
+  return clicked_ == NAME && since >= GetDoubleClickTime();
+}
+
+void LayerList::OnSelected() {
+  const entity* layer = Selected();
+  // The system may select a row anew before its name is typed over.
+  if (layer && std::exchange(selected_, layer) != layer) selectedAt_ = GetMessageTime();
+  host_.SelectedLayerChanged();
 }
 
 void LayerList::GiveText(LVITEMA& item) const {
@@ -237,6 +255,7 @@ void LayerList::OnClick(const NMITEMACTIVATE& click, bool twice) {
   entity* layer = LayerAt(click.iItem);
   if (!layer) return;
   clicked_ = click.iSubItem;
+  clickedAt_ = GetMessageTime();
   if (click.iSubItem >= VISIBLE) {
     switch_ = click.iSubItem;
     // The second press of two in a row counts like the first.
@@ -305,12 +324,12 @@ LRESULT LayerList::OnNotify(NMHDR& header) {
       OnKey(reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey);
       return 0;
     case LVN_BEGINLABELEDITA:
-      return clicked_ != NAME;  // refuses: a click anywhere else means no name
+      return !MayRename();
     case LVN_ENDLABELEDITA:
       OnRenamed(reinterpret_cast<const NMLVDISPINFOA&>(header).item);
       return FALSE;  // the row shows what the map says
     case LVN_ITEMCHANGED:
-      host_.SelectedLayerChanged();
+      OnSelected();
       return 0;
   }
   return 0;

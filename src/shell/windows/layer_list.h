@@ -75,6 +75,8 @@ class LayerList {
   void GiveText(LVITEMA& item) const;
   void DrawRow(HDC dc, int index) const;
   void OnClick(const NMITEMACTIVATE& click, bool twice);
+  void OnSelected();
+  bool MayRename() const;
   void OnKey(WORD key);
   void OnContextMenu(WPARAM wParam, LPARAM lParam);
   void OnRenamed(const LVITEMA& item);
@@ -89,9 +91,13 @@ class LayerList {
   HWND window_ = nullptr;
   HWND rows_ = nullptr;
   std::vector<Row> shown_;
-  int switch_;               // the column that the space bar acts on
-  int clicked_;              // the column that was clicked last
-  bool renameEnds_ = false;  // and is not to end once more
+  int switch_;                        // the column that the space bar acts on
+  int clicked_;                       // the column that was clicked last
+  bool renameEnds_ = false;           // and is not to end once more
+  bool renames_ = false;              // by the user's wish, not by a click
+  const entity* selected_ = nullptr;  // to compare only
+  LONG selectedAt_ = 0;               // milliseconds of the system, as messages are told
+  LONG clickedAt_ = 0;
 
   friend LRESULT CALLBACK LayerListFunc(HWND, UINT, WPARAM, LPARAM);
 };

@@ -5,6 +5,7 @@
 
 #include "base/command_table.h"
 #include "base/report.h"
+#include "document/action.h"
 #include "document/classes/native_classes.h"
 #include "document/picking.h"
 #include "operations/layers.h"
@@ -15,12 +16,14 @@
 #include "shell/frame/command_target.h"
 #include "shell/frame/frame.h"
 #include "shell/resources/resource.h"
+#include "shell/system/display_scale.h"
+#include "shell/system/text_box.h"
 #include "shell/windows/child_windows.h"
 
 namespace ferrowand {
 namespace {
 
-// Pixels at the usual size of text.
+// Pixels at the usual size of letters.
 constexpr int WIDTH = 470, HEIGHT = 320;
 constexpr int MARGIN = 6, GAP = 4, BUTTON_HEIGHT = 23, SMALLEST_BUTTON = 106, SMALLEST_LIST = 80;
 
@@ -38,7 +41,8 @@ enum PopupItem : unsigned {
 
 // In the corner that the arranged views leave free.
 ChildPlace PlaceIn(const PixelSize& client) {
-  const int width = std::min(WIDTH, client.width), height = std::min(HEIGHT, client.height);
+  const int width = std::min(Scaled(WIDTH), client.width);
+  const int height = std::min(Scaled(HEIGHT), client.height);
   return {client.width - width, client.height - height, width, height};
 }
 
@@ -48,17 +52,28 @@ bool HoldsReachable(const entity& layer) {
                              [](const EntityPtr& object) { return IsReachable(*object); });
 }
 
+const char* NameOf(LayerAction action, const entity& layer) {
+  switch (action) {
+    case LayerAction::ToggleVisible:
+      return layer.IsVisible() ? "Hide" : "Show";
+    case LayerAction::ToggleEnabled:
+      return layer.IsEnabled() ? "Disable" : "Enable";
+    case LayerAction::MakeCurrent:
+      return "Make current";
+    case LayerAction::ChooseColour:
+      return "Colour";
+    case LayerAction::Remove:
+      return "Delete layer";
+  }
+  return "";
+}
+
 // Full rows only.
 int ButtonsPerRow(int width) {
   int count = BUTTONS;
-  while (count > 1 && width < count * (SMALLEST_BUTTON + GAP) - GAP) count /= 2;
+  const int gap = Scaled(GAP);
+  while (count > 1 && width < count * (Scaled(SMALLEST_BUTTON) + gap) - gap) count /= 2;
   return count;
-}
-
-bool IsTextBox(HWND window) {
-  char name[16] = "";
-  GetClassNameA(window, name, sizeof name);
-  return CompareNoCase(name, "Edit") == 0;
 }
 
 // Keys that mean something in the dialog. All others are commands here as everywhere.
@@ -109,26 +124,28 @@ void LayerWindow::Layout() const {
   RECT area;
   GetClientRect(Handle(), &area);
   MoveWindow(dialog_, 0, 0, area.right, area.bottom, TRUE);
-  const int width = std::max(static_cast<int>(area.right) - 2 * MARGIN, 1);
+  const int margin = Scaled(MARGIN), gap = Scaled(GAP);
+  const int width = std::max(static_cast<int>(area.right) - 2 * margin, 1);
   const int perRow = ButtonsPerRow(width);
-  const int buttonsHeight = BUTTONS / perRow * (BUTTON_HEIGHT + GAP) - GAP + MARGIN;
-  const int height = std::max(static_cast<int>(area.bottom) - 2 * MARGIN, 1);
+  const int buttonsHeight = BUTTONS / perRow * (Scaled(BUTTON_HEIGHT) + gap) - gap + margin;
+  const int height = std::max(static_cast<int>(area.bottom) - 2 * margin, 1);
   // In a low window the list is what counts: popup and keys do what the buttons do.
-  const bool hasButtons = height >= SMALLEST_LIST + buttonsHeight;
+  const bool hasButtons = height >= Scaled(SMALLEST_LIST) + buttonsHeight;
   const int listHeight = hasButtons ? height - buttonsHeight : height;
-  MoveWindow(list_->Handle(), MARGIN, MARGIN, width, listHeight, TRUE);
+  MoveWindow(list_->Handle(), margin, margin, width, listHeight, TRUE);
   for (int i = 0; i < BUTTONS; ++i) {
     ShowWindow(GetDlgItem(dialog_, ID_LAYER_ADD + i), hasButtons ? SW_SHOWNA : SW_HIDE);
   }
-  LayOutButtons(MARGIN, 2 * MARGIN + listHeight, width, perRow);
+  LayOutButtons(margin, 2 * margin + listHeight, width, perRow);
 }
 
 void LayerWindow::LayOutButtons(int left, int top, int width, int perRow) const {
+  const int gap = Scaled(GAP), height = Scaled(BUTTON_HEIGHT);
   for (int i = 0; i < BUTTONS; ++i) {
     const int column = i % perRow, row = i / perRow;
-    const int from = column * (width + GAP) / perRow, to = (column + 1) * (width + GAP) / perRow;
-    MoveWindow(GetDlgItem(dialog_, ID_LAYER_ADD + i), left + from,
-               top + row * (BUTTON_HEIGHT + GAP), to - from - GAP, BUTTON_HEIGHT, TRUE);
+    const int from = column * (width + gap) / perRow, to = (column + 1) * (width + gap) / perRow;
+    MoveWindow(GetDlgItem(dialog_, ID_LAYER_ADD + i), left + from, top + row * (height + gap),
+               to - from - gap, height, TRUE);
   }
 }
 
@@ -167,7 +184,7 @@ bool LayerWindow::TakesMessage(MSG& message) {
     if (isKey && (isMenuKey || !IsDialogKey(message.wParam))) return false;
     if (message.message == WM_CHAR && message.wParam > VK_SPACE) return false;
   }
-  return IsDialogMessageA(dialog_, &message) != FALSE;
+  return IsDialogMessageW(dialog_, &message) != FALSE;
 }
 
 void LayerWindow::OnButton(int id) {
@@ -197,6 +214,7 @@ void LayerWindow::Edit(entity& layer, int id) {
 }
 
 void LayerWindow::Perform(LayerAction action, entity& layer) {
+  const ActionScope scope(map_.Data(), NameOf(action, layer));
   switch (action) {
     case LayerAction::ToggleVisible:
       return SetLayerState(map_, layer, layer.IsVisible(), !layer.IsEnabled());
@@ -216,6 +234,7 @@ void LayerWindow::Perform(LayerAction action, entity& layer) {
 }
 
 void LayerWindow::Rename(entity& layer, const std::string& name) {
+  const ActionScope action(map_.Data(), "Rename");
   RenameLayer(map_, layer, name);
 }
 
@@ -230,6 +249,7 @@ void LayerWindow::EditProperties(entity& layer) {
       if (!part) return false;
       parts[i] = static_cast<std::uint8_t>(*part);
     }
+    const ActionScope action(map_.Data(), "Properties");
     DescribeLayer(map_, layer, typed.front(), {parts[0], parts[1], parts[2]});
     return true;
   };
@@ -249,6 +269,7 @@ void LayerWindow::MoveSelectionTo(entity& layer) {
                      Buttons::YesNo, Icon::Question) != Answer::Yes) {
     return;
   }
+  const ActionScope action(map_.Data(), "Move to layer");
   Conclude(map_, MoveSelectionToLayer(map_, layer));
 }
 

@@ -8,6 +8,7 @@
 #include "shell/frame/command_target.h"
 #include "shell/frame/frame.h"
 #include "shell/resources/resource.h"
+#include "shell/system/display_scale.h"
 #include "shell/system/gdi_canvas.h"
 #include "shell/windows/child_windows.h"
 #include "views/tools/tool_set.h"
@@ -15,7 +16,8 @@
 namespace ferrowand {
 namespace {
 
-constexpr int STATUS_HEIGHT = 27, SMALL_STATUS_HEIGHT = 20;  // pixels
+// Pixels at the usual size of letters.
+constexpr int STATUS_HEIGHT = 27, SMALL_STATUS_HEIGHT = 20;
 constexpr int GAP = 2;
 constexpr int CONTROL_HEIGHT = 16;
 constexpr int COORDINATES_LEFT = 18, COORDINATES_WIDTH = 70;
@@ -40,6 +42,11 @@ int ControlOf(ViewText which) {
 
 RECT ToRect(const PixelRect& r) {
   return {r.left, r.top, r.right, r.bottom};
+}
+
+void DrawDot(HDC dc, LONG left, LONG top) {
+  const RECT dot{left, top, left + Scaled(1), top + Scaled(1)};
+  FillRect(dc, &dot, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
 }
 
 void FillTriangle(HDC dc, POINT a, POINT b, POINT c) {
@@ -74,7 +81,7 @@ HWND MapWindow::AddControl(const char* windowClass, const char* text, DWORD styl
   const HWND control = CreateWindowExA(
       0, windowClass, text, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | style, 0, 0, 0, 0, Handle(),
       reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), frame_.Instance(), nullptr);
-  SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(GetStockObject(DEFAULT_GUI_FONT)), 0);
+  SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(InterfaceFont()), 0);
   return control;
 }
 
@@ -129,23 +136,25 @@ void MapWindow::Layout() {
   RECT area;
   GetClientRect(Handle(), &area);
   const int width = area.right;
-  const int status = context_.options.smallCaptions ? SMALL_STATUS_HEIGHT : STATUS_HEIGHT;
-  const int drawingHeight = controlsShown_ ? area.bottom - status - GAP : area.bottom;
+  const int status = Scaled(context_.options.smallCaptions ? SMALL_STATUS_HEIGHT : STATUS_HEIGHT);
+  const int gap = Scaled(GAP), height = Scaled(CONTROL_HEIGHT), button = Scaled(BUTTON_WIDTH);
+  const int drawingHeight = controlsShown_ ? area.bottom - status - gap : area.bottom;
   ::MoveWindow(drawing_, 0, 0, width, drawingHeight > 0 ? drawingHeight : 0, TRUE);
 
-  const int top = area.bottom - status + (status - CONTROL_HEIGHT) / 2;
-  const int zoomLeft = width - 2 * BUTTON_WIDTH - GAP - ZOOM_WIDTH;
+  const int top = area.bottom - status + (status - height) / 2;
+  const int zoomLeft = width - 2 * button - gap - Scaled(ZOOM_WIDTH);
+  const int messageLeft = Scaled(MESSAGE_LEFT);
   const auto place = [&](int id, int left, int controlWidth) {
     const HWND control = GetDlgItem(Handle(), id);
-    ::MoveWindow(control, left, top, controlWidth > 0 ? controlWidth : 0, CONTROL_HEIGHT, TRUE);
+    ::MoveWindow(control, left, top, controlWidth > 0 ? controlWidth : 0, height, TRUE);
     ShowWindow(control, controlsShown_ ? SW_SHOWNA : SW_HIDE);
   };
-  place(ID_CONTROLS, 0, CONTROL_HEIGHT);
-  place(ID_COORDINATES_TEXT, COORDINATES_LEFT, COORDINATES_WIDTH);
-  place(ID_MESSAGE_TEXT, MESSAGE_LEFT, zoomLeft - GAP - MESSAGE_LEFT);
-  place(ID_ZOOM_TEXT, zoomLeft, ZOOM_WIDTH);
-  place(ID_MAP_MODE_BUTTON, width - 2 * BUTTON_WIDTH, BUTTON_WIDTH);
-  place(ID_GRID_SNAP_BUTTON, width - BUTTON_WIDTH, BUTTON_WIDTH);
+  place(ID_CONTROLS, 0, height);
+  place(ID_COORDINATES_TEXT, Scaled(COORDINATES_LEFT), Scaled(COORDINATES_WIDTH));
+  place(ID_MESSAGE_TEXT, messageLeft, zoomLeft - gap - messageLeft);
+  place(ID_ZOOM_TEXT, zoomLeft, Scaled(ZOOM_WIDTH));
+  place(ID_MAP_MODE_BUTTON, width - 2 * button, button);
+  place(ID_GRID_SNAP_BUTTON, width - button, button);
 }
 
 void MapWindow::ToggleControls() {
@@ -176,17 +185,18 @@ void MapWindow::OnDrawButton(const DRAWITEMSTRUCT& item) {
   const UINT pushed = item.itemState & ODS_SELECTED ? DFCS_PUSHED : 0;
   DrawFrameControl(item.hDC, &face, DFC_BUTTON, DFCS_BUTTONPUSH | pushed);
   const LONG x = (face.left + face.right) / 2, y = (face.top + face.bottom) / 2;
+  const LONG dot = Scaled(2);
   const int saved = SaveDC(item.hDC);
   switch (item.CtlID) {
     case ID_CONTROLS:  // down and out of the way
-      FillTriangle(item.hDC, {x - 4, y - 2}, {x + 3, y - 2}, {x, y + 2});
+      FillTriangle(item.hDC, {x - 2 * dot, y - dot}, {x + 2 * dot - 1, y - dot}, {x, y + dot});
       break;
     case ID_MAP_MODE_BUTTON:  // a list drops down
-      FillTriangle(item.hDC, {x - 2, y - 1}, {x + 2, y - 1}, {x, y + 1});
+      FillTriangle(item.hDC, {x - dot, y - dot / 2}, {x + dot, y - dot / 2}, {x, y + dot / 2});
       break;
     case ID_GRID_SNAP_BUTTON:
       for (const LONG dy : {-3, 0, 3}) {
-        for (const LONG dx : {-2, 1}) SetPixel(item.hDC, x + dx, y + dy, 0);
+        for (const LONG dx : {-2, 1}) DrawDot(item.hDC, x + Scaled(dx), y + Scaled(dy));
       }
       break;
   }

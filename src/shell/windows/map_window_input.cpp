@@ -4,6 +4,7 @@
 #include "shell/frame/command_target.h"
 #include "shell/frame/frame.h"
 #include "shell/system/gdi_canvas.h"
+#include "shell/system/text_box.h"
 #include "shell/windows/child_windows.h"
 #include "shell/windows/map_window.h"
 #include "shell/windows/window_tool_host.h"
@@ -100,6 +101,9 @@ LRESULT MapWindow::OnMapMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       if (wParam != VK_RETURN) break;
       context_.toolHost.EditProperties(*view_);
       return 0;
+    case WM_SYSCHAR:
+      if (wParam != VK_RETURN) break;
+      return 0;  // the system would beep: it knows no such menu
     case WM_KEYUP:
       if (wParam == VK_SPACE) view_->EndPan();
       if (wParam == VK_SPACE || wParam == 'D') SetMouseCursor();
@@ -193,13 +197,13 @@ void MapWindow::OnMouseMove(WPARAM wParam, LPARAM lParam) {
   view_->OnMouseMove(ToPixel(lParam), HeldButtons(wParam), IsDown(VK_SPACE));
 }
 
-// Only from another map's or view's window: dialogs and lists keep the focus.
+// From any other window of the frame, but not out of what is being typed.
 void MapWindow::TakeFocusFromSister() {
   const HWND focus = GetFocus();
   if (!context_.options.trackMouse || focus == drawing_ || !focus || GetCapture()) return;
   if (GetActiveWindow() != frame_.Handle()) return;
   for (const auto& window : windows_.All()) {
-    if (!window->View() || !IsChild(window->Handle(), focus)) continue;
+    if (!IsChild(window->Handle(), focus) || IsTextBox(focus)) continue;
     SendMessageA(frame_.Client(), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(Handle()), 0);
     SetFocus(drawing_);
     return;

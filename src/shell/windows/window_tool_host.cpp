@@ -5,6 +5,7 @@
 
 #include "base/command_table.h"
 #include "base/report.h"
+#include "document/action.h"
 #include "operations/primitives.h"
 #include "operations/transform_selection.h"
 #include "shell/dialogs/dialogs.h"
@@ -34,6 +35,7 @@ struct PopupItem {
 // The keys that the menu shows for these flip along X.
 template <int axis>
 void Flip(const ToolHostContext& in, MapView& view) {
+  const ActionScope action(view.map.Data(), Format("Flip along %c", "XYZ"[axis]));
   Conclude(view.map, FlipSelection(view.map, axis, in.tools.HowToTransform()));
 }
 void EditProperties(const ToolHostContext& in, MapView& view) {

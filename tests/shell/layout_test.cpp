@@ -1,0 +1,270 @@
+// What the windows of the program look like, at whatever size the system wants them: nothing covers
+// anything else, nothing is cut off, and what draws itself can be told apart.
+#include "shell/system/win32.h"
+
+#include <commctrl.h>
+
+#include <functional>
+#include <set>
+
+#include "base/command_table.h"
+#include "shell/app_fixture.h"
+#include "shell/frame/primitive_popup.h"
+#include "shell/resources/resource.h"
+#include "shell/system/display_scale.h"
+#include "shell/system/wide_text.h"
+
+namespace ferrowand {
+namespace {
+
+std::string ClassOf(HWND window) {
+  char name[32] = "";
+  GetClassNameA(window, name, sizeof name);
+  return name;
+}
+
+std::wstring WideTextOf(HWND window) {
+  wchar_t text[300] = L"";
+  GetWindowTextW(window, text, 300);
+  return text;
+}
+
+RECT PlaceOf(HWND window) {
+  RECT place;
+  GetWindowRect(window, &place);
+  MapWindowPoints(nullptr, GetParent(window), reinterpret_cast<POINT*>(&place), 2);
+  return place;
+}
+
+std::vector<HWND> ShownChildren(HWND parent) {
+  std::vector<HWND> shown;
+  for (HWND child = GetWindow(parent, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+    if (GetWindowLongA(child, GWL_STYLE) & WS_VISIBLE) shown.push_back(child);
+  }
+  return shown;
+}
+
+LONG TextWidth(HWND window) {
+  const HDC dc = GetDC(window);
+  const auto font = reinterpret_cast<HGDIOBJ>(SendMessageA(window, WM_GETFONT, 0, 0));
+  const HGDIOBJ before = SelectObject(dc, font);
+  RECT needed{};
+  DrawTextW(dc, WideTextOf(window).c_str(), -1, &needed, DT_CALCRECT | DT_SINGLELINE);
+  SelectObject(dc, before);
+  ReleaseDC(window, dc);
+  return needed.right;
+}
+
+void ExpectTidy(HWND parent) {
+  RECT area, both;
+  GetClientRect(parent, &area);
+  const std::vector<HWND> children = ShownChildren(parent);
+  for (const HWND child : children) {
+    const RECT place = PlaceOf(child);
+    const std::string name = ClassOf(child) + " " + FromWide(WideTextOf(child));
+    UnionRect(&both, &area, &place);
+    EXPECT_TRUE(EqualRect(&both, &area)) << name << " stands out";
+    for (const HWND other : children) {
+      const RECT second = PlaceOf(other);
+      EXPECT_TRUE(other == child || !IntersectRect(&both, &place, &second))
+          << name << " covers " << FromWide(WideTextOf(other));
+    }
+    const bool isText = ClassOf(child) == "Static" || ClassOf(child) == "Button";
+    const bool isOwn = (GetWindowLongA(child, GWL_STYLE) & BS_TYPEMASK) == BS_OWNERDRAW;
+    if (isText && !isOwn) {
+      EXPECT_LE(TextWidth(child), place.right - place.left) << name;
+    }
+  }
+}
+
+// Looks at the dialog of the system that is opened next; what it does last is to close it.
+class Visitor {
+ public:
+  explicit Visitor(std::function<void(HWND)> look) {
+    visit = std::move(look);
+    timer_ = SetTimer(nullptr, 0, 20, OnTimer);
+  }
+  ~Visitor() { KillTimer(nullptr, timer_); }
+
+ private:
+  static void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD) {
+    const HWND dialog = GetActiveWindow();
+    if (!dialog || ClassOf(dialog) != "#32770" || !visit) return;
+    std::exchange(visit, nullptr)(dialog);
+  }
+  static inline std::function<void(HWND)> visit;
+  UINT_PTR timer_;
+};
+
+TEST_F(AppTest, AFormIsTidyHasALetterForEachRowAndTakesAnyLanguage) {
+  ASSERT_TRUE(Start());
+  std::vector<FormValues> taken;
+  const Form form{"Название",
+                  "Each copy is moved and turned against the one before, and then once more.",
+                  {{"Copies", {"1"}, {}},
+                   AxisRow("Offset of each", "0"),
+                   AxisRow("Options & others", "2"),
+                   {"Template", {}, {"door", "Дверь"}},
+                   {"Name", {"地图"}, {}, true}},
+                  [&](const FormValues& typed) {
+                    taken.push_back(typed);
+                    return taken.size() > 1;
+                  }};
+  const Visitor visitor([&](HWND dialog) {
+    ExpectTidy(dialog);
+    EXPECT_EQ(WideTextOf(dialog), L"Название");
+    std::set<wchar_t> letters;
+    std::set<LONG> widths;
+    for (const HWND child : ShownChildren(dialog)) {
+      const std::wstring text = WideTextOf(child);
+      const std::size_t mark = text.find(L'&');
+      if (mark != text.npos) letters.insert(towlower(text[mark + 1]));
+      if (ClassOf(child) == "Edit") widths.insert(PlaceOf(child).right - PlaceOf(child).left);
+    }
+    EXPECT_EQ(letters, (std::set<wchar_t>{L'c', L'o', L'p', L't', L'n'}));
+    EXPECT_EQ(widths.size(), 2u) << "numbers, and the wide one";
+    SendMessageW(GetFocus(), WM_CHAR, L'Ж', 0);  // goes over what was there
+    SendMessageA(dialog, WM_COMMAND, IDOK, 0);
+    SendMessageW(GetFocus(), WM_CHAR, L'7', 0);
+    SendMessageA(dialog, WM_COMMAND, IDOK, 0);
+  });
+  EXPECT_TRUE(SystemDialogs().Ask(form));
+  ASSERT_EQ(taken.size(), 2u);
+  EXPECT_EQ(taken[0], (FormValues{"Ж", "0", "0", "0", "2", "2", "2", "door", "地图"}));
+  EXPECT_EQ(taken[1].front(), "7");
+}
+
+TEST_F(AppTest, ViewsLayersAndProgressAreTidyAtEverySizeOfLetters) {
+  saved.smallCaptions = 1;
+  ASSERT_TRUE(Start());
+  OpenTwoBrushes();
+  Give(Command::LayersList);
+  app->Pump();
+  for (const auto& window : parts->windows.All()) {
+    ExpectTidy(window->Handle());
+    if (!window->View()) ExpectTidy(GetWindow(window->Handle(), GW_CHILD));
+  }
+  parts->progress.Begin("a.map");
+  parts->progress.Step("Objects: %u", 4'000'000'000u, 1, 2);
+  ExpectTidy(parts->progress.Handle());
+  parts->progress.End();
+}
+
+TEST_F(AppTest, EveryCommandOfTheBarHasAButtonInTheGroupsOfTheDesign) {
+  ASSERT_TRUE(Start());
+  const HWND bar = FindWindowExA(parts->frame.Handle(), nullptr, TOOLBARCLASSNAMEA, nullptr);
+  RECT area, last{};
+  GetClientRect(bar, &area);
+  std::string groups;
+  const auto count = static_cast<int>(SendMessageA(bar, TB_BUTTONCOUNT, 0, 0));
+  for (int i = 0; i < count; ++i) {
+    TBBUTTON button{};
+    RECT place;
+    SendMessageA(bar, TB_GETBUTTON, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&button));
+    SendMessageA(bar, TB_GETITEMRECT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(&place));
+    EXPECT_GE(place.left, last.right);
+    EXPECT_LE(place.right, area.right) << i;
+    EXPECT_LE(place.bottom, area.bottom);
+    last = place;
+    groups += button.fsStyle & BTNS_SEP ? '|' : '.';
+  }
+  EXPECT_EQ(groups, "......|..|..|..|..|....|..|..|...|..|.....|.|..");
+}
+
+// A bitmap that is drawn on, filled with a colour that nothing has.
+class Sheet {
+ public:
+  static constexpr COLORREF BLANK = RGB(1, 2, 3);
+
+  Sheet(int width, int height) : width_(width), height_(height) {
+    const HDC screen = GetDC(nullptr);
+    bitmap_.reset(CreateCompatibleBitmap(screen, width, height));
+    dc_.reset(CreateCompatibleDC(screen));
+    ReleaseDC(nullptr, screen);
+    SelectObject(dc_.get(), bitmap_.get());
+    const OwnedBrush blank(CreateSolidBrush(BLANK));
+    const RECT area = Area();
+    FillRect(dc_.get(), &area, blank.get());
+  }
+  HDC Dc() const { return dc_.get(); }
+  RECT Area() const { return {0, 0, width_, height_}; }
+  std::vector<COLORREF> Pixels() const {
+    std::vector<COLORREF> pixels;
+    for (int y = 0; y < height_; ++y) {
+      for (int x = 0; x < width_; ++x) pixels.push_back(GetPixel(dc_.get(), x, y));
+    }
+    return pixels;
+  }
+  // Of the columns from `left` on, how many have a pixel that is not as the top left one.
+  int ColumnsDrawn(int left, int right) const {
+    int columns = 0;
+    for (int x = left; x < right; ++x) {
+      bool isDrawn = false;
+      for (int y = 0; y < height_; ++y) isDrawn |= GetPixel(Dc(), x, y) != GetPixel(Dc(), 0, 0);
+      columns += isDrawn;
+    }
+    return columns;
+  }
+
+ private:
+  OwnedBitmap bitmap_;
+  OwnedDc dc_;
+  int width_, height_;
+};
+
+TEST_F(AppTest, TheItemsOfThePrimitivesPopupShowPictureWordAndState) {
+  ASSERT_TRUE(Start());
+  std::set<std::vector<COLORREF>> pictures;
+  for (ULONG_PTR i = 0; i < 6; ++i) {
+    MEASUREITEMSTRUCT size{};
+    size.itemData = i;
+    SendMessageA(parts->frame.Handle(), WM_MEASUREITEM, 0, reinterpret_cast<LPARAM>(&size));
+    const int width = static_cast<int>(size.itemWidth), height = static_cast<int>(size.itemHeight);
+    EXPECT_GE(height, Scaled(16));
+    for (const UINT state : {0u, UINT{ODS_SELECTED}, UINT{ODS_GRAYED}}) {
+      const Sheet sheet(width, height);
+      DRAWITEMSTRUCT item{};
+      item.itemState = state;
+      item.hDC = sheet.Dc();
+      item.rcItem = sheet.Area();
+      item.itemData = i;
+      SendMessageA(parts->frame.Handle(), WM_DRAWITEM, 0, reinterpret_cast<LPARAM>(&item));
+      EXPECT_GT(sheet.ColumnsDrawn(0, height), Scaled(7)) << i << ": the picture";
+      EXPECT_GT(sheet.ColumnsDrawn(height, width), Scaled(40)) << i << ": the word";
+      EXPECT_EQ(sheet.ColumnsDrawn(width - Scaled(3), width), 0) << "the word has room";
+      pictures.insert(sheet.Pixels());
+    }
+  }
+  EXPECT_EQ(pictures.size(), 18u);
+}
+
+TEST_F(AppTest, TheButtonsOfTheStatusBarAreDrawnEvenOnBothSides) {
+  ASSERT_TRUE(Start());
+  parts->documents.New();
+  const HWND view = parts->windows.All().front()->Handle();
+  std::set<std::vector<COLORREF>> pictures;
+  for (const UINT id : {ID_CONTROLS, ID_MAP_MODE_BUTTON, ID_GRID_SNAP_BUTTON}) {
+    RECT place;
+    GetClientRect(GetDlgItem(view, static_cast<int>(id)), &place);
+    const Sheet sheet(place.right, place.bottom);
+    DRAWITEMSTRUCT item{};
+    item.CtlID = id;
+    item.hDC = sheet.Dc();
+    item.rcItem = sheet.Area();
+    SendMessageA(view, WM_DRAWITEM, id, reinterpret_cast<LPARAM>(&item));
+    int left = 0, right = 0;
+    for (int y = 0; y < place.bottom; ++y) {
+      for (int x = 2; x < place.right - 2; ++x) {
+        if (GetPixel(sheet.Dc(), x, y) != 0) continue;
+        (2 * x < place.right ? left : right) += 1;
+      }
+    }
+    EXPECT_GE(left, 2) << id;
+    EXPECT_GE(right, 2) << id;
+    pictures.insert(sheet.Pixels());
+  }
+  EXPECT_EQ(pictures.size(), 3u);
+}
+
+}  // namespace
+}  // namespace ferrowand
