@@ -416,5 +416,27 @@ TEST_F(EditingTest, ModesAndLimitsAreTicked) {
   EXPECT_FALSE(parts->commands.IsAvailable(Id(Command::FaceEdit))) << "no room has it yet";
 }
 
+TEST_F(EditingTest, CtrlAndAnArrowMoveByAStepOfTheGridTheWayItPoints) {
+  StartNew();
+  MakeCuboid({0, 0, 0}, {64, 64, 0});
+  MapWindow& side = WindowOf(Orientation::Side);
+  side.View()->gridu = 3;
+  side.View()->gridv = 4;
+  const Bounds before = Selected();
+  const HeldKey control(VK_CONTROL);
+  for (const auto& [key, by] : Cases<WPARAM, Vec3>{
+           {VK_RIGHT, {0, 8, 0}}, {VK_LEFT, {0, -8, 0}}, {VK_UP, {0, 0, 16}}, {VK_DOWN, {0, 0, -16}}}) {
+    Type(side.Drawing(), key);
+    EXPECT_EQ(Selected().mins, before.mins + by) << key;
+    EXPECT_EQ(TextOf(side, ID_MESSAGE_TEXT), "Move: 1 brush");
+    Give(Command::Undo);
+    EXPECT_EQ(TextOf(side, ID_MESSAGE_TEXT), "Undo Move: 1 brush");
+  }
+  const double origin = side.View()->transform.originu;
+  Give(Command::SelectNone);
+  Type(side.Drawing(), VK_RIGHT);
+  EXPECT_GT(side.View()->transform.originu, origin) << "nothing selected: it scrolls";
+}
+
 }  // namespace
 }  // namespace ferrowand
