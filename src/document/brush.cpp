@@ -75,6 +75,26 @@ bool IsFaceMoved(const Face& from, const Face& to, const Vec3& by) {
          IsSamePlane(to.plane, PlaneOf(to.planepts));
 }
 
+// The same of one that has not been moved yet. What moves has no texture of no size.
+bool CanFaceMove(const Face& face, const Vec3& by) {
+  if (face.xscale == 0 || face.yscale == 0) return false;
+  if (!face.w || !AreWhole(face.planepts) || !IsSamePlane(face.plane, PlaneOf(face.planepts))) {
+    return false;
+  }
+  std::array<Vec3, 3> moved = face.planepts;
+  for (std::size_t i = 0; i < 3; ++i) {
+    moved[i] = moved[i] + by;
+    if (!IsPointMoved(face.planepts[i], moved[i], by)) return false;
+  }
+  const auto points = std::as_const(*face.w).Points();
+  for (std::size_t i = 0; i < points.size(); ++i) {
+    const Vec3 point = points[i].Position();
+    if (!IsPointMoved(point, point + by, by)) return false;
+    if (point == points[(i + 1) % points.size()].Position()) return false;
+  }
+  return AreWhole(moved);
+}
+
 // A point that equals its successor exactly goes, in a winding one smaller.
 void DropRepeatedPoints(WindingPtr& w) {
   const std::span<WindingPoint> points = w->Points();
@@ -284,6 +304,12 @@ void Brush::Translate(const Vec3& by) {
   if (bounds_.IsEmpty()) return;
   bounds_.mins = bounds_.mins + by;
   bounds_.maxs = bounds_.maxs + by;
+}
+
+bool Brush::CanMove(const Vec3& by) const {
+  return farFaces_.empty() && IsPointMoved(bounds_.mins, bounds_.mins + by, by) &&
+         IsPointMoved(bounds_.maxs, bounds_.maxs + by, by) &&
+         std::ranges::all_of(faces_, [&by](const Face& face) { return CanFaceMove(face, by); });
 }
 
 bool Brush::IsMoved(const Brush& from, const Vec3& by) const {

@@ -107,6 +107,9 @@ class Brush {
   std::vector<Face>& FarFaces() { return farFaces_; }
   const std::vector<Face>& FarFaces() const { return farFaces_; }
 
+  // Whether Translate, there and back, leaves no trace: not where a place would be rounded, or a
+  // face does not lie in the plane of whole points.
+  bool CanMove(const Vec3& by) const;
   // Whether `from`, translated, is this to the letter, and this, translated back, is `from`.
   bool IsMoved(const Brush& from, const Vec3& by) const;
 

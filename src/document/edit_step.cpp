@@ -5,6 +5,7 @@
 #include "document/action.h"
 #include "document/classes/template_index.h"
 #include "document/map.h"
+#include "document/transform.h"
 
 namespace ferrowand {
 
@@ -32,6 +33,14 @@ EditStep::~EditStep() {
 void EditStep::Change(entity& e) {
   ChangeKeys(e);
   for (const EntityPtr& child : e.getEntityList()) Change(*child);
+}
+
+void EditStep::ChangeByMove(entity& e, const Vec3& by) {
+  ForEachAlong(e, [&](entity& part) {
+    if (!kept_.insert(&part).second) return;
+    if (!step_.KeepWay(part, by)) step_.Keep(part);
+    part.Touch();
+  });
 }
 
 void EditStep::ChangeKeys(entity& e) {

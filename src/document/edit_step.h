@@ -28,6 +28,9 @@ class EditStep {
   // the objects stay what they are, where they are, selected or not. Said again in the same step
   // for the same object it does nothing. Objects below it come and go by the operations below only.
   void Change(entity& e);
+  // Instead, where all that goes along with the object is moved by the vector, with its textures or
+  // not, and nothing else happens to it in this step: what need not be copied is not.
+  void ChangeByMove(entity& e, const Vec3& by);
   // The same for the object alone, when it holds others (a layer, the world itself).
   void ChangeKeys(entity& e);
   // Out of the map, into the step's keeping. Leaves the selection too. Many go at the cost of a

@@ -70,6 +70,10 @@ void Go(Brush& brush, const Vec3& by, Place place, bool changesOffsets) {
   brush.Translate(by);
 }
 
+bool IsWhole(const Vec3& by) {
+  return by.x == std::round(by.x) && by.y == std::round(by.y) && by.z == std::round(by.z);
+}
+
 struct Way {
   Vec3 by;
   TextureOffsets offsets;  // none where they stay
@@ -82,10 +86,7 @@ std::optional<Way> WayBack(const entity& is, const entity& was) {
   if (there.getNumFaces() == 0 || there.getNumFaces() != here.getNumFaces()) return std::nullopt;
   if (is.HasOrigin() || !is.HasSameKeys(was)) return std::nullopt;
   const Vec3 back = here.Box().mins - there.Box().mins;
-  for (int axis = 0; axis < 3; ++axis) {
-    if (back[axis] != std::round(back[axis])) return std::nullopt;
-  }
-  if (back == Vec3()) return std::nullopt;
+  if (!IsWhole(back) || back == Vec3()) return std::nullopt;
   if (HasSameOffsets(here, there))
     return here.IsMoved(there, back) ? std::optional(Way{back, {}}) : std::nullopt;
   TextureOffsets offsets = OffsetsOf(here);
@@ -102,11 +103,23 @@ std::optional<Way> WayBack(const entity& is, const entity& was) {
 UndoStep::UndoStep(Map& map)
     : map_(&map), otherLayer_(map.currentLayer()), otherLeading_(map.leadingGroup()) {}
 
+// Textures that stayed where they were in the world need no offsets.
+void UndoStep::DropSameOffsets(Shift& shift) {
+  auto offset = shift.offsets.begin();
+  for (const entity* object : shift.objects) {
+    for (const Face& face : object->brush.Faces()) {
+      if (*offset++ != std::pair(face.xoff, face.yoff)) return;
+    }
+  }
+  shift.offsets.clear();
+}
+
 void UndoStep::Finish() {
   layer_ = map_->currentLayer();
   leading_ = map_->leadingGroup();
   std::vector<Shift> shifts;
-  std::erase_if(records_, [&](const auto& record) {
+  std::erase_if(records_, [&](auto& record) {
+    if (auto* shift = std::get_if<Shift>(&record)) DropSameOffsets(*shift);
     const auto* contents = std::get_if<Contents>(&record);
     if (!contents) return false;
     entity &object = *contents->object, &before = *contents->other;
@@ -172,6 +185,20 @@ void UndoStep::NoteExtents() {
 void UndoStep::Keep(entity& e) {
   NoteExtent(e);
   records_.push_back(Contents{&e, e.CopyAlone()});
+}
+
+bool UndoStep::KeepWay(entity& e, const Vec3& by) {
+  const bool isPlain = e.brush.getNumFaces() > 0 && !e.HasOrigin();
+  if (!isPlain || !IsWhole(by) || !e.brush.CanMove(by)) return false;
+  NoteExtent(e);
+  auto* last = records_.empty() ? nullptr : std::get_if<Shift>(&records_.back());
+  if (!last || last->back != -by) {
+    records_.push_back(Shift{{}, -by, {}});
+    last = &std::get<Shift>(records_.back());
+  }
+  last->objects.push_back(&e);
+  for (const Face& face : e.brush.Faces()) last->offsets.emplace_back(face.xoff, face.yoff);
+  return true;
 }
 
 void UndoStep::Added(entity& e) {

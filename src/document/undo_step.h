@@ -25,6 +25,9 @@ class UndoStep {
   bool IsEmpty() const { return records_.empty(); }
   // Before the object itself changes; what lies below it is not kept.
   void Keep(entity& e);
+  // The same of an object that will only be moved by the vector, with its textures or not: the way
+  // back is kept. False, and nothing kept, where that would not lead back to the letter.
+  bool KeepWay(entity& e, const Vec3& by);
   // `e` has just been given to its parent.
   void Added(entity& e);
   // To the end of the parent's children, or out of the map, into the step's keeping, when there is
@@ -32,9 +35,8 @@ class UndoStep {
   void Move(std::span<entity* const> objects, entity* parent);
 
   // All has been done: if that made another layer the current one, or another group the leading
-  // one, taking it back does so too. What
-  // is as it was is not kept. Of plain brushes that only went along whole units, with their
-  // textures or not, the way is kept instead of copies.
+  // one, taking it back does so too. What is as it was is not kept. Of plain brushes that only went
+  // along whole units, with their textures or not, the way is kept instead of copies.
   void Finish();
   // Of what the step keeps, about.
   std::uint64_t Bytes() const;
@@ -79,6 +81,7 @@ class UndoStep {
   void Exchange(Contents& contents);
   void Exchange(Shift& shift);
   void Exchange(Transfer& transfer);
+  static void DropSameOffsets(Shift& shift);
   void MoveFrom(entity& from, const std::vector<entity*>& objects, entity* to);
 
   Map* map_;

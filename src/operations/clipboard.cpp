@@ -99,9 +99,11 @@ EditResult CheckObjects(const Arriving& arriving, const entity& parent, int leve
 
 // First of all: what else is new may have to keep out of one of them.
 void AddTemplates(EditStep& step, ArrivingTemplates& templates) {
-  Map& map = step.map();
-  entity& layer = LayerAround(map.NewParent());
+  entity& layer = LayerAround(step.map().NewParent());
   for (EntityPtr& added : templates.added) AddTo(step, std::move(added), layer);
+}
+
+void TellRenamed(Map& map, const ArrivingTemplates& templates) {
   for (const auto& [there, here] : templates.renamed) {
     map.ShowStatus(Format("This map has another template %s: the one that came is %s here",
                           there.c_str(), here.c_str()));
@@ -137,14 +139,17 @@ EditResult PasteText(Map& map, std::string_view text) {
   Arriving arriving = ReadObjects(map, reader);
   const EditResult result = CheckObjects(arriving, map.NewParent(), 0);
   if (result != EditResult::Done) return result;
-  std::vector<entity*> added;
-  added.reserve(arriving.objects.size());
-  EditStep step(map);
-  AddTemplates(step, arriving.templates);
-  for (EntityPtr& object : arriving.objects) {
-    added.push_back(&AddTo(step, std::move(object), map.NewParent()));
+  {
+    std::vector<entity*> added;
+    added.reserve(arriving.objects.size());
+    EditStep step(map);
+    AddTemplates(step, arriving.templates);
+    for (EntityPtr& object : arriving.objects) {
+      added.push_back(&AddTo(step, std::move(object), map.NewParent()));
+    }
+    Select(map, added, false);
   }
-  Select(map, added, false);
+  TellRenamed(map, arriving.templates);
   return result;
 }
 
@@ -159,12 +164,15 @@ EditResult InsertGroup(Map& map, const std::string& filename) {
   Arriving arriving = ReadObjects(map, reader);
   const EditResult result = CheckObjects(arriving, map.NewParent(), 1);
   if (result != EditResult::Done) return result;
-  EditStep step(map);
-  AddTemplates(step, arriving.templates);
-  if (arriving.objects.empty()) return result;
-  EntityPtr group = NewGroup(map, SplitPath(filename).base);
-  for (EntityPtr& object : arriving.objects) group->AddChild(std::move(object));
-  Select(map, &AddTo(step, std::move(group), map.NewParent()), false);
+  {
+    EditStep step(map);
+    AddTemplates(step, arriving.templates);
+    if (arriving.objects.empty()) return result;
+    EntityPtr group = NewGroup(map, SplitPath(filename).base);
+    for (EntityPtr& object : arriving.objects) group->AddChild(std::move(object));
+    Select(map, &AddTo(step, std::move(group), map.NewParent()), false);
+  }
+  TellRenamed(map, arriving.templates);
   return result;
 }
 

@@ -99,7 +99,11 @@ EditResult ApplyToSelection(Map& map, const Transformation& transformation,
   {
     EditStep step(map);
     for (entity* root : roots) {
-      step.Change(*root);
+      if (transformation.IsMove()) {
+        step.ChangeByMove(*root, transformation.By());
+      } else {
+        step.Change(*root);
+      }
       const EditResult result = TransformObject(*root, transformation, options.textureLock);
       if (result == EditResult::Done) continue;
       step.Cancel();
