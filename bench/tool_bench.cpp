@@ -1,6 +1,6 @@
 // What the mouse does in a 2D view of 1280 x 1000 pixels, on generated maps of 3,000 and of 60,000
 // brushes: a hover over nothing, also with 1,000 instances of a template in the map, a click, a
-// rectangle over everything, a step of a drag.
+// rectangle over everything, a step of a drag, the repaint of a strip of what is selected.
 #include <benchmark/benchmark.h>
 
 #include <functional>
@@ -9,6 +9,7 @@
 #include "instances.h"
 #include "support/fake_view_host.h"
 #include "support/small_map.h"
+#include "support/software_canvas.h"
 #include "views/tools/tool_host.h"
 #include "views/tools/tool_set.h"
 
@@ -92,14 +93,16 @@ void ClickABrush(benchmark::State& state) {
 }
 BENCHMARK(ClickABrush)->Apply(Sizes);
 
+void SelectAll(Editor& editor) {
+  editor.small.map.selection.Clear();
+  editor.view.OnMouseDown({2, 2}, BUTTON_LEFT, false, false);
+  editor.view.OnMouseMove({1278, 998}, BUTTON_LEFT, false);
+  editor.view.OnMouseUp({1278, 998}, BUTTON_LEFT);
+}
+
 void SelectAllByRectangle(benchmark::State& state) {
   Editor editor(state.range(0));
-  for (auto _ : state) {
-    editor.small.map.selection.Clear();
-    editor.view.OnMouseDown({2, 2}, BUTTON_LEFT, false, false);
-    editor.view.OnMouseMove({1278, 998}, BUTTON_LEFT, false);
-    editor.view.OnMouseUp({1278, 998}, BUTTON_LEFT);
-  }
+  for (auto _ : state) SelectAll(editor);
   if (editor.small.map.selection.empty()) state.SkipWithError("nothing was selected");
 }
 BENCHMARK(SelectAllByRectangle)->Apply(Sizes);
@@ -135,6 +138,19 @@ void DropOneBrush(benchmark::State& state) {
   if (!editor.small.map.undo.CanUndo()) state.SkipWithError("nothing was moved");
 }
 BENCHMARK(DropOneBrush)->Apply(Sizes);
+
+// The repaint of one column of pixels while 3,000 brushes are selected, by the brush selector and
+// in touch-up.
+void PaintAStrip(benchmark::State& state) {
+  Editor editor(3000);
+  SelectAll(editor);
+  Tool* const tools[] = {&editor.tools.brushSelector, &editor.tools.vertexTool};
+  editor.tools.Use(*tools[state.range(0)]);
+  SoftwareCanvas canvas({1280, 1000});
+  canvas.SetClip({640, 0, 641, 1000});
+  for (auto _ : state) editor.tools.Current()->DrawOverlay(editor.view, canvas);
+}
+BENCHMARK(PaintAStrip)->ArgName("touch-up")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace ferrowand::bench

@@ -15,8 +15,12 @@ enum Sort { BRUSHES, ENTITIES, LAYERS, SORTS };
 constexpr std::array<std::array<const char*, 2>, SORTS> WORDS{
     {{"brush", "brushes"}, {"entity", "entities"}, {"layer", "layers"}}};
 
+// What is hidden counts as what it is, not as what hides it.
 Sort SortOf(const entity& e) {
   const EntityKind kind = e.getClass()->Kind();
+  if (kind == EntityKind::Hidden && !e.getEntityList().empty()) {
+    return SortOf(*e.getEntityList().front());
+  }
   return kind == EntityKind::Brush ? BRUSHES : kind == EntityKind::Layer ? LAYERS : ENTITIES;
 }
 

@@ -15,9 +15,6 @@
 namespace ferrowand {
 namespace {
 
-// Beyond, the mapping to pixels wraps around.
-constexpr float MAPPED_LIMIT = 32767;
-
 bool IsWithin(const PixelRect& closed, Pixel at) {
   return at.x >= closed.left && at.x <= closed.right && at.y >= closed.top && at.y <= closed.bottom;
 }
@@ -133,23 +130,24 @@ class HitWalk {
   }
 
   bool Visit(entity& e) {
-    if (IsPlainBrush(e) && IsFarFrom(e.brush.Box())) return false;
+    if (IsPlainBrush(e) && IsFar(e.brush.Box())) return false;
     if (!IsOpen(e)) return false;
     const Hit hit = Own(e);
     if (hit.object && visit_(hit)) return true;
-    for (const EntityPtr& child : e.getEntityList()) {
-      if (Visit(*child)) return true;
-    }
-    return false;
+    return VisitChildren(e);
   }
 
  private:
-  // World units on one axis that may come to the pixel: a little more than do.
-  struct Range {
-    int axis;
-    float low, high;
-  };
+  bool VisitChildren(entity& e) {
+    const std::vector<EntityPtr>& children = e.getEntityList();
+    if (!query_.boxes || children.size() < ChildBoxes::MANY) {
+      return std::ranges::any_of(children, [this](const EntityPtr& c) { return Visit(*c); });
+    }
+    return std::ranges::any_of(query_.boxes->Near(e, ranges_),
+                               [&](std::uint32_t place) { return Visit(*children[place]); });
+  }
 
+  // What may come to the pixel: a little more than does.
   void SetRange(std::size_t which, int axis, int origin, float scale, int pixel) {
     const double a = origin + (pixel - 1.0) * scale;
     const double b = origin + (pixel + 1.0) * scale;
@@ -158,27 +156,20 @@ class HitWalk {
   }
 
   // Most brushes of a map are sorted out here, without mapping them to pixels.
-  bool IsFarFrom(const Bounds& box) const {
-    for (const Range& range : ranges_) {
-      const float low = box.mins[range.axis], high = box.maxs[range.axis];
-      if (low < -MAPPED_LIMIT || high > MAPPED_LIMIT) return false;
-      if (high < range.low || low > range.high) return true;
-    }
-    return false;
-  }
+  bool IsFar(const Bounds& box) const { return IsFarFrom(box, ranges_); }
 
   Hit Own(entity& e) const {
     if (OnlyHolds(e)) return {};
     if (const int face = FaceOf(e.brush); face != NO_FACE) return {&e, face};
     if (query_.level == PickLevel::Brushes) return {};
     const Bounds box = PointBox(e);
-    const bool hit = !box.IsEmpty() && !IsFarFrom(box) &&
+    const bool hit = !box.IsEmpty() && !IsFar(box) &&
                      IsWithin(query_.transform.ToScreen(box.mins, box.maxs), query_.at);
     return hit || HitsExpansion(e) ? Hit{&e, NO_FACE} : Hit{};
   }
 
   int FaceOf(const Brush& brush) const {
-    if (brush.getNumFaces() == 0 || IsFarFrom(brush.Box())) return NO_FACE;
+    if (brush.getNumFaces() == 0 || IsFar(brush.Box())) return NO_FACE;
     return FaceAt(brush, query_.transform, query_.at);
   }
 
@@ -186,7 +177,7 @@ class HitWalk {
   bool HitsExpansion(const entity& e) const {
     if (e.getClass()->Kind() != EntityKind::TemplateInstance) return false;
     const Map* map = e.OwningMap();
-    if (!map || !map->Data().shown.templates || IsFarFrom(e.GetBounds())) return false;
+    if (!map || !map->Data().shown.templates || IsFar(e.GetBounds())) return false;
     const entity* expansion = ExpandInstance(e);
     return expansion && HitsTree(*expansion);
   }
@@ -198,7 +189,7 @@ class HitWalk {
 
   const HitQuery& query_;
   const std::function<bool(const Hit&)>& visit_;
-  std::array<Range, 2> ranges_;
+  std::array<AxisRange, 2> ranges_;
 };
 
 }  // namespace

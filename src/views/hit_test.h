@@ -6,6 +6,7 @@
 
 #include "document/picking.h"
 #include "platform/pixel.h"
+#include "views/child_boxes.h"
 #include "views/view_transform.h"
 
 namespace ferrowand {
@@ -26,6 +27,7 @@ struct HitQuery {
   const ViewTransform& transform;
   Pixel at;
   PickLevel level = PickLevel::Objects;  // Brushes: point entities are not there
+  ChildBoxes* boxes = nullptr;           // of the map: with them large maps cost little
 };
 
 // Points on an edge are inside; so are those of a polygon seen as a line.

@@ -54,7 +54,8 @@ MapView::MapView(Map& map_, ViewHost& host, ViewList& list, const Options& optio
       host_(host),
       list_(list),
       options_(options),
-      tool_(tool) {
+      tool_(tool),
+      boxes_(std::make_unique<ChildBoxes>()) {
   for (const MapView* sister : list_.ViewsOf(map)) lastSelected_ = sister->lastSelected_;
   RememberSelected();
   wasPale_ = IsPale();

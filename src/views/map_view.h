@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -13,6 +14,7 @@
 #include "base/options.h"
 #include "document/map.h"
 #include "platform/canvas.h"
+#include "views/child_boxes.h"
 #include "views/draw_context.h"
 #include "views/view_transform.h"
 
@@ -111,6 +113,8 @@ class MapView : public MapObserver {
   void Repaint(const PixelRect& part) { host_.Invalidate(part); }
   PixelSize DrawingArea() const { return host_.DrawingArea(); }
   PixelSize MeasureLabel(std::string_view text) const { return host_.MeasureLabel(text); }
+  // For hit tests in the map.
+  ChildBoxes& Boxes() const { return *boxes_; }
   // The bounds of what is or was selected last in the map; empty where nothing has been.
   const Bounds& LastSelected() const { return lastSelected_; }
   // For drawing parts of the map as this view does.
@@ -212,6 +216,7 @@ class MapView : public MapObserver {
   std::string caption_;          // as the window was told last
   std::optional<Pixel> cursor_;  // while it is over the drawing area
   int worldLimit_ = WORLD_LIMIT;
+  std::unique_ptr<ChildBoxes> boxes_;
   Bounds lastSelected_;
   bool wasPale_ = false;  // at the map's last announcement
   int zoomPresses_ = 0;   // buttons whose press was a zoom: their releases are swallowed

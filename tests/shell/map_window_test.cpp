@@ -1,6 +1,8 @@
 // A 2D view in its window: what it shows, how keys, mouse and scroll bars move it.
+#include <algorithm>
 #include <array>
 
+#include "operations/transform_selection.h"
 #include "shell/app_fixture.h"
 #include "shell/resources/resource.h"
 #include "views/tool.h"
@@ -114,9 +116,11 @@ TEST_F(MapWindowTest, WheelSpaceAndDMoveThePicture) {
     Mouse(WM_MOUSEMOVE, 0, 100, 100);
     Mouse(WM_MOUSEMOVE, 0, 110, 100);
     EXPECT_EQ(view.transform.originu, u - 40);
+    EXPECT_EQ(GetCapture(), top->Drawing());
   }
   Mouse(WM_KEYUP, VK_SPACE);
   EXPECT_EQ(view.panx, NO_PAN);
+  EXPECT_EQ(GetCapture(), nullptr);
   const HeldKey d('D');
   Mouse(WM_LBUTTONDOWN, MK_LBUTTON, 100, 100);
   Mouse(WM_LBUTTONUP, 0, 100, 100);
@@ -239,15 +243,33 @@ TEST_F(MapWindowTest, KeysReachTheirCommandsButNotOutOfATextBox) {
 
 TEST_F(MapWindowTest, AScrolledPictureIsWhatAWholeRepaintGives) {
   ASSERT_TRUE(Start());
-  OpenTwoBrushes();
+  Map& map = OpenTwoBrushes();
+  map.selection.Set({map.currentLayer()->getEntityList()[0].get()});
+  RotateSelection(map, 0, 1, 30, {}, {});
+  Give(Command::ModeBrush);
   MapWindow& window = WindowOf(Orientation::Top);
   const auto picture = [&] { return PictureOf(window); };
-  picture();
-  SendMessageA(window.Drawing(), WM_HSCROLL, SB_LINEDOWN, 0);
-  SendMessageA(window.Drawing(), WM_VSCROLL, SB_PAGEUP, 0);
-  const auto scrolled = picture();
-  window.Invalidate();
-  EXPECT_EQ(scrolled, picture());
+  const auto scroll = [&](UINT bar, WPARAM request) {
+    SendMessageA(window.Drawing(), bar, request, 0);
+    const auto scrolled = picture();
+    window.Invalidate();
+    EXPECT_EQ(scrolled, picture()) << bar << ' ' << request;
+  };
+  ViewTransform& transform = window.View()->transform;
+  transform.scaleu = 4;
+  transform.scalev = -4;
+  for (int beside = 0; beside < 4; ++beside) {
+    SCOPED_TRACE(beside);
+    transform.originu = static_cast<std::int16_t>(10 + beside);
+    transform.originv = static_cast<std::int16_t>(30 + beside);
+    window.Invalidate();
+    picture();
+    scroll(WM_HSCROLL, SB_LINEUP);
+    scroll(WM_HSCROLL, SB_PAGEUP);
+    scroll(WM_VSCROLL, SB_PAGEUP);
+    scroll(WM_HSCROLL, SB_PAGEDOWN);
+    scroll(WM_VSCROLL, SB_LINEDOWN);
+  }
 }
 
 // Draws a frame by inverting, as tools do while something is dragged.
@@ -257,6 +279,7 @@ class FrameTool : public Tool {
   void DrawOverlay(MapView&, Canvas& canvas) override {
     canvas.SetXor(true);
     canvas.Lines({}, std::array{PixelLine{{20, at}, {120, at}}});
+    canvas.Text(FontFace::Label, {}, {45, at - 19}, "64 x 128");
     canvas.SetXor(false);
   }
   int at = 30;
@@ -276,6 +299,10 @@ TEST_F(MapWindowTest, WhatAToolInvertsSurvivesRepaintsAndLeavesNoTrace) {
   }
   EXPECT_EQ(PixelOf(*top, 120, 30), RGB(0, 0, 0)) << "the last pixel belongs to the line";
   EXPECT_EQ(PixelOf(*top, 121, 30), RGB(255, 255, 255));
+  const auto kept = PictureOf(*top);
+  EXPECT_GT(std::ranges::count(kept, RGB(0, 0, 0)), 5) << "of the letters, in two rows";
+  top->Invalidate();
+  EXPECT_EQ(kept, PictureOf(*top));
   tool.at = 35;
   top->Invalidate();
   EXPECT_EQ(row(30), RGB(255, 255, 255));

@@ -347,6 +347,10 @@ TEST_F(EntityDrawingTest, ATemplateInstanceShowsItsTemplateOnDemand) {
       {{100, -8}, {100, 0}}, {{100, -8}, {108, -8}}, {{100, 0}, {108, 0}}, {{108, -8}, {108, 0}}};
   EXPECT_EQ(Draw().LinesIn(BRUSH_ENTITY), square);
   EXPECT_EQ(Outline(instance).LinesIn(SELECTED), square);
+  original.brush = small.AddCuboid({0, 0, 0}, {4, 4, 4}, &instance).brush.Copy();
+  instance.TakeChild(0);
+  original.Touch();
+  EXPECT_EQ(Draw().LinesIn(BRUSH_ENTITY).size(), 8u) << "and its own brush";
 }
 
 }  // namespace

@@ -3,9 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <random>
 
 #include "support/cases.h"
+#include "support/random_user.h"
 #include "support/small_map.h"
+#include "support/temp_dir.h"
 
 namespace ferrowand {
 namespace {
@@ -97,6 +100,35 @@ TEST_F(HitTestTest, AClickMeansTheNearestLineThenTheSmallerBoxThenTheFirst) {
     EXPECT_EQ(ClickTest(small.map, {.transform = transform, .at = at}).object, object)
         << at.x << " " << at.y;
   }
+}
+
+TEST_F(HitTestTest, InALargeLayerTheSameIsHitAfterEveryChangeAsWithoutItsBoxes) {
+  std::mt19937 random(5);
+  const auto pick = [&](int most) { return static_cast<float>(random() % unsigned(most)); };
+  for (int i = 0; i < 400; ++i) {
+    const Vec3 at(pick(900), pick(900), pick(100));
+    entity& cube = small.AddCuboid(at, at + Vec3(16 + pick(60), 16 + pick(60), 16));
+    if (i % 50 == 0) cube.SetKey("origin", "700 700 0");
+  }
+  ChildBoxes boxes;
+  const ViewTransform transform = Plain();
+  const TempDir dir;
+  RandomUser user(small.map, dir.Path("group.xmp"), 3);
+  int hits = 0;
+  for (int step = 0; step < 60; ++step) {
+    for (int i = 0; i < 40; ++i) {
+      const Pixel at{static_cast<int>(pick(950)), -static_cast<int>(pick(950))};
+      const HitQuery slow{.transform = transform, .at = at};
+      const HitQuery fast{.transform = transform, .at = at, .boxes = &boxes};
+      const Hit hit = ClickTest(small.map, slow);
+      ASSERT_EQ(ClickTest(small.map, fast).object, hit.object) << step;
+      ASSERT_EQ(HitTest(small.map, fast).object, HitTest(small.map, slow).object) << step;
+      hits += hit.object != nullptr;
+    }
+    small.sink.answers.assign(1, Answer::Yes);
+    step % 5 == 4 ? small.map.undo.Undo() : (void)user.DoSomething();
+  }
+  EXPECT_GT(hits, 500);
 }
 
 TEST_F(HitTestTest, ABrushFarOutsideIsHitWhereTheViewShowsIt) {

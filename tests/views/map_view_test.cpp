@@ -123,6 +123,19 @@ TEST_F(MapViewTest, TheKeysOfAViewAndThoseOfTheTool) {
   EXPECT_EQ(recorder.log, "key q;") << "the tool's are those that the view leaves";
 }
 
+TEST_F(MapViewTest, SomethingNewGoesUnderTheCursorOnTheGridAsDeepAsTheSelection) {
+  view.SetOrientation(Orientation::Top);
+  Place(4, -800, 600);
+  EXPECT_EQ(view.PlaceForNew(), Vec3(0, 0, 0));
+  view.OnMouseMove({110, 140}, 0, false);
+  EXPECT_EQ(view.PlaceForNew(), Vec3(-384, 64, 0));
+  small.map.selection.Set({&small.AddCuboid({0, 0, 100}, {64, 64, 200})});
+  small.map.SetOptionBits(MAP_GRID);
+  EXPECT_EQ(view.PlaceForNew(), Vec3(-360, 40, 150));
+  view.OnMouseLeave();
+  EXPECT_EQ(view.PlaceForNew(), Vec3(0, 0, 150));
+}
+
 TEST_F(MapViewTest, AStatusGoesToAViewOfTheMapThatCanShowIt) {
   SmallMap foreign;
   FakeViewHost foreignHost;

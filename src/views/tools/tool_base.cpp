@@ -195,7 +195,7 @@ void ToolBase::RepaintOverlay(const Map& map) {
 }
 
 HitQuery ToolBase::QueryAt(const MapView& view, Pixel at, PickLevel level) const {
-  return {.transform = view.transform, .at = at, .level = level};
+  return {.transform = view.transform, .at = at, .level = level, .boxes = &view.Boxes()};
 }
 
 void ToolBase::DrawSelection(MapView& view, Canvas& canvas) const {

@@ -36,8 +36,6 @@ class ToolSet {
   void Next();
   // The next drag makes one.
   void CreatePrimitive(PrimitiveKind kind);
-  // A tool made elsewhere, not owned, at the end of the cycle.
-  void AddToCycle(Tool& tool) { cycle_.push_back(&tool); }
 
   // The tools forget what they knew of the selection before.
   void SelectionChanged(const Map& map);

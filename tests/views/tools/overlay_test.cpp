@@ -99,6 +99,10 @@ TEST_F(OverlayTest, APreviewIsDrawnInSquaresAndDashesWhereItsPointsAre) {
   }
   EXPECT_LE(last, 90);
   EXPECT_NEAR(covered, 40, 4);
+  preview.Show(view, {{{{0, 0}, {1 << 24, 0}}, false, true}});
+  canvas.calls.clear();
+  preview.Draw(view, canvas);
+  EXPECT_LE(canvas.LinesIn(PEN).size(), 4097u) << "of a line far beyond the view";
 }
 
 TEST_F(OverlayTest, AStripCostsWhatOfTheSelectionIsSeenInIt) {

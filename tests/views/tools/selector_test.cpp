@@ -186,6 +186,8 @@ TEST_F(SelectorTest, SelectMultipleEntitiesAddsAndTakesAway) {
   EXPECT_EQ(Selected(), (Objects{&a}));
   Click(0, 0);
   EXPECT_TRUE(map.selection.empty());
+  Press(128, 0, BUTTON_RIGHT);
+  EXPECT_EQ(host.popups.size(), 1u);
 }
 
 TEST_F(SelectorTest, ThePopupsClassBecomesTheSelectionsClass) {
