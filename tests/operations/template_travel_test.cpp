@@ -134,6 +134,30 @@ TEST_F(TemplateTravelTest, WhatIsPastedShowsWhatWasCopiedAndNoTemplateIsDoubled)
   EXPECT_TRUE(recorder.messages.empty());
 }
 
+TEST_F(TemplateTravelTest, ATemplateIsTheSameOnlyIfWhatItShowsIs) {
+  const auto town = [this](int size) {
+    const auto named = [](const char* name, const std::string& inside) {
+      return "{\"classname\" \"templateClass\" \"XMPentityname\" \"" + std::string(name) + "\"" +
+             inside + "}";
+    };
+    const auto of = [](const char* name) {
+      return "{\"classname\" \"templateInstance\" \"origin\" \"8 8 8\" \"XMPclass\" \"" +
+             std::string(name) + "\"}";
+    };
+    return ReadText("{" +
+                    Layer("main", 0,
+                          named("crate", Cuboid(0, 0, 0, size, 8, 8)) +
+                              named("tower", of("crate")) + of("tower")) +
+                    "}");
+  };
+  const auto source = town(16);
+  SelectAll(*source);
+  map = town(32);
+  EXPECT_EQ(PasteText(*map, SelectionText(*source)), EditResult::Done);
+  EXPECT_EQ(map->selection.front()->GetBounds(), (Bounds{{16, 16, 16}, {32, 24, 24}}));
+  EXPECT_EQ(TemplateNames(*map), (Names{"crate", "tower", "tower1", "crate1"}));
+}
+
 TEST_F(TemplateTravelTest, TemplatesGoIntoTheLayerAndGroupsOfNothingElseGo) {
   const std::string t =
       "{\"classname\" \"templateClass\" \"XMPentityname\" \"T\"" + Cuboid(0, 0, 0, 8, 8, 8) + "}";
