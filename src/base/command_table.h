@@ -60,6 +60,7 @@ enum class Command : std::uint16_t {
   Ungroup = 203,
   ShowHidden = 51714,
   HideSelection = 51751,
+  SnapToGrid = 50101,
 
   InsertTemplate = 51771,
   Embed = 51787,
@@ -134,6 +135,12 @@ enum class Command : std::uint16_t {
   CreateHemisphere = 207,
   RecentGroup = 10000,  // the first of eight
   PopupRecentMap = 10100,
+  OpenTemplate = 50102,
+  CloseTemplate = 50103,
+  RenameTemplate = 50104,
+  DeleteTemplate = 50105,
+  EmbedProperties = 50106,
+  EmbedEdit = 50107,
   GroupFile = 10200,  // the first of as many as the groups directory holds, below LastGroupFile
   LastGroupFile = 18000,
 

@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "base/report.h"
 #include "document/map.h"
 
 namespace ferrowand {
@@ -40,6 +41,11 @@ ActionScope::ActionScope(GameData& data, std::string name)
 
 ActionScope::~ActionScope() {
   if (!isInner_) data_.action.clear();
+}
+
+std::string InWords(const entity& object) {
+  const char* name = object.GetKey("XMPentityname");
+  return Format("%s, a %s", name ? name : "Unnamed", object.getClass()->classname.c_str());
 }
 
 std::string InWords(std::span<const entity* const> objects) {

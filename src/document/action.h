@@ -23,6 +23,8 @@ class ActionScope {
   bool isInner_;
 };
 
+// "crate, a brush"; what has no name is "Unnamed".
+std::string InWords(const entity& object);
 // "1 brush", "3 brushes and 1 entity".
 std::string InWords(std::span<const entity* const> objects);
 // The action under way and what the step did it to: "Duplicate: 3 brushes". Empty without an

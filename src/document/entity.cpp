@@ -92,8 +92,16 @@ void entity::RemoveKey(int index) {
     Report().Assert("num<numkeys", SOURCE, __LINE__);
     return;
   }
+  const std::string name = std::move(keys_[static_cast<std::size_t>(index)].name);
   keys_.erase(keys_.begin() + index);
+  DecodeAnew(name);
   Touch();
+}
+
+void entity::RemoveKeys(std::string_view name) {
+  for (int i = numkeys() - 1; i >= 0; --i) {
+    if (EqualNoCase(KeyName(i), name)) RemoveKey(i);
+  }
 }
 
 void entity::ClearKeys() {
@@ -110,6 +118,22 @@ void entity::Decode(const KeyPair& pair) {
     flags_ = ParseInt(pair.value);
   } else if (EqualNoCase(pair.name, "classname")) {
     Bind(ClassSetInUse().FindClass(pair.value));
+  }
+}
+
+// What the key has said is said by those of its name that are left, or by none.
+void entity::DecodeAnew(std::string_view name) {
+  if (EqualNoCase(name, "origin")) {
+    origin_ = {NO_ORIGIN, 0, 0};
+  } else if (EqualNoCase(name, "angle")) {
+    angle_ = NO_ANGLE;
+  } else if (EqualNoCase(name, "XMPferroflags")) {
+    flags_ = 0;
+  } else {
+    return;
+  }
+  for (const KeyPair& pair : keys_) {
+    if (EqualNoCase(pair.name, name)) Decode(pair);
   }
 }
 
@@ -278,7 +302,6 @@ EntityPtr entity::Copy() const {
   ret->viewIndex = viewIndex;
   ret->keys_.reserve(keys_.size());
   for (const KeyPair& pair : keys_) ret->SetKey(pair.name, pair.value);
-  // A key that was removed is still decoded here, and another one may speak for it in the copy.
   if (ret->angle_ != angle_) Report().Assert("ret->angle==angle", SOURCE, __LINE__);
   ret->class_ = class_;
   ret->children_.reserve(children_.size());

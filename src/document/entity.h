@@ -58,7 +58,10 @@ class entity {
   void SetKey(std::string_view name, std::string_view value);
   // From the 250th on this is a failed assertion, and added all the same.
   void AddKey(std::string_view name, std::string_view value);
+  // What it has said of the object is not so any more; the class stays.
   void RemoveKey(int index);
+  // For good, where a name stands in several cases.
+  void RemoveKeys(std::string_view name);
   void ClearKeys();
 
   // --- decoded keys
@@ -162,6 +165,7 @@ class entity {
   void Put(KeyPair pair);
   void ReportTooManyKeys() const;
   void Decode(const KeyPair& pair);
+  void DecodeAnew(std::string_view name);
   void Bind(EntityClass& newClass);
   EntityPtr Adopt(EntityPtr child);
   void Release(entity& child);

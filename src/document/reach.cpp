@@ -44,7 +44,8 @@ void AddSeen(const entity& e, const ShownKinds& shown, Bounds& box) {
 }  // namespace
 
 bool OnlyHolds(const entity& e) {
-  return e.getClass()->Kind() == EntityKind::Layer || IsMap(e);
+  const EntityKind kind = e.getClass()->Kind();
+  return kind == EntityKind::Layer || kind == EntityKind::TemplateClass || IsMap(e);
 }
 
 bool IsPlainBrush(const entity& e) {

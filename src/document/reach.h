@@ -15,7 +15,7 @@ struct ShownKinds {
   bool templates = false;     // what instances stand for
 };
 
-// Layers and the world are no objects: they hold them.
+// Layers, templates and the world are no objects: they hold them.
 bool OnlyHolds(const entity& e);
 // Most objects of a map are: what is nothing but its brush, which nothing switches off.
 bool IsPlainBrush(const entity& e);

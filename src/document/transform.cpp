@@ -13,7 +13,6 @@
 namespace ferrowand {
 namespace {
 
-// Both are applied from the entity downwards, of which a map holds no more than a few levels.
 struct Placement {
   const Matrix& matrix;
   DVec3 centre;
@@ -71,7 +70,7 @@ bool HasCornersOnPlane(const Face& face) {
          });
 }
 
-void TransformTree(entity& e, const Placement& placement) {
+void TransformAlone(entity& e, const Placement& placement) {
   const int faces = e.brush.getNumFaces();
   for (int i = 0; i < faces; ++i) TransformFace(e.brush.face(i), placement);
   for (Face& face : e.brush.FarFaces()) TransformFace(face, placement);
@@ -86,20 +85,25 @@ void TransformTree(entity& e, const Placement& placement) {
   e.brush.UpdateBounds();
   e.Touch();
   if (e.HasOrigin()) e.SetOrigin(placement.Apply(e.Origin()));
-  for (const EntityPtr& child : e.getEntityList()) TransformTree(*child, placement);
 }
 
 }  // namespace
 
+bool GoesAlong(const entity& child) {
+  return child.getClass()->Kind() != EntityKind::TemplateClass;
+}
+
 void TransformEntity(entity& e, const Matrix& matrix, const DVec3& centre) {
-  TransformTree(e, {matrix, centre, Mirrors(matrix)});
+  const Placement placement{matrix, centre, Mirrors(matrix)};
+  ForEachAlong(e, [&](entity& part) { TransformAlone(part, placement); });
 }
 
 void TranslateEntity(entity& e, const Vec3& by) {
-  e.brush.Translate(by);
-  e.Touch();
-  if (e.HasOrigin()) e.SetOrigin(e.Origin() + by);
-  for (const EntityPtr& child : e.getEntityList()) TranslateEntity(*child, by);
+  ForEachAlong(e, [&](entity& part) {
+    part.brush.Translate(by);
+    part.Touch();
+    if (part.HasOrigin()) part.SetOrigin(part.Origin() + by);
+  });
 }
 
 }  // namespace ferrowand

@@ -99,10 +99,12 @@ std::optional<Way> WayBack(const entity& is, const entity& was) {
 
 }  // namespace
 
-UndoStep::UndoStep(Map& map) : map_(&map), otherLayer_(map.currentLayer()) {}
+UndoStep::UndoStep(Map& map)
+    : map_(&map), otherLayer_(map.currentLayer()), otherLeading_(map.leadingGroup()) {}
 
 void UndoStep::Finish() {
   layer_ = map_->currentLayer();
+  leading_ = map_->leadingGroup();
   std::vector<Shift> shifts;
   std::erase_if(records_, [&](const auto& record) {
     const auto* contents = std::get_if<Contents>(&record);
@@ -247,8 +249,9 @@ void UndoStep::Exchange(Transfer& transfer) {
 }
 
 void UndoStep::Reverse() {
-  // A layer that the user has chosen since stays current.
+  // What the user has chosen since stays.
   const bool changesLayer = layer_ != otherLayer_ && map_->currentLayer() == layer_;
+  const bool changesLeading = leading_ != otherLeading_ && map_->leadingGroup() == leading_;
   NoteExtents();
   {
     const PointersKept kept(*map_);
@@ -258,7 +261,9 @@ void UndoStep::Reverse() {
     }
   }
   if (changesLayer) map_->SetCurrentLayer(otherLayer_);
+  if (changesLeading) map_->SetLeadingGroup(otherLeading_);
   std::swap(layer_, otherLayer_);
+  std::swap(leading_, otherLeading_);
 }
 
 void UndoStep::ReverseAndAnnounce(const char* way) {

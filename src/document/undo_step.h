@@ -31,7 +31,8 @@ class UndoStep {
   // none. Those of one parent stay in their order. Costs one walk over each old parent's children.
   void Move(std::span<entity* const> objects, entity* parent);
 
-  // All has been done: if that made another layer the current one, taking it back does so too. What
+  // All has been done: if that made another layer the current one, or another group the leading
+  // one, taking it back does so too. What
   // is as it was is not kept. Of plain brushes that only went along whole units, with their
   // textures or not, the way is kept instead of copies.
   void Finish();
@@ -84,9 +85,11 @@ class UndoStep {
   Bounds extent_;              // of all that was or is to be seen of it
   bool worldChanges_ = false;  // the keys of the map itself
   std::vector<std::variant<Contents, Shift, Transfer>> records_;
-  // The current layers on this side of the step and on the other.
+  // The current layer and the leading group, on this side of the step and on the other.
   entity* layer_ = nullptr;
   entity* otherLayer_;
+  entity* leading_ = nullptr;
+  entity* otherLeading_;
 };
 
 }  // namespace ferrowand

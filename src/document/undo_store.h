@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <deque>
 #include <limits>
+#include <string>
 #include <vector>
 
 #include "document/undo_step.h"
@@ -36,6 +37,8 @@ class UndoStore {
   // What all steps hold.
   std::uint64_t Bytes() const { return bytes_; }
   StateId State() const { return state_; }
+  // Of the step that would be taken back; empty when there is none.
+  std::string NewestName() const { return steps_.empty() ? "" : steps_.back().step.name; }
   // Both announce what comes and goes.
   void Undo();
   // Applies the step last undone again, as a step of its own; then the one undone before it.

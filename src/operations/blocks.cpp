@@ -4,8 +4,10 @@
 #include <vector>
 
 #include "document/classes/class_set.h"
+#include "document/classes/special_classes.h"
+#include "document/classes/template_index.h"
 #include "document/edit_step.h"
-#include "document/entity.h"
+#include "document/map.h"
 #include "operations/new_entity.h"
 
 namespace ferrowand {
@@ -21,6 +23,20 @@ bool IsBlock(const entity& e) {
   if (own.Kind() != EntityKind::Hidden) return IsBlockClass(own);
   const char* shown = e.GetKey("XMPoldclassname");
   return shown && IsBlockClass(own.Set().FindClass(shown));
+}
+
+// Of instances that may not be in the map yet.
+bool Shows(const entity& object, const entity& templateClass) {
+  TemplateIndex& templates = templateClass.OwningMap()->Templates();
+  std::vector<const entity*> trees{&object};
+  for (std::size_t i = 0; i < trees.size(); ++i) {
+    ForEachEntity(*trees[i], [&](const entity& e) {
+      const char* name = IsInstance(e) ? e.GetKey("XMPclass") : nullptr;
+      const entity* shown = name ? templates.Find(name) : nullptr;
+      if (shown && std::ranges::find(trees, shown) == trees.end()) trees.push_back(shown);
+    });
+  }
+  return std::ranges::find(trees, &templateClass) != trees.end();
 }
 
 // The outermost ones below the tree's root.
@@ -42,10 +58,20 @@ bool HoldsBlock(const entity& tree) {
          });
 }
 
-entity& HomeFor(entity& parent, const entity& object) {
+entity& OutsideItself(entity& parent, const entity& object) {
   entity* home = &parent;
-  if (!HoldsBlock(object)) return *home;
   for (entity* at = &parent; at->Parent(); at = at->Parent()) {
+    if (at->getClass()->Kind() == EntityKind::TemplateClass && Shows(object, *at)) {
+      home = at->Parent();
+    }
+  }
+  return *home;
+}
+
+entity& HomeFor(entity& parent, const entity& object) {
+  entity* home = &OutsideItself(parent, object);
+  if (!HoldsBlock(object)) return *home;
+  for (entity* at = home; at->Parent(); at = at->Parent()) {
     if (IsBlock(*at)) home = at->Parent();
   }
   return *home;

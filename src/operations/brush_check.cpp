@@ -1,6 +1,8 @@
 #include "operations/brush_check.h"
 
 #include <algorithm>
+#include <span>
+#include <utility>
 
 #include "document/written_points.h"
 #include "geometry/tolerance.h"
@@ -8,10 +10,40 @@
 
 namespace ferrowand {
 
+namespace {
+
+// Twice the area, along the normal.
+DVec3 AreaVector(std::span<const WindingPoint> points) {
+  const DVec3 first(points.front().Position());
+  DVec3 sum;
+  for (std::size_t i = 1; i + 1 < points.size(); ++i) {
+    sum = sum + Cross(DVec3(points[i].Position()) - first, DVec3(points[i + 1].Position()) - first);
+  }
+  return sum;
+}
+
+// What is closed has as much area to one side as to the other. Two faces may disagree by the
+// tolerance on an edge between them; a wider gap is left where planes are nearly one.
+bool IsClosed(const Brush& brush) {
+  DVec3 open;
+  double edges = 0;
+  for (const Face& face : brush.Faces()) {
+    const auto points = std::as_const(*face.w).Points();
+    open = open + AreaVector(points);
+    for (std::size_t i = 0; i < points.size(); ++i) {
+      edges += Length(DVec3(points[(i + 1) % points.size()].Position() - points[i].Position()));
+    }
+  }
+  return Length(open) <= ON_EPSILON * edges;
+}
+
+}  // namespace
+
 bool SurvivesSaving(const Brush& brush, Reporter& reporter) {
   if (!std::ranges::all_of(brush.Faces(), &Face::HasShape)) return false;
   const auto isWhole = [](const Face& face) { return AreWhole(face.planepts); };
   if (!std::ranges::all_of(brush.FarFaces(), isWhole)) return false;
+  if (brush.FarFaces().empty() && !IsClosed(brush)) return false;
   const SavedShape shape = ShapeInFile(brush, reporter);
   return shape.lostFaces == 0 &&
          shape.cornerMove <= (shape.isCarried ? LARGEST_SLIP : LARGEST_STRAY);

@@ -5,9 +5,9 @@
 
 namespace ferrowand {
 
-// Whether a file gives the brush back: the planes of the points that would be written bound every
-// face, and each corner is where it was. Faces that lie between whole units may take corners as far
-// as such rounding explains.
+// Whether the brush is a solid, all around closed, that a file gives back: the planes of the points
+// that would be written bound every face, and each corner is where it was. Faces that lie between
+// whole units may take corners as far as such rounding explains.
 bool SurvivesSaving(const Brush& brush, Reporter& reporter);
 
 // Whether all of it lies within WORLD_REACH. Not-a-number does not.

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/path_text.h"
+#include "base/report.h"
 #include "base/safe_file.h"
 #include "base/text_reader.h"
 #include "base/text_writer.h"
@@ -12,12 +13,12 @@
 #include "document/edit_step.h"
 #include "document/map.h"
 #include "document/picking.h"
-#include "document/read_log.h"
 #include "gamedata/file_kind.h"
 #include "operations/blocks.h"
 #include "operations/groups.h"
 #include "operations/insert.h"
 #include "operations/new_entity.h"
+#include "operations/template_travel.h"
 
 namespace ferrowand {
 namespace {
@@ -28,9 +29,9 @@ bool LooksLikeMap(std::string_view text) {
          (text[start] == '{' || text.substr(start).starts_with("//"));
 }
 
-// A layer or a world.
 bool OnlyHoldsObjects(std::string_view classname, const ClassSet& classes) {
-  return IsWorldspawn(classname) || classes.FindClass(classname).Kind() == EntityKind::Layer;
+  const EntityKind kind = classes.FindClass(classname).Kind();
+  return IsWorldspawn(classname) || kind == EntityKind::Layer || kind == EntityKind::TemplateClass;
 }
 
 // The world of a text may be an object itself: who copies a single entity or brush out of a text
@@ -60,18 +61,21 @@ void TakeObjects(entity& holder, std::vector<EntityPtr>& objects) {
   }
 }
 
-std::vector<EntityPtr> ReadObjects(const Map& map, TextReader& reader) {
-  Map read(map.Data());
-  read.wads = map.wads;
-  read.classSet = map.classSet;
-  unsigned flags = READ_MERGE;
-  do {
-    flags = read.ReadMap(reader, flags);
-  } while (read.readProgress() != 0);
+struct Arriving {
+  std::vector<EntityPtr> objects;
+  ArrivingTemplates templates;
 
-  EntityPtr world = TakeWorldAsObject(read);
-  std::vector<EntityPtr> found, objects;
-  TakeObjects(read, found);
+  bool IsNothing() const { return objects.empty() && templates.added.empty(); }
+};
+
+Arriving ReadObjects(const Map& map, TextReader& reader) {
+  const std::unique_ptr<Map> read = ReadFor(map, reader);
+  Arriving arriving;
+  arriving.templates = TakeTemplates(*read, map);
+  std::vector<EntityPtr>& objects = arriving.objects;
+  EntityPtr world = TakeWorldAsObject(*read);
+  std::vector<EntityPtr> found;
+  TakeObjects(*read, found);
   for (EntityPtr& object : found) {
     const bool isPart = world && world->IsOwnBlock() && object->brush.HasText();
     if (isPart) {
@@ -81,16 +85,27 @@ std::vector<EntityPtr> ReadObjects(const Map& map, TextReader& reader) {
     }
   }
   if (world) objects.push_back(std::move(world));
-  return objects;
+  return arriving;
 }
 
-EditResult CheckObjects(const std::vector<EntityPtr>& objects, const entity& parent, int levels) {
-  if (objects.empty()) return EditResult::NotAMap;
+EditResult CheckObjects(const Arriving& arriving, const entity& parent, int levels) {
+  if (arriving.IsNothing()) return EditResult::NotAMap;
   std::vector<const entity*> all;
-  all.reserve(objects.size());
-  for (const EntityPtr& object : objects) all.push_back(object.get());
+  for (const EntityPtr& object : arriving.objects) all.push_back(object.get());
+  for (const EntityPtr& added : arriving.templates.added) all.push_back(added.get());
   if (!FitsBelow(parent, all, levels)) return EditResult::TooDeep;
   return MayAddTo(parent) ? EditResult::Done : EditResult::Declined;
+}
+
+// First of all: what else is new may have to keep out of one of them.
+void AddTemplates(EditStep& step, ArrivingTemplates& templates) {
+  Map& map = step.map();
+  entity& layer = LayerAround(map.NewParent());
+  for (EntityPtr& added : templates.added) AddTo(step, std::move(added), layer);
+  for (const auto& [there, here] : templates.renamed) {
+    map.ShowStatus(Format("This map has another template %s: the one that came is %s here",
+                          there.c_str(), here.c_str()));
+  }
 }
 
 }  // namespace
@@ -104,6 +119,7 @@ std::string SelectionText(const Map& map) {
   WriteKey(out, "wad", map.wads.Names());
   WriteKey(out, "XMPqc", map.classSetName);
   WriteKey(out, "XMPversion", "1.01");
+  for (const EntityPtr& copy : TemplatesOf(roots)) copy->WriteExtended(out);
   for (const entity* root : roots) root->WriteExtended(out);
   out.Put("}\n");
   return std::string(out.Text());
@@ -118,13 +134,14 @@ EditResult PasteText(Map& map, std::string_view text) {
   if (!LooksLikeMap(text)) return EditResult::NotAMap;
   TextReader reader(map.Data().reporter);
   reader.OpenText(text);
-  std::vector<EntityPtr> objects = ReadObjects(map, reader);
-  const EditResult result = CheckObjects(objects, map.NewParent(), 0);
+  Arriving arriving = ReadObjects(map, reader);
+  const EditResult result = CheckObjects(arriving, map.NewParent(), 0);
   if (result != EditResult::Done) return result;
   std::vector<entity*> added;
-  added.reserve(objects.size());
+  added.reserve(arriving.objects.size());
   EditStep step(map);
-  for (EntityPtr& object : objects) {
+  AddTemplates(step, arriving.templates);
+  for (EntityPtr& object : arriving.objects) {
     added.push_back(&AddTo(step, std::move(object), map.NewParent()));
   }
   Select(map, added, false);
@@ -139,12 +156,14 @@ EditResult InsertGroup(Map& map, const std::string& filename) {
   TextReader reader(map.Data().reporter);
   reader.Open(filename);
   if (!reader.IsOpen()) return EditResult::CannotOpen;
-  std::vector<EntityPtr> objects = ReadObjects(map, reader);
-  const EditResult result = CheckObjects(objects, map.NewParent(), 1);
+  Arriving arriving = ReadObjects(map, reader);
+  const EditResult result = CheckObjects(arriving, map.NewParent(), 1);
   if (result != EditResult::Done) return result;
-  EntityPtr group = NewGroup(map, SplitPath(filename).base);
-  for (EntityPtr& object : objects) group->AddChild(std::move(object));
   EditStep step(map);
+  AddTemplates(step, arriving.templates);
+  if (arriving.objects.empty()) return result;
+  EntityPtr group = NewGroup(map, SplitPath(filename).base);
+  for (EntityPtr& object : arriving.objects) group->AddChild(std::move(object));
   Select(map, &AddTo(step, std::move(group), map.NewParent()), false);
   return result;
 }

@@ -11,13 +11,14 @@ namespace ferrowand {
 
 class Map;
 
-// Empty when nothing is selected that can be reached.
+// With the templates that its instances show. Empty when nothing is selected that can be reached.
 std::string SelectionText(const Map& map);
 // The text, and the selection is deleted.
 EditResult CutSelection(Map& map, std::string& text);
 // The objects of a map, of single entities or brushes as text; they join the leading group or the
-// current layer and are selected. Layers of the text are not taken over, nor are its WADs and its
-// class set. Damage in it is reported as that of a file.
+// current layer and are selected. Templates come along, under another name where the map has
+// another of that name, and go into the layer. Layers of the text are not taken over, nor are its
+// WADs and its class set. Damage in it is reported as that of a file.
 EditResult PasteText(Map& map, std::string_view text);
 
 // A file's objects, likewise, in a group named after it.

@@ -29,6 +29,8 @@ const char* Reason(EditResult result) {
       return "Layers, hidden objects and templates are made by commands of their own";
     case EditResult::NoName:
       return "A template needs a name";
+    case EditResult::NoTemplate:
+      return "This map has no template of that name";
     case EditResult::NameTaken:
       return "There is a template of this name already";
     case EditResult::LastLayer:

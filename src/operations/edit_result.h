@@ -17,7 +17,8 @@ enum class EditResult {
   SecondWorld,  // a map has one worldspawn
   EditorsOwn,   // a class that holds or hides objects, and is none itself
   NoName,
-  NameTaken,  // a second one could not be found
+  NoTemplate,  // that an instance could show
+  NameTaken,   // a second one could not be found
   LastLayer,
   NotAMap,     // the text holds no objects
   CannotOpen,  // the file

@@ -24,11 +24,12 @@ EditResult Settle(EditStep& step, entity& group) {
 
 // Lights and doors among them end beside an entity that is to hold brushes.
 EditResult GatherIn(Map& map, EntityPtr group, const std::vector<entity*>& roots) {
-  entity& parent = *roots.front()->Parent();
+  entity* parent = roots.front()->Parent();
+  for (const entity* root : roots) parent = &OutsideItself(*parent, *root);
   const std::vector<const entity*> members(roots.begin(), roots.end());
-  if (!FitsBelow(parent, members, 1)) return EditResult::TooDeep;
+  if (!FitsBelow(*parent, members, 1)) return EditResult::TooDeep;
   EditStep step(map);
-  entity& added = step.Add(std::move(group), parent);
+  entity& added = step.Add(std::move(group), *parent);
   MoveObjects(step, roots, added);
   return Settle(step, added);
 }
@@ -65,9 +66,7 @@ EditResult GroupSelectionAs(Map& map, const EntityClass& entityClass) {
   step.ChangeKeys(first);
   first.SetKey("classname", entityClass.classname);
   // The game would take it for one of its own.
-  for (int i = first.numkeys() - 1; i >= 0; --i) {
-    if (first.KeyName(i) == GROUP_KEY) first.RemoveKey(i);
-  }
+  first.RemoveKeys(GROUP_KEY);
   if (entityClass.hasTilde) first.SetFlags(entityClass.tildeValue);
   return Settle(step, first);
 }

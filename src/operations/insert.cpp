@@ -54,11 +54,7 @@ EditResult SetKeyOfSelection(Map& map, std::string_view name, std::string_view v
 }
 
 EditResult RemoveKeyOfSelection(Map& map, std::string_view name) {
-  return ChangeKeysOfSelection(map, [&](entity& e) {
-    for (int i = e.numkeys() - 1; i >= 0; --i) {
-      if (EqualNoCase(e.KeyName(i), name)) e.RemoveKey(i);
-    }
-  });
+  return ChangeKeysOfSelection(map, [&](entity& e) { e.RemoveKeys(name); });
 }
 
 EditResult SetClassOfSelection(Map& map, const EntityClass& entityClass) {

@@ -4,7 +4,6 @@
 #include <string>
 
 #include "base/number_text.h"
-#include "base/path_text.h"
 #include "document/classes/entity_class.h"
 #include "document/classes/native_classes.h"
 #include "document/edit_step.h"
@@ -22,14 +21,6 @@ std::string ComponentText(std::uint8_t component) {
   std::string decimals = std::to_string(1000 + thousandths).substr(1);
   decimals.erase(decimals.find_last_not_of('0') + 1);
   return decimals.empty() ? "0" : "0." + decimals;
-}
-
-// One of the same name in other letters would go on being the one that is found.
-void ReplaceKey(entity& e, std::string_view name, std::string_view value) {
-  for (int i = e.numkeys() - 1; i >= 0; --i) {
-    if (EqualNoCase(e.KeyName(i), name)) e.RemoveKey(i);
-  }
-  e.SetKey(name, value);
 }
 
 }  // namespace

@@ -31,8 +31,8 @@ std::vector<entity*> ParentsOf(std::span<entity* const> objects) {
 
 void RemoveEmptied(EditStep& step, const std::vector<entity*>& parents) {
   for (entity* e : parents) {
-    while (e && e->Parent() && e->getClass()->Kind() != EntityKind::Layer && !e->HasOrigin() &&
-           e->getEntityList().empty() && !e->brush.HasText()) {
+    while (e && e->Parent() && !OnlyHolds(*e) && !e->HasOrigin() && e->getEntityList().empty() &&
+           !e->brush.HasText()) {
       entity* const above = e->Parent();
       step.Remove(*e);
       e = above;
@@ -69,6 +69,12 @@ entity& AddTo(EditStep& step, EntityPtr e, entity& parent) {
   return added;
 }
 
+entity& LayerAround(entity& e) {
+  entity* at = &e;
+  while (at->Parent() && at->getClass()->Kind() != EntityKind::Layer) at = at->Parent();
+  return *at;
+}
+
 EditResult AddAndSelect(Map& map, EntityPtr e, const Vec3& at) {
   const EditResult fit = CheckClass(*map.classSet, e->getClass()->classname);
   if (fit != EditResult::Done) return fit;
@@ -90,6 +96,13 @@ std::string UnusedName(const Map& map, std::string_view prefix) {
     std::string name = std::string(prefix) + std::to_string(number);
     if (!names.contains(name)) return name;
   }
+}
+
+void ReplaceKey(entity& e, std::string_view name, std::string_view value) {
+  // The value may be that of the key that goes.
+  const std::string kept(value);
+  e.RemoveKeys(name);
+  e.SetKey(name, kept);
 }
 
 std::string FitForKey(std::string_view text) {

@@ -23,11 +23,17 @@ EditResult CheckClass(const ClassSet& classes, std::string_view classname);
 // At the parent's end, or where else the object may stand (HomeFor).
 entity& AddTo(EditStep& step, EntityPtr e, entity& parent);
 
+// The layer in which the object, or the layer itself, stands; the map where there is none.
+entity& LayerAround(entity& e);
+
 // A new object becomes a part of the map there, and is what is selected.
 EditResult AddAndSelect(Map& map, EntityPtr e, const Vec3& at);
 
 // The prefix and the lowest number that makes it no object's XMPentityname yet.
 std::string UnusedName(const Map& map, std::string_view prefix);
+
+// One of the same name in other letters would go on being the one that is found.
+void ReplaceKey(entity& e, std::string_view name, std::string_view value);
 
 // A text as a key or a value can hold it: a file knows no way to write a double quote within one.
 std::string FitForKey(std::string_view text);

@@ -9,6 +9,7 @@
 #include "document/edit_step.h"
 #include "document/map.h"
 #include "document/picking.h"
+#include "operations/blocks.h"
 #include "operations/new_entity.h"
 #include "operations/transformation.h"
 
@@ -29,9 +30,12 @@ EntityPtr NewInstance(const Map& map, const InstanceSettings& settings, const Ve
   return instance;
 }
 
-bool IsTaken(const Map& map, const std::string& name) {
-  const std::vector<std::string> names = TemplateNames(map);
-  return std::ranges::find(names, name) != names.end();
+void SetEmbedKeys(entity& embed, std::string_view filename, const Bounds& box) {
+  ReplaceKey(embed, "XMPfilename", FitForKey(filename));
+  for (int axis = 0; axis < 3; ++axis) {
+    ReplaceKey(embed, EMBED_MIN_KEYS[axis], FloatText(box.mins[axis]));
+    ReplaceKey(embed, EMBED_MAX_KEYS[axis], FloatText(box.maxs[axis]));
+  }
 }
 
 }  // namespace
@@ -45,15 +49,24 @@ std::vector<std::string> TemplateNames(const Map& map) {
   return names;
 }
 
+EditResult CheckTemplateName(const Map& map, std::string_view name) {
+  if (name.find_first_not_of(" \t") == name.npos) return EditResult::NoName;
+  const std::vector<std::string> names = TemplateNames(map);
+  const bool isTaken = std::ranges::find(names, name) != names.end();
+  return isTaken ? EditResult::NameTaken : EditResult::Done;
+}
+
 EditResult MakeTemplate(Map& map, std::string_view name, const Vec3& pivot) {
   const std::string fitName = FitForKey(name);
-  if (fitName.empty()) return EditResult::NoName;
-  if (IsTaken(map, fitName)) return EditResult::NameTaken;
+  const EditResult fit = CheckTemplateName(map, fitName);
+  if (fit != EditResult::Done) return fit;
   const std::vector<entity*> roots = SelectedRoots(map);
   if (roots.empty()) return EditResult::NothingSelected;
-  entity& parent = *roots.front()->Parent();
+  entity* parent = roots.front()->Parent();
+  for (const entity* root : roots) parent = &OutsideItself(*parent, *root);
+  entity& layer = LayerAround(*parent);
   const std::vector<const entity*> members(roots.begin(), roots.end());
-  if (!FitsBelow(parent, members, 1)) return EditResult::TooDeep;
+  if (!FitsBelow(layer, members, 1)) return EditResult::TooDeep;
 
   EditStep step(map);
   for (entity* root : roots) {
@@ -65,8 +78,8 @@ EditResult MakeTemplate(Map& map, std::string_view name, const Vec3& pivot) {
   }
   EntityPtr holder = NewEntity(map, "templateClass");
   holder->SetKey("XMPentityname", fitName);
-  entity& templateClass = step.Add(std::move(holder), parent);
-  entity& instance = step.Add(NewInstance(map, {fitName, 0, {1, 1, 1}}, pivot), parent);
+  entity& templateClass = step.Add(std::move(holder), layer);
+  entity& instance = step.Add(NewInstance(map, {fitName, 0, {1, 1, 1}}, pivot), *parent);
   MoveObjects(step, roots, templateClass);
   Select(map, &instance, false);
   return EditResult::Done;
@@ -83,12 +96,20 @@ EditResult InsertInstance(Map& map, const InstanceSettings& settings, const Vec3
 
 EditResult InsertEmbed(Map& map, std::string_view filename, const Bounds& box, const Vec3& origin) {
   EntityPtr embed = NewEntity(map, "embed");
-  embed->SetKey("XMPfilename", FitForKey(filename));
-  for (int axis = 0; axis < 3; ++axis) {
-    embed->SetKey(EMBED_MIN_KEYS[axis], FloatText(box.mins[axis]));
-    embed->SetKey(EMBED_MAX_KEYS[axis], FloatText(box.maxs[axis]));
-  }
+  SetEmbedKeys(*embed, filename, box);
   return AddAndSelect(map, std::move(embed), origin);
+}
+
+entity* SelectedEmbed(const Map& map) {
+  if (map.selection.size() != 1) return nullptr;
+  entity* const e = map.selection.front();
+  return e->getClass()->Kind() == EntityKind::Embed ? e : nullptr;
+}
+
+void ChangeEmbed(entity& embed, std::string_view filename, const Bounds& box) {
+  EditStep step(*embed.OwningMap());
+  step.ChangeKeys(embed);
+  SetEmbedKeys(embed, filename, box);
 }
 
 }  // namespace ferrowand

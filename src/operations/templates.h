@@ -11,9 +11,13 @@
 namespace ferrowand {
 
 class Map;
+class entity;
 
 // Of all template classes of the map, in its order.
 std::vector<std::string> TemplateNames(const Map& map);
+
+// Of one that is to be made, or called so.
+EditResult CheckTemplateName(const Map& map, std::string_view name);
 
 // The selection becomes a template class of that name, with the pivot as its origin, and an
 // instance, which is selected, takes its place: the map looks as before.
@@ -29,5 +33,8 @@ EditResult InsertInstance(Map& map, const InstanceSettings& settings, const Vec3
 
 // The box is relative to the origin. Selects it.
 EditResult InsertEmbed(Map& map, std::string_view filename, const Bounds& box, const Vec3& origin);
+// If it alone is selected; else null.
+entity* SelectedEmbed(const Map& map);
+void ChangeEmbed(entity& embed, std::string_view filename, const Bounds& box);
 
 }  // namespace ferrowand

@@ -3,8 +3,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "document/classes/special_classes.h"
-#include "document/entity.h"
+#include "document/transform.h"
 
 namespace ferrowand {
 namespace {
@@ -105,23 +104,21 @@ void TextureLock::Hold(Face& face, const Pin& pin, const DVec3 (&moved)[3]) {
 }
 
 TextureLock::TextureLock(const entity& e) {
-  ForEachEntity(e, [this](const entity& part) {
+  ForEachAlong(e, [this](const entity& part) {
     for (const Face& face : part.brush.Faces()) pins_.push_back(PinOf(face));
   });
 }
 
 void TextureLock::Apply(entity& e, const std::function<DVec3(const DVec3&)>& move) const {
   auto pin = pins_.begin();
-  const auto hold = [&](auto& self, entity& part) -> void {
+  ForEachAlong(e, [&](entity& part) {
     for (int i = 0; i < part.brush.getNumFaces(); ++i, ++pin) {
       Face& face = part.brush.face(i);
       if (!pin->isValid || !face.plane.HasNormal()) continue;
       Hold(face, *pin, {move(pin->at), move(pin->at + pin->u), move(pin->at + pin->v)});
       UpdateFromWinding(face);
     }
-    for (const EntityPtr& child : part.getEntityList()) self(self, *child);
-  };
-  hold(hold, e);
+  });
 }
 
 void ShiftTextures(entity& e, const DVec3& by) {
@@ -132,9 +129,10 @@ void ShiftTextures(entity& e, const DVec3& by) {
     face.yoff = static_cast<float>(face.yoff - projection.T(by));
     UpdateFromWinding(face);
   };
-  for (int i = 0; i < e.brush.getNumFaces(); ++i) shift(e.brush.face(i));
-  for (Face& face : e.brush.FarFaces()) shift(face);
-  for (const EntityPtr& child : e.getEntityList()) ShiftTextures(*child, by);
+  ForEachAlong(e, [&shift](entity& part) {
+    for (int i = 0; i < part.brush.getNumFaces(); ++i) shift(part.brush.face(i));
+    for (Face& face : part.brush.FarFaces()) shift(face);
+  });
 }
 
 }  // namespace ferrowand

@@ -1,18 +1,94 @@
 #include "operations/transform_selection.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
 #include <numbers>
+#include <optional>
+#include <utility>
 
 #include "document/edit_step.h"
 #include "document/map.h"
 #include "document/picking.h"
+#include "document/transform.h"
 #include "operations/new_entity.h"
+#include "operations/snap_corners.h"
+#include "operations/template_travel.h"
 #include "operations/transformation.h"
 
 namespace ferrowand {
 namespace {
+
+// From which axis the matrix takes each, where it takes axes to axes and changes no length.
+std::optional<std::array<int, 3>> SourceAxes(const Matrix& matrix) {
+  std::array<int, 3> sources{};
+  for (int axis = 0; axis < 3; ++axis) {
+    int found = 0;
+    for (int from = 0; from < 3; ++from) {
+      const float part = matrix.At(static_cast<unsigned>(from), static_cast<unsigned>(axis));
+      if (part == 0) continue;
+      if (std::fabs(part) != 1) return std::nullopt;
+      sources[static_cast<std::size_t>(axis)] = from;
+      ++found;
+    }
+    if (found != 1) return std::nullopt;
+  }
+  return sources;
+}
+
+bool IsWhole(double number) {
+  return number == std::round(number);
+}
+
+bool HasWholeCorner(const std::vector<entity*>& trees) {
+  const auto isWhole = [](const Vec3& p) { return IsWhole(p.x) && IsWhole(p.y) && IsWhole(p.z); };
+  const auto isCorner = [&](const WindingPoint& p) { return isWhole(p.Position()); };
+  bool found = false;
+  for (const entity* tree : trees) {
+    ForEachAlong(*tree, [&](const entity& e) {
+      found = found || (e.HasOrigin() && isWhole(e.Origin()));
+      for (const Face& face : e.brush.Faces()) {
+        found = found || (face.w && std::ranges::any_of(std::as_const(*face.w).Points(), isCorner));
+      }
+    });
+    if (found) break;
+  }
+  return found;
+}
+
+// Of a turn in a plane: a half goes to the side on which four turns end where they began.
+void RoundTogether(double& a, double& b) {
+  const auto rounded = [](double number, double other) {
+    const double low = std::floor(number);
+    if (number - low != 0.5) return std::round(number);
+    return std::fmod(low + std::round(other), 2) == 0 ? low : low + 1;
+  };
+  const double first = rounded(a, b);
+  b = rounded(b, first);
+  a = first;
+}
+
+// What is turned by right angles or mirrored stays on whole units where the centre is whole, or
+// half where that serves.
+DVec3 CentreFor(const Matrix& matrix, const DVec3& wanted, const std::vector<entity*>& trees) {
+  const auto sources = SourceAxes(matrix);
+  if (!sources || !HasWholeCorner(trees)) return wanted;
+  DVec3 centre = wanted;
+  for (int pass = 0; pass < 2; ++pass) {
+    for (int axis = 0; axis < 3; ++axis) {
+      const int from = (*sources)[static_cast<std::size_t>(axis)];
+      const float part = matrix.At(static_cast<unsigned>(from), static_cast<unsigned>(axis));
+      if (IsWhole(centre[axis] - part * centre[from])) continue;
+      if (from == axis) {
+        centre[axis] = std::round(2 * centre[axis]) / 2;
+      } else {
+        RoundTogether(centre[axis], centre[from]);
+      }
+    }
+  }
+  return centre;
+}
 
 EditResult ApplyToSelection(Map& map, const Transformation& transformation,
                             const TransformOptions& options) {
@@ -20,15 +96,24 @@ EditResult ApplyToSelection(Map& map, const Transformation& transformation,
   const std::vector<entity*> roots = SelectedRoots(map);
   if (roots.empty()) return EditResult::NothingSelected;
   if (transformation.IsNone()) return EditResult::Done;
-  EditStep step(map);
-  for (entity* root : roots) {
-    step.Change(*root);
-    const EditResult result = TransformObject(*root, transformation, options.textureLock);
-    if (result == EditResult::Done) continue;
-    step.Cancel();
-    return result;
+  {
+    EditStep step(map);
+    for (entity* root : roots) {
+      step.Change(*root);
+      const EditResult result = TransformObject(*root, transformation, options.textureLock);
+      if (result == EditResult::Done) continue;
+      step.Cancel();
+      return result;
+    }
   }
+  if (!transformation.IsMove()) TellOffUnits(map, roots);
   return EditResult::Done;
+}
+
+EditResult ApplyToSelection(Map& map, const Matrix& matrix, const DVec3& centre,
+                            const TransformOptions& options) {
+  const Transformation transformation(matrix, CentreFor(matrix, centre, SelectedRoots(map)));
+  return ApplyToSelection(map, transformation, options);
 }
 
 DVec3 MiddleOfSelection(const Map& map) {
@@ -114,7 +199,7 @@ EditResult MoveSelection(Map& map, const Vec3& by, const TransformOptions& optio
 
 EditResult TransformSelection(Map& map, const Matrix& matrix, const DVec3& centre,
                               const TransformOptions& options) {
-  return ApplyToSelection(map, Transformation(matrix, centre), options);
+  return ApplyToSelection(map, matrix, centre, options);
 }
 
 EditResult ScaleSelection(Map& map, const DVec3& factors, const DVec3& centre,
@@ -125,19 +210,19 @@ EditResult ScaleSelection(Map& map, const DVec3& factors, const DVec3& centre,
       matrix.At(axis, axis) = static_cast<float>(factors[static_cast<int>(axis)]);
     }
   }
-  return ApplyToSelection(map, Transformation(matrix, centre), options);
+  return ApplyToSelection(map, matrix, centre, options);
 }
 
 EditResult FlipSelection(Map& map, int axis, const TransformOptions& options) {
   Matrix matrix = Matrix::Diagonal(1, 1, 1);
   const auto at = static_cast<unsigned>(axis);
   matrix.At(at, at) = -1;
-  return ApplyToSelection(map, Transformation(matrix, MiddleOfSelection(map)), options);
+  return ApplyToSelection(map, matrix, MiddleOfSelection(map), options);
 }
 
 EditResult RotateSelection(Map& map, int axisu, int axisv, double degrees, const DVec3& centre,
                            const TransformOptions& options) {
-  return ApplyToSelection(map, Transformation(TurnMatrix(axisu, axisv, degrees), centre), options);
+  return ApplyToSelection(map, TurnMatrix(axisu, axisv, degrees), centre, options);
 }
 
 EditResult SkewSelection(Map& map, int along, int across, bool highEdge, double amount,
@@ -149,7 +234,7 @@ EditResult SkewSelection(Map& map, int along, int across, bool highEdge, double 
   matrix.At(static_cast<unsigned>(across), static_cast<unsigned>(along)) =
       static_cast<float>(highEdge ? amount / extent : -amount / extent);
   const DVec3 fixed(highEdge ? bounds.mins : bounds.maxs);
-  return ApplyToSelection(map, Transformation(matrix, fixed), options);
+  return ApplyToSelection(map, matrix, fixed, options);
 }
 
 Matrix TurnMatrix(const DVec3& degrees) {
@@ -186,13 +271,14 @@ EditResult DuplicateSelection(Map& map, const MultiDuplicate& how,
     EntityPtr e;
     entity* parent;
   };
-  const DVec3 middle = MiddleOfSelection(map);
+  const DVec3 middle = CentreFor(TurnMatrix(how.turn), MiddleOfSelection(map), roots);
   std::vector<NewCopy> copies;
   for (int i = 1; i <= how.count; ++i) {
     const Transformation turn(RepeatedTurn(how.turn, i), middle);
     const Transformation move(how.offset * static_cast<float>(i));
     for (entity* root : roots) {
       EntityPtr copy = root->Copy();
+      DropTemplates(*copy);
       EditResult result = TransformObject(*copy, turn, options.textureLock);
       if (result == EditResult::Done) result = TransformObject(*copy, move, options.textureLock);
       if (result != EditResult::Done) return result;

@@ -20,7 +20,9 @@ struct TransformOptions {
 
 EditResult MoveSelection(Map& map, const Vec3& by, const TransformOptions& options);
 // Every point p becomes centre + matrix (3 x 3) times (p - centre). The axes do not limit it. A
-// turn turns where entities look, too.
+// turn turns where entities look, too. One by right angles, and a flip, leaves whole corners on
+// whole units: the centre gives way by half a unit where it must. Of any other turn or scale the
+// status tells how many brushes have corners between units afterwards.
 EditResult TransformSelection(Map& map, const Matrix& matrix, const DVec3& centre,
                               const TransformOptions& options);
 // The factor of an axis that is off counts as 1.

@@ -7,10 +7,9 @@
 #include "document/classes/special_classes.h"
 #include "document/entity.h"
 #include "document/transform.h"
-#include "geometry/tolerance.h"
+#include "document/transform_keys.h"
 #include "operations/brush_check.h"
 #include "operations/texture_lock.h"
-#include "operations/transform_keys.h"
 
 namespace ferrowand {
 namespace {
@@ -72,7 +71,7 @@ void TransformUnchecked(entity& e, const Transformation& transformation, bool te
   } else {
     TransformEntity(e, transformation.Linear(), transformation.Centre());
   }
-  TransformKeys(e, transformation);
+  TransformKeys(e, transformation.Linear());
 }
 
 }  // namespace
@@ -89,16 +88,6 @@ bool Transformation::KeepsVolume() const {
   const double volume = Dot(Row(matrix_, 0), Cross(Row(matrix_, 1), Row(matrix_, 2)));
   return std::isfinite(volume) && volume != 0 && std::isfinite(centre_.x + centre_.y + centre_.z) &&
          std::isfinite(by_.x + by_.y + by_.z);
-}
-
-bool Transformation::KeepsShape() const {
-  const double length = Dot(Row(matrix_, 0), Row(matrix_, 0));
-  for (unsigned y = 0; y < 3; ++y) {
-    const DVec3 row = Row(matrix_, y);
-    if (std::fabs(Dot(row, row) - length) > SHAPE_SLACK * length) return false;
-    if (std::fabs(Dot(row, Row(matrix_, (y + 1) % 3))) > SHAPE_SLACK * length) return false;
-  }
-  return true;
 }
 
 DVec3 Transformation::Apply(const DVec3& p) const {

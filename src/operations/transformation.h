@@ -20,8 +20,6 @@ class Transformation {
   // Not so for a matrix that flattens, or one of which an element is no number.
   bool KeepsVolume() const;
   bool IsMove() const { return isMove_; }
-  // Turned or mirrored, but as long in all directions as in any.
-  bool KeepsShape() const;
   const Matrix& Linear() const { return matrix_; }
   const DVec3& Centre() const { return centre_; }
   const Vec3& By() const { return by_; }

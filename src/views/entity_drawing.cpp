@@ -14,7 +14,9 @@ constexpr Pen EMBED_PEN{{200, 0, 0}};
 void DrawGroup(const entity& e, DrawContext& context, const entity* root);
 
 const entity* ExpansionToDraw(const entity& instance, const DrawContext& context) {
-  return context.flags & DRAW_TEMPLATES ? ExpandInstance(instance) : nullptr;
+  // Where its template is opened, that is drawn.
+  const bool isDrawn = (context.flags & DRAW_TEMPLATES) && instance.IsEnabled();
+  return isDrawn ? ExpandInstance(instance) : nullptr;
 }
 
 // As an entity of the class `look`.

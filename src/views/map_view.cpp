@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/report.h"
+#include "document/action.h"
 #include "document/picking.h"
 #include "views/painted_part.h"
 #include "views/tool.h"
@@ -94,6 +95,7 @@ void MapView::OnChange(const MapChange& change) {
   ShowCaption();
   RememberSelected();
   if (change.selection && tool_) tool_->SelectionChanged(map);
+  if (change.selection && change.done.empty() && map.Data().action.empty()) TellSelection();
   const bool pale = IsPale();
   const bool palesAnew = pale != std::exchange(wasPale_, pale);
   const bool hasGrown = ReachTo(change.everything ? map.GetBounds() : change.box);
@@ -109,6 +111,15 @@ void MapView::OnChange(const MapChange& change) {
   }
 }
 
+void MapView::TellSelection() {
+  const std::vector<entity*>& objects = map.selection.Objects();
+  if (objects.empty()) {
+    SetStatus(tool_ ? tool_->Name() : "");
+  } else {
+    SetStatus(objects.size() == 1 ? InWords(*objects.front()) : InWords(objects));
+  }
+}
+
 std::string MapView::Caption() const {
   static constexpr std::array<const char*, 3> LETTERS{"X", "Y", "Z"};
   return Format("%s%sView (%s): %s%s", LETTERS[transform.orienu], LETTERS[transform.orienv],
@@ -118,6 +129,7 @@ std::string MapView::Caption() const {
 
 void MapView::Refresh() {
   ShowZoomText();
+  ShowCoordinates();
   UpdateScrollBars();
   host_.Invalidate();
 }
@@ -239,8 +251,7 @@ void MapView::OnMouseDown(Pixel at, int button, bool zoomKey, bool shift) {
 
 void MapView::OnMouseMove(Pixel at, int buttons, bool panKey) {
   cursor_ = at;
-  host_.SetText(ViewText::Coordinates,
-                Format("%ix%i", transform.ToWorldU(at.x), transform.ToWorldV(at.y)));
+  ShowCoordinates();
   if (panKey) {
     Pan(at);
     return;
@@ -282,6 +293,12 @@ std::string MapView::ZoomText() const {
   const char snap = map.optionBits() & MAP_SNAP ? 'S' : ' ';
   if (!(map.optionBits() & MAP_GRID)) return Format("%c%i%%", snap, ZoomPercent());
   return Format("(%ix%i)%c%i%%", 1 << gridu, 1 << gridv, snap, ZoomPercent());
+}
+
+void MapView::ShowCoordinates() {
+  if (!cursor_) return;
+  host_.SetText(ViewText::Coordinates,
+                Format("%ix%i", transform.ToWorldU(cursor_->x), transform.ToWorldV(cursor_->y)));
 }
 
 void MapView::ShowZoomText() {

@@ -181,6 +181,8 @@ class MapView : public MapObserver {
   void OnStatus(const std::string& text) override { SetStatus(text); }
   std::string ZoomText() const;
   void ShowZoomText();
+  void ShowCoordinates();
+  void TellSelection();
 
   // Where this view goes in a frame whose client area has that size.
   PixelRect ArrangedPlace(Arrangement arrangement, PixelSize frame) const;

@@ -126,6 +126,7 @@ void MapView::ZoomTo(const Bounds& box) {
   transform.scalev = static_cast<float>(std::copysign(scale, transform.scalev));
   CentreOn((box.mins + box.maxs) * 0.5f);
   ShowZoomText();
+  ShowCoordinates();
 }
 
 void MapView::ZoomIn() {
@@ -170,6 +171,7 @@ void MapView::ScrollBy(double u, double v) {
   const double dy = (before.originv - transform.originv) / static_cast<double>(transform.scalev);
   if (dx == 0 && dy == 0) return;
   UpdateScrollBars();
+  ShowCoordinates();
   // A picture can be moved by whole pixels only, and what a tool has inverted stays where it is.
   const bool moves = dx == std::trunc(dx) && dy == std::trunc(dy);
   if (!moves || (tool_ && tool_->HasPreview())) return host_.Invalidate();

@@ -1,7 +1,9 @@
 #include "operations/transform_selection.h"
 
 #include <cmath>
+#include <cstdio>
 #include <limits>
+#include <random>
 
 #include "operations/edit_fixture.h"
 #include "operations/primitives.h"
@@ -185,7 +187,6 @@ TEST_F(TransformSelectionTest, ABrokenBrushMayStillBeMoved) {
 }
 
 TEST_F(TransformSelectionTest, EntitiesTurnTheirFacesWithTheSelectionButNoLightItsCone) {
-  data.classes.LoadDefault(temp.Write("light.qc", "/*QUAKED light_spot (0 1 0) ?\r\n*/"));
   // The class, the angle, the same turned by 90 degrees, and flipped on X.
   for (const auto& [classname, angle, turned, flipped] :
        Cases<std::string, std::string, const char*, const char*>{
@@ -206,6 +207,38 @@ TEST_F(TransformSelectionTest, EntitiesTurnTheirFacesWithTheSelectionButNoLightI
   Pick({"p"});
   ScaleSelection(*map, {3, 1, 1}, {}, options);
   EXPECT_STREQ(Get("p").GetKey("angle"), "45");
+}
+
+// Pitch, yaw and roll are turns about Y, Z and X; of a light's mangle yaw comes first, and a pitch
+// above 0 looks up.
+TEST_F(TransformSelectionTest, ThreeAnglesTurnAsTheirAxesDo) {
+  std::minstd_rand random(11);
+  const auto any = [&](int step) { return static_cast<double>(random() % 360 / step * step); };
+  for (int round = 0; round < 300; ++round) {
+    const bool isLight = round % 2 == 0;
+    const int step = round % 3 == 0 ? 90 : 1;
+    const double pitch = any(step) - 180, yaw = any(step), roll = any(step);
+    const std::string text =
+        isLight ? Format("%g %g %g", yaw, -pitch, roll) : Format(" %g  %g\t%g ", pitch, yaw, roll);
+    Open(Point("p", "\"origin\" \"0 0 0\" \"Mangle\" \"" + text + "\""));
+    if (isLight) Get("p").SetKey("classname", "light");
+    Pick({"p"});
+    const Matrix turn = TurnMatrix(DVec3(any(step), any(step), any(step)));
+    ASSERT_EQ(TransformSelection(*map, turn, {}, options), EditResult::Done);
+    double a, b, c;
+    ASSERT_EQ(std::sscanf(Get("p").GetKey("mangle"), "%lf %lf %lf", &a, &b, &c), 3);
+    const Matrix is = TurnMatrix(isLight ? DVec3(c, -b, a) : DVec3(c, a, b));
+    const Matrix expected = turn * TurnMatrix(DVec3(roll, pitch, yaw));
+    for (unsigned i = 0; i < 9; ++i) {
+      ASSERT_NEAR(is.At(i % 3, i / 3), expected.At(i % 3, i / 3), 0.001) << text;
+    }
+  }
+  for (const char* text : {"0 90", "0 90 0 1", "a b c"}) {
+    Open(Point("p", "\"origin\" \"0 0 0\" \"angles\" \"" + std::string(text) + "\""));
+    Pick({"p"});
+    RotateSelection(*map, 0, 1, 30, {}, options);
+    EXPECT_STREQ(Get("p").GetKey("angles"), text);
+  }
 }
 
 TEST_F(TransformSelectionTest, AMirroredInstanceKeepsItsAngle) {

@@ -6,6 +6,7 @@
 #include <array>
 #include <deque>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -41,6 +42,10 @@ class ScriptedDialogs : public Dialogs {
   }
   unsigned TrackPopup(HWND owner, HMENU menu, POINT) override {
     SendMessageA(owner, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu), 0);
+    tracked.clear();
+    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+      tracked[GetMenuItemID(menu, i)] = GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION);
+    }
     if (commands.empty()) return 0;
     const unsigned command = commands.front();
     commands.pop_front();
@@ -63,6 +68,7 @@ class ScriptedDialogs : public Dialogs {
   std::deque<Colour> colours;
   std::deque<unsigned> commands;
   std::deque<FormValues> answers;
+  std::map<unsigned, UINT> tracked;  // the states of the items of the last popup
   std::vector<FileChoice> asked;
   std::vector<Form> forms;
   std::function<FormValues(const Form&)> fill;  // goes before the answers

@@ -49,7 +49,7 @@ TEST(Resources, TheMenuIsTheCommandTable) {
   Collect(menu.get(), "", items);
   const auto rows = MainMenuCommands();
   ASSERT_EQ(items.size(), rows.size());
-  ASSERT_EQ(items.size(), 105u);
+  ASSERT_EQ(items.size(), 106u);
   for (std::size_t i = 0; i < items.size(); ++i) {
     EXPECT_EQ(items[i].id, Id(rows[i].command)) << items[i].text;
     EXPECT_EQ(items[i].path, rows[i].menu) << items[i].text;

@@ -9,6 +9,7 @@
 #include "operations/new_entity.h"
 #include "shell/app_fixture.h"
 #include "shell/resources/resource.h"
+#include "support/cases.h"
 
 namespace ferrowand {
 namespace {
@@ -200,6 +201,15 @@ TEST_F(EditingTest, SidesAreAskedForWithinTheirRangeAndRemembered) {
   Give(Command::CreateSphere);
   EXPECT_EQ(dialogs.forms.back().rows[0].values[0], "6");
   EXPECT_TRUE(IsTicked(Command::ModeBrush)) << "no answer, no tool";
+  const std::size_t asked = dialogs.forms.size();
+  Give(Command::CreateColumn);
+  EXPECT_EQ(dialogs.forms.size(), asked) << "asked once";
+  EXPECT_EQ(TextOf(WindowOf(Orientation::Top), ID_MESSAGE_TEXT),
+            "Create primitive: 6 sides (choose it again to change them)");
+  dialogs.answers = {{"5"}};
+  Give(Command::CreateColumn);
+  Drag({0, 0, 0}, {128, 128, 0});
+  EXPECT_EQ(map->selection.front()->brush.getNumFaces(), 7);
 }
 
 TEST_F(EditingTest, TexturesFollowWhenTheyAreLockedAndElseStay) {
@@ -346,9 +356,7 @@ TEST_F(EditingTest, ThePopupGreysWhatIsNotThereAndPropertiesOfSeveralGroupsThem)
     PopUp(0, at);
     std::string items;
     for (UINT i = 0; i < 12; ++i) {
-      const UINT state =
-          GetMenuState(parts->popups.Get(ID_POPUP_SELECTION), 1000 + i, MF_BYCOMMAND);
-      items += state & MF_GRAYED ? '-' : '+';
+      items += dialogs.tracked[1000 + i] & MF_GRAYED ? '-' : '+';
     }
     return items;
   };
@@ -416,6 +424,30 @@ TEST_F(EditingTest, ModesAndLimitsAreTicked) {
   Give(Command::MultiDuplicate);
   EXPECT_EQ(Selected().mins.x, 64) << "numbers are not limited";
   EXPECT_FALSE(parts->commands.IsAvailable(Id(Command::FaceEdit))) << "no room has it yet";
+}
+
+TEST_F(EditingTest, CtrlAndAnArrowMoveByAStepOfTheGridTheWayItPoints) {
+  StartNew();
+  MakeCuboid({0, 0, 0}, {64, 64, 0});
+  MapWindow& side = WindowOf(Orientation::Side);
+  side.View()->gridu = 3;
+  side.View()->gridv = 4;
+  const Bounds before = Selected();
+  const HeldKey control(VK_CONTROL);
+  for (const auto& [key, by] : Cases<WPARAM, Vec3>{{VK_RIGHT, {0, 8, 0}},
+                                                   {VK_LEFT, {0, -8, 0}},
+                                                   {VK_UP, {0, 0, 16}},
+                                                   {VK_DOWN, {0, 0, -16}}}) {
+    Type(side.Drawing(), key);
+    EXPECT_EQ(Selected().mins, before.mins + by) << key;
+    EXPECT_EQ(TextOf(side, ID_MESSAGE_TEXT), "Move: 1 brush");
+    Give(Command::Undo);
+    EXPECT_EQ(TextOf(side, ID_MESSAGE_TEXT), "Undo Move: 1 brush");
+  }
+  const double origin = side.View()->transform.originu;
+  Give(Command::SelectNone);
+  Type(side.Drawing(), VK_RIGHT);
+  EXPECT_GT(side.View()->transform.originu, origin) << "nothing selected: it scrolls";
 }
 
 }  // namespace

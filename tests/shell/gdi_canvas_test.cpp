@@ -51,6 +51,10 @@ TEST(GdiCanvasTest, EveryFigureHasItsOwnPenAndFill) {
     }
     EXPECT_EQ(GetPixel(buffer.Dc(), 33, 33), RGB(0, 0, 0)) << what;
   }
+  canvas.FillRect({0, 0, 40, 40}, {0, 0, 0});
+  canvas.Polyline(pen, std::array{Pixel{10, 10}, Pixel{10, 25}});
+  EXPECT_EQ(GetPixel(buffer.Dc(), 10, 25), RGB(200, 0, 0)) << "to its end";
+  EXPECT_EQ(GetPixel(buffer.Dc(), 13, 25), RGB(0, 0, 0)) << "and no farther";
 }
 
 TEST(GdiCanvasTest, WordsOfAnyLanguageAreDrawnOnWhateverHasGrown) {
@@ -82,8 +86,11 @@ TEST(GdiCanvasTest, WordsOfAnyLanguageAreDrawnOnWhateverHasGrown) {
     EXPECT_NE(expected, blank);
     const auto shown = drawn([&] { canvas.Text(FontFace::Label, {0, 0, 0}, {3, 72}, text); });
     EXPECT_EQ(shown, expected) << text;
+    EXPECT_NE(canvas.MeasureText(FontFace::Caption, text).width, 0);
     SIZE size;
+    SelectObject(buffer.Dc(), objects.Get(FontFace::Label));
     GetTextExtentPoint32W(buffer.Dc(), wide.c_str(), static_cast<int>(wide.size()), &size);
+    SelectObject(buffer.Dc(), objects.Get(FontFace::Caption));
     EXPECT_EQ(canvas.MeasureText(FontFace::Label, text).width, size.cx) << text;
   }
 }

@@ -112,6 +112,11 @@ TEST_F(AppTest, AFormIsTidyHasALetterForEachRowAndTakesAnyLanguage) {
                   }};
   const Visitor visitor([&](HWND dialog) {
     ExpectTidy(dialog);
+    LOGFONTA systems{}, own{};
+    GetObjectA(reinterpret_cast<HFONT>(SendMessageA(dialog, WM_GETFONT, 0, 0)), sizeof systems,
+               &systems);
+    GetObjectA(InterfaceFont(), sizeof own, &own);
+    EXPECT_EQ(own.lfHeight, systems.lfHeight) << "letters as large as the system's";
     EXPECT_EQ(WideTextOf(dialog), L"Название");
     std::set<wchar_t> letters;
     std::set<LONG> widths;

@@ -10,6 +10,7 @@
 #include "document/edit_step.h"
 #include "platform/file.h"
 #include "shell/app_fixture.h"
+#include "shell/resources/resource.h"
 
 namespace ferrowand {
 namespace {
@@ -28,11 +29,14 @@ class MapFilesTest : public AppTest {
 TEST_F(MapFilesTest, SavingANewMapAsksForItsNameOnce) {
   Map& map = parts->documents.New();
   Give(Command::FileSave);
+  Give(Command::ExportQuake);
+  const auto status = [&] { return TextOf(WindowOf(Orientation::Top), ID_MESSAGE_TEXT); };
+  EXPECT_EQ(status(), "Ready") << "thought better of it";
   EXPECT_EQ(map.filename, "unnamed.map");
   dialogs.files = {dir.Path("room.xmp")};
   Give(Command::FileSave);
   Give(Command::FileSave);
-  EXPECT_EQ(dialogs.asked.size(), 2u);
+  EXPECT_EQ(dialogs.asked.size(), 3u);
   EXPECT_EQ(parts->options.previousFiles[0], dir.Path("room.xmp"));
   EXPECT_EQ(map.Name(), "Ferrowand-generated map!");
   EXPECT_EQ(TextOf(WindowOf(Orientation::Top).Handle()), "XYView (Top): Ferrowand-generated map!");
@@ -186,6 +190,7 @@ TEST_F(MapFilesTest, EveryDroppedFileOpens) {
   SendMessageA(parts->frame.Handle(), WM_DROPFILES, reinterpret_cast<WPARAM>(memory), 0);
   ASSERT_EQ(parts->documents.Maps().size(), 2u);
   EXPECT_EQ(parts->documents.Maps()[1]->filename, dir.Path("b.map"));
+  EXPECT_TRUE(sink.messages.empty()) << "nothing else was dropped";
 }
 
 }  // namespace

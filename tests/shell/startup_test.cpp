@@ -84,6 +84,7 @@ TEST_F(AppTest, ACommandLineIsOnePathWithBlanksAndWithoutQuotes) {
   EXPECT_EQ(parts->documents.Maps()[0]->Name(), "Two boxes");
   EXPECT_EQ(PathOfCommandLine("C:\\a b\\c.map"), "C:\\a b\\c.map");
   EXPECT_EQ(PathOfCommandLine("\""), "\"");
+  EXPECT_EQ(PathOfCommandLine(" \t"), "");
   EXPECT_EQ(PathOfCommandLine(" \"C:\\a b\\c.map\" \t"), "C:\\a b\\c.map");
 }
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "document/classes/special_classes.h"
 #include "document/edit_step.h"
 #include "document/picking.h"
 #include "operations/clipboard.h"
@@ -14,6 +15,8 @@
 #include "operations/insert.h"
 #include "operations/layers.h"
 #include "operations/primitives.h"
+#include "operations/snap_corners.h"
+#include "operations/template_editing.h"
 #include "operations/templates.h"
 #include "operations/visibility.h"
 #include "views/tools/brush_reshape.h"
@@ -81,6 +84,17 @@ void RandomUser::PickGroups() {
   }
 }
 
+// Of a template that the map has.
+entity* RandomUser::PickAnInstance() {
+  for (entity* e : PickableObjects(map_, PickLevel::Objects)) {
+    const bool isInstance = e->getClass()->Kind() == EntityKind::TemplateInstance;
+    if (!isInstance || !FindTemplateClass(*e) || Below(2) != 0) continue;
+    Select(map_, e, false);
+    return e;
+  }
+  return nullptr;
+}
+
 // What lies farthest on one side of a brush is moved: a corner, an edge or a face.
 void RandomUser::TouchUp() {
   for (entity* e : PickableObjects(map_, PickLevel::Brushes)) {
@@ -115,6 +129,7 @@ void RandomUser::RemoveAKey() {
 void RandomUser::EditTemplate() {
   for (const EntityPtr& child : map_.currentLayer()->getEntityList()) {
     if (child->getClass()->Kind() != EntityKind::TemplateClass) continue;
+    if (child->getEntityList().empty()) continue;
     entity& member = *child->getEntityList().front();
     EditStep step(map_);
     step.Change(member);
@@ -203,6 +218,31 @@ const std::vector<R::Command> R::COMMANDS = {
        if (!names.empty())
          InsertInstance(r.map_, {names[r.few_ % names.size()], 90, {1, 2, 1}}, r.by_);
      }},
+    {"open template",
+     [](R& r) {
+       entity* const instance = r.PickAnInstance();
+       if (!instance || OpenTemplate(r.map_, *instance) != EditResult::Done) return;
+       MoveSelection(r.map_, r.by_, r.how_);
+       // What is new does not pile up in it.
+       if (r.few_ > 0) CloseTemplate(r.map_, *TemplateInUse(r.map_));
+       MakeLayerCurrent(r.map_, *r.layer_);
+     }},
+    {"close template",
+     [](R& r) {
+       if (entity* used = TemplateInUse(r.map_)) CloseTemplate(r.map_, *used);
+     },
+     false},
+    {"rename template",
+     [](R& r) {
+       if (r.PickAnInstance()) RenameTemplate(r.map_, *TemplateInUse(r.map_), r.name_);
+     },
+     false},
+    {"delete template",
+     [](R& r) {
+       if (r.PickAnInstance()) DeleteTemplate(r.map_, *TemplateInUse(r.map_));
+     },
+     false},
+    {"snap", [](R& r) { SnapSelection(r.map_, r.coin_ ? 1 : 8); }, false},
     {"clear", [](R& r) { DeleteSelection(r.map_); }},
     {"cut", [](R& r) { CutSelection(r.map_, r.clipboard_); }},
     {"paste", [](R& r) { PasteText(r.map_, r.clipboard_); }},

@@ -38,6 +38,7 @@ class RandomUser {
   void PickSomething();
   void PickTwoThatOverlap();
   void PickGroups();
+  entity* PickAnInstance();
   void TouchUp();
   void RemoveAKey();
   void EditTemplate();

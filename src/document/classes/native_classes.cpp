@@ -154,6 +154,14 @@ bool LayerClass::IsEnabled(const entity& e) const {
   return !(LayerState(e) & LAYER_DISABLED);
 }
 
+bool TemplateInstanceClass::IsEnabled(const entity& e) const {
+  return !StandsOpened(e);
+}
+
+bool TemplateClassClass::IsMarked(const entity& e) const {
+  return EntityClass::IsMarked(e) && !IsOpened(e);
+}
+
 Bounds TemplateInstanceClass::EntityBounds(const entity& e) const {
   return InstanceBounds(e);
 }

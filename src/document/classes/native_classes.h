@@ -70,6 +70,8 @@ class TemplateInstanceClass : public NativeClass {
  public:
   explicit TemplateInstanceClass(const ClassSet& set);
   bool HasSizeBox() const override { return true; }
+  // Where its template is opened that is worked on, not the instance.
+  bool IsEnabled(const entity& e) const override;
   EntityKind Kind() const override { return EntityKind::TemplateInstance; }
   // Of the expanded template; empty when it names none.
   Bounds EntityBounds(const entity& e) const override;
@@ -81,6 +83,7 @@ class TemplateClassClass : public NativeClass {
  public:
   explicit TemplateClassClass(const ClassSet& set);
   bool IsOwnBlock() const override { return false; }
+  bool IsMarked(const entity& e) const override;
   // A template is seen and edited only while it is opened.
   bool IsVisible(const entity& e) const override { return !IsMarked(e); }
   bool IsEnabled(const entity& e) const override { return !IsMarked(e); }

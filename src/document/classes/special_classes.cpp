@@ -1,9 +1,14 @@
 #include "document/classes/special_classes.h"
 
+#include <algorithm>
+#include <string_view>
+
 #include "base/path_text.h"
 #include "base/text_reader.h"
+#include "document/classes/class_set.h"
 #include "document/classes/template_index.h"
 #include "document/map.h"
+#include "document/transform.h"
 
 namespace ferrowand {
 namespace {
@@ -11,6 +16,11 @@ namespace {
 bool IsHidden(const entity& e) {
   const char* classname = e.GetKey("classname");
   return classname && EqualNoCase(classname, "hidden");
+}
+
+Vec3 Whole(const Vec3& place) {
+  const auto whole = [](float part) { return static_cast<float>(RoundToInt(part)); };
+  return {whole(place.x), whole(place.y), whole(place.z)};
 }
 
 const Expansion* ExpansionOf(const entity& instance) {
@@ -46,6 +56,52 @@ Bounds EmbedBox(const entity& embed) {
     box.maxs[axis] = number(EMBED_MAX_KEYS[axis], REACH);
   }
   return box;
+}
+
+bool IsOpened(const entity& templateClass) {
+  return templateClass.GetKey(OPENED_KEY) != nullptr;
+}
+
+Vec3 OpenedAt(const entity& templateClass) {
+  const char* text = templateClass.GetKey(OPENED_KEY);
+  Vec3 place;
+  std::string_view rest(text ? text : "");
+  for (int axis = 0; axis < 3; ++axis) {
+    rest.remove_prefix(std::min(rest.find_first_not_of(' '), rest.size()));
+    place[axis] = static_cast<float>(ParseInt(rest));
+    rest.remove_prefix(std::min(rest.find(' '), rest.size()));
+  }
+  return place;
+}
+
+void SetOpenedKey(entity& templateClass, const std::optional<Vec3>& at) {
+  templateClass.RemoveKeys(OPENED_KEY);
+  if (!at) return;
+  templateClass.SetKey(OPENED_KEY, std::to_string(RoundToInt(at->x)) + ' ' +
+                                       std::to_string(RoundToInt(at->y)) + ' ' +
+                                       std::to_string(RoundToInt(at->z)));
+}
+
+void PutBack(entity& templateClass) {
+  if (!IsOpened(templateClass)) return;
+  TranslateEntity(templateClass, -OpenedAt(templateClass));
+  SetOpenedKey(templateClass, std::nullopt);
+}
+
+Vec3 PlaceToOpen(const entity& instance) {
+  return instance.HasOrigin() ? Whole(instance.Origin()) : Vec3();
+}
+
+bool StandsOpened(const entity& instance) {
+  const entity* source = FindTemplateClass(instance);
+  return source && IsOpened(*source) && OpenedAt(*source) == PlaceToOpen(instance);
+}
+
+bool IsInstance(const entity& e) {
+  const EntityKind kind = e.getClass()->Kind();
+  if (kind != EntityKind::Hidden) return kind == EntityKind::TemplateInstance;
+  const char* shown = e.GetKey("XMPoldclassname");
+  return shown && e.getClass()->Set().FindClass(shown).Kind() == EntityKind::TemplateInstance;
 }
 
 InstanceShape ShapeOf(const entity& instance) {

@@ -1,6 +1,8 @@
 // The editor's own classes at work: layers, objects hidden for a while, templates, embedded maps.
 #pragma once
 
+#include <optional>
+
 #include "document/entity.h"
 
 namespace ferrowand {
@@ -17,6 +19,24 @@ inline constexpr const char* EMBED_MAX_KEYS[] = {"XMPmaxx", "XMPmaxy", "XMPmaxz"
 
 // The box of an embedded map about its origin: 16 units each way where a key is silent.
 Bounds EmbedBox(const entity& embed);
+
+// A template that is opened stands among the other objects, to be seen and edited: its own origin
+// at that place, in whole units, which a key holds. Its instances show what they always do.
+inline constexpr const char* OPENED_KEY = "XMPopened";
+bool IsOpened(const entity& templateClass);
+// The world's own origin where it is closed.
+Vec3 OpenedAt(const entity& templateClass);
+// What is to be said of one that has been moved there, or back.
+void SetOpenedKey(entity& templateClass, const std::optional<Vec3>& at);
+// Closes it, whatever comes to lie outside the world.
+void PutBack(entity& templateClass);
+// Where a template comes to stand that is opened at the instance.
+Vec3 PlaceToOpen(const entity& instance);
+// Whether the template stands there itself.
+bool StandsOpened(const entity& instance);
+
+// Also while it is hidden.
+bool IsInstance(const entity& e);
 
 // What the keys of an instance make of its template, in this order.
 struct InstanceShape {

@@ -8,6 +8,7 @@
 #include "document/classes/special_classes.h"
 #include "document/map.h"
 #include "document/transform.h"
+#include "document/transform_keys.h"
 #include "geometry/matrix.h"
 
 namespace ferrowand {
@@ -25,13 +26,16 @@ bool IsTemplateClass(const entity& e) {
 constexpr int MAXEXPANDED = 100000;
 constexpr std::size_t MAXLEVELS = 16;
 
+void Apply(entity& copy, const Matrix& matrix) {
+  TransformEntity(copy, matrix, {});
+  TransformKeys(copy, matrix);
+}
+
 void Place(entity& copy, const entity& instance) {
   const InstanceShape shape = ShapeOf(instance);
   const Vec3 scale(shape.scale);
-  if (scale != Vec3(1, 1, 1)) {
-    TransformEntity(copy, Matrix::Diagonal(scale.x, scale.y, scale.z), {});
-  }
-  if (shape.angle != 0) TransformEntity(copy, Matrix::TurnZ(shape.angle), {});
+  if (scale != Vec3(1, 1, 1)) Apply(copy, Matrix::Diagonal(scale.x, scale.y, scale.z));
+  if (shape.angle != 0) Apply(copy, Matrix::TurnZ(shape.angle));
   if (instance.HasOrigin()) TranslateEntity(copy, instance.Origin());
 }
 
@@ -77,6 +81,7 @@ EntityPtr TemplateIndex::ShapeOfInstance(const entity& source, const entity& ins
   nesting.open.push_back(&source);
   ReplaceInstances(*copy, nesting, kept);
   nesting.open.pop_back();
+  PutBack(*copy);
   Place(*copy, instance);
   return copy;
 }
@@ -85,6 +90,8 @@ void TemplateIndex::ReplaceInstances(entity& tree, Nesting& nesting, Kept& kept)
   for (std::size_t i = 0; i < tree.getEntityList().size(); ++i) {
     entity& child = *tree.getEntityList()[i];
     ++nesting.objects;
+    // A template within the template shows nothing, opened or not.
+    if (child.getClass()->Kind() == EntityKind::TemplateClass) child.RemoveKeys(OPENED_KEY);
     if (child.getClass()->Kind() != EntityKind::TemplateInstance) {
       ReplaceInstances(child, nesting, kept);
       continue;

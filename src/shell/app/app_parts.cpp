@@ -32,6 +32,7 @@ void AppParts::AddCommands(const Seams& seams) {
   commands.Add(MakeModeCommands({tools, windows, frame, commands, dialogs, reporter, options}));
   commands.Add(MakeOperateCommands({windows, tools, dialogs, reporter}));
   commands.Add(MakeInsertCommands({windows, maker, commands, dialogs, reporter, options}));
+  commands.Add(MakeTemplateCommands({documents, windows, dialogs, reporter}));
   commands.Add(MakeViewCommands({documents, windows, commands, popups, reporter, options}));
   commands.Add(MakeWindowCommands({windows, maker, frame, commands, popups, options}));
 }

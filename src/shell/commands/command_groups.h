@@ -74,6 +74,15 @@ struct InsertContext {
 };
 std::unique_ptr<CommandGroup> MakeInsertCommands(const InsertContext& context);
 
+// What the popups of instances, of opened templates and of embedded maps give.
+struct TemplateContext {
+  Documents& documents;
+  ChildWindows& windows;
+  Dialogs& dialogs;
+  Reporter& reporter;
+};
+std::unique_ptr<CommandGroup> MakeTemplateCommands(const TemplateContext& context);
+
 // The View menu.
 struct ViewContext {
   Documents& documents;

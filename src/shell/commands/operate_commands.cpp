@@ -4,6 +4,7 @@
 #include "operations/csg_commands.h"
 #include "operations/groups.h"
 #include "operations/hollow.h"
+#include "operations/snap_corners.h"
 #include "operations/transform_selection.h"
 #include "operations/visibility.h"
 #include "shell/commands/command_groups.h"
@@ -108,6 +109,19 @@ void TransformByMatrix(const OperateContext& in, unsigned) {
                   accept});
 }
 
+// Whole units unless another grid is asked for.
+void SnapToGrid(const OperateContext& in, unsigned) {
+  Map& map = *in.windows.ActiveMap();
+  const auto accept = [&](const FormValues& typed) {
+    const auto grid = WholeNumberOf(in.reporter, typed.front(), "The grid", 1, LARGEST_SNAP);
+    return grid && Conclude(map, SnapSelection(map, *grid));
+  };
+  in.dialogs.Ask({"Snap to grid",
+                  "Corners go to the nearest multiple of these units.",
+                  {{"Grid", {"1"}, {}}},
+                  accept});
+}
+
 // By the current tool, where there is a view that it works in: not every tool can.
 void GroupByTool(const OperateContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
@@ -135,6 +149,7 @@ constexpr CommandHandler<OperateContext> HANDLERS[] = {
     {Command::ShowHidden, OnMap<ShowHidden>},
     {Command::HideSelection, OnMap<HideSelection>},
     {Command::FlipX, FlipAlongX},
+    {Command::SnapToGrid, SnapToGrid},
 };
 
 }  // namespace

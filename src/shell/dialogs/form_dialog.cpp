@@ -58,7 +58,7 @@ class FormDialog {
       auto* created = reinterpret_cast<FormDialog*>(lParam);
       SetObject(dialog, created);
       created->OnInit(dialog);
-      return FALSE;  // the focus is set
+      return TRUE;  // the first value takes the focus, all of it selected
     }
     const auto* form = ObjectOf<FormDialog>(dialog);
     if (!form || message != WM_COMMAND) return FALSE;
@@ -100,7 +100,6 @@ class FormDialog {
       top += ROW;
     }
     PlaceFrame(top + GAP);
-    FocusFirst();
   }
 
   void AddHeadings(int top) {

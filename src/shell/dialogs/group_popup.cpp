@@ -2,16 +2,10 @@
 
 #include "base/command_table.h"
 #include "platform/system.h"
+#include "shell/dialogs/popup_menus.h"
 
 namespace ferrowand {
 namespace {
-
-// Menu items take '&' for a mnemonic; file names do not mean it.
-std::string Plain(const std::string& name) {
-  std::string text;
-  for (const char c : name) text.append(c == '&' ? 2 : 1, c);
-  return text;
-}
 
 void Append(HMENU menu, unsigned id, const std::string& text) {
   AppendMenuA(menu, MF_STRING, id, text.c_str());
@@ -24,7 +18,7 @@ void AppendSeparator(HMENU menu) {
 HMENU MakeGroupDirectory(const Options& options) {
   const HMENU menu = CreatePopupMenu();
   unsigned id = Id(Command::GroupFile);
-  for (const std::string& name : GroupFiles(options)) Append(menu, id++, Plain(name));
+  for (const std::string& name : GroupFiles(options)) Append(menu, id++, WithoutMnemonic(name));
   if (id == Id(Command::GroupFile)) AppendMenuA(menu, MF_STRING | MF_GRAYED, 0, "(Empty)");
   return menu;
 }
@@ -32,7 +26,7 @@ HMENU MakeGroupDirectory(const Options& options) {
 HMENU MakePreviousFiles(const Options& options) {
   const HMENU menu = CreatePopupMenu();
   for (unsigned i = 0; i < Options::NUMRECENTMAPS && !options.previousFiles[i].empty(); ++i) {
-    Append(menu, Id(Command::PopupRecentMap) + i, Plain(options.previousFiles[i]));
+    Append(menu, Id(Command::PopupRecentMap) + i, WithoutMnemonic(options.previousFiles[i]));
   }
   return menu;
 }
@@ -52,7 +46,7 @@ std::vector<std::string> GroupFiles(const Options& options) {
 OwnedMenu MakeGroupPopup(const Options& options) {
   OwnedMenu menu(CreatePopupMenu());
   for (unsigned i = 0; i < Options::NUMRECENTGROUPS && !options.previousGroups[i].empty(); ++i) {
-    Append(menu.get(), Id(Command::RecentGroup) + i, Plain(options.previousGroups[i]));
+    Append(menu.get(), Id(Command::RecentGroup) + i, WithoutMnemonic(options.previousGroups[i]));
   }
   AppendSeparator(menu.get());
   Append(menu.get(), Id(Command::InsertGroup), "Another...\tCtrl+I");

@@ -4,10 +4,13 @@
 #include "shell/system/win32.h"
 
 #include <map>
+#include <string>
 
 #include "shell/system/handles.h"
 
 namespace ferrowand {
+
+class Map;
 
 class PopupMenus {
  public:
@@ -15,9 +18,15 @@ class PopupMenus {
 
   // As it is tracked.
   HMENU Get(unsigned resource) const;
+  // The selection's, with what can be done with a template behind it, and, of an embedded map, with
+  // that one's in front. The numbers of what is added are those of commands.
+  OwnedMenu ForSelection(const Map& map) const;
 
  private:
   std::map<unsigned, OwnedMenu> menus_;  // by resource
 };
+
+// Menu items take '&' for a mnemonic; names do not mean it.
+std::string WithoutMnemonic(const std::string& name);
 
 }  // namespace ferrowand

@@ -89,6 +89,7 @@ class MapWindow : public ChildWindow, public ViewHost {
   void OnButtonDown(int button, LPARAM lParam, bool twice);
   void OnButtonUp(int button, WPARAM wParam, LPARAM lParam);
   void OnMouseMove(WPARAM wParam, LPARAM lParam);
+  void Nudge(WPARAM key);
   bool OnKeyDown(WPARAM key);
   bool InsertBound(WPARAM key, LPARAM lParam);
   void EndRefusal();

@@ -1,6 +1,11 @@
 // The drawing area of a 2D view: painting, scrolling, mouse and keys.
 #include <windowsx.h>
 
+#include <cmath>
+
+#include "document/action.h"
+#include "operations/transform_selection.h"
+#include "shell/dialogs/refusal.h"
 #include "shell/frame/command_target.h"
 #include "shell/frame/frame.h"
 #include "shell/system/gdi_canvas.h"
@@ -8,7 +13,7 @@
 #include "shell/windows/child_windows.h"
 #include "shell/windows/map_window.h"
 #include "shell/windows/window_tool_host.h"
-#include "views/tool.h"
+#include "views/tools/tool_set.h"
 
 namespace ferrowand {
 namespace {
@@ -216,7 +221,29 @@ void MapWindow::SetMouseCursor() {
                              : context_.toolHost.Cursor());
 }
 
+// By a step of the grid, the way that the arrow points on the screen.
+void MapWindow::Nudge(WPARAM key) {
+  const ViewTransform& seen = view_->transform;
+  const auto step = [](int grid, float scale, bool back) {
+    return std::copysign(static_cast<float>(1 << grid), back ? -scale : scale);
+  };
+  Vec3 by;
+  if (key == VK_LEFT || key == VK_RIGHT) {
+    by[seen.orienu] = step(view_->gridu, seen.scaleu, key == VK_LEFT);
+  } else {
+    by[seen.orienv] = step(view_->gridv, seen.scalev, key == VK_UP);
+  }
+  context_.tools.Current()->Cancel();
+  const ActionScope action(map_.Data(), "Move");
+  Conclude(map_, MoveSelection(map_, by, context_.tools.HowToTransform()));
+}
+
 bool MapWindow::OnKeyDown(WPARAM key) {
+  const bool isArrow = key >= VK_LEFT && key <= VK_DOWN;
+  if (isArrow && IsDown(VK_CONTROL) && !map_.selection.empty()) {
+    Nudge(key);
+    return true;
+  }
   switch (key) {
     case VK_LEFT:
     case VK_RIGHT:

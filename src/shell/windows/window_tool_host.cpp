@@ -178,7 +178,8 @@ bool WindowToolHost::TrackPopup(MapView& view, Pixel at, ToolPopup which) {
   const MapWindow* window = WindowOf(view);
   if (!window) return false;
   const bool ofSelection = which == ToolPopup::Selection;
-  const HMENU menu = context_.popups.Get(ofSelection ? ID_POPUP_SELECTION : ID_POPUP_TOUCH_UP);
+  const OwnedMenu own = ofSelection ? context_.popups.ForSelection(view.map) : OwnedMenu();
+  const HMENU menu = ofSelection ? own.get() : context_.popups.Get(ID_POPUP_TOUCH_UP);
   if (ofSelection) SetGreys(context_.commands, view, menu);
   POINT screen{at.x, at.y};
   ClientToScreen(window->Drawing(), &screen);
@@ -190,6 +191,8 @@ bool WindowToolHost::TrackPopup(MapView& view, Pixel at, ToolPopup which) {
     }
   } else if (chosen >= FIRST_POPUP_ITEM && chosen < FIRST_POPUP_ITEM + POPUP_ITEMS.size()) {
     Run(context_, view, POPUP_ITEMS[chosen - FIRST_POPUP_ITEM]);
+  } else {
+    context_.commands.Execute(chosen);
   }
   return released;
 }

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "document/action.h"
 #include "document/map.h"
 #include "operations/transform_selection.h"
 #include "views/map_view.h"
@@ -208,8 +209,24 @@ void BrushSelector::Drag(MapView& view, Pixel at) {
   }
 }
 
+const char* BrushSelector::NameOf(Kind kind) {
+  switch (kind) {
+    case Kind::Move:
+      return "Move";
+    case Kind::Scale:
+      return "Scale";
+    case Kind::Rotate:
+      return "Turn";
+    case Kind::Skew:
+      return "Skew";
+  }
+  return "";
+}
+
 void BrushSelector::Drop(MapView& view, Pixel at) {
   if (view.map.selection.empty()) return;
+  const bool copies = kind_ == Kind::Move && Host().Keys().control;
+  const ActionScope action(view.map.Data(), copies ? "Duplicate" : NameOf(kind_));
   switch (kind_) {
     case Kind::Move:
       return Conclude(view, DropMove(view, at));

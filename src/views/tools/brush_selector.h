@@ -31,6 +31,7 @@ class BrushSelector : public Selector {
 
  private:
   enum class Kind { Move, Scale, Rotate, Skew };
+  static const char* NameOf(Kind kind);
 
   // What of the handles a press there takes; no edge where there is none.
   GrabbedEdges HandleAt(const MapView& view, Pixel at) const;

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "base/report.h"
+#include "document/action.h"
 #include "document/map.h"
 #include "document/picking.h"
 #include "views/map_view.h"
@@ -35,15 +36,24 @@ const char* NameOf(PrimitiveKind kind) {
   return "";
 }
 
-bool PrimitiveTool::Prepare(PrimitiveKind kind) {
-  const SideRange range = SidesOf(kind);
-  if (range.most > 0) {
+bool PrimitiveTool::Prepare(PrimitiveKind kind, bool asksAnew) {
+  if (SidesOf(kind).most > 0 && (asksAnew || !sides_.contains(kind))) {
     const std::optional<int> sides = Host().AskSides(kind);
     if (!sides) return false;
-    sides_ = *sides;
+    sides_[kind] = *sides;
   }
   kind_ = kind;
   return true;
+}
+
+std::string PrimitiveTool::Name() const {
+  if (Sides() == 0) return "Create primitive";
+  return Format("Create primitive: %i sides (choose it again to change them)", Sides());
+}
+
+int PrimitiveTool::Sides() const {
+  const auto sides = sides_.find(kind_);
+  return sides == sides_.end() ? 0 : sides->second;
 }
 
 void PrimitiveTool::MouseDown(MapView& view, Pixel at, int button) {
@@ -92,9 +102,11 @@ void PrimitiveTool::Drop(MapView& view, Pixel at) {
   const Bounds box = BoxTo(view, at);
   const Vec3 size = box.maxs - box.mins;
   if (size[view.transform.orienu] <= 0 || size[view.transform.orienv] <= 0) return;
-  const Primitive primitive{.kind = kind_, .box = box, .sides = sides_};
+  const Primitive primitive{.kind = kind_, .box = box, .sides = Sides()};
+  const ActionScope action(view.map.Data(), Format("Create %s", NameOf(kind_)));
   if (!AddPrimitive(view.map, primitive, Host().CurrentTexture(view.map))) return;
   tools_.Use(tools_.brushSelector);
+  view.map.ShowStatus(view.map.undo.NewestName());  // the tool has told its own
 }
 
 }  // namespace ferrowand

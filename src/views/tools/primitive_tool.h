@@ -1,6 +1,9 @@
 // Drawing the box of a new simple solid. One is made, then the brush selector has the mouse again.
 #pragma once
 
+#include <map>
+#include <string>
+
 #include "operations/primitives.h"
 #include "views/tools/tool_base.h"
 
@@ -10,10 +13,11 @@ class PrimitiveTool : public ToolBase {
  public:
   using ToolBase::ToolBase;
 
-  std::string Name() const override { return "Create primitive"; }
-  // What the next drag makes. Asks for the number of sides where there is a choice; false when the
-  // user thought better of it.
-  bool Prepare(PrimitiveKind kind);
+  // With the number of sides, where there is a choice.
+  std::string Name() const override;
+  // What the next drag makes. Asks for the number of sides where there is a choice, once for each
+  // kind unless it is to be another one; false when the user thought better of it.
+  bool Prepare(PrimitiveKind kind, bool asksAnew);
   PrimitiveKind Kind() const { return kind_; }
 
   // The right button gives it up.
@@ -28,9 +32,11 @@ class PrimitiveTool : public ToolBase {
   // Across the view from the press to the cursor, on the grid when that is on. Along the depth as
   // the last selection was, else one grid step of 64 units up from the world's middle.
   Bounds BoxTo(const MapView& view, Pixel at) const;
+  // 0 where there is no choice.
+  int Sides() const;
 
   PrimitiveKind kind_ = PrimitiveKind::Cuboid;
-  int sides_ = 8;
+  std::map<PrimitiveKind, int> sides_;  // that the user has chosen
 };
 
 const char* NameOf(PrimitiveKind kind);

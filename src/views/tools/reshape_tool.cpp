@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/report.h"
+#include "document/action.h"
 #include "document/edit_step.h"
 #include "document/map.h"
 #include "geometry/tolerance.h"
@@ -142,6 +143,7 @@ void ReshapeTool::Drop(MapView& view, Pixel at) {
     return;
   }
   {
+    const ActionScope action(view.map.Data(), "Reshape");
     EditStep step(view.map);
     for (Reshaped& reshaped : all) {
       step.ChangeKeys(*reshaped.object);

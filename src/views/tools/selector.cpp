@@ -5,6 +5,7 @@
 #include <unordered_set>
 
 #include "base/report.h"
+#include "document/action.h"
 #include "document/classes/class_set.h"
 #include "document/classes/entity_class.h"
 #include "document/map.h"
@@ -124,6 +125,7 @@ void Selector::PopupCommand(MapView& view, unsigned command) {
   const auto& classes = view.map.classSet->Classes();
   if (command >= classes.size()) return;
   const EntityClass& chosen = *classes[command];
+  const ActionScope action(view.map.Data(), "Make " + chosen.classname);
   const bool brushes = std::ranges::any_of(view.map.selection, [](const entity* e) {
     return e->getClass()->Kind() == EntityKind::Brush;
   });
@@ -189,9 +191,10 @@ void Selector::Drop(MapView& view, Pixel at) {
   if (view.map.selection.empty()) return;
   const Vec3 by = ToWorld(DragOffset(view, at), view);
   if (by == Vec3()) return;
+  const bool copies = Host().Keys().control;
+  const ActionScope action(view.map.Data(), copies ? "Duplicate" : "Move");
   const TransformOptions how = tools_.HowToTransform();
-  Conclude(view, Host().Keys().control ? DuplicateSelection(view.map, by, how)
-                                       : MoveSelection(view.map, by, how));
+  Conclude(view, copies ? DuplicateSelection(view.map, by, how) : MoveSelection(view.map, by, how));
 }
 
 void EntitySelector::MouseDown(MapView& view, Pixel at, int button) {
@@ -229,9 +232,7 @@ void EntitySelector::Hover(MapView& view, Pixel at) {
   const Hit hit = ClickTest(view.map, QueryAt(view, at, Level()));
   Host().SetCursor(view, hit.object ? ToolCursor::Entity : ToolCursor::Arrow);
   if (!hit.object) return;
-  const entity& object = PickedBy(*hit.object, Level());
-  const char* name = object.GetKey("XMPentityname");
-  view.SetStatus(Format("%s, a %s", name ? name : "Unnamed", object.getClass()->classname.c_str()));
+  view.SetStatus(InWords(PickedBy(*hit.object, Level())));
 }
 
 }  // namespace ferrowand

@@ -144,7 +144,13 @@ void ToolBase::MouseUp(MapView& view, Pixel at, int button) {
   preview_.Clear();
   FollowView(view);
   if (moved_) {
+    const auto before = view.map.undo.State();
+    const std::string said = said_;
+    view.SetStatus(Name());
     Drop(view, at);
+    // How far it went is told until the next thing is done.
+    const bool isDone = view.map.undo.State() != before;
+    if (isDone && tools_.Current() == this) view.SetStatus(said);
   } else {
     Click(view, at);
   }
@@ -173,6 +179,7 @@ void ToolBase::SelectionChanged(const Map& map) {
 
 void ToolBase::Show(MapView& view, std::vector<PreviewShape> shapes, const std::string& status) {
   preview_.Show(view, std::move(shapes));
+  said_ = status;
   view.SetStatus(status);
 }
 

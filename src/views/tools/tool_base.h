@@ -93,6 +93,7 @@ class ToolBase : public Tool {
   Bounds pressBounds_;
   ViewTransform pressTransform_;
   bool moved_ = false;
+  std::string said_;  // by the drag, last
 };
 
 }  // namespace ferrowand

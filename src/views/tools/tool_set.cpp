@@ -29,7 +29,8 @@ void ToolSet::Next() {
 }
 
 void ToolSet::CreatePrimitive(PrimitiveKind kind) {
-  if (primitiveTool.Prepare(kind)) Use(primitiveTool);
+  const bool isAgain = current_ == &primitiveTool && primitiveTool.Kind() == kind;
+  if (primitiveTool.Prepare(kind, isAgain)) Use(primitiveTool);
 }
 
 void ToolSet::SelectionChanged(const Map& map) {

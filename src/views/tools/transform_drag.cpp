@@ -102,7 +102,7 @@ RotateStep DragRotate(const ViewBox& box, const ViewInts& centre, int startAngle
     angle = (angle + rules.rotationStep / 2) / rules.rotationStep * rules.rotationStep;
   }
 
-  RotateStep step{angle, Corners(box), Format("Rotating: %i", angle)};
+  RotateStep step{angle, Corners(box), Format("Rotating: %i\u00B0", angle)};
   const double c = CosDegrees(angle);
   const double s = SinDegrees(angle);
   for (ViewPoint& corner : step.corners) {

@@ -87,7 +87,7 @@ TEST(RotateDragTest, AFullTurnStaysAFullTurnAndTheCornersFollowTheCursor) {
   for (const auto& [start, cursor, snap, angle] : cases) {
     const RotateStep step = DragRotate(BOX, {0, 0}, start, cursor, {.angleSnap = snap});
     EXPECT_EQ(step.angle, angle) << start;
-    EXPECT_EQ(step.status, Format("Rotating: %i", angle));
+    EXPECT_EQ(step.status, Format("Rotating: %i\u00B0", angle));
   }
   EXPECT_EQ(DragRotate(BOX, {0, 0}, -4, {10, 0}, {.angleSnap = true, .rotationStep = 0}).angle, 4);
   // From the right down to below: a quarter, clockwise.
