@@ -38,7 +38,9 @@ void OnMap(const OperateContext& in, unsigned) {
 void SubtractBrushes(const OperateContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
   if (!RequireSelection(map, in.reporter, "Cannot continue", BRUSHES_FIRST)) return;
+  const auto before = map.undo.State();
   SubtractSelection(map);
+  if (map.undo.State() == before) map.ShowStatus("CSG Subtraction: nothing was cut");
 }
 
 void IntersectBrushes(const OperateContext& in, unsigned) {
