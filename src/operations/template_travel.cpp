@@ -143,12 +143,12 @@ class Arrival {
  private:
   // First of all the one of the same name.
   std::string SameThere(const entity& templateClass) {
-    const std::string name = NameOf(templateClass);
+    std::string name = NameOf(templateClass);
     const int number = contents_.Of(templateClass);
     const entity* namesake = there_->Templates().Find(name);
     if (!name.empty() && namesake && contents_.Of(*namesake) == number) return name;
     for (const entity* e : TemplatesIn(*there_)) {
-      const std::string other = NameOf(*e);
+      std::string other = NameOf(*e);
       if (other.empty() || there_->Templates().Find(other) != e) continue;
       if (contents_.Of(*e) == number) return other;
     }
