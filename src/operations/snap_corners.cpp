@@ -73,8 +73,7 @@ Face FaceOf(const HullFace& outline, const Brush& brush,
   }
   Face face;
   if (like) face.TakeLook(*like);
-  face.planepts = points;
-  face.plane = plane;
+  face.plane = plane;  // the points follow from the corners, once those are made
   return face;
 }
 

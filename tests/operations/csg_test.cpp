@@ -229,6 +229,7 @@ TEST_F(CsgTest, WhatIsCutAndThenTheCuttersStandLast) {
   Open(Block("cutter", 32, 0, 0, 96, 64, 64) + Block("first", 0, 0, 0, 64, 64, 64) +
        Block("other", 500, 0, 0, 564, 64, 64) + Block("second", 64, 0, 0, 128, 64, 64) +
        Block("cutter2", 600, 0, 0, 640, 64, 64));
+  map->AddLayer("current");  // what lies in another one stays there
   Subtract({"cutter2", "cutter"});
   EXPECT_EQ(Children("main"), (Names{"other", "first", "second", "cutter2", "cutter"}));
 }

@@ -76,6 +76,13 @@ TEST_F(SnapCornersTest, WhatIsBetweenUnitsAnywayTurnsWhereItIs) {
   Pick({"p"});
   EXPECT_EQ(RotateSelection(*map, 0, 1, 90, {16.25, 8, 0}, {}), EditResult::Done);
   EXPECT_EQ(Get("p").Origin(), Vec3(16.25f, 8, 0));
+  Open(Point("p", "\"origin\" \"0 0 0\"") + Point("q", "\"origin\" \"1 0 0\""));
+  Pick({"p", "q"});
+  EXPECT_EQ(RotateSelection(*map, 0, 1, 90, {0.5, 0, 0}, {}), EditResult::Done);
+  for (const char* name : {"p", "q"}) {
+    EXPECT_EQ(Get(name).Origin().x, std::round(Get(name).Origin().x));
+    EXPECT_EQ(Get(name).Origin().y, std::round(Get(name).Origin().y));
+  }
 }
 
 TEST_F(SnapCornersTest, WhatEndsBetweenUnitsIsToldAndSnapped) {

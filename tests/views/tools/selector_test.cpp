@@ -77,6 +77,7 @@ TEST_F(SelectorTest, ADragMovesByTheGridAndIsOneStepToUndo) {
     EXPECT_EQ(light.Origin(), origin);
     EXPECT_EQ(cube.GetBounds().mins, Vec3(128, 0, 0) + origin - Vec3(5, 7, 9));
     EXPECT_EQ(told.changes.size(), 1u);
+    EXPECT_EQ(map.undo.NewestName(), "Move: 1 brush and 1 entity");
     EXPECT_TRUE(map.modified());
     map.undo.Undo();
     EXPECT_EQ(Text(), before);
@@ -216,6 +217,22 @@ TEST_F(SelectorTest, TabGoesThroughTheToolsAndTellsTheirNamesInEveryView) {
     EXPECT_EQ(otherWindow.texts[ViewText::Message], name);
   }
   EXPECT_EQ(host.toolChanges, 4);
+}
+
+TEST_F(SelectorTest, WhatADragSaidGoesWhenNothingComesOfItAndTheSelectionIsNamed) {
+  entity& light = AddLight("5 7 9");
+  entity& cube = small.AddCuboid({128, 0, 0}, {192, 64, 64});
+  map.selection.Set({&light, &cube});
+  EXPECT_EQ(Status(), "1 brush and 1 entity");
+  Press(8, 8);
+  MoveTo(80, -60);
+  MoveTo(8, 8);
+  Release(8, 8);
+  EXPECT_EQ(Status(), tools.Current()->Name());
+  map.selection.Set({&cube});
+  EXPECT_EQ(Status(), "Unnamed, a brush");
+  map.selection.Clear();
+  EXPECT_EQ(Status(), tools.Current()->Name());
 }
 
 }  // namespace

@@ -82,6 +82,16 @@ TEST_F(ReshapeTest, CornersAndFacesAreDraggedWithAllThatLiesThere) {
   }
 }
 
+TEST_F(ReshapeTest, EdgesThatLieOverEachOtherAreSeenWhileTheyAreDragged) {
+  tools.Use(tools.vertexTool);
+  const auto before = FreshPaint();
+  Press(64, 64);
+  MoveTo(96, 80);
+  const Pixel on = At(48, 72);  // between the corner that stays and the one that is dragged
+  const auto at = static_cast<std::size_t>(on.y * window.area.width + on.x);
+  EXPECT_NE(FreshPaint()[at], before[at]);
+}
+
 TEST_F(ReshapeTest, AnEdgeIsPickedByItsEndsAndManyByARectangle) {
   tools.Use(tools.vertexTool);
   view.SetOrientation(Orientation::Front);
