@@ -71,6 +71,8 @@ TEST_F(BrushSelectorTest, ADragOfTheBoxMovesScalesTurnsAndSkewsAndUndoGivesItBac
 }
 
 TEST_F(BrushSelectorTest, ClicksOnTheSelectionGoThroughTheHandles) {
+  Drag(32, 32, 96, 32);  // a click after a drag is one
+  Drag(96, 32, 32, 32);
   for (const HandleMode mode :
        {HandleMode::Scale, HandleMode::Rotate, HandleMode::Skew, HandleMode::Scale}) {
     EXPECT_EQ(tools.brushSelector.Mode(), mode);
