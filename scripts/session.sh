@@ -37,6 +37,7 @@ until_() {
 }
 has_window() { printf '%s\n' "${shown[@]}" | grep -q '^window'; }
 has_frame() { [ ${#shown[@]} -gt 0 ] && [ "${shown[0]}" = frame ]; }
+tells() { printf '%s\n' "${shown[@]}" | grep -qF "$1"; }
 has_no_window() { ! has_window; }
 
 # Sets left, top, right, bottom, caption, and u, v, scale from the status bar of the first view
@@ -268,6 +269,7 @@ do_step() {
     file_there) until_file 90 "$work/$first" ;;
     files) (cd "$work" && echo "-- here: $(ls -m --ignore='*.png')") ;;
     box) until_ has_window ;;
+    says) until_ tells "${text#says }" ;;
     picture)
       sleep 0.3
       import -window root "$work/$first.png"
