@@ -96,6 +96,8 @@ build_to_run() {
 # use_wine [NAME]: the settings in build/NAME, those of a person who runs the program by default.
 use_wine() {
   export WINEPREFIX="$PWD/build/${1:-wine}" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+  # Elsewhere Wine makes no files whose names are of another language.
+  [ "$(locale charmap 2>/dev/null)" = UTF-8 ] || export LC_ALL=C.UTF-8
   mkdir -p build
   # Settings that are older than the 32-bit Wine have nothing for it.
   have_wine32 && [ ! -e "$WINEPREFIX/drive_c/windows/syswow64/kernel32.dll" ] && rm -rf "$WINEPREFIX"
