@@ -446,6 +446,7 @@ TEST_F(EditingTest, CtrlAndAnArrowMoveByAStepOfTheGridTheWayItPoints) {
   }
   const double origin = side.View()->transform.originu;
   Give(Command::SelectNone);
+  EXPECT_EQ(TextOf(side, ID_MESSAGE_TEXT), parts->tools.Current()->Name());
   Type(side.Drawing(), VK_RIGHT);
   EXPECT_GT(side.View()->transform.originu, origin) << "nothing selected: it scrolls";
 }

@@ -56,7 +56,9 @@ void Clear(const EditContext& in, unsigned) {
 }
 
 void SelectNothing(const EditContext& in, unsigned) {
-  in.windows.ActiveMap()->selection.Clear();
+  Map& map = *in.windows.ActiveMap();
+  map.selection.Clear();
+  map.ShowStatus(in.tools.Current()->Name());  // views name what is selected, but in no command
 }
 
 // To the right and down by one step of the grid, so that the copy is seen.
