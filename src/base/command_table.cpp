@@ -116,7 +116,7 @@ constexpr CommandRow MAINMENU[] = {
     {Command::SelectFull, "Modes", "&Select full", "", HasMap, TakesFull},
     {Command::SelectMultiple, "Modes", "Select Multiple Entities", "", HasMap,
      InUse<Command::SelectMultiple>},
-    {Command::LayPath, "Modes", "&Lay path", "", HasMap},
+    {Command::LayPath, "Modes", "&Lay path", "", HasMap, InUse<Command::LayPath>},
     {Command::SelectNext, "Modes", "&Next", "TAB", HasMap},
     {Command::FaceEdit, "Modes", "&Face edit", "Ctrl+F", HasMap},
     {Command::TouchUp, "Modes", "&Touch up", "Ctrl+U", HasMap, InUse<Command::TouchUp>},

@@ -296,6 +296,29 @@ void WadFile::SetCacheSize(std::uint16_t maxCached) {
   if (cached_.size() > limits_.maxCached) cached_.resize(limits_.maxCached);
 }
 
+void WadFile::SetLimits(const WadLimits& limits) {
+  SetCacheSize(limits.maxCached);
+  if (limits.maxTextureSize == limits_.maxTextureSize) return;
+  limits_.maxTextureSize = limits.maxTextureSize;
+  Flush();
+  for (const auto& texture : textures_) {
+    texture->flags &= static_cast<std::uint8_t>(~TEXTURE_BUILTIN);
+    Free(*texture);
+    texture->colourIs.reset();
+    texture->paddedWidth = PaddedSize(texture->width);
+    texture->paddedHeight = PaddedSize(texture->height);
+  }
+}
+
+void WadFile::ForgetColours() {
+  const auto forget = [](Texture& texture) {
+    texture.rgb.clear();
+    texture.colourIs.reset();
+  };
+  for (const auto& texture : textures_) forget(*texture);
+  forget(*badTexture_);
+}
+
 bool WadFile::IsCached(const Texture& texture) const {
   return std::find(cached_.begin(), cached_.end(), &texture) != cached_.end();
 }

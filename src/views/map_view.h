@@ -225,6 +225,9 @@ class MapView : public MapObserver {
 // Round half up to a multiple of 2^exponent; below 0 too, so that steps are equally long.
 int SnapToGrid(int world, std::uint8_t exponent);
 
+// -1 for a key that makes the grid smaller, 1 for one that makes it larger, 0 for any other.
+int GridStepOf(char c);
+
 // The pens for a black or a white background.
 const DrawPens& PensFor(bool blackBackground);
 

@@ -28,6 +28,8 @@ AppParts::AppParts(HINSTANCE instance, const Seams& seams)
 void AppParts::AddCommands(const Seams& seams) {
   Dialogs& dialogs = seams.dialogs;
   commands.Add(MakeFileCommands({documents, windows, frame, dialogs, reporter, options}));
+  commands.Add(MakeOptionsCommands({data, options, boundEntities, seams.joysticks, documents,
+                                    windows, frame, dialogs, seams.directory}));
   commands.Add(MakeEditCommands({windows, tools, frame, dialogs, seams.clipboard, reporter}));
   commands.Add(MakeModeCommands({tools, windows, frame, commands, dialogs, reporter, options}));
   commands.Add(MakeOperateCommands({windows, tools, dialogs, reporter}));

@@ -103,6 +103,7 @@ constexpr CommandHandler<ModeContext> HANDLERS[] = {
     {Command::ModeBrush, Use<&ToolSet::brushSelector>},
     {Command::BrushHandles, Use<&ToolSet::brushTool>},
     {Command::SelectMultiple, Use<&ToolSet::multiSelector>},
+    {Command::LayPath, Use<&ToolSet::pathTool>},
     {Command::SelectPartial, SelectPartial},
     {Command::SelectFull, SelectFull},
     {Command::SelectNext, Next},

@@ -28,6 +28,15 @@ void ChildWindow::MoveTo(const PixelRect& place) const {
                SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
 }
 
+void ChildWindow::SetSmallCaption(bool small) const {
+  const LONG style = GetWindowLongA(window_, GWL_EXSTYLE);
+  const LONG wanted = small ? style | WS_EX_TOOLWINDOW : style & ~WS_EX_TOOLWINDOW;
+  if (wanted == style) return;
+  SetWindowLongA(window_, GWL_EXSTYLE, wanted);
+  SetWindowPos(window_, nullptr, 0, 0, 0, 0,
+               SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+}
+
 void ChildWindow::ShowTitle(const std::string& title) {
   if (title == title_) return;
   title_ = title;

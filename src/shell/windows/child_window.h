@@ -42,6 +42,8 @@ class ChildWindow {
   // While it is the active one, before the accelerators: whether the message was for a dialog in
   // it.
   virtual bool TakesMessage(MSG&) { return false; }
+  // What the options say of windows is another.
+  virtual void OptionsChanged() {}
 
   // What the procedures of all these windows do.
   static LRESULT Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -55,6 +57,8 @@ class ChildWindow {
 
   // What it does not answer itself goes on to DefMDIChildProc.
   virtual LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) = 0;
+  // A thin caption, or one of the usual height, from now on.
+  void SetSmallCaption(bool small) const;
   // Also into the list of the Window menu.
   void ShowTitle(const std::string& title);
 

@@ -88,6 +88,10 @@ Vec3 ChildWindows::PlaceForNew(const Map& map) const {
   return (view ? view : views_.ViewsOf(map).front())->PlaceForNew();
 }
 
+void ChildWindows::OptionsChanged() {
+  for (const auto& window : windows_) window->OptionsChanged();
+}
+
 void ChildWindows::Arrange(const Map& map, Arrangement arrangement) {
   // A maximised window is restored first: it covers its sisters and their frames.
   if (const ChildWindow* active = ActiveWindow(); active && IsZoomed(active->Handle())) {

@@ -46,6 +46,7 @@ class ChildWindows {
   // asked before a menu or a box draws the cursor away.
   Vec3 PlaceForNew(const Map& map) const;
 
+  void OptionsChanged();
   void Arrange(const Map& map, Arrangement arrangement);
   void Tile();
   void Cascade();

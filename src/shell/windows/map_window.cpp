@@ -73,6 +73,12 @@ MapWindow::MapWindow(ChildWindows& windows, const MapWindowContext& context, Map
   if (view_) view_->SetOrientation(orientation);
 }
 
+void MapWindow::OptionsChanged() {
+  SetSmallCaption(context_.options.smallCaptions != 0);
+  Layout();
+  view_->rotationStep = context_.options.rotationStep;
+}
+
 MapWindow::~MapWindow() {
   if (Handle()) SetObject(drawing_, nullptr);
 }

@@ -6,6 +6,7 @@
 #include "base/command_table.h"
 #include "base/report.h"
 #include "document/action.h"
+#include "operations/paths.h"
 #include "operations/primitives.h"
 #include "operations/transform_selection.h"
 #include "shell/dialogs/dialogs.h"
@@ -217,6 +218,19 @@ std::optional<int> WindowToolHost::AskSides(PrimitiveKind kind) {
                   accept};
   if (!context_.dialogs.Ask(form)) return std::nullopt;
   return sides;
+}
+
+std::optional<std::string> WindowToolHost::AskPathName(const Map& map) {
+  std::string name;
+  const Form form{"Lay path",
+                  "The corners are named so, with a number behind.",
+                  {{"Base name", {UnusedPathName(map)}, {}}},
+                  [&](const FormValues& typed) {
+                    name = typed.front();
+                    return true;
+                  }};
+  if (!context_.dialogs.Ask(form)) return std::nullopt;
+  return name;
 }
 
 std::string WindowToolHost::CurrentTexture(Map& map) {

@@ -12,6 +12,7 @@
 #include "views/tools/brush_selector.h"
 #include "views/tools/brush_tool.h"
 #include "views/tools/multi_selector.h"
+#include "views/tools/path_tool.h"
 #include "views/tools/primitive_tool.h"
 #include "views/tools/rectangle_selector.h"
 #include "views/tools/selector.h"
@@ -70,6 +71,7 @@ class ToolSet {
   MultiSelector multiSelector{*this};
   VertexTool vertexTool{*this};
   PrimitiveTool primitiveTool{*this};
+  PathTool pathTool{*this};
 
  private:
   RectangleSelector rectangle_{*this};
