@@ -118,6 +118,7 @@ struct WindowContext {
   Frame& frame;
   Commands& commands;
   const PopupMenus& popups;
+  Reporter& reporter;
   Options& options;
 };
 std::unique_ptr<CommandGroup> MakeWindowCommands(const WindowContext& context);
