@@ -210,7 +210,7 @@ constexpr CommandRow OTHERS[] = {
     {Command::GroupFile, "", "", "", HasMap},
     {Command::ToolCube, "", "", "", HasMap, InUse<Command::CreateCuboid>},
     {Command::ToolWedge, "", "", "", HasMap, InUse<Command::CreateWedge>},
-    {Command::ToolCameraPositioner, "", "", "", HasMap},
+    {Command::ToolCameraPositioner, "", "", "", HasMap, InUse<Command::ToolCameraPositioner>},
     {Command::ToolCameraDetail, "", "", "", HasMap},
     {Command::ToolColumn, "", "", "", HasMap, InUse<Command::CreateColumn>},
     {Command::ToolPrimitive, "", "", "", HasMap},

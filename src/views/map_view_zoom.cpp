@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "views/camera/camera.h"
 #include "views/map_view.h"
 #include "views/scrolled_part.h"
 #include "views/tool.h"
@@ -177,6 +178,7 @@ void MapView::ScrollBy(double u, double v) {
   const Pixel by{static_cast<int>(dx), static_cast<int>(dy)};
   const auto strayed = StrayedParts(map, {before, transform, by, DrawFlags(), host_.DrawingArea()});
   strayed ? host_.ScrollPicture(by, *strayed) : host_.Invalidate();
+  if (const Camera* camera = list_.CameraOf(map)) RepaintCamera(camera->Pose());
 }
 
 void MapView::ScrollToThumb(bool vertical, int position) {

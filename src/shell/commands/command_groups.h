@@ -9,6 +9,7 @@
 namespace ferrowand {
 
 class BoundEntities;
+class CameraJoystick;
 class ChildWindows;
 class Clipboard;
 class Commands;
@@ -39,6 +40,7 @@ struct OptionsContext {
   Options& options;
   BoundEntities& boundEntities;
   Joysticks& joysticks;
+  CameraJoystick& joystick;
   Documents& documents;
   ChildWindows& windows;
   Frame& frame;

@@ -9,6 +9,7 @@
 #include "shell/documents/documents.h"
 #include "shell/documents/shared_data.h"
 #include "shell/frame/frame.h"
+#include "shell/windows/camera_joystick.h"
 #include "shell/windows/child_windows.h"
 
 namespace ferrowand {
@@ -37,6 +38,10 @@ void Follow(const OptionsContext& in, const Options& before) {
   LimitTextures(in.data, in.options);
   if (before.showToolbar != in.options.showToolbar) {
     in.frame.ShowToolbar(in.options.showToolbar != 0);
+  }
+  if (before.useJoystick != in.options.useJoystick ||
+      before.joystickNumber != in.options.joystickNumber) {
+    in.joystick.Open();
   }
   if (before.autosaveMinutes != in.options.autosaveMinutes) in.frame.RestartKeeping();
   in.windows.OptionsChanged();

@@ -151,9 +151,9 @@ LRESULT Send(HWND dialog, int id, UINT message, WPARAM wParam = 0, LPARAM lParam
   return SendDlgItemMessageW(dialog, id, message, wParam, lParam);
 }
 
-// The first item where the number has none.
+// None where no item has the number.
 void SelectChoice(HWND dialog, int id, LRESULT number) {
-  WPARAM chosen = 0;
+  auto chosen = static_cast<WPARAM>(-1);
   const auto count = static_cast<WPARAM>(Send(dialog, id, CB_GETCOUNT));
   for (WPARAM i = 0; i < count; ++i) {
     if (Send(dialog, id, CB_GETITEMDATA, i) == number) chosen = i;
@@ -212,28 +212,30 @@ bool StoreText(const OptionControl& control, const std::string& typed, Options& 
   return true;
 }
 
+// What a control says that is no text box; nothing where nothing is chosen.
+std::optional<double> ShownNumber(const OptionControl& control, HWND dialog) {
+  if (control.kind == Check) return IsDlgButtonChecked(dialog, control.id) == BST_CHECKED ? 1 : 0;
+  if (control.kind == Slider) return static_cast<double>(Send(dialog, control.id, TBM_GETPOS));
+  const LRESULT chosen = Send(dialog, control.id, CB_GETCURSEL);
+  if (chosen == CB_ERR) return std::nullopt;
+  return static_cast<double>(Send(dialog, control.id, CB_GETITEMDATA, static_cast<WPARAM>(chosen)));
+}
+
+// The same of a setting: any number but 0 is a tick, and a slider ends where it ends.
+double AsShown(const OptionControl& control, double number) {
+  if (control.kind == Check) return number != 0 ? 1 : 0;
+  return control.kind == Slider ? std::clamp(number, control.least, control.most) : number;
+}
+
 bool Store(const OptionControl& control, HWND dialog, Options& options, Reporter& reporter) {
-  const int id = control.id;
-  switch (control.kind) {
-    case Check:
-      SetNumber(options, control.field, IsDlgButtonChecked(dialog, id) == BST_CHECKED ? 1 : 0);
-      return true;
-    case Choice: {
-      const auto chosen = static_cast<WPARAM>(Send(dialog, id, CB_GETCURSEL));
-      SetNumber(options, control.field,
-                static_cast<double>(Send(dialog, id, CB_GETITEMDATA, chosen)));
-      return true;
-    }
-    case Slider: {
-      const LRESULT place = Send(dialog, id, TBM_GETPOS);
-      const double was = std::clamp(NumberIn(options, control.field), control.least, control.most);
-      if (static_cast<double>(place) != was)
-        SetNumber(options, control.field, static_cast<double>(place));
-      return true;
-    }
-    default:
-      return StoreText(control, TextOf(dialog, id), options, reporter);
+  if (control.kind != Check && control.kind != Choice && control.kind != Slider) {
+    return StoreText(control, TextOf(dialog, control.id), options, reporter);
   }
+  const std::optional<double> shown = ShownNumber(control, dialog);
+  if (shown && *shown != AsShown(control, NumberIn(options, control.field))) {
+    SetNumber(options, control.field, *shown);
+  }
+  return true;
 }
 
 void PrepareSlider(const OptionControl& control, HWND dialog) {

@@ -104,6 +104,12 @@ void ChildWindows::OptionsChanged() {
   for (const auto& window : windows_) window->OptionsChanged();
 }
 
+bool ChildWindows::MouseHasMoved(POINT to) {
+  const bool moved = to.x != mouse_.x || to.y != mouse_.y;
+  mouse_ = to;
+  return moved;
+}
+
 void ChildWindows::Arrange(const Map& map, Arrangement arrangement) {
   // A maximised window is restored first: it covers its sisters and their frames.
   if (const ChildWindow* active = ActiveWindow(); active && IsZoomed(active->Handle())) {

@@ -49,6 +49,8 @@ class ChildWindows {
   Vec3 PlaceForNew(const Map& map) const;
 
   void OptionsChanged();
+  // Since a window last saw it, in pixels of the screen.
+  bool MouseHasMoved(POINT to);
   void Arrange(const Map& map, Arrangement arrangement);
   void Tile();
   void Cascade();
@@ -61,6 +63,7 @@ class ChildWindows {
   Reporter& reporter_;
   ViewList views_;  // outlives the windows, which are in it
   std::vector<std::unique_ptr<ChildWindow>> windows_;
+  POINT mouse_{};
 };
 
 }  // namespace ferrowand

@@ -349,10 +349,7 @@ PixelSize MapWindow::MeasureLabel(std::string_view text) {
 }
 
 PixelRect MapWindow::Frame() const {
-  RECT place;
-  GetWindowRect(frame_.Handle(), &place);
-  MapWindowPoints(nullptr, drawing_, reinterpret_cast<POINT*>(&place), 2);
-  return {place.left, place.top, place.right, place.bottom};
+  return FrameAround(drawing_);
 }
 
 void MapWindow::CaptureMouse(bool on) {

@@ -94,7 +94,6 @@ class MapWindow : public ChildWindow, public ViewHost {
   bool OnKeyDown(WPARAM key);
   bool InsertBound(WPARAM key, LPARAM lParam);
   void EndRefusal();
-  void TakeFocusFromSister();
   void SetMouseCursor();
 
   const MapWindowContext context_;

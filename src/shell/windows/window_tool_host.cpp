@@ -142,12 +142,6 @@ void WindowToolHost::ReleaseMouse(HWND drawing) {
   if (GetCapture() == drawing) ReleaseCapture();
 }
 
-bool WindowToolHost::MouseHasMoved(POINT to) {
-  const bool moved = to.x != mouse_.x || to.y != mouse_.y;
-  mouse_ = to;
-  return moved;
-}
-
 void WindowToolHost::OnCaptureLost(HWND drawing) {
   if (dragging_ != drawing) return;
   dragging_ = nullptr;

@@ -7,6 +7,7 @@
 #include "document/action.h"
 #include "document/map.h"
 #include "operations/paths.h"
+#include "platform/display.h"
 #include "views/map_view.h"
 #include "views/tools/click_point.h"
 #include "views/tools/tool_set.h"
@@ -74,14 +75,13 @@ void PathTool::Hover(MapView& view, Pixel at) {
 void PathTool::DrawOverlay(MapView& view, Canvas& canvas) {
   DrawSelection(view, canvas);
   if (&view.map == map_ && !corners_.empty()) {
+    const int size = Scaled(CORNER_SIZE);
     const Pen pen = view.Context(canvas, canvas.ClipBox()).pens.targetLine;
     std::vector<Pixel> points;
     for (const Vec3& corner : corners_) points.push_back(view.transform.ToScreen(corner));
     if (points.size() > 1) canvas.Polyline(pen, points);
     for (const Pixel p : points) {
-      canvas.Rectangle(
-          pen, std::nullopt,
-          {p.x - CORNER_SIZE, p.y - CORNER_SIZE, p.x + CORNER_SIZE, p.y + CORNER_SIZE});
+      canvas.Rectangle(pen, std::nullopt, {p.x - size, p.y - size, p.x + size, p.y + size});
     }
   }
   preview_.Draw(view, canvas);
