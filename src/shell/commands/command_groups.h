@@ -101,10 +101,18 @@ struct WindowContext {
   Frame& frame;
   Commands& commands;
   const PopupMenus& popups;
-  Reporter& reporter;
   Options& options;
 };
 std::unique_ptr<CommandGroup> MakeWindowCommands(const WindowContext& context);
+
+// What opens and moves a map's camera, and what it shows.
+struct CameraContext {
+  ChildWindows& windows;
+  WindowMaker& maker;
+  Reporter& reporter;
+  const Options& options;
+};
+std::unique_ptr<CommandGroup> MakeCameraCommands(const CameraContext& context);
 
 // For those that are never grey for want of one: whether something is selected; says the text
 // otherwise.

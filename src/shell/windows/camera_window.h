@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "shell/system/gl_surface.h"
+#include "shell/system/camera_surface.h"
 #include "shell/windows/child_window.h"
 #include "views/camera/camera.h"
 
@@ -64,7 +64,7 @@ class CameraWindow : public ChildWindow, public CameraHost {
 
   const CameraWindowContext context_;
   Map& map_;
-  std::unique_ptr<GlSurface> surface_;
+  std::unique_ptr<CameraSurface> surface_;
   std::unique_ptr<Camera> camera_;
   Pixel press_;         // of the right button
   bool drags_ = false;  // the right button has moved since
