@@ -22,7 +22,7 @@ class WadLibrary {
 
   // Of every WAD, open or to be opened.
   void SetLimits(const WadLimits& limits);
-  // The palette has changed: what was worked out by it is found anew.
+  // The palette is another one: what was made with it is made anew when it is asked for.
   void ForgetColours();
 
   // The WAD of every map that names none. When it cannot be loaded that is said and the built-in

@@ -38,7 +38,8 @@ void AppParts::AddCommands(const Seams& seams) {
   commands.Add(MakeInsertCommands({windows, maker, commands, dialogs, reporter, options}));
   commands.Add(MakeTemplateCommands({documents, windows, dialogs, reporter}));
   commands.Add(MakeViewCommands({documents, windows, commands, popups, reporter, options}));
-  commands.Add(MakeWindowCommands({windows, maker, frame, commands, popups, reporter, options}));
+  commands.Add(MakeWindowCommands({windows, maker, frame, commands, popups, options}));
+  commands.Add(MakeCameraCommands({windows, maker, tools, reporter, options}));
 }
 
 }  // namespace ferrowand

@@ -120,10 +120,19 @@ struct WindowContext {
   Frame& frame;
   Commands& commands;
   const PopupMenus& popups;
-  Reporter& reporter;
   Options& options;
 };
 std::unique_ptr<CommandGroup> MakeWindowCommands(const WindowContext& context);
+
+// What opens and moves a map's camera, and what it shows.
+struct CameraContext {
+  ChildWindows& windows;
+  WindowMaker& maker;
+  ToolSet& tools;
+  Reporter& reporter;
+  const Options& options;
+};
+std::unique_ptr<CommandGroup> MakeCameraCommands(const CameraContext& context);
 
 // For those that are never grey for want of one: whether something is selected; says the text
 // otherwise.

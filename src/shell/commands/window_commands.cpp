@@ -1,5 +1,4 @@
 // The Window menu.
-#include "base/report.h"
 #include "shell/commands/command_groups.h"
 #include "shell/commands/commands.h"
 #include "shell/dialogs/popup_menus.h"
@@ -41,15 +40,6 @@ void NewView(const WindowContext& in, unsigned) {
   if (!box.IsEmpty()) window->View()->CentreOn((box.mins + box.maxs) * 0.5f);
 }
 
-void NewCamera(const WindowContext& in, unsigned) {
-  Map& map = *in.windows.ActiveMap();
-  if (in.windows.CameraOf(map)) {
-    in.reporter.Show("Cannot continue", "You can only have one 3D view per map");
-  } else if (CameraWindow* window = in.maker.AddCamera(map)) {
-    window->GetCamera()->GoToOpening();
-  }
-}
-
 void ChooseNewView(const WindowContext& in, unsigned) {
   in.commands.Offer(in.popups.Get(ID_POPUP_NEW_VIEW));
 }
@@ -65,7 +55,6 @@ constexpr CommandHandler<WindowContext> HANDLERS[] = {
     {Command::NewTopView, NewView<Orientation::Top>},
     {Command::NewSideView, NewView<Orientation::Side>},
     {Command::NewFrontView, NewView<Orientation::Front>},
-    {Command::NewGLCamera, NewCamera},
     {Command::ToolNewWindow, ChooseNewView},
 };
 

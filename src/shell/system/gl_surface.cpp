@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "base/report.h"
+#include "views/gl/gl_renderer.h"
 
 namespace ferrowand {
 namespace {
@@ -95,11 +96,15 @@ void GlSurface::MakePalette(const PIXELFORMATDESCRIPTOR& format) {
   RealisePalette();
 }
 
-bool GlSurface::RealisePalette() const {
+bool GlSurface::RealisePalette() {
   if (!palette_) return false;
   SelectPalette(dc_, palette_.get(), FALSE);
   const UINT changed = RealizePalette(dc_);
   return changed != GDI_ERROR && changed > 0;
+}
+
+std::unique_ptr<CameraRenderer> GlSurface::MakeRenderer(const Palette& palette) {
+  return std::make_unique<GlRenderer>(*this, palette);
 }
 
 // As large as the window whose picture is drawn on it.

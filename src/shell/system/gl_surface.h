@@ -5,10 +5,10 @@
 #include "shell/system/win32.h"
 
 #include <cstdint>
-#include <memory>
 #include <vector>
 
 #include "platform/pixel.h"
+#include "shell/system/camera_surface.h"
 #include "shell/system/handles.h"
 #include "views/gl/gl_context.h"
 
@@ -16,7 +16,7 @@ namespace ferrowand {
 
 class Reporter;
 
-class GlSurface : public GlContext {
+class GlSurface : public CameraSurface, public GlContext {
  public:
   // Says so when the system has no pixel format for the window or no context; it is not usable
   // then. The window outlives it.
@@ -25,12 +25,12 @@ class GlSurface : public GlContext {
   GlSurface(const GlSurface&) = delete;
   GlSurface& operator=(const GlSurface&) = delete;
 
-  bool IsUsable() const { return context_ != nullptr; }
+  bool IsUsable() const override { return context_ != nullptr; }
+  std::unique_ptr<CameraRenderer> MakeRenderer(const Palette& palette) override;
+  void Present() override;
+  bool RealisePalette() override;
+
   bool MakeCurrent() override;
-  // What has been drawn since it was made current, to the screen.
-  void Present();
-  // On displays of 256 colours: whether the window is to be painted anew.
-  bool RealisePalette() const;
 
  private:
   bool SetUp(Reporter& reporter);

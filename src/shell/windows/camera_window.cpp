@@ -4,14 +4,15 @@
 #include "shell/dialogs/popup_menus.h"
 #include "shell/frame/frame.h"
 #include "shell/resources/resource.h"
+#include "shell/system/gl_surface.h"
 #include "shell/windows/child_windows.h"
-#include "views/gl/gl_renderer.h"
 
 namespace ferrowand {
 namespace {
 
 constexpr unsigned FIRST_MODE = 1000;  // of the popup's items, in the order of the modes
 constexpr unsigned MODES = 6;
+constexpr unsigned TINT_ENTITIES = FIRST_MODE + MODES;
 
 }  // namespace
 
@@ -31,7 +32,7 @@ CameraWindow::CameraWindow(ChildWindows& windows, const CameraWindowContext& con
 void CameraWindow::OnCreate() {
   surface_ = std::make_unique<GlSurface>(Handle(), context_.reporter);
   camera_ = std::make_unique<Camera>(map_, *this, context_.options,
-                                     std::make_unique<GlRenderer>(*surface_, map_.Data().palette));
+                                     surface_->MakeRenderer(map_.Data().palette));
   windows_.Views().Add(*camera_);
   FollowJoystick();
 }
@@ -56,9 +57,12 @@ void CameraWindow::OfferModes() {
   const HMENU menu = context_.popups.Get(ID_POPUP_RENDER_MODE);
   CheckMenuRadioItem(menu, FIRST_MODE, FIRST_MODE + MODES - 1,
                      FIRST_MODE + static_cast<unsigned>(camera_->Mode()), MF_BYCOMMAND);
+  CheckMenuItem(menu, TINT_ENTITIES, camera_->TintsEntities() ? MF_CHECKED : MF_UNCHECKED);
   const unsigned chosen = context_.dialogs.TrackAtCursor(Handle(), menu);
   if (chosen >= FIRST_MODE && chosen < FIRST_MODE + MODES) {
     camera_->SetMode(static_cast<RenderMode>(chosen - FIRST_MODE));
+  } else if (chosen == TINT_ENTITIES) {
+    camera_->SetTintsEntities(!camera_->TintsEntities());
   }
 }
 

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "shell/system/gl_surface.h"
+#include "shell/system/camera_surface.h"
 #include "shell/windows/child_window.h"
 #include "views/camera/camera.h"
 #include "views/camera/camera_navigation.h"
@@ -61,9 +61,13 @@ class CameraWindow : public ChildWindow, public CameraHost {
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   // Whether the message was one that moves the camera, and nothing else.
   bool OnNavigation(UINT message, WPARAM wParam, LPARAM lParam);
+  // Whether the key moves the camera here, whatever else it is for.
+  bool IsCameraKey(UINT message, int key) const;
+  void FollowKeys();
   bool OnCharacter(char c);
   void OnWheel(int turned);
   bool StartLooking(Pixel at);
+  bool LookTo(Pixel at, bool isHeld);
   void EndLooking();
   // As far as the mouse has been moved with these buttons held.
   void FollowMouse(Pixel at, int buttons);
@@ -81,7 +85,7 @@ class CameraWindow : public ChildWindow, public CameraHost {
 
   const CameraWindowContext context_;
   Map& map_;
-  std::unique_ptr<GlSurface> surface_;
+  std::unique_ptr<CameraSurface> surface_;
   std::unique_ptr<Camera> camera_;
   Pixel press_;         // of the right button
   bool drags_ = false;  // the right button has moved since

@@ -86,7 +86,8 @@ void WindowMaker::OnMapReplaced(Map& map, Map& by) {
 void WindowMaker::OnMapWanted(Map& map) {
   const std::vector<MapView*> views = windows_.Views().ViewsOf(map);
   for (ChildWindow* window : windows_.WindowsOf(map)) {
-    if (!views.empty() && window->View() == views.front()) windows_.BringToFront(*window);
+    const bool isWanted = views.empty() ? window->KeepsMapOpen() : window->View() == views.front();
+    if (isWanted) windows_.BringToFront(*window);
   }
 }
 

@@ -68,7 +68,8 @@ void Camera::Fly(const CameraMove& move, double seconds) {
   pose.Move(move, MethodOf(options_));
   if (pose == pose_) return;
   const double now = host_.Now();
-  glide_.Start(glide_.At(now, pose_), now, seconds);
+  // A turn of the mouse does not cut short the way that a key has begun.
+  glide_.Start(glide_.At(now, pose_), now, std::max(seconds, glide_.Left(now)));
   Stand(pose);
 }
 

@@ -56,15 +56,19 @@ void AddPolygon(const Shape& shape, const ShapePolygon& polygon) {
 }
 
 // Four-sided ones, which most are, go to the driver at once.
+bool IsFourSided(const ShapePolygon& polygon) {
+  return polygon.end - polygon.begin == 4;
+}
+
+// All of them four-sided, or none.
 void AddPolygons(const Shape& shape, std::span<const ShapePolygon* const> polygons) {
-  const auto isFourSided = [](const ShapePolygon* p) { return p->end - p->begin == 4; };
-  glBegin(GL_QUADS);
-  for (const ShapePolygon* polygon : polygons) {
-    if (isFourSided(polygon)) AddPolygon(shape, *polygon);
+  if (IsFourSided(*polygons.front())) {
+    glBegin(GL_QUADS);
+    for (const ShapePolygon* polygon : polygons) AddPolygon(shape, *polygon);
+    glEnd();
+    return;
   }
-  glEnd();
   for (const ShapePolygon* polygon : polygons) {
-    if (isFourSided(polygon)) continue;
     glBegin(GL_POLYGON);
     AddPolygon(shape, *polygon);
     glEnd();
@@ -115,12 +119,15 @@ void GlRenderer::SetShape(ShapeName name, const Shape& shape) {
   DropParts(parts);
   std::vector<const ShapePolygon*> sorted;
   for (const ShapePolygon& polygon : shape.polygons) sorted.push_back(&polygon);
-  std::ranges::stable_sort(sorted, std::less<>(), &ShapePolygon::texture);
+  const auto kindOf = [](const ShapePolygon* polygon) {
+    return std::pair(polygon->texture, IsFourSided(*polygon));
+  };
+  std::ranges::stable_sort(sorted, std::less<>(), kindOf);
   for (auto from = sorted.begin(); from != sorted.end();) {
-    Texture* texture = (*from)->texture;
-    const auto to = std::find_if(from, sorted.end(),
-                                 [texture](const auto* p) { return p->texture != texture; });
-    parts.push_back({texture, glGenLists(1)});
+    const auto kind = kindOf(*from);
+    const auto to = std::find_if(
+        from, sorted.end(), [&](const ShapePolygon* polygon) { return kindOf(polygon) != kind; });
+    parts.push_back({kind.first, glGenLists(1)});
     glNewList(parts.back().list, GL_COMPILE);
     AddPolygons(shape, {from, to});
     glEndList();

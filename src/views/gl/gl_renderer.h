@@ -29,7 +29,8 @@ class GlRenderer : public CameraRenderer {
   std::vector<ShapeName> Pick(const CameraPicture& picture, Pixel at) override;
 
  private:
-  // Those of a shape's polygons that have the same texture, or none.
+  // Those of a shape's polygons that have the same texture, or none, and are all four-sided, or
+  // none: Mesa's drivers end the program over lists of several primitives in selection mode.
   struct Part {
     Texture* texture;
     GLuint list;

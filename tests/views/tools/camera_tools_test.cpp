@@ -154,9 +154,19 @@ TEST_F(CameraToolsTest, FlyingIsDoneAtOnceWhileThePictureGlides) {
   }
   EXPECT_EQ(seen, (std::vector<double>{64, 74, 84, 104}));
   EXPECT_EQ(cameraHost.repaints, before + 4) << "one for the move and one for each on the way";
+  camera.Fly({.forward = -40}, 0.04);
+  cameraHost.now += 0.02;
+  camera.Fly({.yaw = 2}, 0);
+  camera.Paint();
+  EXPECT_NEAR(drawn.back().eye.x, 124, 1) << "the mouse does not cut it short";
+  cameraHost.now += 0.04;
+  camera.Paint();
+  const int still = cameraHost.repaints;
+  camera.Paint();
+  EXPECT_EQ(cameraHost.repaints, still);
   options.cameraMoveMethod = 1;
   camera.Fly({.roll = 20}, 0.04);
-  EXPECT_EQ(cameraHost.repaints, before + 4) << "like Quake there is no roll";
+  EXPECT_EQ(cameraHost.repaints, still) << "like Quake there is no roll";
 }
 
 }  // namespace
