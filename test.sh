@@ -7,7 +7,7 @@ export FERROWAND_CORPUS=${FERROWAND_CORPUS:-$(realpath -m ../shared/corpus)}
 [ -d "$FERROWAND_CORPUS" ] || unset FERROWAND_CORPUS
 
 step "Packages" install_packages cmake ninja-build g++ clang clang-format clang-tidy \
-  libclang-rt-dev googletest libbenchmark-dev g++-mingw-w64-i686-posix \
+  libclang-rt-dev googletest libbenchmark-dev libosmesa6-dev libglu1-mesa-dev g++-mingw-w64-i686-posix \
   g++-mingw-w64-x86-64-posix wine wine64 fonts-wine fonts-liberation xvfb xdotool imagemagick
 step "32-bit Wine" install_wine32
 

@@ -101,6 +101,9 @@ class WadFile {
   // For every texture whose pixels are in the cache.
   void SetRepresentativeColours(OneColour how);
 
+  // Their colours are not known, and no image in red, green and blue is there.
+  void ForgetColours();
+
   void SetCacheSize(std::uint16_t maxCached);
   std::uint16_t numCached() const { return static_cast<std::uint16_t>(cached_.size()); }
   bool IsCached(const Texture& texture) const;

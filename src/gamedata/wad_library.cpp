@@ -35,6 +35,11 @@ void WadLibrary::SetCacheSize(std::uint16_t maxCached) {
   for (const auto& wad : loaded_) wad->SetCacheSize(maxCached);
 }
 
+void WadLibrary::ForgetColours() {
+  builtIn_->ForgetColours();
+  for (const auto& wad : loaded_) wad->ForgetColours();
+}
+
 void WadLibrary::LoadDefault(const std::string& name) {
   defaultName_ = name;
   WadFile* wad = FindOrOpen(name);

@@ -22,6 +22,8 @@ class WadLibrary {
 
   // Of the WADs that are opened from now on.
   void SetLimits(const WadLimits& limits);
+  // The palette is another one: what was made with it is made anew when it is asked for.
+  void ForgetColours();
   // Applied to every open WAD.
   void SetCacheSize(std::uint16_t maxCached);
 

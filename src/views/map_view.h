@@ -225,6 +225,9 @@ class MapView : public MapObserver {
   int zoomPresses_ = 0;   // buttons whose press was a zoom: their releases are swallowed
 };
 
+// The same of a map's camera.
+PixelRect CameraPlace(Arrangement arrangement, PixelSize frame);
+
 // Round half up to a multiple of 2^exponent; below 0 too, so that steps are equally long.
 int SnapToGrid(int world, std::uint8_t exponent);
 

@@ -132,6 +132,7 @@ class AppTest : public testing::Test {
   AppTest() : settings(MakeMemorySettingsStore()) {
     saved.showTips = 0;
     saved.trackMouse = 0;
+    saved.useDirect3D = 0;  // three windows a map, no camera
     saved.groupsDirectory = dir.Path("groups");
   }
 

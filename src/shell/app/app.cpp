@@ -60,9 +60,7 @@ void App::BuildSearchPath() {
 
 void App::LoadPalette() {
   const Options& options = parts_->options;
-  GameData& data = parts_->data;
-  data.palette.Load(data.searchPath, {options.gammaRed, options.gammaGreen, options.gammaBlue},
-                    data.reporter);
+  parts_->data.LoadPalette({options.gammaRed, options.gammaGreen, options.gammaBlue});
 }
 
 void App::LoadGameData() {

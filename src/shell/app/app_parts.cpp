@@ -18,7 +18,8 @@ AppParts::AppParts(HINSTANCE instance, const Seams& seams)
       toolHost({windows, tools, commands, reporter, seams.dialogs, popups, objects}),
       tools(toolHost, windows.Views(), options),
       maker(windows, {options, reporter, commands, tools, toolHost, objects, backBuffer},
-            {options, reporter, seams.dialogs, popups, commands}),
+            {options, reporter, seams.dialogs, popups, commands},
+            {options, reporter, seams.dialogs, popups, tools}),
       documents(data, options, seams.dialogs, maker, seams.dataFolder),
       accelerators(instance, commands, frame),
       tips(options, objects) {
@@ -35,6 +36,7 @@ void AppParts::AddCommands(const Seams& seams) {
   commands.Add(MakeTemplateCommands({documents, windows, dialogs, reporter}));
   commands.Add(MakeViewCommands({documents, windows, commands, popups, reporter, options}));
   commands.Add(MakeWindowCommands({windows, maker, frame, commands, popups, options}));
+  commands.Add(MakeCameraCommands({windows, maker, reporter, options}));
 }
 
 }  // namespace ferrowand

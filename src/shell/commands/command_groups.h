@@ -105,6 +105,15 @@ struct WindowContext {
 };
 std::unique_ptr<CommandGroup> MakeWindowCommands(const WindowContext& context);
 
+// What opens and moves a map's camera, and what it shows.
+struct CameraContext {
+  ChildWindows& windows;
+  WindowMaker& maker;
+  Reporter& reporter;
+  const Options& options;
+};
+std::unique_ptr<CommandGroup> MakeCameraCommands(const CameraContext& context);
+
 // For those that are never grey for want of one: whether something is selected; says the text
 // otherwise.
 bool RequireSelection(const Map& map, Reporter& reporter, const char* title, const char* text);

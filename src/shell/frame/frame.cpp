@@ -209,6 +209,13 @@ void Frame::OnCameToFront() {
   }
 }
 
+// Of the display's palette the system tells only the frame.
+void Frame::TellChildren(UINT message, WPARAM wParam, LPARAM lParam) const {
+  for (HWND child = GetWindow(client_, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+    SendMessageA(child, message, wParam, lParam);
+  }
+}
+
 LRESULT Frame::OnNotify(LPARAM lParam) {
   const auto* header = reinterpret_cast<const NMHDR*>(lParam);
   if (header->code != TTN_GETDISPINFOA) return 0;
@@ -255,6 +262,10 @@ LRESULT Frame::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       KeepPlace();
       onSessionEnd_();
       return 0;
+    case WM_QUERYNEWPALETTE:
+    case WM_PALETTECHANGED:
+      TellChildren(message, wParam, lParam);
+      return TRUE;
     case WM_TIMER:
       if (wParam != KEEP_TIMER) break;
       OnTimer();

@@ -67,6 +67,7 @@ class Frame {
   void StartTimer(UINT milliseconds);
   void OnTimer();
   void OnCameToFront();
+  void TellChildren(UINT message, WPARAM wParam, LPARAM lParam) const;
   LRESULT OnNotify(LPARAM lParam);
 
   HINSTANCE instance_;

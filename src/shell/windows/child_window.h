@@ -11,6 +11,7 @@
 
 namespace ferrowand {
 
+class Camera;
 class ChildWindows;
 class Frame;
 class Map;
@@ -35,6 +36,7 @@ class ChildWindow {
   // The map that commands given here act on; null when there is none.
   virtual Map* GetMap() const { return nullptr; }
   virtual MapView* View() { return nullptr; }
+  virtual Camera* GetCamera() { return nullptr; }
   // Whether the map stays open as long as this window does.
   virtual bool KeepsMapOpen() const { return false; }
   // To the rectangle of the frame's client area.

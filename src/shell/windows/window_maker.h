@@ -2,6 +2,7 @@
 #pragma once
 
 #include "shell/documents/documents.h"
+#include "shell/windows/camera_window.h"
 #include "shell/windows/layer_window.h"
 #include "shell/windows/map_window.h"
 
@@ -11,14 +12,16 @@ class WindowMaker : public DocumentsObserver {
  public:
   // The windows and all that the contexts name outlive it.
   WindowMaker(ChildWindows& windows, const MapWindowContext& ofViews,
-              const LayerWindowContext& ofLayers);
+              const LayerWindowContext& ofLayers, const CameraWindowContext& ofCameras);
 
   // Null, after an assertion, when the system gave no window.
   MapWindow* AddView(Map& map, Orientation orientation);
+  // The map has none yet. Null when the system gave no window.
+  CameraWindow* AddCamera(Map& map);
   // The one of the map, in front of the others.
   void ShowLayers(Map& map);
 
-  // Three views, arranged and showing all of it.
+  // Three views, and a camera if the options want one, arranged and showing all of it.
   void OnMapOpened(Map& map) override;
   void OnMapClosing(Map& map) override;
   void OnMapReplaced(Map& map, Map& by) override;
@@ -28,6 +31,7 @@ class WindowMaker : public DocumentsObserver {
   ChildWindows& windows_;
   MapWindowContext ofViews_;
   LayerWindowContext ofLayers_;
+  CameraWindowContext ofCameras_;
 };
 
 }  // namespace ferrowand
