@@ -302,6 +302,20 @@ void WadFile::SetCacheSize(std::uint16_t maxCached) {
   while (cached_.size() > limits_.maxCached) Evict(cached_.size() - 1);
 }
 
+void WadFile::SetLimits(const WadLimits& limits) {
+  SetCacheSize(limits.maxCached);
+  if (limits.maxTextureSize == limits_.maxTextureSize) return;
+  limits_.maxTextureSize = limits.maxTextureSize;
+  Flush();
+  for (const auto& texture : textures_) {
+    texture->flags &= static_cast<std::uint8_t>(~TEXTURE_BUILTIN);
+    Free(*texture);
+    texture->colourIs.reset();
+    texture->paddedWidth = PaddedSize(texture->width);
+    texture->paddedHeight = PaddedSize(texture->height);
+  }
+}
+
 bool WadFile::IsCached(const Texture& texture) const {
   return std::find(cached_.begin(), cached_.end(), &texture) != cached_.end();
 }
