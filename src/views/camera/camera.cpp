@@ -17,6 +17,12 @@ constexpr double EYE_HEIGHT = 22;    // of a player above the origin, world unit
 constexpr double STEPS_AHEAD = 128;  // world units
 constexpr double PICK_REACH = 3;     // pixels: what a renderer may take a pixel for, and one more
 
+// Where textures are drawn, any will do.
+ShapeColours ColoursOf(RenderMode mode) {
+  if (mode == RenderMode::Wireframe) return ShapeColours::OfLines;
+  return mode == RenderMode::OneMip ? ShapeColours::OfTextures : ShapeColours::OfFaces;
+}
+
 const entity* FindStart(const Map& map) {
   const entity* start = nullptr;
   ForEachEntity(map, [&start](const entity& e) {
@@ -102,9 +108,8 @@ Vec3 Camera::PlaceForNew() const {
 }
 
 void Camera::SetMode(RenderMode mode) {
-  const bool otherColours = (mode == RenderMode::OneMip) != (mode_ == RenderMode::OneMip);
+  if (ColoursOf(mode) != ColoursOf(mode_)) scene_.MakeAllStale();
   mode_ = mode;
-  if (otherColours) scene_.MakeAllStale();
   host_.Repaint();
 }
 
@@ -114,7 +119,7 @@ void Camera::SetTintsEntities(bool on) {
 }
 
 ShapeStyle Camera::Style() const {
-  return {mode_ == RenderMode::OneMip, static_cast<OneColour>(options_.mipType)};
+  return {ColoursOf(mode_), static_cast<OneColour>(options_.mipType)};
 }
 
 void Camera::FollowScene() {

@@ -19,7 +19,8 @@ constexpr double POINT_LENGTH = 14, POINT_WIDTH = 4;  // of what shows where an 
 constexpr Colour EMBED_COLOUR{200, 0, 0};
 // Where the light would be that tells sides from tops where no texture does.
 const DVec3 LIGHT = Normalise({0.35, 0.5, 0.8});
-constexpr double DARKEST = 0.45;
+constexpr double WHITE_IN_LINES = 0.4, WHITE_IN_FACES = 0.2, WHITE_IN_POINTERS = 0.5;
+constexpr double DARKEST = 0.55;
 
 std::uint8_t Part(double value) {
   return static_cast<std::uint8_t>(std::clamp(value, 0.0, 255.0));
@@ -30,8 +31,9 @@ Colour Shaded(Colour colour, const DVec3& normal) {
   return {Part(colour.red * lit), Part(colour.green * lit), Part(colour.blue * lit)};
 }
 
-Colour Paler(Colour colour) {
-  const auto pale = [](std::uint8_t part) { return static_cast<std::uint8_t>((part + 255) / 2); };
+// With that part of white in it.
+Colour Paler(Colour colour, double white) {
+  const auto pale = [white](std::uint8_t part) { return Part(part + (255 - part) * white); };
   return {pale(colour.red), pale(colour.green), pale(colour.blue)};
 }
 
@@ -101,20 +103,26 @@ class ShapeMaker {
   void AddFace(const Face& face, Colour own) {
     const TextureProjection projection(face);
     Texture* texture = ShownTexture(face.texture);
-    const bool takesTextures = style_.textureColours && texture;
-    const Colour colour =
-        takesTextures ? texture->wad->RepresentativeColour(*texture, style_.oneColour) : own;
     const auto points = std::as_const(*face.w).Points();
     // Whole textures do not matter: near 0 the numbers are finest.
     const TexturePoint first = projection.Textures(DVec3(points.front().Position()));
     const double s = std::floor(first.s), t = std::floor(first.t);
-    Begin(texture, Shaded(colour, face.plane.normal));
+    Begin(texture, ColourOf(texture, own, face.plane.normal));
     for (auto p = points.rbegin(); p != points.rend(); ++p) {
       const TexturePoint at = projection.Textures(DVec3(p->Position()));
       shape_.points.push_back(
           {p->Position(), static_cast<float>(at.s - s), static_cast<float>(at.t - t)});
     }
     End();
+  }
+
+  // The colours of brushes are made for lines on white.
+  Colour ColourOf(Texture* texture, Colour own, const DVec3& normal) const {
+    if (style_.colours == ShapeColours::OfLines) return Paler(own, WHITE_IN_LINES);
+    const bool standsForTexture = style_.colours == ShapeColours::OfTextures && texture;
+    return Shaded(standsForTexture ? texture->wad->RepresentativeColour(*texture, style_.oneColour)
+                                   : Paler(own, WHITE_IN_FACES),
+                  normal);
   }
 
   // Counter-clockwise seen from in front.
@@ -160,7 +168,8 @@ void AddPoint(const entity& e, ShapeMaker& maker) {
   } else {
     maker.AddBox(box, colour);
   }
-  if (e.angle() != NO_ANGLE) maker.AddPointer(box, FacingOf(e.angle()), Paler(colour));
+  if (e.angle() != NO_ANGLE)
+    maker.AddPointer(box, FacingOf(e.angle()), Paler(colour, WHITE_IN_POINTERS));
 }
 
 void AddExpansion(const entity& e, ShapeMaker& maker) {

@@ -9,10 +9,12 @@ namespace ferrowand {
 
 class entity;
 
+// What the colours of a shape are for: lines on black, faces, or faces that stand for textures.
+enum class ShapeColours { OfLines, OfFaces, OfTextures };
+
 struct ShapeStyle {
-  // The one colour of its texture instead of the brush's own.
-  bool textureColours = false;
-  OneColour oneColour = OneColour::Average;
+  ShapeColours colours = ShapeColours::OfFaces;
+  OneColour oneColour = OneColour::Average;  // of a texture
 };
 
 // Of the entity itself, and of what it stands for where it is an instance of a template and those

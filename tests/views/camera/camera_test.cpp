@@ -126,7 +126,7 @@ TEST(Camera, MakesOnlyTheShapesAnewThatAreOthers) {
   EXPECT_EQ(madeBy([&] { small.map.selection.Set({&box}); }), 0);
   EXPECT_EQ(madeBy([&] { MoveSelection(small.map, {64, 0, 0}, {}); }), 1);
   EXPECT_EQ(madeBy([&] { small.map.undo.Undo(); }), 1);
-  EXPECT_EQ(madeBy([&] { recorded.camera->SetMode(RenderMode::Wireframe); }), 0);
+  EXPECT_EQ(madeBy([&] { recorded.camera->SetMode(RenderMode::Uncorrected); }), 0);
   EXPECT_EQ(madeBy([&] { recorded.camera->SetMode(RenderMode::OneMip); }), 2);
   const int repaints = recorded.host.repaints;
   small.map.MarkSaved();

@@ -111,14 +111,14 @@ TEST_F(GlRendererTest, WhatIsSelectedStandsOutInEveryMode) {
     small.map.selection.Clear();
     Draw(static_cast<RenderMode>(mode));
     int before = 0, after = 0;
-    const auto isReddish = [this](int x) {
+    const auto isViolet = [this](int x) {
       const Colour c = gl.At(x, 75);
-      return c.red > c.blue + 40;
+      return c.blue > c.green + 25;
     };
-    for (int x = 0; x < AREA.width; ++x) before += isReddish(x) ? 1 : 0;
+    for (int x = 0; x < AREA.width; ++x) before += isViolet(x) ? 1 : 0;
     small.map.selection.Set({wall});
     Draw(static_cast<RenderMode>(mode));
-    for (int x = 0; x < AREA.width; ++x) after += isReddish(x) ? 1 : 0;
+    for (int x = 0; x < AREA.width; ++x) after += isViolet(x) ? 1 : 0;
     EXPECT_GE(after, mode == 0 || mode == 4 ? 2 : 80) << mode;
     EXPECT_GT(after, before) << mode;
   }
@@ -137,6 +137,23 @@ TEST_F(GlRendererTest, ATextureThatTheDriverDoesNotTakeIsReduced) {
     small.map.AnnounceEverything();
     Draw(RenderMode::Textured);
     EXPECT_TRUE(IsAlike(gl.At(100, 75), Grey(77))) << width;
+  }
+}
+
+TEST_F(GlRendererTest, NoMoreTexturesAreHeldInMemoryThanTheCacheMay) {
+  std::vector<LumpPlan> plans;
+  for (const char* name : {"0", "1", "2", "3", "4", "5"}) plans.push_back({name, 16, 16, name});
+  dir.Write("six.wad", WadBytes(plans));
+  small.data.wads.SetLimits({2, 65536});
+  WadFile& wad = small.data.wads.Get("six.wad");
+  for (int i = 0; i < wall->brush.getNumFaces(); ++i) {
+    wall->brush.face(i).texture = wad.Textures()[static_cast<std::size_t>(i)].get();
+  }
+  for (const RenderMode mode : {RenderMode::Textured, RenderMode::OneMip}) {
+    Draw(mode);
+    int held = 0;
+    for (const auto& texture : wad.Textures()) held += texture->pixels.empty() ? 0 : 1;
+    EXPECT_EQ(held, 2);
   }
 }
 
