@@ -6,6 +6,7 @@
 namespace ferrowand {
 
 void ViewList::Add(MapView& view) {
+  counted_ = {};  // another map may lie where one was
   views_.push_back(&view);
 }
 
@@ -16,6 +17,13 @@ void ViewList::Remove(MapView& view) {
 void ViewList::BringToFront(MapView& view) {
   const auto found = std::find(views_.begin(), views_.end(), &view);
   if (found != views_.end()) std::rotate(views_.begin(), found, found + 1);
+}
+
+const MapFigures& ViewList::FiguresOf(const Map& map) {
+  const std::pair now{&map, map.Revision()};
+  if (counted_ != now) figures_ = ferrowand::FiguresOf(map);
+  counted_ = now;
+  return figures_;
 }
 
 std::vector<MapView*> ViewList::ViewsOf(const Map& map) const {

@@ -18,6 +18,7 @@
 #include "shell/frame/tips.h"
 #include "shell/system/gdi_canvas.h"
 #include "shell/windows/child_windows.h"
+#include "shell/windows/side_windows.h"
 #include "shell/windows/window_maker.h"
 #include "shell/windows/window_tool_host.h"
 #include "views/tools/tool_set.h"
@@ -44,6 +45,7 @@ struct AppParts {
   Commands commands;
   Frame frame;
   ChildWindows windows;
+  SideWindows sides;
   WindowToolHost toolHost;
   ToolSet tools;
   WindowMaker maker;

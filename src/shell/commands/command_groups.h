@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "shell/commands/command_group.h"
 
@@ -16,8 +17,10 @@ class Frame;
 class Map;
 class PopupMenus;
 class Reporter;
+class SideWindows;
 class ToolSet;
 class WindowMaker;
+struct GameData;
 
 // The File menu and Help.
 struct FileContext {
@@ -104,6 +107,22 @@ struct WindowContext {
   Options& options;
 };
 std::unique_ptr<CommandGroup> MakeWindowCommands(const WindowContext& context);
+
+// Compile!, what it leaves to look at, and what is asked of a map before.
+struct CompileContext {
+  GameData& data;
+  Documents& documents;
+  ChildWindows& windows;
+  SideWindows& sides;
+  WindowMaker& maker;
+  const Frame& frame;
+  Dialogs& dialogs;
+  Clipboard& clipboard;
+  Reporter& reporter;
+  Options& options;
+  std::string dataFolder;  // the user's own
+};
+std::unique_ptr<CommandGroup> MakeCompileCommands(const CompileContext& context);
 
 // For those that are never grey for want of one: whether something is selected; says the text
 // otherwise.

@@ -74,4 +74,8 @@ bool SystemDialogs::Ask(const Form& form) {
   return AskForm(owner_, form);
 }
 
+std::optional<CompileOptions> SystemDialogs::AskCompile(const CompileQuestion& question) {
+  return AskCompileOptions(owner_, question);
+}
+
 }  // namespace ferrowand

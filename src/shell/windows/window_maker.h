@@ -2,21 +2,25 @@
 #pragma once
 
 #include "shell/documents/documents.h"
+#include "shell/windows/check_window.h"
 #include "shell/windows/layer_window.h"
 #include "shell/windows/map_window.h"
 
 namespace ferrowand {
 
+class SideWindows;
+
 class WindowMaker : public DocumentsObserver {
  public:
   // The windows and all that the contexts name outlive it.
-  WindowMaker(ChildWindows& windows, const MapWindowContext& ofViews,
-              const LayerWindowContext& ofLayers);
+  WindowMaker(ChildWindows& windows, SideWindows& sides, const MapWindowContext& ofViews,
+              const LayerWindowContext& ofLayers, const CheckWindowContext& ofChecks);
 
   // Null, after an assertion, when the system gave no window.
   MapWindow* AddView(Map& map, Orientation orientation);
   // The one of the map, in front of the others.
   void ShowLayers(Map& map);
+  void ShowCheck(Map& map);
 
   // Three views, arranged and showing all of it.
   void OnMapOpened(Map& map) override;
@@ -26,8 +30,10 @@ class WindowMaker : public DocumentsObserver {
 
  private:
   ChildWindows& windows_;
+  SideWindows& sides_;
   MapWindowContext ofViews_;
   LayerWindowContext ofLayers_;
+  CheckWindowContext ofChecks_;
 };
 
 }  // namespace ferrowand
