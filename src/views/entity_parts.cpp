@@ -10,6 +10,7 @@
 #include "document/classes/entity_class.h"
 #include "document/classes/special_classes.h"
 #include "document/map.h"
+#include "platform/display.h"
 
 namespace ferrowand {
 namespace {
@@ -116,7 +117,7 @@ Pen BrushPen(const entity& e, const DrawContext& context) {
   if (context.flags & DRAW_KEEP_PEN) return context.pen;
   if (context.flags & DRAW_1X1MIPMAP) {
     if (const auto colour = TextureColour(e.brush, context)) {
-      return {MadeVisible(*colour, context.pens), 2};
+      return {MadeVisible(*colour, context.pens), Scaled(2)};
     }
   } else if (context.flags & DRAW_HEIGHTS) {
     return {DepthShade(e, context)};
@@ -220,15 +221,16 @@ int ArrowAngle(int dx, int dy) {
 
 void DrawArrow(Pixel source, Pixel target, DrawContext& context) {
   const PixelLine line{source, target};
-  if (Touches(Spanning(line), context.visible, HEAD_LENGTH)) {
+  const int length = Scaled(HEAD_LENGTH);
+  if (Touches(Spanning(line), context.visible, length)) {
     context.canvas.Lines(PenFor(context.pens.targetLine, context), std::array{line});
   }
-  if (!Touches(Around(target, HEAD_LENGTH), context.visible, 1)) return;
+  if (!Touches(Around(target, length), context.visible, 1)) return;
   const int angle = ArrowAngle(source.x - target.x, source.y - target.y);
   const auto stroke = [&](int degrees) {
     return PixelLine{target,
-                     {RoundToInt(target.x + HEAD_LENGTH * CosDegrees(degrees)),
-                      RoundToInt(target.y + HEAD_LENGTH * SinDegrees(degrees))}};
+                     {RoundToInt(target.x + length * CosDegrees(degrees)),
+                      RoundToInt(target.y + length * SinDegrees(degrees))}};
   };
   const std::array head{stroke(angle + HEAD_ANGLE), stroke(angle - HEAD_ANGLE)};
   context.canvas.Lines(PenFor(context.pens.targetHead, context), head);
@@ -286,7 +288,7 @@ void DrawOwnBrush(const entity& e, DrawContext& context) {
   if (e.brush.getNumFaces() == 0) return;
   DrawBrushOutline(e.brush, BrushPen(e, context), context);
   if (context.centreDots && !e.brush.Box().IsEmpty()) {
-    DrawCircle(context.transform.ToScreen(Centre(e.brush.Box())), DOT_RADIUS,
+    DrawCircle(context.transform.ToScreen(Centre(e.brush.Box())), Scaled(DOT_RADIUS),
                PenFor(context.pens.centreDot, context), context);
   }
 }
@@ -316,7 +318,7 @@ void DrawClassname(const entity& e, DrawContext& context) {
   if (name == nullptr) return;
   const PixelSize size = NameSize(name, context);
   const Pixel origin = context.transform.ToScreen(e.Origin());
-  const Pixel topLeft{origin.x - size.width / 2, origin.y - TEXT_RISE - size.height};
+  const Pixel topLeft{origin.x - size.width / 2, origin.y - Scaled(TEXT_RISE) - size.height};
   const PixelRect place{topLeft.x, topLeft.y, topLeft.x + size.width, topLeft.y + size.height};
   if (!context.scratch.names.Take(place) || !Touches(place, context.visible, 0)) return;
   const Colour colour = context.flags & DRAW_WHITE_TEXT ? Colour{255, 255, 255} : Colour{0, 0, 0};

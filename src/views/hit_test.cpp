@@ -11,9 +11,12 @@
 #include "document/classes/special_classes.h"
 #include "document/map.h"
 #include "geometry/tolerance.h"
+#include "platform/display.h"
 
 namespace ferrowand {
 namespace {
+
+constexpr int LINE_REACH = 3;  // pixels
 
 bool IsWithin(const PixelRect& closed, Pixel at) {
   return at.x >= closed.left && at.x <= closed.right && at.y >= closed.top && at.y <= closed.bottom;
@@ -244,7 +247,7 @@ Hit HitTest(std::span<entity* const> objects, const HitQuery& query) {
 Hit ClickTest(entity& object, const HitQuery& query) {
   const LineDistance distance(query);
   Hit first, nearest;
-  double least = LINE_REACH;
+  double least = Scaled(LINE_REACH);
   ForEachHit(object, query, [&](const Hit& hit) {
     if (!first.object) first = hit;
     const double here = distance.Of(hit);

@@ -45,9 +45,8 @@ Hit HitTest(std::span<entity* const> objects, const HitQuery& query);
 bool ForEachHit(entity& object, const HitQuery& query,
                 const std::function<bool(const Hit&)>& visit);
 
-// What a click means of all that it hits: where the drawn lines of some pass within LINE_REACH of
-// the pixel, that of the nearest line, of equals that with the smaller box; else the first.
-inline constexpr double LINE_REACH = 3;  // pixels
+// What a click means of all that it hits: where the drawn lines of some pass within a few pixels of
+// the point, that of the nearest line, of equals that with the smaller box; else the first.
 Hit ClickTest(entity& object, const HitQuery& query);
 
 // What a click on that hit takes: at the level of objects the outermost group that acts as one, at

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "document/picking.h"
+#include "platform/display.h"
 #include "views/entity_drawing.h"
 #include "views/map_view.h"
 #include "views/pale_canvas.h"
@@ -15,7 +16,8 @@ namespace {
 
 constexpr int MAJOR_EVERY = 8;
 // Of all that is selected, on either background: far from every other pen, brush and class.
-constexpr Pen SELECTION{{255, 0, 255}, 2};
+constexpr Colour SELECTION{255, 0, 255};
+constexpr int SELECTION_WIDTH = 2;  // pixels
 
 constexpr DrawPens ON_BLACK{
     .background = {0, 0, 0},
@@ -23,8 +25,6 @@ constexpr DrawPens ON_BLACK{
     .majorGrid = {{0x80, 0x80, 0x80}},
     .foreground = {{255, 255, 255}},
     .entity = {{255, 160, 32}},
-    .brushOutline = SELECTION,
-    .boxOutline = SELECTION,
     .centreDot = {{0, 224, 224}},
     .light = {{255, 255, 128}},
     .targetLine = {{0, 176, 255}},
@@ -37,13 +37,16 @@ constexpr DrawPens ON_WHITE{
     .majorGrid = {{0xAA, 0xAA, 0xAA}},
     .foreground = {{0, 0, 0}},
     .entity = {{224, 104, 0}},
-    .brushOutline = SELECTION,
-    .boxOutline = SELECTION,
     .centreDot = {{0, 96, 96}},
     .light = {{192, 144, 0}},
     .targetLine = {{0, 104, 192}},
     .targetHead = {{0, 56, 120}},
 };
+
+DrawPens WithSelection(DrawPens pens) {
+  pens.brushOutline = pens.boxOutline = {SELECTION, Scaled(SELECTION_WIDTH)};
+  return pens;
+}
 
 // The pixels of grid lines, each once, major ones apart.
 struct GridLines {
@@ -87,7 +90,8 @@ void DrawColumns(Canvas& canvas, const Pen& pen, const std::vector<int>& columns
 }  // namespace
 
 const DrawPens& PensFor(bool blackBackground) {
-  return blackBackground ? ON_BLACK : ON_WHITE;
+  static const DrawPens onBlack = WithSelection(ON_BLACK), onWhite = WithSelection(ON_WHITE);
+  return blackBackground ? onBlack : onWhite;
 }
 
 const DrawPens& MapView::Pens() const {

@@ -89,7 +89,7 @@ PixelRect HandledPart(const Bounds& box, const ViewTransform& transform) {
   if (box.IsEmpty()) return {};
   const PixelRect rect = transform.ToScreen(box.mins, box.maxs);
   const double scale = std::abs(static_cast<double>(transform.scaleu));
-  return Grown(rect, HANDLE_REACH + RoundToInt(MARKER_REACH / scale));
+  return Grown(rect, HandleReach() + RoundToInt(MARKER_REACH / scale));
 }
 
 std::optional<PixelRect> PaintedPart(const MapChange& change, const PaintRules& rules) {

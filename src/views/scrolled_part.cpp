@@ -9,6 +9,7 @@
 #include "document/classes/special_classes.h"
 #include "document/map.h"
 #include "document/picking.h"
+#include "platform/display.h"
 #include "views/entity_parts.h"
 #include "views/painted_part.h"
 #include "views/tools/box_handles.h"
@@ -18,7 +19,9 @@ namespace {
 
 // Pixels that the columns and rows next to what is uncovered may differ in: a step aside, the axes,
 // broad pens and what a tool draws at a corner.
-constexpr int EDGE = HANDLE_REACH + 2;
+int Edge() {
+  return HandleReach() + 2;
+}
 constexpr int PEN_REACH = 2;  // pixels
 
 // From this scale on, world units a pixel, a whole unit may lie halfway between two pixels.
@@ -89,7 +92,7 @@ class StrayWalk {
         const Vec3 to = point.Position();
         const PixelRect seen = scroll_.after.ToScreen(from, to);
         const bool slants = seen.left != seen.right && seen.top != seen.bottom;
-        if (slants && Aside(from) != Aside(to)) Add(part_, Grown(seen, PEN_REACH));
+        if (slants && Aside(from) != Aside(to)) Add(part_, Grown(seen, Scaled(PEN_REACH)));
         from = to;
       }
     }
@@ -101,7 +104,7 @@ class StrayWalk {
     near.Add(e.Origin() - reach);
     near.Add(e.Origin() + reach);
     if (!MayStray(near)) return true;
-    Add(part_, Grown(scroll_.after.ToScreen(near.mins, near.maxs), PEN_REACH));
+    Add(part_, Grown(scroll_.after.ToScreen(near.mins, near.maxs), Scaled(PEN_REACH)));
     if (!Strays(e.Origin())) return true;
     Add(part_, LightPlace(e, scroll_.after));
     return !(scroll_.flags & DRAW_CLASSNAMES);  // which names are drawn hangs together
@@ -130,8 +133,8 @@ std::optional<std::vector<PixelRect>> StrayedParts(const Map& map, const Picture
   if (!walk.Visit(map)) return std::nullopt;
   walk.VisitSelection(SelectionBounds(map));
   const auto [width, height] = scroll.area;
-  if (scroll.by.x != 0) parts.push_back({0, 0, std::max(scroll.by.x, 0) + EDGE, height});
-  if (scroll.by.y != 0) parts.push_back({0, 0, width, std::max(scroll.by.y, 0) + EDGE});
+  if (scroll.by.x != 0) parts.push_back({0, 0, std::max(scroll.by.x, 0) + Edge(), height});
+  if (scroll.by.y != 0) parts.push_back({0, 0, width, std::max(scroll.by.y, 0) + Edge()});
   if (!walk.Part().Empty()) parts.push_back(walk.Part());
   return parts;
 }

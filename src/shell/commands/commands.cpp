@@ -97,6 +97,13 @@ void Commands::Execute(unsigned id) {
   const CommandRow& row = *FindCommand(id);
   const ActionScope action(context_.data, NameOf(row));
   GroupOf(row.command)->Run(row.command, id);
+  if (row.checked && row.menu.starts_with("View")) TellState(row);
+}
+
+// What is switched makes no step that would tell of itself.
+void Commands::TellState(const CommandRow& row) const {
+  MapView* view = context_.windows.ActiveView();
+  if (view) view->SetStatus(NameOf(row) + (row.checked(Facts()) ? ": on" : ": off"));
 }
 
 bool Commands::InsertBoundEntity(unsigned key) {

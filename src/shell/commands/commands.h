@@ -54,6 +54,7 @@ class Commands : public CommandTarget {
  private:
   const CommandGroup* GroupOf(Command command) const;
   CommandFacts Facts() const;
+  void TellState(const CommandRow& row) const;
 
   const CommandsContext context_;
   std::vector<std::unique_ptr<CommandGroup>> groups_;

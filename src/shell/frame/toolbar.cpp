@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <array>
 
 #include "base/command_table.h"
@@ -10,6 +11,8 @@
 
 namespace ferrowand {
 namespace {
+
+constexpr int ROW_EDGE = 2;  // pixels, of the line above and below
 
 // Buttons behind which a gap stands.
 bool EndsGroup(std::size_t index) {
@@ -29,10 +32,10 @@ TBBUTTON Gap() {
 }  // namespace
 
 bool Toolbar::Create(HWND owner, HINSTANCE instance) {
-  window_ = CreateWindowExA(
-      0, TOOLBARCLASSNAMEA, "",
-      WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_TOOLTIPS | TBSTYLE_FLAT | TBSTYLE_LIST, 0,
-      0, 0, 0, owner, nullptr, instance, nullptr);
+  window_ = CreateWindowExA(0, TOOLBARCLASSNAMEA, "",
+                            WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | TBSTYLE_TOOLTIPS |
+                                TBSTYLE_FLAT | TBSTYLE_LIST | TBSTYLE_WRAPABLE,
+                            0, 0, 0, 0, owner, nullptr, instance, nullptr);
   if (!window_) return false;
   SendMessageA(window_, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
   SendMessageA(window_, TB_SETEXTENDEDSTYLE, 0, TBSTYLE_EX_MIXEDBUTTONS);
@@ -75,7 +78,13 @@ int Toolbar::Fit() {
   SendMessageA(window_, TB_AUTOSIZE, 0, 0);
   RECT place;
   GetWindowRect(window_, &place);
-  return place.bottom - place.top;
+  // Some systems leave room for a row more than there are.
+  RECT first{}, last{};
+  const LRESULT count = SendMessageA(window_, TB_BUTTONCOUNT, 0, 0);
+  SendMessageA(window_, TB_GETITEMRECT, 0, reinterpret_cast<LPARAM>(&first));
+  SendMessageA(window_, TB_GETITEMRECT, static_cast<WPARAM>(count - 1),
+               reinterpret_cast<LPARAM>(&last));
+  return std::min(place.bottom - place.top, last.bottom + first.top + Scaled(ROW_EDGE));
 }
 
 void Toolbar::SetStates(const Ask& isAvailable, const Ask& isChecked) {

@@ -1,14 +1,14 @@
-// How large the interface is on this screen. The system's figure is one for the whole life of the
-// program.
+// How large the interface is on this screen: lengths, and the letters of what is no dialog of the
+// system's, as large as in those.
 #pragma once
 
 #include "shell/system/win32.h"
 
+#include "platform/display.h"
+
 namespace ferrowand {
 
-// A length given in pixels of a screen of 96 dots an inch, in pixels of this one.
-int Scaled(int pixels);
-// The letters of what is no dialog of the system's, as large as in those. Never to be deleted.
+// Never to be deleted.
 HFONT InterfaceFont();
 // The same in columns.
 HFONT FixedFont();

@@ -7,20 +7,25 @@ namespace ferrowand {
 namespace {
 
 constexpr Colour WHITE{255, 255, 255};
-constexpr int CELL_SHIFT = 3;  // of 8 pixels
+
+// A row of cells along an axis, each as wide as a handle.
+int CellAt(int pixel) {
+  const int width = 2 * HandleSize();
+  return (pixel >= 0 ? pixel : pixel - width + 1) / width;
+}
 
 // Both edges in pixels; -1 for the one at the smaller coordinate, 1 for the other. Offset by the
 // gap of the frame, the press in the middle of a handle falls into the cell of its edge.
 int GrabbedSide(int low, int high, int pressed) {
-  const int cell = (pressed + HANDLE_GAP) >> CELL_SHIFT;
-  if (cell == (high + 2 * HANDLE_GAP) >> CELL_SHIFT) return 1;
-  return cell == low >> CELL_SHIFT ? -1 : 0;
+  const int cell = CellAt(pressed + HandleGap());
+  if (cell == CellAt(high + 2 * HandleGap())) return 1;
+  return cell == CellAt(low) ? -1 : 0;
 }
 
 bool IsNear(const PixelRect& box, Pixel at) {
-  constexpr int REACH = HANDLE_GAP + HANDLE_SIZE;
-  return at.x >= box.left - REACH && at.x <= box.right + REACH && at.y >= box.top - REACH &&
-         at.y <= box.bottom + REACH;
+  const int reach = HandleGap() + HandleSize();
+  return at.x >= box.left - reach && at.x <= box.right + reach && at.y >= box.top - reach &&
+         at.y <= box.bottom + reach;
 }
 
 struct Place {
@@ -39,12 +44,12 @@ std::vector<Place> PlacesOf(const PixelRect& frame) {
 }
 
 PixelRect Around(Pixel p) {
-  return {p.x - HANDLE_SIZE, p.y - HANDLE_SIZE, p.x + HANDLE_SIZE + 1, p.y + HANDLE_SIZE + 1};
+  return {p.x - HandleSize(), p.y - HandleSize(), p.x + HandleSize() + 1, p.y + HandleSize() + 1};
 }
 
 void DrawDiamond(Pixel p, const Pen& pen, Canvas& canvas) {
-  const std::array points{Pixel{p.x, p.y - HANDLE_SIZE}, Pixel{p.x + HANDLE_SIZE, p.y},
-                          Pixel{p.x, p.y + HANDLE_SIZE}, Pixel{p.x - HANDLE_SIZE, p.y}};
+  const std::array points{Pixel{p.x, p.y - HandleSize()}, Pixel{p.x + HandleSize(), p.y},
+                          Pixel{p.x, p.y + HandleSize()}, Pixel{p.x - HandleSize(), p.y}};
   canvas.Polygon(pen, WHITE, points);
 }
 
@@ -53,8 +58,8 @@ void DrawTriangle(const Place& place, const Pen& pen, Canvas& canvas) {
   const bool isCorner = out.x != 0 && out.y != 0;
   // The base stands across the way outward.
   const Pixel side = isCorner ? Pixel{out.x, -out.y} : Pixel{out.y, out.x};
-  const int half = isCorner ? HANDLE_SIZE / 2 : HANDLE_SIZE;
-  const std::array points{Pixel{p.x + out.x * HANDLE_SIZE, p.y + out.y * HANDLE_SIZE},
+  const int half = isCorner ? HandleSize() / 2 : HandleSize();
+  const std::array points{Pixel{p.x + out.x * HandleSize(), p.y + out.y * HandleSize()},
                           Pixel{p.x + side.x * half - (isCorner ? out.x * half : 0),
                                 p.y + side.y * half - (isCorner ? out.y * half : 0)},
                           Pixel{p.x - side.x * half - (isCorner ? out.x * half : 0),
@@ -75,8 +80,8 @@ GrabbedEdges GrabAt(const Bounds& box, const ViewTransform& transform, Pixel at)
 void DrawHandles(const Bounds& box, const ViewTransform& transform, HandleMode mode, const Pen& pen,
                  Canvas& canvas) {
   PixelRect frame = transform.ToScreen(box.mins, box.maxs);
-  frame = {frame.left - HANDLE_GAP, frame.top - HANDLE_GAP, frame.right + HANDLE_GAP,
-           frame.bottom + HANDLE_GAP};
+  frame = {frame.left - HandleGap(), frame.top - HandleGap(), frame.right + HandleGap(),
+           frame.bottom + HandleGap()};
   canvas.Rectangle(pen, std::nullopt, {frame.left, frame.top, frame.right + 1, frame.bottom + 1});
   const std::vector<Place> places = PlacesOf(frame);
   for (std::size_t i = 0; i < places.size(); ++i) {

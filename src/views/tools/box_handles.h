@@ -5,16 +5,25 @@
 
 #include "geometry/vec.h"
 #include "platform/canvas.h"
+#include "platform/display.h"
 #include "views/view_transform.h"
 
 namespace ferrowand {
 
 enum class HandleMode { Scale, Rotate, Skew };
 
-inline constexpr int HANDLE_GAP = 4;   // pixels from the box to the frame that carries the handles
-inline constexpr int HANDLE_SIZE = 4;  // pixels, half of a handle
+// Pixels from the box to the frame that carries the handles.
+inline int HandleGap() {
+  return Scaled(4);
+}
+// Half of a handle, in pixels.
+inline int HandleSize() {
+  return Scaled(4);
+}
 // Pixels around a selection's box in which something of the handles may be drawn.
-inline constexpr int HANDLE_REACH = HANDLE_GAP + HANDLE_SIZE + 2;
+inline int HandleReach() {
+  return HandleGap() + HandleSize() + 2;
+}
 
 // Of each view axis: -1 the edge that is low in the world, 1 the high one, 0 neither.
 struct GrabbedEdges {

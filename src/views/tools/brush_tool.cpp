@@ -6,6 +6,7 @@
 
 #include "document/map.h"
 #include "geometry/tolerance.h"
+#include "platform/display.h"
 #include "views/map_view.h"
 #include "views/tools/brush_reshape.h"
 #include "views/tools/tool_set.h"
@@ -13,8 +14,12 @@
 namespace ferrowand {
 namespace {
 
-constexpr int FACE_HANDLE_SIZE = 3;  // pixels, half
 constexpr Colour WHITE{255, 255, 255};
+
+// Half of one, in pixels.
+int FaceHandleSize() {
+  return Scaled(3);
+}
 
 Vec3 MiddleOf(const Face& face) {
   const auto points = std::as_const(*face.w).Points();
@@ -30,7 +35,7 @@ bool HasHandle(const Face& face, const ViewTransform& transform) {
 }
 
 bool IsNear(Pixel a, Pixel b) {
-  return std::abs(a.x - b.x) <= FACE_HANDLE_SIZE + 1 && std::abs(a.y - b.y) <= FACE_HANDLE_SIZE + 1;
+  return std::max(std::abs(a.x - b.x), std::abs(a.y - b.y)) <= FaceHandleSize() + 1;
 }
 
 }  // namespace
@@ -51,7 +56,7 @@ void BrushTool::MouseDown(MapView& view, Pixel at, int button) {
 }
 
 std::optional<BrushTool::FaceHandle> BrushTool::HandleAt(const MapView& view, Pixel at) const {
-  for (const entity* e : SelectedBrushesAt(view, AtPixel(at), FACE_HANDLE_SIZE + 1)) {
+  for (const entity* e : SelectedBrushesAt(view, AtPixel(at), FaceHandleSize() + 1)) {
     for (const Face& face : e->brush.Faces()) {
       if (!HasHandle(face, view.transform)) continue;
       const Vec3 middle = MiddleOf(face);
@@ -97,14 +102,13 @@ void BrushTool::Click(MapView& view, Pixel at) {
 void BrushTool::DrawOverlay(MapView& view, Canvas& canvas) {
   DrawSelection(view, canvas);
   const PixelRect part = canvas.ClipBox();
+  const int size = FaceHandleSize();
   const Pen pen = view.Context(canvas, part).pens.foreground;
-  for (const entity* e : SelectedBrushesAt(view, part, FACE_HANDLE_SIZE)) {
+  for (const entity* e : SelectedBrushesAt(view, part, size)) {
     for (const Face& face : e->brush.Faces()) {
       if (!HasHandle(face, view.transform)) continue;
       const Pixel p = view.transform.ToScreen(MiddleOf(face));
-      canvas.Rectangle(pen, WHITE,
-                       {p.x - FACE_HANDLE_SIZE, p.y - FACE_HANDLE_SIZE, p.x + FACE_HANDLE_SIZE + 1,
-                        p.y + FACE_HANDLE_SIZE + 1});
+      canvas.Rectangle(pen, WHITE, {p.x - size, p.y - size, p.x + size + 1, p.y + size + 1});
     }
   }
   preview_.Draw(view, canvas);

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "geometry/vec.h"
+#include "platform/display.h"
 #include "views/map_view.h"
 #include "views/tools/tool_host.h"
 
@@ -20,7 +21,7 @@ constexpr int MAX_DASHES = 4096;  // of a line; a longer one has longer dashes
 void AddDashes(Pixel from, Pixel to, std::vector<PixelLine>& dashes) {
   const double dx = static_cast<double>(to.x) - from.x, dy = static_cast<double>(to.y) - from.y;
   const double length = std::max(std::abs(dx), std::abs(dy));
-  const double step = std::max<double>(2 * DASH, length / MAX_DASHES);
+  const double step = std::max<double>(2 * Scaled(DASH), length / MAX_DASHES);
   const auto at = [&](double along) {
     const double part = length > 0 ? along / length : 0;
     return Pixel{from.x + RoundToInt(dx * part), from.y + RoundToInt(dy * part)};
@@ -47,9 +48,10 @@ void DrawShape(const PreviewShape& shape, const Pen& pen, Canvas& canvas) {
     canvas.Text(FontFace::Label, pen.colour, shape.points.front(), shape.words);
   }
   if (!shape.squares) return;
+  const int size = Scaled(SQUARE);
   for (const Pixel p : shape.points) {
-    const Pixel corner{p.x - SQUARE / 2, p.y - SQUARE / 2};
-    canvas.Rectangle(pen, std::nullopt, {corner.x, corner.y, corner.x + SQUARE, corner.y + SQUARE});
+    const Pixel corner{p.x - size / 2, p.y - size / 2};
+    canvas.Rectangle(pen, std::nullopt, {corner.x, corner.y, corner.x + size, corner.y + size});
   }
 }
 

@@ -7,6 +7,7 @@
 #include "base/report.h"
 #include "document/map.h"
 #include "document/picking.h"
+#include "platform/display.h"
 #include "views/entity_drawing.h"
 #include "views/map_view.h"
 #include "views/painted_part.h"
@@ -57,8 +58,9 @@ PreviewShape SizeBeside(const ViewBox& box, const MapView& view) {
   const PixelSize size = view.MeasureLabel(words), area = view.DrawingArea();
   const auto [left, right] = std::minmax({ToPixel(box.mins, view).x, ToPixel(box.maxs, view).x});
   const int top = std::min(ToPixel(box.mins, view).y, ToPixel(box.maxs, view).y);
-  const bool fits = right + SIZE_GAP + size.width <= area.width;
-  const int beside = fits ? right + SIZE_GAP : left - SIZE_GAP - size.width;
+  const int gap = Scaled(SIZE_GAP);
+  const bool fits = right + gap + size.width <= area.width;
+  const int beside = fits ? right + gap : left - gap - size.width;
   const Pixel place{std::clamp(beside, 0, std::max(area.width - size.width, 0)),
                     std::clamp(top, 0, std::max(area.height - size.height, 0))};
   return {.points = {place}, .words = std::move(words)};

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "document/map.h"
+#include "platform/display.h"
 #include "views/map_view.h"
 #include "views/tools/brush_reshape.h"
 #include "views/tools/tool_set.h"
@@ -14,9 +15,13 @@
 namespace ferrowand {
 namespace {
 
-constexpr int CORNER_SIZE = 4;    // pixels, half of the square at a corner
-constexpr double EDGE_REACH = 3;  // pixels
+constexpr int EDGE_REACH = 3;  // pixels
 constexpr Colour WHITE{255, 255, 255}, PICKED{224, 0, 0};
+
+// Half of the square at a corner, in pixels.
+int CornerSize() {
+  return Scaled(4);
+}
 
 std::vector<Vec3> CornersOf(const std::vector<entity*>& brushes) {
   std::vector<Vec3> corners;
@@ -34,7 +39,7 @@ std::vector<Vec3> CornersOfSelection(const Map& map) {
 }
 
 bool IsNear(Pixel a, Pixel b) {
-  return std::abs(a.x - b.x) <= CORNER_SIZE && std::abs(a.y - b.y) <= CORNER_SIZE;
+  return std::max(std::abs(a.x - b.x), std::abs(a.y - b.y)) <= CornerSize();
 }
 
 double DistanceToEdge(Pixel a, Pixel b, Pixel p) {
@@ -55,7 +60,7 @@ std::vector<Vec3> EdgeAt(const std::vector<entity*>& brushes, const MapView& vie
         const Vec3 from = points[i].Position();
         const Vec3 to = points[(i + 1) % points.size()].Position();
         if (DistanceToEdge(view.transform.ToScreen(from), view.transform.ToScreen(to), at) <=
-            EDGE_REACH) {
+            Scaled(EDGE_REACH)) {
           return {from, to};
         }
       }
@@ -68,7 +73,7 @@ std::vector<Vec3> EdgeAt(const std::vector<entity*>& brushes, const MapView& vie
 
 // All that lie behind each other there, else the ends of an edge.
 std::vector<Vec3> VertexTool::CornersAt(const MapView& view, Pixel at) const {
-  const std::vector<entity*> brushes = SelectedBrushesAt(view, AtPixel(at), CORNER_SIZE);
+  const std::vector<entity*> brushes = SelectedBrushesAt(view, AtPixel(at), CornerSize());
   std::vector<Vec3> corners = CornersOf(brushes);
   std::erase_if(corners, [&](const Vec3& c) { return !IsNear(view.transform.ToScreen(c), at); });
   return corners.empty() ? EdgeAt(brushes, view, at) : corners;
@@ -206,12 +211,12 @@ void VertexTool::DrawOverlay(MapView& view, Canvas& canvas) {
   const PixelRect part = canvas.ClipBox();
   const Pen pen = view.Context(canvas, part).pens.foreground;
   const CornerSet picked(picked_);
-  for (const entity* e : SelectedBrushesAt(view, part, CORNER_SIZE)) {
+  const int size = CornerSize();
+  for (const entity* e : SelectedBrushesAt(view, part, size)) {
     for (const Vec3& corner : CornersOf(e->brush)) {
       const Pixel p = view.transform.ToScreen(corner);
-      canvas.Rectangle(
-          pen, picked.Contains(corner) ? PICKED : WHITE,
-          {p.x - CORNER_SIZE + 1, p.y - CORNER_SIZE + 1, p.x + CORNER_SIZE, p.y + CORNER_SIZE});
+      canvas.Rectangle(pen, picked.Contains(corner) ? PICKED : WHITE,
+                       {p.x - size + 1, p.y - size + 1, p.x + size, p.y + size});
     }
   }
   preview_.Draw(view, canvas);

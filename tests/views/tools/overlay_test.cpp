@@ -77,7 +77,7 @@ TEST_F(OverlayTest, HandlesPointAwayFromTheirBoxAndAreAlikeOnEverySide) {
       for (const Pixel p : call.points) {
         reach = std::max({reach, std::abs(2 * p.x - x2), std::abs(2 * p.y - y2)});
       }
-      EXPECT_EQ(reach / 2, rect.Width() / 2 + HANDLE_GAP + HANDLE_SIZE);
+      EXPECT_EQ(reach / 2, rect.Width() / 2 + HandleGap() + HandleSize());
     }
   }
 }
