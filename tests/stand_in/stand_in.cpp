@@ -5,10 +5,11 @@
 //   hold TEXT           held back until the end, as on a pipe
 //   repeat COUNT TEXT
 //   sleep MILLISECONDS
-//   leave EXT TEXT      a file of the map's name; "leave bsp level"
+//   leave EXT TEXT      a file of the map's name; "leave bsp level". ; ends a line of it
 //   need EXT            ends with status 1, after a line of stars, when there is no such file
 //   end STATUS
 //   die                 by a fault
+#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -93,6 +94,7 @@ void Do(const Call& call, std::string line) {
     std::this_thread::sleep_for(std::chrono::milliseconds(std::stoi(line)));
   } else if (word == "leave") {
     const std::string extension = TakeWord(line);
+    std::ranges::replace(line, ';', '\n');
     std::ofstream(call.lastWord + "." + extension, std::ios::binary) << line;
   } else if (word == "need") {
     if (std::ifstream(call.lastWord + "." + line)) return;

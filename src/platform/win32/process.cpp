@@ -133,7 +133,11 @@ OwnedHandle Create(const ProcessStart& start, STARTUPINFOEXA& info, bool inherit
                       &info.StartupInfo, &made)) {
     return nullptr;
   }
-  if (job) AssignProcessToJobObject(job, made.hProcess);
+  if (job) {
+    AssignProcessToJobObject(job, made.hProcess);
+    SetPriorityClass(made.hProcess,
+                     HIGH_PRIORITY_CLASS);  // not every system takes it from the flag
+  }
   ResumeThread(made.hThread);
   CloseHandle(made.hThread);
   return OwnedHandle(made.hProcess);

@@ -20,10 +20,11 @@ namespace {
 // Pixels at the usual size of letters.
 constexpr int WIDTH = 470, HEIGHT = 300;
 constexpr int MARGIN = 6, GAP = 6, ROW_HEIGHT = 23, STRICT_WIDTH = 90, REPAIR_WIDTH = 130;
-constexpr int TEXT_DROP = 5;
+constexpr int TEXT_DROP = 5, TEXT_MARGIN = 14;
 
 constexpr UINT_PTR CHECK_TIMER = 1;
 constexpr UINT CHECK_PERIOD = 15;              // milliseconds
+constexpr DWORD FILL_PERIOD = 150;             // the same, of the list while the check goes on
 constexpr std::size_t OBJECTS_PER_STEP = 200;  // a few milliseconds of work
 
 ChildPlace PlaceIn(const PixelSize& client) {
@@ -105,52 +106,74 @@ void CheckWindow::Layout() const {
 
 // --- what is found
 
+std::size_t CheckWindow::NumRows() const {
+  return problems_.size() + findings_.size() + (findings_.empty() ? 0 : 1);
+}
+
+CheckWindow::Row CheckWindow::At(std::size_t index) const {
+  if (index < problems_.size()) {
+    const Problem& problem = problems_[index];
+    return {ReportLine(problem), problem.e, problem.face, RepairOf(problem)};
+  }
+  if (index == problems_.size()) return {FINDINGS_HEADING};
+  const Finding& finding = findings_[index - problems_.size() - 1];
+  return {ReportLine(finding), finding.e, finding.face, RepairOf(finding)};
+}
+
 void CheckWindow::OnTimer() {
-  if (!check_.Step(OBJECTS_PER_STEP)) KillTimer(Handle(), CHECK_TIMER);
-  Fill();
+  const bool goesOn = check_.Step(OBJECTS_PER_STEP);
+  if (!goesOn) KillTimer(Handle(), CHECK_TIMER);
+  if (!goesOn || GetTickCount() - filled_ >= FILL_PERIOD) Fill();
 }
 
 void CheckWindow::OnChange(const MapChange& change) {
   ShowTitle("Check map: " + map_.Name());
   check_.OnChange(change);
   if (check_.IsDone()) return;
-  // What the rows point to may have gone.
-  rows_.clear();
-  Fill();
+  Empty();
   SetTimer(Handle(), CHECK_TIMER, CHECK_PERIOD, nullptr);
 }
 
+// What the rows are about may have gone.
+void CheckWindow::Empty() {
+  problems_.clear();
+  findings_.clear();
+  ListView_SetItemCountEx(list_, 0, 0);
+  ShowState();
+}
+
 void CheckWindow::Fill() {
-  std::vector<Row> rows;
-  for (const Problem& problem : check_.Problems()) {
-    rows.push_back({ReportLine(problem), problem.e, problem.face, RepairOf(problem)});
-  }
-  const std::vector<Finding> findings = check_.Findings();
-  if (!findings.empty()) rows.push_back({FINDINGS_HEADING, nullptr, NO_FACE, Repair::None});
-  for (const Finding& finding : findings) {
-    rows.push_back({ReportLine(finding), finding.e, finding.face, RepairOf(finding)});
-  }
-  rows_ = std::move(rows);
+  filled_ = GetTickCount();
+  problems_ = check_.Problems();
+  findings_ = check_.Findings();
   isFilling_ = true;
-  ListView_SetItemCountEx(list_, static_cast<int>(rows_.size()), LVSICF_NOSCROLL);
-  std::size_t longest = 0;
-  for (const Row& row : rows_) longest = std::max(longest, row.text.size());
-  RECT area;
-  GetClientRect(list_, &area);
-  const int letter = ListView_GetStringWidth(list_, "n");
-  ListView_SetColumnWidth(
-      list_, 0, std::max(static_cast<int>(longest + 2) * letter, static_cast<int>(area.right)));
+  ListView_SetItemCountEx(list_, static_cast<int>(NumRows()), LVSICF_NOSCROLL);
+  FitColumn();
   isFilling_ = false;
   ShowState();
 }
 
+// As wide as the longest of the first lines, of which nobody reads more at once.
+void CheckWindow::FitColumn() const {
+  constexpr std::size_t LOOKED_AT = 500;
+  std::string longest;
+  for (std::size_t i = 0; i < std::min(NumRows(), LOOKED_AT); ++i) {
+    if (const std::string text = At(i).text; text.size() > longest.size()) longest = text;
+  }
+  RECT area;
+  GetClientRect(list_, &area);
+  const auto width = static_cast<int>(SendMessageW(
+      list_, LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(ToWide(longest).c_str())));
+  ListView_SetColumnWidth(list_, 0,
+                          std::max(width + Scaled(TEXT_MARGIN), static_cast<int>(area.right)));
+}
+
 void CheckWindow::ShowState() const {
-  const auto count = static_cast<unsigned>(
-      std::ranges::count_if(rows_, [](const Row& row) { return row.e != nullptr; }));
+  const auto count = static_cast<unsigned>(problems_.size() + findings_.size());
   std::string text = count == 0 ? "nothing found" : Format("%u found", count);
   if (!check_.IsDone()) text = "looking: " + text;
   SetDlgItemTextA(Handle(), ID_CHECK_STATE, text.c_str());
-  const Row* row = Chosen();
+  const std::optional<Row> row = Chosen();
   const Repair repair = row ? row->repair : Repair::None;
   const HWND button = GetDlgItem(Handle(), ID_CHECK_REPAIR);
   EnableWindow(button, repair != Repair::None);
@@ -159,23 +182,22 @@ void CheckWindow::ShowState() const {
 
 // --- what the user chooses
 
-const CheckWindow::Row* CheckWindow::Chosen() const {
+std::optional<CheckWindow::Row> CheckWindow::Chosen() const {
   const int index = ListView_GetNextItem(list_, -1, LVNI_SELECTED);
-  const bool isThere = index >= 0 && static_cast<std::size_t>(index) < rows_.size();
-  return isThere ? &rows_[static_cast<std::size_t>(index)] : nullptr;
+  const bool isThere = index >= 0 && static_cast<std::size_t>(index) < NumRows();
+  return isThere ? std::optional(At(static_cast<std::size_t>(index))) : std::nullopt;
 }
 
 void CheckWindow::ChooseRow(int index) {
   ListView_SetItemState(list_, index, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
 }
 
-// By value: selecting announces, and the rows may be others then.
 void CheckWindow::OnRowChosen() {
   if (isFilling_) return;
   ShowState();
-  const Row* chosen = Chosen();
+  const std::optional<Row> chosen = Chosen();
   if (!chosen || !chosen->e) return;
-  const Row row = *chosen;
+  const Row& row = *chosen;
   MarkFace(windows_.Views(), map_, CornersOf(*row.e, row.face));
   if (row.e == &map_) return;
   Select(map_, row.e, false);
@@ -193,16 +215,15 @@ void CheckWindow::OnButton(int id) {
   if (id != ID_CHECK_STRICT) return;
   const bool isStrict = IsDlgButtonChecked(Handle(), ID_CHECK_STRICT) == BST_CHECKED;
   check_.Restart(isStrict ? STRICT_TOLERANCE : CHECK_TOLERANCE);
-  rows_.clear();
+  Empty();
   SetTimer(Handle(), CHECK_TIMER, CHECK_PERIOD, nullptr);
 }
 
 void CheckWindow::RepairChosen() {
-  const Row* chosen = Chosen();
+  const std::optional<Row> chosen = Chosen();
   if (!chosen || !chosen->e) return;
-  const Row row = *chosen;
-  const ActionScope action(map_.Data(), RepairName(row.repair));
-  Perform(row);
+  const ActionScope action(map_.Data(), RepairName(chosen->repair));
+  Perform(*chosen);
 }
 
 bool CheckWindow::Perform(const Row& row) {
@@ -251,8 +272,8 @@ LRESULT CheckWindow::OnNotify(LPARAM lParam) {
 
 void CheckWindow::GiveRow(NMLVDISPINFOW& info) {
   const auto index = static_cast<std::size_t>(info.item.iItem);
-  if (!(info.item.mask & LVIF_TEXT) || index >= rows_.size()) return;
-  shown_ = ToWide(rows_[index].text);
+  if (!(info.item.mask & LVIF_TEXT) || index >= NumRows()) return;
+  shown_ = ToWide(At(index).text);
   info.item.pszText = shown_.data();
 }
 

@@ -6,6 +6,7 @@
 
 #include <commctrl.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -33,6 +34,7 @@ struct CheckWindowContext {
 
 class CheckWindow : public ChildWindow, public MapObserver {
  public:
+  // A line of the list: of what, and what could be done about it.
   struct Row {
     std::string text;
     entity* e = nullptr;  // null for a heading
@@ -43,7 +45,8 @@ class CheckWindow : public ChildWindow, public MapObserver {
   CheckWindow(ChildWindows& windows, const CheckWindowContext& context, Map& map);
   ~CheckWindow() override;
 
-  const std::vector<Row>& Rows() const { return rows_; }
+  std::size_t NumRows() const;
+  Row At(std::size_t index) const;
   bool IsDone() const { return check_.IsDone(); }
   void ChooseRow(int index);
 
@@ -61,6 +64,8 @@ class CheckWindow : public ChildWindow, public MapObserver {
   void Layout() const;
   void OnTimer();
   void Fill();
+  void Empty();
+  void FitColumn() const;
   void ShowState() const;
   LRESULT OnNotify(LPARAM lParam);
   void GiveRow(NMLVDISPINFOW& info);
@@ -69,12 +74,15 @@ class CheckWindow : public ChildWindow, public MapObserver {
   void RepairChosen();
   bool Perform(const Row& row);
   bool AskForTexture(const Row& row);
-  const Row* Chosen() const;
+  std::optional<Row> Chosen() const;
 
   const CheckWindowContext context_;
   Map& map_;
   RunningCheck check_;
-  std::vector<Row> rows_;
+  // As the list shows them; between them, if there are findings, their heading.
+  std::vector<Problem> problems_;
+  std::vector<Finding> findings_;
+  DWORD filled_ = 0;  // milliseconds of the system, when the list was filled last
   HWND list_ = nullptr;
   std::wstring shown_;  // the row that the system was given last
   bool isFilling_ = false;

@@ -22,9 +22,11 @@ namespace {
 // Pixels at the usual size of letters.
 constexpr int LEFT = 10, TOP = 10, WIDTH = 500, HEIGHT = 100, GROWN_HEIGHT = 380;
 constexpr int STRIP = 22, STAGES_HEIGHT = 118, SMALLEST_OUTPUT = 60, TIME_GAP = 6, TIME_DROP = 4;
+constexpr int TEXT_MARGIN = 14;
 
-constexpr UINT_PTR STAGE_TIMER = 1, OUTPUT_TIMER = 2;
-constexpr UINT STAGE_PERIOD = 1000, OUTPUT_PERIOD = 50;  // milliseconds
+constexpr UINT_PTR STAGE_TIMER = 1, OUTPUT_TIMER = 2, SHOW_TIMER = 3;
+// Milliseconds. What is printed is read oftener than it is shown: the tool need not wait then.
+constexpr UINT STAGE_PERIOD = 1000, OUTPUT_PERIOD = 50, SHOW_PERIOD = 250;
 constexpr UINT CLOSE_ITSELF = WM_APP;
 
 constexpr COLORREF ERROR_COLOUR = RGB(192, 0, 0), WARNING_COLOUR = RGB(160, 88, 0);
@@ -123,23 +125,20 @@ void CompileWindow::StartTimers() {
     context_.reporter.Assert("di->timer", "compile.cpp", __LINE__);
   }
   SetTimer(Handle(), OUTPUT_TIMER, OUTPUT_PERIOD, nullptr);
+  SetTimer(Handle(), SHOW_TIMER, SHOW_PERIOD, nullptr);
 }
 
-void CompileWindow::StopTimers() const {
-  KillTimer(Handle(), STAGE_TIMER);
-  KillTimer(Handle(), OUTPUT_TIMER);
+void CompileWindow::StopTimers() {
+  for (const UINT_PTR timer : {STAGE_TIMER, OUTPUT_TIMER, SHOW_TIMER}) KillTimer(Handle(), timer);
+  ShowOutput();
 }
 
 void CompileWindow::OnTimer(UINT_PTR timer) {
-  if (timer == OUTPUT_TIMER) {
-    run_->TakeOutput();
-    return;
-  }
-  if (!run_->Tick()) {
-    StopTimers();
-  } else {
-    ShowElapsed();
-  }
+  if (timer == OUTPUT_TIMER) return run_->TakeOutput();
+  if (timer == SHOW_TIMER) return ShowOutput();
+  const bool goesOn = run_->Tick();
+  if (goesOn) ShowElapsed();
+  if (!goesOn) StopTimers();
 }
 
 void CompileWindow::ShowElapsed() {
@@ -156,10 +155,11 @@ void CompileWindow::OnStageLine(const std::string& line) {
 }
 
 void CompileWindow::OnOutput() {
-  if (Handle()) ShowOutput();
+  hasNewOutput_ = true;
 }
 
 void CompileWindow::ShowOutput() {
+  if (!std::exchange(hasNewOutput_, false)) return;
   const ToolOutput& output = run_->Output();
   const auto count = static_cast<int>(output.size());
   const int before = ListView_GetItemCount(output_);
@@ -184,14 +184,16 @@ void CompileWindow::MakeRoomForOutput() {
 
 // As wide as the longest line; `from` on there are lines that were not looked at yet.
 void CompileWindow::FitColumn(int from, int to) {
-  std::size_t longest = longest_;
+  std::string longest;
   for (int i = std::max(from - 1, 0); i < to; ++i) {
-    longest = std::max(longest, run_->Output().At(static_cast<std::size_t>(i)).text.size());
+    const std::string text = run_->Output().At(static_cast<std::size_t>(i)).text;
+    if (text.size() > std::max(longest_, longest.size())) longest = text;
   }
-  if (longest == longest_) return;
-  longest_ = longest;
-  const int letter = ListView_GetStringWidth(output_, "0");
-  ListView_SetColumnWidth(output_, 0, static_cast<int>(longest_ + 2) * letter);
+  if (longest.empty()) return;
+  longest_ = longest.size();
+  const auto width = static_cast<int>(SendMessageW(
+      output_, LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(ToWide(longest).c_str())));
+  ListView_SetColumnWidth(output_, 0, width + Scaled(TEXT_MARGIN));
 }
 
 void CompileWindow::OnLevelMade(bool leaks) {

@@ -65,7 +65,7 @@ class CompileWindow : public SideWindow, public CompileListener {
   void OnButton(int id);
   void OnTimer(UINT_PTR timer);
   void StartTimers();
-  void StopTimers() const;
+  void StopTimers();
   void ShowElapsed();
   void ShowOutput();
   void MakeRoomForOutput();
@@ -83,7 +83,8 @@ class CompileWindow : public SideWindow, public CompileListener {
   std::vector<std::string> lines_;  // of the list box
   HWND list_ = nullptr;
   HWND output_ = nullptr;
-  std::wstring shown_;       // the line of the output that the system was given last
+  std::wstring shown_;  // the line of the output that the system was given last
+  bool hasNewOutput_ = true;
   std::size_t longest_ = 0;  // letters of the longest line so far
 };
 
