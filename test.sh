@@ -78,6 +78,7 @@ step "Windows with letters of twice the size" with_letters 192 large_windows
 step "A level, built with mouse and keys" scripts/session.sh
 step "What is seen is what is reached" scripts/session.sh tests/session/reach.txt
 step "What the tools tell is so" scripts/session.sh tests/session/truth.txt
+step "Flying, and a key that is bound anew" scripts/session.sh tests/session/fly.txt
 step "The same map from every build" scripts/same_bytes.sh
 
 step "Build fuzz targets" build fuzz

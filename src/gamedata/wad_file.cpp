@@ -273,15 +273,6 @@ Colour WadFile::RepresentativeColour(Texture& texture, OneColour how) {
   return texture.colour;
 }
 
-void WadFile::ForgetColours() {
-  const auto forget = [](Texture& texture) {
-    texture.colourIs.reset();
-    texture.rgb = std::vector<std::uint8_t>();
-  };
-  forget(*badTexture_);
-  for (const auto& texture : textures_) forget(*texture);
-}
-
 void WadFile::SetRepresentativeColours(OneColour how) {
   // The palette may have changed, for those without pixels too.
   for (const auto& texture : textures_) texture->colourIs.reset();
@@ -300,6 +291,29 @@ void WadFile::Evict(std::size_t n) {
 void WadFile::SetCacheSize(std::uint16_t maxCached) {
   limits_.maxCached = std::max<std::uint16_t>(maxCached, 1);
   while (cached_.size() > limits_.maxCached) Evict(cached_.size() - 1);
+}
+
+void WadFile::SetLimits(const WadLimits& limits) {
+  SetCacheSize(limits.maxCached);
+  if (limits.maxTextureSize == limits_.maxTextureSize) return;
+  limits_.maxTextureSize = limits.maxTextureSize;
+  Flush();
+  for (const auto& texture : textures_) {
+    texture->flags &= static_cast<std::uint8_t>(~TEXTURE_BUILTIN);
+    Free(*texture);
+    texture->colourIs.reset();
+    texture->paddedWidth = PaddedSize(texture->width);
+    texture->paddedHeight = PaddedSize(texture->height);
+  }
+}
+
+void WadFile::ForgetColours() {
+  const auto forget = [](Texture& texture) {
+    texture.rgb.clear();
+    texture.colourIs.reset();
+  };
+  for (const auto& texture : textures_) forget(*texture);
+  forget(*badTexture_);
 }
 
 bool WadFile::IsCached(const Texture& texture) const {

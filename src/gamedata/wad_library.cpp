@@ -28,11 +28,7 @@ WadLibrary::WadLibrary(const SearchPath& path, const Palette& palette, Reporter&
 
 void WadLibrary::SetLimits(const WadLimits& limits) {
   limits_ = limits;
-}
-
-void WadLibrary::SetCacheSize(std::uint16_t maxCached) {
-  limits_.maxCached = maxCached;
-  for (const auto& wad : loaded_) wad->SetCacheSize(maxCached);
+  for (const auto& wad : loaded_) wad->SetLimits(limits);
 }
 
 void WadLibrary::ForgetColours() {

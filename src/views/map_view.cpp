@@ -201,7 +201,17 @@ void MapView::SetMapMode(MapMode mode) {
   host_.Invalidate();
 }
 
+int GridStepOf(char c) {
+  constexpr std::string_view SMALLER = "[{,<aA", LARGER = "]}.>zZ";
+  if (SMALLER.find(c) != SMALLER.npos) return -1;
+  return LARGER.find(c) != LARGER.npos ? 1 : 0;
+}
+
 bool MapView::OnCharacter(char c, bool shift) {
+  if (const int step = GridStepOf(c)) {
+    step < 0 ? GridSmaller(shift) : GridLarger(shift);
+    return true;
+  }
   switch (c) {
     case '+':
     case '=':
@@ -214,22 +224,6 @@ bool MapView::OnCharacter(char c, bool shift) {
     case 'x':
     case 'X':
       ZoomOut();
-      return true;
-    case '[':
-    case '{':
-    case ',':
-    case '<':
-    case 'a':
-    case 'A':
-      GridSmaller(shift);
-      return true;
-    case ']':
-    case '}':
-    case '.':
-    case '>':
-    case 'z':
-    case 'Z':
-      GridLarger(shift);
       return true;
     case 'g':
       ToggleGridAndSnap();

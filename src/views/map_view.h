@@ -20,8 +20,10 @@
 
 namespace ferrowand {
 
+class Camera;
 class MapView;
 class Tool;
+struct CameraPose;
 
 enum class Orientation { Top, Front, Side };
 enum class MapMode : std::uint8_t { Normal = 0, OneMip = 1, Heights = 2, LayerColour = 3 };
@@ -68,7 +70,7 @@ class ViewHost {
   virtual void MoveWindow(const PixelRect& to) = 0;
 };
 
-// All open views, the most recently activated first. Not owned.
+// All open views, the most recently activated first, and the cameras, which views show. Not owned.
 class ViewList {
  public:
   void Add(MapView& view);
@@ -77,8 +79,16 @@ class ViewList {
   const std::vector<MapView*>& Views() const { return views_; }
   std::vector<MapView*> ViewsOf(const Map& map) const;
 
+  void Add(Camera& camera);
+  void Remove(Camera& camera);
+  // Null when the map has none.
+  Camera* CameraOf(const Map& map) const;
+  // It stood there before.
+  void CameraMoved(const Camera& camera, const CameraPose& from) const;
+
  private:
   std::vector<MapView*> views_;
+  std::vector<Camera*> cameras_;
 };
 
 class MapView : public MapObserver {
@@ -111,6 +121,8 @@ class MapView : public MapObserver {
   void Refresh();
   void Repaint() { host_.Invalidate(); }
   void Repaint(const PixelRect& part) { host_.Invalidate(part); }
+  // Where a camera is or was shown.
+  void RepaintCamera(const CameraPose& pose);
   PixelSize DrawingArea() const { return host_.DrawingArea(); }
   PixelSize MeasureLabel(std::string_view text) const { return host_.MeasureLabel(text); }
   // For hit tests in the map.
@@ -201,6 +213,7 @@ class MapView : public MapObserver {
   const DrawPens& Pens() const;
   void DrawGrid(Canvas& canvas, const PixelRect& update) const;
   void DrawAxes(Canvas& canvas, const PixelRect& update) const;
+  void DrawCamera(Canvas& canvas) const;
   // The ends of the shaded depth: of the selection, or of the whole map.
   std::pair<int, int> Heights() const;
   // Whether all but the selection is drawn paler.
@@ -227,6 +240,9 @@ PixelRect CameraPlace(Arrangement arrangement, PixelSize frame);
 
 // Round half up to a multiple of 2^exponent; below 0 too, so that steps are equally long.
 int SnapToGrid(int world, std::uint8_t exponent);
+
+// -1 for a key that makes the grid smaller, 1 for one that makes it larger, 0 for any other.
+int GridStepOf(char c);
 
 // The pens for a black or a white background.
 const DrawPens& PensFor(bool blackBackground);

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "views/camera/camera.h"
 #include "views/map_view.h"
 
 namespace ferrowand {
@@ -16,6 +17,29 @@ void ViewList::Remove(MapView& view) {
 void ViewList::BringToFront(MapView& view) {
   const auto found = std::find(views_.begin(), views_.end(), &view);
   if (found != views_.end()) std::rotate(views_.begin(), found, found + 1);
+}
+
+void ViewList::Add(Camera& camera) {
+  cameras_.push_back(&camera);
+  CameraMoved(camera, camera.Pose());
+}
+
+void ViewList::Remove(Camera& camera) {
+  std::erase(cameras_, &camera);
+  CameraMoved(camera, camera.Pose());
+}
+
+Camera* ViewList::CameraOf(const Map& map) const {
+  const auto found =
+      std::ranges::find_if(cameras_, [&](Camera* camera) { return &camera->GetMap() == &map; });
+  return found == cameras_.end() ? nullptr : *found;
+}
+
+void ViewList::CameraMoved(const Camera& camera, const CameraPose& from) const {
+  for (MapView* view : ViewsOf(camera.GetMap())) {
+    view->RepaintCamera(from);
+    view->RepaintCamera(camera.Pose());
+  }
 }
 
 std::vector<MapView*> ViewList::ViewsOf(const Map& map) const {

@@ -146,7 +146,7 @@ TEST_F(WadFileTest, ASmallerCacheHoldsTheOldestAndFreesTheOthers) {
   EXPECT_TRUE(recorder.messages.empty());
 }
 
-TEST_F(WadFileTest, ATextureAboveTheLimitShowsTheReplacementImageForGood) {
+TEST_F(WadFileTest, ATextureAboveTheLimitShowsTheReplacementImageUntilThatIsAnother) {
   limits.maxTextureSize = 64 * 64;
   limits.maxCached = 1;
   const auto wad = Open(WadBytes({{"big", 128, 64, "a"}, {"fits", 64, 64, "b"}}));
@@ -160,6 +160,24 @@ TEST_F(WadFileTest, ATextureAboveTheLimitShowsTheReplacementImageForGood) {
   EXPECT_EQ(wad->Pixels(*wad->Textures()[1])[0], 'b');
   EXPECT_FALSE(wad->IsCached(big));
   EXPECT_FALSE(big.pixels.empty());
+  for (const auto& [limit, first] : {std::pair(128u * 64, 'a'), std::pair(64u, '\xd0')}) {
+    wad->SetLimits({.maxTextureSize = limit});
+    EXPECT_EQ(wad->Pixels(big)[0], static_cast<std::uint8_t>(first)) << limit;
+    EXPECT_EQ(big.paddedWidth, first == 'a' ? 128 : 64);
+  }
+}
+
+TEST_F(WadFileTest, AnotherPaletteColoursWhatWasColouredBefore) {
+  const auto wad = Open(WadBytes({{"a", 8, 8, "a"}}));
+  Texture& a = *wad->Textures()[0];
+  ASSERT_EQ(wad->RepresentativeColour(a, OneColour::Average).red, 'a');
+  ASSERT_EQ(wad->Rgb(a)[0], 'a');
+  dir.Write("quake.pal", "17 bytes of head:");  // and all black
+  path.Add(dir.Path(""));
+  palette.Load(path, {}, reporter);
+  wad->ForgetColours();
+  EXPECT_EQ(wad->Rgb(a)[0], 0);
+  EXPECT_EQ(wad->RepresentativeColour(a, OneColour::Average).red, 0);
 }
 
 TEST_F(WadFileTest, WhatCannotBeReadShowsTheReplacementImage) {

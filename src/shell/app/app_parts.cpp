@@ -17,9 +17,10 @@ AppParts::AppParts(HINSTANCE instance, const Seams& seams)
       windows(frame, documents, reporter),
       toolHost({windows, tools, commands, reporter, seams.dialogs, popups, objects}),
       tools(toolHost, windows.Views(), options),
+      joystick(seams.joysticks, options, reporter),
       maker(windows, {options, reporter, commands, tools, toolHost, objects, backBuffer},
             {options, reporter, seams.dialogs, popups, commands},
-            {options, reporter, seams.dialogs, popups, tools}),
+            {options, reporter, seams.dialogs, popups, tools, joystick}),
       documents(data, options, seams.dialogs, maker, seams.dataFolder),
       accelerators(instance, commands, frame),
       tips(options, objects) {
@@ -29,6 +30,8 @@ AppParts::AppParts(HINSTANCE instance, const Seams& seams)
 void AppParts::AddCommands(const Seams& seams) {
   Dialogs& dialogs = seams.dialogs;
   commands.Add(MakeFileCommands({documents, windows, frame, dialogs, reporter, options}));
+  commands.Add(MakeOptionsCommands({data, options, boundEntities, seams.joysticks, joystick,
+                                    documents, windows, frame, dialogs, seams.directory}));
   commands.Add(MakeEditCommands({windows, tools, frame, dialogs, seams.clipboard, reporter}));
   commands.Add(MakeModeCommands({tools, windows, frame, commands, dialogs, reporter, options}));
   commands.Add(MakeOperateCommands({windows, tools, dialogs, reporter}));

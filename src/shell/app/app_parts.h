@@ -17,6 +17,7 @@
 #include "shell/frame/load_window.h"
 #include "shell/frame/tips.h"
 #include "shell/system/gdi_canvas.h"
+#include "shell/windows/camera_joystick.h"
 #include "shell/windows/child_windows.h"
 #include "shell/windows/window_maker.h"
 #include "shell/windows/window_tool_host.h"
@@ -46,6 +47,7 @@ struct AppParts {
   ChildWindows windows;
   WindowToolHost toolHost;
   ToolSet tools;
+  CameraJoystick joystick;
   WindowMaker maker;
   Documents documents;
   Accelerators accelerators;

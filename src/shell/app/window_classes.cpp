@@ -1,5 +1,6 @@
 #include "shell/app/window_classes.h"
 
+#include "shell/dialogs/set_key_dialog.h"
 #include "shell/frame/frame.h"
 #include "shell/frame/load_window.h"
 #include "shell/resources/resource.h"
@@ -62,6 +63,7 @@ bool WindowClasses::Register() {
   };
   const Row rows[] = {
       {FRAME_CLASS, WindowFunc, 0, 0, LTGRAY_BRUSH, IDC_ARROW, true},
+      {KEY_ENTRY_CLASS, KeyFunc, 0, 0, LTGRAY_BRUSH, IDC_ARROW, false},
       {KEY_LIST_CLASS, KeyList, 0, 0, LTGRAY_BRUSH, IDC_ARROW, false},
       {CLIENT_CLASS, ClientWindowFunc, CS_DBLCLKS, 4, LTGRAY_BRUSH, IDC_ARROW, false},
       {MAP_CLASS, MapFunc, CS_DBLCLKS, 4, NULL_BRUSH, nullptr, false},

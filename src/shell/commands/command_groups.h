@@ -2,22 +2,27 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "shell/commands/command_group.h"
 
 namespace ferrowand {
 
+class BoundEntities;
+class CameraJoystick;
 class ChildWindows;
 class Clipboard;
 class Commands;
 class Dialogs;
 class Documents;
 class Frame;
+class Joysticks;
 class Map;
 class PopupMenus;
 class Reporter;
 class ToolSet;
 class WindowMaker;
+struct GameData;
 
 // The File menu and Help.
 struct FileContext {
@@ -29,6 +34,20 @@ struct FileContext {
   const Options& options;
 };
 std::unique_ptr<CommandGroup> MakeFileCommands(const FileContext& context);
+
+struct OptionsContext {
+  GameData& data;
+  Options& options;
+  BoundEntities& boundEntities;
+  Joysticks& joysticks;
+  CameraJoystick& joystick;
+  Documents& documents;
+  ChildWindows& windows;
+  Frame& frame;
+  Dialogs& dialogs;
+  const std::string& directory;  // the current one, at the start
+};
+std::unique_ptr<CommandGroup> MakeOptionsCommands(const OptionsContext& context);
 
 // The Edit menu.
 struct EditContext {

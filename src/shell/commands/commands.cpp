@@ -42,6 +42,8 @@ Command ModeOf(const ToolSet& tools) {
   if (tool == &tools.brushTool) return Command::BrushHandles;
   if (tool == &tools.multiSelector) return Command::SelectMultiple;
   if (tool == &tools.vertexTool) return Command::TouchUp;
+  if (tool == &tools.pathTool) return Command::LayPath;
+  if (tool == &tools.cameraPositioner) return Command::ToolCameraPositioner;
   if (tool == &tools.primitiveTool) return CommandOf(tools.primitiveTool.Kind());
   return {};
 }

@@ -55,6 +55,11 @@ void Create(const ModeContext& in, unsigned) {
   in.tools.CreatePrimitive(kind);
 }
 
+void PositionCamera(const ModeContext& in, unsigned) {
+  if (in.windows.CameraOf(*in.windows.ActiveMap())) return in.tools.PositionCamera();
+  in.reporter.Show("Cannot continue", "You must have a 3D camera open");
+}
+
 void ChoosePrimitive(const ModeContext& in, unsigned) {
   in.commands.Offer(in.frame.PrimitivePopup());
 }
@@ -103,6 +108,7 @@ constexpr CommandHandler<ModeContext> HANDLERS[] = {
     {Command::ModeBrush, Use<&ToolSet::brushSelector>},
     {Command::BrushHandles, Use<&ToolSet::brushTool>},
     {Command::SelectMultiple, Use<&ToolSet::multiSelector>},
+    {Command::LayPath, Use<&ToolSet::pathTool>},
     {Command::SelectPartial, SelectPartial},
     {Command::SelectFull, SelectFull},
     {Command::SelectNext, Next},
@@ -120,6 +126,7 @@ constexpr CommandHandler<ModeContext> HANDLERS[] = {
     {Command::ToolWedge, Create<PrimitiveKind::Wedge>},
     {Command::ToolColumn, Create<PrimitiveKind::Column>},
     {Command::ToolPrimitive, ChoosePrimitive},
+    {Command::ToolCameraPositioner, PositionCamera},
     {Command::ToolTextureLock, ToggleTextureLock},
     {Command::ToolRotationStep, ChooseRotationStep},
 };

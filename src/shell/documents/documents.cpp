@@ -56,11 +56,16 @@ Map& Documents::Adopt(std::unique_ptr<Map> map) {
 }
 
 std::unique_ptr<Map> Documents::NewMap() const {
+  auto map = std::make_unique<Map>(data_);
+  LimitUndo(*map);
+  return map;
+}
+
+void Documents::LimitUndo(Map& map) const {
   constexpr std::uint64_t MEGABYTE = 1 << 20;
   const std::uint64_t chosen = options_.undoMegabytes * MEGABYTE;
-  auto map = std::make_unique<Map>(data_, static_cast<std::size_t>(options_.undoLevels));
-  map->undo.SetBudget(chosen > 0 ? chosen : ProcessMemoryBytes() / 8);
-  return map;
+  map.undo.SetLevels(static_cast<std::size_t>(options_.undoLevels));
+  map.undo.SetBudget(chosen > 0 ? chosen : ProcessMemoryBytes() / 8);
 }
 
 Map& Documents::New() {
@@ -337,9 +342,12 @@ bool Documents::MayQuit() {
   return true;
 }
 
-void Documents::ShowByOptions() {
+void Documents::FollowOptions() {
   data_.shown = {options_.renderPointEntities != 0, options_.drawTemplates != 0};
-  for (const auto& map : maps_) map->AnnounceEverything();
+  for (const auto& map : maps_) {
+    LimitUndo(*map);
+    map->AnnounceEverything();
+  }
 }
 
 void Documents::Clear() {

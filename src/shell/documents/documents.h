@@ -67,8 +67,8 @@ class Documents {
   void Close(Map& map);
   // Asks about every modified map. False when the user wants to stay.
   bool MayQuit();
-  // What the options say is shown of all maps is so from now on.
-  void ShowByOptions();
+  // What the options say is shown of all maps, and kept of their steps, is so from now on.
+  void FollowOptions();
   // All maps go, unasked and unannounced: nothing shows them any more.
   void Clear();
 
@@ -79,6 +79,7 @@ class Documents {
   // Asked before a map goes over the file that it was read from with losses.
   LossAnswer AskAboutLoss(const Map& map, const std::string& target) const;
   std::unique_ptr<Map> NewMap() const;
+  void LimitUndo(Map& map) const;
   std::unique_ptr<Map> Read(const std::string& path, const std::string& name) const;
   Map* FindOpen(const std::string& path) const;
   Map* Rescued(const std::vector<Rescue>& rescues);

@@ -195,6 +195,11 @@ void Frame::StartTimer(UINT milliseconds) {
   if (milliseconds > 0) SetTimer(window_, KEEP_TIMER, milliseconds, nullptr);
 }
 
+void Frame::RestartKeeping() {
+  KillTimer(window_, KEEP_TIMER);
+  StartTimer(options_.autosaveMinutes * MINUTE);
+}
+
 // In the middle of a drag or a load it is put off.
 void Frame::OnTimer() {
   const bool isBusy = progress_.IsLoading() || commands_.IsDragging();

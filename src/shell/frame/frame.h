@@ -49,6 +49,8 @@ class Frame {
   void SetOnSessionEnd(std::function<void()> save) { onSessionEnd_ = std::move(save); }
 
   void ShowToolbar(bool shown);
+  // The time between two savings of unsaved work is another.
+  void RestartKeeping();
   // What it shows of the state of the program: greys and ticks of the bars, the caption.
   void Refresh();
 

@@ -33,10 +33,13 @@ void CameraWindow::OnCreate() {
   surface_ = std::make_unique<GlSurface>(Handle(), context_.reporter);
   camera_ = std::make_unique<Camera>(map_, *this, context_.options,
                                      surface_->MakeRenderer(map_.Data().palette));
+  windows_.Views().Add(*camera_);
+  FollowJoystick();
 }
 
 // While there is a window to draw in: what is drawn with goes before it.
 void CameraWindow::OnDestroy() {
+  if (camera_) windows_.Views().Remove(*camera_);
   camera_.reset();
   surface_.reset();
 }
@@ -86,6 +89,7 @@ void CameraWindow::OnPaint() {
 }
 
 LRESULT CameraWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  if (camera_ && OnNavigation(message, wParam, lParam)) return 0;
   if (camera_ && OnMouse(message, wParam, lParam)) return 0;
   switch (message) {
     case WM_CREATE:

@@ -1,4 +1,4 @@
-// The window of a map's 3D camera: where it is drawn, and what the mouse does there.
+// The window of a map's 3D camera: where it is drawn, what the mouse does there, and how it flies.
 #pragma once
 
 #include "shell/system/win32.h"
@@ -9,9 +9,11 @@
 #include "shell/system/camera_surface.h"
 #include "shell/windows/child_window.h"
 #include "views/camera/camera.h"
+#include "views/camera/camera_navigation.h"
 
 namespace ferrowand {
 
+class CameraJoystick;
 class Dialogs;
 class PopupMenus;
 class ToolSet;
@@ -27,6 +29,7 @@ struct CameraWindowContext {
   Dialogs& dialogs;
   PopupMenus& popups;
   ToolSet& tools;
+  CameraJoystick& joystick;
 };
 
 class CameraWindow : public ChildWindow, public CameraHost {
@@ -38,6 +41,9 @@ class CameraWindow : public ChildWindow, public CameraHost {
   Map* GetMap() const override { return &map_; }
   Camera* GetCamera() override { return camera_.get(); }
   bool KeepsMapOpen() const override { return true; }
+  // A bound key goes before the command that has it, but for those with Ctrl.
+  bool TakesMessage(MSG& message) override;
+  void OptionsChanged() override;
 
   // Where the other one stands, and showing what it shows.
   void StandAs(ChildWindow& other);
@@ -48,9 +54,20 @@ class CameraWindow : public ChildWindow, public CameraHost {
   PixelSize DrawingArea() const override;
   void Repaint() override;
   void SetCaption(const std::string& caption) override;
+  double Now() const override;
+  void Moved(const CameraPose& from) override;
 
  private:
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+  // Whether the message was one that moves the camera, and nothing else.
+  bool OnNavigation(UINT message, WPARAM wParam, LPARAM lParam);
+  bool OnCharacter(char c);
+  void OnWheel(int turned);
+  bool StartLooking(Pixel at);
+  void EndLooking();
+  // As far as the mouse has been moved with these buttons held.
+  void FollowMouse(Pixel at, int buttons);
+  void FollowJoystick();
   // Whether the message was one of the mouse's.
   bool OnMouse(UINT message, WPARAM wParam, LPARAM lParam);
 
@@ -68,6 +85,9 @@ class CameraWindow : public ChildWindow, public CameraHost {
   std::unique_ptr<Camera> camera_;
   Pixel press_;         // of the right button
   bool drags_ = false;  // the right button has moved since
+  bool looks_ = false;  // the left button is held to look around
+  CameraMouse mouse_;
+  int wheelRest_ = 0;  // of turns smaller than a notch
 };
 
 }  // namespace ferrowand

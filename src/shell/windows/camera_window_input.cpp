@@ -50,6 +50,7 @@ void CameraWindow::OnRightPress(Pixel at) {
   SetFocus(Handle());
   SetCapture(Handle());
   press_ = at;
+  mouse_.Press(at);
   drags_ = false;
 }
 
@@ -57,6 +58,7 @@ void CameraWindow::OnRightMove(Pixel at) {
   const bool isFar = std::abs(at.x - press_.x) > GetSystemMetrics(SM_CXDRAG) ||
                      std::abs(at.y - press_.y) > GetSystemMetrics(SM_CYDRAG);
   if (isFar) drags_ = true;
+  if (drags_) FollowMouse(at, BUTTON_RIGHT);
 }
 
 void CameraWindow::OnRightRelease() {

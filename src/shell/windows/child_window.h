@@ -16,6 +16,7 @@ class ChildWindows;
 class Frame;
 class Map;
 class MapView;
+struct Options;
 
 // In the frame's client area, pixels.
 struct ChildPlace {
@@ -44,6 +45,8 @@ class ChildWindow {
   // While it is the active one, before the accelerators: whether the message was for a dialog in
   // it.
   virtual bool TakesMessage(MSG&) { return false; }
+  // What the options say of windows is another.
+  virtual void OptionsChanged() {}
 
   // What the procedures of all these windows do.
   static LRESULT Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -57,6 +60,13 @@ class ChildWindow {
 
   // What it does not answer itself goes on to DefMDIChildProc.
   virtual LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) = 0;
+  // The mouse is over that part of this window. Where the options want the focus to follow it,
+  // takes that from any other window of the frame, but not out of what is being typed.
+  void OnMouseOver(HWND inside, POINT mouse, const Options& options);
+  // The frame's window, in pixels of the drawing area of one of these.
+  PixelRect FrameAround(HWND inside) const;
+  // A thin caption, or one of the usual height, from now on.
+  void SetSmallCaption(bool small) const;
   // Also into the list of the Window menu.
   void ShowTitle(const std::string& title);
 

@@ -100,6 +100,16 @@ Vec3 ChildWindows::PlaceForNew(const Map& map) const {
   return camera ? camera->PlaceForNew() : Vec3(0, 0, 0);
 }
 
+void ChildWindows::OptionsChanged() {
+  for (const auto& window : windows_) window->OptionsChanged();
+}
+
+bool ChildWindows::MouseHasMoved(POINT to) {
+  const bool moved = to.x != mouse_.x || to.y != mouse_.y;
+  mouse_ = to;
+  return moved;
+}
+
 void ChildWindows::Arrange(const Map& map, Arrangement arrangement) {
   // A maximised window is restored first: it covers its sisters and their frames.
   if (const ChildWindow* active = ActiveWindow(); active && IsZoomed(active->Handle())) {

@@ -48,6 +48,9 @@ class ChildWindows {
   // camera of a map that has no view. To be asked before a menu or a box draws the cursor away.
   Vec3 PlaceForNew(const Map& map) const;
 
+  void OptionsChanged();
+  // Since a window last saw it, in pixels of the screen.
+  bool MouseHasMoved(POINT to);
   void Arrange(const Map& map, Arrangement arrangement);
   void Tile();
   void Cascade();
@@ -60,6 +63,7 @@ class ChildWindows {
   Reporter& reporter_;
   ViewList views_;  // outlives the windows, which are in it
   std::vector<std::unique_ptr<ChildWindow>> windows_;
+  POINT mouse_{};
 };
 
 }  // namespace ferrowand

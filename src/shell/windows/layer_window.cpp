@@ -96,6 +96,10 @@ LayerWindow::LayerWindow(ChildWindows& windows, const LayerWindowContext& contex
   map_.AddObserver(*this);
 }
 
+void LayerWindow::OptionsChanged() {
+  SetSmallCaption(context_.options.smallCaptions != 0);
+}
+
 LayerWindow::~LayerWindow() {
   map_.RemoveObserver(*this);
 }

@@ -73,6 +73,12 @@ MapWindow::MapWindow(ChildWindows& windows, const MapWindowContext& context, Map
   if (view_) view_->SetOrientation(orientation);
 }
 
+void MapWindow::OptionsChanged() {
+  SetSmallCaption(context_.options.smallCaptions != 0);
+  Layout();
+  view_->rotationStep = context_.options.rotationStep;
+}
+
 MapWindow::~MapWindow() {
   if (Handle()) SetObject(drawing_, nullptr);
 }
@@ -343,10 +349,7 @@ PixelSize MapWindow::MeasureLabel(std::string_view text) {
 }
 
 PixelRect MapWindow::Frame() const {
-  RECT place;
-  GetWindowRect(frame_.Handle(), &place);
-  MapWindowPoints(nullptr, drawing_, reinterpret_cast<POINT*>(&place), 2);
-  return {place.left, place.top, place.right, place.bottom};
+  return FrameAround(drawing_);
 }
 
 void MapWindow::CaptureMouse(bool on) {

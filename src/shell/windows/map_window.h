@@ -49,6 +49,7 @@ class MapWindow : public ChildWindow, public ViewHost {
   Map* GetMap() const override { return &map_; }
   MapView* View() override { return view_.get(); }
   bool KeepsMapOpen() const override { return true; }
+  void OptionsChanged() override;
 
   // Where the other one, which has a view, stands, and showing what it shows.
   void StandAs(ChildWindow& other);
@@ -93,7 +94,6 @@ class MapWindow : public ChildWindow, public ViewHost {
   bool OnKeyDown(WPARAM key);
   bool InsertBound(WPARAM key, LPARAM lParam);
   void EndRefusal();
-  void TakeFocusFromSister();
   void SetMouseCursor();
 
   const MapWindowContext context_;

@@ -7,6 +7,7 @@
 
 #include "document/classes/special_classes.h"
 #include "document/map.h"
+#include "views/camera/camera_navigation.h"
 #include "views/hit_test.h"
 
 namespace ferrowand {
@@ -56,9 +57,25 @@ void Camera::ShowCaption() {
   host_.SetCaption(caption_);
 }
 
-void Camera::SetPose(const CameraPose& pose) {
-  pose_ = pose;
+void Camera::Stand(const CameraPose& pose) {
+  const CameraPose from = std::exchange(pose_, pose);
+  host_.Moved(from);
   host_.Repaint();
+}
+
+void Camera::SetPose(const CameraPose& pose) {
+  glide_.Stop();
+  Stand(pose);
+}
+
+void Camera::Fly(const CameraMove& move, double seconds) {
+  if (move == CameraMove()) return;
+  CameraPose pose = pose_;
+  pose.Move(move, MethodOf(options_));
+  if (pose == pose_) return;
+  const double now = host_.Now();
+  glide_.Start(glide_.At(now, pose_), now, seconds);
+  Stand(pose);
 }
 
 bool Camera::GoToStart() {
@@ -129,8 +146,10 @@ void Camera::Paint() {
   CameraPicture picture = PictureWithout();
   if (picture.size.width <= 0 || picture.size.height <= 0) return;
   if (isReleased_) return renderer_->Draw(picture);
+  const double now = host_.Now();
+  picture.pose = glide_.At(now, pose_);
   FollowScene();
-  const std::vector<ShapeName> seen = scene_.Seen(FrustumOf(picture), pose_.eye);
+  const std::vector<ShapeName> seen = scene_.Seen(FrustumOf(picture), picture.pose.eye);
   std::vector<ShapeName> tinted, selected;
   if (tintsEntities_) {
     std::ranges::copy_if(seen, std::back_inserter(tinted),
@@ -144,6 +163,7 @@ void Camera::Paint() {
   picture.tinted = tinted;
   picture.selected = selected;
   renderer_->Draw(picture);
+  if (glide_.IsUnderWay(now)) host_.Repaint();
 }
 
 void Camera::Update() {

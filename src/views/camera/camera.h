@@ -10,6 +10,7 @@
 #include "document/announcement.h"
 #include "document/picking.h"
 #include "views/camera/camera_frustum.h"
+#include "views/camera/camera_glide.h"
 #include "views/camera/camera_renderer.h"
 #include "views/camera/camera_scene.h"
 #include "views/camera/camera_shapes.h"
@@ -27,6 +28,10 @@ class CameraHost {
   // Soon, and once for all that asks for it until then.
   virtual void Repaint() = 0;
   virtual void SetCaption(const std::string& caption) = 0;
+  // Seconds, of a clock that is never put back.
+  virtual double Now() const { return 0; }
+  // It stood there before.
+  virtual void Moved(const CameraPose& from) { (void)from; }
 };
 
 // What a pixel of the camera shows.
@@ -51,6 +56,8 @@ class Camera : public MapObserver {
   // --- where it stands
   const CameraPose& Pose() const { return pose_; }
   void SetPose(const CameraPose& pose);
+  // By the options' way of moving. It stands there at once; the picture follows in so many seconds.
+  void Fly(const CameraMove& move, double seconds);
   // To the eyes of who starts there. False, and it stays, where the map has no info_player_start.
   bool GoToStart();
   // Where it stands at first: at the start, or, in a map without one, so that it sees all.
@@ -85,6 +92,7 @@ class Camera : public MapObserver {
   void OnChange(const MapChange& change) override;
 
  private:
+  void Stand(const CameraPose& pose);
   CameraPicture PictureWithout() const;
   void FollowScene();
   ShapeStyle Style() const;
@@ -96,6 +104,7 @@ class Camera : public MapObserver {
   std::unique_ptr<CameraRenderer> renderer_;
   CameraScene scene_;
   CameraPose pose_;
+  CameraGlide glide_;
   RenderMode mode_ = RenderMode::Textured;
   bool tintsEntities_ = false;
   bool isReleased_ = false;
