@@ -17,6 +17,9 @@ bool HasView(const CommandFacts& facts) {
 bool HasSelection(const CommandFacts& facts) {
   return facts.hasSelection;
 }
+bool HasWhatInstancesShow(const CommandFacts& facts) {
+  return facts.hasTemplates || facts.hasSelection;
+}
 bool CanUndo(const CommandFacts& facts) {
   return facts.canUndo;
 }
@@ -131,7 +134,7 @@ constexpr CommandRow MAINMENU[] = {
     {Command::ShowHidden, "Operate", "&Show temp. hidden", "", HasMap},
     {Command::HideSelection, "Operate", "&Hide selection", "J", HasSelection},
     {Command::SnapToGrid, "Operate", "Snap to g&rid...", "", HasSelection},
-    {Command::InsertTemplate, "Tools", "&Insert Template instance", "", HasMap},
+    {Command::InsertTemplate, "Tools", "&Insert Template instance", "", HasWhatInstancesShow},
     {Command::Embed, "Tools", "E&mbed...", "", HasMap},
     {Command::InsertLayer, "Tools", "Insert l&ayer", "", HasMap},
     {Command::EntityTree, "Tools", "&Entity tree...", "Ctrl+R", HasMap},

@@ -307,15 +307,6 @@ void WadFile::SetLimits(const WadLimits& limits) {
   }
 }
 
-void WadFile::ForgetColours() {
-  const auto forget = [](Texture& texture) {
-    texture.rgb.clear();
-    texture.colourIs.reset();
-  };
-  for (const auto& texture : textures_) forget(*texture);
-  forget(*badTexture_);
-}
-
 bool WadFile::IsCached(const Texture& texture) const {
   return std::find(cached_.begin(), cached_.end(), &texture) != cached_.end();
 }

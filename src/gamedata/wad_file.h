@@ -104,8 +104,6 @@ class WadFile {
   void SetCacheSize(std::uint16_t maxCached);
   // Textures that were too large for the limit, or are so now, are read anew when asked for.
   void SetLimits(const WadLimits& limits);
-  // Of every texture: its one colour and its image in red, green and blue.
-  void ForgetColours();
   std::uint16_t numCached() const { return static_cast<std::uint16_t>(cached_.size()); }
   bool IsCached(const Texture& texture) const;
   void RemoveFromCache(Texture& texture);

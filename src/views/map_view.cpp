@@ -276,6 +276,7 @@ void MapView::OnActivate() {
 }
 
 void MapView::SetStatus(const std::string& text) {
+  status_ = text;
   if (host_.StatusBarShown()) {
     host_.SetText(ViewText::Message, text);
     return;

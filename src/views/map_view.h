@@ -190,6 +190,8 @@ class MapView : public MapObserver {
   // --- words
   // Where this view's status bar is hidden, to the first other view of the map that shows its own.
   void SetStatus(const std::string& text);
+  // What it was last told to say.
+  const std::string& Status() const { return status_; }
   void OnStatus(const std::string& text) override { SetStatus(text); }
   std::string ZoomText() const;
   void ShowZoomText();
@@ -228,6 +230,7 @@ class MapView : public MapObserver {
   Tool* const& tool_;
   std::string caption_;          // as the window was told last
   std::optional<Pixel> cursor_;  // while it is over the drawing area
+  std::string status_;
   int worldLimit_ = WORLD_LIMIT;
   std::unique_ptr<ChildBoxes> boxes_;
   Bounds lastSelected_;

@@ -111,6 +111,7 @@ void MapView::CentreOn(const Vec3& point) {
   SetOrigin(std::trunc(point[transform.orienu]) - halfU,
             std::trunc(point[transform.orienv]) - halfV);
   UpdateScrollBars();
+  ShowCoordinates();
   host_.Invalidate();
 }
 

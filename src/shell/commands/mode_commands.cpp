@@ -24,10 +24,12 @@ void Use(const ModeContext& in, unsigned) {
 
 void SelectPartial(const ModeContext& in, unsigned) {
   in.tools.boxRule = BoxRule::Partial;
+  Tell(in, "A selection box takes what it touches");
 }
 
 void SelectFull(const ModeContext& in, unsigned) {
   in.tools.boxRule = BoxRule::Full;
+  Tell(in, "A selection box takes what lies within it");
 }
 
 void Next(const ModeContext& in, unsigned) {

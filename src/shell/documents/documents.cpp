@@ -52,6 +52,7 @@ Documents::~Documents() = default;
 Map& Documents::Adopt(std::unique_ptr<Map> map) {
   Map& adopted = *maps_.emplace_back(std::move(map));
   observer_.OnMapOpened(adopted);
+  TellOfCopy();
   return adopted;
 }
 
@@ -307,26 +308,32 @@ bool Documents::ExportQuakeMap(Map& map) {
   return true;
 }
 
+// The question before it has no way back: what was changed is kept once more, and offered like work
+// that a crash has left.
 void Documents::Close(Map& map) {
-  const std::string copy = LeaveCopy(map);
+  if (map.modified()) {
+    if (!kept_.Keep(map, Settings(), known_.StampOf(map, map.filename)) && !MayLose(map)) return;
+    leftCopy_ = kept_.FileOf(map);
+    kept_.Leave(map);
+  } else {
+    kept_.Discard(map);
+  }
   observer_.OnMapClosing(map);
   known_.Forget(map);
   std::erase_if(maps_, [&](const auto& open) { return open.get() == &map; });
-  if (copy.empty()) return;
-  for (const auto& open : maps_) open->ShowStatus("What was not saved is kept in " + copy);
+  TellOfCopy();
 }
 
-// The question before it has no way back: what was changed is kept once more, and offered like work
-// that a crash has left.
-std::string Documents::LeaveCopy(Map& map) {
-  if (map.modified()) kept_.Keep(map, Settings(), known_.StampOf(map, map.filename));
-  std::string copy = map.modified() ? kept_.FileOf(map) : std::string();
-  if (copy.empty()) {
-    kept_.Discard(map);
-  } else {
-    kept_.Leave(map);
-  }
-  return copy;
+bool Documents::MayLose(const Map& map) const {
+  const std::string question =
+      "What is not saved of " + map.Name() + " cannot be kept either. Lose it?";
+  return data_.reporter.Show("Confirm", question, Buttons::YesNo, Icon::Warning) == Answer::Yes;
+}
+
+void Documents::TellOfCopy() {
+  if (leftCopy_.empty() || maps_.empty()) return;
+  for (const auto& open : maps_) open->ShowStatus("What was not saved is kept in " + leftCopy_);
+  leftCopy_.clear();
 }
 
 bool Documents::MayQuit() {

@@ -63,7 +63,8 @@ class Documents {
   bool Save(Map& map);
   bool SaveAs(Map& map);
   bool ExportQuakeMap(Map& map);
-  // Asks nothing. What is not saved is left for the next start, or the next opening of the file.
+  // What is not saved is left for the next start, or the next opening of the file; where it cannot
+  // be kept, the user is asked, and the map may stay.
   void Close(Map& map);
   // Asks about every modified map. False when the user wants to stay.
   bool MayQuit();
@@ -85,8 +86,8 @@ class Documents {
   Map* Rescued(const std::vector<Rescue>& rescues);
   Map* OpenRescue(const Rescue& rescue);
   void Reload(Map& map);
-  // The file in which the work lies that was not saved; none where there is none.
-  std::string LeaveCopy(Map& map);
+  bool MayLose(const Map& map) const;
+  void TellOfCopy();
   bool MayOverwrite(const Map& map) const;
   bool MayExport(const Map& map, const std::string& target) const;
   bool Write(Map& map, const std::string& name);
@@ -100,6 +101,7 @@ class Documents {
   std::vector<std::unique_ptr<Map>> maps_;
   KnownFiles known_;
   KeptMaps kept_;
+  std::string leftCopy_;  // of the map closed last, until a window can tell of it
 };
 
 }  // namespace ferrowand

@@ -16,9 +16,7 @@ void FillSearchPath(GameData& data, const Options& options, const std::string& d
 }
 
 void LoadPalette(GameData& data, const Options& options) {
-  data.palette.Load(data.searchPath, {options.gammaRed, options.gammaGreen, options.gammaBlue},
-                    data.reporter);
-  data.wads.ForgetColours();
+  data.LoadPalette({options.gammaRed, options.gammaGreen, options.gammaBlue});
 }
 
 void LimitTextures(GameData& data, const Options& options) {

@@ -4,6 +4,7 @@
 #include "shell/frame/frame.h"
 #include "shell/system/handles.h"
 #include "shell/system/text_box.h"
+#include "shell/system/wide_text.h"
 #include "shell/windows/child_windows.h"
 
 namespace ferrowand {
@@ -65,7 +66,7 @@ void ChildWindow::SetSmallCaption(bool small) const {
 void ChildWindow::ShowTitle(const std::string& title) {
   if (title == title_) return;
   title_ = title;
-  SetWindowTextA(window_, title.c_str());
+  SetWindowTextA(window_, AsUtf8(title).c_str());
   // Not every system takes a new title into the Window menu's list by itself.
   SendMessageA(frame_.Client(), WM_MDIREFRESHMENU, 0, 0);
 }

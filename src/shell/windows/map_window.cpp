@@ -10,6 +10,7 @@
 #include "shell/resources/resource.h"
 #include "shell/system/display_scale.h"
 #include "shell/system/gdi_canvas.h"
+#include "shell/system/wide_text.h"
 #include "shell/windows/child_windows.h"
 #include "views/tools/tool_set.h"
 
@@ -302,7 +303,7 @@ void MapWindow::SetText(ViewText which, const std::string& text) {
   if (shown == text) return;
   shown = text;
   if (refusing_ && which == ViewText::Message) return;
-  SetDlgItemTextA(Handle(), ControlOf(which), text.c_str());
+  SetDlgItemTextA(Handle(), ControlOf(which), AsUtf8(text).c_str());
 }
 
 void MapWindow::Refuse(const std::string& why) {

@@ -214,6 +214,9 @@ void MapWindow::Nudge(WPARAM key) {
   } else {
     by[seen.orienv] = step(view_->gridv, seen.scalev, key == VK_UP);
   }
+  for (int axis = 0; axis < 3; ++axis) {
+    if ((view_->axismask >> axis & 1) == 0) by[axis] = 0;
+  }
   context_.tools.Current()->Cancel();
   const ActionScope action(map_.Data(), "Move");
   Conclude(map_, MoveSelection(map_, by, context_.tools.HowToTransform()));

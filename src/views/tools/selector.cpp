@@ -123,6 +123,7 @@ void Selector::SelectAll(MapView& view, const std::vector<entity*>& objects, boo
 }
 
 void Selector::Group(MapView& view) {
+  const ActionScope action(view.map.Data(), "Group");
   Conclude(view, GroupSelection(view.map));
 }
 
