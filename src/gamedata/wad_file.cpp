@@ -273,6 +273,15 @@ Colour WadFile::RepresentativeColour(Texture& texture, OneColour how) {
   return texture.colour;
 }
 
+void WadFile::ForgetColours() {
+  const auto forget = [](Texture& texture) {
+    texture.colourIs.reset();
+    texture.rgb = std::vector<std::uint8_t>();
+  };
+  forget(*badTexture_);
+  for (const auto& texture : textures_) forget(*texture);
+}
+
 void WadFile::SetRepresentativeColours(OneColour how) {
   // The palette may have changed, for those without pixels too.
   for (const auto& texture : textures_) texture->colourIs.reset();
