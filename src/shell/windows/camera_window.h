@@ -10,6 +10,7 @@
 #include "shell/windows/child_window.h"
 #include "views/camera/camera.h"
 #include "views/camera/camera_navigation.h"
+#include "views/camera/selection_drag.h"
 
 namespace ferrowand {
 
@@ -81,6 +82,14 @@ class CameraWindow : public ChildWindow, public CameraHost {
   void OnDestroy();
   void OnPaint();
   void OnLeftPress(Pixel at);
+  void Click(Pixel at);
+  // Of what is selected there.
+  void BeginDrag(Pixel at);
+  void OnLeftMove(Pixel at);
+  void OnLeftRelease(Pixel at);
+  void EndDrag();
+  Vec3 DragTo(Pixel at) const;
+  void OnDepthWheel(int turned, Pixel at);
   void OnRightPress(Pixel at);
   void OnRightMove(Pixel at);
   void OnRightRelease();
@@ -89,11 +98,13 @@ class CameraWindow : public ChildWindow, public CameraHost {
   Map& map_;
   std::unique_ptr<CameraSurface> surface_;
   std::unique_ptr<Camera> camera_;
-  Pixel press_;         // of the right button
-  bool drags_ = false;  // the right button has moved since
+  Pixel press_;         // of the button that is down
+  bool drags_ = false;  // and the mouse has been moved since
   bool looks_ = false;  // the left button is held to look around
   CameraMouse mouse_;
-  int wheelRest_ = 0;  // of turns smaller than a notch
+  std::optional<SelectionDrag> drag_;  // from the press that took the selection
+  bool clicks_ = false;                // unless that becomes a drag
+  int wheelRest_ = 0;                  // of turns smaller than a notch
 };
 
 }  // namespace ferrowand
