@@ -4,6 +4,7 @@
 #include "shell/commands/command_groups.h"
 #include "shell/windows/child_windows.h"
 #include "shell/windows/window_maker.h"
+#include "views/tools/tool_set.h"
 
 namespace ferrowand {
 namespace {
@@ -31,6 +32,10 @@ void GoToStart(const CameraContext& in, unsigned) {
   }
 }
 
+void Position(const CameraContext& in, unsigned) {
+  if (RequireCamera(in)) in.tools.PositionCamera();
+}
+
 void ChooseDetail(const CameraContext& in, unsigned) {
   if (!RequireCamera(in)) return;
   for (ChildWindow* window : in.windows.WindowsOf(*in.windows.ActiveMap())) {
@@ -54,8 +59,8 @@ void Update(const CameraContext& in, unsigned) {
 
 constexpr CommandHandler<CameraContext> HANDLERS[] = {
     {Command::NewGLCamera, NewGlCamera},       {Command::CameraToStart, GoToStart},
-    {Command::ToolCameraDetail, ChooseDetail}, {Command::ToolRecolour3D, Recolour},
-    {Command::ToolUpdate3D, Update},
+    {Command::ToolCameraPositioner, Position}, {Command::ToolCameraDetail, ChooseDetail},
+    {Command::ToolRecolour3D, Recolour},       {Command::ToolUpdate3D, Update},
 };
 
 }  // namespace

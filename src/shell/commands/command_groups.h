@@ -129,6 +129,7 @@ std::unique_ptr<CommandGroup> MakeWindowCommands(const WindowContext& context);
 struct CameraContext {
   ChildWindows& windows;
   WindowMaker& maker;
+  ToolSet& tools;
   Reporter& reporter;
   const Options& options;
 };

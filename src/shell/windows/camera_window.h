@@ -10,6 +10,7 @@
 #include "shell/windows/child_window.h"
 #include "views/camera/camera.h"
 #include "views/camera/camera_navigation.h"
+#include "views/camera/selection_drag.h"
 
 namespace ferrowand {
 
@@ -63,9 +64,13 @@ class CameraWindow : public ChildWindow, public CameraHost {
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   // Whether the message was one that moves the camera, and nothing else.
   bool OnNavigation(UINT message, WPARAM wParam, LPARAM lParam);
+  // Whether the key moves the camera here, whatever else it is for.
+  bool IsCameraKey(UINT message, int key) const;
+  void FollowKeys();
   bool OnCharacter(char c);
   void OnWheel(int turned);
   bool StartLooking(Pixel at);
+  bool LookTo(Pixel at, bool isHeld);
   void EndLooking();
   // As far as the mouse has been moved with these buttons held.
   void FollowMouse(Pixel at, int buttons);
@@ -77,6 +82,14 @@ class CameraWindow : public ChildWindow, public CameraHost {
   void OnDestroy();
   void OnPaint();
   void OnLeftPress(Pixel at);
+  void Click(Pixel at);
+  // Of what is selected there.
+  void BeginDrag(Pixel at);
+  void OnLeftMove(Pixel at);
+  void OnLeftRelease(Pixel at);
+  void EndDrag();
+  Vec3 DragTo(Pixel at) const;
+  void OnDepthWheel(int turned, Pixel at);
   void OnRightPress(Pixel at);
   void OnRightMove(Pixel at);
   void OnRightRelease();
@@ -85,11 +98,13 @@ class CameraWindow : public ChildWindow, public CameraHost {
   Map& map_;
   std::unique_ptr<CameraSurface> surface_;
   std::unique_ptr<Camera> camera_;
-  Pixel press_;         // of the right button
-  bool drags_ = false;  // the right button has moved since
+  Pixel press_;         // of the button that is down
+  bool drags_ = false;  // and the mouse has been moved since
   bool looks_ = false;  // the left button is held to look around
   CameraMouse mouse_;
-  int wheelRest_ = 0;  // of turns smaller than a notch
+  std::optional<SelectionDrag> drag_;  // from the press that took the selection
+  bool clicks_ = false;                // unless that becomes a drag
+  int wheelRest_ = 0;                  // of turns smaller than a notch
 };
 
 }  // namespace ferrowand

@@ -74,7 +74,8 @@ void Camera::Fly(const CameraMove& move, double seconds) {
   pose.Move(move, MethodOf(options_));
   if (pose == pose_) return;
   const double now = host_.Now();
-  glide_.Start(glide_.At(now, pose_), now, seconds);
+  // A turn of the mouse does not cut short the way that a key has begun.
+  glide_.Start(glide_.At(now, pose_), now, std::max(seconds, glide_.Left(now)));
   Stand(pose);
 }
 
@@ -134,7 +135,7 @@ void Camera::FollowScene() {
   }
 }
 
-CameraPicture Camera::PictureWithout() const {
+CameraPicture Camera::Picture() const {
   return {.pose = pose_,
           .size = host_.DrawingArea(),
           .backClip = static_cast<double>(options_.backClip),
@@ -143,7 +144,7 @@ CameraPicture Camera::PictureWithout() const {
 }
 
 void Camera::Paint() {
-  CameraPicture picture = PictureWithout();
+  CameraPicture picture = Picture();
   if (picture.size.width <= 0 || picture.size.height <= 0) return;
   if (isReleased_) return renderer_->Draw(picture);
   const double now = host_.Now();
@@ -162,8 +163,15 @@ void Camera::Paint() {
   picture.seen = seen;
   picture.tinted = tinted;
   picture.selected = selected;
+  picture.preview = preview_;
   renderer_->Draw(picture);
   if (glide_.IsUnderWay(now)) host_.Repaint();
+}
+
+void Camera::ShowPreview(const std::optional<Vec3>& by) {
+  if (by == preview_) return;
+  preview_ = by;
+  host_.Repaint();
 }
 
 void Camera::Update() {
@@ -185,7 +193,7 @@ void Camera::Restore() {
 }
 
 std::vector<entity*> Camera::PickAll(Pixel at) {
-  CameraPicture picture = PictureWithout();
+  CameraPicture picture = Picture();
   std::vector<entity*> objects;
   if (picture.size.width <= 0 || picture.size.height <= 0 || isReleased_) return objects;
   FollowScene();
@@ -198,24 +206,50 @@ std::vector<entity*> Camera::PickAll(Pixel at) {
   return objects;
 }
 
-CameraHit Camera::Pick(Pixel at) {
+std::vector<entity*> Camera::PickAll(Pixel at, PickLevel level) {
+  std::vector<entity*> picked;
+  for (entity* e : PickAll(at)) {
+    if (level == PickLevel::Brushes && e->brush.getNumFaces() == 0) continue;
+    entity& object = PickedBy(*e, level);
+    if (std::ranges::find(picked, &object) == picked.end()) picked.push_back(&object);
+  }
+  return picked;
+}
+
+CameraHit Camera::HitOf(entity* object, Pixel at) const {
   CameraHit hit;
-  const std::vector<entity*> objects = PickAll(at);
-  if (objects.empty()) return hit;
-  hit.object = objects.front();
-  hit.face =
-      FaceOnRay(hit.object->brush, pose_.eye, DirectionThrough(PictureWithout(), at), hit.point);
+  if (!object) return hit;
+  hit.object = object;
+  hit.face = FaceOnRay(object->brush, pose_.eye, DirectionThrough(Picture(), at), hit.point);
   return hit;
 }
 
+CameraHit Camera::Pick(Pixel at) {
+  const std::vector<entity*> objects = PickAll(at);
+  return HitOf(objects.empty() ? nullptr : objects.front(), at);
+}
+
+CameraHit Camera::PickSelected(Pixel at, PickLevel level) {
+  const std::vector<entity*> objects = PickAll(at);
+  const auto selected = std::ranges::find_if(
+      objects, [this, level](entity* e) { return map_.selection.Contains(PickedBy(*e, level)); });
+  return HitOf(selected == objects.end() ? nullptr : *selected, at);
+}
+
 void Camera::Click(Pixel at, PickLevel level, bool add) {
-  std::vector<entity*> objects = PickAll(at);
-  if (level == PickLevel::Brushes) {
-    std::erase_if(objects, [](const entity* e) { return e->brush.getNumFaces() == 0; });
-  }
+  const std::vector<entity*> objects = PickAll(at, level);
+  if (objects.empty() || map_.selection.Contains(*objects.front())) return;
+  Select(map_, objects.front(), add);
+}
+
+void Camera::GoThrough(Pixel at, PickLevel level, bool deeper) {
+  const std::vector<entity*> objects = PickAll(at, level);
+  const auto selected =
+      std::ranges::find_if(objects, [this](entity* e) { return map_.selection.Contains(*e); });
   if (objects.empty()) return;
-  entity& object = PickedBy(*objects.front(), level);
-  if (!map_.selection.Contains(object)) Select(map_, &object, add);
+  if (selected == objects.end()) return Select(map_, objects.front(), false);
+  const bool isLast = selected == (deeper ? objects.end() - 1 : objects.begin());
+  if (!isLast) Select(map_, deeper ? *(selected + 1) : *(selected - 1), false);
 }
 
 void Camera::OnChange(const MapChange& change) {

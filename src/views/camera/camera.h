@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -76,24 +77,34 @@ class Camera : public MapObserver {
   void Paint();
   // All of it, from the map, the palette and the WADs as they are now.
   void Update();
+  // Where the selection would come to stand; nothing for none.
+  void ShowPreview(const std::optional<Vec3>& by);
   // Gives up what can be made again, and shows nothing until Restore.
   void Release();
   void Restore();
 
   // --- what is picked
-  // What can be picked at the pixel, the nearest first.
+  // What it sees now, but for the objects.
+  CameraPicture Picture() const;
+  // What can be picked at the pixel, the nearest first: the objects themselves, or what a click of
+  // that level takes.
   std::vector<entity*> PickAll(Pixel at);
+  std::vector<entity*> PickAll(Pixel at, PickLevel level);
   CameraHit Pick(Pixel at);
-  // Selects what a click of that level takes, as in the 2D views; where nothing is, the selection
-  // stays. What is selected already stays as it is.
+  // Of the selected ones.
+  CameraHit PickSelected(Pixel at, PickLevel level);
+  // Selects what a click takes, as in the 2D views; where nothing is, the selection stays. What is
+  // selected already stays as it is.
   void Click(Pixel at, PickLevel level, bool add);
+  // Selects instead what lies behind, or before, the selected one of those at the pixel.
+  void GoThrough(Pixel at, PickLevel level, bool deeper);
 
   // --- from the map
   void OnChange(const MapChange& change) override;
 
  private:
   void Stand(const CameraPose& pose);
-  CameraPicture PictureWithout() const;
+  CameraHit HitOf(entity* object, Pixel at) const;
   void FollowScene();
   ShapeStyle Style() const;
   void ShowCaption();
@@ -107,6 +118,7 @@ class Camera : public MapObserver {
   CameraGlide glide_;
   RenderMode mode_ = RenderMode::Textured;
   bool tintsEntities_ = false;
+  std::optional<Vec3> preview_;
   bool isReleased_ = false;
   bool knowsScene_ = false;  // else all of it is learned at the next picture
   std::string caption_;      // as the window was told last

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -65,6 +66,7 @@ struct CameraPicture {
   bool dither = false;
   std::span<const ShapeName> seen = {};  // the nearest first
   std::span<const ShapeName> tinted = {}, selected = {};
+  std::optional<Vec3> preview = {};  // the selected ones' edges, moved that far, once more
 };
 
 class CameraRenderer {

@@ -165,7 +165,8 @@ TEST_F(GlRendererTest, AnotherGammaIsSeenAtOnce) {
         for (int i = 0; i < 256; ++i) numbers += "10 20 30 ";
         return numbers;
       }());
-  small.data.LoadPalette({});
+  small.data.palette.Load(small.data.searchPath, {}, small.reporter);
+  small.data.wads.ForgetColours();
   small.map.AnnounceEverything();
   Draw(RenderMode::Textured);
   EXPECT_TRUE(IsAlike(gl.At(78, 53), {10, 20, 30}));
