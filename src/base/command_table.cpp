@@ -26,6 +26,15 @@ bool CanUndo(const CommandFacts& facts) {
 bool CanRedo(const CommandFacts& facts) {
   return facts.canRedo;
 }
+bool HasLeak(const CommandFacts& facts) {
+  return facts.hasLeak;
+}
+bool LeakShown(const CommandFacts& facts) {
+  return facts.showsLeak;
+}
+bool PortalsShown(const CommandFacts& facts) {
+  return facts.showsPortals;
+}
 template <std::size_t index>
 bool Recent(const CommandFacts& facts) {
   return facts.HasRecentMap(index);
@@ -151,6 +160,11 @@ constexpr CommandRow MAINMENU[] = {
     {Command::CheckMap, "Tools", "&Check Map...", "", HasMap},
     {Command::PakNew, "Tools/Pak", "&New...", "", HasMap},
     {Command::PakTool, "Tools/Pak", "&Tool...", "", HasMap},
+    {Command::ShowLeak, "Tools/Leak line", "&Show", "", HasMap, LeakShown},
+    {Command::NextLeakPoint, "Tools/Leak line", "&Next point", "F8", HasLeak},
+    {Command::PreviousLeakPoint, "Tools/Leak line", "&Previous point", "Shift+F8", HasLeak},
+    {Command::ShowPortals, "Tools/Leak line", "P&ortals", "", HasMap, PortalsShown},
+    {Command::LoadLeak, "Tools/Leak line", "&Load...", "", HasMap},
     {Command::ZoomIn, "View/Zoom", "&In", "+", HasView},
     {Command::ZoomOut, "View/Zoom", "&Out", "-", HasView},
     {Command::ZoomTo, "View/Zoom", "&To", "(hold d)", Always},

@@ -79,6 +79,11 @@ enum class Command : std::uint16_t {
   CheckMap = 51708,
   PakNew = 51720,
   PakTool = 120,
+  ShowLeak = 50110,
+  NextLeakPoint = 50111,
+  PreviousLeakPoint = 50112,
+  ShowPortals = 50113,
+  LoadLeak = 50114,
 
   ZoomIn = 51774,
   ZoomOut = 51775,
@@ -176,6 +181,9 @@ struct CommandFacts {
   bool canRedo = false;
   bool grid = false;  // of the active map
   bool snap = false;
+  bool hasLeak = false;    // a line that tells where the map leaks has been read
+  bool showsLeak = false;  // and is drawn
+  bool showsPortals = false;
   std::uint8_t mapMode = 0;          // of the active view
   Command mode{};                    // that is in use, or the solid being made; 0 for none
   bool selectsFull = false;          // a rectangle takes only what lies inside

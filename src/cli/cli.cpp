@@ -1,15 +1,21 @@
 #include "cli/cli.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <iomanip>
 #include <memory>
 #include <ostream>
 
+#include "base/options.h"
 #include "cli/arguments.h"
-#include "cli/map_statistics.h"
+#include "cli/compile_command.h"
 #include "cli/printable.h"
+#include "compile/compile_files.h"
 #include "document/map.h"
+#include "gamedata/bsp_file.h"
 #include "gamedata/file_kind.h"
+#include "operations/map_findings.h"
+#include "operations/map_statistics.h"
 #include "platform/file.h"
 #include "platform/system.h"
 
@@ -66,20 +72,30 @@ class Session {
       : arguments_(arguments), out_(out), err_(err), sink_(err), reporter_(sink_) {}
 
   int Run() {
-    const int status = arguments_.command == "info"      ? Info()
-                       : arguments_.command == "convert" ? Convert()
-                       : arguments_.command == "wad"     ? ListWad()
-                                                         : ListClasses();
+    struct Verb {
+      std::string_view name;
+      int (Session::*run)();
+    };
+    constexpr Verb VERBS[] = {{"info", &Session::Info},          {"convert", &Session::Convert},
+                              {"check", &Session::Check},        {"compile", &Session::Compile},
+                              {"bsp", &Session::SummariseBsp},   {"wad", &Session::ListWad},
+                              {"classes", &Session::ListClasses}};
+    const auto* verb = std::ranges::find(VERBS, arguments_.command, &Verb::name);
+    const int status = (this->*verb->run)();
     return status == CLEAN && sink_.Reported() ? REPORTED : status;
   }
 
  private:
   int Info();
   int Convert();
+  int Check();
+  int Compile();
+  int SummariseBsp();
   int ListWad();
   int ListClasses();
 
   std::unique_ptr<Map> Load();
+  bool WriteForTools(Map& map, const std::string& target, unsigned option);
   void SetUpGameData(const std::string& mapName);
   bool FoundInSearchPath(const std::string& name) const;
   // With what is wrong, where that is known.
@@ -185,6 +201,57 @@ int Session::Convert() {
   const bool isSaved = map->Save(target, option, settings);
   map->RemoveObserver(losses);
   return !isSaved ? NO_FILE : losses.Printed() ? REPORTED : CLEAN;
+}
+
+int Session::Check() {
+  const std::unique_ptr<Map> map = Load();
+  if (!map) return NO_FILE;
+  std::vector<Problem> problems;
+  CheckMap(*map, problems, map->wads, arguments_.strict ? STRICT_TOLERANCE : CHECK_TOLERANCE);
+  for (const Problem& problem : problems) out_ << Printable(ReportLine(problem)) << '\n';
+  std::vector<Finding> findings;
+  FindInTree(*map, findings);
+  FindInMap(*map, findings);
+  if (!findings.empty()) out_ << FINDINGS_HEADING << '\n';
+  for (const Finding& finding : findings) out_ << Printable(ReportLine(finding)) << '\n';
+  return problems.empty() && findings.empty() ? CLEAN : REPORTED;
+}
+
+// A map that is a Quake map is what the tools read. Nobody can be asked here about the files of
+// others.
+bool Session::WriteForTools(Map& map, const std::string& target, unsigned option) {
+  if (target == map.filename) return true;
+  if (file::Find(target) == FindResult::Found && !IsOwnQuakeMap(target)) {
+    err_ << "Not written over what Ferrowand has not made: " << Printable(target) << '\n';
+    return false;
+  }
+  SaveSettings settings;
+  settings.copyFolder = UserDataDirectory();
+  LossPrinter losses(err_);
+  map.AddObserver(losses);
+  const bool isWritten = map.WriteForTools(target, option, settings);
+  map.RemoveObserver(losses);
+  return isWritten;
+}
+
+int Session::Compile() {
+  const std::optional<CompileOptions> options = ChosenOptions(arguments_, err_);
+  const std::unique_ptr<Map> map = options ? Load() : nullptr;
+  if (!map) return NO_FILE;
+  const unsigned option = options->Has(COMPILE_ONLY_VISIBLE) ? WRITE_VISIBLE_ONLY : 0;
+  const std::string target = ToolsMapPath(*map, option);
+  if (!WriteForTools(*map, target, option)) return NO_FILE;
+  for (const std::string& note : NotesOnToolsMap(*map, target)) err_ << Printable(note) << '\n';
+  const CompileSetup setup{target, *options, arguments_.quake, Options().quakeExecutable,
+                           arguments_.tools};
+  return RunCompile(setup, arguments_.report, reporter_, out_, err_);
+}
+
+int Session::SummariseBsp() {
+  const std::string& name = arguments_.operands.front();
+  if (file::Find(name) != FindResult::Found) return CannotOpen(name);
+  for (const std::string& line : BspSummary(name)) out_ << line << '\n';
+  return CLEAN;
 }
 
 int Session::ListWad() {

@@ -140,7 +140,9 @@ class entity {
 
  protected:
   Reporter& Report() const;
-  void WriteKeysAndFaces(TextWriter& out, bool (*isWritten)(std::string_view name)) const;
+  // With the keys of another, of which those are written that may be.
+  void WriteKeysAndFaces(TextWriter& out, const entity& keys,
+                         bool (*isWritten)(std::string_view name)) const;
   // The extended text, but with the keys of another.
   void WriteExtended(TextWriter& out, const entity& keys) const;
 

@@ -45,8 +45,9 @@ void entity::WriteExtended(TextWriter& out, const entity& keys) const {
   out.Put("}\n");
 }
 
-void entity::WriteKeysAndFaces(TextWriter& out, bool (*isWritten)(std::string_view name)) const {
-  WriteKeysAndFaces(out, keys_, isWritten);
+void entity::WriteKeysAndFaces(TextWriter& out, const entity& keys,
+                               bool (*isWritten)(std::string_view name)) const {
+  WriteKeysAndFaces(out, keys.keys_, isWritten);
 }
 
 // What opens right behind a brush's faces is taken for another brush: where faces and children are

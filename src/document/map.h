@@ -65,6 +65,10 @@ class Map : public entity {
   // The same, but the document keeps its own name and stays as modified as it is.
   bool Export(const std::string& name, unsigned option, const SaveSettings& settings);
 
+  // What the game's tools are to read, under that name, and nothing else: the document keeps its
+  // keys, its name and its state.
+  bool WriteForTools(const std::string& name, unsigned option, const SaveSettings& settings);
+
   // What a save as Extended Map would write. The document stays to the letter as it is.
   std::string ExtendedText(const SaveSettings& settings) const;
 
@@ -121,6 +125,7 @@ class Map : public entity {
   void ForgetStrangers();
   void FinishSelection();
   void Announce();
+  void WriteQuakeMap(TextWriter& out, const entity& keys, unsigned option) const;
   ReplaceResult Write(const std::string& target, unsigned option, const SaveSettings& settings);
   void TellWritten(const std::string& target, unsigned option, const ReplaceResult& result);
   void SetWorldspawnKeys(entity& world, const SaveSettings& settings, bool onlyOneWad) const;

@@ -113,9 +113,13 @@ void Map::SetWorldspawnKeys(entity& world, const SaveSettings& settings, bool on
 }
 
 void Map::WriteMapBrushes(TextWriter& out, unsigned option) const {
+  WriteQuakeMap(out, *this, option);
+}
+
+void Map::WriteQuakeMap(TextWriter& out, const entity& keys, unsigned option) const {
   out.Put(QUAKE_MAP_HEADER);
   out.Put("{\n");
-  WriteKeysAndFaces(out, [](std::string_view name) { return !IsEditorKey(name); });
+  WriteKeysAndFaces(out, keys, [](std::string_view name) { return !IsEditorKey(name); });
   for (const EntityPtr& child : getEntityList()) child->WriteMapBrushes(out, option);
   out.Put("}\n");
   for (const EntityPtr& child : getEntityList()) child->WriteMapEntity(out, option);
@@ -176,6 +180,17 @@ bool Map::Export(const std::string& name, unsigned option, const SaveSettings& s
   withoutBackups.backups = 0;
   const ReplaceResult result = Write(target, option, withoutBackups);
   TellWritten(target, option, result);
+  return result.written;
+}
+
+bool Map::WriteForTools(const std::string& name, unsigned option, const SaveSettings& settings) {
+  const EntityPtr world = CopyAlone();
+  SetWorldspawnKeys(*world, settings, settings.onlyOneWad);
+  TextWriter out;
+  WriteQuakeMap(out, *world, option);
+  const ReplaceResult result =
+      ReplaceFile(name, out.Text(), {settings.backups, settings.copyFolder}, &Report());
+  TellWritten(name, option, result);
   return result.written;
 }
 

@@ -33,6 +33,8 @@ const char* Reason(EditResult result) {
       return "This map has no template of that name";
     case EditResult::NameTaken:
       return "There is a template of this name already";
+    case EditResult::NoTexture:
+      return "No WAD of this map has a texture of that name";
     case EditResult::LastLayer:
       return "A map needs a layer";
     case EditResult::NotAMap:

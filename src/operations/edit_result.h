@@ -19,6 +19,7 @@ enum class EditResult {
   NoName,
   NoTemplate,  // that an instance could show
   NameTaken,   // a second one could not be found
+  NoTexture,   // in the WADs of the map
   LastLayer,
   NotAMap,     // the text holds no objects
   CannotOpen,  // the file

@@ -23,15 +23,14 @@ CheckCode CheckFaceCount(int faces) {
 
 }  // namespace
 
-void CheckMap(entity& e, std::vector<Problem>& list, const WadList& wads, double tolerance) {
-  Brush& brush = e.brush;
-  const int faces = brush.getNumFaces();
+void CheckObject(entity& e, std::vector<Problem>& list, const WadList& wads, double tolerance) {
   const auto add = [&](int face, CheckCode code) {
     if (code == CheckCode::None) return;
     list.push_back({&e, static_cast<std::uint8_t>(face), code});
   };
+  Brush brush = e.brush.Copy();
+  const int faces = brush.getNumFaces();
   for (int i = 0; i < faces; ++i) UpdateFromWinding(brush.face(i));
-  e.Touch();
   for (int i = 0; i < faces; ++i) {
     add(i, FaceCheck(brush.face(i), tolerance));
     if (IsPlaceholder(brush.face(i).texture, wads)) add(i, CheckCode::UnknownTexture);
@@ -39,16 +38,24 @@ void CheckMap(entity& e, std::vector<Problem>& list, const WadList& wads, double
   add(NO_FACE, CheckFaceCount(faces));
   if (!IsBrushConvex(brush)) add(NO_FACE, CheckCode::NonConvex);
   if (faces > 0 && e.GetKey("origin")) add(NO_FACE, CheckCode::BrushAndOrigin);
+}
+
+void CheckMap(entity& e, std::vector<Problem>& list, const WadList& wads, double tolerance) {
+  CheckObject(e, list, wads, tolerance);
   for (const EntityPtr& child : e.getEntityList()) CheckMap(*child, list, wads, tolerance);
 }
 
-std::string ReportLine(const Problem& problem) {
-  const std::string& classname = problem.e->getClass()->classname;
-  const char* name = problem.e->GetKey("XMPentityname");
-  std::string line = CheckName(problem.code);
+std::string ReportLine(const std::string& what, const entity& e, std::uint8_t face) {
+  const std::string& classname = e.getClass()->classname;
+  const char* name = e.GetKey("XMPentityname");
+  std::string line = what;
   line += name ? ", " + classname + " named: " + name : ", Unnamed " + classname;
-  if (problem.face != NO_FACE) line += ", face " + std::to_string(problem.face);
+  if (face != NO_FACE) line += ", face " + std::to_string(face);
   return line;
+}
+
+std::string ReportLine(const Problem& problem) {
+  return ReportLine(CheckName(problem.code), *problem.e, problem.face);
 }
 
 }  // namespace ferrowand

@@ -27,6 +27,18 @@ std::uint64_t ProcessMemoryBytes();
 // full stop, any case), in ascending order without regard to case.
 std::vector<std::string> ListFiles(const std::string& directory, const std::string& extension);
 
+// The same file or folder by its short name, which has neither blanks nor letters that some program
+// might not know; the path as it is where the system keeps no such names.
+std::string ShortPath(const std::string& path);
+
+enum class ProcessorKind : std::uint8_t { Intel, Mips, Alpha, PowerPc, Other };
+struct Processor {
+  ProcessorKind kind = ProcessorKind::Other;
+  unsigned level = 0;  // as the system counts them
+  unsigned revision = 0;
+};
+Processor MachineProcessor();
+
 // '\' on Windows, '/' elsewhere.
 char PathSeparator();
 

@@ -5,6 +5,7 @@
 #include <span>
 
 #include "document/picking.h"
+#include "operations/map_check.h"
 #include "platform/pixel.h"
 #include "views/child_boxes.h"
 #include "views/view_transform.h"
@@ -14,8 +15,6 @@ namespace ferrowand {
 class Brush;
 class Map;
 class entity;
-
-inline constexpr int NO_FACE = 255;
 
 struct Hit {
   entity* object = nullptr;  // the brush or the point entity itself, or null

@@ -118,7 +118,7 @@ void MapView::OnChange(const MapChange& change) {
 void MapView::TellSelection() {
   const std::vector<entity*>& objects = map.selection.Objects();
   if (objects.empty()) {
-    SetStatus(tool_ ? tool_->Name() : "");
+    SetStatus((tool_ ? tool_->Name() + ": " : "") + InWords(list_.FiguresOf(map)));
   } else {
     SetStatus(objects.size() == 1 ? InWords(*objects.front()) : InWords(objects));
   }

@@ -13,9 +13,11 @@
 
 #include "base/options.h"
 #include "document/map.h"
+#include "operations/map_statistics.h"
 #include "platform/canvas.h"
 #include "views/child_boxes.h"
 #include "views/draw_context.h"
+#include "views/map_marks.h"
 #include "views/view_transform.h"
 
 namespace ferrowand {
@@ -86,9 +88,17 @@ class ViewList {
   // It stood there before.
   void CameraMoved(const Camera& camera, const CameraPose& from) const;
 
+  // Of the map as it is, for the status: counted when it is asked for after a change.
+  const MapFigures& FiguresOf(const Map& map);
+
+  // That they draw over the maps.
+  MarksOfMaps marks;
+
  private:
   std::vector<MapView*> views_;
   std::vector<Camera*> cameras_;
+  MapFigures figures_;
+  std::pair<const Map*, std::uint32_t> counted_{};  // the map, and its revision then
 };
 
 class MapView : public MapObserver {
@@ -127,6 +137,8 @@ class MapView : public MapObserver {
   PixelSize MeasureLabel(std::string_view text) const { return host_.MeasureLabel(text); }
   // For hit tests in the map.
   ChildBoxes& Boxes() const { return *boxes_; }
+  // What is learned anew at the next hit or paint.
+  void ReleaseDrawingData() { *boxes_ = ChildBoxes(); }
   // The bounds of what is or was selected last in the map; empty where nothing has been.
   const Bounds& LastSelected() const { return lastSelected_; }
   // For drawing parts of the map as this view does.

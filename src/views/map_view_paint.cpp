@@ -117,6 +117,7 @@ void MapView::Paint(Canvas& canvas, const PixelRect& update) {
   DrawContext context = Context(IsPale() ? static_cast<Canvas&>(pale) : canvas, update);
   DrawTree(map, context);
 
+  if (const MapMarks* marks = list_.marks.Find(map)) DrawMarks(*marks, transform, canvas);
   DrawCamera(canvas);
   if (tool_) {
     tool_->DrawOverlay(*this, canvas);

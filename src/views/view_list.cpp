@@ -7,6 +7,7 @@
 namespace ferrowand {
 
 void ViewList::Add(MapView& view) {
+  counted_ = {};  // another map may lie where one was
   views_.push_back(&view);
 }
 
@@ -40,6 +41,13 @@ void ViewList::CameraMoved(const Camera& camera, const CameraPose& from) const {
     view->RepaintCamera(from);
     view->RepaintCamera(camera.Pose());
   }
+}
+
+const MapFigures& ViewList::FiguresOf(const Map& map) {
+  const std::pair now{&map, map.Revision()};
+  if (counted_ != now) figures_ = ferrowand::FiguresOf(map);
+  counted_ = now;
+  return figures_;
 }
 
 std::vector<MapView*> ViewList::ViewsOf(const Map& map) const {

@@ -50,7 +50,7 @@ class CommandTableTest : public testing::Test {
 };
 
 TEST_F(CommandTableTest, WhatNeedsNoMapWhatNeedsAViewAndAllTheOthersNeedAMap) {
-  Commands more{Undo, Redo};
+  Commands more{Undo, Redo, NextLeakPoint, PreviousLeakPoint};
   for (unsigned i = 0; i < Options::NUMRECENTMAPS; ++i) {
     more.insert(static_cast<Command>(Id(RecentMap) + i));
   }

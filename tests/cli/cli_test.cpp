@@ -10,6 +10,7 @@
 #include "support/cases.h"
 #include "support/map_text.h"
 #include "support/temp_dir.h"
+#include "support/tool_bench.h"
 
 namespace ferrowand {
 namespace {
@@ -193,12 +194,73 @@ TEST(Cli, RefusesALineThatMakesNoSense) {
       {"info", "a", "--loud"},
       {"wad", "a", "--qc", "b"},
       {"info", "a", "--visible-only"},
+      {"info", "a", "--strict"},
+      {"compile", "a"},
+      {"compile", "a", "--tools", "b", "--flags", "0x4000"},
   };
   for (const auto& line : lines) {
     const Result result = RunLine(line);
     EXPECT_EQ(result.status, 2);
     EXPECT_TRUE(Contains(result.err, "usage: ferrowand-cli"));
   }
+}
+
+TEST(Cli, ChecksAMapAndSaysWhenThereIsNothing) {
+  const TempDir folder;
+  const Result bad = RunLine({"check", folder.Write("cube.map", MapText())});
+  EXPECT_EQ(bad.status, 1);
+  EXPECT_TRUE(bad.out.starts_with("Unknown texture, Unnamed brush, face 0\n")) << bad.out;
+  EXPECT_TRUE(
+      bad.out.ends_with("Further findings:\n"
+                        "Entity outside the world's brushes, Unnamed light\n"
+                        "No player start, worldspawn named: worldspawn\n"))
+      << bad.out;
+  const Result good = RunLine({"check", FERROWAND_DATA "/maps/sample.xmp", "--strict", "--wad-path",
+                               FERROWAND_DATA, "--qc", FERROWAND_DATA "/ents.qc"});
+  EXPECT_EQ(good.status, 0) << good.out << good.err;
+  EXPECT_EQ(good.out, "");
+}
+
+TEST(Cli, CompilesWithTheToolsOfTheSystemAndTellsWhatCameOfIt) {
+  const ToolBench bench;
+  bench.PutAll();
+  const std::string tools = bench.dir.Path(), report = bench.dir.Path("out.log");
+  const auto compile = [&](std::vector<std::string> more) {
+    more.insert(more.begin(), {"compile", bench.map, "--tools", tools});
+    return RunLine(more);
+  };
+  const std::string quake = bench.dir.Path("quake");
+  Result result = compile({"--quake", quake, "--report", report});
+  EXPECT_EQ(result.status, 0) << result.out << result.err;
+  EXPECT_TRUE(Contains(result.out, "Qbsp started\n")) << result.out;
+  EXPECT_TRUE(Contains(result.out, "  lit\n")) << result.out;
+  EXPECT_TRUE(bench.Called("quake/quake").empty()) << "not asked for";
+  EXPECT_EQ(bench.dir.Read("quake/id1/maps/room.bsp"), "vis");
+  EXPECT_TRUE(Contains(bench.dir.Read("out.log"), "Fast approximation\n"));
+  EXPECT_EQ(compile({"--quake", quake, "--flags", "0x200"}).status, 0);
+  EXPECT_EQ(bench.Called("quake/quake").size(), 3u);
+
+  bench.Put("qbsp", "leave bsp level");
+  EXPECT_EQ(compile({"--flags", "1"}).status, 1) << "leaks";
+  bench.Put("qbsp", "print no\nend 1");
+  result = compile({"--flags", "1"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_TRUE(Contains(result.out, "ended with status 1.\nQbsping unsuccessful!")) << result.out;
+  EXPECT_EQ(compile({"--profile", "nobody's"}).status, 2);
+  EXPECT_EQ(compile({"--report", bench.dir.Path("none/out.log")}).status, 2);
+
+  const std::string foreign = bench.dir.Read("room.map");
+  result = RunLine({"compile", bench.dir.Write("room.xmp", foreign), "--tools", tools});
+  EXPECT_EQ(result.status, 2) << "that Quake map is somebody else's";
+  EXPECT_EQ(bench.dir.Read("room.map"), foreign);
+}
+
+TEST(Cli, SummarisesALevel) {
+  const TempDir folder;
+  const Result result = RunLine({"bsp", folder.Write("a.bsp", std::string("\x1d\0\0\0", 4))});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_TRUE(result.out.starts_with("BSP Version: 29\n    0 models, (    0 bytes)\n"));
+  EXPECT_EQ(RunLine({"bsp", folder.Path("none.bsp")}).status, 2);
 }
 
 TEST(Cli, ListsTheTexturesOfAWad) {

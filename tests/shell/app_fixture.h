@@ -73,6 +73,14 @@ class ScriptedDialogs : public Dialogs {
 
   bool AskOptions(const OptionsToEdit& edit) override { return options && options(edit); }
 
+  // The scripted answer, or what is shown at first.
+  std::optional<CompileOptions> AskCompile(const CompileQuestion& question) override {
+    if (declinesCompile) return std::nullopt;
+    return compile.value_or(question.options);
+  }
+
+  std::optional<CompileOptions> compile;
+  bool declinesCompile = false;
   std::deque<std::string> files;
   std::deque<Colour> colours;
   std::deque<unsigned> commands;

@@ -92,6 +92,8 @@ Key KeyOf(std::string_view text) {
     key.key = VK_DELETE;
   else if (text == "TAB")
     key.key = VK_TAB;
+  else if (text == "F8")
+    key.key = VK_F8;
   else if (text == "?")
     return {0, '?'};
   else if (text == "G" && key.flags == FVIRTKEY)

@@ -80,8 +80,9 @@ inline void ExpectTidy(HWND parent) {
     }
     const LONG box = IsCheckBox(child) ? Scaled(16) : 0;
     const bool isText = ClassOf(child) == "Static" || ClassOf(child) == "Button";
-    const bool isOwn = (GetWindowLongA(child, GWL_STYLE) & BS_TYPEMASK) == BS_OWNERDRAW;
-    if (isText && !isOwn) {
+    const LONG style = GetWindowLongA(child, GWL_STYLE);
+    const bool isOwn = (style & BS_TYPEMASK) == BS_OWNERDRAW;
+    if (isText && !isOwn && (style & SS_ELLIPSISMASK) == 0) {
       EXPECT_LE(TextWidth(child) + box, place.right - place.left) << name;
     }
   }

@@ -77,6 +77,68 @@ TEST_F(AppTest, ViewsLayersAndProgressAreTidyAtEverySizeOfLetters) {
   parts->progress.End();
 }
 
+TEST_F(AppTest, WhatBelongsToACompileIsTidyAtEverySizeOfLetters) {
+  ASSERT_TRUE(Start());
+  OpenTwoBrushes();
+  const Visitor visitor([&](HWND dialog) {
+    ExpectTidy(dialog);
+    RECT place;
+    GetWindowRect(dialog, &place);
+    EXPECT_LE(place.right - place.left, Scaled(800));
+    EXPECT_LE(place.bottom - place.top, Scaled(600));
+    SendMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
+  });
+  EXPECT_FALSE(SystemDialogs().AskCompile({{}, {}, {}, &clipboard}));
+  Give(Command::GetInfo);
+  const HWND info = parts->sides.All().front()->Handle();
+  SendMessageA(info, WM_COMMAND, ID_INFO_MORE, 0);
+  ExpectTidy(info);
+  dialogs.compile = CompileOptions{.flags = COMPILE_QBSP};
+  Give(Command::Compile);
+  const HWND overview = parts->sides.All().back()->Handle();
+  EXPECT_NE(overview, info);
+  ExpectTidy(overview);
+  Give(Command::CheckMap);
+  ExpectTidy(parts->windows.ActiveWindow()->Handle());
+}
+
+TEST_F(AppTest, ProfilesAreKeptChosenAndTravelAsText) {
+  ASSERT_TRUE(Start());
+  std::vector<CompileProfile> kept;
+  const auto ask = [&](const std::function<void(HWND)>& use) {
+    const Visitor visitor([&](HWND dialog) {
+      use(dialog);
+      SendMessageA(dialog, WM_COMMAND, IDOK, 0);
+    });
+    return SystemDialogs().AskCompile({CompileOptions{.flags = 0, .visLevel = 2, .threads = 3},
+                                       kept, [&](const auto& profiles) { kept = profiles; },
+                                       &clipboard});
+  };
+  const auto press = [](HWND dialog, int id) { SendDlgItemMessageA(dialog, id, BM_CLICK, 0, 0); };
+  const auto chosen = ask([&](HWND dialog) {
+    SetDlgItemTextW(dialog, ID_COMPILE_QUAKE_PARAMS, L"+name \x0416");
+    press(dialog, ID_COMPILE_EXTRA);
+    press(dialog, ID_COMPILE_THREAD_BUTTON);
+    SetDlgItemTextA(dialog, ID_COMPILE_PROFILE, "night");
+    press(dialog, ID_COMPILE_KEEP);
+    press(dialog, ID_COMPILE_COPY);
+  });
+  const CompileOptions night{COMPILE_EXTRA, 2, 1, "", "", "", "+name \xd0\x96"};
+  EXPECT_EQ(chosen, night);
+  ASSERT_EQ(kept.size(), 1u);
+  EXPECT_EQ(kept.front().options, night);
+  EXPECT_EQ(ask([&](HWND dialog) { press(dialog, ID_COMPILE_STANDARD); }), CompileOptions());
+  EXPECT_EQ(ask([&](HWND dialog) {
+              SendDlgItemMessageA(dialog, ID_COMPILE_PROFILE, CB_SETCURSEL, 0, 0);
+              SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(ID_COMPILE_PROFILE, CBN_SELCHANGE), 0);
+              press(dialog, ID_COMPILE_DELETE);
+            }),
+            night);
+  EXPECT_TRUE(kept.empty());
+  EXPECT_EQ(ask([&](HWND dialog) { press(dialog, ID_COMPILE_PASTE); }), night);
+  EXPECT_EQ(kept.size(), 1u);
+}
+
 TEST_F(AppTest, EveryCommandOfTheBarHasAButtonInTheGroupsOfTheDesign) {
   ASSERT_TRUE(Start());
   const HWND bar = FindWindowExA(parts->frame.Handle(), nullptr, TOOLBARCLASSNAMEA, nullptr);

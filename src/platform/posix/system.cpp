@@ -79,6 +79,14 @@ std::vector<std::string> FileNames(const std::string& directory) {
   return names;
 }
 
+std::string ShortPath(const std::string& path) {
+  return path;
+}
+
+Processor MachineProcessor() {
+  return {};
+}
+
 char PathSeparator() {
   return '/';
 }

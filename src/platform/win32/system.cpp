@@ -86,6 +86,32 @@ std::vector<std::string> FileNames(const std::string& directory) {
   return names;
 }
 
+std::string ShortPath(const std::string& path) {
+  const std::string name = TextOf(
+      [&](DWORD size, char* buffer) { return GetShortPathNameA(path.c_str(), buffer, size); });
+  return name.empty() ? path : name;
+}
+
+Processor MachineProcessor() {
+  SYSTEM_INFO info{};
+  GetSystemInfo(&info);
+  const auto kind = [&info] {
+    switch (info.wProcessorArchitecture) {
+      case PROCESSOR_ARCHITECTURE_INTEL:
+        return ProcessorKind::Intel;
+      case PROCESSOR_ARCHITECTURE_MIPS:
+        return ProcessorKind::Mips;
+      case PROCESSOR_ARCHITECTURE_ALPHA:
+        return ProcessorKind::Alpha;
+      case PROCESSOR_ARCHITECTURE_PPC:
+        return ProcessorKind::PowerPc;
+      default:
+        return ProcessorKind::Other;
+    }
+  };
+  return {kind(), info.wProcessorLevel, info.wProcessorRevision};
+}
+
 char PathSeparator() {
   return '\\';
 }

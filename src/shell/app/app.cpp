@@ -83,6 +83,7 @@ bool App::Pump() {
 }
 
 void App::Dispatch(MSG& message) {
+  if (parts_->sides.TakesMessage(message)) return;
   if (TranslateMDISysAccel(parts_->frame.Client(), &message)) return;
   const HWND tips = parts_->tips.Handle();
   if (tips && IsDialogMessageW(tips, &message)) return;

@@ -18,9 +18,10 @@ AppParts::AppParts(HINSTANCE instance, const Seams& seams)
       toolHost({windows, tools, commands, reporter, seams.dialogs, popups, objects}),
       tools(toolHost, windows.Views(), options),
       joystick(seams.joysticks, options, reporter),
-      maker(windows, {options, reporter, commands, tools, toolHost, objects, backBuffer},
+      maker(windows, sides, {options, reporter, commands, tools, toolHost, objects, backBuffer},
             {options, reporter, seams.dialogs, popups, commands},
-            {options, reporter, seams.dialogs, popups, tools, joystick}),
+            {options, reporter, seams.dialogs, popups, tools, joystick},
+            {options, reporter, seams.dialogs}),
       documents(data, options, seams.dialogs, maker, seams.dataFolder),
       accelerators(instance, commands, frame),
       tips(options, objects) {
@@ -37,6 +38,8 @@ void AppParts::AddCommands(const Seams& seams) {
   commands.Add(MakeOperateCommands({windows, tools, dialogs, reporter}));
   commands.Add(MakeInsertCommands({windows, maker, commands, dialogs, reporter, options}));
   commands.Add(MakeTemplateCommands({documents, windows, dialogs, reporter}));
+  commands.Add(MakeCompileCommands({data, documents, windows, sides, maker, frame, dialogs,
+                                    seams.clipboard, reporter, options, seams.dataFolder}));
   commands.Add(MakeViewCommands({documents, windows, commands, popups, reporter, options}));
   commands.Add(MakeWindowCommands({windows, maker, frame, commands, popups, options}));
   commands.Add(MakeCameraCommands({windows, maker, reporter, options}));

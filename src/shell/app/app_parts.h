@@ -19,6 +19,7 @@
 #include "shell/system/gdi_canvas.h"
 #include "shell/windows/camera_joystick.h"
 #include "shell/windows/child_windows.h"
+#include "shell/windows/side_windows.h"
 #include "shell/windows/window_maker.h"
 #include "shell/windows/window_tool_host.h"
 #include "views/tools/tool_set.h"
@@ -45,6 +46,7 @@ struct AppParts {
   Commands commands;
   Frame frame;
   ChildWindows windows;
+  SideWindows sides;
   WindowToolHost toolHost;
   ToolSet tools;
   CameraJoystick joystick;

@@ -5,6 +5,8 @@
 #include "shell/frame/load_window.h"
 #include "shell/resources/resource.h"
 #include "shell/windows/camera_window.h"
+#include "shell/windows/check_window.h"
+#include "shell/windows/compile_window.h"
 #include "shell/windows/key_list_window.h"
 #include "shell/windows/layer_list.h"
 #include "shell/windows/layer_window.h"
@@ -68,9 +70,11 @@ bool WindowClasses::Register() {
       {CLIENT_CLASS, ClientWindowFunc, CS_DBLCLKS, 4, LTGRAY_BRUSH, IDC_ARROW, false},
       {MAP_CLASS, MapFunc, CS_DBLCLKS, 4, NULL_BRUSH, nullptr, false},
       {CAMERA_CLASS, View3DWindowFunc, CS_DBLCLKS, 4, BLACK_BRUSH, IDC_ARROW, false},
+      {COMPILE_CLASS, CompileFunc, 0, 0, LTGRAY_BRUSH, IDC_ARROW, false},
       {LAYER_CLASS, LayerFunc, 0, 0, LTGRAY_BRUSH, IDC_ARROW, false},
       {LAYER_LIST_CLASS, LayerListFunc, CS_DBLCLKS, 0, LTGRAY_BRUSH, IDC_ARROW, false},
       {LOAD_WINDOW_CLASS, LoadWindowFunc, 0, 8, LTGRAY_BRUSH, IDC_ARROW, false},
+      {CHECK_CLASS, CheckFunc, 0, 0, LTGRAY_BRUSH, IDC_ARROW, false},
   };
   for (const Row& row : rows) {
     WNDCLASSEXA windowClass{};

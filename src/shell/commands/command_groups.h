@@ -20,6 +20,7 @@ class Joysticks;
 class Map;
 class PopupMenus;
 class Reporter;
+class SideWindows;
 class ToolSet;
 class WindowMaker;
 struct GameData;
@@ -132,6 +133,22 @@ struct CameraContext {
   const Options& options;
 };
 std::unique_ptr<CommandGroup> MakeCameraCommands(const CameraContext& context);
+
+// Compile!, what it leaves to look at, and what is asked of a map before.
+struct CompileContext {
+  GameData& data;
+  Documents& documents;
+  ChildWindows& windows;
+  SideWindows& sides;
+  WindowMaker& maker;
+  const Frame& frame;
+  Dialogs& dialogs;
+  Clipboard& clipboard;
+  Reporter& reporter;
+  Options& options;
+  std::string dataFolder;  // the user's own
+};
+std::unique_ptr<CommandGroup> MakeCompileCommands(const CompileContext& context);
 
 // For those that are never grey for want of one: whether something is selected; says the text
 // otherwise.

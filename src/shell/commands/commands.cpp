@@ -71,6 +71,11 @@ CommandFacts Commands::Facts() const {
     facts.canRedo = map->undo.CanRedo();
     facts.grid = (map->optionBits() & MAP_GRID) != 0;
     facts.snap = (map->optionBits() & MAP_SNAP) != 0;
+    if (const MapMarks* marks = context_.windows.Views().marks.Find(*map)) {
+      facts.hasLeak = !marks->leak.empty();
+      facts.showsLeak = marks->showsLeak;
+      facts.showsPortals = marks->showsPortals;
+    }
   }
   if (const MapView* view = context_.windows.ActiveView()) {
     facts.hasView = true;

@@ -58,7 +58,8 @@ void Clear(const EditContext& in, unsigned) {
 void SelectNothing(const EditContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
   map.selection.Clear();
-  map.ShowStatus(in.tools.Current()->Name());  // views name what is selected, but in no command
+  // They do so by themselves, but in no command.
+  for (MapView* view : in.windows.Views().ViewsOf(map)) view->TellSelection();
 }
 
 // To the right and down by one step of the grid, so that the copy is seen.

@@ -97,4 +97,8 @@ bool SystemDialogs::AskOptions(const OptionsToEdit& edit) {
   return ferrowand::AskOptions(owner_, *this, edit);
 }
 
+std::optional<CompileOptions> SystemDialogs::AskCompile(const CompileQuestion& question) {
+  return AskCompileOptions(owner_, question);
+}
+
 }  // namespace ferrowand

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "platform/colour.h"
+#include "shell/dialogs/compile_dialog.h"
 #include "shell/dialogs/form_dialog.h"
 
 namespace ferrowand {
@@ -51,6 +52,8 @@ class Dialogs {
   virtual bool Ask(const Form& form) = 0;
   // False when the user thinks better of it.
   virtual bool AskOptions(const OptionsToEdit& edit) = 0;
+  // Nothing when the user thought better of it.
+  virtual std::optional<CompileOptions> AskCompile(const CompileQuestion& question) = 0;
 
  protected:
   HWND owner_ = nullptr;
@@ -65,6 +68,7 @@ class SystemDialogs : public Dialogs {
   void ShowAbout() override;
   bool Ask(const Form& form) override;
   bool AskOptions(const OptionsToEdit& edit) override;
+  std::optional<CompileOptions> AskCompile(const CompileQuestion& question) override;
 
  private:
   std::array<COLORREF, 16> ownColours_{};  // that the user has mixed

@@ -9,6 +9,7 @@
 #include "base/report.h"
 #include "base/safe_file.h"
 #include "base/text_reader.h"
+#include "compile/compile_files.h"
 #include "document/map.h"
 #include "gamedata/file_kind.h"
 #include "platform/file.h"
@@ -306,6 +307,27 @@ bool Documents::ExportQuakeMap(Map& map) {
   if (!MayExport(map, target) || !map.Export(target, 0, Settings())) return false;
   known_.NoteWritten(map, target);
   return true;
+}
+
+std::optional<std::string> Documents::WriteForTools(Map& map, unsigned option) {
+  if (map.IsUnnamed() && !SaveAs(map)) return std::nullopt;
+  const std::string target = ToolsMapPath(map, option);
+  const bool isOwnFile = EqualNoCase(target, map.filename);
+  const bool isThere = file::Find(target) == FindResult::Found;
+  // What was read from there, or saved there, is what the tools are to read.
+  if (isOwnFile && isThere && !map.modified() && known_.IsAsKnown(map, target)) return target;
+  if (isOwnFile ? !MayOverwrite(map) : !MayExport(map, target)) return std::nullopt;
+  // The user has not asked for a save: the version before is there still.
+  SaveSettings settings = Settings();
+  settings.backups = isOwnFile ? std::max(settings.backups, 1u) : 0;
+  const bool isWritten = map.WriteForTools(target, option, settings);
+  if (isWritten) known_.NoteWritten(map, target);
+  if (!isWritten && isOwnFile) known_.NoteRead(map, target, file::Stamp(target));
+  return isWritten ? std::optional(target) : std::nullopt;
+}
+
+void Documents::WriteAutoback(const Map& map) const {
+  ReplaceFile("autoback.xmp", map.ExtendedText(Settings()), {}, nullptr);
 }
 
 // The question before it has no way back: what was changed is kept once more, and offered like work

@@ -63,6 +63,12 @@ class Documents {
   bool Save(Map& map);
   bool SaveAs(Map& map);
   bool ExportQuakeMap(Map& map);
+  // The whole path of the Quake map that the game's tools are to read; nothing when the user
+  // thought better of it or it could not be written. A map without a file is saved first; another
+  // one stays to the letter as it is. `option` is a set of WRITE_ bits.
+  std::optional<std::string> WriteForTools(Map& map, unsigned option);
+  // The whole map, to "autoback.xmp" in the current folder, if that takes it.
+  void WriteAutoback(const Map& map) const;
   // What is not saved is left for the next start, or the next opening of the file; where it cannot
   // be kept, the user is asked, and the map may stay.
   void Close(Map& map);

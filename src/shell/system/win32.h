@@ -3,4 +3,5 @@
 
 #include <windows.h>
 
+#undef ReplaceFile
 #undef SearchPath

@@ -40,6 +40,10 @@ class ChildWindow {
   virtual Camera* GetCamera() { return nullptr; }
   // Whether the map stays open as long as this window does.
   virtual bool KeepsMapOpen() const { return false; }
+  // What it keeps only to draw faster is let go, to leave the memory to the game's tools; it may be
+  // made anew when it is drawn next, or when the tools have ended.
+  virtual void ReleaseMemory() {}
+  virtual void RebuildMemory() {}
   // To the rectangle of the frame's client area.
   void MoveTo(const PixelRect& place) const;
   // While it is the active one, before the accelerators: whether the message was for a dialog in

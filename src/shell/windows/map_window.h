@@ -50,6 +50,7 @@ class MapWindow : public ChildWindow, public ViewHost {
   MapView* View() override { return view_.get(); }
   bool KeepsMapOpen() const override { return true; }
   void OptionsChanged() override;
+  void ReleaseMemory() override { view_->ReleaseDrawingData(); }
 
   // Where the other one, which has a view, stands, and showing what it shows.
   void StandAs(ChildWindow& other);

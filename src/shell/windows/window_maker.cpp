@@ -4,6 +4,7 @@
 
 #include "base/report.h"
 #include "shell/windows/child_windows.h"
+#include "shell/windows/side_windows.h"
 #include "views/tools/tool_set.h"
 
 namespace ferrowand {
@@ -16,9 +17,15 @@ Orientation OrientationOf(const MapView& view) {
 
 }  // namespace
 
-WindowMaker::WindowMaker(ChildWindows& windows, const MapWindowContext& ofViews,
-                         const LayerWindowContext& ofLayers, const CameraWindowContext& ofCameras)
-    : windows_(windows), ofViews_(ofViews), ofLayers_(ofLayers), ofCameras_(ofCameras) {}
+WindowMaker::WindowMaker(ChildWindows& windows, SideWindows& sides, const MapWindowContext& ofViews,
+                         const LayerWindowContext& ofLayers, const CameraWindowContext& ofCameras,
+                         const CheckWindowContext& ofChecks)
+    : windows_(windows),
+      sides_(sides),
+      ofViews_(ofViews),
+      ofLayers_(ofLayers),
+      ofCameras_(ofCameras),
+      ofChecks_(ofChecks) {}
 
 MapWindow* WindowMaker::AddView(Map& map, Orientation orientation) {
   auto* window = static_cast<MapWindow*>(
@@ -43,6 +50,13 @@ void WindowMaker::ShowLayers(Map& map) {
   windows_.Add(std::make_unique<LayerWindow>(windows_, ofLayers_, map));
 }
 
+void WindowMaker::ShowCheck(Map& map) {
+  for (const ChildWindow* window : windows_.WindowsOf(map)) {
+    if (dynamic_cast<const CheckWindow*>(window)) return windows_.BringToFront(*window);
+  }
+  windows_.Add(std::make_unique<CheckWindow>(windows_, ofChecks_, map));
+}
+
 // The view from above is made last, and so is the active one.
 void WindowMaker::OnMapOpened(Map& map) {
   if (ofCameras_.options.useDirect3D) {
@@ -60,7 +74,9 @@ void WindowMaker::OnMapOpened(Map& map) {
 }
 
 void WindowMaker::OnMapClosing(Map& map) {
+  sides_.OnMapClosing(map);
   windows_.CloseWindowsOf(map);
+  windows_.Views().marks.Forget(map);
 }
 
 // The last one that was active is made last, and so is active again.
@@ -79,7 +95,9 @@ void WindowMaker::OnMapReplaced(Map& map, Map& by) {
     MapWindow* made = AddView(by, OrientationOf(**view));
     if (made && place != old.end()) made->StandAs(**place);
   }
+  sides_.OnMapReplaced(map, by);
   windows_.CloseWindowsOf(map);
+  windows_.Views().marks.Forget(map);
   if (showedLayers) ShowLayers(by);
 }
 

@@ -3,16 +3,20 @@
 
 #include "shell/documents/documents.h"
 #include "shell/windows/camera_window.h"
+#include "shell/windows/check_window.h"
 #include "shell/windows/layer_window.h"
 #include "shell/windows/map_window.h"
 
 namespace ferrowand {
 
+class SideWindows;
+
 class WindowMaker : public DocumentsObserver {
  public:
   // The windows and all that the contexts name outlive it.
-  WindowMaker(ChildWindows& windows, const MapWindowContext& ofViews,
-              const LayerWindowContext& ofLayers, const CameraWindowContext& ofCameras);
+  WindowMaker(ChildWindows& windows, SideWindows& sides, const MapWindowContext& ofViews,
+              const LayerWindowContext& ofLayers, const CameraWindowContext& ofCameras,
+              const CheckWindowContext& ofChecks);
 
   // Null, after an assertion, when the system gave no window.
   MapWindow* AddView(Map& map, Orientation orientation);
@@ -20,6 +24,7 @@ class WindowMaker : public DocumentsObserver {
   CameraWindow* AddCamera(Map& map);
   // The one of the map, in front of the others.
   void ShowLayers(Map& map);
+  void ShowCheck(Map& map);
 
   // Three views, and a camera if the options want one, arranged and showing all of it.
   void OnMapOpened(Map& map) override;
@@ -29,9 +34,11 @@ class WindowMaker : public DocumentsObserver {
 
  private:
   ChildWindows& windows_;
+  SideWindows& sides_;
   MapWindowContext ofViews_;
   LayerWindowContext ofLayers_;
   CameraWindowContext ofCameras_;
+  CheckWindowContext ofChecks_;
 };
 
 }  // namespace ferrowand

@@ -228,11 +228,11 @@ TEST_F(SelectorTest, WhatADragSaidGoesWhenNothingComesOfItAndTheSelectionIsNamed
   MoveTo(80, -60);
   MoveTo(8, 8);
   Release(8, 8);
-  EXPECT_EQ(Status(), tools.Current()->Name());
+  EXPECT_TRUE(Status().starts_with(tools.Current()->Name()));
   map.selection.Set({&cube});
   EXPECT_EQ(Status(), "Unnamed, a brush");
   map.selection.Clear();
-  EXPECT_EQ(Status(), tools.Current()->Name());
+  EXPECT_TRUE(Status().starts_with(tools.Current()->Name()));
 }
 
 }  // namespace

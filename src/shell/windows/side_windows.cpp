@@ -1,0 +1,84 @@
+#include "shell/windows/side_windows.h"
+
+#include <algorithm>
+
+#include "shell/system/handles.h"
+
+namespace ferrowand {
+
+SideWindow::~SideWindow() {
+  if (window_) SetObject(window_, nullptr);
+}
+
+void SideWindow::Bind(HWND window) {
+  window_ = window;
+  SetObject(window, this);
+}
+
+void SideWindow::Part() {
+  SetObject(window_, nullptr);
+  window_ = nullptr;
+  windows_.Forget(*this);
+}
+
+LRESULT SideWindow::Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  if (message == WM_NCCREATE) {
+    const auto* create = reinterpret_cast<const CREATESTRUCTA*>(lParam);
+    static_cast<SideWindow*>(create->lpCreateParams)->Bind(window);
+  }
+  auto* side = ObjectOf<SideWindow>(window);
+  if (side && message != WM_NCDESTROY) return side->OnMessage(message, wParam, lParam);
+  if (side) side->Part();
+  return DefWindowProcA(window, message, wParam, lParam);
+}
+
+INT_PTR CALLBACK SideWindow::DispatchDialog(HWND dialog, UINT message, WPARAM wParam,
+                                            LPARAM lParam) {
+  if (message == WM_INITDIALOG) reinterpret_cast<SideWindow*>(lParam)->Bind(dialog);
+  auto* side = ObjectOf<SideWindow>(dialog);
+  if (side && message != WM_NCDESTROY) return side->OnMessage(message, wParam, lParam);
+  if (side) side->Part();
+  return FALSE;
+}
+
+SideWindow* SideWindows::Add(std::unique_ptr<SideWindow> window) {
+  if (!window->Handle()) return nullptr;
+  return windows_.emplace_back(std::move(window)).get();
+}
+
+void SideWindows::Forget(const SideWindow& window) {
+  std::erase_if(windows_, [&](const auto& open) { return open.get() == &window; });
+}
+
+bool SideWindows::TakesMessage(MSG& message) const {
+  const auto side = std::ranges::find_if(windows_, [&](const auto& open) {
+    return message.hwnd == open->Handle() || IsChild(open->Handle(), message.hwnd);
+  });
+  if (side == windows_.end()) return false;
+  if (!IsDialogMessageW((*side)->Handle(), &message)) {
+    TranslateMessage(&message);
+    DispatchMessageW(&message);
+  }
+  return true;
+}
+
+template <typename Tell>
+void SideWindows::TellAll(const Tell& tell) {
+  std::vector<HWND> handles;
+  for (const auto& window : windows_) handles.push_back(window->Handle());
+  for (const HWND handle : handles) {
+    const auto side = std::ranges::find_if(
+        windows_, [handle](const auto& open) { return open->Handle() == handle; });
+    if (side != windows_.end()) tell(**side);
+  }
+}
+
+void SideWindows::OnMapClosing(const Map& map) {
+  TellAll([&](SideWindow& side) { side.OnMapClosing(map); });
+}
+
+void SideWindows::OnMapReplaced(const Map& map, Map& by) {
+  TellAll([&](SideWindow& side) { side.OnMapReplaced(map, by); });
+}
+
+}  // namespace ferrowand

@@ -1,0 +1,71 @@
+// Windows of their own beside the frame, which owns them: the overview of a compile, what a map
+// holds. They are no part of the client area, and none of them keeps a map open.
+#pragma once
+
+#include "shell/system/win32.h"
+
+#include <memory>
+#include <vector>
+
+namespace ferrowand {
+
+class Map;
+class SideWindows;
+
+// The object and the system's window are bound from the window's first message to its last one,
+// when the list forgets the object.
+class SideWindow {
+ public:
+  virtual ~SideWindow();
+  SideWindow(const SideWindow&) = delete;
+  SideWindow& operator=(const SideWindow&) = delete;
+
+  // Null when the system gave none.
+  HWND Handle() const { return window_; }
+  virtual void OnMapClosing(const Map& map) { (void)map; }
+  // Another one, read anew from the same file, takes its place.
+  virtual void OnMapReplaced(const Map& map, Map& by) { (void)map, (void)by; }
+
+  // What the procedures of windows of such classes do: the object is the argument of creation.
+  static LRESULT Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+  // The same for dialogs.
+  static INT_PTR CALLBACK DispatchDialog(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
+
+ protected:
+  explicit SideWindow(SideWindows& windows) : windows_(windows) {}
+
+  // Of a window: what it does not answer itself it hands to DefWindowProc. Of a dialog: whether it
+  // has answered.
+  virtual LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) = 0;
+
+ private:
+  void Bind(HWND window);
+  void Part();
+
+  SideWindows& windows_;
+  HWND window_ = nullptr;
+};
+
+class SideWindows {
+ public:
+  // Lives until its window goes. Null, and it is gone, when the system gave it none.
+  SideWindow* Add(std::unique_ptr<SideWindow> window);
+  // The window is gone.
+  void Forget(const SideWindow& window);
+  const std::vector<std::unique_ptr<SideWindow>>& All() const { return windows_; }
+
+  // Before anything else sees it: whether the message was for one of them. Its keys are no commands
+  // of the program.
+  bool TakesMessage(MSG& message) const;
+  // Each of them may close.
+  void OnMapClosing(const Map& map);
+  void OnMapReplaced(const Map& map, Map& by);
+
+ private:
+  template <typename Tell>
+  void TellAll(const Tell& tell);
+
+  std::vector<std::unique_ptr<SideWindow>> windows_;
+};
+
+}  // namespace ferrowand
