@@ -12,6 +12,7 @@
 #include "shell/frame/frame.h"
 #include "shell/frame/load_window.h"
 #include "shell/windows/child_windows.h"
+#include "views/camera/camera.h"
 #include "views/tools/tool_set.h"
 
 namespace ferrowand {
@@ -71,6 +72,10 @@ CommandFacts Commands::Facts() const {
     facts.canRedo = map->undo.CanRedo();
     facts.grid = (map->optionBits() & MAP_GRID) != 0;
     facts.snap = (map->optionBits() & MAP_SNAP) != 0;
+    if (const Camera* camera = context_.windows.CameraOf(*map)) {
+      facts.hasLamp = camera->HasLamp();
+      facts.previewsLight = camera->Lighting() == CameraLighting::Preview;
+    }
   }
   if (const MapView* view = context_.windows.ActiveView()) {
     facts.hasView = true;
