@@ -16,12 +16,16 @@ namespace ferrowand {
 
 class CameraJoystick;
 class Dialogs;
+class Direct3D;
 class PopupMenus;
 class ToolSet;
 
 inline constexpr char CAMERA_CLASS[] = "FRWView3DClass";
 
 LRESULT CALLBACK View3DWindowFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+// What a camera is drawn with.
+enum class CameraKind { OpenGl, Direct3d };
 
 // What the windows of cameras work with. All outlive them.
 struct CameraWindowContext {
@@ -31,12 +35,17 @@ struct CameraWindowContext {
   PopupMenus& popups;
   ToolSet& tools;
   CameraJoystick& joystick;
+  Direct3D& direct3d;
 };
 
 class CameraWindow : public ChildWindow, public CameraHost {
  public:
-  // Lives until its window goes; Handle() is null when the system gave none.
-  CameraWindow(ChildWindows& windows, const CameraWindowContext& context, Map& map);
+  // Lives until its window goes; Handle() is null when the system gave none. Direct3D is ready, if
+  // that is what it is to be drawn with.
+  CameraWindow(ChildWindows& windows, const CameraWindowContext& context, Map& map,
+               CameraKind kind);
+
+  CameraKind Kind() const { return kind_; }
 
   // --- as a child of the frame
   Map* GetMap() const override { return &map_; }
@@ -78,6 +87,7 @@ class CameraWindow : public ChildWindow, public CameraHost {
   // Whether the message was one of the mouse's.
   bool OnMouse(UINT message, WPARAM wParam, LPARAM lParam);
 
+  std::unique_ptr<CameraSurface> MakeSurface();
   void OnCreate();
   void OnDestroy();
   void OnPaint();
@@ -96,6 +106,7 @@ class CameraWindow : public ChildWindow, public CameraHost {
 
   const CameraWindowContext context_;
   Map& map_;
+  const CameraKind kind_;
   std::unique_ptr<CameraSurface> surface_;
   std::unique_ptr<Camera> camera_;
   Pixel press_;         // of the button that is down

@@ -118,21 +118,46 @@ void Camera::SetTintsEntities(bool on) {
   host_.Repaint();
 }
 
+void Camera::SetLamp(bool on) {
+  hasLamp_ = on;
+  host_.Repaint();
+}
+
+void Camera::SetLighting(CameraLighting lighting) {
+  lightingKind_ = lighting;
+  std::uint32_t flags = options_.quakeLightingFlags;
+  if (lighting == CameraLighting::Preview) flags &= LIGHT_BY_ANGLE;
+  lighting_.reset();
+  if (lighting != CameraLighting::None) lighting_.emplace(map_, flags);
+  scene_.MakeAllStale();
+  host_.Repaint();
+}
+
 ShapeStyle Camera::Style() const {
   return {ColoursOf(mode_), static_cast<OneColour>(options_.mipType)};
 }
 
-void Camera::FollowScene() {
+void Camera::FollowScene(LoadProgress& progress) {
   if (!std::exchange(knowsScene_, true)) {
     renderer_->DropAll();
     scene_.Learn();
+    if (lighting_) lighting_->Learn();
   }
   for (const ShapeName name : scene_.TakeGone()) renderer_->DropShape(name);
-  for (const ShapeName name : scene_.TakeStale()) {
-    const Shape shape = ShapeOf(*scene_[name].shown, Style());
+  const std::vector<ShapeName> stale = scene_.TakeStale();
+  unsigned faces = 0, part = 0;
+  for (const ShapeName name : stale) {
+    Shape shape = ShapeOf(*scene_[name].shown, Style());
+    if (lighting_) lighting_->Light(shape);
     renderer_->SetShape(name, shape);
     scene_.SetBox(name, BoxOf(shape));
+    faces += static_cast<unsigned>(shape.polygons.size());
+    progress.Step("Quake preview, faces: %u", faces, ++part, static_cast<unsigned>(stale.size()));
   }
+}
+
+void Camera::MakeReady(LoadProgress& progress) {
+  if (!isReleased_) FollowScene(progress);
 }
 
 CameraPicture Camera::Picture() const {
@@ -140,7 +165,9 @@ CameraPicture Camera::Picture() const {
           .size = host_.DrawingArea(),
           .backClip = static_cast<double>(options_.backClip),
           .mode = mode_,
-          .dither = options_.dither3D != 0};
+          .dither = options_.dither3D != 0,
+          .lamp = hasLamp_,
+          .isLit = lighting_.has_value()};
 }
 
 void Camera::Paint() {
@@ -149,7 +176,7 @@ void Camera::Paint() {
   if (isReleased_) return renderer_->Draw(picture);
   const double now = host_.Now();
   picture.pose = glide_.At(now, pose_);
-  FollowScene();
+  FollowScene(nobody_);
   const std::vector<ShapeName> seen = scene_.Seen(FrustumOf(picture), picture.pose.eye);
   std::vector<ShapeName> tinted, selected;
   if (tintsEntities_) {
@@ -196,7 +223,7 @@ std::vector<entity*> Camera::PickAll(Pixel at) {
   CameraPicture picture = Picture();
   std::vector<entity*> objects;
   if (picture.size.width <= 0 || picture.size.height <= 0 || isReleased_) return objects;
-  FollowScene();
+  FollowScene(nobody_);
   std::vector<ShapeName> names = scene_.Seen(FrustumAround(picture, at, PICK_REACH), pose_.eye);
   std::erase_if(names, [this](ShapeName name) { return !scene_[name].isReachable; });
   picture.seen = names;
@@ -255,6 +282,9 @@ void Camera::GoThrough(Pixel at, PickLevel level, bool deeper) {
 void Camera::OnChange(const MapChange& change) {
   if (change.everything) knowsScene_ = false;
   if (knowsScene_) scene_.Learn(change);
+  if (knowsScene_ && lighting_) {
+    for (const Bounds& box : lighting_->Learn(change)) scene_.MakeStaleWithin(box);
+  }
   ShowCaption();
   const bool showsOther = change.everything || change.selection || !change.changed.empty() ||
                           !change.came.empty() || !change.went.empty() || !change.moved.empty();

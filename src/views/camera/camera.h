@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "base/options.h"
+#include "base/progress.h"
 #include "document/announcement.h"
 #include "document/picking.h"
 #include "views/camera/camera_frustum.h"
@@ -15,6 +16,7 @@
 #include "views/camera/camera_renderer.h"
 #include "views/camera/camera_scene.h"
 #include "views/camera/camera_shapes.h"
+#include "views/camera/map_lighting.h"
 
 namespace ferrowand {
 
@@ -34,6 +36,9 @@ class CameraHost {
   // It stood there before.
   virtual void Moved(const CameraPose& from) { (void)from; }
 };
+
+// The light of the map's light entities: none, without their shadows, or as the options want it.
+enum class CameraLighting { None, Preview, Quake };
 
 // What a pixel of the camera shows.
 struct CameraHit {
@@ -73,8 +78,17 @@ class Camera : public MapObserver {
   // Brushes of brush entities told apart by a tint.
   bool TintsEntities() const { return tintsEntities_; }
   void SetTintsEntities(bool on);
+  // Whether what it draws with knows lamp and light.
+  bool CanLight() const { return renderer_->CanLight(); }
+  bool HasLamp() const { return hasLamp_; }
+  void SetLamp(bool on);
+  CameraLighting Lighting() const { return lightingKind_; }
+  // With the options as they are now. It follows the map's changes, in no time without shadows.
+  void SetLighting(CameraLighting lighting);
   // With the options as they are now.
   void Paint();
+  // What the next picture would begin with: counts the faces that are looked at.
+  void MakeReady(LoadProgress& progress);
   // All of it, from the map, the palette and the WADs as they are now.
   void Update();
   // Where the selection would come to stand; nothing for none.
@@ -105,7 +119,7 @@ class Camera : public MapObserver {
  private:
   void Stand(const CameraPose& pose);
   CameraHit HitOf(entity* object, Pixel at) const;
-  void FollowScene();
+  void FollowScene(LoadProgress& progress);
   ShapeStyle Style() const;
   void ShowCaption();
 
@@ -119,6 +133,10 @@ class Camera : public MapObserver {
   RenderMode mode_ = RenderMode::Textured;
   bool tintsEntities_ = false;
   std::optional<Vec3> preview_;
+  bool hasLamp_ = false;
+  CameraLighting lightingKind_ = CameraLighting::None;
+  std::optional<MapLighting> lighting_;
+  LoadProgress nobody_;
   bool isReleased_ = false;
   bool knowsScene_ = false;  // else all of it is learned at the next picture
   std::string caption_;      // as the window was told last

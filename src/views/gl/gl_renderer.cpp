@@ -13,11 +13,6 @@ constexpr GLdouble PICK_SIZE = 4;          // pixels, square
 constexpr std::size_t PICK_BUFFER = 5000;  // entries of the driver's
 constexpr std::size_t HIT_ENTRIES = 4;     // of a hit with one name
 constexpr GLuint NO_NAME = static_cast<GLuint>(-1);
-// Violet is what is selected, orange what is of a brush entity, as in the 2D views.
-constexpr Colour SELECTION_TINT{210, 90, 255}, ENTITY_TINT{220, 140, 60};
-constexpr Colour SELECTION_EDGES{240, 80, 255}, HIDDEN_EDGES{110, 30, 130};
-constexpr Colour PREVIEW_EDGES{255, 255, 255};
-constexpr int EDGE_WIDTH = 2;  // pixels
 
 void LoadProjection(const CameraPicture& picture) {
   const auto [width, height] = picture.size;
@@ -206,7 +201,7 @@ void GlRenderer::DrawEdges(std::span<const ShapeName> names, Colour hidden, Colo
   glDepthFunc(GL_LEQUAL);
   glEnable(GL_POLYGON_OFFSET_LINE);
   glPolygonOffset(-1, -1);
-  glLineWidth(static_cast<GLfloat>(Scaled(EDGE_WIDTH)));
+  glLineWidth(static_cast<GLfloat>(Scaled(SELECTION_EDGE_WIDTH)));
   textures_.BindColour(seen);
   CallAll(names);
   glLineWidth(1);

@@ -46,6 +46,9 @@ class RendererRecorder : public CameraRenderer {
       for (const ShapePoint& p : shapes.at(name).points) {
         text << p.at.x << ' ' << p.at.y << ' ' << p.at.z << ' ' << p.s << ' ' << p.t << ' ';
       }
+      for (const LightImage& light : shapes.at(name).light) {
+        for (const std::uint8_t luxel : light.luxels) text << int{luxel} << ' ';
+      }
       texts.push_back(text.str());
     }
     std::ranges::sort(texts);
@@ -64,6 +67,7 @@ struct RecordedCamera {
     renderer = made.get();
     camera = std::make_unique<Camera>(map, host, options, std::move(made));
     camera->SetTintsEntities(true);
+    if (options.quakeLightingFlags != 0) camera->SetLighting(CameraLighting::Quake);
   }
   void PaintFrom(const DVec3& eye, double yaw, double pitch) {
     CameraPose pose;
@@ -84,10 +88,14 @@ TEST(Camera, ShowsAfterAnyChangeWhatAFreshOneWould) {
     TempDir dir;
     SmallMap small;
     small.data.shown.templates = true;
-    const Options options;
+    Options options;
+    options.quakeLightingFlags = seed % 4;
     for (int i = 0; i < 6; ++i) {
       const auto x = static_cast<float>(i * 96);
-      small.AddCuboid({x, 0, 0}, {x + 64, 64, 64});
+      entity& box = small.AddCuboid({x, 0, 0}, {x + 64, 64, 64});
+      for (int face = 0; face < box.brush.getNumFaces(); ++face) {
+        box.brush.face(face).texture = small.data.wads.Default().BadTexture();
+      }
       small.Add({{"classname", "light"}, {"origin", "0 128 32"}, {"angle", "45"}});
     }
     RecordedCamera kept(small.map, options);
