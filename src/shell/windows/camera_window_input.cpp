@@ -141,6 +141,7 @@ void CameraWindow::OnDepthWheel(int turned, Pixel at) {
 }
 
 void CameraWindow::OnRightPress(Pixel at) {
+  EndDrag();
   SetFocus(Handle());
   SetCapture(Handle());
   press_ = at;
