@@ -43,8 +43,7 @@ void AppParts::AddCommands(const Seams& seams) {
                                     seams.clipboard, reporter, options, seams.dataFolder}));
   commands.Add(MakeViewCommands({documents, windows, commands, popups, reporter, options}));
   commands.Add(MakeWindowCommands({windows, maker, frame, commands, popups, options}));
-  commands.Add(
-      MakeCameraCommands({windows, maker, tools, direct3d, progress, reporter, options}));
+  commands.Add(MakeCameraCommands({windows, maker, tools, direct3d, progress, reporter, options}));
 }
 
 }  // namespace ferrowand
