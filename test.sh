@@ -7,7 +7,7 @@ export FERROWAND_CORPUS=${FERROWAND_CORPUS:-$(realpath -m ../shared/corpus)}
 [ -d "$FERROWAND_CORPUS" ] || unset FERROWAND_CORPUS
 
 step "Packages" install_packages cmake ninja-build g++ clang clang-format clang-tidy \
-  libclang-rt-dev googletest libbenchmark-dev g++-mingw-w64-i686-posix \
+  libclang-rt-dev googletest libbenchmark-dev libosmesa6-dev libglu1-mesa-dev g++-mingw-w64-i686-posix \
   g++-mingw-w64-x86-64-posix wine wine64 fonts-wine fonts-liberation xvfb xdotool imagemagick
 step "32-bit Wine" install_wine32
 
@@ -78,6 +78,7 @@ step "Windows with letters of twice the size" with_letters 192 large_windows
 step "A level, built with mouse and keys" scripts/session.sh
 step "What is seen is what is reached" scripts/session.sh tests/session/reach.txt
 step "What the tools tell is so" scripts/session.sh tests/session/truth.txt
+step "Flying, and a key that is bound anew" scripts/session.sh tests/session/fly.txt
 step "The same map from every build" scripts/same_bytes.sh
 
 step "Build fuzz targets" build fuzz

@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.." || exit 1
 
 # A line a room: its folder below src, then the rooms that it may include besides itself. A folder
 # within a room belongs to it unless it has a line of its own.
-core='platform platform/win32 base geometry gamedata document operations views compile'
+core='platform platform/win32 base geometry gamedata document operations views views/gl compile'
 system="$core shell/resources shell/system"
 ROOMS="
 platform
@@ -19,6 +19,7 @@ gamedata        platform base geometry
 document        platform base geometry gamedata
 operations      platform base geometry gamedata document
 views           platform base geometry gamedata document operations
+views/gl        platform base geometry gamedata document operations views
 compile         platform base geometry gamedata document operations
 shell/resources
 shell/system    $core shell/resources
@@ -111,7 +112,7 @@ while read -r room allowed; do
     *" $room "*) ;;
     *)
       for header in windows.h Windows.h commctrl.h d3d9.h unistd.h sys/stat.h GL/gl.h; do
-        plant "$room" "#include <$header>"
+        [ "$room/$header" = "$GL_FOLDER/GL/gl.h" ] || plant "$room" "#include <$header>"
       done
       ;;
   esac

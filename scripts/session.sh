@@ -39,6 +39,8 @@ has_window() { printf '%s\n' "${shown[@]}" | grep -q '^window'; }
 has_frame() { [ ${#shown[@]} -gt 0 ] && [ "${shown[0]}" = frame ]; }
 tells() { printf '%s\n' "${shown[@]}" | grep -qF "$1"; }
 has_no_window() { ! has_window; }
+has_title() { printf '%s\n' "${shown[@]}" | grep -qxF "window $1"; }
+has_no_title() { ! has_title "$1"; }
 
 # Sets left, top, right, bottom, caption, and u, v, scale from the status bar of the first view
 # whose name is $view.
@@ -102,6 +104,26 @@ drag() {
   move_to "$3" "$4"
   xdotool mouseup 1
   [ -z "$held" ] || xdotool keyup "$held"
+}
+
+find_camera() {
+  local text
+  for text in "${shown[@]}"; do
+    [[ $text = camera* ]] && read -r _ left top right bottom caption _ <<<"$text" && return 0
+  done
+  return 1
+}
+
+# As far as the mouse goes in the camera while Shift and the left button are held.
+look() {
+  local n steps=10
+  until_ find_camera
+  mouse_to $(((left + right) / 2)) $(((top + bottom) / 2))
+  xdotool keydown shift mousedown 1
+  for ((n = 0; n < steps; ++n)); do
+    xdotool mousemove_relative -- $(($1 / steps)) $(($2 / steps)) sleep 0.05
+  done
+  xdotool mouseup 1 keyup shift
 }
 
 # --- the keyboard
@@ -231,6 +253,22 @@ do_step() {
     click)
       move_to "$1" "$2"
       xdotool click 1
+      ;;
+    rightclick)
+      move_to "$1" "$2"
+      xdotool click 3
+      ;;
+    camera)
+      until_ find_camera
+      xdotool mousemove $((left + 100)) $((caption + 12)) click 1
+      sleep 0.2
+      ;;
+    look) look "$1" "$2" ;;
+    opened) until_ has_title "${text#opened }" ;;
+    closed) until_ has_no_title "${text#closed }" ;;
+    quit)
+      press alt+F4
+      until_ is_gone
       ;;
     key) xdotool key "$first" ;;
     insert)

@@ -17,6 +17,9 @@ bool HasView(const CommandFacts& facts) {
 bool HasSelection(const CommandFacts& facts) {
   return facts.hasSelection;
 }
+bool HasWhatInstancesShow(const CommandFacts& facts) {
+  return facts.hasTemplates || facts.hasSelection;
+}
 bool CanUndo(const CommandFacts& facts) {
   return facts.canUndo;
 }
@@ -125,7 +128,7 @@ constexpr CommandRow MAINMENU[] = {
     {Command::SelectFull, "Modes", "&Select full", "", HasMap, TakesFull},
     {Command::SelectMultiple, "Modes", "Select Multiple Entities", "", HasMap,
      InUse<Command::SelectMultiple>},
-    {Command::LayPath, "Modes", "&Lay path", "", HasMap},
+    {Command::LayPath, "Modes", "&Lay path", "", HasMap, InUse<Command::LayPath>},
     {Command::SelectNext, "Modes", "&Next", "TAB", HasMap},
     {Command::FaceEdit, "Modes", "&Face edit", "Ctrl+F", HasMap},
     {Command::TouchUp, "Modes", "&Touch up", "Ctrl+U", HasMap, InUse<Command::TouchUp>},
@@ -140,7 +143,7 @@ constexpr CommandRow MAINMENU[] = {
     {Command::ShowHidden, "Operate", "&Show temp. hidden", "", HasMap},
     {Command::HideSelection, "Operate", "&Hide selection", "J", HasSelection},
     {Command::SnapToGrid, "Operate", "Snap to g&rid...", "", HasSelection},
-    {Command::InsertTemplate, "Tools", "&Insert Template instance", "", HasMap},
+    {Command::InsertTemplate, "Tools", "&Insert Template instance", "", HasWhatInstancesShow},
     {Command::Embed, "Tools", "E&mbed...", "", HasMap},
     {Command::InsertLayer, "Tools", "Insert l&ayer", "", HasMap},
     {Command::EntityTree, "Tools", "&Entity tree...", "Ctrl+R", HasMap},
@@ -224,7 +227,7 @@ constexpr CommandRow OTHERS[] = {
     {Command::GroupFile, "", "", "", HasMap},
     {Command::ToolCube, "", "", "", HasMap, InUse<Command::CreateCuboid>},
     {Command::ToolWedge, "", "", "", HasMap, InUse<Command::CreateWedge>},
-    {Command::ToolCameraPositioner, "", "", "", HasMap},
+    {Command::ToolCameraPositioner, "", "", "", HasMap, InUse<Command::ToolCameraPositioner>},
     {Command::ToolCameraDetail, "", "", "", HasMap},
     {Command::ToolColumn, "", "", "", HasMap, InUse<Command::CreateColumn>},
     {Command::ToolPrimitive, "", "", "", HasMap},

@@ -176,6 +176,7 @@ struct CommandFacts {
   bool hasMap = false;   // a map's window is active
   bool hasView = false;  // and it is a 2D view
   bool hasSelection = false;
+  bool hasTemplates = false;  // the active map
   bool canUndo = false;
   bool canRedo = false;
   bool grid = false;  // of the active map

@@ -5,7 +5,6 @@
 #include <concepts>
 #include <memory>
 #include <optional>
-#include <variant>
 
 #include "base/number_text.h"
 #include "base/path_text.h"
@@ -16,13 +15,9 @@
 namespace ferrowand {
 namespace {
 
-using Field =
-    std::variant<float Options::*, std::int32_t Options::*, std::uint8_t Options::*,
-                 std::uint16_t Options::*, std::uint32_t Options::*, std::string Options::*>;
-
 struct Setting {
   const char* name;
-  Field field;
+  OptionField field;
 };
 
 // In the order in which they are read and written.

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <variant>
 
 namespace ferrowand {
 
@@ -86,7 +87,14 @@ struct Options {
   // Puts the path in front of the recent maps and drops an older mention of it.
   void AddRecentMap(const std::string& path);
   void AddRecentGroup(const std::string& path);
+
+  friend bool operator==(const Options&, const Options&) = default;
 };
+
+// A setting, by the field that keeps it.
+using OptionField =
+    std::variant<float Options::*, std::int32_t Options::*, std::uint8_t Options::*,
+                 std::uint16_t Options::*, std::uint32_t Options::*, std::string Options::*>;
 
 // How many textures the cache keeps by default on a machine with that much memory, in bytes.
 std::uint16_t DefaultTextureCache(std::uint64_t physicalMemory);

@@ -1,6 +1,8 @@
 #include "document/action.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 #include <unordered_set>
 #include <utility>
 #include <vector>
@@ -18,8 +20,10 @@ constexpr std::array<std::array<const char*, 2>, SORTS> WORDS{
 // What is hidden counts as what it is, not as what hides it.
 Sort SortOf(const entity& e) {
   const EntityKind kind = e.getClass()->Kind();
-  if (kind == EntityKind::Hidden && !e.getEntityList().empty()) {
-    return SortOf(*e.getEntityList().front());
+  if (kind == EntityKind::Hidden) {
+    const char* const was = e.GetKey("XMPoldclassname");
+    return was && e.getClass()->Set().FindClass(was).Kind() == EntityKind::Brush ? BRUSHES
+                                                                                 : ENTITIES;
   }
   return kind == EntityKind::Brush ? BRUSHES : kind == EntityKind::Layer ? LAYERS : ENTITIES;
 }
@@ -27,12 +31,19 @@ Sort SortOf(const entity& e) {
 // What went elsewhere, or else what went or changed, or else what came. Of a group and its members
 // the group.
 std::vector<const entity*> ActedOn(const Map& map, const MapChange& step) {
+  const auto isLayer = [](const entity* e) { return SortOf(*e) == LAYERS; };
+  if (std::ranges::any_of(step.went, isLayer)) return step.went;  // its objects go to another
   if (!step.moved.empty()) return step.moved;
   const std::unordered_set<const entity*> changed(step.changed.begin(), step.changed.end());
   std::vector<const entity*> objects = step.went;
   for (const entity* e : step.changed) {
     if (e != &map && !changed.contains(e->Parent())) objects.push_back(e);
   }
+  if (!objects.empty()) return objects;
+  // Templates come along with their instances.
+  std::ranges::copy_if(step.came, std::back_inserter(objects), [](const entity* e) {
+    return e->getClass()->Kind() != EntityKind::TemplateClass;
+  });
   return objects.empty() ? step.came : objects;
 }
 
@@ -65,11 +76,12 @@ std::string InWords(std::span<const entity* const> objects) {
   return text;
 }
 
-std::string ActionInWords(const Map& map, const MapChange& step) {
+std::string ActionInWords(const Map& map, const MapChange& step,
+                          std::span<const entity* const> objects) {
   const std::string& action = map.Data().action;
   if (action.empty()) return "";
-  const std::string objects = InWords(ActedOn(map, step));
-  return objects.empty() ? action : action + ": " + objects;
+  const std::string words = objects.empty() ? InWords(ActedOn(map, step)) : InWords(objects);
+  return words.empty() ? action : action + ": " + words;
 }
 
 }  // namespace ferrowand

@@ -27,8 +27,9 @@ class ActionScope {
 std::string InWords(const entity& object);
 // "1 brush", "3 brushes and 1 entity".
 std::string InWords(std::span<const entity* const> objects);
-// The action under way and what the step did it to: "Duplicate: 3 brushes". Empty without an
-// action.
-std::string ActionInWords(const Map& map, const MapChange& step);
+// The action under way and what the step did it to: "Duplicate: 3 brushes". Those are the objects
+// given, or what the step itself shows. Empty without an action.
+std::string ActionInWords(const Map& map, const MapChange& step,
+                          std::span<const entity* const> objects);
 
 }  // namespace ferrowand

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 #include <utility>
 
 #include "base/report.h"
+#include "document/texture_projection.h"
 #include "gamedata/wad_library.h"
 #include "geometry/whole_plane.h"
 
@@ -114,46 +114,19 @@ std::span<const Plane> PlanesOf(const std::vector<Face>& faces,
   return {planes.data(), faces.size()};
 }
 
-// The game's own table: which way up a texture lies on a face that looks along the normal.
-constexpr TextureAxes TEXTURE_AXES[] = {
-    {{0, 0, 1}, {1, 0, 0}, {0, -1, 0}}, {{0, 0, -1}, {1, 0, 0}, {0, -1, 0}},
-    {{1, 0, 0}, {0, 1, 0}, {0, 0, -1}}, {{-1, 0, 0}, {0, 1, 0}, {0, 0, -1}},
-    {{0, 1, 0}, {1, 0, 0}, {0, 0, -1}}, {{0, -1, 0}, {1, 0, 0}, {0, 0, -1}},
-};
-
 // Whole textures when one is bound, texels otherwise.
 void FitTexture(Face& face) {
   if (face.xscale == 0) face.xscale = 1;
   if (face.yscale == 0) face.yscale = 1;
-  const TextureAxes& axes = TextureAxesOf(face.plane.normal);
-  const double angle = face.rotation * (std::numbers::pi / 180);
-  const double c = angle == 0 ? 1 : std::cos(angle);
-  const double s = angle == 0 ? 0 : std::sin(angle);
-  const double width = face.texture && face.texture->width ? face.texture->width : 1;
-  const double height = face.texture && face.texture->height ? face.texture->height : 1;
+  const TextureProjection projection(face);
   for (WindingPoint& p : face.w->Points()) {
-    const DVec3 position(p.Position());
-    const double across = Dot(position, axes.s);
-    const double down = Dot(position, axes.t);
-    p.s = static_cast<float>(((c * across - s * down) / face.xscale + face.xoff) / width);
-    p.t = static_cast<float>(((s * across + c * down) / face.yscale + face.yoff) / height);
+    const TexturePoint at = projection.Textures(DVec3(p.Position()));
+    p.s = static_cast<float>(at.s);
+    p.t = static_cast<float>(at.t);
   }
 }
 
 }  // namespace
-
-const TextureAxes& TextureAxesOf(const DVec3& normal) {
-  const TextureAxes* best = &TEXTURE_AXES[0];
-  double greatest = 0;
-  for (const TextureAxes& axes : TEXTURE_AXES) {
-    const double likeness = Dot(normal, axes.normal);
-    if (likeness > greatest) {
-      greatest = likeness;
-      best = &axes;
-    }
-  }
-  return *best;
-}
 
 void Face::SetName(std::string_view newName) {
   name.fill(0);

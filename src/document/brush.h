@@ -59,13 +59,6 @@ struct Face {
 // Deep, with its winding.
 Face CopyFace(const Face& face);
 
-// Along which a texture lies on a face: the projection that the game's own tools make, from the
-// nearest of the six directions of the world.
-struct TextureAxes {
-  DVec3 normal, s, t;
-};
-const TextureAxes& TextureAxesOf(const DVec3& normal);
-
 class Brush {
  public:
   // `outline` is the colour of its edges in the 2D views.

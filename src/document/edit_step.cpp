@@ -26,7 +26,7 @@ EditStep::~EditStep() {
   MapChange& change = scope_.Change();
   step_.Describe(change);
   if (step_.IsEmpty()) return;
-  step_.name = change.done = ActionInWords(map_, change);
+  step_.name = change.done = ActionInWords(map_, change, named_);
   map_.undo.Push(std::move(step_));
 }
 

@@ -46,6 +46,9 @@ class EditStep {
   void Move(entity& e, entity& parent);
   void Move(std::span<entity* const> objects, entity& parent);
 
+  // To name the step by these, where others go along with what is done. They outlive it.
+  void NameBy(std::span<entity* const> objects) { named_.assign(objects.begin(), objects.end()); }
+
   // Takes everything back, as if the step had never been opened.
   void Cancel();
 
@@ -54,6 +57,7 @@ class EditStep {
   ChangeScope scope_;
   UndoStep step_;
   std::unordered_set<const entity*> kept_;
+  std::vector<const entity*> named_;
   std::vector<entity*> selectionBefore_;
   entity* currentLayerBefore_;
   entity* leadingGroupBefore_;

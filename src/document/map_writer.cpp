@@ -52,11 +52,15 @@ std::string HiddenText(const Map& map) {
 std::string SavedText(std::string_view target, const SavedShape& shape) {
   std::string text = IsQuakeMapName(target) ? "Saved MAP format" : "Saved Extended MAP format";
   if (shape.movedFaces > 0) {
-    text += Format("; %d faces lie between whole units and were moved, by up to %.2f units",
+    text += Format(shape.movedFaces == 1
+                       ? "; %d face lies between whole units and was moved, by up to %.2f units"
+                       : "; %d faces lie between whole units and were moved, by up to %.2f units",
                    shape.movedFaces, shape.farthest);
   }
   if (shape.lostFaces > 0) {
-    text += Format("; %d faces are too small for whole units and were lost", shape.lostFaces);
+    text += Format(shape.lostFaces == 1 ? "; %d face is too small for whole units and was lost"
+                                        : "; %d faces are too small for whole units and were lost",
+                   shape.lostFaces);
   }
   return text;
 }
@@ -130,6 +134,8 @@ std::string Map::ExtendedText(const SaveSettings& settings) const {
 }
 
 ReplaceResult Map::Write(const std::string& target, unsigned option, const SaveSettings& settings) {
+  ChangeScope scope(*this);
+  scope.Change().file = true;  // also of an export: what it gives the world may name the map
   const bool quakeMap = IsQuakeMapName(target);
   SetWorldspawnKeys(*this, settings, quakeMap && settings.onlyOneWad);
   TextWriter out;

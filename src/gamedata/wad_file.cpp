@@ -273,6 +273,15 @@ Colour WadFile::RepresentativeColour(Texture& texture, OneColour how) {
   return texture.colour;
 }
 
+void WadFile::ForgetColours() {
+  const auto forget = [](Texture& texture) {
+    texture.colourIs.reset();
+    texture.rgb = std::vector<std::uint8_t>();
+  };
+  forget(*badTexture_);
+  for (const auto& texture : textures_) forget(*texture);
+}
+
 void WadFile::SetRepresentativeColours(OneColour how) {
   // The palette may have changed, for those without pixels too.
   for (const auto& texture : textures_) texture->colourIs.reset();
@@ -290,10 +299,21 @@ void WadFile::Evict(std::size_t n) {
 
 void WadFile::SetCacheSize(std::uint16_t maxCached) {
   limits_.maxCached = std::max<std::uint16_t>(maxCached, 1);
-  // Meant: each eviction moves the later ones down, so every other surplus texture is passed over.
-  // Those are forgotten with their pixels and live until they are unloaded by name.
-  for (std::size_t i = limits_.maxCached; i < cached_.size(); ++i) Evict(i);
-  if (cached_.size() > limits_.maxCached) cached_.resize(limits_.maxCached);
+  while (cached_.size() > limits_.maxCached) Evict(cached_.size() - 1);
+}
+
+void WadFile::SetLimits(const WadLimits& limits) {
+  SetCacheSize(limits.maxCached);
+  if (limits.maxTextureSize == limits_.maxTextureSize) return;
+  limits_.maxTextureSize = limits.maxTextureSize;
+  Flush();
+  for (const auto& texture : textures_) {
+    texture->flags &= static_cast<std::uint8_t>(~TEXTURE_BUILTIN);
+    Free(*texture);
+    texture->colourIs.reset();
+    texture->paddedWidth = PaddedSize(texture->width);
+    texture->paddedHeight = PaddedSize(texture->height);
+  }
 }
 
 bool WadFile::IsCached(const Texture& texture) const {

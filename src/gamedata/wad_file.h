@@ -101,7 +101,12 @@ class WadFile {
   // For every texture whose pixels are in the cache.
   void SetRepresentativeColours(OneColour how);
 
+  // Their colours are not known, and no image in red, green and blue is there.
+  void ForgetColours();
+
   void SetCacheSize(std::uint16_t maxCached);
+  // Textures that were too large for the limit, or are so now, are read anew when asked for.
+  void SetLimits(const WadLimits& limits);
   std::uint16_t numCached() const { return static_cast<std::uint16_t>(cached_.size()); }
   bool IsCached(const Texture& texture) const;
   void RemoveFromCache(Texture& texture);

@@ -28,11 +28,12 @@ WadLibrary::WadLibrary(const SearchPath& path, const Palette& palette, Reporter&
 
 void WadLibrary::SetLimits(const WadLimits& limits) {
   limits_ = limits;
+  for (const auto& wad : loaded_) wad->SetLimits(limits);
 }
 
-void WadLibrary::SetCacheSize(std::uint16_t maxCached) {
-  limits_.maxCached = maxCached;
-  for (const auto& wad : loaded_) wad->SetCacheSize(maxCached);
+void WadLibrary::ForgetColours() {
+  builtIn_->ForgetColours();
+  for (const auto& wad : loaded_) wad->ForgetColours();
 }
 
 void WadLibrary::LoadDefault(const std::string& name) {

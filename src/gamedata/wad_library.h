@@ -20,10 +20,10 @@ class WadLibrary {
   WadLibrary(const SearchPath& path, const Palette& palette, Reporter& reporter,
              LoadProgress& progress);
 
-  // Of the WADs that are opened from now on.
+  // Of every WAD, open or to be opened.
   void SetLimits(const WadLimits& limits);
-  // Applied to every open WAD.
-  void SetCacheSize(std::uint16_t maxCached);
+  // The palette is another one: what was made with it is made anew when it is asked for.
+  void ForgetColours();
 
   // The WAD of every map that names none. When it cannot be loaded that is said and the built-in
   // WAD stands in. `name` is kept as the default's name either way.

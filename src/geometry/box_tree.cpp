@@ -24,6 +24,16 @@ bool BoxesOverlap(const Bounds& a, const Bounds& b) {
   return true;
 }
 
+bool IsInFrontOf(const Bounds& box, std::span<const Plane> planes) {
+  return std::ranges::all_of(planes, [&box](const Plane& plane) {
+    DVec3 foremost;
+    for (int axis = 0; axis < 3; ++axis) {
+      foremost[axis] = plane.normal[axis] >= 0 ? box.maxs[axis] : box.mins[axis];
+    }
+    return plane.DistanceTo(foremost) >= 0;
+  });
+}
+
 BoxTree::BoxTree(std::vector<Bounds> boxes) : boxes_(std::move(boxes)), order_(boxes_.size()) {
   std::iota(order_.begin(), order_.end(), std::size_t{0});
   if (boxes_.empty()) return;
@@ -52,24 +62,35 @@ void BoxTree::Divide(std::size_t node) {
   nodes_.push_back({{}, middle, end, 0});
 }
 
-std::vector<std::size_t> BoxTree::Overlapping(const Bounds& box) const {
+template <typename Takes>
+std::vector<std::size_t> BoxTree::Find(const Takes& takes) const {
   std::vector<std::size_t> found;
   std::vector<std::size_t> open;
   if (!nodes_.empty()) open.push_back(0);
   while (!open.empty()) {
     const Node& node = nodes_[open.back()];
     open.pop_back();
-    if (!BoxesOverlap(node.all, box)) continue;
+    if (!takes(node.all)) continue;
     if (node.children) {
       open.insert(open.end(), {node.children, node.children + 1});
       continue;
     }
     for (std::size_t i = node.begin; i < node.end; ++i) {
-      if (BoxesOverlap(boxes_[order_[i]], box)) found.push_back(order_[i]);
+      if (takes(boxes_[order_[i]])) found.push_back(order_[i]);
     }
   }
+  return found;
+}
+
+std::vector<std::size_t> BoxTree::Overlapping(const Bounds& box) const {
+  std::vector<std::size_t> found =
+      Find([&box](const Bounds& other) { return BoxesOverlap(other, box); });
   std::ranges::sort(found);
   return found;
+}
+
+std::vector<std::size_t> BoxTree::InFrontOf(std::span<const Plane> planes) const {
+  return Find([planes](const Bounds& box) { return IsInFrontOf(box, planes); });
 }
 
 }  // namespace ferrowand

@@ -104,10 +104,12 @@ void AddTemplates(EditStep& step, ArrivingTemplates& templates) {
 }
 
 void TellRenamed(Map& map, const ArrivingTemplates& templates) {
+  std::string text;
   for (const auto& [there, here] : templates.renamed) {
-    map.ShowStatus(Format("This map has another template %s: the one that came is %s here",
-                          there.c_str(), here.c_str()));
+    text += (text.empty() ? "This map has other templates of these names: " : ", ") + there +
+            " is " + here + " here";
   }
+  if (!text.empty()) map.ShowStatus(text);
 }
 
 }  // namespace
@@ -167,10 +169,11 @@ EditResult InsertGroup(Map& map, const std::string& filename) {
   {
     EditStep step(map);
     AddTemplates(step, arriving.templates);
-    if (arriving.objects.empty()) return result;
-    EntityPtr group = NewGroup(map, SplitPath(filename).base);
-    for (EntityPtr& object : arriving.objects) group->AddChild(std::move(object));
-    Select(map, &AddTo(step, std::move(group), map.NewParent()), false);
+    if (!arriving.objects.empty()) {
+      EntityPtr group = NewGroup(map, SplitPath(filename).base);
+      for (EntityPtr& object : arriving.objects) group->AddChild(std::move(object));
+      Select(map, &AddTo(step, std::move(group), map.NewParent()), false);
+    }
   }
   TellRenamed(map, arriving.templates);
   return result;

@@ -286,6 +286,7 @@ void SubtractSelection(Map& map) {
     if (count.cut > 0) {
       // Nothing leaves the map: there is no need to look through the selection at every move.
       const PointersKept kept(map);
+      step.NameBy(subtraction.Outermost());
       MoveToEnd(step, subtraction.Outermost());
       GiveBack(step, objects);
     }

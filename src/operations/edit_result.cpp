@@ -26,7 +26,7 @@ const char* Reason(EditResult result) {
     case EditResult::SecondWorld:
       return "A map has one worldspawn";
     case EditResult::EditorsOwn:
-      return "Layers, hidden objects and templates are made by commands of their own";
+      return "Layers, brushes, hidden objects and templates are made by commands of their own";
     case EditResult::NoName:
       return "A template needs a name";
     case EditResult::NoTemplate:

@@ -85,11 +85,11 @@ bool HollowSelection(Map& map, int width) {
     }
   }
   if (solid == 0) return true;
-  reporter.Show("Ferrowand says",
-                Format("%u of the brushes could not be made hollow and stay as they were: they "
-                       "are too small for such walls, or the walls would not lie on whole units or "
-                       "would leave the world.",
-                       static_cast<unsigned>(solid)));
+  reporter.Show(
+      "Ferrowand says",
+      Format("%u of the brushes could not be made hollow and %s: too small for such walls, "
+             "or the walls would not lie on whole units or would leave the world.",
+             static_cast<unsigned>(solid), solid == 1 ? "stays as it was" : "stay as they were"));
   return solid < targets.size();
 }
 

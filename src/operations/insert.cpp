@@ -1,5 +1,6 @@
 #include "operations/insert.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -60,6 +61,12 @@ EditResult RemoveKeyOfSelection(Map& map, std::string_view name) {
 EditResult SetClassOfSelection(Map& map, const EntityClass& entityClass) {
   const EditResult fit = CheckClass(*map.classSet, entityClass.classname);
   if (fit != EditResult::Done) return fit;
+  const auto isShapeless = [](const entity* e) {
+    return e->HasOrigin() && e->getEntityList().empty() && !e->brush.HasText();
+  };
+  if (entityClass.Kind() == EntityKind::Brush && std::ranges::any_of(map.selection, isShapeless)) {
+    return EditResult::EditorsOwn;
+  }
   return ChangeKeysOfSelection(map, [&](entity& e) {
     e.SetKey("classname", entityClass.classname);
     if (entityClass.hasTilde) e.SetFlags(entityClass.tildeValue);

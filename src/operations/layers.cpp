@@ -45,6 +45,7 @@ void MakeLayerCurrent(Map& map, entity& layer) {
   ChangeScope scope(map);
   map.SetCurrentLayer(&layer);
   map.SetLeadingGroup(nullptr);
+  scope.Change().done = "New objects join the current layer";
 }
 
 void SetLayerState(Map& map, entity& layer, bool hidden, bool disabled) {
@@ -94,7 +95,10 @@ EditResult RemoveLayer(Map& map, entity& layer) {
   std::vector<entity*> others = LayersOf(map);
   std::erase(others, &layer);
   if (others.empty()) return EditResult::LastLayer;
-  entity& heir = *others.front();
+  const auto open =
+      std::ranges::find_if(others, [](const entity* other) { return IsOpen(*other); });
+  entity& heir = open == others.end() ? *others.front() : **open;
+  if (!MayAddTo(heir)) return EditResult::Declined;
   std::vector<entity*> objects;
   for (const EntityPtr& child : layer.getEntityList()) objects.push_back(child.get());
   const bool wasCurrent = map.currentLayer() == &layer;

@@ -52,14 +52,25 @@ EntityPtr NewEntity(const Map& map, std::string_view classname) {
 }
 
 EditResult CheckClass(const ClassSet& classes, std::string_view classname) {
+  if (IsWorldspawn(classname)) return EditResult::SecondWorld;
   switch (classes.FindClass(classname).Kind()) {
     case EntityKind::Layer:
     case EntityKind::Hidden:
     case EntityKind::TemplateClass:
+    case EntityKind::TemplateInstance:
       return EditResult::EditorsOwn;
     default:
-      return IsWorldspawn(classname) ? EditResult::SecondWorld : EditResult::Done;
+      return EditResult::Done;
   }
+}
+
+EditResult CheckPoint(const entity& e) {
+  const EntityClass& own = *e.getClass();
+  if (own.Kind() == EntityKind::Brush && e.getEntityList().empty() && !e.brush.HasText()) {
+    return EditResult::EditorsOwn;
+  }
+  if (own.Kind() == EntityKind::TemplateInstance && e.GetKey("XMPclass")) return EditResult::Done;
+  return CheckClass(own.Set(), own.classname);
 }
 
 entity& AddTo(EditStep& step, EntityPtr e, entity& parent) {
@@ -76,7 +87,7 @@ entity& LayerAround(entity& e) {
 }
 
 EditResult AddAndSelect(Map& map, EntityPtr e, const Vec3& at) {
-  const EditResult fit = CheckClass(*map.classSet, e->getClass()->classname);
+  const EditResult fit = CheckPoint(*e);
   if (fit != EditResult::Done) return fit;
   if (!MayAddTo(map.NewParent())) return EditResult::Declined;
   e->SetOrigin(at);

@@ -19,6 +19,8 @@ EntityPtr NewEntity(const Map& map, std::string_view classname);
 
 // Whether objects may be made that are of the class.
 EditResult CheckClass(const ClassSet& classes, std::string_view classname);
+// The same for an entity that is to stand at a point: a brush has to have a shape.
+EditResult CheckPoint(const entity& e);
 
 // At the parent's end, or where else the object may stand (HomeFor).
 entity& AddTo(EditStep& step, EntityPtr e, entity& parent);

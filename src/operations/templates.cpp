@@ -10,6 +10,7 @@
 #include "document/map.h"
 #include "document/picking.h"
 #include "operations/blocks.h"
+#include "operations/brush_check.h"
 #include "operations/new_entity.h"
 #include "operations/transformation.h"
 
@@ -31,10 +32,17 @@ EntityPtr NewInstance(const Map& map, const InstanceSettings& settings, const Ve
 }
 
 void SetEmbedKeys(entity& embed, std::string_view filename, const Bounds& box) {
-  ReplaceKey(embed, "XMPfilename", FitForKey(filename));
+  const std::string file = FitForKey(filename);
+  const char* const before = embed.GetKey("XMPfilename");
+  if (!before || file != before) ReplaceKey(embed, "XMPfilename", file);
+  const Bounds old = EmbedBox(embed);
   for (int axis = 0; axis < 3; ++axis) {
-    ReplaceKey(embed, EMBED_MIN_KEYS[axis], FloatText(box.mins[axis]));
-    ReplaceKey(embed, EMBED_MAX_KEYS[axis], FloatText(box.maxs[axis]));
+    if (box.mins[axis] != old.mins[axis]) {
+      ReplaceKey(embed, EMBED_MIN_KEYS[axis], FloatText(box.mins[axis]));
+    }
+    if (box.maxs[axis] != old.maxs[axis]) {
+      ReplaceKey(embed, EMBED_MAX_KEYS[axis], FloatText(box.maxs[axis]));
+    }
   }
 }
 
@@ -85,16 +93,23 @@ EditResult MakeTemplate(Map& map, std::string_view name, const Vec3& pivot) {
   return EditResult::Done;
 }
 
-EditResult InsertInstance(Map& map, const InstanceSettings& settings, const Vec3& origin) {
+EditResult CheckScale(const Vec3& scale) {
   for (int axis = 0; axis < 3; ++axis) {
-    const double size = std::fabs(settings.scale[axis]);
+    const double size = std::fabs(scale[axis]);
     if (!(size >= SMALLEST_SCALE)) return EditResult::Flattens;
     if (!(size <= 1 / SMALLEST_SCALE)) return EditResult::OutsideWorld;
   }
+  return EditResult::Done;
+}
+
+EditResult InsertInstance(Map& map, const InstanceSettings& settings, const Vec3& origin) {
+  const EditResult fit = CheckScale(settings.scale);
+  if (fit != EditResult::Done) return fit;
   return AddAndSelect(map, NewInstance(map, settings, origin), origin);
 }
 
 EditResult InsertEmbed(Map& map, std::string_view filename, const Bounds& box, const Vec3& origin) {
+  if (!IsInsideWorld({box.mins + origin, box.maxs + origin})) return EditResult::OutsideWorld;
   EntityPtr embed = NewEntity(map, "embed");
   SetEmbedKeys(*embed, filename, box);
   return AddAndSelect(map, std::move(embed), origin);
@@ -106,10 +121,13 @@ entity* SelectedEmbed(const Map& map) {
   return e->getClass()->Kind() == EntityKind::Embed ? e : nullptr;
 }
 
-void ChangeEmbed(entity& embed, std::string_view filename, const Bounds& box) {
+EditResult ChangeEmbed(entity& embed, std::string_view filename, const Bounds& box) {
+  const Vec3 origin = embed.Origin();
+  if (!IsInsideWorld({box.mins + origin, box.maxs + origin})) return EditResult::OutsideWorld;
   EditStep step(*embed.OwningMap());
   step.ChangeKeys(embed);
   SetEmbedKeys(embed, filename, box);
+  return EditResult::Done;
 }
 
 }  // namespace ferrowand

@@ -28,6 +28,8 @@ struct InstanceSettings {
   int angle = 0;  // degrees
   Vec3 scale{1, 1, 1};
 };
+// An instance's is from 0.001 to 1000 on every axis, mirrored or not.
+EditResult CheckScale(const Vec3& scale);
 // Selects it.
 EditResult InsertInstance(Map& map, const InstanceSettings& settings, const Vec3& origin);
 
@@ -35,6 +37,7 @@ EditResult InsertInstance(Map& map, const InstanceSettings& settings, const Vec3
 EditResult InsertEmbed(Map& map, std::string_view filename, const Bounds& box, const Vec3& origin);
 // If it alone is selected; else null.
 entity* SelectedEmbed(const Map& map);
-void ChangeEmbed(entity& embed, std::string_view filename, const Bounds& box);
+// What is so already keeps the way it was written.
+EditResult ChangeEmbed(entity& embed, std::string_view filename, const Bounds& box);
 
 }  // namespace ferrowand

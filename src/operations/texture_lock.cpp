@@ -3,6 +3,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "document/texture_projection.h"
 #include "document/transform.h"
 
 namespace ferrowand {
@@ -10,27 +11,6 @@ namespace {
 
 constexpr double DEGREE = std::numbers::pi / 180;
 constexpr double ARM = 64;  // world units between the points of a pin
-
-double ScaleOf(float scale) {
-  return scale == 0 ? 1 : scale;
-}
-
-// Texels at a point.
-struct Projection {
-  explicit Projection(const Face& face)
-      : axes(TextureAxesOf(face.plane.normal)),
-        c(std::cos(face.rotation * DEGREE)),
-        s(std::sin(face.rotation * DEGREE)),
-        xscale(ScaleOf(face.xscale)),
-        yscale(ScaleOf(face.yscale)) {}
-
-  // Without the offsets.
-  double S(const DVec3& p) const { return (c * Dot(p, axes.s) - s * Dot(p, axes.t)) / xscale; }
-  double T(const DVec3& p) const { return (s * Dot(p, axes.s) + c * Dot(p, axes.t)) / yscale; }
-
-  const TextureAxes& axes;
-  double c, s, xscale, yscale;
-};
 
 // How a value changes along the two axes of the projection, from how it changes along two
 // directions of the plane.
@@ -64,19 +44,21 @@ TextureLock::Pin TextureLock::PinOf(const Face& face) {
   pin.isValid = face.HasShape() && face.plane.HasNormal();
   if (!pin.isValid) return pin;
   // Straight above the axes of the projection lie directions of the plane itself.
-  const Projection projection(face);
+  const TextureProjection projection(face);
+  const TextureAxes& axes = projection.Axes();
   const DVec3& normal = face.plane.normal;
-  const DVec3& facing = projection.axes.normal;
+  const DVec3& facing = axes.normal;
   const auto onPlane = [&](const DVec3& axis) {
     return (axis - facing * (Dot(axis, normal) / Dot(facing, normal))) * ARM;
   };
   pin.at = Middle(*face.w);
-  pin.u = onPlane(projection.axes.s);
-  pin.v = onPlane(projection.axes.t);
+  pin.u = onPlane(axes.s);
+  pin.v = onPlane(axes.t);
   const DVec3 points[] = {pin.at, pin.at + pin.u, pin.at + pin.v};
   for (int i = 0; i < 3; ++i) {
-    pin.s[i] = projection.S(points[i]) + face.xoff;
-    pin.t[i] = projection.T(points[i]) + face.yoff;
+    const TexturePoint texels = projection.Texels(points[i]);
+    pin.s[i] = texels.s;
+    pin.t[i] = texels.t;
   }
   return pin;
 }
@@ -90,17 +72,16 @@ void TextureLock::Hold(Face& face, const Pin& pin, const DVec3 (&moved)[3]) {
   // The sign of the one scale stays, that of the other tells whether the texture is mirrored.
   const double sign = face.xscale < 0 ? -1 : 1;
   const float rotation = WholeDegrees(std::atan2(-s.down * sign, s.across * sign));
-  const double c = std::cos(rotation * DEGREE);
-  const double sn = std::sin(rotation * DEGREE);
-  const float xscale = static_cast<float>(1 / (c * s.across - sn * s.down));
-  const float yscale = static_cast<float>(1 / (sn * t.across + c * t.down));
+  const TextureTurn turn(rotation);
+  const float xscale = static_cast<float>(1 / (turn.cosine * s.across - turn.sine * s.down));
+  const float yscale = static_cast<float>(1 / (turn.sine * t.across + turn.cosine * t.down));
   if (!std::isfinite(xscale) || !std::isfinite(yscale)) return;
   face.rotation = rotation;
   face.xscale = xscale;
   face.yscale = yscale;
-  const Projection projection(face);
-  face.xoff = static_cast<float>(pin.s[0] - projection.S(moved[0]));
-  face.yoff = static_cast<float>(pin.t[0] - projection.T(moved[0]));
+  const TexturePoint along = TextureProjection(face).Along(moved[0]);
+  face.xoff = static_cast<float>(pin.s[0] - along.s);
+  face.yoff = static_cast<float>(pin.t[0] - along.t);
 }
 
 TextureLock::TextureLock(const entity& e) {
@@ -124,9 +105,9 @@ void TextureLock::Apply(entity& e, const std::function<DVec3(const DVec3&)>& mov
 void ShiftTextures(entity& e, const DVec3& by) {
   const auto shift = [&by](Face& face) {
     if (!face.plane.HasNormal()) return;
-    const Projection projection(face);
-    face.xoff = static_cast<float>(face.xoff - projection.S(by));
-    face.yoff = static_cast<float>(face.yoff - projection.T(by));
+    const TexturePoint along = TextureProjection(face).Along(by);
+    face.xoff = static_cast<float>(face.xoff - along.s);
+    face.yoff = static_cast<float>(face.yoff - along.t);
     UpdateFromWinding(face);
   };
   ForEachAlong(e, [&shift](entity& part) {

@@ -292,9 +292,12 @@ EditResult DuplicateSelection(Map& map, const MultiDuplicate& how,
   if (copies.empty()) return EditResult::Done;
   std::vector<entity*> added;
   added.reserve(copies.size());
-  EditStep step(map);
-  for (NewCopy& copy : copies) added.push_back(&AddTo(step, std::move(copy.e), *copy.parent));
-  Select(map, added, false);
+  {
+    EditStep step(map);
+    for (NewCopy& copy : copies) added.push_back(&AddTo(step, std::move(copy.e), *copy.parent));
+    Select(map, added, false);
+  }
+  if (how.turn != DVec3()) TellOffUnits(map, added);
   return EditResult::Done;
 }
 

@@ -48,7 +48,8 @@ Matrix TurnMatrix(int axisu, int axisv, double degrees);
 // afterwards. They lie where the originals do, moved by the offset.
 EditResult DuplicateSelection(Map& map, const Vec3& offset, const TransformOptions& options);
 
-inline constexpr int MAXCOPIES = 50000;  // objects that several copies may have together
+// Objects that several copies may have together: what a 32-bit program has room for.
+inline constexpr int MAXCOPIES = 250000;
 
 struct MultiDuplicate {
   int count = 1;  // of copies

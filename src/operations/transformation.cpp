@@ -9,6 +9,7 @@
 #include "document/transform.h"
 #include "document/transform_keys.h"
 #include "operations/brush_check.h"
+#include "operations/templates.h"
 #include "operations/texture_lock.h"
 
 namespace ferrowand {
@@ -18,8 +19,8 @@ DVec3 Row(const Matrix& matrix, unsigned y) {
   return DVec3(matrix.At(0, y), matrix.At(1, y), matrix.At(2, y));
 }
 
-Bounds BoundsAlone(const entity& e) {
-  Bounds bounds = e.brush.Box();
+Bounds BoundsAlone(const entity& e, bool withShown) {
+  Bounds bounds = withShown && IsInstance(e) ? InstanceBounds(e) : e.brush.Box();
   if (e.HasOrigin()) bounds.Add(e.Origin());
   return bounds;
 }
@@ -28,6 +29,7 @@ Bounds BoundsAlone(const entity& e) {
 struct Fitness {
   bool inside;
   bool sound;
+  bool scaled;  // as a key can tell and a brush can bear
 };
 
 // Whole steps along the axes change no shape.
@@ -39,13 +41,15 @@ bool ShapeMayChange(const Transformation& transformation) {
   return false;
 }
 
-std::vector<Fitness> FitnessOf(const entity& tree, bool checkShape) {
+std::vector<Fitness> FitnessOf(const entity& tree, const Transformation& transformation) {
+  const bool checkShape = ShapeMayChange(transformation);
   std::vector<Fitness> all;
   Reporter& reporter = tree.getClass()->Set().Library().Report();
   ForEachEntity(tree, [&](const entity& e) {
-    const Bounds bounds = BoundsAlone(e);
+    const Bounds bounds = BoundsAlone(e, !transformation.IsMove());
     all.push_back({bounds.IsEmpty() || IsInsideWorld(bounds),
-                   !checkShape || SurvivesSaving(e.brush, reporter)});
+                   !checkShape || SurvivesSaving(e.brush, reporter),
+                   !IsInstance(e) || CheckScale(Vec3(ShapeOf(e).scale)) == EditResult::Done});
   });
   return all;
 }
@@ -54,6 +58,7 @@ EditResult Compare(const std::vector<Fitness>& before, const std::vector<Fitness
   for (std::size_t i = 0; i < before.size(); ++i) {
     if (before[i].inside && !after[i].inside) return EditResult::OutsideWorld;
     if (before[i].sound && !after[i].sound) return EditResult::BreaksBrush;
+    if (before[i].scaled && !after[i].scaled) return EditResult::Flattens;
   }
   return EditResult::Done;
 }
@@ -96,10 +101,9 @@ DVec3 Transformation::Apply(const DVec3& p) const {
 
 EditResult TransformObject(entity& e, const Transformation& transformation, bool textureLock) {
   if (transformation.IsNone()) return EditResult::Done;
-  const bool checkShape = ShapeMayChange(transformation);
-  const std::vector<Fitness> before = FitnessOf(e, checkShape);
+  const std::vector<Fitness> before = FitnessOf(e, transformation);
   TransformUnchecked(e, transformation, textureLock);
-  return Compare(before, FitnessOf(e, checkShape));
+  return Compare(before, FitnessOf(e, transformation));
 }
 
 }  // namespace ferrowand

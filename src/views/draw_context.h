@@ -39,6 +39,7 @@ struct DrawPens {
   Pen light{};
   Pen targetLine{};
   Pen targetHead{};
+  Pen camera{};  // where the map's camera stands and looks
 };
 
 // What a paint would else work out or allocate for every object again.

@@ -96,6 +96,8 @@ class LineDistance {
       least = DistanceToOutline(corners, query_.at);
     }
     if (hit.object->getClass()->Kind() != EntityKind::TemplateInstance) return least;
+    const Map* map = hit.object->OwningMap();
+    if (!map || !map->Data().shown.templates) return least;
     const entity* expansion = ExpandInstance(*hit.object);
     return expansion ? std::min(least, OfTree(*expansion)) : least;
   }
@@ -185,6 +187,7 @@ class HitWalk {
     return expansion && HitsTree(*expansion);
   }
   bool HitsTree(const entity& e) const {
+    if (!e.getClass()->IsVisible(e)) return false;
     return FaceOf(e.brush) != NO_FACE ||
            std::ranges::any_of(e.getEntityList(),
                                [this](const EntityPtr& child) { return HitsTree(*child); });

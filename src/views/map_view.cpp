@@ -40,6 +40,10 @@ Orientation OrientationOf(const ViewTransform& transform) {
   }
 }
 
+PixelRect Place(int left, int top, int width, int height) {
+  return {left, top, left + width, top + height};
+}
+
 }  // namespace
 
 int SnapToGrid(int world, std::uint8_t exponent) {
@@ -197,7 +201,17 @@ void MapView::SetMapMode(MapMode mode) {
   host_.Invalidate();
 }
 
+int GridStepOf(char c) {
+  constexpr std::string_view SMALLER = "[{,<aA", LARGER = "]}.>zZ";
+  if (SMALLER.find(c) != SMALLER.npos) return -1;
+  return LARGER.find(c) != LARGER.npos ? 1 : 0;
+}
+
 bool MapView::OnCharacter(char c, bool shift) {
+  if (const int step = GridStepOf(c)) {
+    step < 0 ? GridSmaller(shift) : GridLarger(shift);
+    return true;
+  }
   switch (c) {
     case '+':
     case '=':
@@ -210,22 +224,6 @@ bool MapView::OnCharacter(char c, bool shift) {
     case 'x':
     case 'X':
       ZoomOut();
-      return true;
-    case '[':
-    case '{':
-    case ',':
-    case '<':
-    case 'a':
-    case 'A':
-      GridSmaller(shift);
-      return true;
-    case ']':
-    case '}':
-    case '.':
-    case '>':
-    case 'z':
-    case 'Z':
-      GridLarger(shift);
       return true;
     case 'g':
       ToggleGridAndSnap();
@@ -278,6 +276,7 @@ void MapView::OnActivate() {
 }
 
 void MapView::SetStatus(const std::string& text) {
+  status_ = text;
   if (host_.StatusBarShown()) {
     host_.SetText(ViewText::Message, text);
     return;
@@ -307,20 +306,30 @@ void MapView::ShowZoomText() {
 
 PixelRect MapView::ArrangedPlace(Arrangement arrangement, PixelSize frame) const {
   const auto [w, h] = frame;
-  const auto place = [](int left, int top, int width, int height) {
-    return PixelRect{left, top, left + width, top + height};
-  };
   const Orientation orientation = OrientationOf(transform);
   const bool top = orientation == Orientation::Top;
   const bool side = orientation == Orientation::Side;
   switch (arrangement) {
     case Arrangement::Quarters:
-      return place(side ? w / 2 : 0, top || side ? 0 : h / 2, w / 2, h / 2);
+      return Place(side ? w / 2 : 0, top || side ? 0 : h / 2, w / 2, h / 2);
     case Arrangement::XYLarge:
-      if (top) return place(0, 0, w / 2, h);
-      return place(w / 2, side ? 0 : h / 3, w / 2, h / 3);
+      if (top) return Place(0, 0, w / 2, h);
+      return Place(w / 2, side ? 0 : h / 3, w / 2, h / 3);
     case Arrangement::ThreeDLarge:
-      return place(w / 2, top ? 0 : side ? h / 3 : 2 * h / 3, w / 2, h / 3);
+      return Place(w / 2, top ? 0 : side ? h / 3 : 2 * h / 3, w / 2, h / 3);
+  }
+  return {};
+}
+
+PixelRect CameraPlace(Arrangement arrangement, PixelSize frame) {
+  const auto [w, h] = frame;
+  switch (arrangement) {
+    case Arrangement::Quarters:
+      return Place(w / 2, h / 2, w / 2, h / 2);
+    case Arrangement::XYLarge:
+      return Place(w / 2, 2 * h / 3, w / 2, h / 3);
+    case Arrangement::ThreeDLarge:
+      return Place(0, 0, w / 2, h);
   }
   return {};
 }

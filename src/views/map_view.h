@@ -22,8 +22,10 @@
 
 namespace ferrowand {
 
+class Camera;
 class MapView;
 class Tool;
+struct CameraPose;
 
 enum class Orientation { Top, Front, Side };
 enum class MapMode : std::uint8_t { Normal = 0, OneMip = 1, Heights = 2, LayerColour = 3 };
@@ -70,7 +72,7 @@ class ViewHost {
   virtual void MoveWindow(const PixelRect& to) = 0;
 };
 
-// All open views, the most recently activated first. Not owned.
+// All open views, the most recently activated first, and the cameras, which views show. Not owned.
 class ViewList {
  public:
   void Add(MapView& view);
@@ -78,6 +80,13 @@ class ViewList {
   void BringToFront(MapView& view);
   const std::vector<MapView*>& Views() const { return views_; }
   std::vector<MapView*> ViewsOf(const Map& map) const;
+
+  void Add(Camera& camera);
+  void Remove(Camera& camera);
+  // Null when the map has none.
+  Camera* CameraOf(const Map& map) const;
+  // It stood there before.
+  void CameraMoved(const Camera& camera, const CameraPose& from) const;
 
   // Of the map as it is, for the status: counted when it is asked for after a change.
   const MapFigures& FiguresOf(const Map& map);
@@ -87,6 +96,7 @@ class ViewList {
 
  private:
   std::vector<MapView*> views_;
+  std::vector<Camera*> cameras_;
   MapFigures figures_;
   std::pair<const Map*, std::uint32_t> counted_{};  // the map, and its revision then
 };
@@ -121,6 +131,8 @@ class MapView : public MapObserver {
   void Refresh();
   void Repaint() { host_.Invalidate(); }
   void Repaint(const PixelRect& part) { host_.Invalidate(part); }
+  // Where a camera is or was shown.
+  void RepaintCamera(const CameraPose& pose);
   PixelSize DrawingArea() const { return host_.DrawingArea(); }
   PixelSize MeasureLabel(std::string_view text) const { return host_.MeasureLabel(text); }
   // For hit tests in the map.
@@ -190,6 +202,8 @@ class MapView : public MapObserver {
   // --- words
   // Where this view's status bar is hidden, to the first other view of the map that shows its own.
   void SetStatus(const std::string& text);
+  // What it was last told to say.
+  const std::string& Status() const { return status_; }
   void OnStatus(const std::string& text) override { SetStatus(text); }
   std::string ZoomText() const;
   void ShowZoomText();
@@ -213,6 +227,7 @@ class MapView : public MapObserver {
   const DrawPens& Pens() const;
   void DrawGrid(Canvas& canvas, const PixelRect& update) const;
   void DrawAxes(Canvas& canvas, const PixelRect& update) const;
+  void DrawCamera(Canvas& canvas) const;
   // The ends of the shaded depth: of the selection, or of the whole map.
   std::pair<int, int> Heights() const;
   // Whether all but the selection is drawn paler.
@@ -227,6 +242,7 @@ class MapView : public MapObserver {
   Tool* const& tool_;
   std::string caption_;          // as the window was told last
   std::optional<Pixel> cursor_;  // while it is over the drawing area
+  std::string status_;
   int worldLimit_ = WORLD_LIMIT;
   std::unique_ptr<ChildBoxes> boxes_;
   Bounds lastSelected_;
@@ -234,8 +250,14 @@ class MapView : public MapObserver {
   int zoomPresses_ = 0;   // buttons whose press was a zoom: their releases are swallowed
 };
 
+// The same of a map's camera.
+PixelRect CameraPlace(Arrangement arrangement, PixelSize frame);
+
 // Round half up to a multiple of 2^exponent; below 0 too, so that steps are equally long.
 int SnapToGrid(int world, std::uint8_t exponent);
+
+// -1 for a key that makes the grid smaller, 1 for one that makes it larger, 0 for any other.
+int GridStepOf(char c);
 
 // The pens for a black or a white background.
 const DrawPens& PensFor(bool blackBackground);

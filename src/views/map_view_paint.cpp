@@ -6,6 +6,8 @@
 
 #include "document/picking.h"
 #include "platform/display.h"
+#include "views/camera/camera.h"
+#include "views/camera/camera_marker.h"
 #include "views/entity_drawing.h"
 #include "views/map_view.h"
 #include "views/pale_canvas.h"
@@ -17,7 +19,7 @@ namespace {
 constexpr int MAJOR_EVERY = 8;
 // Of all that is selected, on either background: far from every other pen, brush and class.
 constexpr Colour SELECTION{255, 0, 255};
-constexpr int SELECTION_WIDTH = 2;  // pixels
+constexpr int SELECTION_WIDTH = 2, CAMERA_WIDTH = 2;  // pixels
 
 constexpr DrawPens ON_BLACK{
     .background = {0, 0, 0},
@@ -29,6 +31,7 @@ constexpr DrawPens ON_BLACK{
     .light = {{255, 255, 128}},
     .targetLine = {{0, 176, 255}},
     .targetHead = {{128, 224, 255}},
+    .camera = {{64, 255, 64}},
 };
 
 constexpr DrawPens ON_WHITE{
@@ -41,10 +44,12 @@ constexpr DrawPens ON_WHITE{
     .light = {{192, 144, 0}},
     .targetLine = {{0, 104, 192}},
     .targetHead = {{0, 56, 120}},
+    .camera = {{0, 144, 0}},
 };
 
-DrawPens WithSelection(DrawPens pens) {
+DrawPens WithWidths(DrawPens pens) {
   pens.brushOutline = pens.boxOutline = {SELECTION, Scaled(SELECTION_WIDTH)};
+  pens.camera.width = Scaled(CAMERA_WIDTH);
   return pens;
 }
 
@@ -90,7 +95,7 @@ void DrawColumns(Canvas& canvas, const Pen& pen, const std::vector<int>& columns
 }  // namespace
 
 const DrawPens& PensFor(bool blackBackground) {
-  static const DrawPens onBlack = WithSelection(ON_BLACK), onWhite = WithSelection(ON_WHITE);
+  static const DrawPens onBlack = WithWidths(ON_BLACK), onWhite = WithWidths(ON_WHITE);
   return blackBackground ? onBlack : onWhite;
 }
 
@@ -113,6 +118,7 @@ void MapView::Paint(Canvas& canvas, const PixelRect& update) {
   DrawTree(map, context);
 
   if (const MapMarks* marks = list_.marks.Find(map)) DrawMarks(*marks, transform, canvas);
+  DrawCamera(canvas);
   if (tool_) {
     tool_->DrawOverlay(*this, canvas);
     tool_->DrawOverlayForOther(*this, canvas);
@@ -156,6 +162,15 @@ void MapView::DrawAxes(Canvas& canvas, const PixelRect& update) const {
   const Pen& pen = Pens().majorGrid;
   DrawRows(canvas, pen, {transform.ToScreenV(0) + 1}, update);
   DrawColumns(canvas, pen, {transform.ToScreenU(0) + 1}, update);
+}
+
+void MapView::DrawCamera(Canvas& canvas) const {
+  const Camera* camera = list_.CameraOf(map);
+  if (camera) DrawCameraMarker(canvas, transform, camera->Pose(), Pens().camera);
+}
+
+void MapView::RepaintCamera(const CameraPose& pose) {
+  Repaint(CameraMarkerBox(transform, pose));
 }
 
 std::pair<int, int> MapView::Heights() const {

@@ -2,9 +2,11 @@
 #include <algorithm>
 #include <cmath>
 
+#include "views/camera/camera.h"
 #include "views/map_view.h"
 #include "views/scrolled_part.h"
 #include "views/tool.h"
+#include "views/wrapped_cursor.h"
 
 namespace ferrowand {
 namespace {
@@ -16,8 +18,6 @@ constexpr int FIT_BORDER = 20;           // pixels
 constexpr int LINE_STEP = 10;            // pixels
 constexpr int PAGE_STEP = 100;           // pixels
 constexpr int RESIZE_FACTOR = 4;
-constexpr int WRAP_MARGIN = 5;         // pixels from the frame's left, top and bottom
-constexpr int RIGHT_WRAP_MARGIN = 20;  // pixels
 
 std::int16_t LimitOrigin(double world, int limit) {
   return static_cast<std::int16_t>(RoundToInt(std::clamp<double>(world, -limit, limit)));
@@ -111,6 +111,7 @@ void MapView::CentreOn(const Vec3& point) {
   SetOrigin(std::trunc(point[transform.orienu]) - halfU,
             std::trunc(point[transform.orienv]) - halfV);
   UpdateScrollBars();
+  ShowCoordinates();
   host_.Invalidate();
 }
 
@@ -172,12 +173,16 @@ void MapView::ScrollBy(double u, double v) {
   if (dx == 0 && dy == 0) return;
   UpdateScrollBars();
   ShowCoordinates();
-  // A picture can be moved by whole pixels only, and what a tool has inverted stays where it is.
-  const bool moves = dx == std::trunc(dx) && dy == std::trunc(dy);
+  // A picture can be moved by whole pixels only, what a tool has inverted stays where it is, and
+  // lines that are no part of the map are nobody's to tell.
+  const MapMarks* marks = list_.marks.Find(map);
+  const bool isMarked = marks && marks->IsShown();
+  const bool moves = dx == std::trunc(dx) && dy == std::trunc(dy) && !isMarked;
   if (!moves || (tool_ && tool_->HasPreview())) return host_.Invalidate();
   const Pixel by{static_cast<int>(dx), static_cast<int>(dy)};
   const auto strayed = StrayedParts(map, {before, transform, by, DrawFlags(), host_.DrawingArea()});
   strayed ? host_.ScrollPicture(by, *strayed) : host_.Invalidate();
+  if (const Camera* camera = list_.CameraOf(map)) RepaintCamera(camera->Pose());
 }
 
 void MapView::ScrollToThumb(bool vertical, int position) {
@@ -215,15 +220,7 @@ void MapView::EndPan() {
 }
 
 void MapView::WrapCursor(Pixel cursor) {
-  const PixelRect frame = host_.Frame();
-  const PixelSize area = host_.DrawingArea();
-  Pixel to = cursor;
-  if (cursor.x <= frame.left + WRAP_MARGIN || cursor.x >= frame.right - RIGHT_WRAP_MARGIN) {
-    to.x = area.width / 2;
-  }
-  if (cursor.y <= frame.top + WRAP_MARGIN || cursor.y >= frame.bottom - WRAP_MARGIN) {
-    to.y = area.height / 2;
-  }
+  const Pixel to = WrappedCursor(cursor, host_.Frame(), host_.DrawingArea());
   if (to == cursor) return;
   panx += to.x - cursor.x;
   pany += to.y - cursor.y;

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "views/camera/camera.h"
 #include "views/map_view.h"
 
 namespace ferrowand {
@@ -24,6 +25,29 @@ const MapFigures& ViewList::FiguresOf(const Map& map) {
   if (counted_ != now) figures_ = ferrowand::FiguresOf(map);
   counted_ = now;
   return figures_;
+}
+
+void ViewList::Add(Camera& camera) {
+  cameras_.push_back(&camera);
+  CameraMoved(camera, camera.Pose());
+}
+
+void ViewList::Remove(Camera& camera) {
+  std::erase(cameras_, &camera);
+  CameraMoved(camera, camera.Pose());
+}
+
+Camera* ViewList::CameraOf(const Map& map) const {
+  const auto found =
+      std::ranges::find_if(cameras_, [&](Camera* camera) { return &camera->GetMap() == &map; });
+  return found == cameras_.end() ? nullptr : *found;
+}
+
+void ViewList::CameraMoved(const Camera& camera, const CameraPose& from) const {
+  for (MapView* view : ViewsOf(camera.GetMap())) {
+    view->RepaintCamera(from);
+    view->RepaintCamera(camera.Pose());
+  }
 }
 
 std::vector<MapView*> ViewList::ViewsOf(const Map& map) const {

@@ -254,6 +254,15 @@ TEST(TextReader, AFileThatShrinksWhileItIsReadIsReportedOnceAndReadsAsZeros) {
   while (!reading.reader.AtEof()) reading.reader.ReadToken(token, 50);
   ASSERT_EQ(reading.recorder.messages.size(), 1u);
   EXPECT_NE(reading.recorder.messages[0].text.find("ReadFile"), std::string::npos);
+
+  // A reader that is opened again knows nothing of the file before.
+  reading.reader.Open(reading.dir.Write("text", std::string(1000, '\0')), 10);
+  EXPECT_TRUE(reading.reader.HasZeroBytes());
+  reading.reader.Open(reading.dir.Write("text", std::string(1000, 'x')), 10);
+  EXPECT_FALSE(reading.reader.HasZeroBytes());
+  reading.dir.Write("text", "");
+  while (!reading.reader.AtEof()) reading.reader.ReadToken(token, 50);
+  EXPECT_EQ(reading.recorder.messages.size(), 2u);
 }
 
 }  // namespace

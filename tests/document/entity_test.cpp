@@ -58,6 +58,7 @@ TEST_F(EntityTest, OriginsKeepWhatTheTextDoesNotTell) {
                                 {"", {1, 2, 3}},
                                 {"- 1 1", {1, 2, 3}},
                                 {"nan inf 1", {1, 2, 3}},
+                                {".-5 1 1", {1, 2, 3}},
                                 {"7-6-5", {7, -6, -5}},
                                 {"1e2 0 0", {100, 0, 0}}}) {
     plain.SetKey("origin", "1 2 3");

@@ -128,7 +128,7 @@ TEST_F(WadFileTest, TheCacheThrowsOutTheOldestWhetherUsedOrNot) {
   EXPECT_TRUE(recorder.messages.empty());
 }
 
-TEST_F(WadFileTest, ASmallerCachePassesOverEveryOtherSurplusTexture) {
+TEST_F(WadFileTest, ASmallerCacheHoldsTheOldestAndFreesTheOthers) {
   std::vector<LumpPlan> plans;
   for (const char* name : {"0", "1", "2", "3", "4", "5"}) plans.push_back({name, 8, 8, name});
   const auto wad = Open(WadBytes(plans));
@@ -139,17 +139,14 @@ TEST_F(WadFileTest, ASmallerCachePassesOverEveryOtherSurplusTexture) {
   for (const auto& texture : wad->Textures()) {
     if (!texture->pixels.empty()) held += texture->Name();
   }
-  EXPECT_EQ(held, "0135");
-  EXPECT_FALSE(wad->IsCached(*wad->Textures()[3]));
-  wad->Unload(*wad->Textures()[3]);
-  EXPECT_TRUE(wad->Textures()[3]->pixels.empty());
+  EXPECT_EQ(held, "01");
   wad->SetCacheSize(0);  // holds one
   EXPECT_EQ(wad->Pixels(*wad->Textures()[1])[0], '1');
   EXPECT_EQ(wad->numCached(), 1);
   EXPECT_TRUE(recorder.messages.empty());
 }
 
-TEST_F(WadFileTest, ATextureAboveTheLimitShowsTheReplacementImageForGood) {
+TEST_F(WadFileTest, ATextureAboveTheLimitShowsTheReplacementImageUntilThatIsAnother) {
   limits.maxTextureSize = 64 * 64;
   limits.maxCached = 1;
   const auto wad = Open(WadBytes({{"big", 128, 64, "a"}, {"fits", 64, 64, "b"}}));
@@ -163,6 +160,24 @@ TEST_F(WadFileTest, ATextureAboveTheLimitShowsTheReplacementImageForGood) {
   EXPECT_EQ(wad->Pixels(*wad->Textures()[1])[0], 'b');
   EXPECT_FALSE(wad->IsCached(big));
   EXPECT_FALSE(big.pixels.empty());
+  for (const auto& [limit, first] : {std::pair(128u * 64, 'a'), std::pair(64u, '\xd0')}) {
+    wad->SetLimits({.maxTextureSize = limit});
+    EXPECT_EQ(wad->Pixels(big)[0], static_cast<std::uint8_t>(first)) << limit;
+    EXPECT_EQ(big.paddedWidth, first == 'a' ? 128 : 64);
+  }
+}
+
+TEST_F(WadFileTest, AnotherPaletteColoursWhatWasColouredBefore) {
+  const auto wad = Open(WadBytes({{"a", 8, 8, "a"}}));
+  Texture& a = *wad->Textures()[0];
+  ASSERT_EQ(wad->RepresentativeColour(a, OneColour::Average).red, 'a');
+  ASSERT_EQ(wad->Rgb(a)[0], 'a');
+  dir.Write("quake.pal", "17 bytes of head:");  // and all black
+  path.Add(dir.Path(""));
+  palette.Load(path, {}, reporter);
+  wad->ForgetColours();
+  EXPECT_EQ(wad->Rgb(a)[0], 0);
+  EXPECT_EQ(wad->RepresentativeColour(a, OneColour::Average).red, 0);
 }
 
 TEST_F(WadFileTest, WhatCannotBeReadShowsTheReplacementImage) {

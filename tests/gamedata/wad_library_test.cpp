@@ -71,7 +71,7 @@ TEST_F(WadLibraryTest, TheBuiltInWadStandsInForADefaultThatCannotBeLoaded) {
 
 TEST_F(WadLibraryTest, ANewCacheSizeIsThatOfEveryWad) {
   WadFile& walls = library.Get("walls.wad");
-  library.SetCacheSize(1);
+  library.SetLimits({.maxCached = 1});
   WadFile& floors = library.Get(dir.Path("floors.wad"));
   for (WadFile* wad : {&walls, &floors}) {
     for (const auto& texture : wad->Textures()) wad->Pixels(*texture);

@@ -83,7 +83,8 @@ TEST_F(BlocksTest, NoObjectIsMadeOfAClassThatHoldsObjects) {
        Cases<const char*, EditResult>{{"worldspawn", EditResult::SecondWorld},
                                       {"layer", EditResult::EditorsOwn},
                                       {"hidden", EditResult::EditorsOwn},
-                                      {"templateClass", EditResult::EditorsOwn}}) {
+                                      {"templateClass", EditResult::EditorsOwn},
+                                      {"templateInstance", EditResult::EditorsOwn}}) {
     SCOPED_TRACE(name);
     EXPECT_EQ(InsertEntity(*map, Class(name), {}), refusal);
     Pick({"p", "a"});
@@ -94,6 +95,7 @@ TEST_F(BlocksTest, NoObjectIsMadeOfAClassThatHoldsObjects) {
   EXPECT_EQ(SetKeyOfSelection(*map, "classname", "WorldSpawn"), EditResult::SecondWorld);
   EXPECT_EQ(MakeTemplate(*map, "", {}), EditResult::NoName);
   EXPECT_EQ(InsertInstance(*map, {"T", 0, {1, 1, 1e-7}}, {}), EditResult::Flattens);
+  EXPECT_EQ(InsertEntity(*map, Class("brush"), {}), EditResult::EditorsOwn);
   EXPECT_EQ(Text(), before);
   ASSERT_EQ(MakeTemplate(*map, "T", {}), EditResult::Done);
   EXPECT_EQ(MakeTemplate(*map, "T", {}), EditResult::NameTaken);

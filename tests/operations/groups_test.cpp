@@ -228,7 +228,9 @@ TEST_F(GroupsTest, WhatIsNewInAHiddenOrDisabledLayerIsAskedAbout) {
            [](Map& m) {
              return InsertInstance(m, InstanceSettings{"T", 0, Vec3(1, 1, 1)}, Vec3());
            },
-           [](Map& m) { return InsertEmbed(m, "a.xmp", Bounds(), Vec3()); },
+           [](Map& m) {
+             return InsertEmbed(m, "a.xmp", {{-8, -8, -8}, {8, 8, 8}}, Vec3());
+           },
            [](Map& m) { return PasteText(m, Cuboid(0, 0, 0, 8, 8, 8)); }}) {
     for (const char* state : {"1", "2"}) {
       SetUp();

@@ -6,6 +6,7 @@
 //   view LEFT TOP RIGHT BOTTOM CAPTION-TOP CAPTION   the drawing area of a 2D view, in pixels of
 //                                                    the screen; the view that lies on top first
 //   text TEXT                                        of its status bar, left to right
+//   camera LEFT TOP RIGHT BOTTOM CAPTION-TOP CAPTION  likewise, of a 3D camera
 //   window TITLE                                     any other window: a dialog, a box, a menu
 #include <windows.h>
 
@@ -28,15 +29,19 @@ std::string TextOf(HWND window) {
   return text;
 }
 
-void TellView(HWND drawing) {
+void TellPlace(const char* what, HWND drawing, HWND child) {
   RECT inside{};
   GetClientRect(drawing, &inside);
   MapWindowPoints(drawing, nullptr, reinterpret_cast<POINT*>(&inside), 2);
-  const HWND child = GetParent(drawing);
   RECT whole{};
   GetWindowRect(child, &whole);
-  std::cout << "view " << inside.left << ' ' << inside.top << ' ' << inside.right << ' '
+  std::cout << what << ' ' << inside.left << ' ' << inside.top << ' ' << inside.right << ' '
             << inside.bottom << ' ' << whole.top << ' ' << TextOf(child) << '\n';
+}
+
+void TellView(HWND drawing) {
+  const HWND child = GetParent(drawing);
+  TellPlace("view", drawing, child);
   for (HWND text = nullptr; (text = FindWindowExA(child, text, "Static", nullptr)) != nullptr;) {
     std::cout << "text " << TextOf(text) << '\n';
   }
@@ -44,6 +49,9 @@ void TellView(HWND drawing) {
 
 BOOL CALLBACK OnChild(HWND window, LPARAM) {
   if (IsWindowVisible(window) && ClassOf(window) == "FRWMapClass") TellView(window);
+  if (IsWindowVisible(window) && ClassOf(window) == "FRWView3DClass") {
+    TellPlace("camera", window, window);
+  }
   return TRUE;
 }
 

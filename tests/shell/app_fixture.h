@@ -12,10 +12,12 @@
 #include <string>
 #include <vector>
 
+#include "platform/joystick.h"
 #include "platform/settings_store.h"
 #include "shell/app/app.h"
 #include "shell/app/app_parts.h"
 #include "shell/dialogs/dialogs.h"
+#include "shell/dialogs/options_dialog.h"
 #include "shell/system/clipboard.h"
 #include "shell/windows/map_window.h"
 #include "support/map_text.h"
@@ -33,6 +35,11 @@ class ScriptedDialogs : public Dialogs {
     const std::string file = files.front();
     files.pop_front();
     return file;
+  }
+  std::optional<std::string> ChooseFolder(HWND, const std::string& title) override {
+    FileChoice choice;
+    choice.title = title;
+    return ChooseFile(choice);
   }
   std::optional<Colour> ChooseColour(Colour) override {
     if (colours.empty()) return std::nullopt;
@@ -72,6 +79,8 @@ class ScriptedDialogs : public Dialogs {
 
   std::optional<CompileOptions> compile;
   bool declinesCompile = false;
+  bool AskOptions(const OptionsToEdit& edit) override { return options && options(edit); }
+
   std::deque<std::string> files;
   std::deque<Colour> colours;
   std::deque<unsigned> commands;
@@ -80,7 +89,28 @@ class ScriptedDialogs : public Dialogs {
   std::vector<FileChoice> asked;
   std::vector<Form> forms;
   std::function<FormValues(const Form&)> fill;  // goes before the answers
+  std::function<bool(const OptionsToEdit&)> options;
   int abouts = 0;
+};
+
+// One joystick, or none.
+class TestJoysticks : public Joysticks {
+ public:
+  std::optional<JoystickInfo> Find(unsigned number) override {
+    return info && number == info->number ? info : std::nullopt;
+  }
+  JoystickReading Read(unsigned, JoystickPosition& to) override {
+    if (reading == JoystickReading::Read) to = position;
+    return reading;
+  }
+  std::vector<JoystickInfo> Attached() override {
+    if (!info) return {};
+    return {*info};
+  }
+
+  std::optional<JoystickInfo> info;
+  JoystickReading reading = JoystickReading::Read;
+  JoystickPosition position{};
 };
 
 class TestClipboard : public Clipboard {
@@ -140,6 +170,7 @@ class AppTest : public testing::Test {
   AppTest() : settings(MakeMemorySettingsStore()) {
     saved.showTips = 0;
     saved.trackMouse = 0;
+    saved.useDirect3D = 0;  // three windows a map, no camera
     saved.groupsDirectory = dir.Path("groups");
   }
 
@@ -152,7 +183,7 @@ class AppTest : public testing::Test {
   bool StartWithStore(const std::string& commandLine = "") {
     app = std::make_unique<App>(
         GetModuleHandleA(nullptr),
-        Seams{sink, dialogs, clipboard, *settings, FERROWAND_DATA, dir.Path("data")});
+        Seams{sink, dialogs, clipboard, *settings, joysticks, FERROWAND_DATA, dir.Path("data")});
     parts = &app->Parts();
     const bool started = app->Start(commandLine);
     app->Pump();
@@ -224,6 +255,7 @@ class AppTest : public testing::Test {
   MessageRecorder sink;
   ScriptedDialogs dialogs;
   TestClipboard clipboard;
+  TestJoysticks joysticks;
   std::unique_ptr<SettingsStore> settings;
   Options saved;
   std::unique_ptr<App> app;

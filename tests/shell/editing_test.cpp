@@ -155,7 +155,7 @@ TEST_F(EditingTest, FormsKeepWhatTheyRefuseAndAreOneStep) {
   const Row rows[] = {
       {Command::MultiDuplicate,
        {"0.5", "0", "256", "0", "0", "0", "0"},
-       "The number of copies must be a whole number from 1 to 50000",
+       "The number of copies must be a whole number from 1 to 250000",
        {"2", "0", "256", "0", "0", "0", "0"},
        {{0, 256, 0}, {128, 640, 64}}},
       {Command::ScaleFlip,

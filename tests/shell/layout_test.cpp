@@ -9,6 +9,7 @@
 
 #include "base/command_table.h"
 #include "shell/app_fixture.h"
+#include "shell/dialog_visitor.h"
 #include "shell/frame/primitive_popup.h"
 #include "shell/resources/resource.h"
 #include "shell/system/display_scale.h"
@@ -16,91 +17,6 @@
 
 namespace ferrowand {
 namespace {
-
-std::string ClassOf(HWND window) {
-  char name[32] = "";
-  GetClassNameA(window, name, sizeof name);
-  return name;
-}
-
-std::wstring WideTextOf(HWND window) {
-  wchar_t text[300] = L"";
-  GetWindowTextW(window, text, 300);
-  return text;
-}
-
-RECT PlaceOf(HWND window) {
-  RECT place;
-  GetWindowRect(window, &place);
-  MapWindowPoints(nullptr, GetParent(window), reinterpret_cast<POINT*>(&place), 2);
-  return place;
-}
-
-std::vector<HWND> ShownChildren(HWND parent) {
-  std::vector<HWND> shown;
-  for (HWND child = GetWindow(parent, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-    if (GetWindowLongA(child, GWL_STYLE) & WS_VISIBLE) shown.push_back(child);
-  }
-  return shown;
-}
-
-LONG TextWidth(HWND window) {
-  const HDC dc = GetDC(window);
-  const auto font = reinterpret_cast<HGDIOBJ>(SendMessageA(window, WM_GETFONT, 0, 0));
-  const HGDIOBJ before = SelectObject(dc, font);
-  RECT needed{};
-  DrawTextW(dc, WideTextOf(window).c_str(), -1, &needed, DT_CALCRECT | DT_SINGLELINE);
-  SelectObject(dc, before);
-  ReleaseDC(window, dc);
-  return needed.right;
-}
-
-void ExpectTidy(HWND parent) {
-  RECT area, both;
-  GetClientRect(parent, &area);
-  const std::vector<HWND> children = ShownChildren(parent);
-  const auto isGroup = [](HWND control) {
-    return ClassOf(control) == "Button" &&
-           (GetWindowLongA(control, GWL_STYLE) & BS_TYPEMASK) == BS_GROUPBOX;
-  };
-  for (const HWND child : children) {
-    const RECT place = PlaceOf(child);
-    const std::string name = ClassOf(child) + " " + FromWide(WideTextOf(child));
-    UnionRect(&both, &area, &place);
-    EXPECT_TRUE(EqualRect(&both, &area)) << name << " stands out";
-    for (const HWND other : children) {
-      const RECT second = PlaceOf(other);
-      EXPECT_TRUE(other == child || isGroup(child) || isGroup(other) ||
-                  !IntersectRect(&both, &place, &second))
-          << name << " covers " << FromWide(WideTextOf(other));
-    }
-    const bool isText = ClassOf(child) == "Static" || ClassOf(child) == "Button";
-    const LONG style = GetWindowLongA(child, GWL_STYLE);
-    const bool isOwn = (style & BS_TYPEMASK) == BS_OWNERDRAW;
-    if (isText && !isOwn && (style & SS_ELLIPSISMASK) == 0) {
-      EXPECT_LE(TextWidth(child), place.right - place.left) << name;
-    }
-  }
-}
-
-// Looks at the dialog of the system that is opened next; what it does last is to close it.
-class Visitor {
- public:
-  explicit Visitor(std::function<void(HWND)> look) {
-    visit = std::move(look);
-    timer_ = SetTimer(nullptr, 0, 20, OnTimer);
-  }
-  ~Visitor() { KillTimer(nullptr, timer_); }
-
- private:
-  static void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD) {
-    const HWND dialog = GetActiveWindow();
-    if (!dialog || ClassOf(dialog) != "#32770" || !visit) return;
-    std::exchange(visit, nullptr)(dialog);
-  }
-  static inline std::function<void(HWND)> visit;
-  UINT_PTR timer_;
-};
 
 TEST_F(AppTest, AFormIsTidyHasALetterForEachRowAndTakesAnyLanguage) {
   ASSERT_TRUE(Start());

@@ -73,7 +73,7 @@ TEST_F(AppTest, ASecondSetOfClassesIsRefused) {
   ASSERT_TRUE(Start());
   ScriptedDialogs otherDialogs;
   App other(GetModuleHandleA(nullptr),
-            {sink, otherDialogs, clipboard, *settings, FERROWAND_DATA, ""});
+            {sink, otherDialogs, clipboard, *settings, joysticks, FERROWAND_DATA, ""});
   EXPECT_FALSE(other.Start(""));
 }
 

@@ -38,7 +38,7 @@ void RandomUser::ExpectAllUsed() const {
   for (const Command& command : COMMANDS) {
     const int given = given_.at(command.name), done = done_.at(command.name);
     EXPECT_GE(given, 10) << command.name;
-    EXPECT_GE(command.isStep ? 4 * done : given, given) << command.name << ": " << done;
+    EXPECT_GE(command.isStep ? 5 * done : given, given) << command.name << ": " << done;
   }
 }
 

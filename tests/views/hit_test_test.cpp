@@ -138,6 +138,22 @@ TEST_F(HitTestTest, ABrushFarOutsideIsHitWhereTheViewShowsIt) {
   EXPECT_EQ(HitAt({30, -30}), &far);
 }
 
+TEST_F(HitTestTest, ABrushIsHitUpToItsEdgesAtEveryZoom) {
+  entity& box = small.AddCuboid({0, 0, 0}, {16, 16, 16});
+  for (const float scale : {0.125f, 0.25f, 1.0f, 4.0f}) {
+    ViewTransform transform = Plain();
+    transform.scaleu = scale;
+    transform.scalev = -scale;
+    const int last = static_cast<int>(16 / scale), middle = last / 2;
+    for (const Pixel at : {Pixel{0, -middle}, {last, -middle}, {middle, 0}, {middle, -last}}) {
+      const HitQuery query{.transform = transform, .at = at};
+      EXPECT_EQ(HitTest(small.map, query).object, &box) << scale;
+    }
+    const HitQuery outside{.transform = transform, .at = {last + 1, 0}};
+    EXPECT_EQ(HitTest(small.map, outside).object, nullptr);
+  }
+}
+
 TEST_F(HitTestTest, AClickTakesTheGroupOrTheBrush) {
   entity& door = small.Add({{"classname", "func_door"}});
   entity& ofDoor = small.AddCuboid({0, 0, 0}, {64, 64, 64}, &door);

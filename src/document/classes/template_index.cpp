@@ -53,6 +53,11 @@ const entity* TemplateIndex::Find(std::string_view name) {
   return found == byName_.end() ? nullptr : found->second;
 }
 
+bool TemplateIndex::IsEmpty() {
+  if (!namesKnown_) LearnNames();
+  return byName_.empty();
+}
+
 void TemplateIndex::LearnNames() {
   ForEachEntity(map_, [this](const entity& e) {
     if (!IsTemplateClass(e)) return;

@@ -29,6 +29,7 @@ class TemplateIndex {
   // Of the entities of that name and exactly the class "templateClass" the first in map order; null
   // for none.
   const entity* Find(std::string_view name);
+  bool IsEmpty();
   // What the entity, which is in the map, shows by its key XMPclass; null without such a template.
   // Valid until the map changes; while a step of editing is open, until it is asked for again.
   const Expansion* Expand(const entity& instance);

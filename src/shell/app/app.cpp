@@ -4,15 +4,15 @@
 #include <commctrl.h>
 
 #include "platform/settings_store.h"
-#include "platform/system.h"
 #include "shell/app/app_parts.h"
 #include "shell/dialogs/dialogs.h"
+#include "shell/documents/shared_data.h"
 #include "shell/system/shortcut.h"
 
 namespace ferrowand {
 
 App::App(HINSTANCE instance, const Seams& seams)
-    : instance_(instance), seams_(seams), parts_(std::make_unique<AppParts>(instance, seams)) {}
+    : instance_(instance), seams_(seams), parts_(std::make_unique<AppParts>(instance, seams_)) {}
 
 App::~App() {
   Shutdown();
@@ -22,15 +22,17 @@ bool App::Start(const std::string& commandLine) {
   InitCommonControls();
   if (!parts_->classes.Register()) return false;
   LoadOptions();
-  parts_->documents.ShowByOptions();
-  BuildSearchPath();
-  LoadPalette();
+  parts_->documents.FollowOptions();
+  GameData& data = parts_->data;
+  FillSearchPath(data, parts_->options, seams_.directory);
+  LoadPalette(data, parts_->options);
   if (!parts_->frame.Create(parts_->classes.MdiClient())) return false;
   started_ = true;
   parts_->frame.SetOnSessionEnd([this] { SaveSettings(); });
   const HWND frame = parts_->frame.Handle();
   seams_.dialogs.SetOwner(frame);
   parts_->progress.SetOwner(frame);
+  parts_->joystick.Open();
   LoadGameData();
   parts_->frame.Show();
   parts_->documents.OfferRescues();
@@ -50,25 +52,10 @@ void App::LoadOptions() {
   TellShellOfFileTypes();
 }
 
-void App::BuildSearchPath() {
-  SearchPath& path = parts_->data.searchPath;
-  path.Add("");
-  path.Add(parts_->options.quakeDirectory);
-  path.Add(seams_.directory);
-  if (const auto folder = FindOnSystemPath("quake.pal")) path.Add(*folder);
-}
-
-void App::LoadPalette() {
-  const Options& options = parts_->options;
-  GameData& data = parts_->data;
-  data.palette.Load(data.searchPath, {options.gammaRed, options.gammaGreen, options.gammaBlue},
-                    data.reporter);
-}
-
 void App::LoadGameData() {
   const Options& options = parts_->options;
   GameData& data = parts_->data;
-  data.wads.SetLimits({options.textureCache, options.maxTextureSize});
+  LimitTextures(data, options);
   data.wads.LoadDefault(options.defaultWad);
   data.classes.LoadDefault(options.defaultQc);
   parts_->boundEntities.Load(seams_.settings, data.classes.Default(), data.reporter);

@@ -10,6 +10,7 @@ namespace ferrowand {
 
 class Clipboard;
 class Dialogs;
+class Joysticks;
 class MessageSink;
 class SettingsStore;
 struct AppParts;
@@ -20,6 +21,7 @@ struct Seams {
   Dialogs& dialogs;
   Clipboard& clipboard;
   SettingsStore& settings;
+  Joysticks& joysticks;
   std::string directory;   // the current one
   std::string dataFolder;  // the user's own; it need not be there
 };
@@ -43,8 +45,6 @@ class App {
 
  private:
   void LoadOptions();
-  void BuildSearchPath();
-  void LoadPalette();
   void LoadGameData();
   void SaveSettings();
   void Dispatch(MSG& message);

@@ -17,8 +17,10 @@ AppParts::AppParts(HINSTANCE instance, const Seams& seams)
       windows(frame, documents, reporter),
       toolHost({windows, tools, commands, reporter, seams.dialogs, popups, objects}),
       tools(toolHost, windows.Views(), options),
+      joystick(seams.joysticks, options, reporter),
       maker(windows, sides, {options, reporter, commands, tools, toolHost, objects, backBuffer},
             {options, reporter, seams.dialogs, popups, commands},
+            {options, reporter, seams.dialogs, popups, tools, joystick},
             {options, reporter, seams.dialogs}),
       documents(data, options, seams.dialogs, maker, seams.dataFolder),
       accelerators(instance, commands, frame),
@@ -29,6 +31,8 @@ AppParts::AppParts(HINSTANCE instance, const Seams& seams)
 void AppParts::AddCommands(const Seams& seams) {
   Dialogs& dialogs = seams.dialogs;
   commands.Add(MakeFileCommands({documents, windows, frame, dialogs, reporter, options}));
+  commands.Add(MakeOptionsCommands({data, options, boundEntities, seams.joysticks, joystick,
+                                    documents, windows, frame, dialogs, seams.directory}));
   commands.Add(MakeEditCommands({windows, tools, frame, dialogs, seams.clipboard, reporter}));
   commands.Add(MakeModeCommands({tools, windows, frame, commands, dialogs, reporter, options}));
   commands.Add(MakeOperateCommands({windows, tools, dialogs, reporter}));
@@ -38,6 +42,7 @@ void AppParts::AddCommands(const Seams& seams) {
                                     seams.clipboard, reporter, options, seams.dataFolder}));
   commands.Add(MakeViewCommands({documents, windows, commands, popups, reporter, options}));
   commands.Add(MakeWindowCommands({windows, maker, frame, commands, popups, options}));
+  commands.Add(MakeCameraCommands({windows, maker, reporter, options}));
 }
 
 }  // namespace ferrowand

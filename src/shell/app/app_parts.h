@@ -17,6 +17,7 @@
 #include "shell/frame/load_window.h"
 #include "shell/frame/tips.h"
 #include "shell/system/gdi_canvas.h"
+#include "shell/windows/camera_joystick.h"
 #include "shell/windows/child_windows.h"
 #include "shell/windows/side_windows.h"
 #include "shell/windows/window_maker.h"
@@ -48,6 +49,7 @@ struct AppParts {
   SideWindows sides;
   WindowToolHost toolHost;
   ToolSet tools;
+  CameraJoystick joystick;
   WindowMaker maker;
   Documents documents;
   Accelerators accelerators;

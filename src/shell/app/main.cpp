@@ -9,6 +9,7 @@
 #include "shell/dialogs/message_box_sink.h"
 #include "shell/system/clipboard.h"
 #include "shell/system/last_will.h"
+#include "shell/system/system_joysticks.h"
 
 int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int) {
   using namespace ferrowand;
@@ -16,7 +17,9 @@ int WINAPI WinMain(HINSTANCE instance, HINSTANCE, LPSTR commandLine, int) {
   SystemDialogs dialogs;
   SystemClipboard clipboard;
   const auto settings = MakeRegistrySettingsStore();
-  App app(instance, {sink, dialogs, clipboard, *settings, CurrentDirectory(), UserDataDirectory()});
+  SystemJoysticks joysticks;
+  App app(instance, {sink, dialogs, clipboard, *settings, joysticks, CurrentDirectory(),
+                     UserDataDirectory()});
   Documents& documents = app.Parts().documents;
   sink.SetBeforeEnd([&] { documents.KeepAll(); });
   const LastWill lastWill(sink, [&] { return documents.KeepForTheEnd(); });

@@ -1,8 +1,10 @@
 #include "shell/app/window_classes.h"
 
+#include "shell/dialogs/set_key_dialog.h"
 #include "shell/frame/frame.h"
 #include "shell/frame/load_window.h"
 #include "shell/resources/resource.h"
+#include "shell/windows/camera_window.h"
 #include "shell/windows/check_window.h"
 #include "shell/windows/compile_window.h"
 #include "shell/windows/key_list_window.h"
@@ -63,9 +65,11 @@ bool WindowClasses::Register() {
   };
   const Row rows[] = {
       {FRAME_CLASS, WindowFunc, 0, 0, LTGRAY_BRUSH, IDC_ARROW, true},
+      {KEY_ENTRY_CLASS, KeyFunc, 0, 0, LTGRAY_BRUSH, IDC_ARROW, false},
       {KEY_LIST_CLASS, KeyList, 0, 0, LTGRAY_BRUSH, IDC_ARROW, false},
       {CLIENT_CLASS, ClientWindowFunc, CS_DBLCLKS, 4, LTGRAY_BRUSH, IDC_ARROW, false},
       {MAP_CLASS, MapFunc, CS_DBLCLKS, 4, NULL_BRUSH, nullptr, false},
+      {CAMERA_CLASS, View3DWindowFunc, CS_DBLCLKS, 4, BLACK_BRUSH, IDC_ARROW, false},
       {COMPILE_CLASS, CompileFunc, 0, 0, LTGRAY_BRUSH, IDC_ARROW, false},
       {LAYER_CLASS, LayerFunc, 0, 0, LTGRAY_BRUSH, IDC_ARROW, false},
       {LAYER_LIST_CLASS, LayerListFunc, CS_DBLCLKS, 0, LTGRAY_BRUSH, IDC_ARROW, false},

@@ -8,12 +8,15 @@
 
 namespace ferrowand {
 
+class BoundEntities;
+class CameraJoystick;
 class ChildWindows;
 class Clipboard;
 class Commands;
 class Dialogs;
 class Documents;
 class Frame;
+class Joysticks;
 class Map;
 class PopupMenus;
 class Reporter;
@@ -32,6 +35,20 @@ struct FileContext {
   const Options& options;
 };
 std::unique_ptr<CommandGroup> MakeFileCommands(const FileContext& context);
+
+struct OptionsContext {
+  GameData& data;
+  Options& options;
+  BoundEntities& boundEntities;
+  Joysticks& joysticks;
+  CameraJoystick& joystick;
+  Documents& documents;
+  ChildWindows& windows;
+  Frame& frame;
+  Dialogs& dialogs;
+  const std::string& directory;  // the current one, at the start
+};
+std::unique_ptr<CommandGroup> MakeOptionsCommands(const OptionsContext& context);
 
 // The Edit menu.
 struct EditContext {
@@ -123,6 +140,15 @@ struct CompileContext {
   std::string dataFolder;  // the user's own
 };
 std::unique_ptr<CommandGroup> MakeCompileCommands(const CompileContext& context);
+
+// What opens and moves a map's camera, and what it shows.
+struct CameraContext {
+  ChildWindows& windows;
+  WindowMaker& maker;
+  Reporter& reporter;
+  const Options& options;
+};
+std::unique_ptr<CommandGroup> MakeCameraCommands(const CameraContext& context);
 
 // For those that are never grey for want of one: whether something is selected; says the text
 // otherwise.

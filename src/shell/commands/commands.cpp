@@ -5,6 +5,7 @@
 #include "base/path_text.h"
 #include "document/action.h"
 #include "document/bound_entities.h"
+#include "document/classes/template_index.h"
 #include "operations/insert.h"
 #include "shell/dialogs/dialogs.h"
 #include "shell/dialogs/refusal.h"
@@ -42,6 +43,8 @@ Command ModeOf(const ToolSet& tools) {
   if (tool == &tools.brushTool) return Command::BrushHandles;
   if (tool == &tools.multiSelector) return Command::SelectMultiple;
   if (tool == &tools.vertexTool) return Command::TouchUp;
+  if (tool == &tools.pathTool) return Command::LayPath;
+  if (tool == &tools.cameraPositioner) return Command::ToolCameraPositioner;
   if (tool == &tools.primitiveTool) return CommandOf(tools.primitiveTool.Kind());
   return {};
 }
@@ -63,6 +66,7 @@ CommandFacts Commands::Facts() const {
   if (const Map* map = context_.windows.ActiveMap()) {
     facts.hasMap = true;
     facts.hasSelection = !map->selection.empty();
+    facts.hasTemplates = !map->Templates().IsEmpty();
     facts.canUndo = map->undo.CanUndo();
     facts.canRedo = map->undo.CanRedo();
     facts.grid = (map->optionBits() & MAP_GRID) != 0;
@@ -96,8 +100,21 @@ void Commands::Execute(unsigned id) {
   EndDrag();
   const CommandRow& row = *FindCommand(id);
   const ActionScope action(context_.data, NameOf(row));
+  const MapView* const view = context_.windows.ActiveView();
+  const std::string before = view ? view->Status() : "";
+  const auto state = StateOfMap();
   GroupOf(row.command)->Run(row.command, id);
+  if (row.menu == "Operate" && view && view == context_.windows.ActiveView() &&
+      view->Status() == before && StateOfMap() == state) {
+    context_.windows.ActiveView()->SetStatus(NameOf(row) + ": nothing was changed");
+  }
   if (row.checked && row.menu.starts_with("View")) TellState(row);
+}
+
+std::optional<UndoStore::StateId> Commands::StateOfMap() const {
+  const Map* map = context_.windows.ActiveMap();
+  if (!map) return std::nullopt;
+  return map->undo.State();
 }
 
 // What is switched makes no step that would tell of itself.

@@ -4,9 +4,11 @@
 #include "shell/system/win32.h"
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "base/command_table.h"
+#include "document/undo_store.h"
 #include "shell/commands/command_group.h"
 #include "shell/frame/command_target.h"
 
@@ -55,6 +57,8 @@ class Commands : public CommandTarget {
   const CommandGroup* GroupOf(Command command) const;
   CommandFacts Facts() const;
   void TellState(const CommandRow& row) const;
+  // Of the active map, to see whether a command changed anything.
+  std::optional<UndoStore::StateId> StateOfMap() const;
 
   const CommandsContext context_;
   std::vector<std::unique_ptr<CommandGroup>> groups_;

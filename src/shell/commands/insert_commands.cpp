@@ -61,11 +61,6 @@ void AddInstance(const InsertContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
   std::vector<std::string> choices = TemplateNames(map);
   if (!map.selection.empty()) choices.emplace_back(NEW_TEMPLATE);
-  if (choices.empty()) {
-    in.reporter.Show("Cannot continue",
-                     "This map has no templates. Select something to make one of it.");
-    return;
-  }
   const Vec3 place = in.windows.PlaceForNew(map);
   const auto accept = [&](const FormValues& typed) {
     if (typed[0] == NEW_TEMPLATE) return AddTemplate(in, map, typed[1]);

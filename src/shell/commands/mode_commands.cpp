@@ -24,10 +24,12 @@ void Use(const ModeContext& in, unsigned) {
 
 void SelectPartial(const ModeContext& in, unsigned) {
   in.tools.boxRule = BoxRule::Partial;
+  Tell(in, "A selection box takes what it touches");
 }
 
 void SelectFull(const ModeContext& in, unsigned) {
   in.tools.boxRule = BoxRule::Full;
+  Tell(in, "A selection box takes what lies within it");
 }
 
 void Next(const ModeContext& in, unsigned) {
@@ -53,6 +55,11 @@ void LimitAxis(const ModeContext& in, unsigned) {
 template <PrimitiveKind kind>
 void Create(const ModeContext& in, unsigned) {
   in.tools.CreatePrimitive(kind);
+}
+
+void PositionCamera(const ModeContext& in, unsigned) {
+  if (in.windows.CameraOf(*in.windows.ActiveMap())) return in.tools.PositionCamera();
+  in.reporter.Show("Cannot continue", "You must have a 3D camera open");
 }
 
 void ChoosePrimitive(const ModeContext& in, unsigned) {
@@ -103,6 +110,7 @@ constexpr CommandHandler<ModeContext> HANDLERS[] = {
     {Command::ModeBrush, Use<&ToolSet::brushSelector>},
     {Command::BrushHandles, Use<&ToolSet::brushTool>},
     {Command::SelectMultiple, Use<&ToolSet::multiSelector>},
+    {Command::LayPath, Use<&ToolSet::pathTool>},
     {Command::SelectPartial, SelectPartial},
     {Command::SelectFull, SelectFull},
     {Command::SelectNext, Next},
@@ -120,6 +128,7 @@ constexpr CommandHandler<ModeContext> HANDLERS[] = {
     {Command::ToolWedge, Create<PrimitiveKind::Wedge>},
     {Command::ToolColumn, Create<PrimitiveKind::Column>},
     {Command::ToolPrimitive, ChoosePrimitive},
+    {Command::ToolCameraPositioner, PositionCamera},
     {Command::ToolTextureLock, ToggleTextureLock},
     {Command::ToolRotationStep, ChooseRotationStep},
 };

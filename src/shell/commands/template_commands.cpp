@@ -11,6 +11,7 @@
 #include "shell/dialogs/refusal.h"
 #include "shell/dialogs/typed_numbers.h"
 #include "shell/documents/documents.h"
+#include "shell/system/wide_text.h"
 #include "shell/windows/child_windows.h"
 
 namespace ferrowand {
@@ -46,6 +47,7 @@ void Rename(const TemplateContext& in, unsigned) {
   entity* templateClass = TemplateInUse(map);
   if (!templateClass) return;
   const auto accept = [&](const FormValues& typed) {
+    if (typed.front() == AsUtf8(NameOf(*templateClass))) return true;
     if (!Conclude(map, RenameTemplate(map, *templateClass, typed.front()))) return false;
     map.ShowStatus("Template " + NameOf(*templateClass) + " is called so in " +
                    Instances(InstancesOf(map, *templateClass).size()));
@@ -68,7 +70,7 @@ void Delete(const TemplateContext& in, unsigned) {
 
 FormRow RowOf(const char* label, const Vec3& values) {
   FormRow row{label, {}, {}};
-  for (int axis = 0; axis < 3; ++axis) row.values.push_back(Format("%g", double{values[axis]}));
+  for (int axis = 0; axis < 3; ++axis) row.values.push_back(Format("%.9g", double{values[axis]}));
   return row;
 }
 
@@ -81,7 +83,17 @@ void EditEmbedKeys(const TemplateContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
   entity* embed = SelectedEmbed(map);
   if (!embed) return;
+  const char* file = embed->GetKey("XMPfilename");
+  const Bounds box = EmbedBox(*embed);
+  const std::vector<FormRow> rows{{"File", {file ? file : ""}, {}, true},
+                                  RowOf("Box from", box.mins),
+                                  RowOf("Box to", box.maxs)};
+  FormValues offered;
+  for (const FormRow& row : rows) {
+    offered.insert(offered.end(), row.values.begin(), row.values.end());
+  }
   const auto accept = [&](const FormValues& typed) {
+    if (typed == offered) return true;  // which may be told less exactly than it is
     const auto numbers = NumbersOf(in.reporter, std::span(typed).subspan(1));
     if (!numbers) return false;
     const Bounds box{ToVec3(std::span(*numbers).first(3)), ToVec3(std::span(*numbers).last(3))};
@@ -90,17 +102,9 @@ void EditEmbedKeys(const TemplateContext& in, unsigned) {
       in.reporter.Show("Cannot continue", "On every axis the box must end beyond its beginning");
       return false;
     }
-    ChangeEmbed(*embed, typed.front(), box);
-    return true;
+    return Conclude(map, ChangeEmbed(*embed, typed.front(), box));
   };
-  const char* file = embed->GetKey("XMPfilename");
-  const Bounds box = EmbedBox(*embed);
-  in.dialogs.Ask({"Embedded map",
-                  "The map is made to fit a box about its origin.",
-                  {{"File", {file ? file : ""}, {}, true},
-                   RowOf("Box from", box.mins),
-                   RowOf("Box to", box.maxs)},
-                  accept});
+  in.dialogs.Ask({"Embedded map", "The map is made to fit a box about its origin.", rows, accept});
 }
 
 // As it is named, or beside the map that embeds it.

@@ -48,7 +48,7 @@ void ChooseMode(const ViewContext& in, unsigned) {
 template <std::uint8_t Options::*option>
 void Toggle(const ViewContext& in, unsigned) {
   in.options.*option = in.options.*option == 0;
-  in.documents.ShowByOptions();
+  in.documents.FollowOptions();
 }
 
 void ZoomToFit(const ViewContext& in, unsigned) {

@@ -1,9 +1,14 @@
 #include "shell/dialogs/dialogs.h"
 
 #include <commdlg.h>
+#include <objbase.h>
+#include <shlobj.h>
 
 #include <algorithm>
+#include <array>
+#include <memory>
 
+#include "shell/dialogs/options_dialog.h"
 #include "shell/resources/resource.h"
 #include "shell/system/wide_text.h"
 
@@ -35,7 +40,7 @@ std::optional<std::string> SystemDialogs::ChooseFile(const FileChoice& choice) {
 
   OPENFILENAMEW chooser{};
   chooser.lStructSize = sizeof chooser;
-  chooser.hwndOwner = owner_;
+  chooser.hwndOwner = choice.owner ? choice.owner : owner_;
   chooser.lpstrFilter = filter.c_str();
   chooser.nFilterIndex = choice.filterIndex;
   chooser.lpstrFile = name.data();
@@ -47,6 +52,20 @@ std::optional<std::string> SystemDialogs::ChooseFile(const FileChoice& choice) {
   const BOOL chosen = choice.saving ? GetSaveFileNameW(&chooser) : GetOpenFileNameW(&chooser);
   if (!chosen) return std::nullopt;
   return FromWide(name.c_str());
+}
+
+std::optional<std::string> SystemDialogs::ChooseFolder(HWND owner, const std::string& title) {
+  const std::wstring words = ToWide(title);
+  std::array<wchar_t, MAX_PATH> path{};
+  BROWSEINFOW chooser{};
+  chooser.hwndOwner = owner;
+  chooser.pszDisplayName = path.data();
+  chooser.lpszTitle = words.c_str();
+  chooser.ulFlags = BIF_RETURNONLYFSDIRS;
+  const std::unique_ptr<ITEMIDLIST, decltype(&CoTaskMemFree)> chosen(SHBrowseForFolderW(&chooser),
+                                                                     &CoTaskMemFree);
+  if (!chosen || !SHGetPathFromIDListW(chosen.get(), path.data())) return std::nullopt;
+  return FromWide(path.data());
 }
 
 std::optional<Colour> SystemDialogs::ChooseColour(Colour colour) {
@@ -76,6 +95,10 @@ bool SystemDialogs::Ask(const Form& form) {
 
 std::optional<CompileOptions> SystemDialogs::AskCompile(const CompileQuestion& question) {
   return AskCompileOptions(owner_, question);
+}
+
+bool SystemDialogs::AskOptions(const OptionsToEdit& edit) {
+  return ferrowand::AskOptions(owner_, *this, edit);
 }
 
 }  // namespace ferrowand

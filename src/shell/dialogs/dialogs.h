@@ -14,6 +14,8 @@
 
 namespace ferrowand {
 
+struct OptionsToEdit;
+
 struct FileChoice {
   bool saving = false;  // asks before an existing file is chosen
   std::string title;
@@ -21,6 +23,7 @@ struct FileChoice {
   unsigned filterIndex = 1;  // the one shown at first, counted from 1
   std::string name;          // shown at first
   std::string extension;     // for a name without one, unless the filter has its own
+  HWND owner = nullptr;      // the frame, unless a dialog asks
 };
 
 // For choosing a map to read.
@@ -37,6 +40,7 @@ class Dialogs {
 
   // The whole path, or nothing when the user thinks better of it.
   virtual std::optional<std::string> ChooseFile(const FileChoice& choice) = 0;
+  virtual std::optional<std::string> ChooseFolder(HWND owner, const std::string& title) = 0;
   // The colour, shown at first as it is, or nothing when the user thinks better of it.
   virtual std::optional<Colour> ChooseColour(Colour colour) = 0;
   // The command chosen, 0 for none. The owner receives no command message.
@@ -48,6 +52,8 @@ class Dialogs {
   virtual bool Ask(const Form& form) = 0;
   // Nothing when the user thought better of it.
   virtual std::optional<CompileOptions> AskCompile(const CompileQuestion& question) = 0;
+  // False when the user thinks better of it.
+  virtual bool AskOptions(const OptionsToEdit& edit) = 0;
 
  protected:
   HWND owner_ = nullptr;
@@ -56,11 +62,13 @@ class Dialogs {
 class SystemDialogs : public Dialogs {
  public:
   std::optional<std::string> ChooseFile(const FileChoice& choice) override;
+  std::optional<std::string> ChooseFolder(HWND owner, const std::string& title) override;
   std::optional<Colour> ChooseColour(Colour colour) override;
   unsigned TrackPopup(HWND owner, HMENU menu, POINT screen) override;
   void ShowAbout() override;
   bool Ask(const Form& form) override;
   std::optional<CompileOptions> AskCompile(const CompileQuestion& question) override;
+  bool AskOptions(const OptionsToEdit& edit) override;
 
  private:
   std::array<COLORREF, 16> ownColours_{};  // that the user has mixed

@@ -53,15 +53,21 @@ Documents::~Documents() = default;
 Map& Documents::Adopt(std::unique_ptr<Map> map) {
   Map& adopted = *maps_.emplace_back(std::move(map));
   observer_.OnMapOpened(adopted);
+  TellOfCopy();
   return adopted;
 }
 
 std::unique_ptr<Map> Documents::NewMap() const {
+  auto map = std::make_unique<Map>(data_);
+  LimitUndo(*map);
+  return map;
+}
+
+void Documents::LimitUndo(Map& map) const {
   constexpr std::uint64_t MEGABYTE = 1 << 20;
   const std::uint64_t chosen = options_.undoMegabytes * MEGABYTE;
-  auto map = std::make_unique<Map>(data_, static_cast<std::size_t>(options_.undoLevels));
-  map->undo.SetBudget(chosen > 0 ? chosen : ProcessMemoryBytes() / 8);
-  return map;
+  map.undo.SetLevels(static_cast<std::size_t>(options_.undoLevels));
+  map.undo.SetBudget(chosen > 0 ? chosen : ProcessMemoryBytes() / 8);
 }
 
 Map& Documents::New() {
@@ -324,26 +330,32 @@ void Documents::WriteAutoback(const Map& map) const {
   ReplaceFile("autoback.xmp", map.ExtendedText(Settings()), {}, nullptr);
 }
 
+// The question before it has no way back: what was changed is kept once more, and offered like work
+// that a crash has left.
 void Documents::Close(Map& map) {
-  const std::string copy = LeaveCopy(map);
+  if (map.modified()) {
+    if (!kept_.Keep(map, Settings(), known_.StampOf(map, map.filename)) && !MayLose(map)) return;
+    leftCopy_ = kept_.FileOf(map);
+    kept_.Leave(map);
+  } else {
+    kept_.Discard(map);
+  }
   observer_.OnMapClosing(map);
   known_.Forget(map);
   std::erase_if(maps_, [&](const auto& open) { return open.get() == &map; });
-  if (copy.empty()) return;
-  for (const auto& open : maps_) open->ShowStatus("What was not saved is kept in " + copy);
+  TellOfCopy();
 }
 
-// The question before it has no way back: what was changed is kept once more, and offered like work
-// that a crash has left.
-std::string Documents::LeaveCopy(Map& map) {
-  if (map.modified()) kept_.Keep(map, Settings(), known_.StampOf(map, map.filename));
-  std::string copy = map.modified() ? kept_.FileOf(map) : std::string();
-  if (copy.empty()) {
-    kept_.Discard(map);
-  } else {
-    kept_.Leave(map);
-  }
-  return copy;
+bool Documents::MayLose(const Map& map) const {
+  const std::string question =
+      "What is not saved of " + map.Name() + " cannot be kept either. Lose it?";
+  return data_.reporter.Show("Confirm", question, Buttons::YesNo, Icon::Warning) == Answer::Yes;
+}
+
+void Documents::TellOfCopy() {
+  if (leftCopy_.empty() || maps_.empty()) return;
+  for (const auto& open : maps_) open->ShowStatus("What was not saved is kept in " + leftCopy_);
+  leftCopy_.clear();
 }
 
 bool Documents::MayQuit() {
@@ -359,9 +371,12 @@ bool Documents::MayQuit() {
   return true;
 }
 
-void Documents::ShowByOptions() {
+void Documents::FollowOptions() {
   data_.shown = {options_.renderPointEntities != 0, options_.drawTemplates != 0};
-  for (const auto& map : maps_) map->AnnounceEverything();
+  for (const auto& map : maps_) {
+    LimitUndo(*map);
+    map->AnnounceEverything();
+  }
 }
 
 void Documents::Clear() {

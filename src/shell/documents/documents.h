@@ -69,12 +69,13 @@ class Documents {
   std::optional<std::string> WriteForTools(Map& map, unsigned option);
   // The whole map, to "autoback.xmp" in the current folder, if that takes it.
   void WriteAutoback(const Map& map) const;
-  // Asks nothing. What is not saved is left for the next start, or the next opening of the file.
+  // What is not saved is left for the next start, or the next opening of the file; where it cannot
+  // be kept, the user is asked, and the map may stay.
   void Close(Map& map);
   // Asks about every modified map. False when the user wants to stay.
   bool MayQuit();
-  // What the options say is shown of all maps is so from now on.
-  void ShowByOptions();
+  // What the options say is shown of all maps, and kept of their steps, is so from now on.
+  void FollowOptions();
   // All maps go, unasked and unannounced: nothing shows them any more.
   void Clear();
 
@@ -85,13 +86,14 @@ class Documents {
   // Asked before a map goes over the file that it was read from with losses.
   LossAnswer AskAboutLoss(const Map& map, const std::string& target) const;
   std::unique_ptr<Map> NewMap() const;
+  void LimitUndo(Map& map) const;
   std::unique_ptr<Map> Read(const std::string& path, const std::string& name) const;
   Map* FindOpen(const std::string& path) const;
   Map* Rescued(const std::vector<Rescue>& rescues);
   Map* OpenRescue(const Rescue& rescue);
   void Reload(Map& map);
-  // The file in which the work lies that was not saved; none where there is none.
-  std::string LeaveCopy(Map& map);
+  bool MayLose(const Map& map) const;
+  void TellOfCopy();
   bool MayOverwrite(const Map& map) const;
   bool MayExport(const Map& map, const std::string& target) const;
   bool Write(Map& map, const std::string& name);
@@ -105,6 +107,7 @@ class Documents {
   std::vector<std::unique_ptr<Map>> maps_;
   KnownFiles known_;
   KeptMaps kept_;
+  std::string leftCopy_;  // of the map closed last, until a window can tell of it
 };
 
 }  // namespace ferrowand

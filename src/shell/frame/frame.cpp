@@ -195,6 +195,11 @@ void Frame::StartTimer(UINT milliseconds) {
   if (milliseconds > 0) SetTimer(window_, KEEP_TIMER, milliseconds, nullptr);
 }
 
+void Frame::RestartKeeping() {
+  KillTimer(window_, KEEP_TIMER);
+  StartTimer(options_.autosaveMinutes * MINUTE);
+}
+
 // In the middle of a drag or a load it is put off.
 void Frame::OnTimer() {
   const bool isBusy = progress_.IsLoading() || commands_.IsDragging();
@@ -206,6 +211,13 @@ void Frame::OnTimer() {
 void Frame::OnCameToFront() {
   if (IsWindowEnabled(window_) && !progress_.IsLoading() && !commands_.IsDragging()) {
     documents_.OfferReloads();
+  }
+}
+
+// Of the display's palette the system tells only the frame.
+void Frame::TellChildren(UINT message, WPARAM wParam, LPARAM lParam) const {
+  for (HWND child = GetWindow(client_, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+    SendMessageA(child, message, wParam, lParam);
   }
 }
 
@@ -255,6 +267,10 @@ LRESULT Frame::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       KeepPlace();
       onSessionEnd_();
       return 0;
+    case WM_QUERYNEWPALETTE:
+    case WM_PALETTECHANGED:
+      TellChildren(message, wParam, lParam);
+      return TRUE;
     case WM_TIMER:
       if (wParam != KEEP_TIMER) break;
       OnTimer();

@@ -49,6 +49,8 @@ class Frame {
   void SetOnSessionEnd(std::function<void()> save) { onSessionEnd_ = std::move(save); }
 
   void ShowToolbar(bool shown);
+  // The time between two savings of unsaved work is another.
+  void RestartKeeping();
   // What it shows of the state of the program: greys and ticks of the bars, the caption.
   void Refresh();
 
@@ -67,6 +69,7 @@ class Frame {
   void StartTimer(UINT milliseconds);
   void OnTimer();
   void OnCameToFront();
+  void TellChildren(UINT message, WPARAM wParam, LPARAM lParam) const;
   LRESULT OnNotify(LPARAM lParam);
 
   HINSTANCE instance_;

@@ -34,4 +34,8 @@ std::string FromWide(std::wstring_view text) {
   return narrow;
 }
 
+std::string AsUtf8(std::string_view text) {
+  return FromWide(ToWide(text));
+}
+
 }  // namespace ferrowand

@@ -10,5 +10,7 @@ namespace ferrowand {
 // Of UTF-8. What is none, as in the maps of old editors, is read as western European.
 std::wstring ToWide(std::string_view text);
 std::string FromWide(std::wstring_view text);
+// For the system's other functions, which take UTF-8 alone.
+std::string AsUtf8(std::string_view text);
 
 }  // namespace ferrowand

@@ -1,7 +1,10 @@
 #include "shell/windows/child_window.h"
 
+#include "base/options.h"
 #include "shell/frame/frame.h"
 #include "shell/system/handles.h"
+#include "shell/system/text_box.h"
+#include "shell/system/wide_text.h"
 #include "shell/windows/child_windows.h"
 
 namespace ferrowand {
@@ -28,10 +31,42 @@ void ChildWindow::MoveTo(const PixelRect& place) const {
                SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
 }
 
+void ChildWindow::OnMouseOver(HWND inside, POINT mouse, const Options& options) {
+  ClientToScreen(inside, &mouse);
+  // The system tells of the mouse also when a window comes up under it. Then the user has chosen
+  // that window's sister, or is about to.
+  if (!windows_.MouseHasMoved(mouse) || !options.trackMouse) return;
+  const HWND focus = GetFocus();
+  if (focus == inside || !focus || GetCapture() || GetActiveWindow() != frame_.Handle()) return;
+  for (const auto& window : windows_.All()) {
+    const bool isThere = window->Handle() == focus || IsChild(window->Handle(), focus);
+    if (!isThere || IsTextBox(focus)) continue;
+    SendMessageA(frame_.Client(), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(window_), 0);
+    SetFocus(inside);
+    return;
+  }
+}
+
+PixelRect ChildWindow::FrameAround(HWND inside) const {
+  RECT place;
+  GetWindowRect(frame_.Handle(), &place);
+  MapWindowPoints(nullptr, inside, reinterpret_cast<POINT*>(&place), 2);
+  return {place.left, place.top, place.right, place.bottom};
+}
+
+void ChildWindow::SetSmallCaption(bool small) const {
+  const LONG style = GetWindowLongA(window_, GWL_EXSTYLE);
+  const LONG wanted = small ? style | WS_EX_TOOLWINDOW : style & ~WS_EX_TOOLWINDOW;
+  if (wanted == style) return;
+  SetWindowLongA(window_, GWL_EXSTYLE, wanted);
+  SetWindowPos(window_, nullptr, 0, 0, 0, 0,
+               SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
+}
+
 void ChildWindow::ShowTitle(const std::string& title) {
   if (title == title_) return;
   title_ = title;
-  SetWindowTextA(window_, title.c_str());
+  SetWindowTextA(window_, AsUtf8(title).c_str());
   // Not every system takes a new title into the Window menu's list by itself.
   SendMessageA(frame_.Client(), WM_MDIREFRESHMENU, 0, 0);
 }

@@ -11,10 +11,12 @@
 
 namespace ferrowand {
 
+class Camera;
 class ChildWindows;
 class Frame;
 class Map;
 class MapView;
+struct Options;
 
 // In the frame's client area, pixels.
 struct ChildPlace {
@@ -35,6 +37,7 @@ class ChildWindow {
   // The map that commands given here act on; null when there is none.
   virtual Map* GetMap() const { return nullptr; }
   virtual MapView* View() { return nullptr; }
+  virtual Camera* GetCamera() { return nullptr; }
   // Whether the map stays open as long as this window does.
   virtual bool KeepsMapOpen() const { return false; }
   // What it keeps only to draw faster is let go, to leave the memory to the game's tools; it may be
@@ -46,6 +49,8 @@ class ChildWindow {
   // While it is the active one, before the accelerators: whether the message was for a dialog in
   // it.
   virtual bool TakesMessage(MSG&) { return false; }
+  // What the options say of windows is another.
+  virtual void OptionsChanged() {}
 
   // What the procedures of all these windows do.
   static LRESULT Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -59,6 +64,13 @@ class ChildWindow {
 
   // What it does not answer itself goes on to DefMDIChildProc.
   virtual LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) = 0;
+  // The mouse is over that part of this window. Where the options want the focus to follow it,
+  // takes that from any other window of the frame, but not out of what is being typed.
+  void OnMouseOver(HWND inside, POINT mouse, const Options& options);
+  // The frame's window, in pixels of the drawing area of one of these.
+  PixelRect FrameAround(HWND inside) const;
+  // A thin caption, or one of the usual height, from now on.
+  void SetSmallCaption(bool small) const;
   // Also into the list of the Window menu.
   void ShowTitle(const std::string& title);
 

@@ -5,6 +5,7 @@
 #include "base/report.h"
 #include "shell/documents/documents.h"
 #include "shell/frame/frame.h"
+#include "views/camera/camera.h"
 
 namespace ferrowand {
 namespace {
@@ -83,9 +84,30 @@ MapView* ChildWindows::ActiveView() const {
   return mapViews.empty() ? nullptr : mapViews.front();
 }
 
+Camera* ChildWindows::CameraOf(const Map& map) const {
+  for (ChildWindow* window : WindowsOf(map)) {
+    if (Camera* camera = window->GetCamera()) return camera;
+  }
+  return nullptr;
+}
+
 Vec3 ChildWindows::PlaceForNew(const Map& map) const {
   const MapView* view = ActiveView();
-  return (view ? view : views_.ViewsOf(map).front())->PlaceForNew();
+  const std::vector<MapView*> views = views_.ViewsOf(map);
+  if (!view && !views.empty()) view = views.front();
+  if (view) return view->PlaceForNew();
+  const Camera* camera = CameraOf(map);
+  return camera ? camera->PlaceForNew() : Vec3(0, 0, 0);
+}
+
+void ChildWindows::OptionsChanged() {
+  for (const auto& window : windows_) window->OptionsChanged();
+}
+
+bool ChildWindows::MouseHasMoved(POINT to) {
+  const bool moved = to.x != mouse_.x || to.y != mouse_.y;
+  mouse_ = to;
+  return moved;
 }
 
 void ChildWindows::Arrange(const Map& map, Arrangement arrangement) {
@@ -97,6 +119,8 @@ void ChildWindows::Arrange(const Map& map, Arrangement arrangement) {
   for (ChildWindow* window : WindowsOf(map)) {
     if (const MapView* view = window->View()) {
       window->MoveTo(view->ArrangedPlace(arrangement, size));
+    } else if (window->GetCamera()) {
+      window->MoveTo(CameraPlace(arrangement, size));
     }
   }
 }

@@ -42,10 +42,15 @@ class ChildWindows {
   Map* ActiveMap() const;
   // Its view, or the last one that was active of the map it shows in another way.
   MapView* ActiveView() const;
-  // In the active view, or in the last used one when a window of another kind is active. To be
-  // asked before a menu or a box draws the cursor away.
+  // Null when none is open.
+  Camera* CameraOf(const Map& map) const;
+  // In the active view, or in the last used one when a window of another kind is active; before the
+  // camera of a map that has no view. To be asked before a menu or a box draws the cursor away.
   Vec3 PlaceForNew(const Map& map) const;
 
+  void OptionsChanged();
+  // Since a window last saw it, in pixels of the screen.
+  bool MouseHasMoved(POINT to);
   void Arrange(const Map& map, Arrangement arrangement);
   void Tile();
   void Cascade();
@@ -58,6 +63,7 @@ class ChildWindows {
   Reporter& reporter_;
   ViewList views_;  // outlives the windows, which are in it
   std::vector<std::unique_ptr<ChildWindow>> windows_;
+  POINT mouse_{};
 };
 
 }  // namespace ferrowand

@@ -13,6 +13,7 @@
 #include "operations/layers.h"
 #include "shell/system/display_scale.h"
 #include "shell/system/gdi_canvas.h"
+#include "shell/system/wide_text.h"
 
 namespace ferrowand {
 namespace {
@@ -205,7 +206,7 @@ void LayerList::GiveText(LVITEMA& item) const {
   const Row& row = shown_[static_cast<std::size_t>(item.iItem)];
   if (item.mask & LVIF_IMAGE) item.iImage = 0;
   if (!(item.mask & LVIF_TEXT) || item.cchTextMax <= 0) return;
-  const std::string text = item.iSubItem == NAME      ? row.name
+  const std::string text = item.iSubItem == NAME      ? AsUtf8(row.name)
                            : item.iSubItem == OBJECTS ? std::to_string(row.objects)
                                                       : "";
   lstrcpynA(item.pszText, text.c_str(), item.cchTextMax);

@@ -18,6 +18,7 @@
 #include "shell/resources/resource.h"
 #include "shell/system/display_scale.h"
 #include "shell/system/text_box.h"
+#include "shell/system/wide_text.h"
 #include "shell/windows/child_windows.h"
 
 namespace ferrowand {
@@ -94,6 +95,10 @@ LayerWindow::LayerWindow(ChildWindows& windows, const LayerWindowContext& contex
   Create(LAYER_CLASS, "Layers", PlaceIn(frame_.ClientSize()), WS_CLIPCHILDREN,
          context.options.smallCaptions ? WS_EX_TOOLWINDOW : 0);
   map_.AddObserver(*this);
+}
+
+void LayerWindow::OptionsChanged() {
+  SetSmallCaption(context_.options.smallCaptions != 0);
 }
 
 LayerWindow::~LayerWindow() {
@@ -178,6 +183,8 @@ bool LayerWindow::ReceivesObjects(const entity& layer) const {
 
 bool LayerWindow::TakesMessage(MSG& message) {
   if (message.hwnd != dialog_ && !IsChild(dialog_, message.hwnd)) return false;
+  // What is left of Alt+Enter once the command has been given: nobody wants to hear of it.
+  if (message.message == WM_SYSCHAR && message.wParam == VK_RETURN) return true;
   const bool isKey = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
   const bool isMenuKey = message.message == WM_SYSKEYDOWN || GetKeyState(VK_CONTROL) < 0;
   if (!IsTextBox(message.hwnd)) {
@@ -234,12 +241,15 @@ void LayerWindow::Perform(LayerAction action, entity& layer) {
 }
 
 void LayerWindow::Rename(entity& layer, const std::string& name) {
+  const char* const before = layer.GetKey("XMPentityname");
+  if (before && name == AsUtf8(before)) return;
   const ActionScope action(map_.Data(), "Rename");
   RenameLayer(map_, layer, name);
 }
 
 void LayerWindow::EditProperties(entity& layer) {
   const char* name = layer.GetKey("XMPentityname");
+  const std::string before = name ? name : "";
   const Colour colour = LayerColour(layer);
   const auto accept = [&](const FormValues& typed) {
     constexpr std::array PARTS = {"Red", "Green", "Blue"};
@@ -250,12 +260,14 @@ void LayerWindow::EditProperties(entity& layer) {
       parts[i] = static_cast<std::uint8_t>(*part);
     }
     const ActionScope action(map_.Data(), "Properties");
-    DescribeLayer(map_, layer, typed.front(), {parts[0], parts[1], parts[2]});
+    // A name that is left alone stays to the byte, whatever its letters.
+    const bool renames = typed.front() != AsUtf8(before);
+    DescribeLayer(map_, layer, renames ? typed.front() : before, {parts[0], parts[1], parts[2]});
     return true;
   };
   context_.dialogs.Ask({"Layer properties",
                         "",
-                        {{"Name", {name ? name : ""}, {}},
+                        {{"Name", {before}, {}},
                          {"Red (0 to 255)", {std::to_string(colour.red)}, {}},
                          {"Green", {std::to_string(colour.green)}, {}},
                          {"Blue", {std::to_string(colour.blue)}, {}}},

@@ -40,6 +40,7 @@ class LayerWindow : public ChildWindow, public LayerListHost, public MapObserver
   // --- as a child of the frame
   Map* GetMap() const override { return &map_; }
   bool TakesMessage(MSG& message) override;
+  void OptionsChanged() override;
 
   // --- from the map
   void OnChange(const MapChange& change) override;

@@ -10,6 +10,7 @@
 #include "shell/resources/resource.h"
 #include "shell/system/display_scale.h"
 #include "shell/system/gdi_canvas.h"
+#include "shell/system/wide_text.h"
 #include "shell/windows/child_windows.h"
 #include "views/tools/tool_set.h"
 
@@ -71,6 +72,12 @@ MapWindow::MapWindow(ChildWindows& windows, const MapWindowContext& context, Map
              WS_MINIMIZEBOX | WS_MAXIMIZEBOX,
          context.options.smallCaptions ? WS_EX_TOOLWINDOW : 0);
   if (view_) view_->SetOrientation(orientation);
+}
+
+void MapWindow::OptionsChanged() {
+  SetSmallCaption(context_.options.smallCaptions != 0);
+  Layout();
+  view_->rotationStep = context_.options.rotationStep;
 }
 
 MapWindow::~MapWindow() {
@@ -296,7 +303,7 @@ void MapWindow::SetText(ViewText which, const std::string& text) {
   if (shown == text) return;
   shown = text;
   if (refusing_ && which == ViewText::Message) return;
-  SetDlgItemTextA(Handle(), ControlOf(which), text.c_str());
+  SetDlgItemTextA(Handle(), ControlOf(which), AsUtf8(text).c_str());
 }
 
 void MapWindow::Refuse(const std::string& why) {
@@ -343,10 +350,7 @@ PixelSize MapWindow::MeasureLabel(std::string_view text) {
 }
 
 PixelRect MapWindow::Frame() const {
-  RECT place;
-  GetWindowRect(frame_.Handle(), &place);
-  MapWindowPoints(nullptr, drawing_, reinterpret_cast<POINT*>(&place), 2);
-  return {place.left, place.top, place.right, place.bottom};
+  return FrameAround(drawing_);
 }
 
 void MapWindow::CaptureMouse(bool on) {

@@ -50,6 +50,7 @@ class MapWindow : public ChildWindow, public ViewHost {
   MapView* View() override { return view_.get(); }
   bool KeepsMapOpen() const override { return true; }
   void ReleaseMemory() override { view_->ReleaseDrawingData(); }
+  void OptionsChanged() override;
 
   // Where the other one, which has a view, stands, and showing what it shows.
   void StandAs(ChildWindow& other);
@@ -94,7 +95,6 @@ class MapWindow : public ChildWindow, public ViewHost {
   bool OnKeyDown(WPARAM key);
   bool InsertBound(WPARAM key, LPARAM lParam);
   void EndRefusal();
-  void TakeFocusFromSister();
   void SetMouseCursor();
 
   const MapWindowContext context_;

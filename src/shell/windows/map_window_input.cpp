@@ -7,9 +7,7 @@
 #include "operations/transform_selection.h"
 #include "shell/dialogs/refusal.h"
 #include "shell/frame/command_target.h"
-#include "shell/frame/frame.h"
 #include "shell/system/gdi_canvas.h"
-#include "shell/system/text_box.h"
 #include "shell/windows/child_windows.h"
 #include "shell/windows/map_window.h"
 #include "shell/windows/window_tool_host.h"
@@ -192,27 +190,10 @@ void MapWindow::OnButtonUp(int button, WPARAM wParam, LPARAM lParam) {
 }
 
 void MapWindow::OnMouseMove(WPARAM wParam, LPARAM lParam) {
-  // The system tells of the mouse also when a window comes up under it. Then the user has chosen
-  // that window's sister, or is about to.
-  POINT at{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
-  ClientToScreen(drawing_, &at);
-  if (context_.toolHost.MouseHasMoved(at)) TakeFocusFromSister();
+  OnMouseOver(drawing_, {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}, context_.options);
   TRACKMOUSEEVENT leaving{sizeof leaving, TME_LEAVE, drawing_, 0};
   TrackMouseEvent(&leaving);
   view_->OnMouseMove(ToPixel(lParam), HeldButtons(wParam), IsDown(VK_SPACE));
-}
-
-// From any other window of the frame, but not out of what is being typed.
-void MapWindow::TakeFocusFromSister() {
-  const HWND focus = GetFocus();
-  if (!context_.options.trackMouse || focus == drawing_ || !focus || GetCapture()) return;
-  if (GetActiveWindow() != frame_.Handle()) return;
-  for (const auto& window : windows_.All()) {
-    if (!IsChild(window->Handle(), focus) || IsTextBox(focus)) continue;
-    SendMessageA(frame_.Client(), WM_MDIACTIVATE, reinterpret_cast<WPARAM>(Handle()), 0);
-    SetFocus(drawing_);
-    return;
-  }
 }
 
 void MapWindow::SetMouseCursor() {
@@ -232,6 +213,9 @@ void MapWindow::Nudge(WPARAM key) {
     by[seen.orienu] = step(view_->gridu, seen.scaleu, key == VK_LEFT);
   } else {
     by[seen.orienv] = step(view_->gridv, seen.scalev, key == VK_UP);
+  }
+  for (int axis = 0; axis < 3; ++axis) {
+    if ((view_->axismask >> axis & 1) == 0) by[axis] = 0;
   }
   context_.tools.Current()->Cancel();
   const ActionScope action(map_.Data(), "Move");

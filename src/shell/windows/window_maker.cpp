@@ -18,11 +18,13 @@ Orientation OrientationOf(const MapView& view) {
 }  // namespace
 
 WindowMaker::WindowMaker(ChildWindows& windows, SideWindows& sides, const MapWindowContext& ofViews,
-                         const LayerWindowContext& ofLayers, const CheckWindowContext& ofChecks)
+                         const LayerWindowContext& ofLayers, const CameraWindowContext& ofCameras,
+                         const CheckWindowContext& ofChecks)
     : windows_(windows),
       sides_(sides),
       ofViews_(ofViews),
       ofLayers_(ofLayers),
+      ofCameras_(ofCameras),
       ofChecks_(ofChecks) {}
 
 MapWindow* WindowMaker::AddView(Map& map, Orientation orientation) {
@@ -34,6 +36,11 @@ MapWindow* WindowMaker::AddView(Map& map, Orientation orientation) {
     ofViews_.reporter.Assert("hwnd!=NULL", "qvwin.cpp", __LINE__);
   }
   return window;
+}
+
+CameraWindow* WindowMaker::AddCamera(Map& map) {
+  return static_cast<CameraWindow*>(
+      windows_.Add(std::make_unique<CameraWindow>(windows_, ofCameras_, map)));
 }
 
 void WindowMaker::ShowLayers(Map& map) {
@@ -50,7 +57,11 @@ void WindowMaker::ShowCheck(Map& map) {
   windows_.Add(std::make_unique<CheckWindow>(windows_, ofChecks_, map));
 }
 
+// The view from above is made last, and so is the active one.
 void WindowMaker::OnMapOpened(Map& map) {
+  if (ofCameras_.options.useDirect3D) {
+    if (CameraWindow* window = AddCamera(map)) window->GetCamera()->GoToOpening();
+  }
   for (const Orientation orientation : {Orientation::Side, Orientation::Front, Orientation::Top}) {
     AddView(map, orientation);
   }
@@ -72,6 +83,10 @@ void WindowMaker::OnMapClosing(Map& map) {
 void WindowMaker::OnMapReplaced(Map& map, Map& by) {
   const auto isLayers = [](const ChildWindow* w) { return dynamic_cast<const LayerWindow*>(w); };
   const bool showedLayers = std::ranges::any_of(windows_.WindowsOf(map), isLayers);
+  for (ChildWindow* window : windows_.WindowsOf(map)) {
+    CameraWindow* made = window->GetCamera() ? AddCamera(by) : nullptr;
+    if (made) made->StandAs(*window);
+  }
   const std::vector<MapView*> views = windows_.Views().ViewsOf(map);
   for (auto view = views.rbegin(); view != views.rend(); ++view) {
     const auto isOfView = [&](ChildWindow* window) { return window->View() == *view; };
@@ -89,7 +104,8 @@ void WindowMaker::OnMapReplaced(Map& map, Map& by) {
 void WindowMaker::OnMapWanted(Map& map) {
   const std::vector<MapView*> views = windows_.Views().ViewsOf(map);
   for (ChildWindow* window : windows_.WindowsOf(map)) {
-    if (!views.empty() && window->View() == views.front()) windows_.BringToFront(*window);
+    const bool isWanted = views.empty() ? window->KeepsMapOpen() : window->View() == views.front();
+    if (isWanted) windows_.BringToFront(*window);
   }
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "shell/documents/documents.h"
+#include "shell/windows/camera_window.h"
 #include "shell/windows/check_window.h"
 #include "shell/windows/layer_window.h"
 #include "shell/windows/map_window.h"
@@ -14,15 +15,18 @@ class WindowMaker : public DocumentsObserver {
  public:
   // The windows and all that the contexts name outlive it.
   WindowMaker(ChildWindows& windows, SideWindows& sides, const MapWindowContext& ofViews,
-              const LayerWindowContext& ofLayers, const CheckWindowContext& ofChecks);
+              const LayerWindowContext& ofLayers, const CameraWindowContext& ofCameras,
+              const CheckWindowContext& ofChecks);
 
   // Null, after an assertion, when the system gave no window.
   MapWindow* AddView(Map& map, Orientation orientation);
+  // The map has none yet. Null when the system gave no window.
+  CameraWindow* AddCamera(Map& map);
   // The one of the map, in front of the others.
   void ShowLayers(Map& map);
   void ShowCheck(Map& map);
 
-  // Three views, arranged and showing all of it.
+  // Three views, and a camera if the options want one, arranged and showing all of it.
   void OnMapOpened(Map& map) override;
   void OnMapClosing(Map& map) override;
   void OnMapReplaced(Map& map, Map& by) override;
@@ -33,6 +37,7 @@ class WindowMaker : public DocumentsObserver {
   SideWindows& sides_;
   MapWindowContext ofViews_;
   LayerWindowContext ofLayers_;
+  CameraWindowContext ofCameras_;
   CheckWindowContext ofChecks_;
 };
 

@@ -6,6 +6,7 @@
 #include "base/command_table.h"
 #include "base/report.h"
 #include "document/action.h"
+#include "operations/paths.h"
 #include "operations/primitives.h"
 #include "operations/transform_selection.h"
 #include "shell/dialogs/dialogs.h"
@@ -141,12 +142,6 @@ void WindowToolHost::ReleaseMouse(HWND drawing) {
   if (GetCapture() == drawing) ReleaseCapture();
 }
 
-bool WindowToolHost::MouseHasMoved(POINT to) {
-  const bool moved = to.x != mouse_.x || to.y != mouse_.y;
-  mouse_ = to;
-  return moved;
-}
-
 void WindowToolHost::OnCaptureLost(HWND drawing) {
   if (dragging_ != drawing) return;
   dragging_ = nullptr;
@@ -217,6 +212,19 @@ std::optional<int> WindowToolHost::AskSides(PrimitiveKind kind) {
                   accept};
   if (!context_.dialogs.Ask(form)) return std::nullopt;
   return sides;
+}
+
+std::optional<std::string> WindowToolHost::AskPathName(const Map& map) {
+  std::string name;
+  const Form form{"Lay path",
+                  "The corners are named so, with a number behind.",
+                  {{"Base name", {UnusedPathName(map)}, {}}},
+                  [&](const FormValues& typed) {
+                    name = typed.front();
+                    return true;
+                  }};
+  if (!context_.dialogs.Ask(form)) return std::nullopt;
+  return name;
 }
 
 std::string WindowToolHost::CurrentTexture(Map& map) {

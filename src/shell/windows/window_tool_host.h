@@ -36,8 +36,6 @@ class WindowToolHost : public ToolHost {
 
   // What the tool wants the mouse to look like.
   HCURSOR Cursor() const;
-  // Since a view last saw it, in pixels of the screen.
-  bool MouseHasMoved(POINT to);
   // The system, or another window, has taken the mouse: what is being dragged there ends without
   // effect.
   void OnCaptureLost(HWND drawing);
@@ -55,6 +53,7 @@ class WindowToolHost : public ToolHost {
   // Nothing: there is no such window.
   void EditProperties(entity&) override {}
   std::optional<int> AskSides(PrimitiveKind kind) override;
+  std::optional<std::string> AskPathName(const Map& map) override;
   std::string CurrentTexture(Map& map) override;
   void ToolChanged() override;
   void Refuse(MapView& view, const std::string& why) override;
@@ -66,7 +65,6 @@ class WindowToolHost : public ToolHost {
 
   const ToolHostContext context_;
   ToolCursor cursor_ = ToolCursor::Arrow;
-  POINT mouse_{};
   HWND dragging_ = nullptr;  // the drawing area that a tool has captured the mouse for
   int sides_ = 8;            // of the last round primitive
 };

@@ -35,6 +35,8 @@ struct CameraPose {
   // Yaw and pitch as keys of the game's entities tell them: yaw counter-clockwise from east, pitch
   // positive down.
   void Face(double yaw, double pitch);
+
+  friend bool operator==(const CameraPose&, const CameraPose&) = default;
 };
 
 }  // namespace ferrowand

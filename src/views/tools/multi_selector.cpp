@@ -10,6 +10,7 @@ namespace ferrowand {
 
 void MultiSelector::MouseDown(MapView& view, Pixel at, int button) {
   const bool starts = button == BUTTON_LEFT && !IsDragging();
+  if (starts && tools_.StartCameraDrag(*this, view, at)) return;
   if (starts && (Host().Keys().control || !IsOnSelection(view, at))) {
     tools_.StartRectangle(*this, view, at);
   } else {

@@ -127,6 +127,11 @@ void ReshapeTool::Drag(MapView& view, Pixel at) {
   AddShapes(std::move(sound), false, shapes);
   AddShapes(std::move(broken), true, shapes);
   shapes.push_back({{pressPixel_, at}, true});
+  Bounds box;
+  for (const Reshaped& reshaped : all) {
+    box.Add((reshaped.result ? *reshaped.result : reshaped.object->brush).Box());
+  }
+  shapes.push_back(SizeBeside(ViewBoxOf(box, view), view));
   Host().SetCursor(view, refused ? ToolCursor::Refused : ToolCursor::Move);
   Show(view, std::move(shapes),
        refused ? REFUSED

@@ -55,6 +55,7 @@ void Selector::MouseDown(MapView& view, Pixel at, int button) {
     Cancel();
     return;
   }
+  if (button == BUTTON_LEFT && tools_.StartCameraDrag(*this, view, at)) return;
   Pick(view, at);
   if (button == BUTTON_RIGHT) {
     Host().TrackPopup(view, at, ToolPopup::Selection);
@@ -89,6 +90,10 @@ bool Selector::IsOnSelection(const MapView& view, Pixel at) const {
 }
 
 ToolCursor Selector::CursorAt(const MapView& view, Pixel at) const {
+  const CameraGrip grip = tools_.cameraDrag.GripAt(view, at);
+  if (grip != CameraGrip::None) {
+    return grip == CameraGrip::Eye ? ToolCursor::Move : ToolCursor::Turn;
+  }
   const bool drags =
       IsOnSelection(view, at) ||
       (IsForSelection(view, at) && !HitTest(view.map, QueryAt(view, at, Level())).object);
@@ -118,6 +123,7 @@ void Selector::SelectAll(MapView& view, const std::vector<entity*>& objects, boo
 }
 
 void Selector::Group(MapView& view) {
+  const ActionScope action(view.map.Data(), "Group");
   Conclude(view, GroupSelection(view.map));
 }
 

@@ -150,9 +150,12 @@ void ToolBase::MouseUp(MapView& view, Pixel at, int button) {
     const std::string said = said_;
     view.SetStatus(Name());
     Drop(view, at);
-    // How far it went is told until the next thing is done.
+    // How far it went is told until the next thing is done, with what there is to say of the
+    // result.
     const bool isDone = view.map.undo.State() != before;
-    if (isDone && tools_.Current() == this) view.SetStatus(said);
+    const std::string& told = view.Status();
+    const bool isName = told == Name() || told == view.map.undo.NewestName();
+    if (isDone && tools_.Current() == this) view.SetStatus(isName ? said : said + ", " + told);
   } else {
     Click(view, at);
   }

@@ -58,6 +58,8 @@ class ToolHost {
   virtual void EditProperties(entity& e) = 0;
   // Of a round primitive, within what SidesOf allows; nothing when the user thought better of it.
   virtual std::optional<int> AskSides(PrimitiveKind kind) = 0;
+  // Of a path that has been placed in the map; nothing when the user thought better of it.
+  virtual std::optional<std::string> AskPathName(const Map& map) = 0;
   // Of new faces.
   virtual std::string CurrentTexture(Map& map) = 0;
 

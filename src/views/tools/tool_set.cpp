@@ -33,6 +33,20 @@ void ToolSet::CreatePrimitive(PrimitiveKind kind) {
   if (primitiveTool.Prepare(kind, isAgain)) Use(primitiveTool);
 }
 
+void ToolSet::PositionCamera() {
+  current_->Cancel();
+  if (current_ == &cameraPositioner) return;
+  cameraPositioner.ReturnTo(*current_);
+  Use(cameraPositioner);
+}
+
+bool ToolSet::StartCameraDrag(Tool& from, MapView& view, Pixel at) {
+  if (cameraDrag.GripAt(view, at) == CameraGrip::None) return false;
+  current_ = &cameraDrag;
+  cameraDrag.Start(from, view, at);
+  return true;
+}
+
 void ToolSet::SelectionChanged(const Map& map) {
   brushSelector.StartOver(map);
   vertexTool.Forget();

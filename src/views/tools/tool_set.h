@@ -11,7 +11,10 @@
 #include "views/tool.h"
 #include "views/tools/brush_selector.h"
 #include "views/tools/brush_tool.h"
+#include "views/tools/camera_drag.h"
+#include "views/tools/camera_positioner.h"
 #include "views/tools/multi_selector.h"
+#include "views/tools/path_tool.h"
 #include "views/tools/primitive_tool.h"
 #include "views/tools/rectangle_selector.h"
 #include "views/tools/selector.h"
@@ -37,12 +40,17 @@ class ToolSet {
   // The next drag makes one.
   void CreatePrimitive(PrimitiveKind kind);
 
+  // The next press aims the camera; the tool in use now has the mouse again after it.
+  void PositionCamera();
+
   // The tools forget what they knew of the selection before.
   void SelectionChanged(const Map& map);
 
   // For the selectors and the rubber band between themselves.
   void StartRectangle(Selector& from, MapView& view, Pixel at);
   void ReturnTo(Tool& tool) { current_ = &tool; }
+  // Whether the press takes hold of a camera, which then has the mouse until the button is let go.
+  bool StartCameraDrag(Tool& from, MapView& view, Pixel at);
 
   // The axes that no drag may change: bit 0 X, 1 Y, 2 Z.
   std::uint8_t LimitedAxes() const { return limitedAxes_; }
@@ -70,6 +78,9 @@ class ToolSet {
   MultiSelector multiSelector{*this};
   VertexTool vertexTool{*this};
   PrimitiveTool primitiveTool{*this};
+  PathTool pathTool{*this};
+  CameraPositioner cameraPositioner{*this};
+  CameraDrag cameraDrag{*this};
 
  private:
   RectangleSelector rectangle_{*this};

@@ -34,6 +34,7 @@ class FakeToolHost : public ToolHost {
   bool popupTakesRelease = false;
   std::vector<entity*> edited;
   std::optional<int> sides = 8;
+  std::optional<std::string> pathName;
   int toolChanges = 0;
   PixelSize threshold{2, 2};
 
@@ -55,6 +56,7 @@ class FakeToolHost : public ToolHost {
   }
   void EditProperties(entity& e) override { edited.push_back(&e); }
   std::optional<int> AskSides(PrimitiveKind) override { return sides; }
+  std::optional<std::string> AskPathName(const Map&) override { return pathName; }
   std::string CurrentTexture(Map&) override { return "wall"; }
   void ToolChanged() override { ++toolChanges; }
   void Refuse(MapView& view, const std::string& why) override { view.SetStatus(why); }

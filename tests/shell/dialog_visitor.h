@@ -1,0 +1,110 @@
+// Looking at windows, and doing what a user does in a dialog while that waits for him.
+#pragma once
+
+#include "shell/system/win32.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "shell/system/display_scale.h"
+#include "shell/system/wide_text.h"
+
+namespace ferrowand {
+
+inline std::string ClassOf(HWND window) {
+  char name[32] = "";
+  GetClassNameA(window, name, sizeof name);
+  return name;
+}
+
+inline std::wstring WideTextOf(HWND window) {
+  wchar_t text[300] = L"";
+  GetWindowTextW(window, text, 300);
+  return text;
+}
+
+inline RECT PlaceOf(HWND window) {
+  RECT place;
+  GetWindowRect(window, &place);
+  MapWindowPoints(nullptr, GetParent(window), reinterpret_cast<POINT*>(&place), 2);
+  return place;
+}
+
+inline std::vector<HWND> ShownChildren(HWND parent) {
+  std::vector<HWND> shown;
+  for (HWND child = GetWindow(parent, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+    if (GetWindowLongA(child, GWL_STYLE) & WS_VISIBLE) shown.push_back(child);
+  }
+  return shown;
+}
+
+inline LONG TextWidth(HWND window) {
+  const HDC dc = GetDC(window);
+  const auto font = reinterpret_cast<HGDIOBJ>(SendMessageA(window, WM_GETFONT, 0, 0));
+  const HGDIOBJ before = SelectObject(dc, font);
+  RECT needed{};
+  DrawTextW(dc, WideTextOf(window).c_str(), -1, &needed, DT_CALCRECT | DT_SINGLELINE);
+  SelectObject(dc, before);
+  ReleaseDC(window, dc);
+  return needed.right;
+}
+
+inline bool IsButtonOf(HWND window, LONG type) {
+  return ClassOf(window) == "Button" && (GetWindowLongA(window, GWL_STYLE) & BS_TYPEMASK) == type;
+}
+inline bool IsFrame(HWND window) {
+  return IsButtonOf(window, BS_GROUPBOX);
+}
+inline bool IsCheckBox(HWND window) {
+  return IsButtonOf(window, BS_AUTOCHECKBOX);
+}
+
+inline void ExpectTidy(HWND parent) {
+  RECT area, both;
+  GetClientRect(parent, &area);
+  const std::vector<HWND> children = ShownChildren(parent);
+  for (const HWND child : children) {
+    const RECT place = PlaceOf(child);
+    const std::string name = ClassOf(child) + " " + FromWide(WideTextOf(child));
+    UnionRect(&both, &area, &place);
+    EXPECT_TRUE(EqualRect(&both, &area)) << name << " stands out";
+    for (const HWND other : children) {
+      const RECT second = PlaceOf(other);
+      EXPECT_TRUE(other == child || IsFrame(child) || IsFrame(other) ||
+                  !IntersectRect(&both, &place, &second))
+          << name << " covers " << FromWide(WideTextOf(other));
+    }
+    const LONG box = IsCheckBox(child) ? Scaled(16) : 0;
+    const bool isText = ClassOf(child) == "Static" || ClassOf(child) == "Button";
+    const LONG style = GetWindowLongA(child, GWL_STYLE);
+    const bool isOwn = (style & BS_TYPEMASK) == BS_OWNERDRAW;
+    if (isText && !isOwn && (style & SS_ELLIPSISMASK) == 0) {
+      EXPECT_LE(TextWidth(child) + box, place.right - place.left) << name;
+    }
+  }
+}
+
+// Looks at the dialog of the system that is opened next; what it does last is to close it.
+class Visitor {
+ public:
+  explicit Visitor(std::function<void(HWND)> look) {
+    visit = std::move(look);
+    timer_ = SetTimer(nullptr, 0, 20, OnTimer);
+  }
+  ~Visitor() { KillTimer(nullptr, timer_); }
+
+ private:
+  static void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD) {
+    const HWND dialog = GetActiveWindow();
+    if (!dialog || ClassOf(dialog) != "#32770" || !visit) return;
+    std::exchange(visit, nullptr)(dialog);
+  }
+  static inline std::function<void(HWND)> visit;
+  UINT_PTR timer_;
+};
+
+}  // namespace ferrowand
