@@ -20,13 +20,6 @@ void ViewList::BringToFront(MapView& view) {
   if (found != views_.end()) std::rotate(views_.begin(), found, found + 1);
 }
 
-const MapFigures& ViewList::FiguresOf(const Map& map) {
-  const std::pair now{&map, map.Revision()};
-  if (counted_ != now) figures_ = ferrowand::FiguresOf(map);
-  counted_ = now;
-  return figures_;
-}
-
 void ViewList::Add(Camera& camera) {
   cameras_.push_back(&camera);
   CameraMoved(camera, camera.Pose());
@@ -48,6 +41,13 @@ void ViewList::CameraMoved(const Camera& camera, const CameraPose& from) const {
     view->RepaintCamera(from);
     view->RepaintCamera(camera.Pose());
   }
+}
+
+const MapFigures& ViewList::FiguresOf(const Map& map) {
+  const std::pair now{&map, map.Revision()};
+  if (counted_ != now) figures_ = ferrowand::FiguresOf(map);
+  counted_ = now;
+  return figures_;
 }
 
 std::vector<MapView*> ViewList::ViewsOf(const Map& map) const {

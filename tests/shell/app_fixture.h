@@ -71,6 +71,8 @@ class ScriptedDialogs : public Dialogs {
     return false;
   }
 
+  bool AskOptions(const OptionsToEdit& edit) override { return options && options(edit); }
+
   // The scripted answer, or what is shown at first.
   std::optional<CompileOptions> AskCompile(const CompileQuestion& question) override {
     if (declinesCompile) return std::nullopt;
@@ -79,8 +81,6 @@ class ScriptedDialogs : public Dialogs {
 
   std::optional<CompileOptions> compile;
   bool declinesCompile = false;
-  bool AskOptions(const OptionsToEdit& edit) override { return options && options(edit); }
-
   std::deque<std::string> files;
   std::deque<Colour> colours;
   std::deque<unsigned> commands;

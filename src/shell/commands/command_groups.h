@@ -125,6 +125,15 @@ struct WindowContext {
 };
 std::unique_ptr<CommandGroup> MakeWindowCommands(const WindowContext& context);
 
+// What opens and moves a map's camera, and what it shows.
+struct CameraContext {
+  ChildWindows& windows;
+  WindowMaker& maker;
+  Reporter& reporter;
+  const Options& options;
+};
+std::unique_ptr<CommandGroup> MakeCameraCommands(const CameraContext& context);
+
 // Compile!, what it leaves to look at, and what is asked of a map before.
 struct CompileContext {
   GameData& data;
@@ -140,15 +149,6 @@ struct CompileContext {
   std::string dataFolder;  // the user's own
 };
 std::unique_ptr<CommandGroup> MakeCompileCommands(const CompileContext& context);
-
-// What opens and moves a map's camera, and what it shows.
-struct CameraContext {
-  ChildWindows& windows;
-  WindowMaker& maker;
-  Reporter& reporter;
-  const Options& options;
-};
-std::unique_ptr<CommandGroup> MakeCameraCommands(const CameraContext& context);
 
 // For those that are never grey for want of one: whether something is selected; says the text
 // otherwise.

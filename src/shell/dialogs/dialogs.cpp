@@ -93,12 +93,12 @@ bool SystemDialogs::Ask(const Form& form) {
   return AskForm(owner_, form);
 }
 
-std::optional<CompileOptions> SystemDialogs::AskCompile(const CompileQuestion& question) {
-  return AskCompileOptions(owner_, question);
-}
-
 bool SystemDialogs::AskOptions(const OptionsToEdit& edit) {
   return ferrowand::AskOptions(owner_, *this, edit);
+}
+
+std::optional<CompileOptions> SystemDialogs::AskCompile(const CompileQuestion& question) {
+  return AskCompileOptions(owner_, question);
 }
 
 }  // namespace ferrowand

@@ -50,10 +50,10 @@ class Dialogs {
   virtual void ShowAbout() = 0;
   // False when the user thinks better of it; else the form has accepted what was typed.
   virtual bool Ask(const Form& form) = 0;
-  // Nothing when the user thought better of it.
-  virtual std::optional<CompileOptions> AskCompile(const CompileQuestion& question) = 0;
   // False when the user thinks better of it.
   virtual bool AskOptions(const OptionsToEdit& edit) = 0;
+  // Nothing when the user thought better of it.
+  virtual std::optional<CompileOptions> AskCompile(const CompileQuestion& question) = 0;
 
  protected:
   HWND owner_ = nullptr;
@@ -67,8 +67,8 @@ class SystemDialogs : public Dialogs {
   unsigned TrackPopup(HWND owner, HMENU menu, POINT screen) override;
   void ShowAbout() override;
   bool Ask(const Form& form) override;
-  std::optional<CompileOptions> AskCompile(const CompileQuestion& question) override;
   bool AskOptions(const OptionsToEdit& edit) override;
+  std::optional<CompileOptions> AskCompile(const CompileQuestion& question) override;
 
  private:
   std::array<COLORREF, 16> ownColours_{};  // that the user has mixed

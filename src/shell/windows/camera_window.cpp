@@ -89,6 +89,10 @@ void CameraWindow::OnPaint() {
 }
 
 LRESULT CameraWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  const bool isOfMouse = message >= WM_MOUSEFIRST && message <= WM_MOUSELAST;
+  if (camera_ && (isOfMouse || message == WM_MDIACTIVATE || message == WM_KEYDOWN)) {
+    camera_->Restore();
+  }
   if (camera_ && OnNavigation(message, wParam, lParam)) return 0;
   if (camera_ && OnMouse(message, wParam, lParam)) return 0;
   switch (message) {

@@ -44,8 +44,8 @@ class CameraWindow : public ChildWindow, public CameraHost {
   // A bound key goes before the command that has it, but for those with Ctrl.
   bool TakesMessage(MSG& message) override;
   void OptionsChanged() override;
+  // Black until the user turns to it again.
   void ReleaseMemory() override { camera_->Release(); }
-  void RebuildMemory() override { camera_->Restore(); }
 
   // Where the other one stands, and showing what it shows.
   void StandAs(ChildWindow& other);

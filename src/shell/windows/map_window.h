@@ -49,8 +49,8 @@ class MapWindow : public ChildWindow, public ViewHost {
   Map* GetMap() const override { return &map_; }
   MapView* View() override { return view_.get(); }
   bool KeepsMapOpen() const override { return true; }
-  void ReleaseMemory() override { view_->ReleaseDrawingData(); }
   void OptionsChanged() override;
+  void ReleaseMemory() override { view_->ReleaseDrawingData(); }
 
   // Where the other one, which has a view, stands, and showing what it shows.
   void StandAs(ChildWindow& other);

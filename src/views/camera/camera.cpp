@@ -179,6 +179,7 @@ void Camera::Release() {
 }
 
 void Camera::Restore() {
+  if (!isReleased_) return;
   isReleased_ = false;
   host_.Repaint();
 }
