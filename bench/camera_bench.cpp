@@ -120,7 +120,7 @@ Map& Field() {
   static SmallMap small;
   static const bool made = [] {
     small.data.searchPath.Add(FERROWAND_DATA);
-    small.data.LoadPalette({});
+    small.data.palette.Load(small.data.searchPath, {}, small.reporter);
     WadFile& wad = small.data.wads.Get("quake.wad");
     const auto textures = wad.Textures();
     for (int i = 0; i < 3000; ++i) {

@@ -23,18 +23,19 @@ views/gl        platform base geometry gamedata document operations views
 compile         platform base geometry gamedata document operations
 shell/resources
 shell/system    $core shell/resources
+shell/direct3d  $system
 shell/dialogs   $system
 shell/documents $system shell/dialogs
 shell/frame     $system shell/dialogs shell/documents
-shell/windows   $system shell/dialogs shell/documents shell/frame
-shell/commands  $system shell/dialogs shell/documents shell/frame shell/windows
-shell/app       $system shell/dialogs shell/documents shell/frame shell/windows shell/commands
+shell/windows   $system shell/direct3d shell/dialogs shell/documents shell/frame
+shell/commands  $system shell/direct3d shell/dialogs shell/documents shell/frame shell/windows
+shell/app       $system shell/direct3d shell/dialogs shell/documents shell/frame shell/windows shell/commands
 cli             platform base geometry gamedata document operations views compile
 "
 # Rooms that may include headers of a system: anything in <> that ends in .h. The language's own
 # headers have no such end.
 SYSTEM_ROOMS='platform/posix platform/win32'
-for room in system dialogs documents frame windows commands app; do
+for room in system direct3d dialogs documents frame windows commands app; do
   SYSTEM_ROOMS+=" shell/$room"
 done
 # Who may include <GL/...> too.

@@ -67,6 +67,12 @@ bool Limited(const CommandFacts& facts) {
 bool Classnames(const CommandFacts& facts) {
   return facts.options->entityNames != 0;
 }
+bool HeadLamp(const CommandFacts& facts) {
+  return facts.hasLamp;
+}
+bool LightingPreview(const CommandFacts& facts) {
+  return facts.previewsLight;
+}
 bool LightRadius(const CommandFacts& facts) {
   return facts.options->drawLightRadius != 0;
 }
@@ -185,8 +191,8 @@ constexpr CommandRow MAINMENU[] = {
     {Command::ZoomToFit, "View", "Zoom to &fit", "", HasMap},
     {Command::CameraToStart, "View", "3D &camera to start", "", HasMap},
     {Command::PaleOthers, "View", "&Pale all but the selection", "", Always, Pale},
-    {Command::HeadLamp, "Lighting", "D3D head &lamp", "", HasMap},
-    {Command::LightingPreview, "Lighting", "D3D lighting &preview", "", HasMap},
+    {Command::HeadLamp, "Lighting", "D3D head &lamp", "", HasMap, HeadLamp},
+    {Command::LightingPreview, "Lighting", "D3D lighting &preview", "", HasMap, LightingPreview},
     {Command::QuakeLightingOn, "Lighting", "&Quake lighting on", "", HasMap},
     {Command::QuakeLightingOff, "Lighting", "Quake lighting &off", "", HasMap},
     {Command::Compile, "", "&Compile!", "", HasMap},

@@ -188,6 +188,8 @@ struct CommandFacts {
   Command mode{};                    // that is in use, or the solid being made; 0 for none
   bool selectsFull = false;          // a rectangle takes only what lies inside
   std::uint8_t limitedAxes = 0;      // bit n: drags leave axis n as it is
+  bool hasLamp = false;              // the camera of the active map
+  bool previewsLight = false;        // it too
   const Options* options = nullptr;  // never null when asked
 
   bool HasRecentMap(std::size_t index) const {

@@ -12,6 +12,8 @@ class LoadProgress {
 
   // Shown as "Loading: %s ....".
   virtual void Begin(const std::string& fileName) { (void)fileName; }
+  // Work of another kind, shown by its name.
+  virtual void BeginWork(const std::string& name) { (void)name; }
   // `format` holds one %u: "Entities: %u", "Textures: %u", "Entity classes: %u". `part` of `whole`
   // moves the bar; a whole of 0 leaves it.
   virtual void Step(const char* format, unsigned count, unsigned part, unsigned whole) {
@@ -20,11 +22,18 @@ class LoadProgress {
   virtual void End() {}
 };
 
-// Brackets one load.
+// Brackets one load, or one piece of work.
 class ProgressScope {
  public:
+  struct Work {
+    std::string name;
+  };
+
   ProgressScope(LoadProgress& progress, const std::string& fileName) : progress_(progress) {
     progress_.Begin(fileName);
+  }
+  ProgressScope(LoadProgress& progress, const Work& work) : progress_(progress) {
+    progress_.BeginWork(work.name);
   }
   ~ProgressScope() { progress_.End(); }
   ProgressScope(const ProgressScope&) = delete;

@@ -21,12 +21,6 @@ struct GameData {
         wads(searchPath, palette, reporter, progress),
         classes(searchPath, reporter, progress) {}
 
-  // Reads the palette anew, bent by the gamma. The maps' observers are to be told.
-  void LoadPalette(const Gamma& gamma) {
-    palette.Load(searchPath, gamma, reporter);
-    wads.ForgetColours();
-  }
-
   Reporter& reporter;
   LoadProgress& progress;
   SearchPath searchPath;

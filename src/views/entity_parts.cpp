@@ -199,10 +199,7 @@ void DrawFacingMarker(const entity& e, const Pen& pen, DrawContext& context) {
 
 // Pixels; 0 for what is no light.
 int LightRadius(const entity& e, const ViewTransform& transform) {
-  if (!(e.flags() & ENTITY_IS_LIGHT)) return 0;
-  const char* light = e.GetKey("light");
-  const int units = light ? std::clamp(ParseInt(light), -MAX_LIGHT, MAX_LIGHT) : DEFAULT_LIGHT;
-  return RoundToInt(std::abs(units / static_cast<double>(transform.scaleu)));
+  return RoundToInt(std::abs(LightValue(e) / static_cast<double>(transform.scaleu)));
 }
 
 void DrawLightRadius(const entity& e, DrawContext& context) {
@@ -252,6 +249,12 @@ const std::vector<const entity*>& TargetsNamed(std::string_view name, const Map&
 }
 
 }  // namespace
+
+int LightValue(const entity& e) {
+  if ((e.flags() & ENTITY_IS_LIGHT) == 0) return 0;
+  const char* light = e.GetKey("light");
+  return light ? std::clamp(ParseInt(light), -MAX_LIGHT, MAX_LIGHT) : DEFAULT_LIGHT;
+}
 
 PixelRect LightPlace(const entity& e, const ViewTransform& transform) {
   const int radius = LightRadius(e, transform);

@@ -31,6 +31,9 @@ void DrawPointPart(const entity& e, const EntityClass& look, DrawContext& contex
 // The name above the origin, when the context wants names and none drawn before is in its place.
 void DrawClassname(const entity& e, DrawContext& context);
 
+// How bright a light is at its place, which is also how far it reaches, world units; 0 for what is
+// no light.
+int LightValue(const entity& e);
 // What the radius of a light covers, in pixels: nothing of what is no light.
 PixelRect LightPlace(const entity& e, const ViewTransform& transform);
 

@@ -181,9 +181,9 @@ class AppTest : public testing::Test {
     return StartWithStore(commandLine);
   }
   bool StartWithStore(const std::string& commandLine = "") {
-    app = std::make_unique<App>(
-        GetModuleHandleA(nullptr),
-        Seams{sink, dialogs, clipboard, *settings, joysticks, FERROWAND_DATA, dir.Path("data")});
+    app = std::make_unique<App>(GetModuleHandleA(nullptr),
+                                Seams{sink, dialogs, clipboard, *settings, joysticks,
+                                      FERROWAND_DATA, dir.Path("data"), direct3dLibrary});
     parts = &app->Parts();
     const bool started = app->Start(commandLine);
     app->Pump();
@@ -256,6 +256,7 @@ class AppTest : public testing::Test {
   ScriptedDialogs dialogs;
   TestClipboard clipboard;
   TestJoysticks joysticks;
+  std::string direct3dLibrary = "d3d9.dll";
   std::unique_ptr<SettingsStore> settings;
   Options saved;
   std::unique_ptr<App> app;

@@ -76,6 +76,7 @@ TEST_F(CameraWindowTest, ThereIsOneForEachMapAndItCountsAsAWindowOfIt) {
     }
   }
   ASSERT_EQ(parts->windows.WindowsOf(map).size(), 1u);
+  dialogs.commands.assign({1000});
   Give(Command::Insert);  // has a place though there is no view
   ASSERT_TRUE(map.modified());
   sink.answers.assign(1, Answer::No);
@@ -125,6 +126,38 @@ TEST_F(CameraWindowTest, AClickSelectsWhatItHits) {
   SendMouse(window, WM_LBUTTONDOWN, MK_LBUTTON, size.width / 2, size.height / 2);
   ASSERT_EQ(map.selection.size(), 1u);
   EXPECT_EQ(map.selection.front()->GetBounds().maxs.x, 32) << "the nearer box";
+  SendMouse(window, WM_LBUTTONUP, 0, size.width / 2, size.height / 2);
+  EXPECT_FALSE(map.modified());
+}
+
+TEST_F(CameraWindowTest, ADragMovesTheSelectionInOneStepAndEscapeEndsItWithoutEffect) {
+  ASSERT_TRUE(Start());
+  Map& map = OpenTwoBrushes();
+  CameraWindow& window = OpenCamera();
+  CameraPose pose;
+  pose.eye = {-200, 0, 150};
+  pose.Face(0, 37);
+  window.GetCamera()->SetPose(pose);
+  const PixelSize size = window.DrawingArea();
+  const int x = size.width / 2, y = size.height / 2;
+  const std::string before = ExtendedText(map);
+  const auto drag = [&](bool escapes) {
+    SendMouse(window, WM_LBUTTONDOWN, MK_LBUTTON, x, y);
+    SendMouse(window, WM_MOUSEMOVE, MK_LBUTTON, x + 100, y);
+    if (escapes) SendMessageA(window.Handle(), WM_CHAR, VK_ESCAPE, 0);
+    SendMouse(window, WM_LBUTTONUP, 0, x + 100, y);
+  };
+  drag(true);
+  EXPECT_EQ(ExtendedText(map), before);
+  drag(false);
+  ASSERT_EQ(map.selection.size(), 1u);
+  const Bounds box = map.selection.front()->GetBounds();
+  EXPECT_LT(box.mins.y, -32) << "to the right of who looks east";
+  EXPECT_EQ(static_cast<int>(box.mins.y + 32) % 64, 0) << "on the grid";
+  EXPECT_EQ(box.mins.z, -32);
+  map.undo.Undo();
+  EXPECT_EQ(ExtendedText(map), before);
+  EXPECT_FALSE(map.undo.CanUndo());
 }
 
 TEST_F(CameraWindowTest, ManyOpenedAndClosedLeaveNothingBehind) {

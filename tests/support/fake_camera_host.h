@@ -14,10 +14,12 @@ class FakeCameraHost : public CameraHost {
   PixelSize area;
   int repaints = 0;
   std::string caption;
+  double now = 100;  // seconds
 
   PixelSize DrawingArea() const override { return area; }
   void Repaint() override { ++repaints; }
   void SetCaption(const std::string& text) override { caption = text; }
+  double Now() const override { return now; }
 };
 
 }  // namespace ferrowand

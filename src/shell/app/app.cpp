@@ -32,6 +32,7 @@ bool App::Start(const std::string& commandLine) {
   const HWND frame = parts_->frame.Handle();
   seams_.dialogs.SetOwner(frame);
   parts_->progress.SetOwner(frame);
+  if (parts_->options.useDirect3D) parts_->direct3d.Start();
   parts_->joystick.Open();
   LoadGameData();
   parts_->frame.Show();

@@ -24,6 +24,7 @@ struct Seams {
   Joysticks& joysticks;
   std::string directory;   // the current one
   std::string dataFolder;  // the user's own; it need not be there
+  std::string direct3dLibrary = "d3d9.dll";
 };
 
 class App {

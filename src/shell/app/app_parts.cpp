@@ -9,6 +9,7 @@ AppParts::AppParts(HINSTANCE instance, const Seams& seams)
     : reporter(seams.sink),
       progress(instance),
       data(reporter, progress),
+      direct3d(seams.direct3dLibrary, options, reporter),
       classes(instance),
       objects(options),
       popups(instance),
@@ -20,7 +21,7 @@ AppParts::AppParts(HINSTANCE instance, const Seams& seams)
       joystick(seams.joysticks, options, reporter),
       maker(windows, sides, {options, reporter, commands, tools, toolHost, objects, backBuffer},
             {options, reporter, seams.dialogs, popups, commands},
-            {options, reporter, seams.dialogs, popups, tools, joystick},
+            {options, reporter, seams.dialogs, popups, tools, joystick, direct3d},
             {options, reporter, seams.dialogs}),
       documents(data, options, seams.dialogs, maker, seams.dataFolder),
       accelerators(instance, commands, frame),
@@ -42,7 +43,8 @@ void AppParts::AddCommands(const Seams& seams) {
                                     seams.clipboard, reporter, options, seams.dataFolder}));
   commands.Add(MakeViewCommands({documents, windows, commands, popups, reporter, options}));
   commands.Add(MakeWindowCommands({windows, maker, frame, commands, popups, options}));
-  commands.Add(MakeCameraCommands({windows, maker, reporter, options}));
+  commands.Add(
+      MakeCameraCommands({windows, maker, tools, direct3d, progress, reporter, options}));
 }
 
 }  // namespace ferrowand

@@ -12,6 +12,7 @@
 #include "shell/commands/accelerators.h"
 #include "shell/commands/commands.h"
 #include "shell/dialogs/popup_menus.h"
+#include "shell/direct3d/direct3d.h"
 #include "shell/documents/documents.h"
 #include "shell/frame/frame.h"
 #include "shell/frame/load_window.h"
@@ -38,6 +39,7 @@ struct AppParts {
   LoadWindow progress;
   GameData data;
   BoundEntities boundEntities;
+  Direct3D direct3d;
   WindowClasses classes;
   GdiObjects objects;
   BackBuffer backBuffer;

@@ -14,9 +14,11 @@ class ChildWindows;
 class Clipboard;
 class Commands;
 class Dialogs;
+class Direct3D;
 class Documents;
 class Frame;
 class Joysticks;
+class LoadProgress;
 class Map;
 class PopupMenus;
 class Reporter;
@@ -125,10 +127,13 @@ struct WindowContext {
 };
 std::unique_ptr<CommandGroup> MakeWindowCommands(const WindowContext& context);
 
-// What opens and moves a map's camera, and what it shows.
+// What opens and moves a map's camera, and what it shows; the Lighting menu.
 struct CameraContext {
   ChildWindows& windows;
   WindowMaker& maker;
+  ToolSet& tools;
+  Direct3D& direct3d;
+  LoadProgress& progress;
   Reporter& reporter;
   const Options& options;
 };

@@ -12,6 +12,7 @@
 #include "shell/frame/frame.h"
 #include "shell/frame/load_window.h"
 #include "shell/windows/child_windows.h"
+#include "views/camera/camera.h"
 #include "views/tools/tool_set.h"
 
 namespace ferrowand {
@@ -75,6 +76,10 @@ CommandFacts Commands::Facts() const {
       facts.hasLeak = !marks->leak.empty();
       facts.showsLeak = marks->showsLeak;
       facts.showsPortals = marks->showsPortals;
+    }
+    if (const Camera* camera = context_.windows.CameraOf(*map)) {
+      facts.hasLamp = camera->HasLamp();
+      facts.previewsLight = camera->Lighting() == CameraLighting::Preview;
     }
   }
   if (const MapView* view = context_.windows.ActiveView()) {

@@ -57,11 +57,6 @@ void Create(const ModeContext& in, unsigned) {
   in.tools.CreatePrimitive(kind);
 }
 
-void PositionCamera(const ModeContext& in, unsigned) {
-  if (in.windows.CameraOf(*in.windows.ActiveMap())) return in.tools.PositionCamera();
-  in.reporter.Show("Cannot continue", "You must have a 3D camera open");
-}
-
 void ChoosePrimitive(const ModeContext& in, unsigned) {
   in.commands.Offer(in.frame.PrimitivePopup());
 }
@@ -128,7 +123,6 @@ constexpr CommandHandler<ModeContext> HANDLERS[] = {
     {Command::ToolWedge, Create<PrimitiveKind::Wedge>},
     {Command::ToolColumn, Create<PrimitiveKind::Column>},
     {Command::ToolPrimitive, ChoosePrimitive},
-    {Command::ToolCameraPositioner, PositionCamera},
     {Command::ToolTextureLock, ToggleTextureLock},
     {Command::ToolRotationStep, ChooseRotationStep},
 };

@@ -16,7 +16,9 @@ void FillSearchPath(GameData& data, const Options& options, const std::string& d
 }
 
 void LoadPalette(GameData& data, const Options& options) {
-  data.LoadPalette({options.gammaRed, options.gammaGreen, options.gammaBlue});
+  data.palette.Load(data.searchPath, {options.gammaRed, options.gammaGreen, options.gammaBlue},
+                    data.reporter);
+  data.wads.ForgetColours();
 }
 
 void LimitTextures(GameData& data, const Options& options) {

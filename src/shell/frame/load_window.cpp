@@ -56,18 +56,27 @@ LoadWindow::~LoadWindow() {
 }
 
 void LoadWindow::Begin(const std::string& fileName) {
-  names_.push_back(StripCommonPrefix(fileName, CurrentDirectory()));
+  const std::string name = StripCommonPrefix(fileName, CurrentDirectory());
+  BeginShowing("Loading", Format("Loading: %s ....", name.c_str()));
+}
+
+void LoadWindow::BeginWork(const std::string& name) {
+  BeginShowing(name.c_str(), name);
+}
+
+void LoadWindow::BeginShowing(const char* title, const std::string& text) {
+  texts_.push_back(text);
   if (!window_) {
     if (owner_) EnableWindow(owner_, FALSE);
-    window_ = CreateWindowExA(WS_EX_DLGMODALFRAME, LOAD_WINDOW_CLASS, "Loading",
+    window_ = CreateWindowExA(WS_EX_DLGMODALFRAME, LOAD_WINDOW_CLASS, title,
                               WS_POPUP | WS_VISIBLE | WS_DLGFRAME, Scaled(LEFT), Scaled(TOP),
                               Scaled(WIDTH), Scaled(HEIGHT), owner_, nullptr, instance_, nullptr);
   }
-  ShowName();
+  ShowText();
 }
 
-void LoadWindow::ShowName() {
-  SetDlgItemTextA(window_, NAME_TEXT, Format("Loading: %s ....", names_.back().c_str()).c_str());
+void LoadWindow::ShowText() {
+  SetDlgItemTextA(window_, NAME_TEXT, texts_.back().c_str());
   lastShown_ = 0;
   UpdateWindow(window_);
 }
@@ -99,8 +108,8 @@ void LoadWindow::Pump() {
 }
 
 void LoadWindow::End() {
-  names_.pop_back();
-  if (!names_.empty()) return ShowName();
+  texts_.pop_back();
+  if (!texts_.empty()) return ShowText();
   // In this order: a window that goes while its owner is disabled hands the focus to a stranger.
   if (owner_) EnableWindow(owner_, TRUE);
   DestroyWindow(window_);

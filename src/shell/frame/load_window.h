@@ -24,21 +24,23 @@ class LoadWindow : public LoadProgress {
   LoadWindow& operator=(const LoadWindow&) = delete;
 
   void SetOwner(HWND owner) { owner_ = owner; }
-  bool IsLoading() const { return !names_.empty(); }
+  bool IsLoading() const { return !texts_.empty(); }
   HWND Handle() const { return window_; }
 
   void Begin(const std::string& fileName) override;
+  void BeginWork(const std::string& name) override;
   void Step(const char* format, unsigned count, unsigned part, unsigned whole) override;
   void End() override;
 
  private:
-  void ShowName();
+  void BeginShowing(const char* title, const std::string& text);
+  void ShowText();
   void Pump();
 
   HINSTANCE instance_;
   HWND owner_ = nullptr;
   HWND window_ = nullptr;
-  std::vector<std::string> names_;  // of the loads under way, the innermost last
+  std::vector<std::string> texts_;  // of what is under way, the innermost last
   DWORD lastShown_ = 0;             // milliseconds
 };
 

@@ -1,29 +1,18 @@
 #include "shell/system/gl_surface.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 #include "base/report.h"
+#include "shell/system/hidden_picture.h"
 #include "views/gl/gl_renderer.h"
 
 namespace ferrowand {
 namespace {
 
-constexpr int FIRST_WINE_WITH_CHILDREN = 9;
-
 PixelSize ClientSize(HWND window) {
   RECT area{};
   GetClientRect(window, &area);
   return {static_cast<int>(area.right), static_cast<int>(area.bottom)};
-}
-
-// Earlier versions of Wine leave a child window blank when its buffers are exchanged.
-bool DrawsIntoChildren() {
-  using GetVersion = const char*(CDECL*)();
-  const HMODULE system = GetModuleHandleA("ntdll.dll");
-  const auto getVersion = reinterpret_cast<GetVersion>(
-      reinterpret_cast<void*>(GetProcAddress(system, "wine_get_version")));
-  return !getVersion || std::atoi(getVersion()) >= FIRST_WINE_WITH_CHILDREN;
 }
 
 // Of that many bits, as a part of 255.
@@ -35,10 +24,7 @@ BYTE Spread(int value, int bits) {
 }  // namespace
 
 GlSurface::GlSurface(HWND window, Reporter& reporter) : window_(window) {
-  if (!DrawsIntoChildren()) {
-    hidden_ = CreateWindowExA(0, "STATIC", "", WS_POPUP | WS_CLIPCHILDREN | WS_CLIPSIBLINGS, 0, 0,
-                              1, 1, nullptr, nullptr, GetModuleHandleA(nullptr), nullptr);
-  }
+  if (!DrawsIntoChildren()) hidden_ = MakeHiddenWindow();
   dc_ = GetDC(hidden_ ? hidden_ : window_);
   if (!SetUp(reporter)) reporter.Show("Cannot continue", "Cannot setup pixel format!");
 }
@@ -129,17 +115,7 @@ void GlSurface::Present() {
   }
   const PixelSize size = ClientSize(window_);
   ReadPicture(size, picture_);
-  BITMAPINFO info{};
-  info.bmiHeader.biSize = sizeof info.bmiHeader;
-  info.bmiHeader.biWidth = size.width;
-  info.bmiHeader.biHeight = size.height;
-  info.bmiHeader.biPlanes = 1;
-  info.bmiHeader.biBitCount = 32;
-  const HDC screen = GetDC(window_);
-  SetDIBitsToDevice(screen, 0, 0, static_cast<DWORD>(size.width), static_cast<DWORD>(size.height),
-                    0, 0, 0, static_cast<UINT>(size.height), picture_.data(), &info,
-                    DIB_RGB_COLORS);
-  ReleaseDC(window_, screen);
+  ShowPicture(window_, {picture_.data(), size.width, RowOrder::FromBottom}, size);
 }
 
 }  // namespace ferrowand

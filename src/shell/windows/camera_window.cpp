@@ -2,6 +2,7 @@
 
 #include "shell/dialogs/dialogs.h"
 #include "shell/dialogs/popup_menus.h"
+#include "shell/direct3d/d3d_surface.h"
 #include "shell/frame/frame.h"
 #include "shell/resources/resource.h"
 #include "shell/system/gl_surface.h"
@@ -20,8 +21,9 @@ LRESULT CALLBACK View3DWindowFunc(HWND window, UINT message, WPARAM wParam, LPAR
   return ChildWindow::Dispatch(window, message, wParam, lParam);
 }
 
-CameraWindow::CameraWindow(ChildWindows& windows, const CameraWindowContext& context, Map& map)
-    : ChildWindow(windows), context_(context), map_(map) {
+CameraWindow::CameraWindow(ChildWindows& windows, const CameraWindowContext& context, Map& map,
+                           CameraKind kind)
+    : ChildWindow(windows), context_(context), map_(map), kind_(kind) {
   const PixelSize room = frame_.ClientSize();
   Create(CAMERA_CLASS, "", {.width = room.width / 2, .height = room.height / 2},
          WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME |
@@ -29,8 +31,15 @@ CameraWindow::CameraWindow(ChildWindows& windows, const CameraWindowContext& con
          context.options.smallCaptions ? WS_EX_TOOLWINDOW : 0);
 }
 
+std::unique_ptr<CameraSurface> CameraWindow::MakeSurface() {
+  if (kind_ == CameraKind::Direct3d) {
+    return std::make_unique<D3dSurface>(Handle(), context_.direct3d);
+  }
+  return std::make_unique<GlSurface>(Handle(), context_.reporter);
+}
+
 void CameraWindow::OnCreate() {
-  surface_ = std::make_unique<GlSurface>(Handle(), context_.reporter);
+  surface_ = MakeSurface();
   camera_ = std::make_unique<Camera>(map_, *this, context_.options,
                                      surface_->MakeRenderer(map_.Data().palette));
   windows_.Views().Add(*camera_);

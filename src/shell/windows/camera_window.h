@@ -10,17 +10,22 @@
 #include "shell/windows/child_window.h"
 #include "views/camera/camera.h"
 #include "views/camera/camera_navigation.h"
+#include "views/camera/selection_drag.h"
 
 namespace ferrowand {
 
 class CameraJoystick;
 class Dialogs;
+class Direct3D;
 class PopupMenus;
 class ToolSet;
 
 inline constexpr char CAMERA_CLASS[] = "FRWView3DClass";
 
 LRESULT CALLBACK View3DWindowFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+// What a camera is drawn with.
+enum class CameraKind { OpenGl, Direct3d };
 
 // What the windows of cameras work with. All outlive them.
 struct CameraWindowContext {
@@ -30,12 +35,17 @@ struct CameraWindowContext {
   PopupMenus& popups;
   ToolSet& tools;
   CameraJoystick& joystick;
+  Direct3D& direct3d;
 };
 
 class CameraWindow : public ChildWindow, public CameraHost {
  public:
-  // Lives until its window goes; Handle() is null when the system gave none.
-  CameraWindow(ChildWindows& windows, const CameraWindowContext& context, Map& map);
+  // Lives until its window goes; Handle() is null when the system gave none. Direct3D is ready, if
+  // that is what it is to be drawn with.
+  CameraWindow(ChildWindows& windows, const CameraWindowContext& context, Map& map,
+               CameraKind kind);
+
+  CameraKind Kind() const { return kind_; }
 
   // --- as a child of the frame
   Map* GetMap() const override { return &map_; }
@@ -63,9 +73,13 @@ class CameraWindow : public ChildWindow, public CameraHost {
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   // Whether the message was one that moves the camera, and nothing else.
   bool OnNavigation(UINT message, WPARAM wParam, LPARAM lParam);
+  // Whether the key moves the camera here, whatever else it is for.
+  bool IsCameraKey(UINT message, int key) const;
+  void FollowKeys();
   bool OnCharacter(char c);
   void OnWheel(int turned);
   bool StartLooking(Pixel at);
+  bool LookTo(Pixel at, bool isHeld);
   void EndLooking();
   // As far as the mouse has been moved with these buttons held.
   void FollowMouse(Pixel at, int buttons);
@@ -73,23 +87,35 @@ class CameraWindow : public ChildWindow, public CameraHost {
   // Whether the message was one of the mouse's.
   bool OnMouse(UINT message, WPARAM wParam, LPARAM lParam);
 
+  std::unique_ptr<CameraSurface> MakeSurface();
   void OnCreate();
   void OnDestroy();
   void OnPaint();
   void OnLeftPress(Pixel at);
+  void Click(Pixel at);
+  // Of what is selected there.
+  void BeginDrag(Pixel at);
+  void OnLeftMove(Pixel at);
+  void OnLeftRelease(Pixel at);
+  void EndDrag();
+  Vec3 DragTo(Pixel at) const;
+  void OnDepthWheel(int turned, Pixel at);
   void OnRightPress(Pixel at);
   void OnRightMove(Pixel at);
   void OnRightRelease();
 
   const CameraWindowContext context_;
   Map& map_;
+  const CameraKind kind_;
   std::unique_ptr<CameraSurface> surface_;
   std::unique_ptr<Camera> camera_;
-  Pixel press_;         // of the right button
-  bool drags_ = false;  // the right button has moved since
+  Pixel press_;         // of the button that is down
+  bool drags_ = false;  // and the mouse has been moved since
   bool looks_ = false;  // the left button is held to look around
   CameraMouse mouse_;
-  int wheelRest_ = 0;  // of turns smaller than a notch
+  std::optional<SelectionDrag> drag_;  // from the press that took the selection
+  bool clicks_ = false;                // unless that becomes a drag
+  int wheelRest_ = 0;                  // of turns smaller than a notch
 };
 
 }  // namespace ferrowand

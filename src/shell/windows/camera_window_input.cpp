@@ -3,7 +3,13 @@
 
 #include <cstdlib>
 
+#include "base/report.h"
+#include "document/action.h"
+#include "document/map.h"
+#include "operations/transform_selection.h"
+#include "shell/dialogs/refusal.h"
 #include "shell/windows/camera_window.h"
+#include "shell/windows/child_windows.h"
 #include "views/tools/tool_set.h"
 
 namespace ferrowand {
@@ -17,6 +23,12 @@ Pixel ToPixel(LPARAM lParam) {
 PickLevel LevelOf(const Tool* tool) {
   const auto* selector = dynamic_cast<const Selector*>(tool);
   return selector ? selector->Level() : PickLevel::Objects;
+}
+
+// That a press has become a drag.
+bool IsFar(Pixel press, Pixel at) {
+  return std::abs(at.x - press.x) > GetSystemMetrics(SM_CXDRAG) ||
+         std::abs(at.y - press.y) > GetSystemMetrics(SM_CYDRAG);
 }
 
 }  // namespace
@@ -33,7 +45,28 @@ bool CameraWindow::OnMouse(UINT message, WPARAM wParam, LPARAM lParam) {
       return true;
     case WM_MOUSEMOVE:
       if ((wParam & MK_RBUTTON) != 0) OnRightMove(ToPixel(lParam));
+      if (drag_) OnLeftMove(ToPixel(lParam));
       return true;
+    case WM_LBUTTONUP:
+      OnLeftRelease(ToPixel(lParam));
+      return true;
+    case WM_CAPTURECHANGED:
+      if (reinterpret_cast<HWND>(lParam) != Handle()) EndDrag();
+      return true;
+    case WM_CHAR:
+      if (!drag_ || wParam != VK_ESCAPE) return false;
+      ReleaseCapture();
+      return true;
+    case WM_SYSKEYDOWN:
+    case WM_SYSKEYUP:
+      return drag_.has_value() && wParam == VK_MENU;  // it lifts what is dragged, and no menu
+    case WM_MOUSEWHEEL: {
+      POINT at{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+      ScreenToClient(Handle(), &at);
+      OnDepthWheel(GET_WHEEL_DELTA_WPARAM(wParam),
+                   {static_cast<int>(at.x), static_cast<int>(at.y)});
+      return true;
+    }
     case WM_RBUTTONUP:
       OnRightRelease();
       return true;
@@ -43,10 +76,72 @@ bool CameraWindow::OnMouse(UINT message, WPARAM wParam, LPARAM lParam) {
 
 void CameraWindow::OnLeftPress(Pixel at) {
   SetFocus(Handle());
+  // What is selected can be taken wherever it lies; a mere click is for what is nearest.
+  clicks_ = camera_->PickSelected(at, LevelOf(context_.tools.Current())).object != nullptr;
+  if (!clicks_) Click(at);
+  BeginDrag(at);
+}
+
+void CameraWindow::Click(Pixel at) {
   camera_->Click(at, LevelOf(context_.tools.Current()), GetKeyState(VK_CONTROL) < 0);
 }
 
+void CameraWindow::BeginDrag(Pixel at) {
+  const CameraHit hit = camera_->PickSelected(at, LevelOf(context_.tools.Current()));
+  if (!hit.object) return;
+  const Bounds box = SeenBounds(*hit.object);
+  const DVec3 middle = (DVec3(box.mins) + DVec3(box.maxs)) * 0.5;
+  drag_.emplace(hit.face >= 0 ? hit.point : middle);
+  press_ = at;
+  drags_ = false;
+  SetCapture(Handle());
+}
+
+Vec3 CameraWindow::DragTo(Pixel at) const {
+  const std::vector<MapView*> views = windows_.Views().ViewsOf(map_);
+  const SpaceRules rules = SpaceRulesOf(map_, views.empty() ? nullptr : views.front(),
+                                        context_.tools.LimitedAxes(), GetKeyState(VK_SHIFT) < 0);
+  return drag_->WayTo(at, camera_->Picture(), GetKeyState(VK_MENU) < 0, rules);
+}
+
+void CameraWindow::OnLeftMove(Pixel at) {
+  drags_ = drags_ || IsFar(press_, at);
+  if (!drags_) return;
+  const Vec3 by = DragTo(at);
+  camera_->ShowPreview(by);
+  map_.ShowStatus(
+      Format("Translating: (%i, %i, %i)", RoundToInt(by.x), RoundToInt(by.y), RoundToInt(by.z)));
+}
+
+void CameraWindow::OnLeftRelease(Pixel at) {
+  if (drag_ && !drags_ && clicks_) Click(at);
+  const bool moves = drag_ && drags_ && !map_.selection.empty();
+  const Vec3 by = moves ? DragTo(at) : Vec3(0, 0, 0);
+  EndDrag();
+  if (GetCapture() == Handle()) ReleaseCapture();
+  if (by == Vec3(0, 0, 0)) return;
+  const bool copies = GetKeyState(VK_CONTROL) < 0;
+  const ActionScope action(map_.Data(), copies ? "Duplicate" : "Move");
+  const TransformOptions how = context_.tools.HowToTransform();
+  Conclude(map_, copies ? DuplicateSelection(map_, by, how) : MoveSelection(map_, by, how));
+}
+
+void CameraWindow::EndDrag() {
+  drag_.reset();
+  camera_->ShowPreview(std::nullopt);
+}
+
+void CameraWindow::OnDepthWheel(int turned, Pixel at) {
+  wheelRest_ += turned;
+  const int notches = wheelRest_ / WHEEL_DELTA;
+  wheelRest_ -= notches * WHEEL_DELTA;
+  for (int i = 0; i < std::abs(notches); ++i) {
+    camera_->GoThrough(at, LevelOf(context_.tools.Current()), notches < 0);
+  }
+}
+
 void CameraWindow::OnRightPress(Pixel at) {
+  EndDrag();
   SetFocus(Handle());
   SetCapture(Handle());
   press_ = at;
@@ -55,9 +150,7 @@ void CameraWindow::OnRightPress(Pixel at) {
 }
 
 void CameraWindow::OnRightMove(Pixel at) {
-  const bool isFar = std::abs(at.x - press_.x) > GetSystemMetrics(SM_CXDRAG) ||
-                     std::abs(at.y - press_.y) > GetSystemMetrics(SM_CYDRAG);
-  if (isFar) drags_ = true;
+  drags_ = drags_ || IsFar(press_, at);
   if (drags_) FollowMouse(at, BUTTON_RIGHT);
 }
 

@@ -60,30 +60,36 @@ void CameraWindow::FollowJoystick() {
   }
 }
 
-// Its character goes with a bound key: Z goes to the left there, and leaves the grid alone. Chords
-// with Alt are the menu's, unless Alt is bound.
+// Chords with Alt are the menu's, unless Alt is bound.
+bool CameraWindow::IsCameraKey(UINT message, int key) const {
+  const bool isSystem = message == WM_SYSKEYDOWN || message == WM_SYSKEYUP;
+  if (!isSystem && message != WM_KEYDOWN) return false;
+  if (!IsBound(context_.options, key)) return false;
+  if (isSystem && key != VK_F10 && !IsBound(context_.options, VK_MENU)) return false;
+  return !IsDown(VK_CONTROL) || key == VK_CONTROL;
+}
+
+// Its character goes with a bound key: Z goes to the left there, and leaves the grid alone.
 bool CameraWindow::TakesMessage(MSG& message) {
   if (message.hwnd != Handle()) return false;
-  const auto key = static_cast<int>(message.wParam);
-  const bool isSystem = message.message == WM_SYSKEYDOWN || message.message == WM_SYSKEYUP;
-  if (!isSystem && message.message != WM_KEYDOWN) return false;
-  if (!IsBound(context_.options, key)) return false;
-  if (isSystem && !IsBound(context_.options, VK_MENU)) return false;
-  if (IsDown(VK_CONTROL) && key != VK_CONTROL) return false;
+  if (!IsCameraKey(message.message, static_cast<int>(message.wParam))) return false;
   DispatchMessageW(&message);
   return true;
+}
+
+void CameraWindow::FollowKeys() {
+  camera_->Fly(MoveOfKeys(context_.options, IsDown), RepeatSeconds());
 }
 
 bool CameraWindow::OnNavigation(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
     case WM_SYSKEYDOWN:
     case WM_SYSKEYUP:
-      if (!IsBound(context_.options, VK_MENU)) return false;
-      if (message == WM_SYSKEYDOWN)
-        camera_->Fly(MoveOfKeys(context_.options, IsDown), RepeatSeconds());
+      if (!IsCameraKey(message, static_cast<int>(wParam))) return false;
+      if (message == WM_SYSKEYDOWN) FollowKeys();
       return true;
     case WM_KEYDOWN:
-      camera_->Fly(MoveOfKeys(context_.options, IsDown), RepeatSeconds());
+      FollowKeys();
       return true;
     case WM_CHAR:
       return OnCharacter(static_cast<char>(wParam));
@@ -92,8 +98,7 @@ bool CameraWindow::OnNavigation(UINT message, WPARAM wParam, LPARAM lParam) {
       return StartLooking(ToPixel(lParam));
     case WM_MOUSEMOVE:
       OnMouseOver(Handle(), {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}, context_.options);
-      if (looks_) FollowMouse(ToPixel(lParam), BUTTON_LEFT);
-      return looks_;
+      return LookTo(ToPixel(lParam), (wParam & MK_LBUTTON) != 0);
     case WM_LBUTTONUP:
     case WM_CAPTURECHANGED:
       EndLooking();
@@ -137,6 +142,13 @@ bool CameraWindow::StartLooking(Pixel at) {
   mouse_.Press(at);
   looks_ = true;
   return true;
+}
+
+bool CameraWindow::LookTo(Pixel at, bool isHeld) {
+  // The key may come after the button, unless that is dragging something.
+  if (isHeld && !looks_ && GetCapture() != Handle()) return StartLooking(at);
+  if (looks_) FollowMouse(at, BUTTON_LEFT);
+  return looks_;
 }
 
 void CameraWindow::EndLooking() {

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/report.h"
+#include "shell/direct3d/direct3d.h"
 #include "shell/windows/child_windows.h"
 #include "shell/windows/side_windows.h"
 #include "views/tools/tool_set.h"
@@ -38,9 +39,10 @@ MapWindow* WindowMaker::AddView(Map& map, Orientation orientation) {
   return window;
 }
 
-CameraWindow* WindowMaker::AddCamera(Map& map) {
+CameraWindow* WindowMaker::AddCamera(Map& map, CameraKind kind) {
+  if (kind == CameraKind::Direct3d && !ofCameras_.direct3d.IsReady()) return nullptr;
   return static_cast<CameraWindow*>(
-      windows_.Add(std::make_unique<CameraWindow>(windows_, ofCameras_, map)));
+      windows_.Add(std::make_unique<CameraWindow>(windows_, ofCameras_, map, kind)));
 }
 
 void WindowMaker::ShowLayers(Map& map) {
@@ -60,7 +62,8 @@ void WindowMaker::ShowCheck(Map& map) {
 // The view from above is made last, and so is the active one.
 void WindowMaker::OnMapOpened(Map& map) {
   if (ofCameras_.options.useDirect3D) {
-    if (CameraWindow* window = AddCamera(map)) window->GetCamera()->GoToOpening();
+    CameraWindow* window = AddCamera(map, CameraKind::Direct3d);
+    if (window) window->GetCamera()->GoToOpening();
   }
   for (const Orientation orientation : {Orientation::Side, Orientation::Front, Orientation::Top}) {
     AddView(map, orientation);
@@ -84,7 +87,8 @@ void WindowMaker::OnMapReplaced(Map& map, Map& by) {
   const auto isLayers = [](const ChildWindow* w) { return dynamic_cast<const LayerWindow*>(w); };
   const bool showedLayers = std::ranges::any_of(windows_.WindowsOf(map), isLayers);
   for (ChildWindow* window : windows_.WindowsOf(map)) {
-    CameraWindow* made = window->GetCamera() ? AddCamera(by) : nullptr;
+    const auto* camera = dynamic_cast<const CameraWindow*>(window);
+    CameraWindow* made = camera ? AddCamera(by, camera->Kind()) : nullptr;
     if (made) made->StandAs(*window);
   }
   const std::vector<MapView*> views = windows_.Views().ViewsOf(map);

@@ -20,13 +20,13 @@ class WindowMaker : public DocumentsObserver {
 
   // Null, after an assertion, when the system gave no window.
   MapWindow* AddView(Map& map, Orientation orientation);
-  // The map has none yet. Null when the system gave no window.
-  CameraWindow* AddCamera(Map& map);
+  // The map has none yet. Null when the system gave no window, or Direct3D is not to be had.
+  CameraWindow* AddCamera(Map& map, CameraKind kind);
   // The one of the map, in front of the others.
   void ShowLayers(Map& map);
   void ShowCheck(Map& map);
 
-  // Three views, and a camera if the options want one, arranged and showing all of it.
+  // Three views, and a camera if the options want Direct3D, arranged and showing all of it.
   void OnMapOpened(Map& map) override;
   void OnMapClosing(Map& map) override;
   void OnMapReplaced(Map& map, Map& by) override;

@@ -74,7 +74,8 @@ void Camera::Fly(const CameraMove& move, double seconds) {
   pose.Move(move, MethodOf(options_));
   if (pose == pose_) return;
   const double now = host_.Now();
-  glide_.Start(glide_.At(now, pose_), now, seconds);
+  // A turn of the mouse does not cut short the way that a key has begun.
+  glide_.Start(glide_.At(now, pose_), now, std::max(seconds, glide_.Left(now)));
   Stand(pose);
 }
 
@@ -117,38 +118,65 @@ void Camera::SetTintsEntities(bool on) {
   host_.Repaint();
 }
 
+void Camera::SetLamp(bool on) {
+  hasLamp_ = on;
+  host_.Repaint();
+}
+
+void Camera::SetLighting(CameraLighting lighting) {
+  lightingKind_ = lighting;
+  std::uint32_t flags = options_.quakeLightingFlags;
+  if (lighting == CameraLighting::Preview) flags &= LIGHT_BY_ANGLE;
+  lighting_.reset();
+  if (lighting != CameraLighting::None) lighting_.emplace(map_, flags);
+  scene_.MakeAllStale();
+  host_.Repaint();
+}
+
 ShapeStyle Camera::Style() const {
   return {ColoursOf(mode_), static_cast<OneColour>(options_.mipType)};
 }
 
-void Camera::FollowScene() {
+void Camera::FollowScene(LoadProgress& progress) {
   if (!std::exchange(knowsScene_, true)) {
     renderer_->DropAll();
     scene_.Learn();
+    if (lighting_) lighting_->Learn();
   }
   for (const ShapeName name : scene_.TakeGone()) renderer_->DropShape(name);
-  for (const ShapeName name : scene_.TakeStale()) {
-    const Shape shape = ShapeOf(*scene_[name].shown, Style());
+  const std::vector<ShapeName> stale = scene_.TakeStale();
+  unsigned faces = 0, part = 0;
+  for (const ShapeName name : stale) {
+    Shape shape = ShapeOf(*scene_[name].shown, Style());
+    if (lighting_) lighting_->Light(shape);
     renderer_->SetShape(name, shape);
     scene_.SetBox(name, BoxOf(shape));
+    faces += static_cast<unsigned>(shape.polygons.size());
+    progress.Step("Quake preview, faces: %u", faces, ++part, static_cast<unsigned>(stale.size()));
   }
 }
 
-CameraPicture Camera::PictureWithout() const {
+void Camera::MakeReady(LoadProgress& progress) {
+  if (!isReleased_) FollowScene(progress);
+}
+
+CameraPicture Camera::Picture() const {
   return {.pose = pose_,
           .size = host_.DrawingArea(),
           .backClip = static_cast<double>(options_.backClip),
           .mode = mode_,
-          .dither = options_.dither3D != 0};
+          .dither = options_.dither3D != 0,
+          .lamp = hasLamp_,
+          .isLit = lighting_.has_value()};
 }
 
 void Camera::Paint() {
-  CameraPicture picture = PictureWithout();
+  CameraPicture picture = Picture();
   if (picture.size.width <= 0 || picture.size.height <= 0) return;
   if (isReleased_) return renderer_->Draw(picture);
   const double now = host_.Now();
   picture.pose = glide_.At(now, pose_);
-  FollowScene();
+  FollowScene(nobody_);
   const std::vector<ShapeName> seen = scene_.Seen(FrustumOf(picture), picture.pose.eye);
   std::vector<ShapeName> tinted, selected;
   if (tintsEntities_) {
@@ -162,8 +190,15 @@ void Camera::Paint() {
   picture.seen = seen;
   picture.tinted = tinted;
   picture.selected = selected;
+  picture.preview = preview_;
   renderer_->Draw(picture);
   if (glide_.IsUnderWay(now)) host_.Repaint();
+}
+
+void Camera::ShowPreview(const std::optional<Vec3>& by) {
+  if (by == preview_) return;
+  preview_ = by;
+  host_.Repaint();
 }
 
 void Camera::Update() {
@@ -185,10 +220,10 @@ void Camera::Restore() {
 }
 
 std::vector<entity*> Camera::PickAll(Pixel at) {
-  CameraPicture picture = PictureWithout();
+  CameraPicture picture = Picture();
   std::vector<entity*> objects;
   if (picture.size.width <= 0 || picture.size.height <= 0 || isReleased_) return objects;
-  FollowScene();
+  FollowScene(nobody_);
   std::vector<ShapeName> names = scene_.Seen(FrustumAround(picture, at, PICK_REACH), pose_.eye);
   std::erase_if(names, [this](ShapeName name) { return !scene_[name].isReachable; });
   picture.seen = names;
@@ -198,29 +233,58 @@ std::vector<entity*> Camera::PickAll(Pixel at) {
   return objects;
 }
 
-CameraHit Camera::Pick(Pixel at) {
+std::vector<entity*> Camera::PickAll(Pixel at, PickLevel level) {
+  std::vector<entity*> picked;
+  for (entity* e : PickAll(at)) {
+    if (level == PickLevel::Brushes && e->brush.getNumFaces() == 0) continue;
+    entity& object = PickedBy(*e, level);
+    if (std::ranges::find(picked, &object) == picked.end()) picked.push_back(&object);
+  }
+  return picked;
+}
+
+CameraHit Camera::HitOf(entity* object, Pixel at) const {
   CameraHit hit;
-  const std::vector<entity*> objects = PickAll(at);
-  if (objects.empty()) return hit;
-  hit.object = objects.front();
-  hit.face =
-      FaceOnRay(hit.object->brush, pose_.eye, DirectionThrough(PictureWithout(), at), hit.point);
+  if (!object) return hit;
+  hit.object = object;
+  hit.face = FaceOnRay(object->brush, pose_.eye, DirectionThrough(Picture(), at), hit.point);
   return hit;
 }
 
+CameraHit Camera::Pick(Pixel at) {
+  const std::vector<entity*> objects = PickAll(at);
+  return HitOf(objects.empty() ? nullptr : objects.front(), at);
+}
+
+CameraHit Camera::PickSelected(Pixel at, PickLevel level) {
+  const std::vector<entity*> objects = PickAll(at);
+  const auto selected = std::ranges::find_if(
+      objects, [this, level](entity* e) { return map_.selection.Contains(PickedBy(*e, level)); });
+  return HitOf(selected == objects.end() ? nullptr : *selected, at);
+}
+
 void Camera::Click(Pixel at, PickLevel level, bool add) {
-  std::vector<entity*> objects = PickAll(at);
-  if (level == PickLevel::Brushes) {
-    std::erase_if(objects, [](const entity* e) { return e->brush.getNumFaces() == 0; });
-  }
+  const std::vector<entity*> objects = PickAll(at, level);
+  if (objects.empty() || map_.selection.Contains(*objects.front())) return;
+  Select(map_, objects.front(), add);
+}
+
+void Camera::GoThrough(Pixel at, PickLevel level, bool deeper) {
+  const std::vector<entity*> objects = PickAll(at, level);
+  const auto selected =
+      std::ranges::find_if(objects, [this](entity* e) { return map_.selection.Contains(*e); });
   if (objects.empty()) return;
-  entity& object = PickedBy(*objects.front(), level);
-  if (!map_.selection.Contains(object)) Select(map_, &object, add);
+  if (selected == objects.end()) return Select(map_, objects.front(), false);
+  const bool isLast = selected == (deeper ? objects.end() - 1 : objects.begin());
+  if (!isLast) Select(map_, deeper ? *(selected + 1) : *(selected - 1), false);
 }
 
 void Camera::OnChange(const MapChange& change) {
   if (change.everything) knowsScene_ = false;
   if (knowsScene_) scene_.Learn(change);
+  if (knowsScene_ && lighting_) {
+    for (const Bounds& box : lighting_->Learn(change)) scene_.MakeStaleWithin(box);
+  }
   ShowCaption();
   const bool showsOther = change.everything || change.selection || !change.changed.empty() ||
                           !change.came.empty() || !change.went.empty() || !change.moved.empty();

@@ -3,10 +3,12 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "base/options.h"
+#include "base/progress.h"
 #include "document/announcement.h"
 #include "document/picking.h"
 #include "views/camera/camera_frustum.h"
@@ -14,6 +16,7 @@
 #include "views/camera/camera_renderer.h"
 #include "views/camera/camera_scene.h"
 #include "views/camera/camera_shapes.h"
+#include "views/camera/map_lighting.h"
 
 namespace ferrowand {
 
@@ -33,6 +36,9 @@ class CameraHost {
   // It stood there before.
   virtual void Moved(const CameraPose& from) { (void)from; }
 };
+
+// The light of the map's light entities: none, without their shadows, or as the options want it.
+enum class CameraLighting { None, Preview, Quake };
 
 // What a pixel of the camera shows.
 struct CameraHit {
@@ -72,29 +78,48 @@ class Camera : public MapObserver {
   // Brushes of brush entities told apart by a tint.
   bool TintsEntities() const { return tintsEntities_; }
   void SetTintsEntities(bool on);
+  // Whether what it draws with knows lamp and light.
+  bool CanLight() const { return renderer_->CanLight(); }
+  bool HasLamp() const { return hasLamp_; }
+  void SetLamp(bool on);
+  CameraLighting Lighting() const { return lightingKind_; }
+  // With the options as they are now. It follows the map's changes, in no time without shadows.
+  void SetLighting(CameraLighting lighting);
   // With the options as they are now.
   void Paint();
+  // What the next picture would begin with: counts the faces that are looked at.
+  void MakeReady(LoadProgress& progress);
   // All of it, from the map, the palette and the WADs as they are now.
   void Update();
+  // Where the selection would come to stand; nothing for none.
+  void ShowPreview(const std::optional<Vec3>& by);
   // Gives up what can be made again, and shows nothing until Restore.
   void Release();
   void Restore();
 
   // --- what is picked
-  // What can be picked at the pixel, the nearest first.
+  // What it sees now, but for the objects.
+  CameraPicture Picture() const;
+  // What can be picked at the pixel, the nearest first: the objects themselves, or what a click of
+  // that level takes.
   std::vector<entity*> PickAll(Pixel at);
+  std::vector<entity*> PickAll(Pixel at, PickLevel level);
   CameraHit Pick(Pixel at);
-  // Selects what a click of that level takes, as in the 2D views; where nothing is, the selection
-  // stays. What is selected already stays as it is.
+  // Of the selected ones.
+  CameraHit PickSelected(Pixel at, PickLevel level);
+  // Selects what a click takes, as in the 2D views; where nothing is, the selection stays. What is
+  // selected already stays as it is.
   void Click(Pixel at, PickLevel level, bool add);
+  // Selects instead what lies behind, or before, the selected one of those at the pixel.
+  void GoThrough(Pixel at, PickLevel level, bool deeper);
 
   // --- from the map
   void OnChange(const MapChange& change) override;
 
  private:
   void Stand(const CameraPose& pose);
-  CameraPicture PictureWithout() const;
-  void FollowScene();
+  CameraHit HitOf(entity* object, Pixel at) const;
+  void FollowScene(LoadProgress& progress);
   ShapeStyle Style() const;
   void ShowCaption();
 
@@ -107,6 +132,11 @@ class Camera : public MapObserver {
   CameraGlide glide_;
   RenderMode mode_ = RenderMode::Textured;
   bool tintsEntities_ = false;
+  std::optional<Vec3> preview_;
+  bool hasLamp_ = false;
+  CameraLighting lightingKind_ = CameraLighting::None;
+  std::optional<MapLighting> lighting_;
+  LoadProgress nobody_;
   bool isReleased_ = false;
   bool knowsScene_ = false;  // else all of it is learned at the next picture
   std::string caption_;      // as the window was told last

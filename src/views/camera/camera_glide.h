@@ -11,6 +11,8 @@ class CameraGlide {
   // Times in seconds, of one clock.
   void Start(const CameraPose& from, double now, double seconds);
   void Stop() { ends_ = begun_; }
+  // Seconds.
+  double Left(double now) const { return IsUnderWay(now) ? ends_ - now : 0; }
   bool IsUnderWay(double now) const { return now >= begun_ && now < ends_; }
   // What is shown on the way to where the camera stands.
   CameraPose At(double now, const CameraPose& to) const;

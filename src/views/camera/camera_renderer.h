@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -36,6 +37,13 @@ inline bool IsOfLines(RenderMode mode) {
 inline constexpr double FIELD_OF_VIEW = 60;  // degrees, from the lower to the upper edge
 inline constexpr double NEAR_CLIP = 1;       // world units
 
+// How what is tinted or selected stands out: its faces, its edges, those behind something else.
+// Violet is what is selected, orange what is of a brush entity, as in the 2D views.
+inline constexpr Colour SELECTION_TINT{210, 90, 255}, ENTITY_TINT{220, 140, 60};
+inline constexpr Colour SELECTION_EDGES{240, 80, 255}, HIDDEN_EDGES{110, 30, 130};
+inline constexpr Colour PREVIEW_EDGES{255, 255, 255};
+inline constexpr int SELECTION_EDGE_WIDTH = 2;  // pixels at the usual size of letters
+
 // The number of a shape, by which its camera names it.
 using ShapeName = std::uint32_t;
 
@@ -51,9 +59,20 @@ struct ShapePolygon {
   std::uint32_t begin = 0, end = 0;  // of the shape's points
 };
 
+// The light that falls on a polygon, as a picture that lies along two of the world's axes.
+struct LightImage {
+  int axisU = 0, axisV = 1;
+  float beginU = 0, beginV = 0;  // of the first luxel's middle, world units
+  float step = 1;                // world units from one luxel to the next
+  int width = 0, height = 0;     // luxels; 0 for what is bright by itself
+  // By rows; 128 shows a texture as it is. Beyond the edges the outermost ones go on.
+  std::vector<std::uint8_t> luxels;
+};
+
 struct Shape {
   std::vector<ShapePoint> points;
   std::vector<ShapePolygon> polygons;
+  std::vector<LightImage> light;  // of each polygon; none at all where no light was asked for
 };
 
 // One picture. Shapes that a list names are there; what is tinted or selected is also seen.
@@ -63,13 +82,19 @@ struct CameraPicture {
   double backClip = 0;  // world units: what lies farther is not seen
   RenderMode mode = RenderMode::Textured;
   bool dither = false;
+  bool lamp = false;                     // a lamp shines from the eye
+  bool isLit = false;                    // what is filled shows the light that falls on it
   std::span<const ShapeName> seen = {};  // the nearest first
   std::span<const ShapeName> tinted = {}, selected = {};
+  std::optional<Vec3> preview = {};  // the selected ones' edges, moved that far, once more
 };
 
 class CameraRenderer {
  public:
   virtual ~CameraRenderer() = default;
+
+  // Whether it knows lamp and light; others show every picture without.
+  virtual bool CanLight() const { return false; }
 
   // Instead of an earlier one of that name.
   virtual void SetShape(ShapeName name, const Shape& shape) = 0;

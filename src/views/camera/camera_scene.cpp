@@ -138,6 +138,12 @@ void CameraScene::MakeAllStale() {
   for (const auto& [e, name] : names_) MakeStale(name);
 }
 
+void CameraScene::MakeStaleWithin(const Bounds& box) {
+  for (ShapeName name = 0; name < objects_.size(); ++name) {
+    if (objects_[name].shown && BoxesOverlap(objects_[name].box, box)) MakeStale(name);
+  }
+}
+
 void CameraScene::NoteTemplates(const entity& tree) {
   if (tree.getClass()->Kind() == EntityKind::TemplateClass) {
     templates_.try_emplace(&tree, tree.Revision() - 1);

@@ -46,6 +46,7 @@ class CameraScene {
   void SetBox(ShapeName name, const Bounds& box);
   // All shapes are to be made anew.
   void MakeAllStale();
+  void MakeStaleWithin(const Bounds& box);
 
   // Those in front of all the planes, at least in part, the nearest to the point first.
   std::vector<ShapeName> Seen(std::span<const Plane> planes, const DVec3& from);

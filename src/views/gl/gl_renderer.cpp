@@ -13,10 +13,6 @@ constexpr GLdouble PICK_SIZE = 4;          // pixels, square
 constexpr std::size_t PICK_BUFFER = 5000;  // entries of the driver's
 constexpr std::size_t HIT_ENTRIES = 4;     // of a hit with one name
 constexpr GLuint NO_NAME = static_cast<GLuint>(-1);
-// Violet is what is selected, orange what is of a brush entity, as in the 2D views.
-constexpr Colour SELECTION_TINT{210, 90, 255}, ENTITY_TINT{220, 140, 60};
-constexpr Colour SELECTION_EDGES{240, 80, 255}, HIDDEN_EDGES{110, 30, 130};
-constexpr int EDGE_WIDTH = 2;  // pixels
 
 void LoadProjection(const CameraPicture& picture) {
   const auto [width, height] = picture.size;
@@ -193,20 +189,20 @@ void GlRenderer::DrawTint(std::span<const ShapeName> names, Colour tint, RenderM
 }
 
 // All edges, also those behind something, which are darker.
-void GlRenderer::DrawEdges(std::span<const ShapeName> names) {
+void GlRenderer::DrawEdges(std::span<const ShapeName> names, Colour hidden, Colour seen) {
   if (names.empty()) return;
   glEnable(GL_TEXTURE_2D);
   glPolygonMode(GL_FRONT_AND_BACK, GL_LINE);
   glDisable(GL_CULL_FACE);
   glDepthMask(GL_FALSE);
   glDepthFunc(GL_GREATER);
-  textures_.BindColour(HIDDEN_EDGES);
+  textures_.BindColour(hidden);
   CallAll(names);
   glDepthFunc(GL_LEQUAL);
   glEnable(GL_POLYGON_OFFSET_LINE);
   glPolygonOffset(-1, -1);
-  glLineWidth(static_cast<GLfloat>(Scaled(EDGE_WIDTH)));
-  textures_.BindColour(SELECTION_EDGES);
+  glLineWidth(static_cast<GLfloat>(Scaled(SELECTION_EDGE_WIDTH)));
+  textures_.BindColour(seen);
   CallAll(names);
   glLineWidth(1);
   glDisable(GL_POLYGON_OFFSET_LINE);
@@ -233,7 +229,10 @@ void GlRenderer::Draw(const CameraPicture& picture) {
   }
   DrawTint(picture.tinted, ENTITY_TINT, picture.mode);
   DrawTint(picture.selected, SELECTION_TINT, picture.mode);
-  DrawEdges(picture.selected);
+  DrawEdges(picture.selected, HIDDEN_EDGES, SELECTION_EDGES);
+  if (!picture.preview) return;
+  glTranslatef(picture.preview->x, picture.preview->y, picture.preview->z);
+  DrawEdges(picture.selected, PREVIEW_EDGES, PREVIEW_EDGES);
 }
 
 void GlRenderer::CollectHits(std::span<const ShapeName> names,

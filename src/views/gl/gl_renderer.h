@@ -47,7 +47,7 @@ class GlRenderer : public CameraRenderer {
   void DrawTextured(std::span<const ShapeName> names);
   void CallAll(std::span<const ShapeName> names);
   void DrawTint(std::span<const ShapeName> names, Colour tint, RenderMode mode);
-  void DrawEdges(std::span<const ShapeName> names);
+  void DrawEdges(std::span<const ShapeName> names, Colour hidden, Colour seen);
   void CollectHits(std::span<const ShapeName> names,
                    std::vector<std::pair<GLuint, ShapeName>>& hits);
 

@@ -1,4 +1,5 @@
 #include "views/camera/camera.h"
+#include "views/camera/selection_drag.h"
 
 #include <gtest/gtest.h>
 
@@ -45,6 +46,9 @@ class RendererRecorder : public CameraRenderer {
       for (const ShapePoint& p : shapes.at(name).points) {
         text << p.at.x << ' ' << p.at.y << ' ' << p.at.z << ' ' << p.s << ' ' << p.t << ' ';
       }
+      for (const LightImage& light : shapes.at(name).light) {
+        for (const std::uint8_t luxel : light.luxels) text << int{luxel} << ' ';
+      }
       texts.push_back(text.str());
     }
     std::ranges::sort(texts);
@@ -63,6 +67,7 @@ struct RecordedCamera {
     renderer = made.get();
     camera = std::make_unique<Camera>(map, host, options, std::move(made));
     camera->SetTintsEntities(true);
+    if (options.quakeLightingFlags != 0) camera->SetLighting(CameraLighting::Quake);
   }
   void PaintFrom(const DVec3& eye, double yaw, double pitch) {
     CameraPose pose;
@@ -83,10 +88,14 @@ TEST(Camera, ShowsAfterAnyChangeWhatAFreshOneWould) {
     TempDir dir;
     SmallMap small;
     small.data.shown.templates = true;
-    const Options options;
+    Options options;
+    options.quakeLightingFlags = seed % 4;
     for (int i = 0; i < 6; ++i) {
       const auto x = static_cast<float>(i * 96);
-      small.AddCuboid({x, 0, 0}, {x + 64, 64, 64});
+      entity& box = small.AddCuboid({x, 0, 0}, {x + 64, 64, 64});
+      for (int face = 0; face < box.brush.getNumFaces(); ++face) {
+        box.brush.face(face).texture = small.data.wads.Default().BadTexture();
+      }
       small.Add({{"classname", "light"}, {"origin", "0 128 32"}, {"angle", "45"}});
     }
     RecordedCamera kept(small.map, options);
@@ -188,6 +197,69 @@ TEST(Camera, AClickSelectsByTheRulesOfTheViews) {
   EXPECT_EQ(hit.object, &leaf);
   EXPECT_NEAR(hit.point.x, 100, 1e-9);
   EXPECT_EQ(leaf.brush.face(hit.face).plane.normal, DVec3(-1, 0, 0));
+}
+
+TEST(Camera, GoesThroughWhatLiesUnderAPixel) {
+  SmallMap small;
+  const Options options;
+  std::vector<entity*> walls;
+  for (const float x : {100.0f, 200.0f, 300.0f}) {
+    walls.push_back(&small.AddCuboid({x, -32, -32}, {x + 10, 32, 32}));
+  }
+  RecordedCamera recorded(small.map, options);
+  const auto goesTo = [&](bool deeper) {
+    recorded.camera->GoThrough({100, 75}, PickLevel::Objects, deeper);
+    return small.map.selection.front();
+  };
+  for (entity* wall : {walls[0], walls[1], walls[2], walls[2]}) EXPECT_EQ(goesTo(true), wall);
+  EXPECT_EQ(recorded.camera->PickSelected({100, 75}, PickLevel::Objects).object, walls[2]);
+  for (entity* wall : {walls[1], walls[0], walls[0]}) EXPECT_EQ(goesTo(false), wall);
+}
+
+// What lies under a pixel on the floor of that height.
+DVec3 OnFloor(const CameraPicture& picture, Pixel at, double height) {
+  const DVec3 ray = DirectionThrough(picture, at);
+  return picture.pose.eye + ray * ((height - picture.pose.eye.z) / ray.z);
+}
+
+TEST(SelectionDrag, GoesAlongTheFloorUnderTheCursorOrUpAndDown) {
+  CameraPicture picture{.pose = {}, .size = {200, 150}, .backClip = 5000};
+  picture.pose.eye = {40, -30, 250};
+  picture.pose.Face(30, 40);
+  const Pixel press{90, 80}, at{150, 30};
+  const DVec3 grip = OnFloor(picture, press, 20), end = OnFloor(picture, at, 20);
+  const SelectionDrag drag(grip);
+  SpaceRules rules{.reference = {5, 6, 7}};
+  EXPECT_EQ(drag.WayTo(press, picture, false, rules), Vec3(0, 0, 0));
+  const Vec3 free = drag.WayTo(at, picture, false, rules);
+  EXPECT_NEAR(free.x, end.x - grip.x, 0.51);
+  EXPECT_NEAR(free.y, end.y - grip.y, 0.51);
+  EXPECT_EQ(free.z, 0);
+  rules.snap = true;
+  rules.grid = 4;
+  rules.limitedAxes = 1;
+  const Vec3 steps = drag.WayTo(at, picture, false, rules);
+  EXPECT_EQ(steps.x, 0) << "limited";
+  EXPECT_EQ(std::fmod(steps.y, 16), 0);
+  EXPECT_NEAR(steps.y, free.y, 8.1);
+  rules.ontoGrid = true;
+  EXPECT_EQ(std::fmod(6 + drag.WayTo(at, picture, false, rules).y, 16), 0);
+  const Vec3 raised = drag.WayTo(at, picture, true, rules);
+  EXPECT_EQ(raised.x, 0);
+  EXPECT_GT(raised.z, 0);
+  EXPECT_EQ(std::fmod(7 + raised.z, 16), 0);
+}
+
+TEST(SelectionDrag, StaysWithinReachWhereTheFloorIsSeenFromItsEdge) {
+  CameraPicture picture{.pose = {}, .size = {200, 150}, .backClip = 5000};
+  const SelectionDrag drag({200, 0, 0});  // at the height of the eye
+  for (const Pixel at : {Pixel{110, 75}, {100, 60}, {100, 5}, {100, 145}}) {
+    const Vec3 way = drag.WayTo(at, picture, false, {});
+    EXPECT_LT(Length(DVec3(way)), 8000) << at.x << ' ' << at.y;
+  }
+  EXPECT_GT(drag.WayTo({100, 60}, picture, false, {}).x, 10) << "up is ahead";
+  EXPECT_LT(drag.WayTo({100, 90}, picture, false, {}).x, -10);
+  EXPECT_LT(drag.WayTo({110, 75}, picture, false, {}).y, -5) << "right is right";
 }
 
 TEST(Camera, StandsWhereAPlayerStarts) {

@@ -8,12 +8,14 @@
 #include <random>
 
 #include "document/picking.h"
+#include "gamedata/palette.h"
 #include "gamedata/wad_builder.h"
 #include "support/cases.h"
 #include "support/fake_camera_host.h"
 #include "support/memory_gl.h"
 #include "support/small_map.h"
 #include "support/temp_dir.h"
+#include "views/camera/shape_picking.h"
 
 // The library keeps some things for itself.
 extern "C" const char* __lsan_default_suppressions();
@@ -165,7 +167,8 @@ TEST_F(GlRendererTest, AnotherGammaIsSeenAtOnce) {
         for (int i = 0; i < 256; ++i) numbers += "10 20 30 ";
         return numbers;
       }());
-  small.data.LoadPalette({});
+  small.data.palette.Load(small.data.searchPath, {}, small.reporter);
+  small.data.wads.ForgetColours();
   small.map.AnnounceEverything();
   Draw(RenderMode::Textured);
   EXPECT_TRUE(IsAlike(gl.At(78, 53), {10, 20, 30}));
@@ -315,6 +318,39 @@ TEST(CameraPick, AgreesWithARayInARoomOfBoxes) {
     compared += ComparePicks(small.map, pose);
   }
   EXPECT_GT(compared, 1500);
+}
+
+// Slanted shapes, some of which reach behind the eye.
+TEST(CameraPick, IsThatOfWhoeverLooksAtThePoints) {
+  std::mt19937 random(11);
+  const auto number = [&random] { return static_cast<float>(random() % 400) - 200; };
+  std::vector<Shape> shapes(40);
+  MemoryGl gl(AREA);
+  GlRenderer renderer(gl, Palette());
+  std::vector<ShapeName> names;
+  for (Shape& shape : shapes) {
+    for (std::uint32_t at = 0; at < 12; at += 3) {
+      for (int corner = 0; corner < 3; ++corner) {
+        shape.points.push_back({Vec3(number(), number(), number())});
+      }
+      shape.polygons.push_back({nullptr, {}, at, at + 3});
+    }
+    names.push_back(static_cast<ShapeName>(names.size()));
+    renderer.SetShape(names.back(), shape);
+  }
+  CameraPicture picture{.pose = {}, .size = AREA, .backClip = 150, .seen = names};
+  int same = 0, hits = 0, all = 0;
+  for (int i = 0; i < 1500; ++i) {
+    picture.mode = static_cast<RenderMode>(i % 6);
+    picture.pose.Face(i, i % 120 - 60);
+    const Pixel at{static_cast<int>(random() % 200), static_cast<int>(random() % 150)};
+    const std::vector<ShapeName> found = PickShapes(picture, at, shapes);
+    same += found == renderer.Pick(picture, at) ? 1 : 0;
+    hits += found.empty() ? 0 : 1;
+    ++all;
+  }
+  EXPECT_GT(hits, all / 2);
+  EXPECT_GT(same, all * 98 / 100) << "but for what lies at the very edge of the place";
 }
 
 TEST(CameraPick, AgreesWithARayInARealMap) {
