@@ -2,7 +2,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
+#include <utility>
 
 #include "base/number_text.h"
 #include "base/path_text.h"

@@ -1,5 +1,6 @@
 #include "operations/insert.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 

@@ -37,6 +37,11 @@ constexpr const char* NAMES[] = {
     "Entity outside the world's brushes",
 };
 
+// Most brushes and many entities have no name: the place tells which one is meant.
+std::string At(const Vec3& place) {
+  return Format("at %g %g %g", double{place.x}, double{place.y}, double{place.z});
+}
+
 void FindInKeys(entity& e, std::vector<Finding>& list) {
   for (int i = 0; i < e.numkeys(); ++i) {
     const std::string& name = e.KeyName(i);
@@ -94,7 +99,7 @@ void FindInShape(entity& e, std::vector<Finding>& list) {
   const Brush& brush = e.brush;
   if (!brush.FarFaces().empty()) list.push_back({&e, NO_FACE, FindingKind::FarBrush, ""});
   if (ReachesBeyond(brush.Box(), CLASSIC_REACH)) {
-    list.push_back({&e, NO_FACE, FindingKind::BeyondClassic, ""});
+    list.push_back({&e, NO_FACE, FindingKind::BeyondClassic, At(brush.Box().mins)});
   }
   if (!std::ranges::all_of(brush.Faces(), &Face::HasShape)) return;
   SilentSink silent;
@@ -140,7 +145,7 @@ void FindDuplicates(Map& map, std::vector<Finding>& list) {
     const auto hasNormal = [](const Face& face) { return face.plane.HasNormal(); };
     if (faces.empty() || !std::ranges::all_of(faces, hasNormal)) return;
     if (seen.insert(PlanesKey(e.brush)).second) return;
-    list.push_back({&e, NO_FACE, FindingKind::DuplicateBrush, ""});
+    list.push_back({&e, NO_FACE, FindingKind::DuplicateBrush, At(e.brush.Box().mins)});
   });
 }
 
@@ -188,7 +193,7 @@ void FindOutside(Map& map, std::vector<Finding>& list) {
   });
   ForEachInGame(map, [&](entity& e) {
     if (!IsPointEntity(e) || IsInside(world, e.Origin())) return;
-    list.push_back({&e, NO_FACE, FindingKind::OutsideWorld, ""});
+    list.push_back({&e, NO_FACE, FindingKind::OutsideWorld, At(e.Origin())});
   });
 }
 

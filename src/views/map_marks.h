@@ -23,6 +23,8 @@ struct MapMarks {
   std::vector<std::vector<Vec3>> portals;
   bool showsPortals = false;
   std::vector<Vec3> face;  // its corners; empty for none
+
+  bool IsShown() const { return showsLeak || showsPortals || !face.empty(); }
 };
 
 class MarksOfMaps {

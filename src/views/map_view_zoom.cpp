@@ -173,8 +173,11 @@ void MapView::ScrollBy(double u, double v) {
   if (dx == 0 && dy == 0) return;
   UpdateScrollBars();
   ShowCoordinates();
-  // A picture can be moved by whole pixels only, and what a tool has inverted stays where it is.
-  const bool moves = dx == std::trunc(dx) && dy == std::trunc(dy);
+  // A picture can be moved by whole pixels only, what a tool has inverted stays where it is, and
+  // lines that are no part of the map are nobody's to tell.
+  const MapMarks* marks = list_.marks.Find(map);
+  const bool isMarked = marks && marks->IsShown();
+  const bool moves = dx == std::trunc(dx) && dy == std::trunc(dy) && !isMarked;
   if (!moves || (tool_ && tool_->HasPreview())) return host_.Invalidate();
   const Pixel by{static_cast<int>(dx), static_cast<int>(dy)};
   const auto strayed = StrayedParts(map, {before, transform, by, DrawFlags(), host_.DrawingArea()});

@@ -212,7 +212,7 @@ TEST(Cli, ChecksAMapAndSaysWhenThereIsNothing) {
   EXPECT_TRUE(bad.out.starts_with("Unknown texture, Unnamed brush, face 0\n")) << bad.out;
   EXPECT_TRUE(
       bad.out.ends_with("Further findings:\n"
-                        "Entity outside the world's brushes, Unnamed light\n"
+                        "Entity outside the world's brushes (at 8 8 80), Unnamed light\n"
                         "No player start, worldspawn named: worldspawn\n"))
       << bad.out;
   const Result good = RunLine({"check", FERROWAND_DATA "/maps/sample.xmp", "--strict", "--wad-path",

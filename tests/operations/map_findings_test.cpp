@@ -51,12 +51,13 @@ TEST_F(FindingsTest, EachKindIsFoundAndOnlyWhereItIs) {
             "Texture name is cut off (sixteen_letters_), brush named: b, face 0"},
            {Textured(box, "*water1"),
             "Mixed contents in one brush (*water1 and wall), brush named: b, face 1"},
-           {box + Block("c", 0, 0, 32, 64, 64, 64), "Duplicate brush, brush named: c"},
-           {Block("b", 0, 0, 32, 5000, 64, 64), "Brush beyond 4096 units, brush named: b"},
+           {box + Block("c", 0, 0, 32, 64, 64, 64), "Duplicate brush (at 0 0 32), brush named: c"},
+           {Block("b", 0, 0, 32, 5000, 64, 64),
+            "Brush beyond 4096 units (at 0 0 32), brush named: b"},
            {Point("p", "\"origin\" \"0 0 64\" \"target\" \"t\""),
             "Target names nothing (t), unknown named: p"},
            {Point("p", "\"origin\" \"0 0 900\""),
-            "Entity outside the world's brushes, unknown named: p"}}) {
+            "Entity outside the world's brushes (at 0 0 900), unknown named: p"}}) {
     OpenWith(objects);
     EXPECT_EQ(Lines(), Names{line});
   }
@@ -95,7 +96,7 @@ TEST_F(FindingsTest, ARunningCheckIsWhatAWholeOneGivesAfterEveryChange) {
     Get("p").SetKey("origin", "0 0 64");
   }
   EXPECT_FALSE(check.IsDone());
-  EXPECT_EQ(told(), Names{"Duplicate brush, brush named: b"});
+  EXPECT_EQ(told(), Names{"Duplicate brush (at 0 0 32), brush named: b"});
   map->undo.Undo();
   EXPECT_EQ(told(), Lines());
   map->undo.Redo();

@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/file.h"
@@ -70,7 +71,9 @@ class PosixProcess : public Process {
   PosixProcess(pid_t pid, ProcessKind kind, Descriptor output)
       : pid_(pid), kind_(kind), output_(std::move(output)) {}
   ~PosixProcess() override {
-    if (kind_ == ProcessKind::Tool && !ExitCode()) Terminate(1);
+    if (kind_ != ProcessKind::Tool) return;
+    if (!ExitCode()) Terminate(1);
+    kill(-pid_, SIGKILL);  // what it has started and left
   }
 
   std::optional<std::uint32_t> ExitCode() override {

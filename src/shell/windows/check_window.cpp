@@ -1,6 +1,7 @@
 #include "shell/windows/check_window.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/report.h"
 #include "document/action.h"

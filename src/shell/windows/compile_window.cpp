@@ -1,6 +1,7 @@
 #include "shell/windows/compile_window.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/report.h"
 #include "base/safe_file.h"
