@@ -43,7 +43,8 @@ class MapLightingTest : public testing::Test {
 };
 
 TEST_F(MapLightingTest, LightFallsOffWithTheDistanceAndTheAngle) {
-  small.Add({{"classname", "light"}, {"origin", "0 0 101"}, {"light", "250"}});
+  small.Add(
+      {{"classname", "light"}, {"XMPferroflags", "2"}, {"origin", "0 0 101"}, {"light", "250"}});
   const double away = std::hypot(48.0, 100.0);
   for (const auto& [flags, x, expected] : Cases<std::uint32_t, double, double>{
            {0, 0, 75},
@@ -55,7 +56,8 @@ TEST_F(MapLightingTest, LightFallsOffWithTheDistanceAndTheAngle) {
 }
 
 TEST_F(MapLightingTest, WhatIsBehindBeyondOrOutOfTheConeIsDark) {
-  entity& light = small.Add({{"classname", "light"}, {"origin", "0 0 101"}, {"light", "99"}});
+  entity& light = small.Add(
+      {{"classname", "light"}, {"XMPferroflags", "2"}, {"origin", "0 0 101"}, {"light", "99"}});
   EXPECT_EQ(LightAt(0, 0, LIGHT_BY_ANGLE), 0);
   light.SetKey("light", "250");
   light.SetKey("origin", "0 0 -100");
@@ -68,7 +70,8 @@ TEST_F(MapLightingTest, WhatIsBehindBeyondOrOutOfTheConeIsDark) {
 }
 
 TEST_F(MapLightingTest, SolidBrushesThrowShadowsAndDoorsDoNot) {
-  small.Add({{"classname", "light"}, {"origin", "0 0 101"}, {"light", "250"}});
+  small.Add(
+      {{"classname", "light"}, {"XMPferroflags", "2"}, {"origin", "0 0 101"}, {"light", "250"}});
   entity& door = small.Add({{"classname", "func_door"}});
   small.AddCuboid({-60, -60, 40}, {-10, 60, 50}, &door);
   entity& beam = small.AddCuboid({10, -60, 40}, {60, 60, 50});
