@@ -228,8 +228,7 @@ const std::vector<ShapeName>& CameraScene::Selected() {
   selected_.clear();
   for (const entity* e : map_.selection) AddNames(*e, selected_);
   std::ranges::sort(selected_);
-  const auto repeated = std::ranges::unique(selected_);
-  selected_.erase(repeated.begin(), repeated.end());
+  selected_.erase(std::unique(selected_.begin(), selected_.end()), selected_.end());
   return selected_;
 }
 
