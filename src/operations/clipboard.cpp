@@ -106,8 +106,8 @@ void AddTemplates(EditStep& step, ArrivingTemplates& templates) {
 void TellRenamed(Map& map, const ArrivingTemplates& templates) {
   std::string text;
   for (const auto& [there, here] : templates.renamed) {
-    text += (text.empty() ? "This map has other templates of these names: " : ", ") + there +
-            " is " + here + " here";
+    text += text.empty() ? "This map has other templates of these names: " : ", ";
+    text.append(there).append(" is ").append(here).append(" here");
   }
   if (!text.empty()) map.ShowStatus(text);
 }

@@ -112,7 +112,7 @@ TEST_F(RandomCommandsTest, AreTakenBackInARealMap) {
   const char* corpus = std::getenv("FERROWAND_CORPUS");
   const auto path = std::filesystem::path(corpus ? corpus : "") / "e1m1.map";
   if (!std::filesystem::exists(path)) GTEST_SKIP() << "FERROWAND_CORPUS holds no e1m1.map";
-  DoAndUndo(path.string(), 2000, 100, 1);
+  DoAndUndo(path.string(), 2000, 100, 2);
 }
 
 }  // namespace

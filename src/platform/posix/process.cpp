@@ -72,7 +72,7 @@ class PosixProcess : public Process {
       : pid_(pid), kind_(kind), output_(std::move(output)) {}
   ~PosixProcess() override {
     if (kind_ != ProcessKind::Tool) return;
-    if (!ExitCode()) Terminate(1);
+    if (!PosixProcess::ExitCode()) PosixProcess::Terminate(1);
     kill(-pid_, SIGKILL);  // what it has started and left
   }
 
@@ -176,6 +176,7 @@ std::string PathOf(const std::string& application) {
 std::unique_ptr<Process> Start(const ProcessStart& start, Terminal terminal) {
   std::vector<std::string> words = Words(start.commandLine);
   std::vector<char*> pointers;
+  pointers.reserve(words.size() + 1);
   for (std::string& word : words) pointers.push_back(word.data());
   pointers.push_back(nullptr);
   const std::string path = PathOf(start.application);

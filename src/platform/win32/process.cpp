@@ -24,8 +24,8 @@ class WinProcess : public Process {
   WinProcess(OwnedHandle process, OwnedHandle job, OwnedHandle output)
       : process_(std::move(process)), job_(std::move(job)), output_(std::move(output)) {}
   ~WinProcess() override {
-    if (!job_ || ExitCode()) return;
-    Terminate(static_cast<UINT>(-1));
+    if (!job_ || WinProcess::ExitCode()) return;
+    WinProcess::Terminate(static_cast<UINT>(-1));
   }
 
   std::optional<std::uint32_t> ExitCode() override {

@@ -67,7 +67,7 @@ void QuakeLightingOn(const CameraContext& in, unsigned) {
   Camera* camera = RequireLight(in);
   if (!camera) return;
   camera->SetLighting(CameraLighting::Quake);
-  const ProgressScope progress(in.progress, ProgressScope::Work("Lighting"));
+  const ProgressScope progress(in.progress, ProgressScope::Work{"Lighting"});
   camera->MakeReady(in.progress);
 }
 

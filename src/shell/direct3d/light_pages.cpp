@@ -30,8 +30,9 @@ LightPlace LightPages::Add(const LightImage& image) {
   const LightPlace place = FindPlace(Stepped(image.width), Stepped(image.height));
   Page& page = pages_[static_cast<std::size_t>(place.page)];
   for (int row = 0; row < image.height; ++row) {
-    std::copy_n(image.luxels.begin() + row * image.width, image.width,
-                page.luxels.begin() + (place.y + row) * LIGHT_PAGE_SIDE + place.x);
+    const std::ptrdiff_t from = std::ptrdiff_t{row} * image.width;
+    const std::ptrdiff_t to = std::ptrdiff_t{place.y + row} * LIGHT_PAGE_SIDE + place.x;
+    std::copy_n(image.luxels.begin() + from, image.width, page.luxels.begin() + to);
   }
   page.isStale = true;
   if (IsPlain(image)) plain_[image.luxels.front()] = place;

@@ -79,7 +79,7 @@ void GlSurface::MakePalette(const PIXELFORMATDESCRIPTOR& format) {
                                part(i, format.cBlueBits, format.cBlueShift), 0};
   }
   palette_.reset(CreatePalette(palette));
-  RealisePalette();
+  GlSurface::RealisePalette();
 }
 
 bool GlSurface::RealisePalette() {

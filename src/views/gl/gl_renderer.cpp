@@ -79,7 +79,7 @@ GlRenderer::GlRenderer(GlContext& context, const Palette& palette)
     : context_(context), textures_(palette) {}
 
 GlRenderer::~GlRenderer() {
-  DropAll();
+  GlRenderer::DropAll();
 }
 
 bool GlRenderer::Prepare() {
@@ -280,6 +280,7 @@ std::vector<ShapeName> GlRenderer::Pick(const CameraPicture& picture, Pixel at) 
   }
   std::ranges::stable_sort(hits, std::less<>(), &std::pair<GLuint, ShapeName>::first);
   std::vector<ShapeName> names;
+  names.reserve(hits.size());
   for (const auto& [depth, name] : hits) names.push_back(name);
   return names;
 }
