@@ -15,7 +15,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/file.h"
+#include "platform/system.h"
 
 namespace ferrowand {
 namespace {
@@ -166,10 +166,11 @@ struct Child {
   _exit(CANNOT_START);
 }
 
+// As seen from here: the program begins in a folder of its own.
 std::string PathOf(const std::string& application) {
   std::string path = application;
   std::ranges::replace(path, '\\', '/');
-  return path.find('/') == std::string::npos ? "./" + path : path;
+  return path.starts_with('/') ? path : CurrentDirectory() + '/' + path;
 }
 
 std::unique_ptr<Process> Start(const ProcessStart& start, Terminal terminal) {
