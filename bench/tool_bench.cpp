@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "instances.h"
 #include "support/fake_view_host.h"
@@ -27,6 +28,7 @@ class BenchHost : public ToolHost {
   bool TrackPopup(MapView&, Pixel, ToolPopup) override { return true; }
   void EditProperties(entity&) override {}
   std::optional<int> AskSides(PrimitiveKind) override { return {}; }
+  std::optional<std::string> AskPathName(const Map&) override { return {}; }
   std::string CurrentTexture(Map&) override { return {}; }
   void ToolChanged() override {}
   void Refuse(MapView&, const std::string&) override {}
