@@ -54,8 +54,13 @@ class CameraWindow : public ChildWindow, public CameraHost {
   // A bound key goes before the command that has it, but for those with Ctrl.
   bool TakesMessage(MSG& message) override;
   void OptionsChanged() override;
-  // Black until the user turns to it again.
-  void ReleaseMemory() override { camera_->Release(); }
+  // Black until it is told to show the map again, or the user turns to it before.
+  void ReleaseMemory() override {
+    if (camera_) camera_->Release();
+  }
+  void RebuildMemory() override {
+    if (camera_) camera_->Restore();
+  }
 
   // Where the other one stands, and showing what it shows.
   void StandAs(ChildWindow& other);
