@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <string_view>
+#include <utility>
 
 #include "document/announcement.h"
 #include "gamedata/wad_file.h"
@@ -36,11 +37,17 @@ bool HasChangedShape(const MapChange& change) {
          !change.moved.empty();
 }
 
-// The lights of the first that the second does not have.
-void AddReachesOfOthers(const std::vector<LightSource>& first,
-                        const std::vector<LightSource>& second, std::vector<Bounds>& boxes) {
+// The lights of the first that the second does not have, or not as often: equal ones add up.
+void AddReachesOfOthers(const std::vector<LightSource>& first, std::vector<LightSource> second,
+                        std::vector<Bounds>& boxes) {
   for (const LightSource& light : first) {
-    if (std::ranges::find(second, light) == second.end()) boxes.push_back(ReachOf(light));
+    const auto same = std::ranges::find(second, light);
+    if (same == second.end()) {
+      boxes.push_back(ReachOf(light));
+    } else {
+      std::swap(*same, second.back());
+      second.pop_back();
+    }
   }
 }
 

@@ -97,7 +97,10 @@ TEST(Camera, ShowsAfterAnyChangeWhatAFreshOneWould) {
       for (int face = 0; face < box.brush.getNumFaces(); ++face) {
         box.brush.face(face).texture = small.data.wads.Default().BadTexture();
       }
-      small.Add({{"classname", "light"}, {"origin", "0 128 32"}, {"angle", "45"}});
+      small.Add({{"classname", "light"},
+                 {"XMPferroflags", "2"},
+                 {"origin", "0 128 32"},
+                 {"angle", "45"}});
     }
     RecordedCamera kept(small.map, options);
     RandomUser user(small.map, dir.Path("group.xmp"), seed);
