@@ -1,7 +1,6 @@
 #include "cli/cli.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <iomanip>
 #include <memory>
 #include <ostream>
@@ -187,9 +186,7 @@ int Session::Convert() {
   if (!map) return NO_FILE;
   const std::string& source = arguments_.operands[0];
   const std::string target = SaveTarget(arguments_.operands[1]);
-  std::error_code unknown;
-  const bool isSame = source == target || std::filesystem::equivalent(source, target, unknown);
-  if (map->readWithLoss() && isSame) {
+  if (map->readWithLoss() && file::IsSame(source, target)) {
     err_ << "Not written over the file that could not all be read: " << target << '\n';
     return NO_FILE;
   }

@@ -70,6 +70,8 @@ bool Delete(const std::string& name);
 bool IsWritable(const std::string& name);
 // Nothing for what is no file.
 std::optional<FileStamp> Stamp(const std::string& name);
+// Whether both name one file that is there, by links, other letters or another way to its folder.
+bool IsSame(const std::string& name, const std::string& other);
 // With the folders above it; true also when it is there.
 bool MakeFolder(const std::string& name);
 

@@ -139,6 +139,9 @@ TEST(Cli, NeverWritesOverTheFileThatItCouldNotAllRead) {
   EXPECT_EQ(folder.Read("bad.map"), text);
   EXPECT_EQ(RunLine({"convert", folder.Write("bad.xmp", text), folder.Path("bad")}).status, 2);
   EXPECT_EQ(folder.Read("bad.xmp"), text);
+  ASSERT_TRUE(file::Link(map, folder.Path("other.map")));
+  EXPECT_EQ(RunLine({"convert", map, folder.Path("other.map")}).status, 2);
+  EXPECT_EQ(folder.Read("bad.map"), text);
   EXPECT_EQ(RunLine({"convert", map, folder.Path("good.map")}).status, 1);
   EXPECT_EQ(RunLine({"info", folder.Path("good.map")}).status, 0);
 }

@@ -11,10 +11,19 @@
 
 namespace ferrowand {
 
+// Names are UTF-8 on every system, as the programs have them.
+inline std::filesystem::path FsPath(const std::string& name) {
+  return std::u8string(name.begin(), name.end());
+}
+inline std::string FsName(const std::filesystem::path& path) {
+  const std::u8string name = path.u8string();
+  return {name.begin(), name.end()};
+}
+
 // Of a file that must be there.
 inline std::string FileText(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
-  if (!file) throw std::runtime_error("cannot read " + path.string());
+  if (!file) throw std::runtime_error("cannot read " + FsName(path));
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
@@ -36,19 +45,19 @@ class TempDir {
 
   // The folder itself, or what would be `name` in it.
   std::string Path(const std::string& name = "") const {
-    return name.empty() ? root_.string() : (root_ / name).string();
+    return FsName(name.empty() ? root_ : root_ / FsPath(name));
   }
 
   // Makes or replaces the file, and the folders on the way to it; its path.
   std::string Write(const std::string& name, const std::string& contents) const {
-    std::filesystem::create_directories((root_ / name).parent_path());
-    std::ofstream file(root_ / name, std::ios::binary);
+    std::filesystem::create_directories((root_ / FsPath(name)).parent_path());
+    std::ofstream file(root_ / FsPath(name), std::ios::binary);
     if (!file.write(contents.data(), static_cast<std::streamsize>(contents.size())).flush())
       throw std::runtime_error("cannot write " + Path(name));
     return Path(name);
   }
 
-  std::string Read(const std::string& name) const { return FileText(root_ / name); }
+  std::string Read(const std::string& name) const { return FileText(root_ / FsPath(name)); }
 
  private:
   std::filesystem::path root_;

@@ -20,7 +20,7 @@ class ToolBench {
   // every system, in "quake".
   explicit ToolBench(const std::string& mapName = "room.map") : map(dir.Path(mapName)) {
     dir.Write(mapName, "{\n\"classname\" \"worldspawn\"\n" + Cuboid(0, 0, 0, 64, 64, 64) + "}\n");
-    std::filesystem::create_directory(dir.Path("quake"));
+    std::filesystem::create_directory(FsPath(dir.Path("quake")));
   }
 
   void Put(const std::string& tool, const std::string& orders,
@@ -28,7 +28,7 @@ class ToolBench {
     const bool hasExtension = PathSeparator() == '\\' || !folder.empty();
     const std::string base = (folder.empty() ? "" : folder + "/") + tool;
     dir.Write(base + ".txt", orders);
-    std::filesystem::copy_file(FERROWAND_STAND_IN, dir.Path(hasExtension ? base + ".exe" : base),
+    std::filesystem::copy_file(FERROWAND_STAND_IN, FsPath(dir.Path(hasExtension ? base + ".exe" : base)),
                                std::filesystem::copy_options::overwrite_existing);
   }
   void PutAll(const std::string& qbsp = SEALED) const {
@@ -40,11 +40,11 @@ class ToolBench {
   // How it was called: the line, the folder, what else the system knows; nothing if it was not.
   std::vector<std::string> Called(const std::string& tool) const {
     std::vector<std::string> lines;
-    std::ifstream log(dir.Path(tool + ".log"));
+    std::ifstream log(FsPath(dir.Path(tool + ".log")));
     for (std::string line; std::getline(log, line);) lines.push_back(line);
     return lines;
   }
-  bool Exists(const std::string& name) const { return std::filesystem::exists(dir.Path(name)); }
+  bool Exists(const std::string& name) const { return std::filesystem::exists(FsPath(dir.Path(name))); }
 
   TempDir dir;
   const std::string map;

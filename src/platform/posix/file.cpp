@@ -184,6 +184,13 @@ std::optional<FileStamp> Stamp(const std::string& name) {
                    static_cast<std::uint64_t>(facts.st_size)};
 }
 
+bool IsSame(const std::string& name, const std::string& other) {
+  struct stat facts, others;
+  return Note(stat(SystemName(name).c_str(), &facts) == 0) &&
+         Note(stat(SystemName(other).c_str(), &others) == 0) && facts.st_dev == others.st_dev &&
+         facts.st_ino == others.st_ino;
+}
+
 bool MakeFolder(const std::string& name) {
   const std::string path = SystemName(name);
   for (std::size_t end = path.find('/', 1); end != path.npos; end = path.find('/', end + 1)) {

@@ -174,6 +174,23 @@ std::optional<FileStamp> Stamp(const std::string& name) {
                    whole(facts.nFileSizeHigh, facts.nFileSizeLow)};
 }
 
+bool IsSame(const std::string& name, const std::string& other) {
+  // Both are held open meanwhile: an index is only one file's as long as the file is open.
+  BY_HANDLE_FILE_INFORMATION facts, others;
+  const auto look = [](FileHandle file, BY_HANDLE_FILE_INFORMATION& into) {
+    return file != INVALID_FILE && GetFileInformationByHandle(Handle(file), &into);
+  };
+  const FileHandle file = Open(name, FileAccess::Read), second = Open(other, FileAccess::Read);
+  const bool isSame = look(file, facts) && look(second, others) &&
+                      facts.dwVolumeSerialNumber == others.dwVolumeSerialNumber &&
+                      facts.nFileIndexHigh == others.nFileIndexHigh &&
+                      facts.nFileIndexLow == others.nFileIndexLow;
+  for (const FileHandle opened : {file, second}) {
+    if (opened != INVALID_FILE) CloseHandle(Handle(opened));
+  }
+  return isSame;
+}
+
 bool MakeFolder(const std::string& name) {
   for (std::size_t end = name.find_first_of("\\/"); end != name.npos;
        end = name.find_first_of("\\/", end + 1)) {
