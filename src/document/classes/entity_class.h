@@ -50,6 +50,8 @@ class EntityClass : public ClassRecord {
   // The name up to its first '_': what groups the class menu.
   virtual std::string Prefix() const;
   virtual bool HasSizeBox() const;
+  // Around the origin of its entities; nothing but that point for those that have none.
+  Bounds SizeBox() const;
   virtual bool IsOwnBlock() const { return true; }
   virtual bool IsNative() const { return false; }
   virtual EntityKind Kind() const { return EntityKind::Entity; }

@@ -47,7 +47,10 @@ void Take(const EditContext& in, unsigned) {
 
 void Paste(const EditContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
-  Conclude(map, PasteText(map, in.clipboard.Text(in.frame.Handle())));
+  const auto face = in.windows.PlaceForNew(map).face;
+  PasteWay way;
+  if (face) way = [&face](const Bounds& box) { return face->WayFor(box); };
+  Conclude(map, PasteText(map, in.clipboard.Text(in.frame.Handle()), way));
 }
 
 void Clear(const EditContext& in, unsigned) {
@@ -121,14 +124,15 @@ HMENU MakeClassMenu(const std::vector<ClassMenuItem>& items, bool inGroup) {
 void Insert(const EditContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
   // Before the menu draws the cursor away.
-  const Vec3 place = in.windows.PlaceForNew(map);
+  const NewPlace place = in.windows.PlaceForNew(map);
   const OwnedMenu menu(MakeClassMenu(map.classSet->Menu(), false));
   // Owned by the view: the frame would take the numbers of classes for commands.
   const unsigned id = in.dialogs.TrackAtCursor(in.windows.ActiveWindow()->Handle(), menu.get());
   const EntityClass* chosen = map.classSet->ClassOfMenuId(id);
   if (!chosen) return;
   const bool isPoint = chosen->HasSizeBox() && !chosen->isMadeOfBrushes;
-  Conclude(map, isPoint ? InsertEntity(map, *chosen, place) : GroupSelectionAs(map, *chosen));
+  Conclude(map, isPoint ? InsertEntity(map, *chosen, place.For(chosen->SizeBox()))
+                        : GroupSelectionAs(map, *chosen));
 }
 
 constexpr CommandHandler<EditContext> HANDLERS[] = {
