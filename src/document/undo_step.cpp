@@ -37,7 +37,6 @@ std::vector<std::size_t> PlacesOf(const entity& parent, const std::vector<entity
 // The object alone.
 void Rebind(entity& e, const Map& map) {
   e.brush.ResolveTextures(map.wads);
-  if (&e.getClass()->Set() == map.classSet) return;
   const char* classname = e.GetKey("classname");
   e.SetClass(&map.classSet->FindClass(classname ? classname : "unknown"));
 }
@@ -119,6 +118,8 @@ void UndoStep::Finish() {
   leading_ = map_->leadingGroup();
   std::vector<Shift> shifts;
   std::erase_if(records_, [&](auto& record) {
+    const auto* classes = std::get_if<Classes>(&record);
+    if (classes && classes->other == map_->classSetName) return true;
     if (auto* shift = std::get_if<Shift>(&record)) DropSameOffsets(*shift);
     const auto* contents = std::get_if<Contents>(&record);
     if (!contents) return false;
@@ -150,11 +151,10 @@ std::uint64_t UndoStep::Bytes() const {
       bytes += contents->other->Bytes();
     } else if (const auto* shift = std::get_if<Shift>(&record)) {
       bytes += std::span(shift->objects).size_bytes() + std::span(shift->offsets).size_bytes();
-    } else {
-      const auto& transfer = std::get<Transfer>(record);
-      bytes += std::span(transfer.objects).size_bytes();
-      bytes += std::span(transfer.otherPlaces).size_bytes();
-      for (const EntityPtr& kept : transfer.kept) {
+    } else if (const auto* transfer = std::get_if<Transfer>(&record)) {
+      bytes += std::span(transfer->objects).size_bytes();
+      bytes += std::span(transfer->otherPlaces).size_bytes();
+      for (const EntityPtr& kept : transfer->kept) {
         ForEachEntity(*kept, [&](const entity& e) { bytes += e.Bytes(); });
       }
     }
@@ -176,8 +176,10 @@ void UndoStep::NoteExtents() {
       NoteExtent(*contents->object);
     } else if (const auto* shift = std::get_if<Shift>(&record)) {
       for (const entity* object : shift->objects) NoteExtent(*object);
+    } else if (const auto* transfer = std::get_if<Transfer>(&record)) {
+      for (const entity* object : transfer->objects) NoteExtent(*object);
     } else {
-      for (const entity* object : std::get<Transfer>(record).objects) NoteExtent(*object);
+      worldChanges_ = true;
     }
   }
 }
@@ -273,6 +275,18 @@ void UndoStep::Exchange(Transfer& transfer) {
   }
   std::swap(transfer.parent, transfer.otherParent);
   transfer.otherPlaces = std::move(places);
+}
+
+void UndoStep::ChooseClasses(const std::string& name) {
+  worldChanges_ = true;
+  records_.push_back(Classes{std::exchange(map_->classSetName, name)});
+  map_->UseClasses(name);
+}
+
+void UndoStep::Exchange(Classes& classes) {
+  const std::string now = map_->classSetName;
+  map_->UseClasses(classes.other);
+  classes.other = now;
 }
 
 void UndoStep::Reverse() {

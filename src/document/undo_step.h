@@ -34,6 +34,9 @@ class UndoStep {
   // none. Those of one parent stay in their order. Costs one walk over each old parent's children.
   void Move(std::span<entity* const> objects, entity* parent);
 
+  // The map uses the classes of that file from now on.
+  void ChooseClasses(const std::string& name);
+
   // All has been done: if that made another layer the current one, or another group the leading
   // one, taking it back does so too. What is as it was is not kept. Of plain brushes that only went
   // along whole units, with their textures or not, the way is kept instead of copies.
@@ -74,6 +77,11 @@ class UndoStep {
     std::vector<EntityPtr> kept;
   };
 
+  // The file whose classes the map used, or is to use.
+  struct Classes {
+    std::string other;
+  };
+
   // Before something changes there.
   void NoteExtent(const entity& e);
   void NoteExtents();
@@ -81,13 +89,14 @@ class UndoStep {
   void Exchange(Contents& contents);
   void Exchange(Shift& shift);
   void Exchange(Transfer& transfer);
+  void Exchange(Classes& classes);
   static void DropSameOffsets(Shift& shift);
   void MoveFrom(entity& from, const std::vector<entity*>& objects, entity* to);
 
   Map* map_;
   Bounds extent_;              // of all that was or is to be seen of it
   bool worldChanges_ = false;  // the keys of the map itself
-  std::vector<std::variant<Contents, Shift, Transfer>> records_;
+  std::vector<std::variant<Contents, Shift, Transfer, Classes>> records_;
   // The current layer and the leading group, on this side of the step and on the other.
   entity* layer_ = nullptr;
   entity* otherLayer_;
