@@ -114,12 +114,11 @@ void UndoStep::DropSameOffsets(Shift& shift) {
 }
 
 void UndoStep::Finish() {
+  if (otherClasses_ == map_->classSetName) otherClasses_.reset();
   layer_ = map_->currentLayer();
   leading_ = map_->leadingGroup();
   std::vector<Shift> shifts;
   std::erase_if(records_, [&](auto& record) {
-    const auto* classes = std::get_if<Classes>(&record);
-    if (classes && classes->other == map_->classSetName) return true;
     if (auto* shift = std::get_if<Shift>(&record)) DropSameOffsets(*shift);
     const auto* contents = std::get_if<Contents>(&record);
     if (!contents) return false;
@@ -151,10 +150,11 @@ std::uint64_t UndoStep::Bytes() const {
       bytes += contents->other->Bytes();
     } else if (const auto* shift = std::get_if<Shift>(&record)) {
       bytes += std::span(shift->objects).size_bytes() + std::span(shift->offsets).size_bytes();
-    } else if (const auto* transfer = std::get_if<Transfer>(&record)) {
-      bytes += std::span(transfer->objects).size_bytes();
-      bytes += std::span(transfer->otherPlaces).size_bytes();
-      for (const EntityPtr& kept : transfer->kept) {
+    } else {
+      const auto& transfer = std::get<Transfer>(record);
+      bytes += std::span(transfer.objects).size_bytes();
+      bytes += std::span(transfer.otherPlaces).size_bytes();
+      for (const EntityPtr& kept : transfer.kept) {
         ForEachEntity(*kept, [&](const entity& e) { bytes += e.Bytes(); });
       }
     }
@@ -176,10 +176,8 @@ void UndoStep::NoteExtents() {
       NoteExtent(*contents->object);
     } else if (const auto* shift = std::get_if<Shift>(&record)) {
       for (const entity* object : shift->objects) NoteExtent(*object);
-    } else if (const auto* transfer = std::get_if<Transfer>(&record)) {
-      for (const entity* object : transfer->objects) NoteExtent(*object);
     } else {
-      worldChanges_ = true;
+      for (const entity* object : std::get<Transfer>(record).objects) NoteExtent(*object);
     }
   }
 }
@@ -278,15 +276,8 @@ void UndoStep::Exchange(Transfer& transfer) {
 }
 
 void UndoStep::ChooseClasses(const std::string& name) {
-  worldChanges_ = true;
-  records_.push_back(Classes{std::exchange(map_->classSetName, name)});
+  if (!otherClasses_) otherClasses_ = map_->classSetName;
   map_->UseClasses(name);
-}
-
-void UndoStep::Exchange(Classes& classes) {
-  const std::string now = map_->classSetName;
-  map_->UseClasses(classes.other);
-  classes.other = now;
 }
 
 void UndoStep::Reverse() {
@@ -300,6 +291,11 @@ void UndoStep::Reverse() {
     for (auto& record : records_) {
       std::visit([this](auto& change) { Exchange(change); }, record);
     }
+  }
+  if (otherClasses_) {
+    const std::string now = map_->classSetName;
+    map_->UseClasses(*otherClasses_);
+    otherClasses_ = now;
   }
   if (changesLayer) map_->SetCurrentLayer(otherLayer_);
   if (changesLeading) map_->SetLeadingGroup(otherLeading_);

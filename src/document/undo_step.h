@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <span>
 #include <string>
 #include <utility>
@@ -22,7 +23,7 @@ class UndoStep {
  public:
   explicit UndoStep(Map& map);
 
-  bool IsEmpty() const { return records_.empty(); }
+  bool IsEmpty() const { return records_.empty() && !otherClasses_; }
   // Before the object itself changes; what lies below it is not kept.
   void Keep(entity& e);
   // The same of an object that will only be moved by the vector, with its textures or not: the way
@@ -77,11 +78,6 @@ class UndoStep {
     std::vector<EntityPtr> kept;
   };
 
-  // The file whose classes the map used, or is to use.
-  struct Classes {
-    std::string other;
-  };
-
   // Before something changes there.
   void NoteExtent(const entity& e);
   void NoteExtents();
@@ -89,14 +85,14 @@ class UndoStep {
   void Exchange(Contents& contents);
   void Exchange(Shift& shift);
   void Exchange(Transfer& transfer);
-  void Exchange(Classes& classes);
   static void DropSameOffsets(Shift& shift);
   void MoveFrom(entity& from, const std::vector<entity*>& objects, entity* to);
 
   Map* map_;
   Bounds extent_;              // of all that was or is to be seen of it
   bool worldChanges_ = false;  // the keys of the map itself
-  std::vector<std::variant<Contents, Shift, Transfer, Classes>> records_;
+  std::vector<std::variant<Contents, Shift, Transfer>> records_;
+  std::optional<std::string> otherClasses_;  // the file whose classes the map used, or is to use
   // The current layer and the leading group, on this side of the step and on the other.
   entity* layer_ = nullptr;
   entity* otherLayer_;
