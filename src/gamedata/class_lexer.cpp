@@ -51,9 +51,9 @@ void ClassLexer::SkipBlanks() {
     if (text_.substr(position_).starts_with("//")) {
       position_ = std::min(text_.find('\n', position_), text_.size());
     } else if (Contains(WHITE, text_[position_])) {
-      const bool endsLine = text_[position_++] == '\n';
-      behind_ += endsLine;
-      atLineBegin_ |= endsLine;
+      if (text_[position_++] != '\n') continue;
+      ++behind_;
+      atLineBegin_ = true;
     } else {
       return;
     }
@@ -89,7 +89,7 @@ ClassToken ClassLexer::ReadText() {
   bool isClosed = false;
   while (position_ < text_.size() && !OpensDirectiveAt(position_)) {
     const char c = text_[position_++];
-    behind_ += c == '\n';
+    if (c == '\n') ++behind_;
     isClosed = c == '"' && EndsTextAt(position_ - 1);
     if (isClosed) break;
   }

@@ -13,8 +13,8 @@ void ClassLog::Add(const std::string& kind, std::string_view place, unsigned lon
   if (!isNewKind && messages_.size() >= MAXKEPT) return;
   std::string text = kind;
   if (!subject.empty()) text.append(" \"").append(subject) += '"';
-  text.append(" in ").append(place) += Format(" at line %lu", line);
-  if (isNewKind && reporter_) reporter_->Parsing("%s", text.c_str());
+  text.append(" in ").append(place);
+  if (isNewKind && reporter_) reporter_->Parsing("%s at line %lu", text.c_str(), line);
   if (messages_.size() < MAXKEPT) messages_.push_back({std::move(text), line});
 }
 

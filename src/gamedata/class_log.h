@@ -14,7 +14,7 @@ class Reporter;
 
 struct ClassMessage {
   std::string text;
-  unsigned long line = 0;  // of the file, from 1
+  unsigned long line = 0;  // of the file, from 1; a box names it behind the text
 };
 
 class ClassLog {
@@ -24,7 +24,7 @@ class ClassLog {
   // Without a reporter nothing is said in boxes. It outlives the log.
   explicit ClassLog(Reporter* reporter) : reporter_(reporter) {}
 
-  // "<kind> "<subject>" in <place> at line <line>"; messages of one kind differ in the rest.
+  // "<kind> "<subject>" in <place>"; messages of one kind differ in the rest.
   void Add(const std::string& kind, std::string_view place, unsigned long line,
            std::string_view subject = {});
 

@@ -47,7 +47,8 @@ class ClassFileTest : public GameDataTest {
   }
   std::string Messages() const {
     std::string texts;
-    for (const ClassMessage& message : log.Messages()) texts += message.text + '\n';
+    for (const ClassMessage& message : log.Messages())
+      texts += Format("%s at line %lu\n", message.text.c_str(), message.line);
     return texts;
   }
 

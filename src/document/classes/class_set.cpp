@@ -106,6 +106,14 @@ EntityClass* ClassSet::ClassOfMenuId(unsigned id) const {
   return id >= FIRSTMENUID && index < classes_.size() ? classes_[index].get() : nullptr;
 }
 
+unsigned ClassSet::MenuIdOf(std::string_view classname) const {
+  const auto found = std::ranges::find(
+      classes_, classname,
+      [](const auto& entityClass) -> std::string_view { return entityClass->classname; });
+  return found == classes_.end() ? 0
+                                 : FIRSTMENUID + static_cast<unsigned>(found - classes_.begin());
+}
+
 void ClassSet::Finish() {
   Sort();
   byName_.clear();

@@ -54,6 +54,8 @@ class ClassSet {
   // of equal names the last one of the file first.
   const std::vector<std::unique_ptr<EntityClass>>& Classes() const { return classes_; }
   EntityClass* ClassOfMenuId(unsigned id) const;
+  // Of the class that FindClass finds by that name; 0 for none.
+  unsigned MenuIdOf(std::string_view classname) const;
   const std::vector<ClassMenuItem>& Menu() const { return menu_; }
   ClassLibrary& Library() const { return library_; }
   // What was wrong with the file, and how much in all.

@@ -50,6 +50,8 @@ class EntityClass : public ClassRecord {
   // The name up to its first '_': what groups the class menu.
   virtual std::string Prefix() const;
   virtual bool HasSizeBox() const;
+  // Whether an entity of the class may do without brushes.
+  bool StandsAtPoint() const { return HasSizeBox() && (!isMadeOfBrushes || isPointToo); }
   virtual bool IsOwnBlock() const { return true; }
   virtual bool IsNative() const { return false; }
   virtual EntityKind Kind() const { return EntityKind::Entity; }
