@@ -118,6 +118,11 @@ void Map::BindClassesAnew() {
   AnnounceEverything();
 }
 
+void Map::BindTexturesAnew() {
+  ResolveTextures(wads);
+  AnnounceEverything();
+}
+
 void Map::UseClasses(const std::string& name) {
   classSet = &data_.classes.Get(name, true, Folder());
   classSetName = name;

@@ -109,6 +109,8 @@ class Map : public entity {
   // The map's class set has been loaded anew: every object is bound again. What steps of undo keep
   // is when it comes back.
   void BindClassesAnew();
+  // WADs have other textures by now: every face is bound again, as above.
+  void BindTexturesAnew();
   // Uses the classes of that file from now on; no step of undo (see EditStep::ChooseClasses).
   void UseClasses(const std::string& name);
 

@@ -406,6 +406,11 @@ void Documents::FollowClassFiles() {
   for (const ClassSet* classes : data_.classes.LoadChanged()) BindAnew(*classes);
 }
 
+void Documents::FollowWads() {
+  if (data_.wads.ReadChanged().empty()) return;
+  for (const auto& map : maps_) map->BindTexturesAnew();
+}
+
 void Documents::BindAnew(const ClassSet& classes) const {
   for (const auto& map : maps_) {
     if (map->classSet != &classes) continue;

@@ -59,8 +59,9 @@ class Documents {
   // The map uses the classes of the file from now on, which is a step of its own; where it is in
   // use already it is read anew for every map.
   void ChooseClasses(Map& map, const std::string& path);
-  // Files of classes that other programs have changed are read anew.
+  // Files of classes, and WADs, that other programs have changed are read anew.
   void FollowClassFiles();
+  void FollowWads();
   // All that is not saved, so that the end of the program does not cost it.
   void KeepAll();
   // The same when that end has come: what the user is told.

@@ -211,6 +211,7 @@ void Frame::OnTimer() {
 void Frame::OnCameToFront() {
   if (IsWindowEnabled(window_) && !progress_.IsLoading() && !commands_.IsDragging()) {
     documents_.FollowClassFiles();
+    documents_.FollowWads();
     documents_.OfferReloads();
   }
 }
