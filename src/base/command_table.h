@@ -38,6 +38,7 @@ enum class Command : std::uint16_t {
   FindEntity = 51685,
   FindTexture = 51753,
   ReplaceTexture = 51754,
+  BindToKey = 50131,
 
   ModeEntity = 105,
   ModeBrush = 106,
@@ -72,6 +73,7 @@ enum class Command : std::uint16_t {
   MemoryAnalysis = 51765,
   WadManager = 51712,
   SetQc = 51713,
+  ClassMessages = 50130,
   PurgeFiles = 51710,
   OpenFiles = 51683,
   EditWorldspawn = 51684,

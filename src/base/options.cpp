@@ -196,6 +196,7 @@ bool Options::Load(SettingsStore& store, Reporter& reporter) {
       Read(*key, KeyName(slot, which), keys[slot][which]);
   ReadRecent(*key, "Previous", previousFiles);
   ReadRecent(*key, "PreviousGroup", previousGroups);
+  ReadRecent(*key, "PreviousClass", recentClasses);
   Close(*key, reporter);
   Validate(*this);
   return true;
@@ -214,6 +215,7 @@ bool Options::Save(SettingsStore& store, Reporter& reporter) const {
     worked &= key->WriteString("Version String", "1.01");
     worked &= WriteRecent(*key, "Previous", previousFiles);
     worked &= WriteRecent(*key, "PreviousGroup", previousGroups);
+    worked &= WriteRecent(*key, "PreviousClass", recentClasses);
     Close(*key, reporter);
   }
   if (!worked) reporter.Show("Error", "Cannot write options!");
@@ -225,6 +227,9 @@ void Options::AddRecentMap(const std::string& path) {
 }
 void Options::AddRecentGroup(const std::string& path) {
   PutInFront(path, previousGroups);
+}
+void Options::AddRecentClass(const std::string& name) {
+  PutInFront(name, recentClasses);
 }
 
 std::uint16_t DefaultTextureCache(std::uint64_t physicalMemory) {

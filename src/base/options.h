@@ -18,6 +18,7 @@ struct Options {
   static constexpr std::size_t RECENTLENGTH = 512;
   static constexpr std::size_t NUMRECENTMAPS = 6;
   static constexpr std::size_t NUMRECENTGROUPS = 8;
+  static constexpr std::size_t NUMRECENTCLASSES = 8;
   static constexpr std::size_t NUMKEYACTIONS = 14;
   static constexpr int MAXROTATIONSTEP = 180;
 
@@ -54,7 +55,8 @@ struct Options {
   std::uint8_t trackMouse = 1;
   std::array<std::string, NUMRECENTMAPS> previousFiles;  // newest first
   std::array<std::string, NUMRECENTGROUPS> previousGroups;
-  std::uint32_t maxTextureSize = 65536;  // texels
+  std::array<std::string, NUMRECENTCLASSES> recentClasses;  // of entities, by name
+  std::uint32_t maxTextureSize = 65536;                     // texels
   std::uint8_t cameraMoveMethod = 0;
   std::uint8_t exportOnlyOneWad = 0;
   std::uint16_t rightTraySize = 60;  // pixels
@@ -87,6 +89,7 @@ struct Options {
   // Puts the path in front of the recent maps and drops an older mention of it.
   void AddRecentMap(const std::string& path);
   void AddRecentGroup(const std::string& path);
+  void AddRecentClass(const std::string& name);
 
   friend bool operator==(const Options&, const Options&) = default;
 };

@@ -142,7 +142,7 @@ std::string_view CliUsage() {
          "      --report FILE               save the report of the run\n"
          "  bsp FILE                        what a compiled level holds\n"
          "  wad FILE                        one texture a line: name, size, padded size, offset\n"
-         "  classes FILE.qc                 one entity class a line\n"
+         "  classes FILE                    one entity class a line, of a .qc, .def or .fgd\n"
          "for info, convert, check and compile:\n"
          "  --wad-path DIR                  look for WADs in DIR instead of the usual places, then "
          "around\n"

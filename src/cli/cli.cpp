@@ -273,7 +273,7 @@ int Session::ListClasses() {
     out_ << Printable(c->classname) << "  (" << c->red << ' ' << c->green << ' ' << c->blue << ") ("
          << c->minx << ' ' << c->miny << ' ' << c->minz << ") (" << c->maxx << ' ' << c->maxy << ' '
          << c->maxz << ')';
-    for (const std::string& flag : c->flags) out_ << ' ' << Printable(flag);
+    for (const std::string& flag : c->flags) out_ << ' ' << (flag.empty() ? "-" : Printable(flag));
     out_ << '\n';
   }
   return CLEAN;

@@ -5,18 +5,13 @@
 #include "base/number_text.h"
 #include "base/options.h"
 #include "base/path_text.h"
+#include "base/text_parts.h"
 
 namespace ferrowand {
 namespace {
 
 std::string Cut(std::string_view text) {
   return std::string(text.substr(0, Options::TEXTLENGTH - 1));
-}
-
-std::string_view Trimmed(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(" \t\r");
-  if (first == text.npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
 }
 
 struct ParamsRow {

@@ -6,6 +6,7 @@
 
 #include "base/number_text.h"
 #include "base/path_text.h"
+#include "base/text_parts.h"
 
 namespace ferrowand {
 namespace {
@@ -13,18 +14,8 @@ namespace {
 constexpr std::size_t LINE_COST = sizeof(ToolOutput::Line);  // beside its letters
 constexpr std::size_t TAB = 8;
 
-char Lower(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-
 bool IsDigit(char c) {
   return c >= '0' && c <= '9';
-}
-
-std::string LowerCase(std::string_view text) {
-  std::string lower(text);
-  std::ranges::transform(lower, lower.begin(), Lower);
-  return lower;
 }
 
 // "0 errors" and "no warnings" tell of none.

@@ -46,6 +46,9 @@ class EditStep {
   void Move(entity& e, entity& parent);
   void Move(std::span<entity* const> objects, entity& parent);
 
+  // The map uses the classes of that file from now on.
+  void ChooseClasses(const std::string& name) { step_.ChooseClasses(name); }
+
   // To name the step by these, where others go along with what is done. They outlive it.
   void NameBy(std::span<entity* const> objects) { named_.assign(objects.begin(), objects.end()); }
 

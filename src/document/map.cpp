@@ -9,6 +9,14 @@
 #include "platform/system.h"
 
 namespace ferrowand {
+namespace {
+
+void TouchAll(entity& e) {
+  e.Touch();
+  for (const EntityPtr& child : e.getEntityList()) TouchAll(*child);
+}
+
+}  // namespace
 
 Map::Map(GameData& data, std::size_t undoLevels)
     : entity(data.classes.Default()),
@@ -100,6 +108,25 @@ void Map::MarkSaved() {
 void Map::AnnounceEverything() {
   ChangeScope scope(*this);
   scope.Change().everything = true;
+}
+
+void Map::BindClassesAnew() {
+  ResolveClasses(*classSet);
+  // A class may tell something else and be the same object.
+  TouchAll(*this);
+  templates_->Forget();
+  AnnounceEverything();
+}
+
+void Map::BindTexturesAnew() {
+  ResolveTextures(wads);
+  AnnounceEverything();
+}
+
+void Map::UseClasses(const std::string& name) {
+  classSet = &data_.classes.Get(name, true, Folder());
+  classSetName = name;
+  BindClassesAnew();
 }
 
 void Map::Forget(const entity& tree) {

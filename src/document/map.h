@@ -104,8 +104,15 @@ class Map : public entity {
   void AddObserver(MapObserver& observer) { observers_.push_back(&observer); }
   void RemoveObserver(MapObserver& observer);
   void ShowStatus(const std::string& text);
-  // Something that is not the map's own has changed: options, palette, WADs, classes.
+  // Something that is not the map's own has changed: options, palette, WADs.
   void AnnounceEverything();
+  // The map's class set has been loaded anew: every object is bound again. What steps of undo keep
+  // is when it comes back.
+  void BindClassesAnew();
+  // WADs have other textures by now: every face is bound again, as above.
+  void BindTexturesAnew();
+  // Uses the classes of that file from now on; no step of undo (see EditStep::ChooseClasses).
+  void UseClasses(const std::string& name);
 
   GameData& Data() const { return data_; }
   // Of this map's instances. It keeps itself up to date.

@@ -37,7 +37,6 @@ std::vector<std::size_t> PlacesOf(const entity& parent, const std::vector<entity
 // The object alone.
 void Rebind(entity& e, const Map& map) {
   e.brush.ResolveTextures(map.wads);
-  if (&e.getClass()->Set() == map.classSet) return;
   const char* classname = e.GetKey("classname");
   e.SetClass(&map.classSet->FindClass(classname ? classname : "unknown"));
 }
@@ -115,6 +114,7 @@ void UndoStep::DropSameOffsets(Shift& shift) {
 }
 
 void UndoStep::Finish() {
+  if (otherClasses_ == map_->classSetName) otherClasses_.reset();
   layer_ = map_->currentLayer();
   leading_ = map_->leadingGroup();
   std::vector<Shift> shifts;
@@ -275,6 +275,11 @@ void UndoStep::Exchange(Transfer& transfer) {
   transfer.otherPlaces = std::move(places);
 }
 
+void UndoStep::ChooseClasses(const std::string& name) {
+  if (!otherClasses_) otherClasses_ = map_->classSetName;
+  map_->UseClasses(name);
+}
+
 void UndoStep::Reverse() {
   // What the user has chosen since stays.
   const bool changesLayer = layer_ != otherLayer_ && map_->currentLayer() == layer_;
@@ -286,6 +291,11 @@ void UndoStep::Reverse() {
     for (auto& record : records_) {
       std::visit([this](auto& change) { Exchange(change); }, record);
     }
+  }
+  if (otherClasses_) {
+    const std::string now = map_->classSetName;
+    map_->UseClasses(*otherClasses_);
+    otherClasses_ = now;
   }
   if (changesLayer) map_->SetCurrentLayer(otherLayer_);
   if (changesLeading) map_->SetLeadingGroup(otherLeading_);

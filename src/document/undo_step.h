@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <span>
 #include <string>
 #include <utility>
@@ -22,7 +23,7 @@ class UndoStep {
  public:
   explicit UndoStep(Map& map);
 
-  bool IsEmpty() const { return records_.empty(); }
+  bool IsEmpty() const { return records_.empty() && !otherClasses_; }
   // Before the object itself changes; what lies below it is not kept.
   void Keep(entity& e);
   // The same of an object that will only be moved by the vector, with its textures or not: the way
@@ -33,6 +34,9 @@ class UndoStep {
   // To the end of the parent's children, or out of the map, into the step's keeping, when there is
   // none. Those of one parent stay in their order. Costs one walk over each old parent's children.
   void Move(std::span<entity* const> objects, entity* parent);
+
+  // The map uses the classes of that file from now on.
+  void ChooseClasses(const std::string& name);
 
   // All has been done: if that made another layer the current one, or another group the leading
   // one, taking it back does so too. What is as it was is not kept. Of plain brushes that only went
@@ -88,6 +92,7 @@ class UndoStep {
   Bounds extent_;              // of all that was or is to be seen of it
   bool worldChanges_ = false;  // the keys of the map itself
   std::vector<std::variant<Contents, Shift, Transfer>> records_;
+  std::optional<std::string> otherClasses_;  // the file whose classes the map used, or is to use
   // The current layer and the leading group, on this side of the step and on the other.
   entity* layer_ = nullptr;
   entity* otherLayer_;

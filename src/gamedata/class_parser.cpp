@@ -1,10 +1,14 @@
 #include "gamedata/class_parser.h"
 
 #include <algorithm>
-#include <cstdint>
+#include <string_view>
+#include <utility>
 
 #include "base/report.h"
+#include "base/text_parts.h"
 #include "base/text_reader.h"
+#include "gamedata/class_help.h"
+#include "gamedata/class_log.h"
 
 namespace ferrowand {
 namespace {
@@ -22,26 +26,44 @@ std::int16_t ToCoordinate(float value) {
 }  // namespace
 
 std::optional<ClassRecord> ClassParser::Next() {
+  std::string token;
+  bool isAfterStar = false;  // where a slash ends a comment
   while (!reader_.AtEof()) {
-    if (!NextTokenIs("/")) continue;
+    reader_.ReadToken(token, MAXTOKEN);
+    const bool closes = std::exchange(isAfterStar, token == "*");
+    if (token != "/") continue;
     // Meant: every other comment of the file is complained of.
-    if (!NextTokenIs("*")) {
-      reporter_.Parsing("Expecting '*' after '/' in .qc file at line %lu", Line());
-    } else if (!NextTokenIs("QUAKED")) {
-      reporter_.Parsing("Expecting 'QUAKED' after '/*' in .qc file at line %lu", Line());
-    } else {
+    if (!TakeToken("*", "/")) {
+      if (!closes) PassLineComment();
+    } else if (TakeToken("QUAKED", "/*")) {
       ClassRecord record;
       ParseHeader(record);
+      record.keys = KeysOfHelp(record.description, record.flags);
       return record;
     }
   }
   return std::nullopt;
 }
 
+bool ClassParser::TakeToken(const char* text, const char* after) {
+  const std::uint32_t begin = reader_.Offset();
+  std::string token;
+  reader_.ReadToken(token, MAXTOKEN);
+  if (token == text) return true;
+  Complain(Format("Expecting '%s' after '%s'", text, after), ".qc file");
+  reader_.SeekTo(begin);
+  return false;
+}
+
+// Of the two slashes that open one the second opens nothing: "//*QUAKED" is no class.
+void ClassParser::PassLineComment() {
+  if (reader_.PeekChar() == '/') reader_.GetChar();
+}
+
 void ClassParser::ParseHeader(ClassRecord& record) {
   record.classname = ReadWord();
   if (NextChar() != '(') {
-    reporter_.Parsing("Expecting Colour triad after classname in QC file at line %lu", Line());
+    Complain("Expecting Colour triad after classname");
     return;
   }
   ParseColour(record);
@@ -59,10 +81,7 @@ void ClassParser::ParseColour(ClassRecord& record) {
 }
 
 void ClassParser::ParseBox(ClassRecord& record) {
-  const auto complain = [this] {
-    reporter_.Parsing("Expecting bounding box or ? after colour triad in QC file at line %lu",
-                      Line());
-  };
+  const auto complain = [this] { Complain("Expecting bounding box or ? after colour triad"); };
   const char opening = NextChar();
   // The box that every class begins with is that of brush classes.
   record.isMadeOfBrushes = opening == '?';
@@ -83,16 +102,32 @@ void ClassParser::ParseBox(ClassRecord& record) {
   record.maxz = ToCoordinate(maximum[2]);
 }
 
-// Meant: only a CR ends the names and only blanks part them. In a file with bare line feeds they
-// run on into the description.
+// Meant: only blanks part the names.
 void ClassParser::ParseFlags(ClassRecord& record) {
-  std::string text;
-  reader_.ReadUntil('\r', text, MAXFLAGTEXT, true);
+  const std::string text = ReadHeaderLine();
   for (std::size_t begin = 0; (begin = text.find_first_not_of(' ', begin)) != text.npos;) {
     const std::size_t end = std::min(text.find(' ', begin), text.size());
     record.flags.push_back(text.substr(begin, end - begin));
     begin = end;
   }
+}
+
+// What is left of it, and no more than so much: a longer line goes on in the description. A comment
+// that ends on the line ends it.
+std::string ClassParser::ReadHeaderLine() {
+  std::string text;
+  while (text.size() < MAXFLAGTEXT && !reader_.AtEof()) {
+    const char c = static_cast<char>(reader_.GetChar());
+    if (c == '\r' || c == '\n') break;
+    const char next = static_cast<char>(reader_.PeekChar());
+    if ((c == '*' && next == '/') || (c == '/' && next == '*')) {
+      reader_.UngetChar();
+      break;
+    }
+    text.push_back(c);
+  }
+  text.resize(std::min(text.find('\0'), text.size()));
+  return text;
 }
 
 void ClassParser::ParseTilde(ClassRecord& record) {
@@ -104,22 +139,49 @@ void ClassParser::ParseTilde(ClassRecord& record) {
   reader_.SkipWhitespace();
 }
 
-// Up to the end of the file where the comment is not closed.
+// Up to the next class, or the end of the file, where the comment is not closed.
 void ClassParser::ParseDescription(ClassRecord& record) {
   const std::uint32_t begin = reader_.Offset();
-  bool closed = false;
   // Meant: the byte behind a star is never the star of the end, so "**/" does not close.
-  while (!closed && !reader_.AtEof()) {
+  while (!reader_.AtEof()) {
     reader_.SkipPast('*', true);
-    closed = !reader_.AtEof() && reader_.GetChar() == '/';
+    if (OpensClass()) {
+      const std::string text = TextBetween(begin, reader_.Offset());
+      record.description = WithCrLf(std::string_view(text).substr(0, text.find("*/")));
+      return;
+    }
+    if (!reader_.AtEof() && reader_.GetChar() == '/') {
+      record.description = WithCrLf(TextBetween(begin, reader_.Offset() - 2));
+      return;
+    }
   }
-  const std::uint32_t behind = closed ? reader_.Offset() : reader_.FileLength();
-  const std::uint32_t end = closed ? behind - 2 : behind;
-  record.description.resize(end - std::min(begin, end));
+  record.description = WithCrLf(TextBetween(begin, reader_.FileLength()));
+}
+
+// Behind a star: whether it is that of another class's "/*QUAKED". The reader is in front of that
+// then, else where it was.
+bool ClassParser::OpensClass() {
+  const std::uint32_t behind = reader_.Offset();
+  if (behind < 2) return false;
+  reader_.SeekTo(behind - 2);
+  bool opens = reader_.GetChar() == '/' && reader_.GetChar() == '*';
+  if (opens) {
+    std::string token;
+    reader_.ReadToken(token, MAXTOKEN);
+    opens = token == "QUAKED";
+  }
+  reader_.SeekTo(opens ? behind - 2 : behind);
+  return opens;
+}
+
+// The reader stays where it is.
+std::string ClassParser::TextBetween(std::uint32_t begin, std::uint32_t end) {
+  const std::uint32_t place = reader_.Offset();
+  std::string text(end - std::min(begin, end), '\0');
   reader_.SeekTo(begin);
-  reader_.ReadBytes(record.description.data(),
-                    static_cast<std::uint32_t>(record.description.size()));
-  reader_.SeekTo(behind);
+  reader_.ReadBytes(text.data(), static_cast<std::uint32_t>(text.size()));
+  reader_.SeekTo(place);
+  return text;
 }
 
 ClassParser::Triad ClassParser::ReadTriad(const char* name) {
@@ -128,7 +190,7 @@ ClassParser::Triad ClassParser::ReadTriad(const char* name) {
     std::string word = ReadWord();
     if (i == values.size() - 1) {
       if (!word.ends_with(')')) {
-        reporter_.Parsing("Expecting ')' to close %s triad in QC file at line %lu", name, Line());
+        Complain(Format("Expecting ')' to close %s triad", name));
       }
       // Meant: the last byte goes, whether it was the bracket or not.
       if (!word.empty()) word.pop_back();
@@ -138,25 +200,30 @@ ClassParser::Triad ClassParser::ReadTriad(const char* name) {
   return values;
 }
 
-bool ClassParser::NextTokenIs(const char* text) {
-  std::string token;
-  reader_.ReadToken(token, MAXTOKEN);
-  return token == text;
-}
-
+// What a comment may end or begin with is left where it is.
 char ClassParser::NextChar() {
   reader_.SkipWhitespace();
-  return static_cast<char>(reader_.GetChar());
+  const char c = static_cast<char>(reader_.PeekChar());
+  if (c != '*' && c != '/') reader_.GetChar();
+  return c;
 }
 
+// Where a comment ends or begins within it, the word ends there.
 std::string ClassParser::ReadWord() {
+  reader_.SkipWhitespace();
+  const std::uint32_t begin = reader_.Offset();
   std::string word;
   reader_.ReadWord(word, MAXWORD);
+  const std::size_t end = std::min(word.find("*/"), word.find("/*"));
+  if (end < word.size()) {
+    word.resize(end);
+    reader_.SeekTo(begin + static_cast<std::uint32_t>(end));
+  }
   return word;
 }
 
-unsigned long ClassParser::Line() const {
-  return reader_.LineNumber();
+void ClassParser::Complain(const std::string& what, const char* place) {
+  log_.Add(what, place, reader_.LineNumber());
 }
 
 }  // namespace ferrowand

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -9,16 +10,17 @@
 
 namespace ferrowand {
 
-class Reporter;
+class ClassLog;
 class TextReader;
 
 class ClassParser {
  public:
-  // The reader is open.
-  ClassParser(TextReader& reader, Reporter& reporter) : reader_(reader), reporter_(reporter) {}
+  // The reader is open. Both outlive it.
+  ClassParser(TextReader& reader, ClassLog& log) : reader_(reader), log_(log) {}
 
   // The class of the next comment that opens with QUAKED; none at the end of the file. Each mistake
-  // is reported with its line, and what it touches keeps its default.
+  // is logged with its line, and what it touches keeps its default. No mistake costs the class that
+  // follows. Lines may end in CR LF or in LF alone: the class is the same, its help in CR LF.
   std::optional<ClassRecord> Next();
 
  private:
@@ -32,13 +34,18 @@ class ClassParser {
   using Triad = std::array<float, 3>;
   // The last number must end in ')'. `name` is what the triad is called in the message.
   Triad ReadTriad(const char* name);
-  bool NextTokenIs(const char* text);
+  // Whether the next token is that. Any other one is told of, and looked at again.
+  bool TakeToken(const char* text, const char* after);
+  void PassLineComment();
+  bool OpensClass();
   char NextChar();
   std::string ReadWord();
-  unsigned long Line() const;
+  std::string ReadHeaderLine();
+  std::string TextBetween(std::uint32_t begin, std::uint32_t end);
+  void Complain(const std::string& what, const char* place = "QC file");
 
   TextReader& reader_;
-  Reporter& reporter_;
+  ClassLog& log_;
 };
 
 }  // namespace ferrowand

@@ -5,6 +5,7 @@
 
 #include "base/number_text.h"
 #include "base/safe_file.h"
+#include "base/text_parts.h"
 #include "geometry/tolerance.h"
 
 namespace ferrowand {
@@ -13,14 +14,6 @@ namespace {
 constexpr std::size_t MAXFILE = std::size_t{64} << 20;  // bytes that are looked at
 constexpr std::size_t MAXPOINTS = 1'000'000;
 constexpr int MAXCORNERS = 64;
-
-// The line at the front, without its end; takes it away.
-std::string_view TakeLine(std::string_view& text) {
-  const std::size_t end = std::min(text.find('\n'), text.size());
-  const std::string_view line = text.substr(0, end);
-  text.remove_prefix(std::min(end + 1, text.size()));
-  return line;
-}
 
 // The next number of the line, parentheses passed over.
 std::optional<double> TakeNumber(std::string_view& line) {

@@ -1,17 +1,16 @@
-// The edits of a WAD in its file. A WAD keeps its directory behind its lumps: a new texture takes
-// the directory's place, and the directory goes behind it.
+// The edits of a WAD: what they are in bytes is the image's affair, the file is replaced by that.
 #include <algorithm>
-#include <array>
-#include <limits>
+#include <deque>
+#include <utility>
 
+#include "base/report.h"
+#include "base/safe_file.h"
 #include "gamedata/palette.h"
 #include "gamedata/wad_file.h"
-#include "gamedata/wad_format.h"
+#include "gamedata/wad_image.h"
 
 namespace ferrowand {
 namespace {
-
-constexpr std::uint32_t MOVECHUNK = 1 << 20;  // bytes
 
 // Each texel is the palette's nearest to the average of a block of 2^shift texels each way.
 void AppendLevel(std::vector<std::uint8_t>& lump, std::span<const std::uint8_t> pixels,
@@ -55,42 +54,104 @@ bool IsPossible(const Texture& texture, std::span<const std::uint8_t> pixels) {
          pixels.size() >= std::size_t{texture.width} * texture.height;
 }
 
-// Whether a lump of the directory begins behind `from` and before `to`.
-bool HasLumpBetween(const std::vector<WadEntry>& directory, std::uint32_t from, std::uint64_t to) {
-  return std::any_of(directory.begin(), directory.end(), [=](const WadEntry& entry) {
-    return entry.filepos > from && entry.filepos < to;
-  });
-}
-
 }  // namespace
 
-bool WadFile::AddTexture(std::unique_ptr<Texture> texture) {
-  std::vector<WadEntry> directory;
-  if (file_ == INVALID_FILE || !IsPossible(*texture, texture->pixels) ||
-      !ReadDirectory(directory) || !PutDirectoryLast(directory)) {
-    return false;
-  }
-  const std::vector<std::uint8_t> lump = MakeLump(*texture, texture->pixels, palette_);
-  const std::uint64_t end = header_.infotableofs + lump.size() + WADENTRYSIZE +
-                            std::uint64_t{header_.numlumps} * WADENTRYSIZE;
-  if (end >= std::numeric_limits<std::uint32_t>::max()) return false;
+bool WadFile::IsStale() const {
+  return file_ != INVALID_FILE && file::Stamp(fileName_) != stamp_;
+}
 
-  WadEntry entry = texture->entry;
-  entry.filepos = header_.infotableofs;
-  entry.disksize = entry.size = static_cast<std::uint32_t>(lump.size());
-  entry.type = MIPTEXTURE;
-  entry.compression = 0;
-  directory.push_back(entry);
-  Header header = header_;
-  ++header.numlumps;
-  header.infotableofs += entry.size;
-  if (!WriteAt(entry.filepos, lump) || !WriteDirectory(header, directory)) {
-    // A full disk: the old directory still has its room.
-    directory.pop_back();
-    WriteDirectory(header_, directory);
+bool WadFile::ReadAgain() {
+  const FileHandle file = file_;
+  const WadHeader header = header_;
+  const auto stamp = stamp_;
+  if (!OpenFile()) {
+    file_ = file;
+    header_ = header;
+    stamp_ = stamp;
     return false;
   }
-  header_ = header;
+  file::Close(file);
+  Flush();
+  std::unordered_map<NameKey, std::deque<std::unique_ptr<Texture>>, NameHash> known;
+  for (auto& texture : std::exchange(textures_, {})) {
+    known[MakeKey(texture->Name())].push_back(std::move(texture));
+  }
+  ReadTextures();
+  for (auto& texture : textures_) {
+    auto& same = known[MakeKey(texture->Name())];
+    if (same.empty()) continue;
+    *same.front() = std::move(*texture);
+    texture = std::move(same.front());
+    same.pop_front();
+  }
+  for (auto& [name, left] : known) {
+    for (auto& texture : left) Retire(std::move(texture));
+  }
+  Index();
+  return true;
+}
+
+// Whoever holds it may ask for its pixels.
+void WadFile::Retire(std::unique_ptr<Texture> texture) {
+  RemoveFromCache(*texture);
+  Unload(*texture);
+  texture->flags |= TEXTURE_BUILTIN;
+  retired_.push_back(std::move(texture));
+}
+
+// The file as it is; with another directory than in memory it has been read again.
+std::optional<WadImage> WadFile::FreshImage() {
+  if (file_ == INVALID_FILE) return std::nullopt;
+  for (int tries = 0; tries < 2; ++tries) {
+    const auto stamp = file::Stamp(fileName_);
+    auto bytes = FileBytes(fileName_);
+    auto image = bytes ? WadImage::Parse(std::move(*bytes)) : std::nullopt;
+    if (!image) break;
+    // Its pixels may be others, too.
+    const bool isKnown = stamp == stamp_ && image->Header() == header_;
+    if (isKnown && image->Directory() == directory_) return image;
+    if (!ReadAgain()) break;
+  }
+  reporter_.Show("Cannot continue", Format("%s has been changed by another program and cannot be "
+                                           "read again",
+                                           fileName_.c_str()));
+  return std::nullopt;
+}
+
+// The old file or the new one: the new bytes take its place in one step, in which it is not held.
+bool WadFile::Put(const WadImage& image, const std::string& before) {
+  if (!isKept_ && !ReplaceFile(fileName_ + ".bak", before, {}, nullptr)) {
+    reporter_.Show("Error", Format("%s could not be kept as %s.bak, and stays as it is",
+                                   fileName_.c_str(), fileName_.c_str()));
+    return false;
+  }
+  isKept_ = true;
+  file::Close(std::exchange(file_, INVALID_FILE));
+  const WadHeader header = header_;
+  const auto stamp = stamp_;
+  const bool written =
+      ReplaceFile(fileName_, image.Bytes(), {}, nullptr) || FileBytes(fileName_) == image.Bytes();
+  OpenFile();
+  header_ = written ? image.Header() : header;
+  if (written) {
+    directory_ = image.Directory();
+  } else {
+    stamp_ = stamp;
+    reporter_.Show("Error",
+                   Format("%s could not be written, and stays as it is", fileName_.c_str()));
+  }
+  return written;
+}
+
+bool WadFile::AddTexture(std::unique_ptr<Texture> texture) {
+  if (!IsPossible(*texture, texture->pixels)) return false;
+  auto image = FreshImage();
+  if (!image) return false;
+  const std::string before = image->Bytes();
+  WadEntry entry = texture->entry;
+  if (!image->Add(entry, MakeLump(*texture, texture->pixels, palette_)) || !Put(*image, before)) {
+    return false;
+  }
   texture->entry = entry;
   texture->wad = this;
   texture->flags = 0;
@@ -104,121 +165,45 @@ bool WadFile::AddTexture(std::unique_ptr<Texture> texture) {
 }
 
 bool WadFile::RemoveTexture(Texture& texture) {
+  auto image = FreshImage();
   const auto place = std::find_if(textures_.begin(), textures_.end(),
                                   [&](const auto& owned) { return owned.get() == &texture; });
-  std::vector<WadEntry> directory;
-  if (place == textures_.end() || !ReadDirectory(directory) || !PutDirectoryLast(directory)) {
-    return false;
-  }
-  const auto entry = std::find(directory.begin(), directory.end(), texture.entry);
-  if (entry == directory.end()) return false;
-  directory.erase(entry);
-
-  const std::uint32_t pos = texture.entry.filepos;
-  const std::uint64_t end = std::uint64_t{pos} + LumpSize(texture.width, texture.height);
-  std::uint32_t size =
-      static_cast<std::uint32_t>(std::min<std::uint64_t>(end, header_.infotableofs)) - pos;
-  // Bytes that another entry tells of as well must stay.
-  if (HasLumpBetween(directory, pos - 1, end)) size = 0;
-
-  const auto closeGap = [&](WadEntry& other) {
-    if (other.filepos > pos) other.filepos -= size;
-  };
-  std::for_each(directory.begin(), directory.end(), closeGap);
-  Header header = header_;
-  --header.numlumps;
-  header.infotableofs -= size;
-  if (!MoveDown(pos + size, pos, header_.infotableofs) || !WriteDirectory(header, directory)) {
-    return false;
-  }
-  file::Seek(file_, header.infotableofs + std::int64_t{header.numlumps} * WADENTRYSIZE,
-             SeekFrom::Begin);
-  const bool cut = file::Truncate(file_);
-
-  header_ = header;
-  RemoveFromCache(texture);
-  for (const auto& other : textures_) closeGap(other->entry);
+  if (!image || place == textures_.end()) return false;
+  const std::string before = image->Bytes();
+  const auto gap = image->Remove(texture.entry, texture.width, texture.height);
+  if (!gap || !Put(*image, before)) return false;
+  std::unique_ptr<Texture> removed = std::move(*place);
   textures_.erase(place);
+  for (const auto& other : textures_) {
+    if (other->entry.filepos > gap->pos) other->entry.filepos -= gap->size;
+  }
+  Retire(std::move(removed));
   Index();
-  return cut;
+  return true;
 }
 
 bool WadFile::RenameTexture(Texture& texture, std::string_view newName) {
-  std::vector<WadEntry> directory;
-  if (file_ == INVALID_FILE || newName.empty() || !ReadDirectory(directory)) return false;
-  const auto entry = std::find(directory.begin(), directory.end(), texture.entry);
-  if (entry == directory.end()) return false;
-  // Meant: what stood behind the new name's zero byte stays.
-  const std::size_t length = std::min(newName.size(), entry->name.size() - 1);
-  std::copy_n(newName.begin(), length, entry->name.begin());
-  entry->name[length] = 0;
-  if (!WriteDirectory(header_, directory) ||
-      !WriteAt(entry->filepos, EncodeMipHeader(entry->name, texture.width, texture.height))) {
-    return false;
-  }
+  auto image = FreshImage();
+  if (!image) return false;
+  const std::string before = image->Bytes();
+  const auto entry = image->Rename(texture.entry, newName, texture.width, texture.height);
+  if (!entry || !Put(*image, before)) return false;
   texture.entry = *entry;
   Index();
   return true;
 }
 
 bool WadFile::RewriteTexture(Texture& texture, std::span<const std::uint8_t> pixels) {
-  std::vector<WadEntry> directory;
-  if (file_ == INVALID_FILE || !IsPossible(texture, pixels) || !ReadDirectory(directory) ||
-      std::find(directory.begin(), directory.end(), texture.entry) == directory.end()) {
+  if (!IsPossible(texture, pixels)) return false;
+  auto image = FreshImage();
+  if (!image || !IsPossible(texture, pixels)) return false;
+  const std::string before = image->Bytes();
+  if (!image->Rewrite(texture.entry, MakeLump(texture, pixels, palette_)) || !Put(*image, before)) {
     return false;
   }
-  // Another program may have left the smaller levels out; what stands there then is not ours.
-  const std::uint32_t pos = texture.entry.filepos;
-  const std::uint64_t end = std::uint64_t{pos} + LumpSize(texture.width, texture.height);
-  const std::uint32_t room = pos < header_.infotableofs ? header_.infotableofs : file::Size(file_);
-  if (end > room || HasLumpBetween(directory, pos, end)) return false;
-  if (!WriteAt(pos, MakeLump(texture, pixels, palette_))) return false;
   RemoveFromCache(texture);
   Unload(texture);
   texture.colourIs.reset();
-  return true;
-}
-
-bool WadFile::WriteAt(std::uint32_t offset, std::span<const std::uint8_t> bytes) const {
-  return file::Seek(file_, offset, SeekFrom::Begin) == offset &&
-         file::Write(file_, bytes.data(), bytes.size());
-}
-
-bool WadFile::WriteDirectory(const Header& header, const std::vector<WadEntry>& directory) const {
-  std::vector<std::uint8_t> bytes(directory.size() * WADENTRYSIZE);
-  for (std::size_t i = 0; i < directory.size(); ++i) {
-    EncodeEntry(directory[i], &bytes[i * WADENTRYSIZE]);
-  }
-  std::array<std::uint8_t, WADHEADERSIZE> head;
-  std::copy(header.identification.begin(), header.identification.end(), head.begin());
-  PutLe32(&head[4], header.numlumps);
-  PutLe32(&head[8], header.infotableofs);
-  return WriteAt(header.infotableofs, bytes) && WriteAt(0, head);
-}
-
-// A directory that stands before a lump is copied to the end of the file, so that a texture that
-// takes its place overwrites nothing.
-bool WadFile::PutDirectoryLast(const std::vector<WadEntry>& directory) {
-  Header header = header_;
-  header.infotableofs = file::Size(file_);
-  if (!HasLumpBetween(directory, header_.infotableofs - 1, header.infotableofs)) return true;
-  const std::uint64_t end = std::uint64_t{header.infotableofs} + directory.size() * WADENTRYSIZE;
-  if (end >= std::numeric_limits<std::uint32_t>::max() || !WriteDirectory(header, directory)) {
-    return false;
-  }
-  header_ = header;
-  return true;
-}
-
-bool WadFile::MoveDown(std::uint32_t from, std::uint32_t to, std::uint32_t end) const {
-  if (from == to) return true;
-  std::vector<std::uint8_t> chunk;
-  while (from < end) {
-    chunk.resize(std::min(end - from, MOVECHUNK));
-    if (!ReadAt(from, chunk) || !WriteAt(to, chunk)) return false;
-    from += static_cast<std::uint32_t>(chunk.size());
-    to += static_cast<std::uint32_t>(chunk.size());
-  }
   return true;
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <new>
+#include <utility>
 
 #include "base/report.h"
 #include "gamedata/palette.h"
@@ -123,15 +124,11 @@ WadFile::~WadFile() {
 }
 
 bool WadFile::Open(const std::string& name) {
-  file_ = file::Open(name, FileAccess::ReadWrite);
-  if (file_ == INVALID_FILE) file_ = file::Open(name, FileAccess::Read);
-  if (file_ == INVALID_FILE) return false;
-  if (!ReadHeader()) {
-    file::Close(file_);
-    file_ = INVALID_FILE;
+  const std::string before = std::exchange(fileName_, name);
+  if (!OpenFile()) {
+    fileName_ = before;
     return false;
   }
-  fileName_ = name;
   if (const std::uint32_t damaged = ReadTextures(); damaged > 0) {
     reporter_.Parsing("Damaged wadfile \"%s\": %u entries could not be read, ignored", name.c_str(),
                       damaged);
@@ -140,30 +137,33 @@ bool WadFile::Open(const std::string& name) {
   return true;
 }
 
-bool WadFile::ReadHeader() {
-  std::array<std::uint8_t, WADHEADERSIZE> bytes;
-  if (!ReadAt(0, bytes)) return false;
-  // The or is meant: one wrong letter in the middle has always been let pass.
-  if (bytes[0] != 'W' || (bytes[1] != 'A' && bytes[2] != 'D') || bytes[3] != '2') return false;
-  std::copy_n(bytes.begin(), 4, header_.identification.begin());
-  header_.numlumps = GetLe32(&bytes[4]);
-  header_.infotableofs = GetLe32(&bytes[8]);
-  return true;
+// With its header; none is open where that is no WAD's.
+bool WadFile::OpenFile() {
+  stamp_ = file::Stamp(fileName_);
+  file_ = file::Open(fileName_, FileAccess::ReadWrite);
+  if (file_ == INVALID_FILE) file_ = file::Open(fileName_, FileAccess::Read);
+  if (file_ == INVALID_FILE || ReadHeader()) return file_ != INVALID_FILE;
+  file::Close(file_);
+  file_ = INVALID_FILE;
+  return false;
 }
 
-// How many entries had to be left out. Afterwards the header tells of the directory that is really
-// there, so that an edit cannot spoil what lies beside it.
+bool WadFile::ReadHeader() {
+  std::array<std::uint8_t, WADHEADERSIZE> bytes;
+  const auto header = ReadAt(0, bytes) ? DecodeHeader(bytes.data()) : std::nullopt;
+  if (header) header_ = *header;
+  return header.has_value();
+}
+
+// How many entries had to be left out.
 std::uint32_t WadFile::ReadTextures() {
   const std::uint32_t fileSize = file::Size(file_);
-  if (header_.infotableofs < WADHEADERSIZE || header_.infotableofs > fileSize) {
-    header_.infotableofs = fileSize;
-  }
   const std::uint32_t claimed = header_.numlumps;
-  header_.numlumps = std::min(claimed, (fileSize - header_.infotableofs) / WADENTRYSIZE);
-  std::vector<WadEntry> directory;
-  if (!ReadDirectory(directory)) header_.numlumps = 0;
+  header_ = CutToFile(header_, fileSize);
+  directory_.clear();
+  if (!ReadDirectory(directory_)) header_.numlumps = 0;
   std::uint32_t damaged = claimed - header_.numlumps;
-  for (const WadEntry& entry : directory) {
+  for (const WadEntry& entry : directory_) {
     if (entry.type == MIPTEXTURE && !ReadTexture(entry, fileSize)) ++damaged;
   }
   return damaged;

@@ -1,6 +1,7 @@
 // WAD2 texture files: the directory and the headers are read when one is opened, pixels when they
-// are asked for, into a cache that throws out the oldest first. The file is edited in place. The
-// format is the game's: a 12-byte header, lumps, a directory of 32-byte entries; all little-endian.
+// are asked for, into a cache that throws out the oldest first. An edit replaces the file as a
+// whole. The format is the game's: a 12-byte header, lumps, a directory of 32-byte entries; all
+// little-endian.
 #pragma once
 
 #include <array>
@@ -21,6 +22,7 @@ namespace ferrowand {
 class Palette;
 class Reporter;
 class WadFile;
+class WadImage;
 
 // One entry of a WAD's directory, as it stands in the file.
 struct WadEntry {
@@ -33,6 +35,14 @@ struct WadEntry {
   std::array<char, 16> name{};  // ends at a zero byte, or after 16
 
   friend bool operator==(const WadEntry&, const WadEntry&) = default;
+};
+
+struct WadHeader {
+  std::array<char, 4> identification{'W', 'A', 'D', '2'};
+  std::uint32_t numlumps = 0;
+  std::uint32_t infotableofs = 0;
+
+  friend bool operator==(const WadHeader&, const WadHeader&) = default;
 };
 
 inline constexpr std::uint8_t TEXTURE_BUILTIN = 1;  // not from the file, never unloaded
@@ -114,11 +124,20 @@ class WadFile {
   void Unload(Texture& texture);
   void Flush();
 
-  // The edits write to the file at once. False, and nothing changed in memory, when the file
-  // refused or has no room where the edit must be written.
+  // Whether the file has been changed since it was read or edited here.
+  bool IsStale() const;
+  // Takes the file as it is now; false, and all as before, when it cannot be. A texture of the same
+  // name stays the object that it is, with the new image. One that is no more lives on, for whoever
+  // holds it until the maps are bound anew, and shows the replacement image.
+  bool ReadAgain();
+
+  // The edits write to the file at once. Before that it is read again where its directory is
+  // another one than in memory; before the first of a run it is kept as "<name>.bak". False, and
+  // nothing changed, when the file refused, which is said, or has no room where the edit must be
+  // written.
   // The texture's pixels are width x height, unpadded; they are freed, and read back when needed.
   bool AddTexture(std::unique_ptr<Texture> texture);
-  // Closes the gap in the file and destroys the texture.
+  // Closes the gap in the file. The texture is no more, as after ReadAgain.
   bool RemoveTexture(Texture& texture);
   // At most 15 bytes of the name are taken.
   bool RenameTexture(Texture& texture, std::string_view newName);
@@ -129,11 +148,6 @@ class WadFile {
                 std::uint16_t width, std::uint16_t height);
 
  private:
-  struct Header {
-    std::array<char, 4> identification{'W', 'A', 'D', '2'};
-    std::uint32_t numlumps = 0;
-    std::uint32_t infotableofs = 0;
-  };
   // A name as it is compared: upper case, zeros behind.
   using NameKey = std::array<char, 16>;
   struct NameHash {
@@ -141,8 +155,12 @@ class WadFile {
   };
   static NameKey MakeKey(std::string_view name);
 
+  bool OpenFile();
   bool ReadHeader();
   std::uint32_t ReadTextures();
+  void Retire(std::unique_ptr<Texture> texture);
+  std::optional<WadImage> FreshImage();
+  bool Put(const WadImage& image, const std::string& before);
   bool ReadTexture(const WadEntry& entry, std::uint32_t fileSize);
   void Index();
   void Evict(std::size_t n);
@@ -150,19 +168,19 @@ class WadFile {
   bool LoadPixels(Texture& texture);
 
   bool ReadAt(std::uint32_t offset, std::span<std::uint8_t> bytes) const;
-  bool WriteAt(std::uint32_t offset, std::span<const std::uint8_t> bytes) const;
   bool ReadDirectory(std::vector<WadEntry>& directory) const;
-  bool WriteDirectory(const Header& header, const std::vector<WadEntry>& directory) const;
-  bool PutDirectoryLast(const std::vector<WadEntry>& directory);
-  bool MoveDown(std::uint32_t from, std::uint32_t to, std::uint32_t end) const;
 
   WadLimits limits_;
   const Palette& palette_;
   Reporter& reporter_;
   std::string fileName_;
   FileHandle file_ = INVALID_FILE;
-  Header header_;
+  std::optional<FileStamp> stamp_;  // of the file, before it was read
+  bool isKept_ = false;             // as it was before this run's first edit
+  WadHeader header_;
+  std::vector<WadEntry> directory_;
   std::vector<std::unique_ptr<Texture>> textures_;
+  std::vector<std::unique_ptr<Texture>> retired_;
   std::unordered_map<NameKey, Texture*, NameHash> byName_;  // the first of equals
   std::unique_ptr<Texture> badTexture_;
   std::vector<Texture*> cached_;  // oldest first

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <span>
 
 #include "gamedata/little_endian.h"
@@ -38,6 +39,35 @@ inline void EncodeEntry(const WadEntry& entry, std::uint8_t* bytes) {
   bytes[13] = entry.compression;
   PutLe16(bytes + 14, entry.padding);
   std::copy(entry.name.begin(), entry.name.end(), bytes + 16);
+}
+
+// Nothing for what is no WAD2. The or is meant: one wrong letter in the middle has always been let
+// pass.
+inline std::optional<WadHeader> DecodeHeader(const std::uint8_t* bytes) {
+  if (bytes[0] != 'W' || (bytes[1] != 'A' && bytes[2] != 'D') || bytes[3] != '2') {
+    return std::nullopt;
+  }
+  WadHeader header;
+  std::copy_n(bytes, header.identification.size(), header.identification.begin());
+  header.numlumps = GetLe32(bytes + 4);
+  header.infotableofs = GetLe32(bytes + 8);
+  return header;
+}
+
+inline void EncodeHeader(const WadHeader& header, std::uint8_t* bytes) {
+  std::ranges::copy(header.identification, bytes);
+  PutLe32(bytes + 4, header.numlumps);
+  PutLe32(bytes + 8, header.infotableofs);
+}
+
+// What it tells of the directory that is really there, so that an edit cannot spoil what lies
+// beside it.
+inline WadHeader CutToFile(WadHeader header, std::uint32_t fileSize) {
+  if (header.infotableofs < WADHEADERSIZE || header.infotableofs > fileSize) {
+    header.infotableofs = fileSize;
+  }
+  header.numlumps = std::min(header.numlumps, (fileSize - header.infotableofs) / WADENTRYSIZE);
+  return header;
 }
 
 // The header in front of a texture's pixels; the levels follow one another without gaps.

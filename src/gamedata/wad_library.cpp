@@ -36,6 +36,14 @@ void WadLibrary::ForgetColours() {
   for (const auto& wad : loaded_) wad->ForgetColours();
 }
 
+std::vector<WadFile*> WadLibrary::ReadChanged() {
+  std::vector<WadFile*> read;
+  for (const auto& wad : loaded_) {
+    if (wad->IsStale() && wad->ReadAgain()) read.push_back(wad.get());
+  }
+  return read;
+}
+
 void WadLibrary::LoadDefault(const std::string& name) {
   defaultName_ = name;
   WadFile* wad = FindOrOpen(name);

@@ -37,6 +37,8 @@ class WadLibrary {
   // said, unless quiet, and the default WAD is given.
   WadFile& Get(const std::string& name, bool quiet = false, const std::string& folder = "");
 
+  // Those that have been read again, since other programs have changed their files.
+  std::vector<WadFile*> ReadChanged();
   const std::vector<std::unique_ptr<WadFile>>& Loaded() const { return loaded_; }
 
  private:

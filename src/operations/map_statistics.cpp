@@ -2,20 +2,13 @@
 
 #include <algorithm>
 
+#include "base/text_parts.h"
 #include "document/classes/class_set.h"
 #include "document/classes/special_classes.h"
 #include "gamedata/wad_file.h"
 
 namespace ferrowand {
 namespace {
-
-std::string LowerCase(std::string_view name) {
-  std::string lower(name);
-  std::transform(lower.begin(), lower.end(), lower.begin(), [](char c) {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-  });
-  return lower;
-}
 
 void CountFaces(const entity& e, MapStatistics& statistics) {
   for (const Face& face : e.brush.Faces()) {

@@ -1,6 +1,7 @@
 #include "gamedata/class_parser.h"
 
 #include "base/text_reader.h"
+#include "gamedata/class_log.h"
 #include "gamedata/gamedata_fixture.h"
 
 namespace ferrowand {
@@ -14,7 +15,8 @@ class ClassParserTest : public GameDataTest {
     classes.clear();
     TextReader reader(reporter);
     reader.Open(dir.Write("test.qc", text));
-    ClassParser parser(reader, reporter);
+    ClassLog log(&reporter);
+    ClassParser parser(reader, log);
     while (auto record = parser.Next()) classes.push_back(std::move(*record));
     return classes;
   }
@@ -67,13 +69,39 @@ TEST_F(ClassParserTest, CoordinatesAreFloatsAndWrapAtSixteenBits) {
             (std::vector<int>{-16, 0, 0, 16, 1, 0}));
 }
 
-TEST_F(ClassParserTest, FlagNamesRunOnWhereLinesEndInBareLineFeeds) {
-  const std::string flags = " A\nTwo words";
-  const ClassRecord& light =
-      ParseOne("/*QUAKED light (0 1 0) ?" + flags + std::string(100, 'x') + "end.*/");
-  EXPECT_EQ(light.flags,
-            (std::vector<std::string>{"A\nTwo", "words" + std::string(100 - flags.size(), 'x')}));
-  EXPECT_EQ(light.description, std::string(flags.size(), 'x') + "end.");
+TEST_F(ClassParserTest, BareLineFeedsGiveTheSameClassesFlagsAndHelp) {
+  const std::string text =
+      "// words\r\n/*QUAKED light (0 1 0) ? A\r\n~3 two\r\n\r\nwords*/\r\n"
+      "/*QUAKED b (0 0 0) ? B C\r\n*/\r\nvoid() b = {};\r\n/*QUAKED c (0 0 0) ? " +
+      std::string(110, 'x') + "\r\nlong\r\n*/";
+  std::string bare = text;
+  std::erase(bare, '\r');
+  const std::vector<ClassRecord> classes = Parse(text);
+  const std::vector<ClassRecord>& same = Parse(bare);
+  ASSERT_EQ(same.size(), 3u);
+  for (std::size_t i = 0; i < 3; ++i) {
+    EXPECT_EQ(same[i].flags, classes[i].flags);
+    EXPECT_EQ(same[i].description, classes[i].description);
+  }
+  EXPECT_EQ(same[0].description, "two\r\n\r\nwords");
+  EXPECT_EQ(same[1].flags, (std::vector<std::string>{"B", "C"}));
+  EXPECT_EQ(same[2].flags[0].size() + same[2].description.find('\r'), 110u);
+}
+
+TEST_F(ClassParserTest, WhatIsNoClassCostsNoneBehindIt) {
+  const std::string b = "/*QUAKED b (0 0 0) ?\r\nb*/";
+  for (const char* front :
+       {"/* words */", "/* words */ ", "/*", "/* ", "/ ", "/**/", "/***/", "x */", "// words\n",
+        "/*QUAKED", "/*QUAKED ", "/*QUAKED a", "/*QUAKED a*/", "/*QUAKED a (0",
+        "/*QUAKED a (0 0 0) ", "/*QUAKED a (0 0 0) (-8 */\n", "/*QUAKED a (0 0 0) ? FLAG */\n",
+        "/*QUAKED a (0 0 0) ?\nhelp, **/\nvoid() a = {};\n", "/*QUAKED a (0 0 0) ?\nhelp\n\n"}) {
+    Parse(front + b);
+    ASSERT_FALSE(classes.empty()) << front;
+    EXPECT_EQ(classes.back().classname, "b") << front;
+    EXPECT_EQ(classes.back().description, "b") << front;
+  }
+  EXPECT_EQ(classes.front().description, "help\r\n\r\n");
+  EXPECT_TRUE(Parse("//*QUAKED b (0 0 0) ?\r\nb*/").empty());
 }
 
 TEST_F(ClassParserTest, OnlyAStarThatNoStarPrecedesCloses) {
@@ -103,6 +131,7 @@ TEST_F(ClassParserTest, EveryMistakeIsToldWithItsLine) {
        {"Expecting 'QUAKED' after '/*' in .qc file at line 3",
         "Expecting '*' after '/' in .qc file at line 4"},
        0},
+      {"// a\r\n// the same kind\r\n", {"Expecting '*' after '/' in .qc file at line 1"}, 0},
       {"/*quaked a*x", {"Expecting 'QUAKED' after '/*' in .qc file at line 1"}, 0},
       {"/*QUAKED a 0 1 0) ? words",
        {"Expecting Colour triad after classname in QC file at line 1"},

@@ -1,9 +1,11 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "base/safe_file.h"
 #include "gamedata/gamedata_fixture.h"
 #include "gamedata/wad_builder.h"
 #include "gamedata/wad_file.h"
+#include "support/system_calls.h"
 
 namespace ferrowand {
 namespace {
@@ -145,6 +147,91 @@ TEST_F(WadEditTest, ADirectoryInFrontOfTheLumpsIsNotOverwritten) {
   Open(bytes);
   ASSERT_TRUE(wad->RemoveTexture(*wad->FindTexture("a")));
   ExpectContents("b:b ");
+}
+
+TEST_F(WadEditTest, BytesThatAnotherLumpReachesIntoStay) {
+  const LumpPlan a{"a", 8, 8, "a"}, b{"b", 8, 8, "b"};
+  const std::uint32_t size = LumpSize(8, 8);
+  const std::string lumps = std::string(20, 's') + LumpBytes(a) + LumpBytes(b);
+  Open("WAD2" + Le32(3) + Le32(12 + lumps.size()) + lumps +
+       EntryBytes(12, 20 + size, {"sound", 0, 0, "", 'E'}) + EntryBytes(32, size, a) +
+       EntryBytes(32 + size, size, b));
+  ASSERT_TRUE(wad->RemoveTexture(*wad->FindTexture("a")));
+  EXPECT_EQ(File().substr(12, lumps.size()), lumps);
+  ExpectContents("b:b ");
+  ASSERT_TRUE(wad->RemoveTexture(*wad->FindTexture("b")));
+  EXPECT_EQ(File().substr(12, 20 + size), lumps.substr(0, 20 + size));
+  EXPECT_EQ(File().size(), 12 + 20 + size + 32);
+}
+
+TEST_F(WadEditTest, TwoProgramsThatEachAddATextureLeaveBoth) {
+  const std::string first = WadBytes({{"a", 8, 8, "a"}});
+  Open(first);
+  WadFile other(WadLimits{}, palette, reporter);
+  ASSERT_TRUE(other.Open(dir.Path("test.wad")));
+  ASSERT_TRUE(other.AddTexture(NewTexture("b", 8, 8, 'b')));
+  EXPECT_TRUE(wad->IsStale());
+  ASSERT_TRUE(wad->AddTexture(NewTexture("c", 8, 8, 'c')));
+  EXPECT_FALSE(wad->IsStale());
+  ASSERT_TRUE(other.RemoveTexture(*other.FindTexture("a")));
+  EXPECT_EQ(other.Textures().size(), 2u);
+  ASSERT_TRUE(wad->IsStale() && wad->ReadAgain());
+  ExpectContents("b:b c:c ");
+}
+
+TEST_F(WadEditTest, WhatIsChangedOutsideIsTheSameObjectOrNoMore) {
+  Open(WadBytes({{"a", 8, 8, "a"}, {"b", 8, 8, "b"}}));
+  Texture &a = *wad->FindTexture("a"), &b = *wad->FindTexture("b");
+  Contents();
+  const std::string changed = WadBytes({{"B", 16, 8, "x"}});
+  dir.Write("test.wad", changed);
+  EXPECT_FALSE(wad->RenameTexture(a, "new")) << "it has no place in the file";
+  EXPECT_EQ(File(), changed);
+  EXPECT_EQ(wad->FindTexture("b"), &b);
+  EXPECT_EQ(b.width, 16);
+  EXPECT_EQ(wad->FindTexture("a"), wad->BadTexture());
+  EXPECT_EQ(wad->Pixels(a)[0], 208) << "who still holds it is shown the replacement";
+  EXPECT_EQ(Contents(), "B:x ");
+  ASSERT_TRUE(wad->RenameTexture(b, "new"));
+  EXPECT_EQ(dir.Read("test.wad.bak"), changed);
+  ASSERT_TRUE(wad->RemoveTexture(b));
+  EXPECT_EQ(wad->Pixels(b)[0], 208);
+  EXPECT_EQ(dir.Read("test.wad.bak"), changed) << "once a run";
+
+  dir.Write("test.wad", "no wad at all");
+  EXPECT_FALSE(wad->ReadAgain());
+  EXPECT_FALSE(wad->AddTexture(NewTexture("c", 8, 8, 'c')));
+  EXPECT_EQ(recorder.OnlyText(),
+            dir.Path("test.wad") + " has been changed by another program and cannot be read again");
+  EXPECT_EQ(File(), "no wad at all");
+}
+
+// Real processes, real calls: whatever gets in the way, the file is the old one or the new one.
+TEST_F(WadEditTest, AnEditThatIsInterruptedAtAnyCallLeavesOneFileOrTheOther) {
+  if (!CanTrace()) GTEST_SKIP() << "no process may be followed here";
+  const std::string before = WadBytes({{"a", 8, 8, "a"}, {"b", 8, 8, "b"}});
+  const std::string after = WadBytes({{"b", 8, 8, "b"}});
+  for (const InTheWay what : {InTheWay::Kill, InTheWay::Fail}) {
+    std::size_t at = 0;
+    for (bool wasReached = true; wasReached; ++at) {
+      for (const char* name : {"test.wad", "test.wad.bak"}) {
+        for (const std::string& left : LeftBeside(dir.Path(name))) file::Delete(left);
+      }
+      Open(before);
+      const auto edit = [&] {
+        const bool worked = wad->RemoveTexture(*wad->FindTexture("a"));
+        const bool isTrue = wad->Textures().size() == (worked ? 1u : 2u) || wad->IsStale();
+        if (!isTrue) std::abort();
+        return worked;
+      };
+      const TracedRun run = RunTraced(edit, what, at);
+      wasReached = run.calls.size() > at;
+      ASSERT_TRUE(File() == before || File() == after) << at;
+      EXPECT_TRUE(run.killed || File() == (run.result ? after : before)) << at;
+      ASSERT_TRUE(wasReached || run.result);
+    }
+    EXPECT_GT(at, 20u);
+  }
 }
 
 TEST_F(WadEditTest, BytesThatTwoEntriesShareOutliveOneOfThem) {

@@ -50,8 +50,10 @@ class ScriptedDialogs : public Dialogs {
   unsigned TrackPopup(HWND owner, HMENU menu, POINT) override {
     SendMessageA(owner, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu), 0);
     tracked.clear();
+    order.clear();
     for (int i = 0; i < GetMenuItemCount(menu); ++i) {
-      tracked[GetMenuItemID(menu, i)] = GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION);
+      order.push_back(GetMenuItemID(menu, i));
+      tracked[order.back()] = GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION);
     }
     if (commands.empty()) return 0;
     const unsigned command = commands.front();
@@ -86,6 +88,7 @@ class ScriptedDialogs : public Dialogs {
   std::deque<unsigned> commands;
   std::deque<FormValues> answers;
   std::map<unsigned, UINT> tracked;  // the states of the items of the last popup
+  std::vector<unsigned> order;       // its items, 0 for a separator
   std::vector<FileChoice> asked;
   std::vector<Form> forms;
   std::function<FormValues(const Form&)> fill;  // goes before the answers

@@ -1,15 +1,15 @@
 #include "document/classes/class_set.h"
 
 #include <algorithm>
+#include <deque>
 #include <iterator>
 #include <utility>
 
 #include "base/path_text.h"
 #include "base/progress.h"
 #include "base/report.h"
-#include "base/text_reader.h"
 #include "document/classes/native_classes.h"
-#include "gamedata/class_parser.h"
+#include "gamedata/class_file.h"
 #include "platform/file.h"
 
 namespace ferrowand {
@@ -36,19 +36,64 @@ ClassSet::ClassSet(ClassLibrary& library) : library_(library) {
 ClassSet::~ClassSet() = default;
 
 bool ClassSet::Load(const std::string& path) {
+  return Read(path, &library_.Report(), library_.Progress());
+}
+
+bool ClassSet::LoadAgain() {
+  LoadProgress unseen;
+  const std::string name = fileName_;
+  const bool worked = !sources_.empty() && Read(sources_[0].path, nullptr, unseen);
+  fileName_ = name;
+  return worked;
+}
+
+bool ClassSet::Read(const std::string& path, Reporter* boxes, LoadProgress& progress) {
+  ClassLog log(boxes);
+  auto file = ReadClassFile(path, library_.Report(), log, progress);
+  if (!file) return false;
   fileName_ = path;
-  Reporter& reporter = library_.Report();
-  TextReader reader(reporter);
-  reader.Open(path);
-  if (!reader.IsOpen()) return false;
-  ClassParser parser(reader, reporter);
-  unsigned count = 0;
-  while (auto record = parser.Next()) {
-    classes_.push_back(std::make_unique<EntityClass>(*this, std::move(*record)));
-    library_.Progress().Step("Entity classes: %u", ++count, reader.Offset(), reader.FileLength());
-  }
+  sources_ = std::move(file->sources);
+  messages_ = log.Messages();
+  messageCount_ = log.Count();
+  Take(std::move(file->classes));
   Finish();
   return true;
+}
+
+bool ClassSet::IsStale() const {
+  return std::ranges::any_of(
+      sources_, [](const ClassSource& source) { return file::Stamp(source.path) != source.stamp; });
+}
+
+bool ClassSet::IsOf(const std::string& path) const {
+  return !sources_.empty() && file::IsSame(sources_[0].path, path);
+}
+
+// Whoever holds a class of the same name holds the new one. Of equal names the last of the file is
+// the first of the set, before and after.
+void ClassSet::Take(std::vector<ClassRecord> records) {
+  std::unordered_map<std::string, std::deque<std::unique_ptr<EntityClass>>> known;
+  std::vector<std::unique_ptr<EntityClass>> fresh;
+  for (auto& entityClass : classes_) {
+    if (entityClass->IsNative()) {
+      fresh.push_back(std::move(entityClass));
+    } else {
+      known[entityClass->classname].push_back(std::move(entityClass));
+    }
+  }
+  std::ranges::reverse(records);
+  for (ClassRecord& record : records) {
+    auto& same = known[record.classname];
+    if (same.empty()) {
+      fresh.push_back(std::make_unique<EntityClass>(*this, std::move(record)));
+    } else {
+      static_cast<ClassRecord&>(*same.front()) = std::move(record);
+      fresh.push_back(std::move(same.front()));
+      same.pop_front();
+    }
+  }
+  for (auto& [name, left] : known) std::ranges::move(left, std::back_inserter(retired_));
+  classes_ = std::move(fresh);
 }
 
 EntityClass& ClassSet::FindClass(std::string_view classname) const {
@@ -61,6 +106,14 @@ EntityClass* ClassSet::ClassOfMenuId(unsigned id) const {
   return id >= FIRSTMENUID && index < classes_.size() ? classes_[index].get() : nullptr;
 }
 
+unsigned ClassSet::MenuIdOf(std::string_view classname) const {
+  const auto found = std::ranges::find(
+      classes_, classname,
+      [](const auto& entityClass) -> std::string_view { return entityClass->classname; });
+  return found == classes_.end() ? 0
+                                 : FIRSTMENUID + static_cast<unsigned>(found - classes_.begin());
+}
+
 void ClassSet::Finish() {
   Sort();
   byName_.clear();
@@ -71,8 +124,6 @@ void ClassSet::Finish() {
 }
 
 void ClassSet::Sort() {
-  // Of equal names the one that came last is found first: the later text of a file overrides.
-  std::reverse(classes_.begin(), classes_.end());
   std::stable_sort(classes_.begin(), classes_.end(), [](const auto& a, const auto& b) {
     if (a->IsNative() != b->IsNative()) return a->IsNative();
     const int order = CompareNoCase(a->classname, b->classname);
@@ -114,6 +165,25 @@ ClassSet& ClassLibrary::Get(const std::string& name, bool quiet, const std::stri
     reporter_.Show("Error", Format("Could not load .qc file \"%s\", using default", name.c_str()));
   }
   return *native_;
+}
+
+ClassSet* ClassLibrary::Choose(const std::string& path) {
+  const auto loaded = std::ranges::find_if(sets_, [&](const auto& set) { return set->IsOf(path); });
+  if (loaded == sets_.end()) return FindOrLoad(path);
+  const ProgressScope scope(progress_, path);
+  ClassSet& set = **loaded;
+  const std::string name = set.FileName();
+  if (!set.Load(path)) return nullptr;
+  set.SetFileName(name);
+  return &set;
+}
+
+std::vector<ClassSet*> ClassLibrary::LoadChanged() {
+  std::vector<ClassSet*> loaded;
+  for (const auto& set : sets_) {
+    if (set->IsStale() && set->LoadAgain()) loaded.push_back(set.get());
+  }
+  return loaded;
 }
 
 void ClassLibrary::LoadDefault(const std::string& name) {

@@ -1,5 +1,5 @@
-// The entity classes of one QuakeC file together with the editor's own seven, and the library that
-// shares such sets between maps.
+// The entity classes of one file (QuakeC, DEF or FGD) together with the editor's own seven, and the
+// library that shares such sets between maps.
 #pragma once
 
 #include <memory>
@@ -10,6 +10,8 @@
 #include <vector>
 
 #include "document/classes/entity_class.h"
+#include "gamedata/class_log.h"
+#include "gamedata/class_source.h"
 #include "platform/colour.h"
 
 namespace ferrowand {
@@ -32,10 +34,17 @@ class ClassSet {
   explicit ClassSet(ClassLibrary& library);
   ~ClassSet();
 
-  // Adds the classes that the comments of the file describe; false when it cannot be opened.
-  // Mistakes in the file are reported one by one under "Parsing Error" with their line; a class is
-  // made of every comment that opens with QUAKED, however malformed the rest.
+  // Takes the classes of the file; false, and all as before, when it cannot be opened. Mistakes in
+  // the file are listed with their lines, and the first of each kind reported under "Parsing
+  // Error". Loaded anew, a class of the same name stays the object that it is; one that is no more
+  // lives on, for whoever holds it, but is not found again.
   bool Load(const std::string& path);
+  // The same from where it was loaded, without a word.
+  bool LoadAgain();
+  // Whether a file that it was made from is another one by now.
+  bool IsStale() const;
+  // Whether it was loaded from that file.
+  bool IsOf(const std::string& path) const;
 
   const std::string& FileName() const { return fileName_; }
   void SetFileName(std::string name) { fileName_ = std::move(name); }
@@ -45,10 +54,17 @@ class ClassSet {
   // of equal names the last one of the file first.
   const std::vector<std::unique_ptr<EntityClass>>& Classes() const { return classes_; }
   EntityClass* ClassOfMenuId(unsigned id) const;
+  // Of the class that FindClass finds by that name; 0 for none.
+  unsigned MenuIdOf(std::string_view classname) const;
   const std::vector<ClassMenuItem>& Menu() const { return menu_; }
   ClassLibrary& Library() const { return library_; }
+  // What was wrong with the file, and how much in all.
+  const std::vector<ClassMessage>& Messages() const { return messages_; }
+  std::size_t MessageCount() const { return messageCount_; }
 
  private:
+  bool Read(const std::string& path, Reporter* boxes, LoadProgress& progress);
+  void Take(std::vector<ClassRecord> records);
   void Finish();
   void Sort();
   void BuildMenu();
@@ -56,6 +72,10 @@ class ClassSet {
   ClassLibrary& library_;
   std::string fileName_;
   std::vector<std::unique_ptr<EntityClass>> classes_;
+  std::vector<std::unique_ptr<EntityClass>> retired_;  // of a file that has changed
+  std::vector<ClassSource> sources_;                   // the file itself first
+  std::vector<ClassMessage> messages_;
+  std::size_t messageCount_ = 0;
   std::unordered_map<std::string_view, EntityClass*> byName_;
   EntityClass* unknown_ = nullptr;
   std::vector<ClassMenuItem> menu_;
@@ -72,6 +92,12 @@ class ClassLibrary {
   // of the search path, then around the folder of who names it, if given. When none can be read
   // that is said, unless quiet, and the native set given.
   ClassSet& Get(const std::string& name, bool quiet = false, const std::string& folder = "");
+
+  // The set of the file that the user has chosen, loaded anew where it is there already; null when
+  // it cannot be opened.
+  ClassSet* Choose(const std::string& path);
+  // Those that have been loaded anew, since their files have changed.
+  std::vector<ClassSet*> LoadChanged();
 
   // The set of new maps; Native() when the file cannot be read, which is said.
   void LoadDefault(const std::string& name);

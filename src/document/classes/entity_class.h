@@ -52,6 +52,8 @@ class EntityClass : public ClassRecord {
   virtual bool HasSizeBox() const;
   // Around the origin of its entities; nothing but that point for those that have none.
   Bounds SizeBox() const;
+  // Whether an entity of the class may do without brushes.
+  bool StandsAtPoint() const { return HasSizeBox() && (!isMadeOfBrushes || isPointToo); }
   virtual bool IsOwnBlock() const { return true; }
   virtual bool IsNative() const { return false; }
   virtual EntityKind Kind() const { return EntityKind::Entity; }

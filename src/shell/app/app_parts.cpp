@@ -34,10 +34,13 @@ void AppParts::AddCommands(const Seams& seams) {
   commands.Add(MakeFileCommands({documents, windows, frame, dialogs, reporter, options}));
   commands.Add(MakeOptionsCommands({data, options, boundEntities, seams.joysticks, joystick,
                                     documents, windows, frame, dialogs, seams.directory}));
-  commands.Add(MakeEditCommands({windows, tools, frame, dialogs, seams.clipboard, reporter}));
+  commands.Add(
+      MakeEditCommands({windows, tools, frame, dialogs, seams.clipboard, reporter, options}));
   commands.Add(MakeModeCommands({tools, windows, frame, commands, dialogs, reporter, options}));
   commands.Add(MakeOperateCommands({windows, tools, dialogs, reporter}));
   commands.Add(MakeInsertCommands({windows, maker, commands, dialogs, reporter, options}));
+  commands.Add(
+      MakeClassCommands({documents, windows, sides, frame, dialogs, boundEntities, reporter}));
   commands.Add(MakeTemplateCommands({documents, windows, dialogs, reporter}));
   commands.Add(MakeCompileCommands({data, documents, windows, sides, maker, frame, dialogs,
                                     seams.clipboard, reporter, options, seams.dataFolder}));

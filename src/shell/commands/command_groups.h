@@ -60,6 +60,7 @@ struct EditContext {
   Dialogs& dialogs;
   Clipboard& clipboard;
   Reporter& reporter;
+  Options& options;
 };
 std::unique_ptr<CommandGroup> MakeEditCommands(const EditContext& context);
 
@@ -95,6 +96,18 @@ struct InsertContext {
   Options& options;
 };
 std::unique_ptr<CommandGroup> MakeInsertCommands(const InsertContext& context);
+
+// The file of classes that a map uses, and keys that insert entities.
+struct ClassContext {
+  Documents& documents;
+  ChildWindows& windows;
+  SideWindows& sides;
+  const Frame& frame;
+  Dialogs& dialogs;
+  BoundEntities& boundEntities;
+  Reporter& reporter;
+};
+std::unique_ptr<CommandGroup> MakeClassCommands(const ClassContext& context);
 
 // What the popups of instances, of opened templates and of embedded maps give.
 struct TemplateContext {

@@ -10,12 +10,12 @@
 #include "operations/insert.h"
 #include "operations/transform_selection.h"
 #include "shell/commands/command_groups.h"
+#include "shell/dialogs/class_menu.h"
 #include "shell/dialogs/dialogs.h"
 #include "shell/dialogs/refusal.h"
 #include "shell/dialogs/typed_numbers.h"
 #include "shell/frame/frame.h"
 #include "shell/system/clipboard.h"
-#include "shell/system/handles.h"
 #include "shell/windows/child_windows.h"
 #include "views/tools/tool_set.h"
 
@@ -98,39 +98,17 @@ void DuplicateMany(const EditContext& in, unsigned) {
                   accept});
 }
 
-// The letter to type stands where the names of a group begin to differ.
-std::string WithMnemonic(const std::string& name, bool inGroup) {
-  const std::size_t bar = inGroup ? name.find('_') : std::string::npos;
-  const std::size_t letter = bar == std::string::npos ? 0 : bar + 1;
-  std::string text;
-  for (std::size_t i = 0; i < name.size(); ++i) {
-    if (i == letter || name[i] == '&') text += '&';
-    text += name[i];
-  }
-  return text;
-}
-
-HMENU MakeClassMenu(const std::vector<ClassMenuItem>& items, bool inGroup) {
-  const HMENU menu = CreatePopupMenu();
-  for (const ClassMenuItem& item : items) {
-    const bool isGroup = !item.items.empty();
-    AppendMenuA(menu, isGroup ? MF_POPUP : MF_STRING,
-                isGroup ? reinterpret_cast<UINT_PTR>(MakeClassMenu(item.items, true)) : item.id,
-                WithMnemonic(item.text, inGroup).c_str());
-  }
-  return menu;
-}
-
 void Insert(const EditContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
   // Before the menu draws the cursor away.
   const NewPlace place = in.windows.PlaceForNew(map);
-  const OwnedMenu menu(MakeClassMenu(map.classSet->Menu(), false));
   // Owned by the view: the frame would take the numbers of classes for commands.
-  const unsigned id = in.dialogs.TrackAtCursor(in.windows.ActiveWindow()->Handle(), menu.get());
-  const EntityClass* chosen = map.classSet->ClassOfMenuId(id);
+  const EntityClass* chosen =
+      AskClass(in.dialogs, in.windows.ActiveWindow()->Handle(), *map.classSet, in.options);
   if (!chosen) return;
-  const bool isPoint = chosen->HasSizeBox() && !chosen->isMadeOfBrushes;
+  // Of a class that is both the selection decides.
+  const bool takesBrushes = chosen->isMadeOfBrushes && !map.selection.empty();
+  const bool isPoint = chosen->StandsAtPoint() && !takesBrushes;
   Conclude(map, isPoint ? InsertEntity(map, *chosen, place.For(chosen->SizeBox()))
                         : GroupSelectionAs(map, *chosen));
 }

@@ -4,6 +4,7 @@
 #include "document/map.h"
 #include "document/picking.h"
 #include "shell/commands/command_groups.h"
+#include "shell/dialogs/bind_key.h"
 #include "shell/dialogs/dialogs.h"
 #include "shell/dialogs/options_dialog.h"
 #include "shell/documents/documents.h"
@@ -20,9 +21,7 @@ const entity* SelectedPointEntity(const OptionsContext& in) {
   const Map* map = in.windows.ActiveMap();
   if (!map || map->selection.size() != 1) return nullptr;
   const entity* selected = map->selection[0];
-  const EntityClass& entityClass = *selected->getClass();
-  const bool isPoint = entityClass.HasSizeBox() && !entityClass.isMadeOfBrushes;
-  return isPoint && selected->getEntityList().empty() ? selected : nullptr;
+  return CanBind(*selected) ? selected : nullptr;
 }
 
 bool IsSamePalette(const Options& a, const Options& b) {

@@ -7,6 +7,7 @@
 #include "base/report.h"
 #include "document/action.h"
 #include "document/classes/class_set.h"
+#include "shell/dialogs/bind_key.h"
 #include "shell/dialogs/options_dialog.h"
 #include "shell/dialogs/set_key_dialog.h"
 #include "shell/resources/resource.h"
@@ -14,13 +15,6 @@
 
 namespace ferrowand {
 namespace {
-
-constexpr std::size_t MAXBOUND = 255;  // as many as the settings can count
-
-std::string NameOf(const BoundEntity& item) {
-  const char* name = item.prototype->GetKey("XMPentityname");
-  return name ? name : "Unnamed";
-}
 
 // Named, so that it can be told in the list.
 EntityPtr MakePrototype(const ClassSet& classes, const std::string& classname) {
@@ -54,7 +48,7 @@ void BindingsPage::ShowList(int chosen) const {
   SendDlgItemMessageW(page_, ID_BOUND_LIST, LB_RESETCONTENT, 0, 0);
   for (const BoundEntity& item : items_) {
     const std::wstring text =
-        ToWide(Format("%s (%s)", NameOf(item).c_str(), KeyName(item.key).c_str()));
+        ToWide(Format("%s (%s)", NameOf(*item.prototype).c_str(), KeyName(item.key).c_str()));
     SendDlgItemMessageW(page_, ID_BOUND_LIST, LB_ADDSTRING, 0,
                         reinterpret_cast<LPARAM>(text.c_str()));
   }
@@ -77,21 +71,11 @@ void BindingsPage::SetGreys() const {
   EnableWindow(GetDlgItem(page_, ID_BIND), items_.size() < MAXBOUND);
 }
 
-int BindingsPage::AskFreeKey() const {
-  const int key = AskKey(GetParent(page_));
-  const auto same = std::ranges::find(items_, key, &BoundEntity::key);
-  if (key == NO_KEY || same == items_.end()) return key;
-  edit_.reporter.Show("Cannot continue", Format("%s is bound to %s already", KeyName(key).c_str(),
-                                                NameOf(*same).c_str()));
-  return NO_KEY;
-}
-
 void BindingsPage::Bind() {
-  if (!edit_.selected && edit_.classes.FindClass(edit_.options.defaultEntity).isMadeOfBrushes) {
-    edit_.reporter.Show("Cannot continue", "Only point entities can be bound to a key");
-    return;
+  if (!edit_.selected && !edit_.classes.FindClass(edit_.options.defaultEntity).StandsAtPoint()) {
+    return RefuseToBind(edit_.reporter);
   }
-  const int key = AskFreeKey();
+  const int key = AskFreeKey(GetParent(page_), items_, edit_.reporter);
   if (key == NO_KEY) return;
   EntityPtr prototype = edit_.selected ? edit_.selected->Copy()
                                        : MakePrototype(edit_.classes, edit_.options.defaultEntity);
@@ -108,7 +92,7 @@ void BindingsPage::Unbind() {
 
 void BindingsPage::Rebind() {
   const int chosen = Chosen();
-  const int key = chosen < 0 ? NO_KEY : AskFreeKey();
+  const int key = chosen < 0 ? NO_KEY : AskFreeKey(GetParent(page_), items_, edit_.reporter);
   if (key == NO_KEY) return;
   items_[static_cast<std::size_t>(chosen)].key = static_cast<std::uint8_t>(key);
   ShowList(chosen);

@@ -26,8 +26,6 @@ class BindingsPage {
   void Bind();
   void Unbind();
   void Rebind();
-  // From the user; NO_KEY also, after saying so, for one that another entity has.
-  int AskFreeKey() const;
   void ShowList(int chosen) const;
   void SetGreys() const;
   int Chosen() const;

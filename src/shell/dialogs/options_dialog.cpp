@@ -11,6 +11,7 @@
 #include "base/key_bindings.h"
 #include "base/path_text.h"
 #include "base/report.h"
+#include "gamedata/class_file.h"
 #include "shell/dialogs/bindings_page.h"
 #include "shell/dialogs/dialogs.h"
 #include "shell/dialogs/option_controls.h"
@@ -36,7 +37,6 @@ constexpr std::array<PageRow, NUMOPTIONPAGES> PAGES{{
 }};
 
 constexpr char WAD_FILTER[] = "Wad archives (*.wad)|*.wad|";
-constexpr char QC_FILTER[] = "QC scripts (*.qc)|*.qc|";
 constexpr char PROGRAM_FILTER[] =
     "Executables (*.exe, *.com, *.bat, *.pif)|*.exe;*.com;*.bat;*.pif|Quake|quake.exe|"
     "WinQuake|winquake.exe|";
@@ -196,7 +196,7 @@ class OptionsDialog {
       case ID_CHOOSE_WAD:
         return ChooseFile(ID_DEFAULT_WAD, "Default WAD", WAD_FILTER);
       case ID_CHOOSE_QC:
-        return ChooseFile(ID_DEFAULT_QC, "Default QC", QC_FILTER);
+        return ChooseFile(ID_DEFAULT_QC, "Default QC", CLASS_FILE_FILTER);
       case ID_CHOOSE_EXECUTABLE:
         return ChooseExecutable();
       case ID_CHOOSE_DIRECTORY:

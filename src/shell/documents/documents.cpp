@@ -10,6 +10,7 @@
 #include "base/safe_file.h"
 #include "base/text_reader.h"
 #include "compile/compile_files.h"
+#include "document/edit_step.h"
 #include "document/map.h"
 #include "gamedata/file_kind.h"
 #include "platform/file.h"
@@ -36,6 +37,22 @@ std::string FullPath(const std::string& path) {
 std::string OtherName(const std::string& name) {
   const PathParts parts = SplitPath(name);
   return parts.directory + parts.base + "-read" + parts.extension;
+}
+
+// What the user hears of a file of classes that has been read.
+std::string ClassesInWords(const ClassSet& classes) {
+  const auto natives =
+      std::ranges::count_if(classes.Classes(), &EntityClass::IsNative,
+                            [](const auto& c) -> const EntityClass& { return *c; });
+  std::string text =
+      Format("%u classes in %s",
+             static_cast<unsigned>(classes.Classes().size()) - static_cast<unsigned>(natives),
+             classes.FileName().c_str());
+  if (classes.MessageCount() > 0) {
+    text += Format("; %u messages, which Tools / Class file messages lists",
+                   static_cast<unsigned>(classes.MessageCount()));
+  }
+  return text;
 }
 
 }  // namespace
@@ -369,6 +386,37 @@ bool Documents::MayQuit() {
     if (answer == Answer::Yes && !Save(*map)) return false;
   }
   return true;
+}
+
+void Documents::ChooseClasses(Map& map, const std::string& path) {
+  const ClassSet* classes = data_.classes.Choose(path);
+  if (!classes) {
+    data_.reporter.Show("Cannot continue", "Cannot open file!");
+    return;
+  }
+  BindAnew(*classes);
+  {
+    EditStep step(map);
+    step.ChooseClasses(classes->FileName());
+  }
+  map.ShowStatus(ClassesInWords(*classes));
+}
+
+void Documents::FollowClassFiles() {
+  for (const ClassSet* classes : data_.classes.LoadChanged()) BindAnew(*classes);
+}
+
+void Documents::FollowWads() {
+  if (data_.wads.ReadChanged().empty()) return;
+  for (const auto& map : maps_) map->BindTexturesAnew();
+}
+
+void Documents::BindAnew(const ClassSet& classes) const {
+  for (const auto& map : maps_) {
+    if (map->classSet != &classes) continue;
+    map->BindClassesAnew();
+    map->ShowStatus("Read again: " + ClassesInWords(classes));
+  }
 }
 
 void Documents::FollowOptions() {

@@ -12,6 +12,7 @@
 
 namespace ferrowand {
 
+class ClassSet;
 class Dialogs;
 class Map;
 class Reporter;
@@ -55,6 +56,12 @@ class Documents {
   void OfferRescues();
   // Of the maps whose files other programs have changed: to read them again.
   void OfferReloads();
+  // The map uses the classes of the file from now on, which is a step of its own; where it is in
+  // use already it is read anew for every map.
+  void ChooseClasses(Map& map, const std::string& path);
+  // Files of classes, and WADs, that other programs have changed are read anew.
+  void FollowClassFiles();
+  void FollowWads();
   // All that is not saved, so that the end of the program does not cost it.
   void KeepAll();
   // The same when that end has come: what the user is told.
@@ -82,6 +89,7 @@ class Documents {
  private:
   enum class LossAnswer { WriteHere, OtherName, WriteNothing };
 
+  void BindAnew(const ClassSet& classes) const;
   Map& Adopt(std::unique_ptr<Map> map);
   // Asked before a map goes over the file that it was read from with losses.
   LossAnswer AskAboutLoss(const Map& map, const std::string& target) const;

@@ -210,6 +210,8 @@ void Frame::OnTimer() {
 // Not while a box is open: it is about maps as they are.
 void Frame::OnCameToFront() {
   if (IsWindowEnabled(window_) && !progress_.IsLoading() && !commands_.IsDragging()) {
+    documents_.FollowClassFiles();
+    documents_.FollowWads();
     documents_.OfferReloads();
   }
 }

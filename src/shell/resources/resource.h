@@ -173,6 +173,10 @@
 #define ID_INFO_EXITS 115
 #define ID_INFO_EDGE 116  // where the right half begins
 
+#define ID_CLASS_MESSAGES 1047
+#define ID_CLASS_MESSAGE_LIST 100
+#define ID_CLASS_MESSAGE_COUNT 101
+
 // Of the window of a check.
 #define ID_CHECK_LIST 100
 #define ID_CHECK_STRICT 101

@@ -3,34 +3,13 @@
 #include <optional>
 #include <string>
 
-#include "platform/file.h"
+#include "base/safe_file.h"
+#include "base/text_parts.h"
 #include "platform/system.h"
 #include "shell/frame/frame.h"
 #include "shell/system/display_scale.h"
 
 namespace ferrowand {
-namespace {
-
-std::optional<std::string> ReadText(const std::string& name) {
-  const FileHandle handle = file::Open(name, FileAccess::Read);
-  if (handle == INVALID_FILE) return std::nullopt;
-  std::string text(file::Size(handle), '\0');
-  text.resize(file::Read(handle, text.data(), text.size()));
-  file::Close(handle);
-  return text;
-}
-
-// An edit control ends its lines with both characters only.
-std::string WithCarriageReturns(const std::string& text) {
-  std::string lines;
-  for (const char c : text) {
-    if (c == '\n') lines += '\r';
-    if (c != '\r') lines += c;
-  }
-  return lines;
-}
-
-}  // namespace
 
 LRESULT CALLBACK KeyList(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   return ChildWindow::Dispatch(window, message, wParam, lParam);
@@ -46,10 +25,10 @@ void KeyListWindow::OnCreate() {
                               ES_READONLY | ES_AUTOVSCROLL | ES_AUTOHSCROLL,
                           0, 0, 0, 0, Handle(), nullptr, frame_.Instance(), nullptr);
   SendMessageA(edit_, WM_SETFONT, reinterpret_cast<WPARAM>(FixedFont()), 0);
-  std::optional<std::string> text = ReadText("keylist.txt");
-  if (!text) text = ReadText(ProgramDirectory() + PathSeparator() + "keylist.txt");
+  std::optional<std::string> text = FileBytes("keylist.txt");
+  if (!text) text = FileBytes(ProgramDirectory() + PathSeparator() + "keylist.txt");
   if (text) {
-    SetWindowTextA(edit_, WithCarriageReturns(*text).c_str());
+    SetWindowTextA(edit_, WithCrLf(*text).c_str());
   } else {
     SetWindowTextA(Handle(), "Cannot open keylist.txt");
   }

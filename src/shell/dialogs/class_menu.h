@@ -1,0 +1,18 @@
+// The menu of a map's classes, at the cursor.
+#pragma once
+
+#include "shell/system/win32.h"
+
+namespace ferrowand {
+
+class ClassSet;
+class Dialogs;
+class EntityClass;
+struct Options;
+
+// Null when the user thinks better of it. Those that were chosen last, in whatever map, stand in
+// front, and the one chosen now joins them.
+const EntityClass* AskClass(Dialogs& dialogs, HWND owner, const ClassSet& classes,
+                            Options& options);
+
+}  // namespace ferrowand
