@@ -118,19 +118,34 @@ TEST_F(EntityTreeTest, TheWordsTellWhatAnObjectIs) {
   EXPECT_EQ(state(Get("gate")), "hidden, leading");
 }
 
-// Whatever is done: each announcement leaves the rows that a new tree has.
+// Whatever is done: each announcement leaves the rows that a new tree has. Rows are dragged about
+// in between, which leaves a map that the game can read, and can be taken back to the letter.
 TEST_F(EntityTreeTest, RowsFollowTheMap) {
   const TreeFilter filters[] = {{.brushes = true}, {}, {.text = "1"}, {.hidden = false}};
   for (unsigned seed = 1; seed <= 4; ++seed) {
     const TreeFilter& filter = filters[seed - 1];
     Show(filter);
     RandomUser user(*map, temp.Path("group.xmp"), seed);
-    for (int i = 0; i < 150; ++i) {
+    std::mt19937 random(seed);
+    int moved = 0;
+    for (int i = 0; i < 60; ++i) {
       const char* done = user.DoSomething();
+      const auto& rows = tree->Rows();
+      const auto any = [&] { return rows.empty() ? map.get() : rows[random() % rows.size()].e; };
+      entity* const dragged[] = {any(), any(), any()};
+      entity& holder = *any();
+      const std::string before = Text();
+      if (HoldsObjects(holder) && MoveInto(*map, dragged, holder) == EditResult::Done &&
+          Text() != before) {
+        ++moved;
+        ASSERT_TRUE(IsPlayable(*map)) << done << " of " << seed;
+        ExpectOneStep(before);
+      }
       EntityTree other(*map);
       other.SetFilter(filter);
       ASSERT_EQ(tree->Rows(), other.Rows()) << done << " of " << seed;
     }
+    EXPECT_GT(moved, 8);
   }
 }
 

@@ -20,7 +20,7 @@ namespace {
 constexpr const wchar_t* HEADINGS[] = {L"Name", L"Class", L"Links", L"State", L"Details"};
 constexpr int COLUMNS = static_cast<int>(std::size(HEADINGS));
 // Of the room that there is, in hundredths.
-constexpr std::array<int, COLUMNS> SHARES{30, 20, 17, 14, 19};
+constexpr std::array<int, COLUMNS> SHARES{32, 22, 18, 11, 17};
 
 // Pixels at the usual size of letters.
 constexpr int NODE_SIDE = 16, ARROW_INSET = 4;

@@ -29,7 +29,7 @@ namespace ferrowand {
 namespace {
 
 // Pixels at the usual size of letters.
-constexpr int WIDTH = 460, HEIGHT = 420;
+constexpr int WIDTH = 500, HEIGHT = 420;
 constexpr int MARGIN = 6, GAP = 4, ROW_HEIGHT = 22, TEXT_HEIGHT = 14, TEXT_DROP = 4;
 constexpr int LABEL_WIDTH = 36, BUTTON_WIDTH = 66, LIST_HEIGHT = 200;
 

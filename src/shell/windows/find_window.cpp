@@ -14,6 +14,7 @@
 #include "shell/dialogs/refusal.h"
 #include "shell/frame/frame.h"
 #include "shell/resources/resource.h"
+#include "shell/system/display_scale.h"
 #include "shell/system/wide_text.h"
 #include "shell/windows/child_windows.h"
 #include "shell/windows/window_place.h"
@@ -25,7 +26,9 @@ namespace {
 constexpr const wchar_t* HEADINGS[] = {L"Found", L"Class", L"Links", L"State", L"Details"};
 constexpr int COLUMNS = static_cast<int>(std::size(HEADINGS));
 // Of the room that there is, in hundredths.
-constexpr std::array<int, COLUMNS> SHARES{28, 20, 18, 15, 19};
+constexpr std::array<int, COLUMNS> SHARES{30, 23, 18, 12, 17};
+
+constexpr int CORNER_GAP = 16;  // pixels at the usual size of letters
 
 constexpr UINT_PTR SEARCH_TIMER = 1;
 constexpr UINT SEARCH_DELAY = 10;  // milliseconds; what is typed goes first
@@ -54,14 +57,21 @@ void FindWindow::OnInit() {
     CheckDlgButton(Handle(), SWITCHES[i], isOn ? BST_CHECKED : BST_UNCHECKED);
   }
   AddColumns();
-  RECT usual, screen;
-  GetWindowRect(Handle(), &usual);
+  PutInPlace();
+}
+
+// At first in the corner that the arranged views leave free.
+void FindWindow::PutInPlace() const {
+  RECT own, frame, screen;
+  GetWindowRect(Handle(), &own);
+  GetWindowRect(windows_.GetFrame().Handle(), &frame);
   GetWindowRect(GetDesktopWindow(), &screen);
-  const int width = usual.right - usual.left, height = usual.bottom - usual.top;
-  ChildPlace place = PlaceOfText(options_.findPlace, {usual.left, usual.top, width, height},
-                                 {screen.right, screen.bottom});
-  SetWindowPos(Handle(), nullptr, place.left, place.top, width, height,
-               SWP_NOZORDER | SWP_NOACTIVATE);
+  const int width = own.right - own.left, height = own.bottom - own.top;
+  const int gap = Scaled(CORNER_GAP);
+  const ChildPlace corner{frame.right - gap - width, frame.bottom - gap - height, width, height};
+  const ChildPlace place = PlaceOfText(options_.findPlace, corner, {screen.right, screen.bottom});
+  SetWindowPos(Handle(), nullptr, place.left, place.top, 0, 0,
+               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void FindWindow::AddColumns() {

@@ -47,6 +47,7 @@ class FindWindow : public SideWindow, public MapObserver {
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   LRESULT OnNotify(NMHDR& header);
   void OnInit();
+  void PutInPlace() const;
   void AddColumns();
   void OnCommand(int id, int notification);
   void FillList(int id) const;
