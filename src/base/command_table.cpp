@@ -126,6 +126,8 @@ constexpr CommandRow MAINMENU[] = {
     {Command::FindEntity, "Edit", "&Find Entity...", "Ctrl+Shift+F", HasMap},
     {Command::FindTexture, "Edit", "Find &Texture...", "", HasMap},
     {Command::ReplaceTexture, "Edit", "R&eplace Texture...", "", HasMap},
+    {Command::FindNext, "Edit", "Find &next", "F3", HasMap},
+    {Command::FindPrevious, "Edit", "Find p&revious", "Shift+F3", HasMap},
     {Command::BindToKey, "Edit", "&Bind to a key...", "", HasSelection},
     {Command::ModeEntity, "Modes", "&Entity", "Ctrl+E", HasMap, InUse<Command::ModeEntity>},
     {Command::ModeBrush, "Modes", "&Brush", "Ctrl+B", HasMap, InUse<Command::ModeBrush>},

@@ -38,6 +38,8 @@ enum class Command : std::uint16_t {
   FindEntity = 51685,
   FindTexture = 51753,
   ReplaceTexture = 51754,
+  FindNext = 50120,
+  FindPrevious = 50121,
   BindToKey = 50131,
 
   ModeEntity = 105,

@@ -81,6 +81,9 @@ const Setting SETTINGS[] = {
     {"Frame Bottom", &Options::frameBottom},
     {"Frame Maximised", &Options::frameMaximised},
     {"Pale Others", &Options::paleOthers},
+    {"Entity Tree Place", &Options::entityTreePlace},
+    {"Find Place", &Options::findPlace},
+    {"Entity Tree Shows", &Options::entityTreeShows},
 };
 
 constexpr std::array<std::uint8_t, Options::NUMKEYACTIONS> DEFAULTKEYS = {

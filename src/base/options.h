@@ -75,7 +75,10 @@ struct Options {
   std::uint16_t autosaveMinutes = 5;  // between two times that unsaved work is kept; 0: never
   std::int32_t frameLeft = 0, frameTop = 0, frameRight = 0, frameBottom = 0;  // empty: unknown
   std::uint8_t frameMaximised = 1;
-  std::uint8_t paleOthers = 0;  // while something is selected, all else is drawn paler
+  std::string entityTreePlace;       // of the window in the frame's client area; empty: unknown
+  std::string findPlace;             // of Find Entity on the screen
+  std::uint8_t entityTreeShows = 3;  // bits: hidden, disabled, only points, only named, brushes
+  std::uint8_t paleOthers = 0;       // while something is selected, all else is drawn paler
   std::array<std::array<std::uint8_t, 2>, NUMKEYACTIONS> keys;  // virtual-key codes
 
   Options();

@@ -52,10 +52,7 @@ void AddExtent(const entity& e, Bounds& box) {
   }
   if (e.HasOrigin()) {
     box.Add(e.Origin());
-    if (own.HasSizeBox()) {
-      box.Add(e.Origin() + Vec3(own.minx, own.miny, own.minz));
-      box.Add(e.Origin() + Vec3(own.maxx, own.maxy, own.maxz));
-    }
+    box.Add(Moved(own.SizeBox(), e.Origin()));
   }
   for (const EntityPtr& child : e.getEntityList()) AddExtent(*child, box);
 }

@@ -73,6 +73,15 @@ void SelectMembers(Map& map, entity& holder, bool add) {
   Select(map, members, add);
 }
 
+entity* BesideSelected(const Map& map, std::span<entity* const> stack, bool deeper) {
+  if (stack.empty()) return nullptr;
+  const auto isSelected = [&map](const entity* e) { return map.selection.Contains(*e); };
+  const auto selected = std::ranges::find_if(stack, isSelected);
+  if (selected == stack.end()) return stack.front();
+  const bool isLast = selected == (deeper ? stack.end() - 1 : stack.begin());
+  return isLast ? *selected : *(deeper ? selected + 1 : selected - 1);
+}
+
 Bounds SelectionBounds(const Map& map) {
   Bounds bounds;
   for (const entity* e : map.selection) bounds.Add(e->GetBounds());

@@ -31,6 +31,11 @@ void SelectInBox(Map& map, const Bounds& box, BoxRule rule, PickLevel level, boo
 // What a group or a layer holds, instead of it.
 void SelectMembers(Map& map, entity& holder, bool add);
 
+// Of what lies below each other at a place, the uppermost first: the one behind, or before, the
+// first that is selected, while there is one; the uppermost where none of them is. Null for no
+// objects.
+entity* BesideSelected(const Map& map, std::span<entity* const> stack, bool deeper);
+
 Bounds SelectionBounds(const Map& map);
 // What a command works on: the selected objects that can be reached, none of which lies within
 // another, in the order of selecting.

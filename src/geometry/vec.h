@@ -97,6 +97,10 @@ struct Bounds {
   friend bool operator==(const Bounds&, const Bounds&) = default;
 };
 
+inline Bounds Moved(const Bounds& box, const Vec3& by) {
+  return {box.mins + by, box.maxs + by};
+}
+
 // Cosine and sine of whole degrees, brought into 0..359 first and exact at the right angles.
 double CosDegrees(int degrees);
 double SinDegrees(int degrees);

@@ -19,6 +19,7 @@
 #include "operations/insert.h"
 #include "operations/new_entity.h"
 #include "operations/template_travel.h"
+#include "operations/transformation.h"
 
 namespace ferrowand {
 namespace {
@@ -103,6 +104,19 @@ void AddTemplates(EditStep& step, ArrivingTemplates& templates) {
   for (EntityPtr& added : templates.added) AddTo(step, std::move(added), layer);
 }
 
+// Textures go along.
+EditResult MoveTogether(std::span<entity* const> objects, const PasteWay& way) {
+  Bounds box;
+  for (const entity* object : objects) box.Add(SeenBounds(*object));
+  if (box.IsEmpty()) return EditResult::Done;
+  const Transformation move(way(box));
+  for (entity* object : objects) {
+    if (const EditResult result = TransformObject(*object, move, true); result != EditResult::Done)
+      return result;
+  }
+  return EditResult::Done;
+}
+
 void TellRenamed(Map& map, const ArrivingTemplates& templates) {
   std::string text;
   for (const auto& [there, here] : templates.renamed) {
@@ -134,12 +148,12 @@ EditResult CutSelection(Map& map, std::string& text) {
   return DeleteSelection(map);
 }
 
-EditResult PasteText(Map& map, std::string_view text) {
+EditResult PasteText(Map& map, std::string_view text, const PasteWay& way) {
   if (!LooksLikeMap(text)) return EditResult::NotAMap;
   TextReader reader(map.Data().reporter);
   reader.OpenText(text);
   Arriving arriving = ReadObjects(map, reader);
-  const EditResult result = CheckObjects(arriving, map.NewParent(), 0);
+  EditResult result = CheckObjects(arriving, map.NewParent(), 0);
   if (result != EditResult::Done) return result;
   {
     std::vector<entity*> added;
@@ -148,6 +162,11 @@ EditResult PasteText(Map& map, std::string_view text) {
     AddTemplates(step, arriving.templates);
     for (EntityPtr& object : arriving.objects) {
       added.push_back(&AddTo(step, std::move(object), map.NewParent()));
+    }
+    if (way) result = MoveTogether(added, way);
+    if (result != EditResult::Done) {
+      step.Cancel();
+      return result;
     }
     Select(map, added, false);
   }

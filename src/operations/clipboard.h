@@ -2,9 +2,11 @@
 // map, crosses between two editors, and pastes into a text file.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
+#include "geometry/vec.h"
 #include "operations/edit_result.h"
 
 namespace ferrowand {
@@ -19,7 +21,10 @@ EditResult CutSelection(Map& map, std::string& text);
 // current layer and are selected. Templates come along, under another name where the map has
 // another of that name, and go into the layer. Layers of the text are not taken over, nor are its
 // WADs and its class set. Damage in it is reported as that of a file.
-EditResult PasteText(Map& map, std::string_view text);
+// They lie where the text says, or the way is asked for by which they move, given the box around
+// all of them.
+using PasteWay = std::function<Vec3(const Bounds&)>;
+EditResult PasteText(Map& map, std::string_view text, const PasteWay& way = {});
 
 // A file's objects, likewise, in a group named after it.
 EditResult InsertGroup(Map& map, const std::string& filename);

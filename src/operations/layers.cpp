@@ -48,13 +48,17 @@ void MakeLayerCurrent(Map& map, entity& layer) {
   scope.Change().done = "New objects join the current layer";
 }
 
-void SetLayerState(Map& map, entity& layer, bool hidden, bool disabled) {
+void PutLayerState(entity& layer, bool hidden, bool disabled) {
   const char* before = layer.GetKey("XMPstate");
   const int others = (before ? ParseInt(before) : 0) & ~(LAYER_HIDDEN | LAYER_DISABLED);
   const int state = others | (hidden ? LAYER_HIDDEN : 0) | (disabled ? LAYER_DISABLED : 0);
+  ReplaceKey(layer, "XMPstate", std::to_string(state));
+}
+
+void SetLayerState(Map& map, entity& layer, bool hidden, bool disabled) {
   EditStep step(map);
   step.ChangeKeys(layer);
-  ReplaceKey(layer, "XMPstate", std::to_string(state));
+  PutLayerState(layer, hidden, disabled);
 }
 
 void DescribeLayer(Map& map, entity& layer, std::string_view name, Colour colour) {

@@ -19,6 +19,8 @@ std::vector<entity*> LayersOf(const Map& map);
 entity& InsertLayer(Map& map, std::string_view name);
 // New objects go there from now on, and to no leading group. Nothing that is undone.
 void MakeLayerCurrent(Map& map, entity& layer);
+// Within a step that keeps the layer.
+void PutLayerState(entity& layer, bool hidden, bool disabled);
 // What can not be reached any more is not selected any more.
 void SetLayerState(Map& map, entity& layer, bool hidden, bool disabled);
 // Name and colour in one step. What stays the same keeps its keys, and no name is none.

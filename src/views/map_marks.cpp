@@ -6,14 +6,14 @@
 #include "base/report.h"
 #include "document/map.h"
 #include "gamedata/level_lines.h"
+#include "views/camera/camera.h"
 #include "views/map_view.h"
 
 namespace ferrowand {
 namespace {
 
-// Readable on either background, and none of the map's own colours.
-constexpr Pen LEAK{{255, 32, 32}, 2}, LEAK_PLACE{{255, 32, 32}, 1}, PORTAL{{0, 160, 96}, 1};
-constexpr Pen FACE{{255, 128, 0}, 3};
+constexpr Pen LEAK{LEAK_COLOUR, 2}, LEAK_PLACE{LEAK_COLOUR, 1}, PORTAL{PORTAL_COLOUR, 1};
+constexpr Pen FACE{MARKED_FACE_COLOUR, 3};
 constexpr int PLACE_REACH = 6, END_REACH = 3;  // pixels
 
 std::vector<Pixel> PixelsOf(const std::vector<Vec3>& points, const ViewTransform& transform) {
@@ -45,8 +45,11 @@ void DrawOutline(const std::vector<Vec3>& corners, const Pen& pen, const ViewTra
   canvas.Polyline(pen, pixels);
 }
 
-void RepaintViewsOf(const ViewList& views, const Map& map) {
+void RepaintAll(const ViewList& views, const Map& map) {
   for (MapView* view : views.ViewsOf(map)) view->Repaint();
+  Camera* const camera = views.CameraOf(map);
+  const MapMarks* const marks = views.marks.Find(map);
+  if (camera && marks) camera->ShowMarks(*marks);
 }
 
 std::string FileNameIn(const std::string& path) {
@@ -75,7 +78,7 @@ std::string LoadLeak(ViewList& views, const Map& map, const std::string& ptsPath
   marks.leak = line.value_or(Polyline());
   marks.at = 0;
   marks.showsLeak = !marks.leak.empty();
-  RepaintViewsOf(views, map);
+  RepaintAll(views, map);
   const std::string file = FileNameIn(ptsPath);
   if (!line) return file + " cannot be read: nothing tells where the map leaks.";
   if (line->empty()) return file + " is empty: this qbsp does not tell where the map leaks.";
@@ -88,7 +91,7 @@ std::string LoadPortals(ViewList& views, const Map& map, const std::string& prtP
   const std::optional<std::vector<Polyline>> portals = ReadPortals(prtPath);
   marks.portals = portals.value_or(std::vector<Polyline>());
   marks.showsPortals = !marks.portals.empty();
-  RepaintViewsOf(views, map);
+  RepaintAll(views, map);
   const std::string file = FileNameIn(prtPath);
   if (!portals) return file + " cannot be read, or holds no portals.";
   return Format("%s is drawn in the views, %u portals.", file.c_str(),
@@ -97,19 +100,19 @@ std::string LoadPortals(ViewList& views, const Map& map, const std::string& prtP
 
 void ShowLeak(ViewList& views, const Map& map, bool isShown) {
   views.marks.Of(map).showsLeak = isShown;
-  RepaintViewsOf(views, map);
+  RepaintAll(views, map);
 }
 
 void ShowPortals(ViewList& views, const Map& map, bool isShown) {
   views.marks.Of(map).showsPortals = isShown;
-  RepaintViewsOf(views, map);
+  RepaintAll(views, map);
 }
 
 void MarkFace(ViewList& views, const Map& map, std::vector<Vec3> corners) {
   const MapMarks* marks = views.marks.Find(map);
   if (corners.empty() && (!marks || marks->face.empty())) return;
   views.marks.Of(map).face = std::move(corners);
-  RepaintViewsOf(views, map);
+  RepaintAll(views, map);
 }
 
 std::string WalkLeak(ViewList& views, const Map& map, int step) {
@@ -121,7 +124,7 @@ std::string WalkLeak(ViewList& views, const Map& map, int step) {
   marks.showsLeak = true;
   const Vec3& point = marks.leak[marks.at];
   for (MapView* view : views.ViewsOf(map)) view->CentreOn(point);
-  RepaintViewsOf(views, map);
+  RepaintAll(views, map);
   return Format("Leak line: point %u of %u (%g %g %g)", static_cast<unsigned>(marks.at + 1),
                 static_cast<unsigned>(count), double{point.x}, double{point.y}, double{point.z});
 }

@@ -16,13 +16,17 @@ class Map;
 class ViewList;
 struct ViewTransform;
 
+// Readable on either background, and none of the map's own colours.
+inline constexpr Colour LEAK_COLOUR{255, 32, 32}, PORTAL_COLOUR{0, 160, 96};
+inline constexpr Colour MARKED_FACE_COLOUR{255, 128, 0};
+
 struct MapMarks {
-  std::vector<Vec3> leak;  // from an entity of the level into the void; world units
+  std::vector<Vec3> leak = {};  // from an entity of the level into the void; world units
   bool showsLeak = false;
   std::size_t at = 0;  // the point of it that the user has walked to
-  std::vector<std::vector<Vec3>> portals;
+  std::vector<std::vector<Vec3>> portals = {};
   bool showsPortals = false;
-  std::vector<Vec3> face;  // its corners; empty for none
+  std::vector<Vec3> face = {};  // its corners; empty for none
 
   bool IsShown() const { return showsLeak || showsPortals || !face.empty(); }
 };

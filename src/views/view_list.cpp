@@ -23,6 +23,7 @@ void ViewList::BringToFront(MapView& view) {
 void ViewList::Add(Camera& camera) {
   cameras_.push_back(&camera);
   CameraMoved(camera, camera.Pose());
+  if (const MapMarks* shown = marks.Find(camera.GetMap())) camera.ShowMarks(*shown);
 }
 
 void ViewList::Remove(Camera& camera) {

@@ -111,6 +111,7 @@ TEST_F(OptionsTest, WhatCannotBeIsRepairedCutOrLeftAtItsDefault) {
   EXPECT_EQ(options.backClip, 5000u);
   EXPECT_EQ(options.textureCache, DefaultTextureCache(PhysicalMemoryBytes()));
   EXPECT_EQ(options.rotationStep, 15);
+  EXPECT_EQ(Loaded([](auto& key) { key.WriteNumber("Rotation Step", 180); }).rotationStep, 180);
   EXPECT_EQ(options.gammaRed, 0.1f);
   EXPECT_EQ(options.gammaGreen, 100.0f);
   EXPECT_EQ(options.gammaBlue, 1.0f);

@@ -258,6 +258,9 @@ TEST(TextReader, AFileThatShrinksWhileItIsReadIsReportedOnceAndReadsAsZeros) {
   // A reader that is opened again knows nothing of the file before.
   reading.reader.Open(reading.dir.Write("text", std::string(1000, '\0')), 10);
   EXPECT_TRUE(reading.reader.HasZeroBytes());
+  reading.reader.Open(reading.dir.Write("text", std::string(5, '\0') + std::string(100, 'x')), 10);
+  while (!reading.reader.AtEof()) reading.reader.ReadToken(token, 50);
+  EXPECT_TRUE(reading.reader.HasZeroBytes()) << "in the first of several windows";
   reading.reader.Open(reading.dir.Write("text", std::string(1000, 'x')), 10);
   EXPECT_FALSE(reading.reader.HasZeroBytes());
   reading.dir.Write("text", "");

@@ -118,10 +118,12 @@ TEST(Cli, NamesWhatIsNoMapOrNoWad) {
   const TempDir folder;
   const std::string bsp = folder.Write("a.bsp", std::string("\x1d\0\0\0lots of it ....", 20));
   const std::string wad = folder.Write("a.wad", "WAD3............");
+  const std::string pcx = folder.Write("a.pcx", "\x0a\x05\x01\x08............");
   const std::string map = folder.Write("cube.map", MapText());
   for (const auto& [command, file, says] : Cases<const char*, std::string, const char*>{
            {"info", bsp, "a compiled Quake map (BSP), not a map"},
            {"info", wad, "a Half-Life WAD of textures (WAD3), not a map"},
+           {"info", pcx, "a picture (PCX), not a map"},
            {"info", folder.Write("u.map", "\xff\xfe{"), "a text in UTF-16, not a map"},
            {"wad", wad, "a Half-Life WAD of textures (WAD3), not a WAD2"},
            {"wad", map, "is not a WAD2 file"}}) {

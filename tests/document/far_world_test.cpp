@@ -73,5 +73,12 @@ TEST_F(FarWorldTest, WhatIsNotClosedEndsWhereItAlwaysDid) {
   EXPECT_TRUE(recorder.messages.empty());
 }
 
+TEST_F(FarWorldTest, TheLastUnitIsPartOfTheWorld) {
+  const auto map = ReadText(World(Cuboid(32000, -64, -32767, 32767, 64, 0)));
+  EXPECT_EQ(BrushOf(*map).Box(), (Bounds{{32000, -64, -32767}, {32767, 64, 0}}));
+  EXPECT_TRUE(BrushOf(*map).FarFaces().empty());
+  EXPECT_TRUE(recorder.messages.empty());
+}
+
 }  // namespace
 }  // namespace ferrowand

@@ -140,7 +140,8 @@ TEST_F(MapReaderTest, FacesHaveTheTexturesOfTheFirstWadThatKnowsThemWhereverItIs
   const std::string more = temp.Write("more.wad", WadBytes({{"wall", 8, 8, "m"}}));
   const std::string wads = "\"wad\" \"" + floors + ";" + walls + ";" + more + "\"";
   const std::string faces = Cuboid(0, 0, 0, 8, 8, 8), own = faces.substr(2, faces.size() - 4);
-  for (const std::string& world : {wads + faces, faces + wads, own + wads}) {
+  const std::string second = "}{\"classname\" \"worldspawn\"";
+  for (const std::string& world : {wads + faces, faces + wads, own + wads, faces + second + wads}) {
     const auto map = ReadText("{" + world + "}{\"classname\" \"light\"" + faces + "}");
     EXPECT_TRUE(IsConsistent(*map)) << world;
     ForEachEntity(*map, [&](const entity& e) {

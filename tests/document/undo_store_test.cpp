@@ -98,6 +98,11 @@ TEST_F(UndoStoreTest, AMoveIsKeptAsItsWayAndOldStepsGoBeyondTheBudget) {
   move({0.5f, 0, 0});
   const std::uint64_t copies = undo.Bytes();
   EXPECT_GT(copies, 1000u);
+  for (int i = 0; i < 5; ++i) {
+    undo.Undo();
+    move({0.5f, 0, 0});
+  }
+  EXPECT_LT(undo.Bytes(), copies + 300) << "what can no longer be redone weighs nothing";
   undo.SetBudget(2 * copies);
   for (int i = 0; i < 5; ++i) move({0.5f, 0, 0});
   EXPECT_EQ(undo.StepCount(), 2u);

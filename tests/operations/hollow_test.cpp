@@ -6,6 +6,8 @@
 
 #include "geometry/tolerance.h"
 #include "operations/edit_fixture.h"
+#include "operations/groups.h"
+#include "operations/visibility.h"
 #include "support/brush_checks.h"
 #include "support/cases.h"
 
@@ -54,6 +56,19 @@ TEST_F(HollowTest, WallsStandInsideTheBrushOrAroundIt) {
     EXPECT_EQ(target.GetBounds(), box);
     ExpectOneStep(before);
   }
+}
+
+TEST_F(HollowTest, WhatIsHiddenInAGroupStays) {
+  OpenCubes({0, 100, 200});
+  GroupSelection(*map);
+  entity& group = *map->selection.front();
+  entity& hidden = *group.getEntityList()[1];
+  map->selection.Set({&hidden});
+  HideSelection(*map);
+  map->selection.Set({&group});
+  EXPECT_TRUE(HollowSelection(*map, 8));
+  EXPECT_EQ(hidden.brush.getNumFaces(), 6);
+  EXPECT_EQ(group.getEntityList()[0]->brush.getNumFaces(), 0);
 }
 
 TEST_F(HollowTest, WhatIsTooSmallForItsWallsStaysAndIsReportedOnce) {

@@ -5,6 +5,7 @@
 
 #include "document/read_log.h"
 #include "document/written_points.h"
+#include "operations/brush_check.h"
 #include "operations/csg.h"
 #include "operations/edit_fixture.h"
 #include "operations/hollow.h"

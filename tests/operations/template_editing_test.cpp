@@ -1,5 +1,7 @@
 #include "operations/template_editing.h"
 
+#include <algorithm>
+
 #include "document/transform.h"
 #include "operations/clipboard.h"
 #include "operations/edit_fixture.h"
@@ -8,6 +10,7 @@
 #include "operations/templates.h"
 #include "operations/transform_selection.h"
 #include "support/cases.h"
+#include "support/change_recorder.h"
 
 namespace ferrowand {
 namespace {
@@ -61,6 +64,10 @@ TEST_F(TemplateEditingTest, OpenedItStandsInPlaceOfTheInstanceAndNothingElseIsOt
   EXPECT_EQ(Get("part").brush.Box(), BRUSH);
   EXPECT_EQ(map->selection, std::vector<entity*>{&Get("j")});
   EXPECT_EQ(map->leadingGroup(), nullptr);
+  map->undo.Undo();
+  EXPECT_EQ(map->leadingGroup(), &T());
+  map->undo.Redo();
+  EXPECT_EQ(map->leadingGroup(), nullptr);
   EXPECT_EQ(T().GetKey(OPENED_KEY), nullptr);
   EXPECT_EQ(Game(), game);
   while (map->undo.CanUndo()) map->undo.Undo();
@@ -92,6 +99,18 @@ TEST_F(TemplateEditingTest, WhatIsDoneToItIsSeenInAllInstances) {
   EXPECT_EQ(DeleteSelection(*map), EditResult::Done);
   EXPECT_TRUE(T().getEntityList().empty());
   EXPECT_EQ(TemplateInUse(*map), &T());
+  map->undo.Undo();
+  Pick({"part"});
+  GroupSelection(*map);
+  EXPECT_EQ(SetAsLeading(*map), EditResult::Done);
+  EXPECT_EQ(map->leadingGroup()->Parent(), &T());
+  const ChangeRecorder told(*map);
+  EXPECT_EQ(CloseTemplate(*map, T()), EditResult::Done);
+  EXPECT_EQ(map->leadingGroup(), nullptr) << "nor does a group within it lead on";
+  EXPECT_TRUE(std::ranges::any_of(told.changes, &MapChange::target));
+  map->undo.Undo();
+  SelectMembers(*map, T(), false);
+  DeleteSelection(*map);
   EXPECT_EQ(CloseTemplate(*map, T()), EditResult::Done);
   EXPECT_EQ(TemplateInUse(*map), &T()) << "by its instance, which is selected";
   EXPECT_TRUE(IsConsistent(*map));

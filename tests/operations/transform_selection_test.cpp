@@ -6,6 +6,7 @@
 #include <random>
 
 #include "operations/edit_fixture.h"
+#include "operations/groups.h"
 #include "operations/primitives.h"
 #include "operations/templates.h"
 #include "support/brush_checks.h"
@@ -303,6 +304,18 @@ TEST_F(TransformSelectionTest, ADuplicateStandsBesideItsOriginal) {
   EXPECT_EQ(map->selection, std::vector{Get("main").getEntityList()[3].get()});
   EXPECT_EQ(SelectionBounds(*map), (Bounds{{144, 0, 0}, {208, 64, 64}}));
   ExpectOneStep(before);
+}
+
+TEST_F(TransformSelectionTest, ACopyOfTheGroupThatLeadsStandsBesideIt) {
+  Pick({"a", "b"});
+  GroupSelection(*map);
+  entity& group = *map->selection.front();
+  map->SetLeadingGroup(&group);
+  EXPECT_EQ(DuplicateSelection(*map, {16, 0, 0}, options), EditResult::Done);
+  EXPECT_EQ(map->selection.front()->Parent(), group.Parent());
+  Pick({"p"});
+  EXPECT_EQ(DuplicateSelection(*map, {16, 0, 0}, options), EditResult::Done);
+  EXPECT_EQ(map->selection.front()->Parent(), &group);
 }
 
 TEST_F(TransformSelectionTest, CopiesOfCopiesMoveAndTurnOn) {

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "base/command_table.h"
+#include "document/reach.h"
 #include "shell/app_fixture.h"
 
 namespace ferrowand {
@@ -158,6 +159,49 @@ TEST_F(CameraWindowTest, ADragMovesTheSelectionInOneStepAndEscapeEndsItWithoutEf
   map.undo.Undo();
   EXPECT_EQ(ExtendedText(map), before);
   EXPECT_FALSE(map.undo.CanUndo());
+}
+
+TEST_F(CameraWindowTest, WhatIsNewStandsOnTheFaceUnderTheMouse) {
+  ASSERT_TRUE(Start());
+  Map& map = OpenTwoBrushes();
+  CameraWindow& window = OpenCamera();
+  CameraPose pose;
+  pose.eye = {0, 0, 150};
+  pose.Face(0, 90);
+  window.GetCamera()->SetPose(pose);
+  UpdateWindow(window.Handle());
+  const PixelSize size = window.DrawingArea();
+  const std::string before = ExtendedText(map);
+  POINT middle{size.width / 2, size.height / 2};
+  ClientToScreen(window.Handle(), &middle);
+  SetCursorPos(middle.x, middle.y);
+  const auto expectOnTop = [&](float height) {
+    ASSERT_EQ(map.selection.size(), 1u);
+    EXPECT_EQ(SeenBounds(*map.selection.front()).mins.z, 32);
+    EXPECT_EQ(SeenBounds(*map.selection.front()).maxs.z, 32 + height);
+  };
+  dialogs.commands.assign({1000});  // the class "unknown"
+  Give(Command::Insert);
+  expectOnTop(16);
+  map.selection.Set({map.currentLayer()->getEntityList().front().get()});
+  Give(Command::Copy);
+  const std::size_t steps = map.undo.StepCount();
+  Give(Command::Paste);
+  expectOnTop(64);
+  EXPECT_EQ(map.undo.StepCount(), steps + 1);
+  SetCursorPos(0, 0);
+  Give(Command::Paste);
+  EXPECT_EQ(SeenBounds(*map.selection.front()).mins.z, -32) << "where it was copied";
+
+  while (map.undo.CanUndo()) map.undo.Undo();
+  Give(Command::CreateCuboid);
+  const int x = size.width / 2, y = size.height / 2;
+  SendMouse(window, WM_LBUTTONDOWN, MK_LBUTTON, x - 2, y - 2);
+  SendMouse(window, WM_MOUSEMOVE, MK_LBUTTON, x + size.height / 2, y + size.height / 2);
+  SendMouse(window, WM_LBUTTONUP, 0, x + size.height / 2, y + size.height / 2);
+  expectOnTop(64);
+  map.undo.Undo();
+  EXPECT_EQ(ExtendedText(map), before);
 }
 
 TEST_F(CameraWindowTest, ManyOpenedAndClosedLeaveNothingBehind) {

@@ -127,6 +127,32 @@ TEST_F(MapWindowTest, WheelSpaceAndDMoveThePicture) {
   EXPECT_EQ(Zoom(), "(64x64)S50%");
 }
 
+TEST_F(MapWindowTest, WithAltTheWheelGoesThroughWhatLiesThere) {
+  ASSERT_TRUE(Start());
+  Map& map = OpenTwoBrushes();
+  entity* const first = map.currentLayer()->getEntityList()[0].get();
+  map.selection.Set({first});
+  DuplicateSelection(map, {0, 0, 0}, {});
+  const Bounds box = first->GetBounds();
+  MapWindow& window = WindowOf(Orientation::Top);
+  const Pixel at = window.View()->transform.ToScreen((box.mins + box.maxs) * 0.5f);
+  POINT screen{at.x, at.y};
+  ClientToScreen(window.Drawing(), &screen);
+  map.selection.Clear();
+  const HeldKey alt(VK_MENU);
+  const auto wheel = [&](int notches) {
+    SendMessageA(window.Drawing(), WM_MOUSEWHEEL,
+                 MAKEWPARAM(0, static_cast<WORD>(notches * WHEEL_DELTA)),
+                 MAKELPARAM(screen.x, screen.y));
+    return map.selection.empty() ? nullptr : map.selection.front();
+  };
+  EXPECT_EQ(wheel(-1), first);
+  const entity* const behind = wheel(-1);
+  EXPECT_NE(behind, first);
+  EXPECT_EQ(wheel(-1), behind) << "the last one";
+  EXPECT_EQ(wheel(1), first);
+}
+
 TEST_F(MapWindowTest, ARefusalStaysInSightUntilTheNextPress) {
   StartNew();
   parts->toolHost.Refuse(*top->View(), "No");

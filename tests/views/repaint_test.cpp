@@ -181,6 +181,29 @@ TEST(RepaintTest, AScrolledPictureIsAFreshPaintAtEveryOriginZoomAndStep) {
   EXPECT_GT(parts, steps / 2);
 }
 
+TEST(RepaintTest, WhatReachesBeyondWhatChangedIsPaintedToo) {
+  Scene scene;
+  const auto& objects = LayersOf(scene.map).front()->getEntityList();
+  scene.map.AnnounceEverything();
+  scene.map.selection.Set({objects[6].get()});
+  MoveSelection(scene.map, {90, -60, 0}, {});
+  scene.ExpectFresh("a light with its circle");
+  scene.map.selection.Clear();
+  scene.options.paleOthers = true;
+  scene.map.AnnounceEverything();
+  scene.map.selection.Set({objects[0].get()});
+  scene.ExpectFresh("a first one while the rest is pale");
+  scene.tools.Use(scene.tools.vertexTool);
+  scene.options.paleOthers = false;
+  scene.map.AnnounceEverything();
+  MapView& view = *scene.views.front();
+  view.OnMouseDown({1, 1}, BUTTON_LEFT, false, false);
+  view.OnMouseMove({AREA.width - 2, AREA.height - 2}, BUTTON_LEFT, false);
+  view.OnMouseUp({AREA.width - 2, AREA.height - 2}, BUTTON_LEFT);
+  ASSERT_EQ(scene.tools.vertexTool.Picked().size(), 8u);
+  scene.ExpectFresh("a rubber band around corners");
+}
+
 TEST(RepaintTest, OneBrushCostsItsBoxNotTheView) {
   Scene scene;
   entity& cube = scene.small.AddCuboid({-180, 150, 0}, {-164, 166, 16});

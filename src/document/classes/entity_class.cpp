@@ -35,6 +35,13 @@ bool EntityClass::IsEnabled(const entity&) const {
   return true;
 }
 
+Bounds EntityClass::SizeBox() const {
+  if (!HasSizeBox()) return {{0, 0, 0}, {0, 0, 0}};
+  Bounds box{Vec3(minx, miny, minz), Vec3(minx, miny, minz)};
+  box.Add(Vec3(maxx, maxy, maxz));
+  return box;
+}
+
 bool EntityClass::IsMarked(const entity& e) const {
   return e.state == 1;
 }
@@ -42,10 +49,7 @@ bool EntityClass::IsMarked(const entity& e) const {
 Bounds EntityClass::EntityBounds(const entity& e) const {
   Bounds bounds = e.brush.Box();
   for (const EntityPtr& child : e.getEntityList()) bounds.Add(child->GetBounds());
-  if (e.HasOrigin() && HasSizeBox()) {
-    bounds.Add(e.Origin() + Vec3(minx, miny, minz));
-    bounds.Add(e.Origin() + Vec3(maxx, maxy, maxz));
-  }
+  if (e.HasOrigin() && HasSizeBox()) bounds.Add(Moved(SizeBox(), e.Origin()));
   return bounds;
 }
 

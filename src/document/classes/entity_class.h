@@ -50,6 +50,8 @@ class EntityClass : public ClassRecord {
   // The name up to its first '_': what groups the class menu.
   virtual std::string Prefix() const;
   virtual bool HasSizeBox() const;
+  // Around the origin of its entities; nothing but that point for those that have none.
+  Bounds SizeBox() const;
   // Whether an entity of the class may do without brushes.
   bool StandsAtPoint() const { return HasSizeBox() && (!isMadeOfBrushes || isPointToo); }
   virtual bool IsOwnBlock() const { return true; }

@@ -36,11 +36,14 @@ void HideEntity(entity& e) {
   e.SetKey("classname", "hidden");
 }
 
+void ShowEntity(entity& e) {
+  if (!IsHidden(e) || e.IsVisible()) return;
+  const char* old = e.GetKey("XMPoldclassname");
+  e.SetKey("classname", old ? old : "brush");
+}
+
 void ShowHiddenEntities(entity& root) {
-  if (IsHidden(root) && !root.IsVisible()) {
-    const char* old = root.GetKey("XMPoldclassname");
-    root.SetKey("classname", old ? old : "brush");
-  }
+  ShowEntity(root);
   for (const EntityPtr& child : root.getEntityList()) ShowHiddenEntities(*child);
 }
 

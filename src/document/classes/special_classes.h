@@ -10,7 +10,9 @@ namespace ferrowand {
 // Keeps the classname in XMPoldclassname and makes the entity "hidden". Not its children; an entity
 // that is hidden already stays as it is.
 void HideEntity(entity& e);
-// Gives every hidden entity of the tree its old classname back, "brush" where none is known.
+// Gives it, and nothing below it, its old classname back, "brush" where none is known.
+void ShowEntity(entity& e);
+// The same of every hidden entity of the tree.
 void ShowHiddenEntities(entity& root);
 
 inline constexpr const char* SCALE_KEYS[] = {"XMPscalex", "XMPscaley", "XMPscalez"};

@@ -22,7 +22,7 @@ AppParts::AppParts(HINSTANCE instance, const Seams& seams)
       maker(windows, sides, {options, reporter, commands, tools, toolHost, objects, backBuffer},
             {options, reporter, seams.dialogs, popups, commands},
             {options, reporter, seams.dialogs, popups, tools, joystick, direct3d},
-            {options, reporter, seams.dialogs}),
+            {options, reporter, seams.dialogs}, {options, reporter, seams.dialogs, popups}),
       documents(data, options, seams.dialogs, maker, seams.dataFolder),
       accelerators(instance, commands, frame),
       tips(options, objects) {
@@ -46,6 +46,7 @@ void AppParts::AddCommands(const Seams& seams) {
                                     seams.clipboard, reporter, options, seams.dataFolder}));
   commands.Add(MakeViewCommands({documents, windows, commands, popups, reporter, options}));
   commands.Add(MakeWindowCommands({windows, maker, frame, commands, popups, options}));
+  commands.Add(MakeFindCommands({windows, sides, maker, frame, options}));
   commands.Add(MakeCameraCommands({windows, maker, tools, direct3d, progress, reporter, options}));
 }
 

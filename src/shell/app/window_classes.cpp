@@ -7,6 +7,7 @@
 #include "shell/windows/camera_window.h"
 #include "shell/windows/check_window.h"
 #include "shell/windows/compile_window.h"
+#include "shell/windows/entity_tree_window.h"
 #include "shell/windows/key_list_window.h"
 #include "shell/windows/layer_list.h"
 #include "shell/windows/layer_window.h"
@@ -65,6 +66,7 @@ bool WindowClasses::Register() {
   };
   const Row rows[] = {
       {FRAME_CLASS, WindowFunc, 0, 0, LTGRAY_BRUSH, IDC_ARROW, true},
+      {ENTITY_TREE_CLASS, EntityTreeFunc, 0, 0, LTGRAY_BRUSH, IDC_ARROW, false},
       {KEY_ENTRY_CLASS, KeyFunc, 0, 0, LTGRAY_BRUSH, IDC_ARROW, false},
       {KEY_LIST_CLASS, KeyList, 0, 0, LTGRAY_BRUSH, IDC_ARROW, false},
       {CLIENT_CLASS, ClientWindowFunc, CS_DBLCLKS, 4, LTGRAY_BRUSH, IDC_ARROW, false},

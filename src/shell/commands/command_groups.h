@@ -168,6 +168,16 @@ struct CompileContext {
 };
 std::unique_ptr<CommandGroup> MakeCompileCommands(const CompileContext& context);
 
+// What finds objects: the entity tree, and Find Entity.
+struct FindContext {
+  ChildWindows& windows;
+  SideWindows& sides;
+  WindowMaker& maker;
+  const Frame& frame;
+  Options& options;
+};
+std::unique_ptr<CommandGroup> MakeFindCommands(const FindContext& context);
+
 // For those that are never grey for want of one: whether something is selected; says the text
 // otherwise.
 bool RequireSelection(const Map& map, Reporter& reporter, const char* title, const char* text);

@@ -136,7 +136,8 @@ bool Commands::InsertBoundEntity(unsigned key) {
   if (item == bound.end() || !map || context_.progress.IsLoading()) return false;
   EndDrag();
   const ActionScope action(context_.data, "Insert");
-  const Vec3 place = context_.windows.PlaceForNew(*map);
+  const EntityClass& asked = map->classSet->FindClass(item->prototype->getClass()->classname);
+  const Vec3 place = context_.windows.PlaceForNew(*map).For(asked.SizeBox());
   Conclude(*map, InsertCopy(*map, *item->prototype, place));
   return true;
 }

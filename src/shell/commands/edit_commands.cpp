@@ -47,7 +47,10 @@ void Take(const EditContext& in, unsigned) {
 
 void Paste(const EditContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
-  Conclude(map, PasteText(map, in.clipboard.Text(in.frame.Handle())));
+  const auto face = in.windows.PlaceForNew(map).face;
+  PasteWay way;
+  if (face) way = [&face](const Bounds& box) { return face->WayFor(box); };
+  Conclude(map, PasteText(map, in.clipboard.Text(in.frame.Handle()), way));
 }
 
 void Clear(const EditContext& in, unsigned) {
@@ -98,7 +101,7 @@ void DuplicateMany(const EditContext& in, unsigned) {
 void Insert(const EditContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
   // Before the menu draws the cursor away.
-  const Vec3 place = in.windows.PlaceForNew(map);
+  const NewPlace place = in.windows.PlaceForNew(map);
   // Owned by the view: the frame would take the numbers of classes for commands.
   const EntityClass* chosen =
       AskClass(in.dialogs, in.windows.ActiveWindow()->Handle(), *map.classSet, in.options);
@@ -106,7 +109,8 @@ void Insert(const EditContext& in, unsigned) {
   // Of a class that is both the selection decides.
   const bool takesBrushes = chosen->isMadeOfBrushes && !map.selection.empty();
   const bool isPoint = chosen->StandsAtPoint() && !takesBrushes;
-  Conclude(map, isPoint ? InsertEntity(map, *chosen, place) : GroupSelectionAs(map, *chosen));
+  Conclude(map, isPoint ? InsertEntity(map, *chosen, place.For(chosen->SizeBox()))
+                        : GroupSelectionAs(map, *chosen));
 }
 
 constexpr CommandHandler<EditContext> HANDLERS[] = {

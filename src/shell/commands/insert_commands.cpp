@@ -61,7 +61,7 @@ void AddInstance(const InsertContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
   std::vector<std::string> choices = TemplateNames(map);
   if (!map.selection.empty()) choices.emplace_back(NEW_TEMPLATE);
-  const Vec3 place = in.windows.PlaceForNew(map);
+  const Vec3 place = in.windows.PlaceForNew(map).point;
   const auto accept = [&](const FormValues& typed) {
     if (typed[0] == NEW_TEMPLATE) return AddTemplate(in, map, typed[1]);
     const auto angle = WholeNumberOf(in.reporter, typed[2], "The angle", -360, 360);
@@ -84,7 +84,7 @@ void AddInstance(const InsertContext& in, unsigned) {
 // Of the size that its map is to fit.
 void AddEmbed(const InsertContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
-  const Vec3 place = in.windows.PlaceForNew(map);
+  const Vec3 place = in.windows.PlaceForNew(map).point;
   FileChoice choice;
   choice.title = "Embed";
   choice.filter = MAP_FILTER;

@@ -83,6 +83,9 @@ D3dRenderer::Gathered D3dRenderer::Gather(const CameraPicture& picture) {
   gathered.tinted = GatherAll(picture.tinted, KindOf(picture.mode), &picture.pose.eye);
   gathered.selected = GatherAll(picture.selected, KindOf(picture.mode), &picture.pose.eye);
   gathered.edges = GatherAll(picture.selected, Primitive::Lines, nullptr);
+  for (const auto& [name, colour] : picture.outlines) {
+    gathered.outlines.push_back({colour, GatherAll({&name, 1}, Primitive::Lines, nullptr)});
+  }
   return gathered;
 }
 
@@ -123,6 +126,9 @@ void D3dRenderer::DrawAll(IDirect3DDevice9& device, const CameraPicture& picture
   SetBlend(device, Blend::None);
   device.SetRenderState(D3DRS_ZWRITEENABLE, FALSE);
   DrawEdges(device, picture, gathered.edges, {HIDDEN_EDGES, SELECTION_EDGES, {0, 0, 0}});
+  for (const auto& [colour, run] : gathered.outlines) {
+    DrawEdges(device, picture, run, {colour, colour, {0, 0, 0}});
+  }
   if (!picture.preview) return;
   DrawEdges(device, picture, gathered.edges, {PREVIEW_EDGES, PREVIEW_EDGES, *picture.preview});
 }

@@ -51,6 +51,7 @@ class D3dRenderer : public CameraRenderer {
   struct Gathered {
     std::vector<Batch> scene;
     IndexRun tinted, selected, edges;
+    std::vector<std::pair<Colour, IndexRun>> outlines;
   };
 
   IDirect3DDevice9* Prepare(PixelSize size);

@@ -117,6 +117,23 @@
 #define ID_KEY_ENTRY 100
 #define ID_KEY_CHOICE 1000  // and the code of the key
 
+#define ID_FIND 1047
+#define ID_FIND_CLASS 100
+#define ID_FIND_KEY 101
+#define ID_FIND_VALUE 102
+#define ID_FIND_TARGET 103
+#define ID_FIND_FLAG 104
+#define ID_FIND_IN_SELECTION 110
+#define ID_FIND_CASE 111
+#define ID_FIND_WHOLE 112
+#define ID_FIND_ABSENT 113
+#define ID_FIND_NEXT 120
+#define ID_FIND_PREVIOUS 121
+#define ID_FIND_ALL 122
+#define ID_FIND_SHOW 123
+#define ID_FIND_STATE 130
+#define ID_FIND_LIST 131
+
 #define ID_COMPILE 1031
 #define ID_COMPILE_QBSP 100
 #define ID_COMPILE_NO_FILL 101
@@ -182,6 +199,15 @@
 #define ID_CHECK_STRICT 101
 #define ID_CHECK_STATE 102
 #define ID_CHECK_REPAIR 103
+
+// Of the window of an entity tree.
+#define ID_TREE_LABEL 100
+#define ID_TREE_FILTER 101
+#define ID_TREE_SHOW 102
+#define ID_TREE_CLASS 103
+#define ID_TREE_LAYER 104
+#define ID_TREE_LIST 105
+#define ID_TREE_STATE 106
 
 #define ID_TOOLBAR_BITMAP 2200
 #define ID_TURN_CURSOR 2201

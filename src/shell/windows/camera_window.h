@@ -54,6 +54,7 @@ class CameraWindow : public ChildWindow, public CameraHost {
   // A bound key goes before the command that has it, but for those with Ctrl.
   bool TakesMessage(MSG& message) override;
   void OptionsChanged() override;
+  std::optional<FacePlace> FaceUnder(POINT screen) override;
   // Black until it is told to show the map again, or the user turns to it before.
   void ReleaseMemory() override {
     if (camera_) camera_->Release();
@@ -104,6 +105,10 @@ class CameraWindow : public ChildWindow, public CameraHost {
   void OnLeftRelease(Pixel at);
   void EndDrag();
   Vec3 DragTo(Pixel at) const;
+  SpaceRules Rules() const;
+  // Of a new primitive, on the face there.
+  void BeginBox(Pixel at);
+  Bounds BoxTo(Pixel at) const;
   void OnDepthWheel(int turned, Pixel at);
   void OnRightPress(Pixel at);
   void OnRightMove(Pixel at);
@@ -118,9 +123,10 @@ class CameraWindow : public ChildWindow, public CameraHost {
   bool drags_ = false;  // and the mouse has been moved since
   bool looks_ = false;  // the left button is held to look around
   CameraMouse mouse_;
-  std::optional<SelectionDrag> drag_;  // from the press that took the selection
-  bool clicks_ = false;                // unless that becomes a drag
-  int wheelRest_ = 0;                  // of turns smaller than a notch
+  std::optional<SelectionDrag> drag_;   // from the press that took the selection
+  bool clicks_ = false;                 // unless that becomes a drag
+  std::optional<FacePlace> boxCorner_;  // of the box that is being drawn
+  int wheelRest_ = 0;                   // of turns smaller than a notch
 };
 
 }  // namespace ferrowand

@@ -45,7 +45,7 @@ bool CameraWindow::OnMouse(UINT message, WPARAM wParam, LPARAM lParam) {
       return true;
     case WM_MOUSEMOVE:
       if ((wParam & MK_RBUTTON) != 0) OnRightMove(ToPixel(lParam));
-      if (drag_) OnLeftMove(ToPixel(lParam));
+      if (drag_ || boxCorner_) OnLeftMove(ToPixel(lParam));
       return true;
     case WM_LBUTTONUP:
       OnLeftRelease(ToPixel(lParam));
@@ -54,7 +54,7 @@ bool CameraWindow::OnMouse(UINT message, WPARAM wParam, LPARAM lParam) {
       if (reinterpret_cast<HWND>(lParam) != Handle()) EndDrag();
       return true;
     case WM_CHAR:
-      if (!drag_ || wParam != VK_ESCAPE) return false;
+      if (!(drag_ || boxCorner_) || wParam != VK_ESCAPE) return false;
       ReleaseCapture();
       return true;
     case WM_SYSKEYDOWN:
@@ -76,6 +76,7 @@ bool CameraWindow::OnMouse(UINT message, WPARAM wParam, LPARAM lParam) {
 
 void CameraWindow::OnLeftPress(Pixel at) {
   SetFocus(Handle());
+  if (context_.tools.Current() == &context_.tools.primitiveTool) return BeginBox(at);
   // What is selected can be taken wherever it lies; a mere click is for what is nearest.
   clicks_ = camera_->PickSelected(at, LevelOf(context_.tools.Current())).object != nullptr;
   if (!clicks_) Click(at);
@@ -97,16 +98,45 @@ void CameraWindow::BeginDrag(Pixel at) {
   SetCapture(Handle());
 }
 
-Vec3 CameraWindow::DragTo(Pixel at) const {
+SpaceRules CameraWindow::Rules() const {
   const std::vector<MapView*> views = windows_.Views().ViewsOf(map_);
-  const SpaceRules rules = SpaceRulesOf(map_, views.empty() ? nullptr : views.front(),
-                                        context_.tools.LimitedAxes(), GetKeyState(VK_SHIFT) < 0);
-  return drag_->WayTo(at, camera_->Picture(), GetKeyState(VK_MENU) < 0, rules);
+  return SpaceRulesOf(map_, views.empty() ? nullptr : views.front(), context_.tools.LimitedAxes(),
+                      GetKeyState(VK_SHIFT) < 0);
+}
+
+Vec3 CameraWindow::DragTo(Pixel at) const {
+  return drag_->WayTo(at, camera_->Picture(), GetKeyState(VK_MENU) < 0, Rules());
+}
+
+std::optional<FacePlace> CameraWindow::FaceUnder(POINT screen) {
+  const HWND shown = WindowFromPoint(screen);
+  if (!camera_ || (shown != Handle() && !IsChild(Handle(), shown))) return std::nullopt;
+  ScreenToClient(Handle(), &screen);
+  return camera_->PlaceAt({static_cast<int>(screen.x), static_cast<int>(screen.y)}, Rules());
+}
+
+void CameraWindow::BeginBox(Pixel at) {
+  boxCorner_ = camera_->PlaceAt(at, Rules());
+  if (!boxCorner_) return map_.ShowStatus("A new solid is drawn on a face");
+  press_ = at;
+  drags_ = false;
+  SetCapture(Handle());
+}
+
+Bounds CameraWindow::BoxTo(Pixel at) const {
+  return boxCorner_->BoxTo(at, camera_->Picture(), PrimitiveTool::DefaultDepth(Rules().grid));
 }
 
 void CameraWindow::OnLeftMove(Pixel at) {
   drags_ = drags_ || IsFar(press_, at);
   if (!drags_) return;
+  if (boxCorner_) {
+    const Bounds box = BoxTo(at);
+    const Vec3 size = box.maxs - box.mins;
+    camera_->ShowDraft(box);
+    return map_.ShowStatus(Format("%s: %ix%ix%i", NameOf(context_.tools.primitiveTool.Kind()),
+                                  RoundToInt(size.x), RoundToInt(size.y), RoundToInt(size.z)));
+  }
   const Vec3 by = DragTo(at);
   camera_->ShowPreview(by);
   map_.ShowStatus(
@@ -115,10 +145,12 @@ void CameraWindow::OnLeftMove(Pixel at) {
 
 void CameraWindow::OnLeftRelease(Pixel at) {
   if (drag_ && !drags_ && clicks_) Click(at);
+  const std::optional<Bounds> box = boxCorner_ && drags_ ? std::optional(BoxTo(at)) : std::nullopt;
   const bool moves = drag_ && drags_ && !map_.selection.empty();
   const Vec3 by = moves ? DragTo(at) : Vec3(0, 0, 0);
   EndDrag();
   if (GetCapture() == Handle()) ReleaseCapture();
+  if (box) context_.tools.primitiveTool.Create(map_, *box);
   if (by == Vec3(0, 0, 0)) return;
   const bool copies = GetKeyState(VK_CONTROL) < 0;
   const ActionScope action(map_.Data(), copies ? "Duplicate" : "Move");
@@ -128,7 +160,9 @@ void CameraWindow::OnLeftRelease(Pixel at) {
 
 void CameraWindow::EndDrag() {
   drag_.reset();
+  boxCorner_.reset();
   camera_->ShowPreview(std::nullopt);
+  camera_->ShowDraft(std::nullopt);
 }
 
 void CameraWindow::OnDepthWheel(int turned, Pixel at) {

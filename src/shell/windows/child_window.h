@@ -5,9 +5,11 @@
 
 #include "shell/system/win32.h"
 
+#include <optional>
 #include <string>
 
 #include "platform/canvas.h"
+#include "views/camera/face_place.h"
 
 namespace ferrowand {
 
@@ -44,6 +46,9 @@ class ChildWindow {
   // made anew when it is drawn next, or when the tools have ended.
   virtual void ReleaseMemory() {}
   virtual void RebuildMemory() {}
+  // On the face that it shows at that pixel of the screen; none where it shows none, or does not
+  // lie open there.
+  virtual std::optional<FacePlace> FaceUnder(POINT) { return std::nullopt; }
   // To the rectangle of the frame's client area.
   void MoveTo(const PixelRect& place) const;
   // While it is the active one, before the accelerators: whether the message was for a dialog in

@@ -91,13 +91,18 @@ Camera* ChildWindows::CameraOf(const Map& map) const {
   return nullptr;
 }
 
-Vec3 ChildWindows::PlaceForNew(const Map& map) const {
+NewPlace ChildWindows::PlaceForNew(const Map& map) const {
+  POINT mouse{};
+  GetCursorPos(&mouse);
+  for (ChildWindow* window : WindowsOf(map)) {
+    if (const auto face = window->FaceUnder(mouse)) return {face->WayFor({{}, {}}), face};
+  }
   const MapView* view = ActiveView();
   const std::vector<MapView*> views = views_.ViewsOf(map);
   if (!view && !views.empty()) view = views.front();
-  if (view) return view->PlaceForNew();
+  if (view) return {view->PlaceForNew(), {}};
   const Camera* camera = CameraOf(map);
-  return camera ? camera->PlaceForNew() : Vec3(0, 0, 0);
+  return {camera ? camera->PlaceForNew() : Vec3(0, 0, 0), {}};
 }
 
 void ChildWindows::OptionsChanged() {

@@ -14,6 +14,15 @@ class Documents;
 class Frame;
 class Reporter;
 
+// Where something new goes.
+struct NewPlace {
+  Vec3 point;
+  std::optional<FacePlace> face;  // that it stands on
+
+  // For what takes up that box where its origin is the world's.
+  Vec3 For(const Bounds& box) const { return face ? face->WayFor(box) : point; }
+};
+
 class ChildWindows {
  public:
   // All outlive it.
@@ -44,9 +53,10 @@ class ChildWindows {
   MapView* ActiveView() const;
   // Null when none is open.
   Camera* CameraOf(const Map& map) const;
-  // In the active view, or in the last used one when a window of another kind is active; before the
-  // camera of a map that has no view. To be asked before a menu or a box draws the cursor away.
-  Vec3 PlaceForNew(const Map& map) const;
+  // Under the mouse on a face that the map's camera shows; else in the active view, or in the last
+  // used one when a window of another kind is active; before the camera of a map that has no view.
+  // To be asked before a menu or a box draws the cursor away.
+  NewPlace PlaceForNew(const Map& map) const;
 
   void OptionsChanged();
   // Since a window last saw it, in pixels of the screen.

@@ -88,6 +88,7 @@ class MapWindow : public ChildWindow, public ViewHost {
   void OnPaint();
   void OnScroll(bool vertical, int request);
   void OnWheel(WPARAM wParam, LPARAM lParam, bool sideways);
+  void OnDepthWheel(int notches, Pixel at);
   void OnButtonDown(int button, LPARAM lParam, bool twice);
   void OnButtonUp(int button, WPARAM wParam, LPARAM lParam);
   void OnMouseMove(WPARAM wParam, LPARAM lParam);
@@ -103,7 +104,8 @@ class MapWindow : public ChildWindow, public ViewHost {
   std::array<std::string, 3> texts_;  // of the status bar, by ViewText
   bool controlsShown_ = true;
   bool refusing_ = false;
-  int wheelRest_ = 0;  // of turns smaller than a notch
+  int wheelRest_ = 0;           // of turns smaller than a notch
+  bool altIsForWheel_ = false;  // and its release opens no menu
   std::unique_ptr<MapView> view_;
 
   friend LRESULT CALLBACK MapFunc(HWND, UINT, WPARAM, LPARAM);

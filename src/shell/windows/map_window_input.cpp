@@ -2,6 +2,7 @@
 #include <windowsx.h>
 
 #include <cmath>
+#include <utility>
 
 #include "document/action.h"
 #include "operations/transform_selection.h"
@@ -107,6 +108,9 @@ LRESULT MapWindow::OnMapMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_SYSCHAR:
       if (wParam != VK_RETURN) break;
       return 0;  // the system would beep: it knows no such menu
+    case WM_SYSKEYUP:
+      if (wParam != VK_MENU || !std::exchange(altIsForWheel_, false)) break;
+      return 0;
     case WM_KEYUP:
       if (wParam == VK_SPACE) view_->EndPan();
       if (wParam == VK_SPACE || wParam == 'D') SetMouseCursor();
@@ -160,17 +164,25 @@ void MapWindow::OnWheel(WPARAM wParam, LPARAM lParam, bool sideways) {
   const int notches = wheelRest_ / WHEEL_DELTA;
   wheelRest_ -= notches * WHEEL_DELTA;
   const WORD keys = GET_KEYSTATE_WPARAM(wParam);
+  POINT point{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
+  ScreenToClient(drawing_, &point);
+  const Pixel at{static_cast<int>(point.x), static_cast<int>(point.y)};
   if (keys & MK_CONTROL) {
-    POINT at{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
-    ScreenToClient(drawing_, &at);
-    for (int i = 0; i < std::abs(notches); ++i) {
-      view_->ZoomAt({static_cast<int>(at.x), static_cast<int>(at.y)}, notches < 0);
-    }
+    for (int i = 0; i < std::abs(notches); ++i) view_->ZoomAt(at, notches < 0);
+  } else if (IsDown(VK_MENU)) {
+    OnDepthWheel(notches, at);
   } else if (sideways) {
     view_->ScrollLines(false, notches * WHEEL_LINES);
   } else {
     view_->ScrollLines(!(keys & MK_SHIFT), -notches * WHEEL_LINES);
   }
+}
+
+void MapWindow::OnDepthWheel(int notches, Pixel at) {
+  altIsForWheel_ = true;
+  auto* const current = dynamic_cast<Selector*>(context_.tools.Current());
+  Selector& selector = current ? *current : context_.tools.brushSelector;
+  for (int i = 0; i < std::abs(notches); ++i) selector.GoThrough(*view_, at, notches < 0);
 }
 
 void MapWindow::OnButtonDown(int button, LPARAM lParam, bool twice) {

@@ -55,6 +55,7 @@ bool SideWindows::TakesMessage(MSG& message) const {
     return message.hwnd == open->Handle() || IsChild(open->Handle(), message.hwnd);
   });
   if (side == windows_.end()) return false;
+  if ((*side)->TakesMessage(message)) return true;
   if (!IsDialogMessageW((*side)->Handle(), &message)) {
     TranslateMessage(&message);
     DispatchMessageW(&message);

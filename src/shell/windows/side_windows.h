@@ -22,6 +22,8 @@ class SideWindow {
 
   // Null when the system gave none.
   HWND Handle() const { return window_; }
+  // Before its controls see it: whether it was for the window.
+  virtual bool TakesMessage(MSG& message) { return (void)message, false; }
   virtual void OnMapClosing(const Map& map) { (void)map; }
   // Another one, read anew from the same file, takes its place.
   virtual void OnMapReplaced(const Map& map, Map& by) { (void)map, (void)by; }

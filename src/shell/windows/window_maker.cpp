@@ -16,17 +16,35 @@ Orientation OrientationOf(const MapView& view) {
   return BY_DEPTH[view.transform.DepthAxis()];
 }
 
+template <typename Window>
+ChildWindow* WindowOfKind(const ChildWindows& windows, const Map& map) {
+  const auto open = windows.WindowsOf(map);
+  const auto found = std::ranges::find_if(
+      open, [](const ChildWindow* window) { return dynamic_cast<const Window*>(window); });
+  return found == open.end() ? nullptr : *found;
+}
+
+// The one of the map, in front of the others.
+template <typename Window, typename Context>
+void ShowOnly(ChildWindows& windows, const Context& context, Map& map) {
+  if (const ChildWindow* window = WindowOfKind<Window>(windows, map)) {
+    return windows.BringToFront(*window);
+  }
+  windows.Add(std::make_unique<Window>(windows, context, map));
+}
+
 }  // namespace
 
 WindowMaker::WindowMaker(ChildWindows& windows, SideWindows& sides, const MapWindowContext& ofViews,
                          const LayerWindowContext& ofLayers, const CameraWindowContext& ofCameras,
-                         const CheckWindowContext& ofChecks)
+                         const CheckWindowContext& ofChecks, const EntityTreeContext& ofTrees)
     : windows_(windows),
       sides_(sides),
       ofViews_(ofViews),
       ofLayers_(ofLayers),
       ofCameras_(ofCameras),
-      ofChecks_(ofChecks) {}
+      ofChecks_(ofChecks),
+      ofTrees_(ofTrees) {}
 
 MapWindow* WindowMaker::AddView(Map& map, Orientation orientation) {
   auto* window = static_cast<MapWindow*>(
@@ -46,17 +64,15 @@ CameraWindow* WindowMaker::AddCamera(Map& map, CameraKind kind) {
 }
 
 void WindowMaker::ShowLayers(Map& map) {
-  for (const ChildWindow* window : windows_.WindowsOf(map)) {
-    if (dynamic_cast<const LayerWindow*>(window)) return windows_.BringToFront(*window);
-  }
-  windows_.Add(std::make_unique<LayerWindow>(windows_, ofLayers_, map));
+  ShowOnly<LayerWindow>(windows_, ofLayers_, map);
 }
 
 void WindowMaker::ShowCheck(Map& map) {
-  for (const ChildWindow* window : windows_.WindowsOf(map)) {
-    if (dynamic_cast<const CheckWindow*>(window)) return windows_.BringToFront(*window);
-  }
-  windows_.Add(std::make_unique<CheckWindow>(windows_, ofChecks_, map));
+  ShowOnly<CheckWindow>(windows_, ofChecks_, map);
+}
+
+void WindowMaker::ShowEntityTree(Map& map) {
+  ShowOnly<EntityTreeWindow>(windows_, ofTrees_, map);
 }
 
 // The view from above is made last, and so is the active one.
@@ -84,8 +100,8 @@ void WindowMaker::OnMapClosing(Map& map) {
 
 // The last one that was active is made last, and so is active again.
 void WindowMaker::OnMapReplaced(Map& map, Map& by) {
-  const auto isLayers = [](const ChildWindow* w) { return dynamic_cast<const LayerWindow*>(w); };
-  const bool showedLayers = std::ranges::any_of(windows_.WindowsOf(map), isLayers);
+  const bool showedLayers = WindowOfKind<LayerWindow>(windows_, map) != nullptr;
+  const bool showedTree = WindowOfKind<EntityTreeWindow>(windows_, map) != nullptr;
   for (ChildWindow* window : windows_.WindowsOf(map)) {
     const auto* camera = dynamic_cast<const CameraWindow*>(window);
     CameraWindow* made = camera ? AddCamera(by, camera->Kind()) : nullptr;
@@ -103,6 +119,7 @@ void WindowMaker::OnMapReplaced(Map& map, Map& by) {
   windows_.CloseWindowsOf(map);
   windows_.Views().marks.Forget(map);
   if (showedLayers) ShowLayers(by);
+  if (showedTree) ShowEntityTree(by);
 }
 
 void WindowMaker::OnMapWanted(Map& map) {

@@ -4,6 +4,7 @@
 #include "shell/documents/documents.h"
 #include "shell/windows/camera_window.h"
 #include "shell/windows/check_window.h"
+#include "shell/windows/entity_tree_window.h"
 #include "shell/windows/layer_window.h"
 #include "shell/windows/map_window.h"
 
@@ -16,7 +17,7 @@ class WindowMaker : public DocumentsObserver {
   // The windows and all that the contexts name outlive it.
   WindowMaker(ChildWindows& windows, SideWindows& sides, const MapWindowContext& ofViews,
               const LayerWindowContext& ofLayers, const CameraWindowContext& ofCameras,
-              const CheckWindowContext& ofChecks);
+              const CheckWindowContext& ofChecks, const EntityTreeContext& ofTrees);
 
   // Null, after an assertion, when the system gave no window.
   MapWindow* AddView(Map& map, Orientation orientation);
@@ -25,6 +26,7 @@ class WindowMaker : public DocumentsObserver {
   // The one of the map, in front of the others.
   void ShowLayers(Map& map);
   void ShowCheck(Map& map);
+  void ShowEntityTree(Map& map);
 
   // Three views, and a camera if the options want Direct3D, arranged and showing all of it.
   void OnMapOpened(Map& map) override;
@@ -39,6 +41,7 @@ class WindowMaker : public DocumentsObserver {
   LayerWindowContext ofLayers_;
   CameraWindowContext ofCameras_;
   CheckWindowContext ofChecks_;
+  EntityTreeContext ofTrees_;
 };
 
 }  // namespace ferrowand

@@ -138,11 +138,13 @@ ShapeStyle Camera::Style() const {
 }
 
 void Camera::FollowScene(LoadProgress& progress) {
-  if (!std::exchange(knowsScene_, true)) {
+  const bool isNew = !std::exchange(knowsScene_, true);
+  if (isNew) {
     renderer_->DropAll();
     scene_.Learn();
     if (lighting_) lighting_->Learn();
   }
+  marks_.GiveTo(*renderer_, isNew);
   for (const ShapeName name : scene_.TakeGone()) renderer_->DropShape(name);
   const std::vector<ShapeName> stale = scene_.TakeStale();
   unsigned faces = 0, part = 0;
@@ -191,6 +193,7 @@ void Camera::Paint() {
   picture.tinted = tinted;
   picture.selected = selected;
   picture.preview = preview_;
+  picture.outlines = marks_.Outlines();
   renderer_->Draw(picture);
   if (glide_.IsUnderWay(now)) host_.Repaint();
 }
@@ -198,6 +201,18 @@ void Camera::Paint() {
 void Camera::ShowPreview(const std::optional<Vec3>& by) {
   if (by == preview_) return;
   preview_ = by;
+  host_.Repaint();
+}
+
+void Camera::ShowDraft(const std::optional<Bounds>& box) {
+  if (box == draft_) return;
+  draft_ = box;
+  marks_.SetDraft(box);
+  host_.Repaint();
+}
+
+void Camera::ShowMarks(const MapMarks& marks) {
+  marks_.SetMarks(marks);
   host_.Repaint();
 }
 
@@ -256,6 +271,15 @@ CameraHit Camera::Pick(Pixel at) {
   return HitOf(objects.empty() ? nullptr : objects.front(), at);
 }
 
+std::optional<FacePlace> Camera::PlaceAt(Pixel at, const SpaceRules& rules) {
+  for (entity* object : PickAll(at)) {
+    const CameraHit hit = HitOf(object, at);
+    if (hit.face < 0) continue;
+    return FacePlace(hit.point, object->brush.face(hit.face).plane.normal, rules);
+  }
+  return std::nullopt;
+}
+
 CameraHit Camera::PickSelected(Pixel at, PickLevel level) {
   const std::vector<entity*> objects = PickAll(at);
   const auto selected = std::ranges::find_if(
@@ -270,13 +294,8 @@ void Camera::Click(Pixel at, PickLevel level, bool add) {
 }
 
 void Camera::GoThrough(Pixel at, PickLevel level, bool deeper) {
-  const std::vector<entity*> objects = PickAll(at, level);
-  const auto selected =
-      std::ranges::find_if(objects, [this](entity* e) { return map_.selection.Contains(*e); });
-  if (objects.empty()) return;
-  if (selected == objects.end()) return Select(map_, objects.front(), false);
-  const bool isLast = selected == (deeper ? objects.end() - 1 : objects.begin());
-  if (!isLast) Select(map_, deeper ? *(selected + 1) : *(selected - 1), false);
+  entity* const object = BesideSelected(map_, PickAll(at, level), deeper);
+  if (object && !map_.selection.Contains(*object)) Select(map_, object, false);
 }
 
 void Camera::OnChange(const MapChange& change) {

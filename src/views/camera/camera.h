@@ -13,14 +13,17 @@
 #include "document/picking.h"
 #include "views/camera/camera_frustum.h"
 #include "views/camera/camera_glide.h"
+#include "views/camera/camera_marks.h"
 #include "views/camera/camera_renderer.h"
 #include "views/camera/camera_scene.h"
 #include "views/camera/camera_shapes.h"
+#include "views/camera/face_place.h"
 #include "views/camera/map_lighting.h"
 
 namespace ferrowand {
 
 class Brush;
+struct MapMarks;
 
 // The window of a camera, as the camera sees it.
 class CameraHost {
@@ -93,6 +96,9 @@ class Camera : public MapObserver {
   void Update();
   // Where the selection would come to stand; nothing for none.
   void ShowPreview(const std::optional<Vec3>& by);
+  // The box that is being drawn; nothing for none.
+  void ShowDraft(const std::optional<Bounds>& box);
+  void ShowMarks(const MapMarks& marks);
   // Gives up what can be made again, and shows nothing until Restore.
   void Release();
   void Restore();
@@ -105,6 +111,8 @@ class Camera : public MapObserver {
   std::vector<entity*> PickAll(Pixel at);
   std::vector<entity*> PickAll(Pixel at, PickLevel level);
   CameraHit Pick(Pixel at);
+  // On the nearest face of a brush there, whatever stands before it; none where no brush is.
+  std::optional<FacePlace> PlaceAt(Pixel at, const SpaceRules& rules);
   // Of the selected ones.
   CameraHit PickSelected(Pixel at, PickLevel level);
   // Selects what a click takes, as in the 2D views; where nothing is, the selection stays. What is
@@ -133,6 +141,8 @@ class Camera : public MapObserver {
   RenderMode mode_ = RenderMode::Textured;
   bool tintsEntities_ = false;
   std::optional<Vec3> preview_;
+  std::optional<Bounds> draft_;
+  CameraMarks marks_;
   bool hasLamp_ = false;
   CameraLighting lightingKind_ = CameraLighting::None;
   std::optional<MapLighting> lighting_;

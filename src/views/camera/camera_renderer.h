@@ -46,6 +46,9 @@ inline constexpr int SELECTION_EDGE_WIDTH = 2;  // pixels at the usual size of l
 
 // The number of a shape, by which its camera names it.
 using ShapeName = std::uint32_t;
+// Those of what is drawn over the map: the box that is being drawn, and the map's marks.
+inline constexpr ShapeName DRAFT_SHAPE = 0, LEAK_SHAPE = 1, PORTAL_SHAPE = 2, FACE_SHAPE = 3;
+inline constexpr ShapeName FIRST_OBJECT_SHAPE = 4;
 
 struct ShapePoint {
   Vec3 at;
@@ -75,10 +78,16 @@ struct Shape {
   std::vector<LightImage> light;  // of each polygon; none at all where no light was asked for
 };
 
+// A shape of which all edges are drawn, also those behind something.
+struct Outline {
+  ShapeName name = DRAFT_SHAPE;
+  Colour colour;
+};
+
 // One picture. Shapes that a list names are there; what is tinted or selected is also seen.
 struct CameraPicture {
-  CameraPose pose;
-  PixelSize size;
+  CameraPose pose = {};
+  PixelSize size = {};
   double backClip = 0;  // world units: what lies farther is not seen
   RenderMode mode = RenderMode::Textured;
   bool dither = false;
@@ -87,6 +96,7 @@ struct CameraPicture {
   std::span<const ShapeName> seen = {};  // the nearest first
   std::span<const ShapeName> tinted = {}, selected = {};
   std::optional<Vec3> preview = {};  // the selected ones' edges, moved that far, once more
+  std::span<const Outline> outlines = {};
 };
 
 class CameraRenderer {

@@ -29,7 +29,7 @@ bool MayShow(const entity& e) {
 }  // namespace
 
 void CameraScene::Learn() {
-  objects_.clear();
+  objects_.assign(FIRST_OBJECT_SHAPE, {});
   names_.clear();
   templates_.clear();
   instances_.clear();

@@ -74,7 +74,7 @@ class CameraScene {
   void MakeTree();
 
   Map& map_;
-  std::vector<Object> objects_;
+  std::vector<Object> objects_;  // by name
   std::vector<ShapeName> free_, gone_, stale_;
   std::unordered_map<const entity*, ShapeName> names_;
   // Every template of the map, and what it was when its instances were shown.

@@ -194,6 +194,13 @@ Shape ShapeOf(const entity& e, const ShapeStyle& style) {
   return maker.Take();
 }
 
+Shape BoxShape(const Bounds& box) {
+  const ShapeStyle style;
+  ShapeMaker maker(style);
+  maker.AddBox(box, {});
+  return maker.Take();
+}
+
 Bounds BoxOf(const Shape& shape) {
   Bounds box;
   for (const ShapePoint& point : shape.points) box.Add(point.at);

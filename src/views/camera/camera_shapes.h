@@ -20,6 +20,7 @@ struct ShapeStyle {
 // Of the entity itself, and of what it stands for where it is an instance of a template and those
 // are shown; nothing below it. Empty for what shows nothing.
 Shape ShapeOf(const entity& e, const ShapeStyle& style);
+Shape BoxShape(const Bounds& box);
 // All that the shape takes up.
 Bounds BoxOf(const Shape& shape);
 

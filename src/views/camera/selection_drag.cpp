@@ -13,7 +13,6 @@ namespace {
 // Below this slope a floor is seen so flat that a pixel means miles: then the way is taken along a
 // plane of this slope, and laid down on the floor.
 constexpr double LEAST_SLOPE = 0.35;
-constexpr double LONGEST_WAY = 4096;  // world units
 constexpr DVec3 UP{0, 0, 1};
 
 // Where the ray meets the plane through the point; as far as a drag goes where it meets none.

@@ -12,12 +12,14 @@ namespace ferrowand {
 class Map;
 class MapView;
 
-// What bears on a drag in space, as in the 2D views.
+inline constexpr double LONGEST_WAY = 4096;  // world units, of a drag in space
+
+// What bears on it, as in the 2D views.
 struct SpaceRules {
   std::uint8_t grid = 6;     // exponent
   bool snap = false;         // the way goes in steps of the grid
   bool ontoGrid = false;     // and so that the reference comes onto it
-  Vec3 reference;            // of the first selected object
+  Vec3 reference = {};       // of the first selected object
   unsigned limitedAxes = 0;  // bit n: axis n stays as it is
 };
 // By the map and its view that was active last, which may be null.

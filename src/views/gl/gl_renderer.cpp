@@ -230,6 +230,7 @@ void GlRenderer::Draw(const CameraPicture& picture) {
   DrawTint(picture.tinted, ENTITY_TINT, picture.mode);
   DrawTint(picture.selected, SELECTION_TINT, picture.mode);
   DrawEdges(picture.selected, HIDDEN_EDGES, SELECTION_EDGES);
+  for (const auto& [name, colour] : picture.outlines) DrawEdges({&name, 1}, colour, colour);
   if (!picture.preview) return;
   glTranslatef(picture.preview->x, picture.preview->y, picture.preview->z);
   DrawEdges(picture.selected, PREVIEW_EDGES, PREVIEW_EDGES);

@@ -66,6 +66,10 @@ void PrimitiveTool::MouseDown(MapView& view, Pixel at, int button) {
   }
 }
 
+int PrimitiveTool::DefaultDepth(int grid) {
+  return std::max(DEFAULT_DEPTH, 1 << grid);
+}
+
 Bounds PrimitiveTool::BoxTo(const MapView& view, Pixel at) const {
   const DragRules rules = RulesOf(view);
   const ViewInts cursor = WorldAt(view, at);
@@ -83,7 +87,7 @@ Bounds PrimitiveTool::BoxTo(const MapView& view, Pixel at) const {
     box.mins[depth] = last.mins[depth];
     box.maxs[depth] = last.maxs[depth];
   } else {
-    box.maxs[depth] = static_cast<float>(std::max(DEFAULT_DEPTH, 1 << view.gridu));
+    box.maxs[depth] = static_cast<float>(DefaultDepth(view.gridu));
   }
   return box;
 }
@@ -99,14 +103,17 @@ void PrimitiveTool::Drag(MapView& view, Pixel at) {
 }
 
 void PrimitiveTool::Drop(MapView& view, Pixel at) {
-  const Bounds box = BoxTo(view, at);
+  Create(view.map, BoxTo(view, at));
+}
+
+void PrimitiveTool::Create(Map& map, const Bounds& box) {
   const Vec3 size = box.maxs - box.mins;
-  if (size[view.transform.orienu] <= 0 || size[view.transform.orienv] <= 0) return;
+  if (size.x <= 0 || size.y <= 0 || size.z <= 0) return;
   const Primitive primitive{.kind = kind_, .box = box, .sides = Sides()};
-  const ActionScope action(view.map.Data(), Format("Create %s", NameOf(kind_)));
-  if (!AddPrimitive(view.map, primitive, Host().CurrentTexture(view.map))) return;
+  const ActionScope action(map.Data(), Format("Create %s", NameOf(kind_)));
+  if (!AddPrimitive(map, primitive, Host().CurrentTexture(map))) return;
   tools_.Use(tools_.brushSelector);
-  view.map.ShowStatus(view.map.undo.NewestName());  // the tool has told its own
+  map.ShowStatus(map.undo.NewestName());  // the tool has told its own
 }
 
 }  // namespace ferrowand

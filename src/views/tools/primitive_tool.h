@@ -20,6 +20,12 @@ class PrimitiveTool : public ToolBase {
   bool Prepare(PrimitiveKind kind, bool asksAnew);
   PrimitiveKind Kind() const { return kind_; }
 
+  // One in that box, which is selected, and the brush selector is in use again. Nothing where the
+  // box is none.
+  void Create(Map& map, const Bounds& box);
+  // World units, of what is drawn where the depth of nothing else serves.
+  static int DefaultDepth(int grid);
+
   // The right button gives it up.
   void MouseDown(MapView& view, Pixel at, int button) override;
 

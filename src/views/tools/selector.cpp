@@ -66,15 +66,25 @@ void Selector::MouseDown(MapView& view, Pixel at, int button) {
   }
 }
 
+std::vector<entity*> Selector::StackAt(const MapView& view, Pixel at) const {
+  std::vector<entity*> stack;
+  ForEachHit(view.map, QueryAt(view, at, Level()), [&](const Hit& hit) {
+    entity& object = PickedBy(*hit.object, Level());
+    if (std::ranges::find(stack, &object) == stack.end()) stack.push_back(&object);
+    return false;
+  });
+  return stack;
+}
+
+void Selector::GoThrough(MapView& view, Pixel at, bool deeper) {
+  if (IsDragging()) return;
+  entity* const object = BesideSelected(view.map, StackAt(view, at), deeper);
+  if (object && !view.map.selection.Contains(*object)) Select(view, object, false);
+}
+
 void Selector::DoubleClick(MapView& view, Pixel at, int button) {
   std::vector<entity*> stack;
-  if (button == BUTTON_LEFT && tools_.GetOptions().smartSelection) {
-    ForEachHit(view.map, QueryAt(view, at, Level()), [&](const Hit& hit) {
-      entity& object = PickedBy(*hit.object, Level());
-      if (std::ranges::find(stack, &object) == stack.end()) stack.push_back(&object);
-      return false;
-    });
-  }
+  if (button == BUTTON_LEFT && tools_.GetOptions().smartSelection) stack = StackAt(view, at);
   const auto selected =
       std::ranges::find_if(stack, [&](const entity* e) { return view.map.selection.Contains(*e); });
   if (stack.size() < 2 || selected == stack.end()) {

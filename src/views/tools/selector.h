@@ -12,6 +12,8 @@ class Selector : public ToolBase {
   void MouseDown(MapView& view, Pixel at, int button) override;
   // With smart selection on, what lies below the selected object at that place.
   void DoubleClick(MapView& view, Pixel at, int button) override;
+  // Selects instead what lies behind, or before, the selected one of those there.
+  void GoThrough(MapView& view, Pixel at, bool deeper);
   void Select(MapView& view, entity* object, bool add) override;
   void Group(MapView& view) override;
   // The number of a class of the map's set: the selection becomes of that class, brushes by being
@@ -43,6 +45,8 @@ class Selector : public ToolBase {
   std::vector<entity*> ObjectsIn(const MapView& view, const PixelRect& closed) const;
 
  private:
+  // All that a click there could take, in map order.
+  std::vector<entity*> StackAt(const MapView& view, Pixel at) const;
   ViewPoint DragOffset(const MapView& view, Pixel at) const;
 };
 

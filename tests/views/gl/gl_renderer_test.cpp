@@ -16,12 +16,14 @@
 #include "support/small_map.h"
 #include "support/temp_dir.h"
 #include "views/camera/shape_picking.h"
+#include "views/map_marks.h"
 
 // The library keeps some things for itself.
 extern "C" const char* __lsan_default_suppressions();
 extern "C" const char* __lsan_default_suppressions() {
   return "leak:libOSMesa";
 }
+#include "views/map_marks.h"
 
 namespace ferrowand {
 namespace {
@@ -124,6 +126,33 @@ TEST_F(GlRendererTest, WhatIsSelectedStandsOutInEveryMode) {
     EXPECT_GE(after, mode == 0 || mode == 4 ? 2 : 80) << mode;
     EXPECT_GT(after, before) << mode;
   }
+}
+
+TEST_F(GlRendererTest, MarksAndTheBoxThatIsDrawnAreSeenThroughWalls) {
+  const auto count = [this](Colour colour) {
+    Draw(RenderMode::Textured);
+    int found = 0;
+    for (int x = 0; x < AREA.width; ++x) {
+      for (int y = 0; y < AREA.height; ++y) found += gl.At(x, y) == colour ? 1 : 0;
+    }
+    return found;
+  };
+  EXPECT_EQ(count(LEAK_COLOUR), 0);
+  MapMarks marks{.leak = {{300, -80, 0}, {300, 80, 0}, {300, 80, 60}}, .showsLeak = true};
+  marks.portals = {{{200, -30, -30}, {200, 30, -30}, {200, 30, 30}, {200, -30, 30}}};
+  camera->ShowMarks(marks);
+  EXPECT_GT(count(LEAK_COLOUR), 30) << "behind the wall";
+  EXPECT_EQ(count(PORTAL_COLOUR), 0);
+  marks.showsPortals = true;
+  camera->ShowMarks(marks);
+  EXPECT_GT(count(PORTAL_COLOUR), 30);
+  camera->Update();
+  EXPECT_GT(count(PORTAL_COLOUR), 30) << "when all is made anew";
+  camera->ShowDraft(Bounds{{200, -20, -20}, {240, 20, 20}});
+  EXPECT_GT(count(PREVIEW_EDGES), 30);
+  camera->ShowDraft({});
+  camera->ShowMarks({});
+  EXPECT_EQ(count(PREVIEW_EDGES) + count(LEAK_COLOUR) + count(PORTAL_COLOUR), 0);
 }
 
 TEST_F(GlRendererTest, ATextureThatTheDriverDoesNotTakeIsReduced) {
