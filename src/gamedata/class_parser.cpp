@@ -40,6 +40,8 @@ std::optional<ClassRecord> ClassParser::Next() {
       ParseHeader(record);
       record.keys = KeysOfHelp(record.description, record.flags);
       return record;
+    } else {
+      isAfterStar = true;
     }
   }
   return std::nullopt;

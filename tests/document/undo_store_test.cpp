@@ -2,6 +2,7 @@
 
 #include "document/document_fixture.h"
 #include "document/edit_step.h"
+#include "gamedata/wad_builder.h"
 
 namespace ferrowand {
 namespace {
@@ -129,6 +130,27 @@ TEST_F(UndoStoreTest, AsManyStepsAreRedoneAsWereUndoneUntilANewOne) {
   map.undo.Undo();
   Add("d");
   EXPECT_FALSE(map.undo.CanRedo());
+}
+
+TEST_F(UndoStoreTest, NothingShowsATextureThatIsRemovedFromItsWad) {
+  const std::string path = temp.Write("own.wad", WadBytes({{"wall", 8, 8, "a"}, {"z", 8, 8, "z"}}));
+  const auto own = ReadText("{\"classname\" \"worldspawn\" \"wad\" \"" + path + "\"" +
+                            Cuboid(0, 0, 0, 8, 8, 8) + Cuboid(8, 0, 0, 16, 8, 8) + "}");
+  WadFile& wad = *own->wads.Items().front().wad;
+  Texture* const wall = wad.FindTexture("wall");
+  const auto& brushes = own->currentLayer()->getEntityList();
+  ASSERT_EQ(brushes[0]->brush.face(0).texture, wall);
+  {
+    EditStep step(*own);
+    step.Remove(*brushes[0]);
+  }
+  ASSERT_TRUE(wad.RemoveTexture(*wall));
+  own->BindTexturesAnew();
+  own->undo.Undo();
+  ASSERT_EQ(brushes.size(), 2u);
+  for (const EntityPtr& brush : brushes) {
+    for (const Face& face : brush->brush.Faces()) EXPECT_EQ(face.texture, wad.BadTexture());
+  }
 }
 
 }  // namespace

@@ -90,11 +90,26 @@ TEST_F(ClassParserTest, BareLineFeedsGiveTheSameClassesFlagsAndHelp) {
 
 TEST_F(ClassParserTest, WhatIsNoClassCostsNoneBehindIt) {
   const std::string b = "/*QUAKED b (0 0 0) ?\r\nb*/";
-  for (const char* front :
-       {"/* words */", "/* words */ ", "/*", "/* ", "/ ", "/**/", "/***/", "x */", "// words\n",
-        "/*QUAKED", "/*QUAKED ", "/*QUAKED a", "/*QUAKED a*/", "/*QUAKED a (0",
-        "/*QUAKED a (0 0 0) ", "/*QUAKED a (0 0 0) (-8 */\n", "/*QUAKED a (0 0 0) ? FLAG */\n",
-        "/*QUAKED a (0 0 0) ?\nhelp, **/\nvoid() a = {};\n", "/*QUAKED a (0 0 0) ?\nhelp\n\n"}) {
+  for (const char* front : {"/* words */",
+                            "/* words */ ",
+                            "/*",
+                            "/* ",
+                            "/ ",
+                            "/**/",
+                            "/***/",
+                            "/*/",
+                            "x */",
+                            "// words\n",
+                            "/*QUAKED",
+                            "/*QUAKED ",
+                            "/*QUAKED a",
+                            "/*QUAKED a*/",
+                            "/*QUAKED a (0",
+                            "/*QUAKED a (0 0 0) ",
+                            "/*QUAKED a (0 0 0) (-8 */\n",
+                            "/*QUAKED a (0 0 0) ? FLAG */\n",
+                            "/*QUAKED a (0 0 0) ?\nhelp, **/\nvoid() a = {};\n",
+                            "/*QUAKED a (0 0 0) ?\nhelp\n\n"}) {
     Parse(front + b);
     ASSERT_FALSE(classes.empty()) << front;
     EXPECT_EQ(classes.back().classname, "b") << front;
