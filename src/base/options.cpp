@@ -81,6 +81,10 @@ const Setting SETTINGS[] = {
     {"Frame Bottom", &Options::frameBottom},
     {"Frame Maximised", &Options::frameMaximised},
     {"Pale Others", &Options::paleOthers},
+    {"Properties Left", &Options::propertiesLeft},
+    {"Properties Top", &Options::propertiesTop},
+    {"Properties Right", &Options::propertiesRight},
+    {"Properties Bottom", &Options::propertiesBottom},
 };
 
 constexpr std::array<std::uint8_t, Options::NUMKEYACTIONS> DEFAULTKEYS = {

@@ -73,6 +73,8 @@ struct Options {
   std::uint16_t autosaveMinutes = 5;  // between two times that unsaved work is kept; 0: never
   std::int32_t frameLeft = 0, frameTop = 0, frameRight = 0, frameBottom = 0;  // empty: unknown
   std::uint8_t frameMaximised = 1;
+  // Of the window of properties, when it was closed last; empty: unknown.
+  std::int32_t propertiesLeft = 0, propertiesTop = 0, propertiesRight = 0, propertiesBottom = 0;
   std::uint8_t paleOthers = 0;  // while something is selected, all else is drawn paler
   std::array<std::array<std::uint8_t, 2>, NUMKEYACTIONS> keys;  // virtual-key codes
 

@@ -54,7 +54,7 @@ bool SideWindows::TakesMessage(MSG& message) const {
   const auto side = std::ranges::find_if(windows_, [&](const auto& open) {
     return message.hwnd == open->Handle() || IsChild(open->Handle(), message.hwnd);
   });
-  if (side == windows_.end()) return false;
+  if (side == windows_.end() || (*side)->LeavesToProgram(message)) return false;
   if (!IsDialogMessageW((*side)->Handle(), &message)) {
     TranslateMessage(&message);
     DispatchMessageW(&message);
@@ -75,6 +75,14 @@ void SideWindows::TellAll(const Tell& tell) {
 
 void SideWindows::OnMapClosing(const Map& map) {
   TellAll([&](SideWindow& side) { side.OnMapClosing(map); });
+}
+
+void SideWindows::OnIdle() {
+  TellAll([](SideWindow& side) { side.OnIdle(); });
+}
+
+void SideWindows::FinishTyping() {
+  TellAll([](SideWindow& side) { side.FinishTyping(); });
 }
 
 void SideWindows::OnMapReplaced(const Map& map, Map& by) {

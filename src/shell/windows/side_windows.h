@@ -26,6 +26,13 @@ class SideWindow {
   // Another one, read anew from the same file, takes its place.
   virtual void OnMapReplaced(const Map& map, Map& by) { (void)map, (void)by; }
 
+  // The program waits for its user.
+  virtual void OnIdle() {}
+  // What is half typed is done before something else is.
+  virtual void FinishTyping() {}
+  // Whether a key is none of the window's own.
+  virtual bool LeavesToProgram(const MSG& message) const { return (void)message, false; }
+
   // What the procedures of windows of such classes do: the object is the argument of creation.
   static LRESULT Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   // The same for dialogs.
@@ -55,11 +62,13 @@ class SideWindows {
   const std::vector<std::unique_ptr<SideWindow>>& All() const { return windows_; }
 
   // Before anything else sees it: whether the message was for one of them. Its keys are no commands
-  // of the program.
+  // of the program, unless it leaves them to that.
   bool TakesMessage(MSG& message) const;
   // Each of them may close.
   void OnMapClosing(const Map& map);
   void OnMapReplaced(const Map& map, Map& by);
+  void OnIdle();
+  void FinishTyping();
 
  private:
   template <typename Tell>
