@@ -7,6 +7,7 @@
 #include "document/written_points.h"
 #include "geometry/tolerance.h"
 #include "geometry/whole_plane.h"
+#include "operations/face_check.h"
 
 namespace ferrowand {
 
@@ -43,10 +44,20 @@ bool SurvivesSaving(const Brush& brush, Reporter& reporter) {
   if (!std::ranges::all_of(brush.Faces(), &Face::HasShape)) return false;
   const auto isWhole = [](const Face& face) { return AreWhole(face.planepts); };
   if (!std::ranges::all_of(brush.FarFaces(), isWhole)) return false;
-  if (brush.FarFaces().empty() && !IsClosed(brush)) return false;
+  if (brush.FarFaces().empty() && !(IsClosed(brush) && IsBrushConvex(brush))) return false;
   const SavedShape shape = ShapeInFile(brush, reporter);
   return shape.lostFaces == 0 &&
          shape.cornerMove <= (shape.isCarried ? LARGEST_SLIP : LARGEST_STRAY);
+}
+
+bool IsKeepable(const Brush& brush, Reporter& reporter) {
+  // Whether rounded points still make a plane is known better by the save itself.
+  const auto isSound = [](const Face& face) {
+    const CheckCode code = ShapeCheck(face, ON_EPSILON);
+    return code == CheckCode::None || code == CheckCode::NoNormal;
+  };
+  return brush.getNumFaces() >= SMALLEST_SOLID && std::ranges::all_of(brush.Faces(), isSound) &&
+         SurvivesSaving(brush, reporter);
 }
 
 bool IsInsideWorld(const Bounds& bounds) {

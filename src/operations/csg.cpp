@@ -142,14 +142,4 @@ Carving Carve(const Brush& source, const Brush& cutter, const ClassSet& classes,
   return carving;
 }
 
-bool IsKeepable(const Brush& piece, Reporter& reporter) {
-  // Whether rounded points still make a plane is known better by the save itself.
-  const auto isSound = [](const Face& face) {
-    const CheckCode code = ShapeCheck(face, ON_EPSILON);
-    return code == CheckCode::None || code == CheckCode::NoNormal;
-  };
-  return piece.getNumFaces() >= SMALLEST_SOLID && std::ranges::all_of(piece.Faces(), isSound) &&
-         IsBrushConvex(piece) && SurvivesSaving(piece, reporter);
-}
-
 }  // namespace ferrowand

@@ -8,8 +8,6 @@
 
 namespace ferrowand {
 
-inline constexpr int SMALLEST_SOLID = 4;  // faces
-
 // Clears both halves and fills them: `outside` with what lies in front of the plane, `inside` with
 // what lies behind it, each closed by a cap that takes its texture from the source's first face.
 // The other faces keep their planes exactly. A half of fewer than three faces is none; where a cap
@@ -37,8 +35,5 @@ struct Carving {
 // Cuts by the cutter's planes in turn. A piece that a plane does not cut stays exactly what it is.
 Carving Carve(const Brush& source, const Brush& cutter, const ClassSet& classes, CapTexture caps,
               Reporter& reporter);
-
-// Whether a piece is a solid that a file gives back.
-bool IsKeepable(const Brush& piece, Reporter& reporter);
 
 }  // namespace ferrowand

@@ -13,6 +13,7 @@
 #include "document/edit_step.h"
 #include "document/map.h"
 #include "document/picking.h"
+#include "operations/brush_check.h"
 #include "operations/csg.h"
 #include "operations/new_entity.h"
 

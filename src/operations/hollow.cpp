@@ -15,14 +15,18 @@
 namespace ferrowand {
 namespace {
 
-// Every face moved outwards.
+// Every face moved outwards. Points that lie a little beside their plane, as those of a file may
+// far from the face, come onto it: between whole units nothing else tells where the plane is.
 Brush Grown(const Brush& brush, double by, Reporter& reporter) {
   Brush grown(brush.Outline());
   for (const Face& face : brush.Faces()) {
     Face moved = CopyFace(face);
     moved.w = nullptr;
     moved.plane.dist += by;
-    for (Vec3& p : moved.planepts) p = Vec3(DVec3(p) + face.plane.normal * by);
+    for (Vec3& p : moved.planepts) {
+      const DVec3 point(p);
+      p = Vec3(point + face.plane.normal * (by - face.plane.DistanceTo(point)));
+    }
     grown.AddFace(std::move(moved));
   }
   grown.Rebuild(reporter);

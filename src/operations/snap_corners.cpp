@@ -105,7 +105,7 @@ std::optional<Brush> Snapped(const Brush& brush, int grid, Reporter& reporter) {
     UpdateFromWinding(result.face(i));
     if (!HasOutline(result.face(i), hull[static_cast<std::size_t>(i)])) return std::nullopt;
   }
-  const bool isSound = IsInsideWorld(result.Box()) && SurvivesSaving(result, reporter);
+  const bool isSound = IsInsideWorld(result.Box()) && IsKeepable(result, reporter);
   return isSound ? std::optional(std::move(result)) : std::nullopt;
 }
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "document/edit_step.h"
+#include "operations/brush_check.h"
 #include "operations/csg_commands.h"
 #include "operations/edit_fixture.h"
 #include "operations/face_check.h"

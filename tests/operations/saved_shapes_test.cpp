@@ -6,6 +6,7 @@
 #include "document/read_log.h"
 #include "document/written_points.h"
 #include "operations/csg.h"
+#include "operations/brush_check.h"
 #include "operations/edit_fixture.h"
 #include "operations/hollow.h"
 #include "operations/primitives.h"

@@ -108,7 +108,7 @@ std::optional<Brush> Finished(Brush brush, Reporter& reporter) {
     UpdateFromWinding(brush.face(i));
     FindPlanePoints(brush.face(i));
   }
-  if (!SurvivesSaving(brush, reporter)) return std::nullopt;
+  if (!IsKeepable(brush, reporter)) return std::nullopt;
   return brush;
 }
 
