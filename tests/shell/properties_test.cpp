@@ -284,9 +284,64 @@ TEST_F(PropertiesTest, TheWorldHasItsOwn) {
   EXPECT_STREQ(map->GetKey("worldtype"), "2");
   EXPECT_EQ(Row("worldtype"), "2  base");
   ExpectUndone();
+  EXPECT_EQ(Row("wad"), map->wads.Names());
+  window->Keys().Choose("wad");
+  Key(window->Keys().Handle(), VK_F2);
+  EXPECT_FALSE(window->Keys().IsEditing()) << "a save writes the map's own list";
   parts->documents.Close(*map);
   app->Pump();
   EXPECT_EQ(parts->sides.All().size(), 1u) << "it goes with its map";
+}
+
+TEST_F(PropertiesTest, TypedKeysHaveFieldsThatFit) {
+  Open();
+  map->classSet->FindClass("light").keys = {
+      {"_color", KeyType::Colour, "", "1 1 1", "", {}},
+      {"style", KeyType::Choices, "", "0", "", {{"0", "steady"}, {"10", "flicker"}}},
+      {"wait", KeyType::Number, "", "", "", {}}};
+  Select({1});
+  Select({0});
+  EXPECT_EQ(Row("style"), "0  steady");
+  EXPECT_EQ(KeyOf(0, "style"), "none") << "what the class knows is not written";
+  window->Keys().Choose("_color");
+  dialogs.colours = {{255, 51, 0}};
+  SendMessageW(Control(ID_PROPERTIES_CHOOSE), BM_CLICK, 0, 0);
+  EXPECT_EQ(KeyOf(0, "_color"), "1 0.2 0");
+  window->Keys().Choose("style");
+  Key(window->Keys().Handle(), VK_F2);
+  const HWND list = window->Keys().Editor();
+  SendMessageW(list, CB_SETCURSEL, 1, 0);
+  SendMessageW(GetParent(list), WM_COMMAND, MAKEWPARAM(0, CBN_SELENDOK),
+               reinterpret_cast<LPARAM>(list));
+  app->Pump();
+  EXPECT_EQ(KeyOf(0, "style"), "10");
+  TypeValue("wait", L"long");
+  Key(Box(), VK_RETURN);
+  EXPECT_EQ(KeyOf(0, "wait"), "long") << "taken, and told of";
+  EXPECT_NE(TextOf(WindowOf(Orientation::Top), ID_MESSAGE_TEXT).find("as a number"),
+            std::string::npos);
+  ExpectUndone();
+}
+
+TEST_F(PropertiesTest, BrushesAreTiedToAnEntityAndToTheWorldAgain) {
+  ASSERT_TRUE(Start());
+  map = &OpenTwoBrushes();
+  const std::string text = ExtendedText(*map);
+  Select({0, 1});
+  dialogs.answers = {{"trigger_once"}};
+  sink.answers = {Answer::Yes};
+  Give(Command::TieToEntity);
+  EXPECT_EQ(map->currentLayer()->getEntityList().size(), 1u);
+  EXPECT_EQ(KeyOf(0, "classname"), "trigger_once");
+  Give(Command::Properties);
+  Find();
+  EXPECT_EQ(Shown(ID_PROPERTIES_WHAT), "Holds 2 objects");
+  Give(Command::TieToWorld);
+  app->Pump();
+  EXPECT_EQ(map->selection.size(), 2u);
+  EXPECT_EQ(Shown(ID_PROPERTIES_WHAT), "2 brushes");
+  while (map->undo.CanUndo()) Give(Command::Undo);
+  EXPECT_EQ(ExtendedText(*map), text);
 }
 
 TEST_F(PropertiesTest, ItIsTidyAtAnySizeAndTakesTheTabKeyInOrder) {
@@ -301,6 +356,18 @@ TEST_F(PropertiesTest, ItIsTidyAtAnySizeAndTakesTheTabKeyInOrder) {
     SCOPED_TRACE(width);
     ExpectTidy(window->Handle());
   }
+  std::vector<int> order;
+  for (HWND at = Control(ID_PROPERTIES_CLASS);;) {
+    order.push_back(GetDlgCtrlID(at));
+    at = GetNextDlgTabItem(window->Handle(), at, FALSE);
+    if (at == Control(ID_PROPERTIES_CLASS) || order.size() > 40) break;
+  }
+  const std::vector<int> first{ID_PROPERTIES_CLASS,       ID_PROPERTIES_NAME,    ID_PROPERTIES_PIN,
+                               ID_PROPERTIES_EDITOR_KEYS, ID_PROPERTIES_KEYS,    ID_PROPERTIES_ADD,
+                               ID_PROPERTIES_FLAG,        ID_PROPERTIES_FLAG + 1};
+  ASSERT_GE(order.size(), first.size());
+  EXPECT_EQ(std::vector(order.begin(), order.begin() + 8), first);
+  EXPECT_EQ(order.back(), ID_PROPERTIES_HELP);
 }
 
 }  // namespace

@@ -1,8 +1,9 @@
 // What the window of properties shows, and where.
 #include <algorithm>
-#include <cmath>
+#include <cctype>
 
 #include "base/path_text.h"
+#include "base/report.h"
 #include "document/action.h"
 #include "document/classes/class_set.h"
 #include "document/map.h"
@@ -17,19 +18,32 @@ namespace {
 
 // Pixels at the usual size of letters.
 constexpr int MARGIN = 7, GAP = 5, ROW = 23, LABEL_WIDTH = 42, LABEL_DROP = 4, COLOUR = 23;
-constexpr int LIST_DROP = 260, PIN_WIDTH = 66, LINE = 17, BUTTON_WIDTH = 86;
+constexpr int LIST_DROP = 260, PIN_WIDTH = 66, CHECK_WIDTH = 90, LINE = 17, BUTTON_WIDTH = 86;
 constexpr int FLAG_WIDTH = 120, FLAG_HEIGHT = 18;
 constexpr int LEAST_KEYS = 90, LEAST_HELP = 44, USUAL_HELP = 96, LEAST_LINKS = 60;
 constexpr int WIDE = 560, BESIDE = 250;  // from that width on, what stands beside the keys
 
 constexpr std::size_t LINKS_SHOWN = 500;
+constexpr std::size_t FULL_LINE = 60;  // letters
 
-std::wstring WithReturns(const std::wstring& text) {
-  std::wstring out;
-  for (const wchar_t c : text) {
-    if (c == L'\r') continue;
-    if (c == L'\n') out += L'\r';
-    out += c;
+// Paragraphs of comments are broken where their author's line was full: the window breaks them as
+// wide as it is.
+std::string WithOwnLineEnds(const std::string& text) {
+  std::string out;
+  std::size_t length = 0;  // of the line
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char c = text[i];
+    if (c == '\r') continue;
+    if (c != '\n') {
+      out += c;
+      ++length;
+      continue;
+    }
+    const std::size_t next = text.find_first_not_of('\r', i + 1);
+    const bool goesOn =
+        next != text.npos && std::isalpha(static_cast<unsigned char>(text[next])) != 0;
+    out += length >= FULL_LINE && goesOn ? " " : "\r\n";
+    length = 0;
   }
   return out;
 }
@@ -182,8 +196,10 @@ std::string PropertiesWindow::WhatItIs() const {
   }
   const char* const holds = e.getClass()->Kind() == EntityKind::Brush ? "A group of " : "Holds ";
   if (count > 0) return holds + std::to_string(count) + (count == 1 ? " object" : " objects");
-  return e.getClass()->Kind() == EntityKind::Unknown ? "Of a class that no file describes"
-                                                     : "A point";
+  if (e.getClass()->Kind() == EntityKind::Unknown) return "Of a class that no file describes";
+  if (!e.HasOrigin()) return "It stands nowhere";
+  const Vec3& at = e.Origin();
+  return Format("A point at %g %g %g", double{at.x}, double{at.y}, double{at.z});
 }
 
 void PropertiesWindow::ShowKeys() {
@@ -191,32 +207,58 @@ void PropertiesWindow::ShowKeys() {
       IsDlgButtonChecked(Handle(), ID_PROPERTIES_EDITOR_KEYS) == BST_CHECKED;
   rows_.Show(objects_, withEditorKeys);
   if (grid_->IsEditing()) return;
-  grid_->Show(rows_.Rows(), !objects_.empty());
-  const KeyRow* row = grid_->Chosen();
-  EnableWindow(Control(ID_PROPERTIES_REMOVE), row && row->isSet && !IsLocked(*row));
-  EnableWindow(Control(ID_PROPERTIES_ADD), !objects_.empty());
+  std::vector<KeyRow> rows = rows_.Rows();
+  if (of_ == PropertiesOf::World) ShowWads(rows);
+  grid_->Show(rows, !objects_.empty());
+  ShowKeyButtons();
 }
 
+void PropertiesWindow::ShowKeyButtons() const {
+  const KeyRow* const row = grid_->Chosen();
+  const bool isRemovable = row && row->isSet && !IsLocked(*row);
+  const bool isColour = row && row->definition && row->definition->type == KeyType::Colour;
+  EnableWindow(Control(ID_PROPERTIES_ADD), !objects_.empty());
+  EnableWindow(Control(ID_PROPERTIES_REMOVE), isRemovable);
+  ShowWindow(Control(ID_PROPERTIES_CHOOSE), isColour ? SW_SHOWNA : SW_HIDE);
+}
+
+// The map's own list, which is what a save writes.
+void PropertiesWindow::ShowWads(std::vector<KeyRow>& rows) const {
+  auto row = std::ranges::find_if(rows, [](const KeyRow& r) { return EqualNoCase(r.name, "wad"); });
+  if (row == rows.end())
+    row = rows.insert(row, KeyRow{.name = "wad", .value = "", .definition = {}});
+  row->value = map_->wads.Names();
+  row->isSet = row->isEverywhere = true;
+  KeyDefinition wads;
+  wads.name = "wad";
+  wads.help = "textures are looked for in this order:";
+  for (const WadList::Item& item : map_->wads.Items()) wads.help += "\n " + item.name;
+  row->definition = std::move(wads);
+}
+
+// A box is made when its bit is named for the first time. In the order of the tab key they stand
+// between the keys and the angle.
 void PropertiesWindow::ShowFlags() {
   flags_ = NamedSpawnFlags(objects_);
+  HWND before = Control(ID_PROPERTIES_CHOOSE);
   for (int bit = 0; bit < SPAWNFLAG_BITS; ++bit) {
     const int id = ID_PROPERTIES_FLAG + bit;
     const auto flag = std::ranges::find(flags_, bit, &SpawnFlag::bit);
     HWND box = Control(id);
     if (flag == flags_.end()) {
       if (box) ShowWindow(box, SW_HIDE);
-      continue;
+    } else {
+      if (!box) {
+        box = AddControl(L"BUTTON", L"", WS_TABSTOP | BS_3STATE, id);
+        SetWindowPos(box, before, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+      }
+      SetText(id, ToWide(flag->name));
+      CheckDlgButton(Handle(), id,
+                     flag->state == FlagState::On      ? BST_CHECKED
+                     : flag->state == FlagState::Mixed ? BST_INDETERMINATE
+                                                       : BST_UNCHECKED);
     }
-    if (!box) {
-      box = AddControl(L"BUTTON", L"", WS_TABSTOP | BS_3STATE, id);
-      SetWindowPos(box, Control(ID_PROPERTIES_EDITOR_KEYS), 0, 0, 0, 0,
-                   SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-    }
-    SetText(id, ToWide(flag->name));
-    CheckDlgButton(Handle(), id,
-                   flag->state == FlagState::On      ? BST_CHECKED
-                   : flag->state == FlagState::Mixed ? BST_INDETERMINATE
-                                                     : BST_UNCHECKED);
+    if (box) before = box;
   }
 }
 
@@ -278,7 +320,7 @@ std::string PropertiesWindow::HelpText() const {
 }
 
 void PropertiesWindow::ShowHelp() const {
-  SetText(ID_PROPERTIES_HELP, WithReturns(ToWide(HelpText())));
+  SetText(ID_PROPERTIES_HELP, ToWide(WithOwnLineEnds(HelpText())));
 }
 
 // --- where
@@ -323,7 +365,9 @@ void PropertiesWindow::LayOutHead(int left, int top, int width) const {
   place(ID_PROPERTIES_NAME_LABEL, 0, second + drop, label, row - drop);
   place(ID_PROPERTIES_NAME, label, second, width - label - pinned, row);
   place(ID_PROPERTIES_PIN, width - pin, second, pin, row);
-  place(ID_PROPERTIES_WHAT, 0, second + row + gap, width, Scaled(LINE));
+  const int third = second + row + gap, check = Scaled(CHECK_WIDTH);
+  place(ID_PROPERTIES_WHAT, 0, third, width - check - gap, Scaled(LINE));
+  place(ID_PROPERTIES_EDITOR_KEYS, width - check, third, check, Scaled(LINE));
 }
 
 void PropertiesWindow::LayOutKeys(const RECT& area) const {
@@ -335,8 +379,7 @@ void PropertiesWindow::LayOutKeys(const RECT& area) const {
   };
   place(ID_PROPERTIES_ADD, area.left, button);
   place(ID_PROPERTIES_REMOVE, area.left + button + gap, button);
-  const int check = area.left + 2 * (button + gap);
-  place(ID_PROPERTIES_EDITOR_KEYS, check, area.right - check);
+  place(ID_PROPERTIES_CHOOSE, area.left + 2 * (button + gap), button);
 }
 
 int PropertiesWindow::FlagsHeight(int width) const {

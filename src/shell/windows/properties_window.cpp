@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/number_text.h"
 #include "base/path_text.h"
 #include "base/report.h"
 #include "document/action.h"
@@ -10,6 +11,8 @@
 #include "document/picking.h"
 #include "operations/class_change.h"
 #include "operations/groups.h"
+#include "operations/key_colour.h"
+#include "operations/templates.h"
 #include "shell/dialogs/dialogs.h"
 #include "shell/dialogs/refusal.h"
 #include "shell/frame/command_target.h"
@@ -67,7 +70,7 @@ PropertiesWindow::PropertiesWindow(SideWindows& sides, const PropertiesContext& 
                                    PropertiesOf of)
     : SideWindow(sides), context_(context), of_(of) {
   const RECT place = PlaceOf(context.options, context.frame.Handle());
-  CreateWindowExW(0, ToWide(PROPERTIES_CLASS).c_str(), L"Properties",
+  CreateWindowExA(0, PROPERTIES_CLASS, "Properties",
                   WS_VISIBLE | WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_CLIPCHILDREN,
                   place.left, place.top, place.right - place.left, place.bottom - place.top,
                   context.frame.Handle(), nullptr, context.frame.Instance(),
@@ -95,18 +98,19 @@ HWND PropertiesWindow::AddControl(const wchar_t* windowClass, const wchar_t* tex
 void PropertiesWindow::OnCreate() {
   isFilling_ = true;
   AddControl(L"STATIC", L"&Class:", 0, ID_PROPERTIES_CLASS_LABEL);
-  AddControl(L"COMBOBOX", L"", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWN | CBS_AUTOHSCROLL | CBS_SORT,
+  AddControl(L"COMBOBOX", L"", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWN | CBS_AUTOHSCROLL,
              ID_PROPERTIES_CLASS);
   AddControl(L"STATIC", L"", SS_OWNERDRAW, ID_PROPERTIES_COLOUR);
   AddControl(L"STATIC", L"&Name:", 0, ID_PROPERTIES_NAME_LABEL);
   AddControl(L"EDIT", L"", WS_TABSTOP | ES_AUTOHSCROLL, ID_PROPERTIES_NAME, WS_EX_CLIENTEDGE);
   AddControl(L"BUTTON", L"&Pinned", WS_TABSTOP | BS_AUTOCHECKBOX, ID_PROPERTIES_PIN);
   AddControl(L"STATIC", L"", SS_NOPREFIX | SS_ENDELLIPSIS, ID_PROPERTIES_WHAT);
+  AddControl(L"BUTTON", L"&Editor's keys", WS_TABSTOP | BS_AUTOCHECKBOX, ID_PROPERTIES_EDITOR_KEYS);
   KeyGridHost& host = *this;
   grid_ = std::make_unique<KeyGrid>(Handle(), ID_PROPERTIES_KEYS, host);
   AddControl(L"BUTTON", L"&Add key", WS_TABSTOP, ID_PROPERTIES_ADD);
   AddControl(L"BUTTON", L"&Remove key", WS_TABSTOP, ID_PROPERTIES_REMOVE);
-  AddControl(L"BUTTON", L"&Editor's keys", WS_TABSTOP | BS_AUTOCHECKBOX, ID_PROPERTIES_EDITOR_KEYS);
+  AddControl(L"BUTTON", L"C&hoose...", WS_TABSTOP, ID_PROPERTIES_CHOOSE);
   angle_ = std::make_unique<AnglePanel>(Handle(),
                                         [this](const std::string& angle) { ChooseAngle(angle); });
   AddControl(L"STATIC", L"Lin&ks:", 0, ID_PROPERTIES_LINKS_LABEL);
@@ -137,6 +141,15 @@ std::wstring PropertiesWindow::TextOf(int id) const {
   text.resize(static_cast<std::size_t>(
       GetWindowTextW(control, text.data(), static_cast<int>(text.size()))));
   return text;
+}
+
+void PropertiesWindow::KeepPlace() const {
+  RECT place;
+  GetWindowRect(Handle(), &place);
+  context_.options.propertiesLeft = place.left;
+  context_.options.propertiesTop = place.top;
+  context_.options.propertiesRight = place.right;
+  context_.options.propertiesBottom = place.bottom;
 }
 
 // --- what it follows
@@ -184,6 +197,16 @@ void PropertiesWindow::OnIdle() {
     Follow(context_.windows.ActiveMap());
   }
   if (isStale_) Refresh();
+  StayInFront();
+}
+
+// Some systems let the frame come in front of what it owns when it, or a window in it, is clicked.
+void PropertiesWindow::StayInFront() {
+  const ChildWindow* const child = context_.windows.ActiveWindow();
+  const HWND active =
+      GetActiveWindow() == context_.frame.Handle() && child ? child->Handle() : nullptr;
+  if (std::exchange(behind_, active) == active || !active) return;
+  SetWindowPos(Handle(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
 bool PropertiesWindow::LeavesToProgram(const MSG& message) const {
@@ -241,7 +264,8 @@ void PropertiesWindow::OnEnter() {
 
 void PropertiesWindow::OnEscape() {
   const bool isHalfTyped = (typing_ == ID_PROPERTIES_CLASS && TextOf(typing_) != shownClass_) ||
-                           (typing_ == ID_PROPERTIES_NAME && TextOf(typing_) != shownName_);
+                           (typing_ == ID_PROPERTIES_NAME && TextOf(typing_) != shownName_) ||
+                           (typing_ == ID_ANGLE_TEXT && angle_->IsTyped());
   if (isHalfTyped) return DropTyping();
   SendMessageW(Handle(), WM_CLOSE, 0, 0);
 }
@@ -340,17 +364,20 @@ bool PropertiesWindow::CommitClass() {
 // --- the keys
 
 void PropertiesWindow::OnRowChosen() {
-  const KeyRow* row = grid_->Chosen();
-  EnableWindow(Control(ID_PROPERTIES_REMOVE), row && row->isSet && !IsLocked(*row));
+  if (isFilling_) return;
+  ShowKeyButtons();
   ShowHelp();
 }
 
 std::vector<KeyChoice> PropertiesWindow::ChoicesOf(const KeyRow& row) const {
   if (row.definition && !row.definition->choices.empty()) return row.definition->choices;
-  if (!map_ || objects_.empty() || !IsLinkKey(*objects_.front()->getClass(), row.name)) return {};
-  std::vector<KeyChoice> names;
-  for (const std::string& name : NamesIn(*map_)) names.push_back({name, ""});
-  return names;
+  if (!map_ || objects_.empty()) return {};
+  std::vector<std::string> names;
+  if (IsLinkKey(*objects_.front()->getClass(), row.name)) names = NamesIn(*map_);
+  if (EqualNoCase(row.name, "XMPclass")) names = TemplateNames(*map_);
+  std::vector<KeyChoice> choices;
+  for (const std::string& name : names) choices.push_back({name, ""});
+  return choices;
 }
 
 // The map writes these of its own lists.
@@ -362,7 +389,25 @@ bool PropertiesWindow::IsLocked(const KeyRow& row) const {
 
 bool PropertiesWindow::ChangeValue(const KeyRow& row, const std::string& value) {
   if (!map_ || typedFor_.empty()) return true;
-  return Do("Set " + row.name, [&] { return SetKeyOf(*map_, typedFor_, row.name, value); });
+  if (!Do("Set " + row.name, [&] { return SetKeyOf(*map_, typedFor_, row.name, value); })) {
+    return false;
+  }
+  const KeyType type = row.definition ? row.definition->type : KeyType::Text;
+  const bool isNumber = type == KeyType::Whole || type == KeyType::Number;
+  if (isNumber && !value.empty() && !ReadNumber(value)) {
+    map_->ShowStatus("Set " + row.name + ": the class knows it as a number");
+  }
+  return true;
+}
+
+void PropertiesWindow::ChooseColour() {
+  const KeyRow* const chosen = grid_->Chosen();
+  if (!map_ || !chosen) return;
+  const KeyRow row = *chosen;
+  const std::optional<Colour> colour = context_.dialogs.ChooseColour(ColourOfKey(row.value));
+  if (!colour) return;
+  typedFor_ = objects_;
+  ChangeValue(row, ColourForKey(*colour, row.value));
 }
 
 bool PropertiesWindow::RenameKey(const KeyRow& row, const std::string& name) {
@@ -424,6 +469,8 @@ void PropertiesWindow::OnButton(int id) {
         RemoveKey(removed);
       }
       return;
+    case ID_PROPERTIES_CHOOSE:
+      return ChooseColour();
     case ID_PROPERTIES_JUMP:
       return Jump();
     case ID_PROPERTIES_EDITOR_KEYS:
@@ -492,20 +539,17 @@ LRESULT PropertiesWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) 
     case WM_SETFOCUS:
       if (grid_) SetFocus(grid_->Handle());
       return 0;
-    case WM_CLOSE: {
+    case WM_CLOSE:
       FinishTyping();
-      RECT place;
-      GetWindowRect(Handle(), &place);
-      context_.options.propertiesLeft = place.left;
-      context_.options.propertiesTop = place.top;
-      context_.options.propertiesRight = place.right;
-      context_.options.propertiesBottom = place.bottom;
       DestroyWindow(Handle());
       return 0;
-    }
+    case WM_DESTROY:
+      KeepPlace();
+      return 0;
     default:
-      return DefWindowProcW(Handle(), message, wParam, lParam);
+      break;
   }
+  return DefWindowProcA(Handle(), message, wParam, lParam);
 }
 
 }  // namespace ferrowand

@@ -73,6 +73,8 @@ class PropertiesWindow : public SideWindow, public MapObserver, private KeyGridH
   HWND AddControl(const wchar_t* windowClass, const wchar_t* text, DWORD style, int id,
                   DWORD extended = 0);
   HWND Control(int id) const { return GetDlgItem(Handle(), id); }
+  void KeepPlace() const;
+  void StayInFront();
   void SetText(int id, const std::wstring& text) const;
   std::wstring TextOf(int id) const;
 
@@ -84,6 +86,8 @@ class PropertiesWindow : public SideWindow, public MapObserver, private KeyGridH
   void FillClasses();
   void ShowName();
   void ShowKeys();
+  void ShowKeyButtons() const;
+  void ShowWads(std::vector<KeyRow>& rows) const;
   void ShowFlags();
   void ShowAngle();
   void ShowLinks();
@@ -116,6 +120,7 @@ class PropertiesWindow : public SideWindow, public MapObserver, private KeyGridH
   void ChooseAngle(const std::string& angle);
   void ToggleFlag(int bit);
   void Jump();
+  void ChooseColour();
   // One step of undo, known by that name. False, after saying why, when it was refused.
   bool Do(const std::string& name, const std::function<EditResult()>& change);
 
@@ -136,6 +141,7 @@ class PropertiesWindow : public SideWindow, public MapObserver, private KeyGridH
   Map* map_ = nullptr;  // null while no map is open
   std::vector<entity*> objects_;
   bool isStale_ = true;
+  HWND behind_ = nullptr;  // the active window of the frame, when it was that last
   bool isFilling_ = false;
 
   KeyRows rows_;
