@@ -197,16 +197,6 @@ void PropertiesWindow::OnIdle() {
     Follow(context_.windows.ActiveMap());
   }
   if (isStale_) Refresh();
-  StayInFront();
-}
-
-// Some systems let the frame come in front of what it owns when it, or a window in it, is clicked.
-void PropertiesWindow::StayInFront() {
-  const ChildWindow* const child = context_.windows.ActiveWindow();
-  const HWND active =
-      GetActiveWindow() == context_.frame.Handle() && child ? child->Handle() : nullptr;
-  if (std::exchange(behind_, active) == active || !active) return;
-  SetWindowPos(Handle(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
 }
 
 bool PropertiesWindow::LeavesToProgram(const MSG& message) const {

@@ -74,7 +74,6 @@ class PropertiesWindow : public SideWindow, public MapObserver, private KeyGridH
                   DWORD extended = 0);
   HWND Control(int id) const { return GetDlgItem(Handle(), id); }
   void KeepPlace() const;
-  void StayInFront();
   void SetText(int id, const std::wstring& text) const;
   std::wstring TextOf(int id) const;
 
@@ -141,7 +140,6 @@ class PropertiesWindow : public SideWindow, public MapObserver, private KeyGridH
   Map* map_ = nullptr;  // null while no map is open
   std::vector<entity*> objects_;
   bool isStale_ = true;
-  HWND behind_ = nullptr;  // the active window of the frame, when it was that last
   bool isFilling_ = false;
 
   KeyRows rows_;

@@ -5,6 +5,14 @@
 #include "shell/system/handles.h"
 
 namespace ferrowand {
+namespace {
+
+bool IsClick(UINT message) {
+  return message == WM_LBUTTONDOWN || message == WM_RBUTTONDOWN || message == WM_MBUTTONDOWN ||
+         message == WM_NCLBUTTONDOWN;
+}
+
+}  // namespace
 
 SideWindow::~SideWindow() {
   if (window_) SetObject(window_, nullptr);
@@ -50,10 +58,11 @@ void SideWindows::Forget(const SideWindow& window) {
   std::erase_if(windows_, [&](const auto& open) { return open.get() == &window; });
 }
 
-bool SideWindows::TakesMessage(MSG& message) const {
+bool SideWindows::TakesMessage(MSG& message) {
   const auto side = std::ranges::find_if(windows_, [&](const auto& open) {
     return message.hwnd == open->Handle() || IsChild(open->Handle(), message.hwnd);
   });
+  if (side == windows_.end()) isClickedBeside_ |= IsClick(message.message);
   if (side == windows_.end() || (*side)->LeavesToProgram(message)) return false;
   if (!IsDialogMessageW((*side)->Handle(), &message)) {
     TranslateMessage(&message);
@@ -77,7 +86,13 @@ void SideWindows::OnMapClosing(const Map& map) {
   TellAll([&](SideWindow& side) { side.OnMapClosing(map); });
 }
 
+// Some systems let a window that is clicked come in front of what it owns.
 void SideWindows::OnIdle() {
+  if (std::exchange(isClickedBeside_, false)) {
+    for (const auto& side : windows_) {
+      SetWindowPos(side->Handle(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    }
+  }
   TellAll([](SideWindow& side) { side.OnIdle(); });
 }
 

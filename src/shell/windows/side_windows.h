@@ -63,7 +63,7 @@ class SideWindows {
 
   // Before anything else sees it: whether the message was for one of them. Its keys are no commands
   // of the program, unless it leaves them to that.
-  bool TakesMessage(MSG& message) const;
+  bool TakesMessage(MSG& message);
   // Each of them may close.
   void OnMapClosing(const Map& map);
   void OnMapReplaced(const Map& map, Map& by);
@@ -75,6 +75,7 @@ class SideWindows {
   void TellAll(const Tell& tell);
 
   std::vector<std::unique_ptr<SideWindow>> windows_;
+  bool isClickedBeside_ = false;
 };
 
 }  // namespace ferrowand
