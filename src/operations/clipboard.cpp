@@ -17,6 +17,7 @@
 #include "operations/blocks.h"
 #include "operations/groups.h"
 #include "operations/insert.h"
+#include "operations/links.h"
 #include "operations/new_entity.h"
 #include "operations/template_travel.h"
 
@@ -146,6 +147,7 @@ EditResult PasteText(Map& map, std::string_view text) {
     added.reserve(arriving.objects.size());
     EditStep step(map);
     AddTemplates(step, arriving.templates);
+    RenameInnerLinks(map, arriving.objects);
     for (EntityPtr& object : arriving.objects) {
       added.push_back(&AddTo(step, std::move(object), map.NewParent()));
     }
@@ -169,6 +171,7 @@ EditResult InsertGroup(Map& map, const std::string& filename) {
   {
     EditStep step(map);
     AddTemplates(step, arriving.templates);
+    RenameInnerLinks(map, arriving.objects);
     if (!arriving.objects.empty()) {
       EntityPtr group = NewGroup(map, SplitPath(filename).base);
       for (EntityPtr& object : arriving.objects) group->AddChild(std::move(object));

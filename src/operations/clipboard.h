@@ -17,8 +17,9 @@ std::string SelectionText(const Map& map);
 EditResult CutSelection(Map& map, std::string& text);
 // The objects of a map, of single entities or brushes as text; they join the leading group or the
 // current layer and are selected. Templates come along, under another name where the map has
-// another of that name, and go into the layer. Layers of the text are not taken over, nor are its
-// WADs and its class set. Damage in it is reported as that of a file.
+// another of that name, and go into the layer. Both ends of a link get another name where the map
+// has it already. Layers of the text are not taken over, nor are its WADs and its class set. Damage
+// in it is reported as that of a file.
 EditResult PasteText(Map& map, std::string_view text);
 
 // A file's objects, likewise, in a group named after it.

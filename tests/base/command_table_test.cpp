@@ -23,10 +23,11 @@ const Commands IN_A_VIEW = {ZoomIn,      ZoomOut,         GridToggle,        Sna
                             GridSmaller, GridLarger,      ModeNormal,        ModeOneMip,
                             ModeHeights, ModeLayerColour, ToggleGridAndSnap, ToolMapMode};
 
-const Commands OF_A_SELECTION = {InsertTemplate, SaveGroup,       Cut,           Copy,
-                                 Clear,          SelectNone,      Duplicate,     MultiDuplicate,
-                                 OperateMatrix,  Group,           Ungroup,       HideSelection,
-                                 SnapToGrid,     CentreSelection, CentreAndZoom, FlipX};
+const Commands OF_A_SELECTION = {
+    InsertTemplate, SaveGroup,       Cut,           Copy,      Clear,          SelectNone,
+    Duplicate,      MultiDuplicate,  OperateMatrix, Group,     Ungroup,        HideSelection,
+    SnapToGrid,     CentreSelection, CentreAndZoom, FlipX,     DuplicateLinks, Connect,
+    FollowLinks,    FollowLinksBack, TieToEntity,   TieToWorld};
 
 class CommandTableTest : public testing::Test {
  protected:

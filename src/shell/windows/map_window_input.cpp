@@ -100,13 +100,6 @@ LRESULT MapWindow::OnMapMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_KEYDOWN:
       if (OnKeyDown(wParam) || InsertBound(wParam, lParam)) return 0;
       break;
-    case WM_SYSKEYDOWN:
-      if (wParam != VK_RETURN) break;
-      context_.toolHost.EditProperties(*view_);
-      return 0;
-    case WM_SYSCHAR:
-      if (wParam != VK_RETURN) break;
-      return 0;  // the system would beep: it knows no such menu
     case WM_KEYUP:
       if (wParam == VK_SPACE) view_->EndPan();
       if (wParam == VK_SPACE || wParam == 'D') SetMouseCursor();

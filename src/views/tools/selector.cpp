@@ -9,8 +9,8 @@
 #include "document/classes/class_set.h"
 #include "document/classes/entity_class.h"
 #include "document/map.h"
+#include "operations/class_change.h"
 #include "operations/groups.h"
-#include "operations/insert.h"
 #include "operations/transform_selection.h"
 #include "views/map_view.h"
 #include "views/tools/tool_set.h"
@@ -68,7 +68,7 @@ void Selector::MouseDown(MapView& view, Pixel at, int button) {
 
 void Selector::DoubleClick(MapView& view, Pixel at, int button) {
   std::vector<entity*> stack;
-  if (button == BUTTON_LEFT && tools_.GetOptions().smartSelection) {
+  if (button == BUTTON_LEFT) {
     ForEachHit(view.map, QueryAt(view, at, Level()), [&](const Hit& hit) {
       entity& object = PickedBy(*hit.object, Level());
       if (std::ranges::find(stack, &object) == stack.end()) stack.push_back(&object);
@@ -77,7 +77,11 @@ void Selector::DoubleClick(MapView& view, Pixel at, int button) {
   }
   const auto selected =
       std::ranges::find_if(stack, [&](const entity* e) { return view.map.selection.Contains(*e); });
-  if (stack.size() < 2 || selected == stack.end()) {
+  if (stack.size() == 1 && selected != stack.end()) {
+    EditSelected(view);
+    return;
+  }
+  if (stack.size() < 2 || selected == stack.end() || !tools_.GetOptions().smartSelection) {
     MouseDown(view, at, button);
     return;
   }
@@ -220,7 +224,7 @@ void EntitySelector::MouseUp(MapView& view, Pixel at, int button) {
   }
 }
 
-void EntitySelector::EditSelected(MapView& view) {
+void Selector::EditSelected(MapView& view) {
   const std::size_t count = view.map.selection.size();
   Reporter& report = Host().Report();
   if (count == 1) {

@@ -10,13 +10,17 @@ class Selector : public ToolBase {
   using ToolBase::ToolBase;
 
   void MouseDown(MapView& view, Pixel at, int button) override;
-  // With smart selection on, what lies below the selected object at that place.
+  // With smart selection on, what lies below the selected object at that place. Where nothing else
+  // does, its properties.
   void DoubleClick(MapView& view, Pixel at, int button) override;
   void Select(MapView& view, entity* object, bool add) override;
   void Group(MapView& view) override;
   // The number of a class of the map's set: the selection becomes of that class, brushes by being
   // grouped.
   void PopupCommand(MapView& view, unsigned command) override;
+
+  // The properties of the selected object; several are grouped first, if the user wants that.
+  void EditSelected(MapView& view);
 
   // What a click takes.
   virtual PickLevel Level() const { return PickLevel::Objects; }
@@ -53,8 +57,6 @@ class EntitySelector : public Selector {
   std::string Name() const override { return "Entity Selector"; }
   void MouseDown(MapView& view, Pixel at, int button) override;
   void MouseUp(MapView& view, Pixel at, int button) override;
-  // The properties of the selected object; several are grouped first, if the user wants that.
-  void EditSelected(MapView& view);
 
  protected:
   void Hover(MapView& view, Pixel at) override;
