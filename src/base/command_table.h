@@ -150,6 +150,13 @@ enum class Command : std::uint16_t {
   DeleteTemplate = 50105,
   EmbedProperties = 50106,
   EmbedEdit = 50107,
+  Properties = 50140,
+  Connect = 50141,
+  FollowLinks = 50142,
+  FollowLinksBack = 50143,
+  TieToEntity = 50144,
+  TieToWorld = 50145,
+  DuplicateLinks = 50146,
   GroupFile = 10200,  // the first of as many as the groups directory holds, below LastGroupFile
   LastGroupFile = 18000,
 

@@ -84,6 +84,10 @@ const Setting SETTINGS[] = {
     {"Entity Tree Place", &Options::entityTreePlace},
     {"Find Place", &Options::findPlace},
     {"Entity Tree Shows", &Options::entityTreeShows},
+    {"Properties Left", &Options::propertiesLeft},
+    {"Properties Top", &Options::propertiesTop},
+    {"Properties Right", &Options::propertiesRight},
+    {"Properties Bottom", &Options::propertiesBottom},
 };
 
 constexpr std::array<std::uint8_t, Options::NUMKEYACTIONS> DEFAULTKEYS = {

@@ -17,6 +17,7 @@
 #include "operations/blocks.h"
 #include "operations/groups.h"
 #include "operations/insert.h"
+#include "operations/links.h"
 #include "operations/new_entity.h"
 #include "operations/template_travel.h"
 #include "operations/transformation.h"
@@ -160,6 +161,7 @@ EditResult PasteText(Map& map, std::string_view text, const PasteWay& way) {
     added.reserve(arriving.objects.size());
     EditStep step(map);
     AddTemplates(step, arriving.templates);
+    RenameInnerLinks(map, arriving.objects);
     for (EntityPtr& object : arriving.objects) {
       added.push_back(&AddTo(step, std::move(object), map.NewParent()));
     }
@@ -188,6 +190,7 @@ EditResult InsertGroup(Map& map, const std::string& filename) {
   {
     EditStep step(map);
     AddTemplates(step, arriving.templates);
+    RenameInnerLinks(map, arriving.objects);
     if (!arriving.objects.empty()) {
       EntityPtr group = NewGroup(map, SplitPath(filename).base);
       for (EntityPtr& object : arriving.objects) group->AddChild(std::move(object));

@@ -19,8 +19,9 @@ std::string SelectionText(const Map& map);
 EditResult CutSelection(Map& map, std::string& text);
 // The objects of a map, of single entities or brushes as text; they join the leading group or the
 // current layer and are selected. Templates come along, under another name where the map has
-// another of that name, and go into the layer. Layers of the text are not taken over, nor are its
-// WADs and its class set. Damage in it is reported as that of a file.
+// another of that name, and go into the layer. Both ends of a link get another name where the map
+// has it already. Layers of the text are not taken over, nor are its WADs and its class set. Damage
+// in it is reported as that of a file.
 // They lie where the text says, or the way is asked for by which they move, given the box around
 // all of them.
 using PasteWay = std::function<Vec3(const Bounds&)>;

@@ -37,6 +37,32 @@ const char* Reason(EditResult result) {
       return "No WAD of this map has a texture of that name";
     case EditResult::LastLayer:
       return "A map needs a layer";
+    case EditResult::NoKeyName:
+      return "A key needs a name";
+    case EditResult::HoldsQuote:
+      return "A map has no way to write a double quote within a key or a value";
+    case EditResult::HoldsLineEnd:
+      return "A key or a value is one line. In a message \\n begins a new one";
+    case EditResult::EndsInBackslash:
+      return "A backslash at the end would hide the closing quote from the game's tools";
+    case EditResult::TextTooLong:
+      return "A key or a value can have 1024 bytes";
+    case EditResult::TooManyKeys:
+      return "An object can have 249 keys";
+    case EditResult::KeyTaken:
+      return "There is a key of this name already";
+    case EditResult::KeyStays:
+      return "The object would be nothing, or nowhere, without this key";
+    case EditResult::NotThreeNumbers:
+      return "A place is three numbers with spaces between them";
+    case EditResult::HoldsBrushes:
+      return "This class is for points. Tie the brushes to the world first";
+    case EditResult::NotTwo:
+      return "Select two or more objects first: the first one will target the others";
+    case EditResult::NoNameToLink:
+      return "Brushes of the world have no names. Tie them to an entity first";
+    case EditResult::NoBrushEntity:
+      return "Select a brush entity, or brushes of one, first";
     case EditResult::NotAMap:
       return "There is no map in this text";
     case EditResult::CannotOpen:

@@ -21,9 +21,22 @@ enum class EditResult {
   NameTaken,   // a second one could not be found
   NoTexture,   // in the WADs of the map
   LastLayer,
-  NotAMap,     // the text holds no objects
-  CannotOpen,  // the file
-  CannotWrite  // the file; that has been said
+  NoKeyName,
+  HoldsQuote,       // a key or a value, which a file has no way to write
+  HoldsLineEnd,     // likewise
+  EndsInBackslash,  // likewise
+  TextTooLong,      // likewise
+  TooManyKeys,
+  KeyTaken,  // another key has the name
+  KeyStays,  // an object would be nothing, or nowhere, without it
+  NotThreeNumbers,
+  HoldsBrushes,   // what would be a point
+  NotTwo,         // to be linked
+  NoNameToLink,   // brushes of the world
+  NoBrushEntity,  // whose brushes could go to the world
+  NotAMap,        // the text holds no objects
+  CannotOpen,     // the file
+  CannotWrite     // the file; that has been said
 };
 
 // For the user, one sentence; none where there is nothing to say.

@@ -1,47 +1,19 @@
 #include "operations/entity_search.h"
 
 #include <algorithm>
-#include <array>
 #include <unordered_set>
 
-#include "base/number_text.h"
 #include "base/path_text.h"
 #include "base/text_pattern.h"
 #include "document/classes/class_set.h"
 #include "document/classes/special_classes.h"
 #include "document/map.h"
 #include "operations/entity_tree.h"
+#include "operations/links.h"
+#include "operations/spawn_flags.h"
 
 namespace ferrowand {
 namespace {
-
-constexpr int FLAGS = 24;  // that a number of the game has room for
-
-bool IsOfType(const EntityClass& entityClass, std::string_view key, KeyType type) {
-  return std::ranges::any_of(entityClass.keys, [&](const KeyDefinition& known) {
-    return known.type == type && EqualNoCase(known.name, key);
-  });
-}
-
-bool IsLinkKey(const EntityClass& entityClass, std::string_view key) {
-  constexpr std::array KEYS{"target", "target2", "killtarget"};
-  return std::ranges::any_of(KEYS, [&](const char* known) { return EqualNoCase(known, key); }) ||
-         IsOfType(entityClass, key, KeyType::Link);
-}
-
-bool IsNameKey(const EntityClass& entityClass, std::string_view key) {
-  return EqualNoCase(key, "targetname") || IsOfType(entityClass, key, KeyType::Name);
-}
-
-int SpawnFlagsOf(const entity& e) {
-  const char* flags = e.GetKey("spawnflags");
-  return flags ? ParseInt(flags) : 0;
-}
-
-std::string SpawnFlagName(const EntityClass& entityClass, int bit) {
-  const auto index = static_cast<std::size_t>(bit);
-  return index < entityClass.flags.size() ? entityClass.flags[index] : "";
-}
 
 const EntityClass& ShownClassOf(const entity& e) {
   return e.getClass()->Set().FindClass(ShownClass(e));
@@ -98,7 +70,7 @@ class Matcher {
     if (flag_.IsEmpty()) return true;
     const int set = SpawnFlagsOf(e);
     const EntityClass& own = ShownClassOf(e);
-    for (int bit = 0; bit < FLAGS; ++bit) {
+    for (int bit = 0; bit < SPAWNFLAG_BITS; ++bit) {
       if ((set >> bit & 1) == 0) continue;
       const std::string name = SpawnFlagName(own, bit);
       if (!name.empty() && flag_.Matches(name)) return true;
@@ -162,7 +134,7 @@ std::set<std::string, std::less<>> FlagsIn(const Map& map) {
   std::set<std::string, std::less<>> flags;
   for (const std::string& name : ClassesIn(map)) {
     const EntityClass& known = map.classSet->FindClass(name);
-    for (int bit = 0; bit < FLAGS; ++bit) flags.insert(SpawnFlagName(known, bit));
+    for (int bit = 0; bit < SPAWNFLAG_BITS; ++bit) flags.insert(SpawnFlagName(known, bit));
   }
   flags.erase("");
   return flags;

@@ -1,7 +1,6 @@
 #include "operations/entity_tree.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 #include "base/path_text.h"
@@ -9,6 +8,7 @@
 #include "document/classes/special_classes.h"
 #include "document/map.h"
 #include "operations/layers.h"
+#include "operations/links.h"
 
 namespace ferrowand {
 namespace {
@@ -40,21 +40,32 @@ bool AnyAbove(const entity& e, bool (*is)(const entity&)) {
   return at && at->Parent();
 }
 
+// Of its name, its class or its links.
+bool Tells(const entity& e, const TextPattern& word) {
+  if (word.Matches(ShownClass(e))) return true;
+  const EntityClass& own = *e.getClass();
+  for (int i = 0; i < e.numkeys(); ++i) {
+    const std::string& key = e.KeyName(i);
+    const bool counts = EqualNoCase(key, NAME_KEY) || IsNameKey(own, key) || IsLinkKey(own, key);
+    if (counts && word.Matches(e.KeyValue(i))) return true;
+  }
+  return false;
+}
+
 void AddWord(std::string& text, std::string_view word) {
   if (!text.empty()) text += ", ";
   text += word;
 }
 
 std::string LinksInWords(const entity& e) {
-  const char* name = e.GetKey("targetname");
-  std::string text = name ? name : "";
-  for (const char* key : {"target", "killtarget"}) {
-    const char* target = e.GetKey(key);
-    if (!target || !*target) continue;
-    if (!text.empty()) text += ' ';
-    text += "-> ";
-    text += target;
+  std::string names, targets;
+  for (int i = 0; i < e.numkeys(); ++i) {
+    if (e.KeyValue(i).empty()) continue;
+    if (IsNameKey(*e.getClass(), e.KeyName(i))) names += e.KeyValue(i) + " ";
+    if (IsLinkKey(*e.getClass(), e.KeyName(i))) targets += "-> " + e.KeyValue(i) + " ";
   }
+  std::string text = names + targets;
+  if (!text.empty()) text.pop_back();
   return text;
 }
 
@@ -221,14 +232,7 @@ bool EntityTree::Passes(const entity& e) const {
   if (!filter_.classname.empty() && ShownClass(e) != filter_.classname) return false;
   if (filter_.onlyNamed && !IsNamed(e)) return false;
   if (filter_.onlyPoints && !e.HasOrigin()) return false;
-  const auto has = [&](const TextPattern& word) {
-    constexpr std::array KEYS{NAME_KEY, "targetname", "target", "killtarget"};
-    return word.Matches(ShownClass(e)) || std::ranges::any_of(KEYS, [&](const char* key) {
-             const char* value = e.GetKey(key);
-             return value && word.Matches(value);
-           });
-  };
-  return std::ranges::all_of(words_, has);
+  return std::ranges::all_of(words_, [&](const TextPattern& word) { return Tells(e, word); });
 }
 
 bool EntityTree::Add(entity& e, std::uint16_t depth) {

@@ -12,6 +12,7 @@
 #include "document/map.h"
 #include "document/picking.h"
 #include "document/transform.h"
+#include "operations/links.h"
 #include "operations/new_entity.h"
 #include "operations/snap_corners.h"
 #include "operations/template_travel.h"
@@ -257,7 +258,7 @@ Matrix TurnMatrix(int axisu, int axisv, double degrees) {
 }
 
 EditResult DuplicateSelection(Map& map, const Vec3& offset, const TransformOptions& options) {
-  return DuplicateSelection(map, MultiDuplicate{1, offset, {}}, options);
+  return DuplicateSelection(map, MultiDuplicate{.count = 1, .offset = offset}, options);
 }
 
 EditResult DuplicateSelection(Map& map, const MultiDuplicate& how,
@@ -271,12 +272,9 @@ EditResult DuplicateSelection(Map& map, const MultiDuplicate& how,
   if (map.leadingGroup() && !MayAddTo(*map.leadingGroup())) return EditResult::Declined;
 
   // All of them before the first is in the map: it may come to lie within what is copied.
-  struct NewCopy {
-    EntityPtr e;
-    entity* parent;
-  };
   const DVec3 middle = CentreFor(TurnMatrix(how.turn), MiddleOfSelection(map), roots);
-  std::vector<NewCopy> copies;
+  std::vector<EntityPtr> copies;
+  std::vector<entity*> parents;  // theirs
   for (int i = 1; i <= how.count; ++i) {
     const Transformation turn(RepeatedTurn(how.turn, i), middle);
     const Transformation move(how.offset * static_cast<float>(i));
@@ -286,7 +284,8 @@ EditResult DuplicateSelection(Map& map, const MultiDuplicate& how,
       EditResult result = TransformObject(*copy, turn, options.textureLock);
       if (result == EditResult::Done) result = TransformObject(*copy, move, options.textureLock);
       if (result != EditResult::Done) return result;
-      copies.push_back({std::move(copy), &ParentForCopy(map, *root)});
+      copies.push_back(std::move(copy));
+      parents.push_back(&ParentForCopy(map, *root));
     }
   }
   if (copies.empty()) return EditResult::Done;
@@ -294,7 +293,13 @@ EditResult DuplicateSelection(Map& map, const MultiDuplicate& how,
   added.reserve(copies.size());
   {
     EditStep step(map);
-    for (NewCopy& copy : copies) added.push_back(&AddTo(step, std::move(copy.e), *copy.parent));
+    for (std::size_t i = 0; i < copies.size(); ++i) {
+      const std::size_t place = i % roots.size();
+      if (how.namesLinksAnew && place == 0) {
+        RenameInnerLinks(map, std::span(copies).subspan(i, roots.size()));
+      }
+      added.push_back(&AddTo(step, std::move(copies[i]), *parents[i]));
+    }
     Select(map, added, false);
   }
   if (how.turn != DVec3()) TellOffUnits(map, added);

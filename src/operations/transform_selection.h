@@ -54,7 +54,8 @@ inline constexpr int MAXCOPIES = 250000;
 struct MultiDuplicate {
   int count = 1;  // of copies
   Vec3 offset;    // each against the one before
-  DVec3 turn;     // degrees, likewise: about X, then Y, then Z, through the selection's middle
+  DVec3 turn{};   // degrees, likewise: about X, then Y, then Z, through the selection's middle
+  bool namesLinksAnew = false;  // within each copy, where both ends of a link are in it
 };
 EditResult DuplicateSelection(Map& map, const MultiDuplicate& how, const TransformOptions& options);
 

@@ -24,9 +24,10 @@ const Commands IN_A_VIEW = {ZoomIn,      ZoomOut,         GridToggle,        Sna
                             ModeHeights, ModeLayerColour, ToggleGridAndSnap, ToolMapMode};
 
 const Commands OF_A_SELECTION = {
-    InsertTemplate, SaveGroup,       Cut,           Copy,  Clear,    SelectNone,
-    Duplicate,      MultiDuplicate,  OperateMatrix, Group, Ungroup,  HideSelection,
-    SnapToGrid,     CentreSelection, CentreAndZoom, FlipX, BindToKey};
+    InsertTemplate, SaveGroup,       Cut,           Copy,       Clear,          SelectNone,
+    Duplicate,      MultiDuplicate,  OperateMatrix, Group,      Ungroup,        HideSelection,
+    SnapToGrid,     CentreSelection, CentreAndZoom, FlipX,      DuplicateLinks, Connect,
+    FollowLinks,    FollowLinksBack, TieToEntity,   TieToWorld, BindToKey};
 
 class CommandTableTest : public testing::Test {
  protected:

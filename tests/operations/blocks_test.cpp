@@ -3,8 +3,10 @@
 
 #include "document/classes/class_set.h"
 #include "document/edit_step.h"
+#include "operations/class_change.h"
 #include "operations/clipboard.h"
 #include "operations/edit_fixture.h"
+#include "operations/entity_keys.h"
 #include "operations/groups.h"
 #include "operations/insert.h"
 #include "operations/layers.h"
@@ -72,7 +74,7 @@ TEST_F(BlocksTest, WhatAFileNestedStaysWhenOnlyItsKeysChange) {
   Open("{\"classname\" \"func_door\" \"XMPentityname\" \"door\"" +
        Point("p", "\"origin\" \"0 0 128\"") + "}");
   Pick({"door"});
-  EXPECT_EQ(SetKeyOfSelection(*map, "speed", "9"), EditResult::Done);
+  EXPECT_EQ(SetKeyOf(*map, SelectedRoots(*map), "speed", "9"), EditResult::Done);
   EXPECT_EQ(Children("door"), Names{"p"});
   EXPECT_TRUE(IsPlayable(*map)) << "it is written behind its door";
 }
@@ -90,9 +92,10 @@ TEST_F(BlocksTest, NoObjectIsMadeOfAClassThatHoldsObjects) {
     Pick({"p", "a"});
     EXPECT_EQ(GroupSelectionAs(*map, Class(name)), refusal);
     EXPECT_EQ(SetClassOfSelection(*map, Class(name)), refusal);
-    EXPECT_EQ(SetKeyOfSelection(*map, "Classname", name), refusal);
+    EXPECT_EQ(SetKeyOf(*map, SelectedRoots(*map), "Classname", name), refusal);
   }
-  EXPECT_EQ(SetKeyOfSelection(*map, "classname", "WorldSpawn"), EditResult::SecondWorld);
+  EXPECT_EQ(SetKeyOf(*map, SelectedRoots(*map), "classname", "WorldSpawn"),
+            EditResult::SecondWorld);
   EXPECT_EQ(MakeTemplate(*map, "", {}), EditResult::NoName);
   EXPECT_EQ(InsertInstance(*map, {"T", 0, {1, 1, 1e-7}}, {}), EditResult::Flattens);
   EXPECT_EQ(InsertEntity(*map, Class("brush"), {}), EditResult::EditorsOwn);

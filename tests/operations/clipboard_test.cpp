@@ -3,6 +3,7 @@
 #include "document/classes/class_set.h"
 #include "gamedata/wad_builder.h"
 #include "operations/edit_fixture.h"
+#include "operations/entity_keys.h"
 #include "operations/groups.h"
 #include "operations/insert.h"
 #include "operations/transform_selection.h"
@@ -102,7 +103,7 @@ TEST_F(ClipboardTest, WhatComesBackHasTheTexturesOfTheWadsThatTheMapHasByThen) {
   use("one.wad", "wall");
   const EntityPtr prototype = Get("a").Copy();
   Pick({"a"});
-  SetKeyOfSelection(*map, "key", "1");
+  SetKeyOf(*map, map->selection.Objects(), "key", "1");
   DuplicateSelection(*map, {0, 0, 64}, {});
   std::string text;
   CutSelection(*map, text);
@@ -141,19 +142,7 @@ TEST_F(ClipboardTest, AGroupGoesThroughAFile) {
   EXPECT_NE(FindNamed(*opened, "b"), nullptr);
 }
 
-TEST_F(ClipboardTest, KeysOfTheSelectionChangeInOneStep) {
-  Pick({"a", "p"});
-  const std::string before = Text();
-  const std::string rest(2000, '.');
-  EXPECT_EQ(SetKeyOfSelection(*map, "note", "say \"x\"" + rest), EditResult::Done);
-  EXPECT_EQ(Get("a").GetKey("note"), "say 'x'" + rest);
-  EXPECT_EQ(Get("b").GetKey("note"), nullptr);
-  ExpectOneStep(before);
-  EXPECT_EQ(RemoveKeyOfSelection(*map, "NOTE"), EditResult::Done);
-  EXPECT_EQ(Text(), before);
-  const EntityClass& other = map->classSet->FindClass("embed");
-  EXPECT_EQ(SetClassOfSelection(*map, other), EditResult::Done);
-  EXPECT_EQ(Get("a").getClass(), &other);
+TEST_F(ClipboardTest, ACopyOfAPrototypeStandsWhereItIsPut) {
   entity prototype(data.classes.Native());
   prototype.SetKey("classname", "embed");
   EXPECT_EQ(InsertCopy(*map, prototype, {1, 2, 3}), EditResult::Done);

@@ -65,7 +65,7 @@ void App::LoadGameData() {
 int App::Run() {
   MSG message{};
   while (true) {
-    if (!PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE)) parts_->frame.Refresh();
+    if (!PeekMessageW(&message, nullptr, 0, 0, PM_NOREMOVE)) Refresh();
     if (GetMessageW(&message, nullptr, 0, 0) <= 0) break;
     Dispatch(message);
   }
@@ -79,8 +79,13 @@ bool App::Pump() {
     if (message.message == WM_QUIT) return false;
     Dispatch(message);
   }
-  parts_->frame.Refresh();
+  Refresh();
   return true;
+}
+
+void App::Refresh() {
+  parts_->sides.OnIdle();
+  parts_->frame.Refresh();
 }
 
 void App::Dispatch(MSG& message) {

@@ -49,6 +49,8 @@ class App {
   void LoadGameData();
   void SaveSettings();
   void Dispatch(MSG& message);
+  // What shows the state of things, when there is nothing else to do.
+  void Refresh();
 
   HINSTANCE instance_;
   const Seams seams_;

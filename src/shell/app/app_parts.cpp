@@ -13,7 +13,8 @@ AppParts::AppParts(HINSTANCE instance, const Seams& seams)
       classes(instance),
       objects(options),
       popups(instance),
-      commands({data, options, progress, boundEntities, windows, tools, frame, seams.dialogs}),
+      commands(
+          {data, options, progress, boundEntities, windows, sides, tools, frame, seams.dialogs}),
       frame(instance, options, reporter, progress, commands, documents),
       windows(frame, documents, reporter),
       toolHost({windows, tools, commands, reporter, seams.dialogs, popups, objects}),
@@ -22,7 +23,8 @@ AppParts::AppParts(HINSTANCE instance, const Seams& seams)
       maker(windows, sides, {options, reporter, commands, tools, toolHost, objects, backBuffer},
             {options, reporter, seams.dialogs, popups, commands},
             {options, reporter, seams.dialogs, popups, tools, joystick, direct3d},
-            {options, reporter, seams.dialogs}, {options, reporter, seams.dialogs, popups}),
+            {options, reporter, seams.dialogs},
+            {options, reporter, seams.dialogs, popups, commands}),
       documents(data, options, seams.dialogs, maker, seams.dataFolder),
       accelerators(instance, commands, frame),
       tips(options, objects) {
@@ -41,6 +43,8 @@ void AppParts::AddCommands(const Seams& seams) {
   commands.Add(MakeInsertCommands({windows, maker, commands, dialogs, reporter, options}));
   commands.Add(
       MakeClassCommands({documents, windows, sides, frame, dialogs, boundEntities, reporter}));
+  commands.Add(
+      MakeEntityCommands({windows, sides, tools, frame, dialogs, commands, reporter, options}));
   commands.Add(MakeTemplateCommands({documents, windows, dialogs, reporter}));
   commands.Add(MakeCompileCommands({data, documents, windows, sides, maker, frame, dialogs,
                                     seams.clipboard, reporter, options, seams.dataFolder}));

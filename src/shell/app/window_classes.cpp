@@ -12,6 +12,7 @@
 #include "shell/windows/layer_list.h"
 #include "shell/windows/layer_window.h"
 #include "shell/windows/map_window.h"
+#include "shell/windows/properties_window.h"
 
 namespace ferrowand {
 namespace {
@@ -76,6 +77,7 @@ bool WindowClasses::Register() {
       {LAYER_CLASS, LayerFunc, 0, 0, LTGRAY_BRUSH, IDC_ARROW, false},
       {LAYER_LIST_CLASS, LayerListFunc, CS_DBLCLKS, 0, LTGRAY_BRUSH, IDC_ARROW, false},
       {LOAD_WINDOW_CLASS, LoadWindowFunc, 0, 8, LTGRAY_BRUSH, IDC_ARROW, false},
+      {PROPERTIES_CLASS, PropertiesFunc, 0, 0, LTGRAY_BRUSH, IDC_ARROW, false},
       {CHECK_CLASS, CheckFunc, 0, 0, LTGRAY_BRUSH, IDC_ARROW, false},
   };
   for (const Row& row : rows) {

@@ -33,8 +33,7 @@ unsigned CommandOfKey(HACCEL table, const MSG& message) {
 // Keys that write into a text box are none of the accelerators' business.
 bool IsForAccelerators(const MSG& message) {
   if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) return false;
-  if (message.message != WM_KEYDOWN && message.message != WM_CHAR) return true;
-  return !IsTextBox(message.hwnd);
+  return !IsTextKey(message);
 }
 
 }  // namespace

@@ -109,6 +109,19 @@ struct ClassContext {
 };
 std::unique_ptr<CommandGroup> MakeClassCommands(const ClassContext& context);
 
+// What entities are: their properties, their links, which brushes are theirs.
+struct EntityContext {
+  ChildWindows& windows;
+  SideWindows& sides;
+  ToolSet& tools;
+  Frame& frame;
+  Dialogs& dialogs;
+  Commands& commands;
+  Reporter& reporter;
+  Options& options;
+};
+std::unique_ptr<CommandGroup> MakeEntityCommands(const EntityContext& context);
+
 // What the popups of instances, of opened templates and of embedded maps give.
 struct TemplateContext {
   Documents& documents;

@@ -12,6 +12,7 @@
 #include "shell/frame/frame.h"
 #include "shell/frame/load_window.h"
 #include "shell/windows/child_windows.h"
+#include "shell/windows/side_windows.h"
 #include "views/camera/camera.h"
 #include "views/tools/tool_set.h"
 
@@ -103,6 +104,8 @@ void Commands::Execute(unsigned id) {
   // Nothing may touch the documents while one is being read.
   if (context_.progress.IsLoading() || !IsAvailable(id)) return;
   EndDrag();
+  context_.sides.FinishTyping();
+  if (!IsAvailable(id)) return;
   const CommandRow& row = *FindCommand(id);
   const ActionScope action(context_.data, NameOf(row));
   const MapView* const view = context_.windows.ActiveView();

@@ -19,6 +19,7 @@ class ChildWindows;
 class Dialogs;
 class Frame;
 class LoadWindow;
+class SideWindows;
 class ToolSet;
 struct GameData;
 
@@ -29,6 +30,7 @@ struct CommandsContext {
   const LoadWindow& progress;
   const BoundEntities& boundEntities;
   ChildWindows& windows;
+  SideWindows& sides;
   ToolSet& tools;
   Frame& frame;
   Dialogs& dialogs;

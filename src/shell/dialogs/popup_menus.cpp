@@ -82,6 +82,10 @@ OwnedMenu PopupMenus::ForSelection(const Map& map) const {
   const bool ofEmbed = SelectedEmbed(map) != nullptr;
   if (ofEmbed) AppendEmbedItems(menu.get(), Get(ID_POPUP_EMBED));
   AppendSelectionItems(menu.get(), Get(ID_POPUP_SELECTION), ofEmbed);
+  AppendSeparator(menu.get());
+  for (const Command added : SELECTION_COMMANDS) {
+    Append(menu.get(), added, MenuText(*FindCommand(Id(added))));
+  }
   AppendTemplateItems(menu.get(), map);
   return menu;
 }

@@ -6,11 +6,16 @@
 #include <map>
 #include <string>
 
+#include "base/command_table.h"
 #include "shell/system/handles.h"
 
 namespace ferrowand {
 
 class Map;
+
+// What stands behind the items of the selection's popup.
+inline constexpr Command SELECTION_COMMANDS[] = {Command::TieToEntity, Command::TieToWorld,
+                                                 Command::Connect};
 
 class PopupMenus {
  public:

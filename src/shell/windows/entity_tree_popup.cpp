@@ -91,7 +91,7 @@ void TreePopup::SetGreys() {
   };
   const bool reaches = IsReachable(e_);
   const bool offers = reaches || (OnlyHolds(e_) && IsOpen(e_) && HoldsObjects(e_));
-  enable(PROPERTIES, false);
+  enable(PROPERTIES, reaches);
   enable(SELECT, offers);
   enable(ADD_TO_SELECTION, offers);
   enable(CENTRE, !e_.GetBounds().IsEmpty());

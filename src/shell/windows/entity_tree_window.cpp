@@ -4,7 +4,7 @@
 #include <array>
 #include <utility>
 
-#include "base/options.h"
+#include "base/command_table.h"
 #include "base/report.h"
 #include "document/action.h"
 #include "document/classes/special_classes.h"
@@ -16,6 +16,7 @@
 #include "operations/regroup.h"
 #include "shell/dialogs/dialogs.h"
 #include "shell/dialogs/refusal.h"
+#include "shell/frame/command_target.h"
 #include "shell/frame/frame.h"
 #include "shell/resources/resource.h"
 #include "shell/system/display_scale.h"
@@ -352,6 +353,8 @@ void EntityTreeWindow::Perform(const TreeChoice& choice, entity& e,
     case TreeChoice::OfValue:
       return SelectAlike(choice, e);
     case TreeChoice::Properties:
+      SelectObjects(e, chosen, false);
+      return context_.commands.Execute(Id(Command::Properties));
     case TreeChoice::Nothing:
       return;
   }

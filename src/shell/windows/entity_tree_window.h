@@ -14,6 +14,7 @@
 
 namespace ferrowand {
 
+class CommandTarget;
 class Dialogs;
 class PopupMenus;
 class Reporter;
@@ -30,6 +31,7 @@ struct EntityTreeContext {
   Reporter& reporter;
   Dialogs& dialogs;
   const PopupMenus& popups;
+  CommandTarget& commands;
 };
 
 class EntityTreeWindow : public ChildWindow, public EntityTreeHost, public MapObserver {

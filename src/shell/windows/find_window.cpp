@@ -315,10 +315,9 @@ void FindWindow::ShowUnreached() {
 
 // --- messages
 
-bool FindWindow::TakesMessage(MSG& message) {
-  if (message.message != WM_KEYDOWN || message.wParam != VK_F3) return false;
-  FindNext(GetKeyState(VK_SHIFT) >= 0);
-  return true;
+// What finds on, among others, wherever the keys go.
+bool FindWindow::LeavesToProgram(const MSG& message) const {
+  return IsProgramKey(message);
 }
 
 void FindWindow::GiveRow(LVITEMW& item) {

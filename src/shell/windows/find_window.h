@@ -36,7 +36,7 @@ class FindWindow : public SideWindow, public MapObserver {
   const std::vector<entity*>& Found() const { return found_; }
 
   // --- as a window beside the frame
-  bool TakesMessage(MSG& message) override;
+  bool LeavesToProgram(const MSG& message) const override;
   void OnMapClosing(const Map& map) override;
   void OnMapReplaced(const Map& map, Map& by) override;
 

@@ -101,13 +101,6 @@ LRESULT MapWindow::OnMapMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_KEYDOWN:
       if (OnKeyDown(wParam) || InsertBound(wParam, lParam)) return 0;
       break;
-    case WM_SYSKEYDOWN:
-      if (wParam != VK_RETURN) break;
-      context_.toolHost.EditProperties(*view_);
-      return 0;
-    case WM_SYSCHAR:
-      if (wParam != VK_RETURN) break;
-      return 0;  // the system would beep: it knows no such menu
     case WM_SYSKEYUP:
       if (wParam != VK_MENU || !std::exchange(altIsForWheel_, false)) break;
       return 0;

@@ -3,8 +3,17 @@
 #include <algorithm>
 
 #include "shell/system/handles.h"
+#include "shell/system/text_box.h"
 
 namespace ferrowand {
+namespace {
+
+bool IsClick(UINT message) {
+  return message == WM_LBUTTONDOWN || message == WM_RBUTTONDOWN || message == WM_MBUTTONDOWN ||
+         message == WM_NCLBUTTONDOWN;
+}
+
+}  // namespace
 
 SideWindow::~SideWindow() {
   if (window_) SetObject(window_, nullptr);
@@ -41,6 +50,15 @@ INT_PTR CALLBACK SideWindow::DispatchDialog(HWND dialog, UINT message, WPARAM wP
   return FALSE;
 }
 
+bool SideWindow::IsProgramKey(const MSG& message) {
+  if (message.message == WM_SYSKEYDOWN) {
+    return message.wParam == VK_RETURN || message.wParam == VK_BACK;
+  }
+  if (message.message != WM_KEYDOWN || IsTextKey(message)) return false;
+  const bool isFunction = message.wParam >= VK_F3 && message.wParam <= VK_F12;
+  return isFunction || GetKeyState(VK_CONTROL) < 0;
+}
+
 SideWindow* SideWindows::Add(std::unique_ptr<SideWindow> window) {
   if (!window->Handle()) return nullptr;
   return windows_.emplace_back(std::move(window)).get();
@@ -50,12 +68,12 @@ void SideWindows::Forget(const SideWindow& window) {
   std::erase_if(windows_, [&](const auto& open) { return open.get() == &window; });
 }
 
-bool SideWindows::TakesMessage(MSG& message) const {
+bool SideWindows::TakesMessage(MSG& message) {
   const auto side = std::ranges::find_if(windows_, [&](const auto& open) {
     return message.hwnd == open->Handle() || IsChild(open->Handle(), message.hwnd);
   });
-  if (side == windows_.end()) return false;
-  if ((*side)->TakesMessage(message)) return true;
+  if (side == windows_.end()) isClickedBeside_ |= IsClick(message.message);
+  if (side == windows_.end() || (*side)->LeavesToProgram(message)) return false;
   if (!IsDialogMessageW((*side)->Handle(), &message)) {
     TranslateMessage(&message);
     DispatchMessageW(&message);
@@ -76,6 +94,20 @@ void SideWindows::TellAll(const Tell& tell) {
 
 void SideWindows::OnMapClosing(const Map& map) {
   TellAll([&](SideWindow& side) { side.OnMapClosing(map); });
+}
+
+// Some systems let a window that is clicked come in front of what it owns.
+void SideWindows::OnIdle() {
+  if (std::exchange(isClickedBeside_, false)) {
+    for (const auto& side : windows_) {
+      SetWindowPos(side->Handle(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    }
+  }
+  TellAll([](SideWindow& side) { side.OnIdle(); });
+}
+
+void SideWindows::FinishTyping() {
+  TellAll([](SideWindow& side) { side.FinishTyping(); });
 }
 
 void SideWindows::OnMapReplaced(const Map& map, Map& by) {

@@ -22,11 +22,16 @@ class SideWindow {
 
   // Null when the system gave none.
   HWND Handle() const { return window_; }
-  // Before its controls see it: whether it was for the window.
-  virtual bool TakesMessage(MSG& message) { return (void)message, false; }
   virtual void OnMapClosing(const Map& map) { (void)map; }
   // Another one, read anew from the same file, takes its place.
   virtual void OnMapReplaced(const Map& map, Map& by) { (void)map, (void)by; }
+
+  // The program waits for its user.
+  virtual void OnIdle() {}
+  // What is half typed is done before something else is.
+  virtual void FinishTyping() {}
+  // Whether a key is none of the window's own.
+  virtual bool LeavesToProgram(const MSG& message) const { return (void)message, false; }
 
   // What the procedures of windows of such classes do: the object is the argument of creation.
   static LRESULT Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -35,6 +40,9 @@ class SideWindow {
 
  protected:
   explicit SideWindow(SideWindows& windows) : windows_(windows) {}
+
+  // Whether the key gives a command and writes nothing.
+  static bool IsProgramKey(const MSG& message);
 
   // Of a window: what it does not answer itself it hands to DefWindowProc. Of a dialog: whether it
   // has answered.
@@ -57,17 +65,20 @@ class SideWindows {
   const std::vector<std::unique_ptr<SideWindow>>& All() const { return windows_; }
 
   // Before anything else sees it: whether the message was for one of them. Its keys are no commands
-  // of the program.
-  bool TakesMessage(MSG& message) const;
+  // of the program, unless it leaves them to that.
+  bool TakesMessage(MSG& message);
   // Each of them may close.
   void OnMapClosing(const Map& map);
   void OnMapReplaced(const Map& map, Map& by);
+  void OnIdle();
+  void FinishTyping();
 
  private:
   template <typename Tell>
   void TellAll(const Tell& tell);
 
   std::vector<std::unique_ptr<SideWindow>> windows_;
+  bool isClickedBeside_ = false;
 };
 
 }  // namespace ferrowand

@@ -39,10 +39,6 @@ void Flip(const ToolHostContext& in, MapView& view) {
   const ActionScope action(view.map.Data(), Format("Flip along %c", "XYZ"[axis]));
   Conclude(view.map, FlipSelection(view.map, axis, in.tools.HowToTransform()));
 }
-void EditProperties(const ToolHostContext& in, MapView& view) {
-  if (view.map.selection.size() > 1) in.tools.entitySelector.EditSelected(view);
-}
-
 constexpr std::array<PopupItem, 12> POPUP_ITEMS{{
     {Command::FlipX},
     {Command::FlipX, Flip<1>},
@@ -55,7 +51,7 @@ constexpr std::array<PopupItem, 12> POPUP_ITEMS{{
     {Command::Ungroup},
     {Command::CsgSubtraction},
     {Command::CentreAndZoom},
-    {Command::Group, EditProperties},
+    {Command::Properties},
 }};
 
 bool IsDown(int key) {
@@ -87,9 +83,7 @@ LPCSTR SystemName(ToolCursor cursor) {
   return IDC_ARROW;
 }
 
-// There is nothing yet that edits the properties of a single object.
 bool IsAvailable(const CommandTarget& commands, const MapView& view, const PopupItem& item) {
-  if (item.run == EditProperties) return view.map.selection.size() > 1;
   const bool isOffered = item.command == Command::Paste || !view.map.selection.empty();
   return isOffered && commands.IsAvailable(Id(item.command));
 }
@@ -98,6 +92,10 @@ void SetGreys(const CommandTarget& commands, const MapView& view, HMENU menu) {
   for (UINT i = 0; i < POPUP_ITEMS.size(); ++i) {
     const UINT state = IsAvailable(commands, view, POPUP_ITEMS[i]) ? MF_ENABLED : MF_GRAYED;
     EnableMenuItem(menu, FIRST_POPUP_ITEM + i, MF_BYCOMMAND | state);
+  }
+  for (const Command added : SELECTION_COMMANDS) {
+    const UINT state = commands.IsAvailable(Id(added)) ? MF_ENABLED : MF_GRAYED;
+    EnableMenuItem(menu, Id(added), MF_BYCOMMAND | state);
   }
 }
 
@@ -192,8 +190,8 @@ bool WindowToolHost::TrackPopup(MapView& view, Pixel at, ToolPopup which) {
   return released;
 }
 
-void WindowToolHost::EditProperties(MapView& view) {
-  ferrowand::EditProperties(context_, view);
+void WindowToolHost::EditProperties(entity&) {
+  context_.commands.Execute(Id(Command::Properties));
 }
 
 std::optional<int> WindowToolHost::AskSides(PrimitiveKind kind) {

@@ -41,8 +41,6 @@ class WindowToolHost : public ToolHost {
   void OnCaptureLost(HWND drawing);
   // The view's window wants it no more.
   void ReleaseMouse(HWND drawing);
-  // Of several selected objects: offers to group them.
-  void EditProperties(MapView& view);
 
   HeldKeys Keys() const override;
   void Capture(MapView& view, bool on) override;
@@ -50,8 +48,8 @@ class WindowToolHost : public ToolHost {
   void SetCursor(MapView& view, ToolCursor cursor) override;
   void DrawNow(MapView& view, const std::function<void(Canvas&)>& draw) override;
   bool TrackPopup(MapView& view, Pixel at, ToolPopup which) override;
-  // Nothing: there is no such window.
-  void EditProperties(entity&) override {}
+  // Which is what is selected.
+  void EditProperties(entity& e) override;
   std::optional<int> AskSides(PrimitiveKind kind) override;
   std::optional<std::string> AskPathName(const Map& map) override;
   std::string CurrentTexture(Map& map) override;

@@ -9,8 +9,8 @@
 #include "document/classes/class_set.h"
 #include "document/classes/entity_class.h"
 #include "document/map.h"
+#include "operations/class_change.h"
 #include "operations/groups.h"
-#include "operations/insert.h"
 #include "operations/transform_selection.h"
 #include "views/map_view.h"
 #include "views/tools/tool_set.h"
@@ -84,10 +84,14 @@ void Selector::GoThrough(MapView& view, Pixel at, bool deeper) {
 
 void Selector::DoubleClick(MapView& view, Pixel at, int button) {
   std::vector<entity*> stack;
-  if (button == BUTTON_LEFT && tools_.GetOptions().smartSelection) stack = StackAt(view, at);
+  if (button == BUTTON_LEFT) stack = StackAt(view, at);
   const auto selected =
       std::ranges::find_if(stack, [&](const entity* e) { return view.map.selection.Contains(*e); });
-  if (stack.size() < 2 || selected == stack.end()) {
+  if (stack.size() == 1 && selected != stack.end()) {
+    EditSelected(view);
+    return;
+  }
+  if (stack.size() < 2 || selected == stack.end() || !tools_.GetOptions().smartSelection) {
     MouseDown(view, at, button);
     return;
   }
@@ -230,7 +234,7 @@ void EntitySelector::MouseUp(MapView& view, Pixel at, int button) {
   }
 }
 
-void EntitySelector::EditSelected(MapView& view) {
+void Selector::EditSelected(MapView& view) {
   const std::size_t count = view.map.selection.size();
   Reporter& report = Host().Report();
   if (count == 1) {

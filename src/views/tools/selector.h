@@ -10,7 +10,8 @@ class Selector : public ToolBase {
   using ToolBase::ToolBase;
 
   void MouseDown(MapView& view, Pixel at, int button) override;
-  // With smart selection on, what lies below the selected object at that place.
+  // With smart selection on, what lies below the selected object at that place. Where nothing else
+  // does, its properties.
   void DoubleClick(MapView& view, Pixel at, int button) override;
   // Selects instead what lies behind, or before, the selected one of those there.
   void GoThrough(MapView& view, Pixel at, bool deeper);
@@ -19,6 +20,9 @@ class Selector : public ToolBase {
   // The number of a class of the map's set: the selection becomes of that class, brushes by being
   // grouped.
   void PopupCommand(MapView& view, unsigned command) override;
+
+  // The properties of the selected object; several are grouped first, if the user wants that.
+  void EditSelected(MapView& view);
 
   // What a click takes.
   virtual PickLevel Level() const { return PickLevel::Objects; }
@@ -57,8 +61,6 @@ class EntitySelector : public Selector {
   std::string Name() const override { return "Entity Selector"; }
   void MouseDown(MapView& view, Pixel at, int button) override;
   void MouseUp(MapView& view, Pixel at, int button) override;
-  // The properties of the selected object; several are grouped first, if the user wants that.
-  void EditSelected(MapView& view);
 
  protected:
   void Hover(MapView& view, Pixel at) override;

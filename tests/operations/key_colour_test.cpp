@@ -1,0 +1,25 @@
+#include "operations/key_colour.h"
+
+#include <gtest/gtest.h>
+
+#include "support/cases.h"
+
+namespace ferrowand {
+namespace {
+
+TEST(KeyColourTest, AColourKeepsTheMeasureOfTheOneBefore) {
+  for (const auto& [value, colour, other] :
+       Cases<const char*, Colour, const char*>{{"255 128 0", {255, 128, 0}, "51 102 255"},
+                                               {"1 .5 0", {255, 128, 0}, "0.2 0.4 1"},
+                                               {"1 0 0", {255, 0, 0}, "0.2 0.4 1"},
+                                               {"0 0 0", {0, 0, 0}, "51 102 255"},
+                                               {"300 -4 1.5", {255, 0, 255}, "0.2 0.4 1"},
+                                               {"red", {255, 255, 255}, "51 102 255"},
+                                               {"1 2", {255, 255, 255}, "51 102 255"}}) {
+    EXPECT_EQ(ColourOfKey(value), colour) << value;
+    EXPECT_EQ(ColourForKey({51, 102, 255}, value), other) << value;
+  }
+}
+
+}  // namespace
+}  // namespace ferrowand
