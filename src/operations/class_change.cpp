@@ -11,6 +11,7 @@
 #include "document/picking.h"
 #include "operations/blocks.h"
 #include "operations/entity_keys.h"
+#include "operations/face_texture.h"
 #include "operations/new_entity.h"
 #include "operations/spawn_flags.h"
 
@@ -55,6 +56,10 @@ entity* EntityAround(const entity& e) {
   return at && at->Parent() ? at : nullptr;
 }
 
+std::string_view UsualTexture(const EntityClass& entityClass) {
+  return EqualNoCase(entityClass.Prefix(), "trigger") ? "trigger" : "";
+}
+
 // Faces of its own make an entity a brush that is one, once it has no other keys.
 void MakePlain(EditStep& step, entity& e) {
   step.ChangeKeys(e);
@@ -87,17 +92,6 @@ bool FreeParts(EditStep& step, entity& root, std::vector<entity*>& freed) {
   MoveObjects(step, parts, *holder->Parent());
   RemoveEmptied(step, holder);
   return true;
-}
-
-void SetTexture(EditStep& step, entity& tree, std::string_view name, Texture* texture) {
-  if (tree.brush.HasText()) step.ChangeKeys(tree);
-  for (int i = 0; i < tree.brush.getNumFaces(); ++i) {
-    Face& face = tree.brush.face(i);
-    face.SetName(name);
-    face.texture = texture;
-    UpdateFromWinding(face);
-  }
-  for (const EntityPtr& child : tree.getEntityList()) SetTexture(step, *child, name, texture);
 }
 
 }  // namespace
@@ -148,7 +142,7 @@ entity* SelectedToTieTo(const Map& map) {
   return hasOthers ? to : nullptr;
 }
 
-EditResult TieToEntity(Map& map, entity& brushEntity) {
+EditResult TieToEntity(Map& map, entity& brushEntity, Texture* texture) {
   std::vector<entity*> parts, holders;
   for (entity* root : SelectedRoots(map)) {
     if (root->IsWithin(brushEntity)) continue;
@@ -162,6 +156,7 @@ EditResult TieToEntity(Map& map, entity& brushEntity) {
   EditStep step(map);
   for (entity* part : parts) {
     if (IsBrushEntity(*part)) MakePlain(step, *part);
+    if (texture) SetTextureBelow(step, *part, *texture);
   }
   MoveObjects(step, parts, brushEntity);
   for (entity* holder : holders) RemoveEmptied(step, holder);
@@ -183,16 +178,10 @@ EditResult TieToWorld(Map& map) {
   return EditResult::Done;
 }
 
-std::string_view UsualTexture(const EntityClass& entityClass) {
-  return EqualNoCase(entityClass.Prefix(), "trigger") ? "trigger" : "";
-}
-
-EditResult SetTextureOfSelection(Map& map, std::string_view name) {
-  Texture* const texture = map.wads.FindTexture(name);
-  if (!texture || !EqualNoCase(texture->Name(), name)) return EditResult::NoTexture;
-  EditStep step(map);
-  for (entity* root : SelectedRoots(map)) SetTexture(step, *root, name, texture);
-  return EditResult::Done;
+Texture* UsualTextureIn(const Map& map, const EntityClass& entityClass) {
+  const std::string_view name = UsualTexture(entityClass);
+  Texture* const texture = name.empty() ? nullptr : map.wads.FindTexture(name);
+  return texture && EqualNoCase(texture->Name(), name) ? texture : nullptr;
 }
 
 }  // namespace ferrowand

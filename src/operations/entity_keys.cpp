@@ -1,6 +1,7 @@
 #include "operations/entity_keys.h"
 
 #include <algorithm>
+#include <functional>
 #include <set>
 #include <unordered_map>
 #include <unordered_set>
@@ -170,8 +171,12 @@ bool NeedsKey(const entity& e, std::string_view name) {
   return EqualNoCase(name, "origin") && e.Parent() && !HoldsBrushes(e);
 }
 
-void CollectTextures(const entity& e, std::set<std::string>& names) {
-  for (const Face& face : e.brush.Faces()) names.emplace(face.WrittenName());
+using TextureNames = std::set<std::string, std::less<>>;
+
+void CollectTextures(const entity& e, TextureNames& names) {
+  for (const Face& face : e.brush.Faces()) {
+    if (!names.contains(face.WrittenName())) names.emplace(face.WrittenName());
+  }
   for (const EntityPtr& child : e.getEntityList()) CollectTextures(*child, names);
 }
 
@@ -204,7 +209,7 @@ std::vector<entity*> EntitiesOf(std::span<entity* const> objects) {
 }
 
 std::vector<std::string> TexturesOf(std::span<entity* const> objects) {
-  std::set<std::string> names;
+  TextureNames names;
   for (const entity* e : objects) CollectTextures(*e, names);
   return {names.begin(), names.end()};
 }

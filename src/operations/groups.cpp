@@ -5,6 +5,7 @@
 #include "document/map.h"
 #include "document/picking.h"
 #include "operations/blocks.h"
+#include "operations/face_texture.h"
 #include "operations/new_entity.h"
 
 namespace ferrowand {
@@ -12,18 +13,20 @@ namespace {
 
 constexpr const char* GROUP_KEY = "groupFather";
 
-EditResult Settle(EditStep& step, entity& group) {
+EditResult Settle(EditStep& step, entity& group, Texture* texture = nullptr) {
   entity* const one = &group;
   if (!SettleBlocks(step, {&one, 1})) {
     step.Cancel();
     return EditResult::NoBrushes;
   }
+  if (texture) SetTextureBelow(step, group, *texture);
   Select(step.map(), &group, false);
   return EditResult::Done;
 }
 
 // Lights and doors among them end beside an entity that is to hold brushes.
-EditResult GatherIn(Map& map, EntityPtr group, const std::vector<entity*>& roots) {
+EditResult GatherIn(Map& map, EntityPtr group, const std::vector<entity*>& roots,
+                    Texture* texture = nullptr) {
   entity* parent = roots.front()->Parent();
   for (const entity* root : roots) parent = &OutsideItself(*parent, *root);
   const std::vector<const entity*> members(roots.begin(), roots.end());
@@ -31,7 +34,7 @@ EditResult GatherIn(Map& map, EntityPtr group, const std::vector<entity*>& roots
   EditStep step(map);
   entity& added = step.Add(std::move(group), *parent);
   MoveObjects(step, roots, added);
-  return Settle(step, added);
+  return Settle(step, added, texture);
 }
 
 }  // namespace
@@ -53,14 +56,14 @@ EditResult GroupSelection(Map& map) {
   return GatherIn(map, NewGroup(map, UnusedName(map, "group")), roots);
 }
 
-EditResult GroupSelectionAs(Map& map, const EntityClass& entityClass) {
+EditResult GroupSelectionAs(Map& map, const EntityClass& entityClass, Texture* texture) {
   const EditResult fit = CheckClass(*map.classSet, entityClass.classname);
   if (fit != EditResult::Done) return fit;
   const std::vector<entity*> roots = SelectedRoots(map);
   if (roots.empty()) return EditResult::NothingSelected;
   entity& first = *roots.front();
   if (roots.size() > 1 || !first.GetKey(GROUP_KEY)) {
-    return GatherIn(map, NewEntity(map, entityClass.classname), roots);
+    return GatherIn(map, NewEntity(map, entityClass.classname), roots, texture);
   }
   EditStep step(map);
   step.ChangeKeys(first);
@@ -68,7 +71,7 @@ EditResult GroupSelectionAs(Map& map, const EntityClass& entityClass) {
   // The game would take it for one of its own.
   first.RemoveKeys(GROUP_KEY);
   if (entityClass.hasTilde) first.SetFlags(entityClass.tildeValue);
-  return Settle(step, first);
+  return Settle(step, first, texture);
 }
 
 EditResult UngroupSelection(Map& map) {

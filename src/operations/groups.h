@@ -11,6 +11,8 @@
 
 namespace ferrowand {
 
+struct Texture;
+
 // It holds something and is not a layer: a user's group, a brush entity, a template class.
 bool IsGroup(const entity& e);
 
@@ -20,8 +22,8 @@ EntityPtr NewGroup(const Map& map, std::string_view name);
 // Into a new group, where the first of them was; it is what is selected afterwards.
 EditResult GroupSelection(Map& map);
 // Likewise into a new entity of that class, or, of a single user's group, by giving it the class:
-// what makes a door of brushes.
-EditResult GroupSelectionAs(Map& map, const EntityClass& entityClass);
+// what makes a door of brushes. With that texture on all faces, if there is one.
+EditResult GroupSelectionAs(Map& map, const EntityClass& entityClass, Texture* texture = nullptr);
 // Members go to where their group was and are selected; the groups go.
 EditResult UngroupSelection(Map& map);
 // The selected group leads from now on, or none does when it led already or nothing is selected.

@@ -52,7 +52,8 @@ std::vector<SpawnFlag> NamedSpawnFlags(std::span<entity* const> objects) {
   for (const entity* e : objects) {
     any |= SpawnFlagsOf(*e);
     all &= SpawnFlagsOf(*e);
-    if (classes.empty() || classes.back() != e->getClass()) classes.push_back(e->getClass());
+    if (std::ranges::find(classes, e->getClass()) == classes.end())
+      classes.push_back(e->getClass());
   }
   for (int bit = 0; bit < SPAWNFLAG_BITS; ++bit) {
     const std::string name = SpawnFlagName(*classes.front(), bit);

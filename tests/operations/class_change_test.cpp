@@ -1,6 +1,7 @@
 #include "operations/class_change.h"
 
 #include "document/classes/class_set.h"
+#include "gamedata/wad_builder.h"
 #include "operations/edit_fixture.h"
 #include "operations/groups.h"
 #include "support/cases.h"
@@ -68,6 +69,27 @@ TEST_F(ClassChangeTest, BrushesGoToTheEntityThatIsSelectedToo) {
   ExpectOneStep(before);
   Pick({"door", "lamp"});
   EXPECT_EQ(TieToEntity(*map, Get("door")), EditResult::NoBrushes);
+}
+
+TEST_F(ClassChangeTest, TriggersGetTheirTextureInTheSameStep) {
+  const EntityClass& trigger = map->classSet->FindClass("trigger_once");
+  EXPECT_EQ(UsualTextureIn(*map, trigger), nullptr) << "no WAD has it";
+  const std::string wad = temp.Write("t.wad", WadBytes({{"TRIGGER", 8, 8, "x"}}));
+  map->wads.Add(wad, data.wads.Get(wad));
+  map->ResolveTextures(map->wads);
+  EXPECT_EQ(UsualTextureIn(*map, map->classSet->FindClass("func_wall")), nullptr);
+  Texture* const texture = UsualTextureIn(*map, trigger);
+  ASSERT_NE(texture, nullptr);
+  Pick({"a"});
+  const std::string before = Text();
+  ASSERT_EQ(GroupSelectionAs(*map, trigger, texture), EditResult::Done);
+  EXPECT_EQ(Get("a").brush.face(5).texture, texture);
+  ExpectOneStep(before);
+  entity& made = *map->selection.front();
+  Pick({"b", "wall"});
+  Select(*map, &made, true);
+  ASSERT_EQ(TieToEntity(*map, made, texture), EditResult::Done);
+  EXPECT_EQ(Get("w").brush.face(0).Name(), "TRIGGER");
 }
 
 TEST_F(ClassChangeTest, BrushesOfEntitiesBecomeTheWorlds) {

@@ -335,7 +335,7 @@ TEST_F(PropertiesTest, BrushesAreTiedToAnEntityAndToTheWorldAgain) {
   EXPECT_EQ(KeyOf(0, "classname"), "trigger_once");
   Give(Command::Properties);
   Find();
-  EXPECT_EQ(Shown(ID_PROPERTIES_WHAT), "Holds 2 objects");
+  EXPECT_EQ(Shown(ID_PROPERTIES_WHAT), "Made of 2 brushes");
   Give(Command::TieToWorld);
   app->Pump();
   EXPECT_EQ(map->selection.size(), 2u);

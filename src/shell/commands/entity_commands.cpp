@@ -108,14 +108,15 @@ void DuplicateWithLinks(const EntityContext& in, unsigned) {
   Conclude(map, DuplicateSelection(map, how, in.tools.HowToTransform()));
 }
 
-// What brushes of the class look like, as a rule.
-void OfferTexture(const EntityContext& in, Map& map, const EntityClass& chosen) {
-  const std::string name(UsualTexture(chosen));
-  if (name.empty()) return;
-  if (in.reporter.Show("Ferrowand asks", "Give its faces the texture \"" + name + "\"?",
-                       Buttons::YesNo, Icon::Question) == Answer::Yes) {
-    Conclude(map, SetTextureOfSelection(map, name));
-  }
+// What brushes of the class look like as a rule, if the user wants that.
+Texture* TextureFor(const EntityContext& in, const Map& map, const EntityClass& chosen) {
+  Texture* const texture = UsualTextureIn(map, chosen);
+  if (!texture) return nullptr;
+  const std::string question =
+      "Give its faces the texture \"" + std::string(texture->Name()) + "\"?";
+  const bool isWanted =
+      in.reporter.Show("Ferrowand asks", question, Buttons::YesNo, Icon::Question) == Answer::Yes;
+  return isWanted ? texture : nullptr;
 }
 
 void TieToNew(const EntityContext& in, Map& map) {
@@ -130,9 +131,7 @@ void TieToNew(const EntityContext& in, Map& map) {
   }
   const auto accept = [&](const FormValues& typed) {
     const EntityClass& chosen = map.classSet->FindClass(typed.front());
-    if (!Conclude(map, GroupSelectionAs(map, chosen))) return false;
-    OfferTexture(in, map, chosen);
-    return true;
+    return Conclude(map, GroupSelectionAs(map, chosen, TextureFor(in, map, chosen)));
   };
   in.dialogs.Ask({"Tie to entity",
                   "The brushes become those of a new entity.",
@@ -149,7 +148,7 @@ void TieToEntity(const EntityContext& in, unsigned) {
   }
   entity* const to = SelectedToTieTo(map);
   if (!to) return TieToNew(in, map);
-  if (Conclude(map, TieToEntity(map, *to))) OfferTexture(in, map, *to->getClass());
+  Conclude(map, TieToEntity(map, *to, TextureFor(in, map, *to->getClass())));
 }
 
 void TieToTheWorld(const EntityContext& in, unsigned) {

@@ -365,6 +365,7 @@ LRESULT CALLBACK KeyGrid::EditorFunc(HWND editor, UINT message, WPARAM wParam, L
       break;
     case WM_KILLFOCUS:
       grid.OnEditorLeft(reinterpret_cast<HWND>(wParam));
+      if (!IsWindow(editor)) return 0;
       break;
     case WM_NCDESTROY:
       RemoveWindowSubclass(editor, EditorFunc, 0);

@@ -57,7 +57,7 @@ std::string NameFor(const entity& e) {
 
 std::string LinkText(const Link& link, bool from) {
   const std::string other = from ? (link.to ? NameFor(*link.to) : "") : NameFor(*link.from);
-  std::string text = (from ? "\xE2\x86\x92 " : "\xE2\x86\x90 ") + link.key + " " + link.name;
+  const std::string text = from ? link.key + " " + link.name : "from " + link.key;
   if (other.empty()) return text + ": none is called so";
   if (link.isInOtherCase) return text + ": " + other + ", in other letters: not found by the game";
   return text + ": " + other;
@@ -194,8 +194,12 @@ std::string PropertiesWindow::WhatItIs() const {
   if (e.brush.HasText() && e.getClass()->Kind() == EntityKind::Brush) {
     return "A brush of the world with " + std::to_string(e.brush.getNumFaces()) + " faces";
   }
-  const char* const holds = e.getClass()->Kind() == EntityKind::Brush ? "A group of " : "Holds ";
-  if (count > 0) return holds + std::to_string(count) + (count == 1 ? " object" : " objects");
+  if (count > 0) {
+    std::vector<const entity*> members;
+    for (const EntityPtr& child : e.getEntityList()) members.push_back(child.get());
+    const bool isGroup = e.getClass()->Kind() == EntityKind::Brush;
+    return (isGroup ? "A group of " : "Made of ") + InWords(members);
+  }
   if (e.getClass()->Kind() == EntityKind::Unknown) return "Of a class that no file describes";
   if (!e.HasOrigin()) return "It stands nowhere";
   const Vec3& at = e.Origin();
@@ -425,7 +429,7 @@ void PropertiesWindow::LayOutBeside(RECT area) const {
       links.bottom = area.top + angle.cy;
     }
   }
-  const bool hasLinks = links.bottom <= area.bottom;
+  const bool hasLinks = of_ == PropertiesOf::Selection && links.bottom <= area.bottom;
   for (const int id : {ID_PROPERTIES_LINKS_LABEL, ID_PROPERTIES_LINKS, ID_PROPERTIES_JUMP}) {
     show(id, hasLinks);
   }
@@ -437,8 +441,9 @@ void PropertiesWindow::LayOutBeside(RECT area) const {
   place(ID_PROPERTIES_LINKS_LABEL, {links.left, links.top + gap, jump, links.top + row});
   place(ID_PROPERTIES_JUMP, {jump, links.top, links.right, links.top + row});
   place(ID_PROPERTIES_LINKS, {links.left, links.top + row + 2, links.right, links.bottom});
+  if (hasAngle) area.top += angle.cy + gap;
   if (hasLinks) area.top = links.bottom + gap;
-  const bool hasHelp = hasLinks && left() >= Scaled(LEAST_HELP);
+  const bool hasHelp = left() >= Scaled(LEAST_HELP);
   show(ID_PROPERTIES_HELP, hasHelp);
   place(ID_PROPERTIES_HELP, area);
 }
