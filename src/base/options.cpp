@@ -84,10 +84,7 @@ const Setting SETTINGS[] = {
     {"Entity Tree Place", &Options::entityTreePlace},
     {"Find Place", &Options::findPlace},
     {"Entity Tree Shows", &Options::entityTreeShows},
-    {"Properties Left", &Options::propertiesLeft},
-    {"Properties Top", &Options::propertiesTop},
-    {"Properties Right", &Options::propertiesRight},
-    {"Properties Bottom", &Options::propertiesBottom},
+    {"Properties Place", &Options::propertiesPlace},
 };
 
 constexpr std::array<std::uint8_t, Options::NUMKEYACTIONS> DEFAULTKEYS = {

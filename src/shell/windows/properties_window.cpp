@@ -21,6 +21,7 @@
 #include "shell/system/display_scale.h"
 #include "shell/system/wide_text.h"
 #include "shell/windows/child_windows.h"
+#include "shell/windows/window_place.h"
 
 namespace ferrowand {
 namespace {
@@ -33,26 +34,20 @@ constexpr UINT CLASS_CHOSEN = WM_APP;
 
 constexpr const char* NAME_KEY = "XMPentityname";
 
-// Where it stood last, if that is on a screen; else at the right of the frame, as far as there is
-// room.
-RECT PlaceOf(const Options& options, HWND frame) {
-  const RECT kept{options.propertiesLeft, options.propertiesTop, options.propertiesRight,
-                  options.propertiesBottom};
-  if (kept.left < kept.right && kept.top < kept.bottom &&
-      MonitorFromRect(&kept, MONITOR_DEFAULTTONULL)) {
-    return kept;
-  }
-  RECT around;
+// At first at the right of the frame, as far as there is room.
+ChildPlace PlaceFor(const Options& options, HWND frame) {
+  RECT around, screen;
   GetWindowRect(frame, &around);
-  RECT screen{};
-  SystemParametersInfoW(SPI_GETWORKAREA, 0, &screen, 0);
+  GetWindowRect(GetDesktopWindow(), &screen);
   IntersectRect(&around, &around, &screen);
-  const int right = static_cast<int>(around.right) - Scaled(INSET);
   const int width = std::min(Scaled(WIDTH), static_cast<int>(around.right - around.left));
   const int height = std::min(Scaled(HEIGHT), static_cast<int>(around.bottom - around.top));
-  const int top = (static_cast<int>(around.top + around.bottom) - height) / 2;
-  return {std::max(right - width, static_cast<int>(around.left)), top,
-          std::max(right, static_cast<int>(around.left) + width), top + height};
+  const int right = static_cast<int>(around.right) - Scaled(INSET);
+  const ChildPlace usual{std::max(right - width, static_cast<int>(around.left)),
+                         (static_cast<int>(around.top + around.bottom) - height) / 2, width,
+                         height};
+  return PlaceOfText(options.propertiesPlace, usual,
+                     {static_cast<int>(screen.right), static_cast<int>(screen.bottom)});
 }
 
 bool IsTypedIn(int id) {
@@ -68,12 +63,11 @@ LRESULT CALLBACK PropertiesFunc(HWND window, UINT message, WPARAM wParam, LPARAM
 PropertiesWindow::PropertiesWindow(SideWindows& sides, const PropertiesContext& context, Map& map,
                                    PropertiesOf of)
     : SideWindow(sides), context_(context), of_(of) {
-  const RECT place = PlaceOf(context.options, context.frame.Handle());
+  const ChildPlace place = PlaceFor(context.options, context.frame.Handle());
   CreateWindowExA(0, PROPERTIES_CLASS, "Properties",
                   WS_VISIBLE | WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME | WS_CLIPCHILDREN,
-                  place.left, place.top, place.right - place.left, place.bottom - place.top,
-                  context.frame.Handle(), nullptr, context.frame.Instance(),
-                  static_cast<SideWindow*>(this));
+                  place.left, place.top, place.width, place.height, context.frame.Handle(), nullptr,
+                  context.frame.Instance(), static_cast<SideWindow*>(this));
   if (!Handle()) return;
   Follow(&map);
   Refresh();
@@ -140,15 +134,6 @@ std::wstring PropertiesWindow::TextOf(int id) const {
   text.resize(static_cast<std::size_t>(
       GetWindowTextW(control, text.data(), static_cast<int>(text.size()))));
   return text;
-}
-
-void PropertiesWindow::KeepPlace() const {
-  RECT place;
-  GetWindowRect(Handle(), &place);
-  context_.options.propertiesLeft = place.left;
-  context_.options.propertiesTop = place.top;
-  context_.options.propertiesRight = place.right;
-  context_.options.propertiesBottom = place.bottom;
 }
 
 // --- what it follows
@@ -528,7 +513,7 @@ LRESULT PropertiesWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) 
       DestroyWindow(Handle());
       return 0;
     case WM_DESTROY:
-      KeepPlace();
+      context_.options.propertiesPlace = PlaceText(Handle(), context_.options.propertiesPlace);
       return 0;
     default:
       break;

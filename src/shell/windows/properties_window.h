@@ -73,7 +73,6 @@ class PropertiesWindow : public SideWindow, public MapObserver, private KeyGridH
   HWND AddControl(const wchar_t* windowClass, const wchar_t* text, DWORD style, int id,
                   DWORD extended = 0);
   HWND Control(int id) const { return GetDlgItem(Handle(), id); }
-  void KeepPlace() const;
   void SetText(int id, const std::wstring& text) const;
   std::wstring TextOf(int id) const;
 
