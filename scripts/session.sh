@@ -281,6 +281,16 @@ do_step() {
       press alt+w "$2"
       file=$work/$first
       ;;
+    mouse) xdotool mousemove "$1" "$2" click 1 sleep 0.2 ;;
+    type) xdotool type --delay 5 -- "${text#type }" ;;
+    ctrlclick)
+      move_to "$1" "$2"
+      xdotool keydown ctrl click 1 keyup ctrl
+      ;;
+    holds)
+      saved_as held.kept
+      grep -qF -- "${text#holds }" "$work/held.kept" || fail "the file does not hold it: ${text#holds }"
+      ;;
     undo)
       for ((n = 0; n < first; ++n)); do press ctrl+z; done
       ;;

@@ -7,7 +7,6 @@
 #include "operations/insert.h"
 #include "operations/visibility.h"
 #include "shell/app_fixture.h"
-#include "shell/dialog_visitor.h"
 #include "shell/resources/resource.h"
 
 namespace ferrowand {
@@ -61,7 +60,6 @@ class FindWindowTest : public AppTest {
 
 TEST_F(FindWindowTest, WhatIsTypedIsFoundAndGoneThroughAndTheMapIsFollowed) {
   Open();
-  ExpectTidy(window->Handle());
   EXPECT_EQ(State(), "");
   Type(ID_FIND_CLASS, "monster_*", 3);
   EXPECT_EQ(State(), "3 found");

@@ -77,7 +77,7 @@ TEST_F(AppTest, ViewsLayersAndProgressAreTidyAtEverySizeOfLetters) {
   parts->progress.End();
 }
 
-TEST_F(AppTest, WhatBelongsToACompileIsTidyAtEverySizeOfLetters) {
+TEST_F(AppTest, WhatBelongsToACompileAndWhatFindsIsTidyAtEverySizeOfLetters) {
   ASSERT_TRUE(Start());
   OpenTwoBrushes();
   const Visitor visitor([&](HWND dialog) {
@@ -98,8 +98,12 @@ TEST_F(AppTest, WhatBelongsToACompileIsTidyAtEverySizeOfLetters) {
   const HWND overview = parts->sides.All().back()->Handle();
   EXPECT_NE(overview, info);
   ExpectTidy(overview);
-  Give(Command::CheckMap);
-  ExpectTidy(parts->windows.ActiveWindow()->Handle());
+  for (const Command command : {Command::CheckMap, Command::EntityTree}) {
+    Give(command);
+    ExpectTidy(parts->windows.ActiveWindow()->Handle());
+  }
+  Give(Command::FindEntity);
+  ExpectTidy(parts->sides.All().back()->Handle());
 }
 
 TEST_F(AppTest, ProfilesAreKeptChosenAndTravelAsText) {

@@ -28,7 +28,8 @@ class ToolBench {
     const bool hasExtension = PathSeparator() == '\\' || !folder.empty();
     const std::string base = (folder.empty() ? "" : folder + "/") + tool;
     dir.Write(base + ".txt", orders);
-    std::filesystem::copy_file(FERROWAND_STAND_IN, FsPath(dir.Path(hasExtension ? base + ".exe" : base)),
+    std::filesystem::copy_file(FERROWAND_STAND_IN,
+                               FsPath(dir.Path(hasExtension ? base + ".exe" : base)),
                                std::filesystem::copy_options::overwrite_existing);
   }
   void PutAll(const std::string& qbsp = SEALED) const {
@@ -44,7 +45,9 @@ class ToolBench {
     for (std::string line; std::getline(log, line);) lines.push_back(line);
     return lines;
   }
-  bool Exists(const std::string& name) const { return std::filesystem::exists(FsPath(dir.Path(name))); }
+  bool Exists(const std::string& name) const {
+    return std::filesystem::exists(FsPath(dir.Path(name)));
+  }
 
   TempDir dir;
   const std::string map;

@@ -117,7 +117,7 @@
 #define ID_KEY_ENTRY 100
 #define ID_KEY_CHOICE 1000  // and the code of the key
 
-#define ID_FIND 1047
+#define ID_FIND 1050
 #define ID_FIND_CLASS 100
 #define ID_FIND_KEY 101
 #define ID_FIND_VALUE 102

@@ -227,9 +227,13 @@ void EntityTreeList::ApplyRows() {
   const std::vector<entity*> chosen = Chosen();
   const std::unordered_set<const entity*> wanted(chosen.begin(), chosen.end());
   const bool keepsOthers = GetKeyState(VK_CONTROL) < 0;
+  std::unordered_set<const entity*> shown;
+  if (keepsOthers) {
+    for (const TreeRow& row : tree_.Rows()) shown.insert(row.e);
+  }
   std::vector<entity*> objects;
   for (entity* e : map_.selection) {
-    if (wanted.contains(e) || (keepsOthers && !tree_.RowOf(*e))) objects.push_back(e);
+    if (wanted.contains(e) || (keepsOthers && !shown.contains(e))) objects.push_back(e);
   }
   own_.clear();
   const ReachTest reach(map_);

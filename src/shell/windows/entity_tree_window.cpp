@@ -176,7 +176,7 @@ void EntityTreeWindow::Layout() const {
 void EntityTreeWindow::OnChange(const MapChange& change) {
   if (!list_) return;
   ShowTitle("Entity tree: " + map_.Name());
-  const entity* layer = tree_.Filter().layer;
+  const bool hadLayer = tree_.Filter().layer != nullptr;
   const TreeUpdate update = tree_.Follow(change);
   if (update == TreeUpdate::Rows && isDragging_) EndDrag();
   list_->Refresh(update);
@@ -184,7 +184,7 @@ void EntityTreeWindow::OnChange(const MapChange& change) {
     rowsChosen_ = false;
     list_->ShowSelection();
   }
-  if (layer != tree_.Filter().layer) ShowLayerName();
+  if (hadLayer) FillLayers();
   ShowState();
 }
 
@@ -254,10 +254,6 @@ void EntityTreeWindow::FillLayers() const {
     ++place;
     if (layer == tree_.Filter().layer) SendMessageW(combo, CB_SETCURSEL, place, 0);
   }
-}
-
-void EntityTreeWindow::ShowLayerName() const {
-  FillLayers();
 }
 
 void EntityTreeWindow::TakeClass() {

@@ -74,7 +74,6 @@ class EntityTreeWindow : public ChildWindow, public EntityTreeHost, public MapOb
   void FillLayers() const;
   void TakeClass();
   void TakeLayer();
-  void ShowLayerName() const;
   void EndFilterText();
   void ShowState() const;
 

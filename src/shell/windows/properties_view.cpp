@@ -353,6 +353,8 @@ void PropertiesWindow::Layout() const {
   }
   LayOutKeys(keys);
   LayOutBeside(rest);
+  // A control that is moved takes along what the screen showed of it, which others have drawn over.
+  RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 void PropertiesWindow::LayOutHead(int left, int top, int width) const {
