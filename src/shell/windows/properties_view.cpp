@@ -312,7 +312,10 @@ std::string PropertiesWindow::HelpText() const {
   if (row && row->definition) {
     const KeyDefinition& key = *row->definition;
     text = key.name + ": " + (key.caption.empty() ? "" : key.caption + ". ") + key.help;
-    if (!key.defaultValue.empty()) text += " (" + key.defaultValue + " unless it is set)";
+    const bool isTold = key.help.find("(" + key.defaultValue + ")") != key.help.npos;
+    if (!key.defaultValue.empty() && !isTold) {
+      text += " (" + key.defaultValue + " unless it is set)";
+    }
     text += "\n\n";
   }
   const EntityClass* const shared = SharedClass();
