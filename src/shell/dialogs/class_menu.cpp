@@ -12,16 +12,17 @@
 namespace ferrowand {
 namespace {
 
+std::string Escaped(const std::string& name) {
+  std::string text;
+  for (const char c : name) text.append(c == '&' ? 2 : 1, c);
+  return text;
+}
+
 // In a group the letter is behind its name, which all share.
 std::string WithMnemonic(const std::string& name, bool inGroup) {
   const std::size_t bar = inGroup ? name.find('_') : std::string::npos;
   const std::size_t letter = bar == std::string::npos ? 0 : bar + 1;
-  std::string text;
-  for (std::size_t i = 0; i < name.size(); ++i) {
-    if (i == letter || name[i] == '&') text += '&';
-    text += name[i];
-  }
-  return text;
+  return Escaped(name.substr(0, letter)) + '&' + Escaped(name.substr(letter));
 }
 
 void Append(HMENU menu, UINT flags, UINT_PTR id, const std::string& text) {
@@ -41,13 +42,17 @@ void AppendClasses(HMENU menu, const std::vector<ClassMenuItem>& items, bool inG
   }
 }
 
-// By the numbers that they have further down.
+// By the numbers that they have further down. Their mnemonics are digits: the letters go on finding
+// what they found before.
 void AppendRecent(HMENU menu, const ClassSet& classes, const Options& options) {
+  int count = 0;
   for (const std::string& name : options.recentClasses) {
     const unsigned id = name.empty() ? 0 : classes.MenuIdOf(name);
-    if (id != 0) Append(menu, MF_STRING, id, WithMnemonic(name, false));
+    if (id == 0) continue;
+    ++count;
+    Append(menu, MF_STRING, id, "&" + std::to_string(count) + " " + Escaped(name));
   }
-  if (GetMenuItemCount(menu) > 0) AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
+  if (count > 0) AppendMenuW(menu, MF_SEPARATOR, 0, nullptr);
 }
 
 }  // namespace
