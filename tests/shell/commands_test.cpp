@@ -92,8 +92,10 @@ Key KeyOf(std::string_view text) {
     key.key = VK_DELETE;
   else if (text == "TAB")
     key.key = VK_TAB;
-  else if (text == "F8")
-    key.key = VK_F8;
+  else if (text == "Enter")
+    key.key = VK_RETURN;
+  else if (text.size() == 2 && text.front() == 'F')
+    key.key = static_cast<WORD>(VK_F1 + text.back() - '1');
   else if (text == "?")
     return {0, '?'};
   else if (text == "G" && key.flags == FVIRTKEY)

@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 #include <numbers>
+#include <utility>
 
 #include "base/number_text.h"
 #include "shell/resources/resource.h"

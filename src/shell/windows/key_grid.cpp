@@ -1,6 +1,7 @@
 #include "shell/windows/key_grid.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/path_text.h"
 #include "document/entity.h"

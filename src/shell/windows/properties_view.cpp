@@ -1,6 +1,7 @@
 // What the window of properties shows, and where.
 #include <algorithm>
 #include <cctype>
+#include <utility>
 
 #include "base/path_text.h"
 #include "base/report.h"

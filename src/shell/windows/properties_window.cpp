@@ -345,6 +345,7 @@ std::vector<KeyChoice> PropertiesWindow::ChoicesOf(const KeyRow& row) const {
   if (IsLinkKey(*objects_.front()->getClass(), row.name)) names = NamesIn(*map_);
   if (EqualNoCase(row.name, "XMPclass")) names = TemplateNames(*map_);
   std::vector<KeyChoice> choices;
+  choices.reserve(names.size());
   for (const std::string& name : names) choices.push_back({name, ""});
   return choices;
 }

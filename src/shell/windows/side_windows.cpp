@@ -1,6 +1,7 @@
 #include "shell/windows/side_windows.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "shell/system/handles.h"
 #include "shell/system/text_box.h"
