@@ -5,6 +5,7 @@
 #include "gamedata/gamedata_fixture.h"
 #include "gamedata/wad_builder.h"
 #include "gamedata/wad_file.h"
+#include "platform/system.h"
 #include "support/system_calls.h"
 
 namespace ferrowand {
@@ -169,7 +170,12 @@ TEST_F(WadEditTest, TwoProgramsThatEachAddATextureLeaveBoth) {
   Open(first);
   WadFile other(WadLimits{}, palette, reporter);
   ASSERT_TRUE(other.Open(dir.Path("test.wad")));
-  ASSERT_TRUE(other.AddTexture(NewTexture("b", 8, 8, 'b')));
+  if (!other.AddTexture(NewTexture("b", 8, 8, 'b'))) {
+    // Some systems replace no file that another program holds open: that is told, and nothing lost.
+    ASSERT_EQ(PathSeparator(), '\\');
+    EXPECT_FALSE(recorder.messages.empty());
+    return ExpectContents("a:a ");
+  }
   EXPECT_TRUE(wad->IsStale());
   ASSERT_TRUE(wad->AddTexture(NewTexture("c", 8, 8, 'c')));
   EXPECT_FALSE(wad->IsStale());

@@ -17,7 +17,7 @@ class EntityKeysTest : public EditTest {
          Light("two", R"("light" "300" "XMPnote" "x")") + Light("three", R"("light" "200")") +
          "{\"classname\" \"func_door\" \"XMPentityname\" \"door\" \"wait\" \"-1\"" +
          Box("leaf", 0, 0, 0) + "}" + Box("a", 128, 0, 0));
-    map->classSet->FindClass("func_door").keys.clear();
+    const_cast<EntityClass*>(Get("door").getClass())->keys.clear();
     map->classSet->FindClass("light").keys = {
         {"light", KeyType::Whole, "", "300", "", {}},
         {"style", KeyType::Choices, "", "0", "", {{"0", "steady"}}},
