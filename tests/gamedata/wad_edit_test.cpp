@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <filesystem>
+#include <utility>
 
 #include "base/safe_file.h"
 #include "gamedata/gamedata_fixture.h"
@@ -173,7 +174,7 @@ TEST_F(WadEditTest, TwoProgramsThatEachAddATextureLeaveBoth) {
   if (!other.AddTexture(NewTexture("b", 8, 8, 'b'))) {
     // Some systems replace no file that another program holds open: that is told, and nothing lost.
     ASSERT_EQ(PathSeparator(), '\\');
-    EXPECT_FALSE(recorder.messages.empty());
+    EXPECT_FALSE(std::exchange(recorder.messages, {}).empty());
     return ExpectContents("a:a ");
   }
   EXPECT_TRUE(wad->IsStale());
