@@ -14,6 +14,11 @@ bool IsClick(UINT message) {
          message == WM_NCLBUTTONDOWN;
 }
 
+bool IsInput(UINT message) {
+  return IsClick(message) || message == WM_LBUTTONDBLCLK || message == WM_KEYDOWN ||
+         message == WM_SYSKEYDOWN || message == WM_CHAR;
+}
+
 }  // namespace
 
 SideWindow::~SideWindow() {
@@ -69,13 +74,25 @@ void SideWindows::Forget(const SideWindow& window) {
   std::erase_if(windows_, [&](const auto& open) { return open.get() == &window; });
 }
 
-bool SideWindows::TakesMessage(MSG& message) {
-  const auto side = std::ranges::find_if(windows_, [&](const auto& open) {
-    return message.hwnd == open->Handle() || IsChild(open->Handle(), message.hwnd);
+SideWindow* SideWindows::WindowOf(HWND part) const {
+  const auto side = std::ranges::find_if(windows_, [part](const auto& open) {
+    return part == open->Handle() || IsChild(open->Handle(), part);
   });
-  if (side == windows_.end()) isClickedBeside_ |= IsClick(message.message);
-  if (side == windows_.end() || (*side)->LeavesToProgram(message)) return false;
-  if (!IsDialogMessageW((*side)->Handle(), &message)) {
+  return side == windows_.end() ? nullptr : side->get();
+}
+
+bool SideWindows::TakesMessage(MSG& message) {
+  SideWindow* side = WindowOf(message.hwnd);
+  if (!side) isClickedBeside_ |= IsClick(message.message);
+  if (!side || side->LeavesToProgram(message)) return false;
+  if (IsInput(message.message)) {
+    // Quick hands are ahead of the idle program: the window must not show, and change, what was
+    // selected before.
+    side->OnIdle();
+    side = WindowOf(message.hwnd);
+    if (!side) return true;
+  }
+  if (!IsDialogMessageW(side->Handle(), &message)) {
     TranslateMessage(&message);
     DispatchMessageW(&message);
   }

@@ -26,7 +26,7 @@ class SideWindow {
   // Another one, read anew from the same file, takes its place.
   virtual void OnMapReplaced(const Map& map, Map& by) { (void)map, (void)by; }
 
-  // The program waits for its user.
+  // The program waits for its user, or the user's next key or click is about to reach the window.
   virtual void OnIdle() {}
   // What is half typed is done before something else is.
   virtual void FinishTyping() {}
@@ -74,6 +74,8 @@ class SideWindows {
   void FinishTyping();
 
  private:
+  // That it is, or is a part of; null for none.
+  SideWindow* WindowOf(HWND part) const;
   template <typename Tell>
   void TellAll(const Tell& tell);
 
