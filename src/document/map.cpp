@@ -123,6 +123,12 @@ void Map::BindTexturesAnew() {
   AnnounceEverything();
 }
 
+void Map::UseWads(const std::vector<std::string>& names) {
+  wads.Clear();
+  for (const std::string& name : names) wads.Add(name, data_.wads.Get(name, true, Folder()));
+  BindTexturesAnew();
+}
+
 void Map::UseClasses(const std::string& name) {
   classSet = &data_.classes.Get(name, true, Folder());
   classSetName = name;

@@ -111,6 +111,9 @@ class Map : public entity {
   void BindClassesAnew();
   // WADs have other textures by now: every face is bound again, as above.
   void BindTexturesAnew();
+  // Uses the WADs of these names, in their order, from now on; no step of undo (see
+  // EditStep::ChooseWads). What cannot be found is not said.
+  void UseWads(const std::vector<std::string>& names);
   // Uses the classes of that file from now on; no step of undo (see EditStep::ChooseClasses).
   void UseClasses(const std::string& name);
 
