@@ -5,13 +5,26 @@
 
 namespace ferrowand {
 
+void SetTexture(const Map& map, Face& face, std::string_view name) {
+  face.SetName(name);
+  face.texture = map.wads.FindTexture(name);
+  UpdateFromWinding(face);
+}
+
+EditResult SetTexture(Map& map, std::span<const PickedFace> faces, std::string_view name) {
+  if (faces.empty()) return EditResult::NothingSelected;
+  EditStep step(map);
+  for (const PickedFace& picked : faces) {
+    step.ChangeKeys(*picked.brush);
+    SetTexture(map, picked.Get(), name);
+  }
+  return EditResult::Done;
+}
+
 void SetTextureBelow(EditStep& step, entity& tree, Texture& texture) {
   if (tree.brush.HasText()) step.ChangeKeys(tree);
   for (int i = 0; i < tree.brush.getNumFaces(); ++i) {
-    Face& face = tree.brush.face(i);
-    face.SetName(texture.Name());
-    face.texture = &texture;
-    UpdateFromWinding(face);
+    SetTexture(step.map(), tree.brush.face(i), texture.Name());
   }
   for (const EntityPtr& child : tree.getEntityList()) SetTextureBelow(step, *child, texture);
 }
