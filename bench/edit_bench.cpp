@@ -73,7 +73,7 @@ EditResult Replace(Map& map) {
   const TextureQuery query{.name = "*"};
   ReplaceCount count;
   return ReplaceTextures(map, FindFaces(map, query, TextureScope::Selection), query,
-                         {.name = "other", .keepsLook = true}, count);
+                         {.name = "other", .keepsLook = true}, FoundAs::Brushes, count);
 }
 
 void AddRows(const char* name, EditResult (*command)(Map& map)) {

@@ -140,12 +140,14 @@ void Map::Forget(const entity& tree) {
   if (currentLayer_ && currentLayer_->IsWithin(tree)) SetCurrentLayer(nullptr);
   if (leadingGroup_ && leadingGroup_->IsWithin(tree)) SetLeadingGroup(nullptr);
   selection.Forget(tree);
+  pickedFaces.Forget(tree);
 }
 
 void Map::ForgetStrangers() {
   if (currentLayer_ && currentLayer_->Parent() != this) SetCurrentLayer(nullptr);
   if (leadingGroup_ && leadingGroup_->OwningMap() != this) SetLeadingGroup(nullptr);
   selection.ForgetStrangers();
+  pickedFaces.ForgetStrangers();
 }
 
 PointersKept::PointersKept(Map& map) : map_(map), outer_(std::exchange(map.keepsPointers_, true)) {}

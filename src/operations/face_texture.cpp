@@ -39,6 +39,16 @@ Face NewLook(const Map& map, std::string_view name) {
   return face;
 }
 
+EditResult SetTexture(Map& map, std::span<const PickedFace> faces, std::string_view name) {
+  if (faces.empty()) return EditResult::NothingSelected;
+  EditStep step(map);
+  for (const PickedFace& picked : faces) {
+    step.ChangeKeys(*picked.brush);
+    SetTexture(map, picked.Get(), name);
+  }
+  return EditResult::Done;
+}
+
 void SetTextureBelow(EditStep& step, entity& tree, Texture& texture) {
   if (tree.brush.HasText()) step.ChangeKeys(tree);
   for (int i = 0; i < tree.brush.getNumFaces(); ++i) {
@@ -55,6 +65,7 @@ bool IsTextureName(std::string_view name) {
 
 EditResult ApplyTexture(Map& map, std::string_view name) {
   if (!IsTextureName(name)) return EditResult::NotATextureName;
+  if (!map.pickedFaces.empty()) return SetTexture(map, map.pickedFaces.Faces(), name);
   const std::vector<entity*> objects = SelectedRoots(map);
   if (objects.empty()) return EditResult::NothingSelected;
   EditStep step(map);
@@ -67,10 +78,8 @@ EditResult PaintFace(Map& map, entity& brush, int face, std::string_view name) {
   if (face < 0 || face >= brush.brush.getNumFaces() || !IsReachable(brush)) {
     return EditResult::NothingSelected;
   }
-  EditStep step(map);
-  step.ChangeKeys(brush);
-  SetTexture(map, brush.brush.face(face), name);
-  return EditResult::Done;
+  const PickedFace one{&brush, face};
+  return SetTexture(map, {&one, 1}, name);
 }
 
 EditResult PaintBrush(Map& map, entity& brush, std::string_view name) {

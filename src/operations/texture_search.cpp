@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <optional>
 #include <unordered_map>
 #include <unordered_set>
@@ -146,7 +147,7 @@ std::optional<std::unordered_map<std::string, std::string>> NewNames(const Found
                                                                      const TextureQuery& query,
                                                                      const std::string& by) {
   std::unordered_map<std::string, std::string> names;
-  for (const FoundFace& at : found.faces) {
+  for (const PickedFace& at : found.faces) {
     const std::string_view old = std::as_const(at.brush->brush).face(at.face).WrittenName();
     const auto [known, isNew] = names.try_emplace(std::string(old));
     if (!isNew) continue;
@@ -161,8 +162,9 @@ std::optional<std::unordered_map<std::string, std::string>> NewNames(const Found
 
 std::vector<entity*> FoundFaces::Brushes() const {
   std::vector<entity*> brushes;
-  for (const FoundFace& at : faces) {
-    if (brushes.empty() || brushes.back() != at.brush) brushes.push_back(at.brush);
+  std::unordered_set<const entity*> known;
+  for (const PickedFace& at : faces) {
+    if (known.insert(at.brush).second) brushes.push_back(at.brush);
   }
   return brushes;
 }
@@ -174,6 +176,9 @@ FoundFaces FindFaces(Map& map, const TextureQuery& query, TextureScope scope) {
     Collect(map, true, test, found);
   } else if (scope == TextureScope::Layer) {
     if (map.currentLayer()) Collect(*map.currentLayer(), true, test, found);
+  } else if (!map.pickedFaces.empty()) {
+    std::ranges::copy_if(map.pickedFaces.Faces(), std::back_inserter(found.faces),
+                         [&test](const PickedFace& at) { return test(at.Get()); });
   } else {
     for (entity* object : SelectedRoots(map)) Collect(*object, true, test, found);
   }
@@ -191,8 +196,16 @@ FoundFaces FacesWith(Map& map, const std::vector<std::string>& names) {
   return found;
 }
 
+void SelectFound(Map& map, const FoundFaces& found, FoundAs as) {
+  if (as == FoundAs::Faces) {
+    map.pickedFaces.Set(found.faces);
+  } else {
+    Select(map, found.Brushes(), false);
+  }
+}
+
 EditResult ReplaceTextures(Map& map, const FoundFaces& found, const TextureQuery& query,
-                           const TextureReplacement& by, ReplaceCount& count) {
+                           const TextureReplacement& by, FoundAs as, ReplaceCount& count) {
   count = {};
   if (found.faces.empty()) return EditResult::NothingSelected;
   const auto names = NewNames(found, query, by.name);
@@ -200,7 +213,7 @@ EditResult ReplaceTextures(Map& map, const FoundFaces& found, const TextureQuery
   FoundFaces changed;
   {
     EditStep step(map);
-    for (const FoundFace& at : found.faces) {
+    for (const PickedFace& at : found.faces) {
       Face& face = at.brush->brush.face(at.face);
       const std::string& name = names->at(std::string(face.WrittenName()));
       if (face.WrittenName() == name) continue;
@@ -218,7 +231,7 @@ EditResult ReplaceTextures(Map& map, const FoundFaces& found, const TextureQuery
     const std::vector<entity*> brushes = changed.Brushes();
     count.faces = changed.faces.size();
     count.brushes = brushes.size();
-    if (!brushes.empty()) Select(map, brushes, false);
+    if (!brushes.empty()) SelectFound(map, changed, as);
   }
   return EditResult::Done;
 }

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "document/face_selection.h"
 #include "operations/edit_result.h"
 
 namespace ferrowand {
@@ -15,18 +16,11 @@ class entity;
 // The picked faces, if there are some, or else the selected objects; the current layer; all.
 enum class TextureScope { Selection, Layer, Map };
 
-struct FoundFace {
-  entity* brush;
-  int face;
-
-  friend bool operator==(const FoundFace&, const FoundFace&) = default;
-};
-
 struct FoundFaces {
-  std::vector<FoundFace> faces;  // that can be reached, those of a brush in a row
-  std::size_t unreached = 0;     // hidden or disabled
+  std::vector<PickedFace> faces;  // that can be reached
+  std::size_t unreached = 0;      // hidden or disabled
 
-  std::vector<entity*> Brushes() const;
+  std::vector<entity*> Brushes() const;  // each once
 };
 
 struct TextureQuery {
@@ -53,9 +47,13 @@ struct ReplaceCount {
   std::vector<std::string> missing;  // new names that no WAD of the map has
 };
 
-// One step, which selects the brushes that it changed. The count is of those; faces that have the
-// texture already are none.
+// What is selected when something has been found: the brushes, or, in face edit, the faces.
+enum class FoundAs { Brushes, Faces };
+void SelectFound(Map& map, const FoundFaces& found, FoundAs as);
+
+// One step, which selects what it changed. The count is of that; faces that have the texture
+// already are none.
 EditResult ReplaceTextures(Map& map, const FoundFaces& found, const TextureQuery& query,
-                           const TextureReplacement& by, ReplaceCount& count);
+                           const TextureReplacement& by, FoundAs as, ReplaceCount& count);
 
 }  // namespace ferrowand

@@ -40,7 +40,8 @@ class TextureSearchTest : public EditTest {
     return FindFaces(*map, query, scope).faces.size();
   }
   EditResult Replace(const TextureQuery& query, const TextureReplacement& by) {
-    return ReplaceTextures(*map, FindFaces(*map, query, TextureScope::Map), query, by, count);
+    return ReplaceTextures(*map, FindFaces(*map, query, TextureScope::Map), query, by,
+                           FoundAs::Brushes, count);
   }
   std::set<std::string> NamesOn(const std::string& box) {
     std::set<std::string> names;
@@ -70,6 +71,11 @@ TEST_F(TextureSearchTest, WholeNamesPatternsAndScopesFindFaces) {
   EXPECT_EQ(found.faces.size(), 4u);
   EXPECT_EQ(found.unreached, 6u);
   EXPECT_EQ(found.Brushes(), std::vector<entity*>{&Get("a")});
+  const PickedFace picked[] = {{&Get("a"), 1}, {&Get("a"), 2}};
+  map->pickedFaces.Set(picked);
+  EXPECT_EQ(Count({.name = "*_1"}, TextureScope::Selection), 1u);
+  EXPECT_EQ(ApplyTexture(*map, "tiny"), EditResult::Done);
+  EXPECT_EQ(NamesOn("a"), (std::set<std::string>{"a_name_of_16_ltr", "met1_1", "tiny"}));
   MakeLayerCurrent(*map, Get("locked"));
   EXPECT_EQ(Count({.name = "*"}, TextureScope::Layer), 0u);
 }

@@ -199,6 +199,7 @@ struct TextureContext {
   ChildWindows& windows;
   SideWindows& sides;
   WindowMaker& maker;
+  Commands& commands;
   TextureChoice& choice;
   Documents& documents;
   GameData& data;

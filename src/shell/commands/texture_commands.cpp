@@ -5,6 +5,7 @@
 #include "operations/held_files.h"
 #include "operations/texture_choice.h"
 #include "shell/commands/command_groups.h"
+#include "shell/commands/commands.h"
 #include "shell/dialogs/refusal.h"
 #include "shell/documents/documents.h"
 #include "shell/windows/child_windows.h"
@@ -35,8 +36,12 @@ void Apply(const TextureContext& in, unsigned) {
   if (Conclude(map, ApplyTexture(map, name))) in.choice.NoteUse(name);
 }
 
-// Chosen in the browser, if that is where the user is; else what the first selected brush has.
+// Of the first picked face; chosen in the browser, if that is where the user is; else what the
+// first selected brush has.
 std::string TextureAsked(const TextureContext& in, const Map& map) {
+  if (!map.pickedFaces.empty()) {
+    return std::string(map.pickedFaces.Faces().front().Get().WrittenName());
+  }
   if (const auto* browser = dynamic_cast<const TextureBrowser*>(in.windows.ActiveWindow())) {
     return browser->ChosenName();
   }
@@ -58,7 +63,8 @@ void AskTexture(const TextureContext& in, unsigned) {
   const std::string name = TextureAsked(in, *in.windows.ActiveMap());
   auto* window = WindowOf<ReplaceWindow>(in.sides, [&] {
     return std::make_unique<ReplaceWindow>(
-        in.sides, ReplaceContext{in.frame, in.windows, in.maker, in.choice, in.options});
+        in.sides,
+        ReplaceContext{in.frame, in.windows, in.maker, in.commands, in.choice, in.options});
   });
   if (window) window->Show(replaces, name);
 }

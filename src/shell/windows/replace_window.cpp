@@ -5,6 +5,7 @@
 #include <iterator>
 #include <utility>
 
+#include "base/command_table.h"
 #include "base/options.h"
 #include "base/report.h"
 #include "base/text_pattern.h"
@@ -13,6 +14,7 @@
 #include "document/picking.h"
 #include "operations/texture_use.h"
 #include "shell/dialogs/refusal.h"
+#include "shell/frame/command_target.h"
 #include "shell/frame/frame.h"
 #include "shell/resources/resource.h"
 #include "shell/system/display_scale.h"
@@ -31,7 +33,14 @@ constexpr UINT COUNT_DELAY = 10;  // milliseconds; what is typed goes first
 
 // In the order of TextureScope.
 constexpr const wchar_t* SCOPES[] = {L"Selection", L"Current layer", L"Whole map"};
-constexpr unsigned SCOPE_BITS = 3, KEEP_LOOK = 4, ONLY_MISSING = 8;
+constexpr unsigned SCOPE_BITS = 3, KEEP_LOOK = 4, ONLY_MISSING = 8, AS_FACES = 16;
+
+TextureUse UseOf(const FoundFaces& found) {
+  TextureUse use;
+  use.faces = static_cast<unsigned>(found.faces.size());
+  use.brushes = static_cast<unsigned>(found.Brushes().size());
+  return use;
+}
 
 }  // namespace
 
@@ -58,6 +67,7 @@ void ReplaceWindow::OnInit() {
   CheckDlgButton(Handle(), ID_REPLACE_KEEP_LOOK, (flags & KEEP_LOOK) ? BST_CHECKED : BST_UNCHECKED);
   CheckDlgButton(Handle(), ID_REPLACE_ONLY_MISSING,
                  (flags & ONLY_MISSING) ? BST_CHECKED : BST_UNCHECKED);
+  CheckDlgButton(Handle(), ID_REPLACE_FACES, (flags & AS_FACES) ? BST_CHECKED : BST_UNCHECKED);
   PutInPlace();
 }
 
@@ -120,7 +130,7 @@ void ReplaceWindow::OnMapReplaced(const Map& map, Map& by) {
 void ReplaceWindow::OnChange(const MapChange& change) {
   const bool others = change.everything || !change.came.empty() || !change.went.empty() ||
                       !change.moved.empty() || !change.before.empty();
-  if (!others && !change.selection && !change.target) return;
+  if (!others && !change.selection && !change.faces && !change.target) return;
   // What has gone is not to be looked at.
   found_ = {};
   isStale_ = true;
@@ -161,10 +171,20 @@ TextureScope ReplaceWindow::Scope() const {
   return static_cast<TextureScope>(std::clamp<LRESULT>(item, 0, 2));
 }
 
+FoundAs ReplaceWindow::SelectsAs() const {
+  if (!IsTicked(ID_REPLACE_FACES)) return FoundAs::Brushes;
+  if (!context_.commands.IsChecked(Id(Command::FaceEdit))) {
+    context_.commands.Execute(Id(Command::FaceEdit));
+  }
+  const bool isOn = context_.commands.IsChecked(Id(Command::FaceEdit));
+  return isOn ? FoundAs::Faces : FoundAs::Brushes;
+}
+
 void ReplaceWindow::KeepFlags() const {
   const unsigned flags = static_cast<unsigned>(Scope()) |
                          (IsTicked(ID_REPLACE_KEEP_LOOK) ? KEEP_LOOK : 0) |
-                         (IsTicked(ID_REPLACE_ONLY_MISSING) ? ONLY_MISSING : 0);
+                         (IsTicked(ID_REPLACE_ONLY_MISSING) ? ONLY_MISSING : 0) |
+                         (IsTicked(ID_REPLACE_FACES) ? AS_FACES : 0);
   context_.options.replaceFlags = static_cast<std::uint8_t>(flags);
 }
 
@@ -198,10 +218,7 @@ void ReplaceWindow::Count() {
 }
 
 std::string ReplaceWindow::CountText() const {
-  const auto faces = static_cast<unsigned>(found_.faces.size());
-  std::string text = InWords(TextureUse{
-      .name = "", .faces = faces, .brushes = static_cast<unsigned>(found_.Brushes().size())});
-  if (faces == 0) text = "Nothing found";
+  std::string text = found_.faces.empty() ? "Nothing found" : InWords(UseOf(found_));
   if (found_.unreached > 0) {
     text += Format(", %u hidden or disabled", static_cast<unsigned>(found_.unreached));
   }
@@ -225,7 +242,7 @@ void ReplaceWindow::DrawPicture(const DRAWITEMSTRUCT& draw) const {
   const bool isFind = draw.CtlID == ID_REPLACE_FIND_PICTURE;
   std::string name = TextOf(isFind ? ID_REPLACE_FIND : ID_REPLACE_WITH);
   if (isFind && !found_.faces.empty()) {
-    const FoundFace& first = found_.faces.front();
+    const PickedFace& first = found_.faces.front();
     name = std::as_const(first.brush->brush).face(first.face).WrittenName();
   } else if (name.find_first_of("*?") != name.npos || name.empty()) {
     return;
@@ -272,8 +289,9 @@ void ReplaceWindow::GoTo(bool forward) {
 void ReplaceWindow::SelectAll() {
   if (isStale_) Count();
   if (found_.faces.empty()) return;
-  Select(*map_, found_.Brushes(), false);
-  map_->ShowStatus(Format("%u selected", static_cast<unsigned>(map_->selection.size())));
+  const FoundFaces found = found_;
+  SelectFound(*map_, found, SelectsAs());
+  map_->ShowStatus("Selected: " + InWords(UseOf(found)));
 }
 
 void ReplaceWindow::Replace() {
@@ -287,7 +305,7 @@ void ReplaceWindow::Replace() {
   {
     const ActionScope action(map_->Data(), "Replace Texture");
     const FoundFaces found = found_;
-    result = ReplaceTextures(*map_, found, Query(), by, count);
+    result = ReplaceTextures(*map_, found, Query(), by, SelectsAs(), count);
   }
   isReplacing_ = false;
   if (!Conclude(*map_, result)) return;

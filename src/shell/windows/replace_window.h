@@ -16,6 +16,7 @@
 namespace ferrowand {
 
 class ChildWindows;
+class CommandTarget;
 class Frame;
 class WindowMaker;
 struct Options;
@@ -25,6 +26,7 @@ struct ReplaceContext {
   const Frame& frame;
   ChildWindows& windows;
   WindowMaker& maker;
+  CommandTarget& commands;
   TextureChoice& choice;
   Options& options;
 };
@@ -62,6 +64,8 @@ class ReplaceWindow : public SideWindow, public MapObserver, public TextureChoic
   bool IsTicked(int id) const;
   TextureQuery Query() const;
   TextureScope Scope() const;
+  // Faces, where that is wanted, turn face edit on.
+  FoundAs SelectsAs() const;
   void KeepFlags() const;
   void CountSoon() const;
   void Count();

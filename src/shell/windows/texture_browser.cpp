@@ -10,7 +10,6 @@
 #include "base/report.h"
 #include "document/action.h"
 #include "document/map.h"
-#include "document/picking.h"
 #include "operations/face_texture.h"
 #include "operations/texture_search.h"
 #include "shell/dialogs/dialogs.h"
@@ -336,8 +335,10 @@ void TextureBrowser::Apply() {
 
 void TextureBrowser::SelectUsers(std::size_t item) {
   const FoundFaces found = FacesWith(map_, wall_.items[item].frames);
-  Select(map_, found.Brushes(), false);
-  std::string text = Format("%u selected", static_cast<unsigned>(map_.selection.size()));
+  const bool asFaces = context_.commands.IsChecked(Id(Command::FaceEdit));
+  SelectFound(map_, found, asFaces ? FoundAs::Faces : FoundAs::Brushes);
+  const std::size_t count = asFaces ? map_.pickedFaces.size() : map_.selection.size();
+  std::string text = Format("%u selected", static_cast<unsigned>(count));
   if (found.unreached > 0) {
     text += Format("; %u faces are hidden or disabled", static_cast<unsigned>(found.unreached));
   }
