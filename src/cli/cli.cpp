@@ -238,9 +238,16 @@ int Session::Compile() {
   const unsigned option = options->Has(COMPILE_ONLY_VISIBLE) ? WRITE_VISIBLE_ONLY : 0;
   const std::string target = ToolsMapPath(*map, option);
   if (!WriteForTools(*map, target, option)) return NO_FILE;
-  for (const std::string& note : NotesOnToolsMap(*map, target)) err_ << Printable(note) << '\n';
-  const CompileSetup setup{target, *options, arguments_.quake, Options().quakeExecutable,
-                           arguments_.tools};
+  const CompileSetup setup{.mapPath = target,
+                           .options = *options,
+                           .quakeDirectory = arguments_.quake,
+                           .quakeExecutable = Options().quakeExecutable,
+                           .toolsDirectory = arguments_.tools,
+                           .plainFolder = PlainFolderFor(target),
+                           .wads = WadsForTools(*map)};
+  for (const std::string& note : NotesOnToolsMap(*map, target, setup.plainFolder)) {
+    err_ << Printable(note) << '\n';
+  }
   return RunCompile(setup, arguments_.report, reporter_, out_, err_);
 }
 

@@ -16,17 +16,6 @@ namespace {
 constexpr char ASIDE[] = ".before";
 constexpr std::size_t LONGEST_SHORT_PATH = 200;
 
-bool IsAscii(std::string_view text) {
-  return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
-// Two names of other letters get two names of these.
-std::string AsciiName(std::string_view name) {
-  std::uint32_t hash = 2166136261u;
-  for (const char c : name) hash = (hash ^ static_cast<unsigned char>(c)) * 16777619u;
-  return Format("map_%08x", hash);
-}
-
 bool IsQuakeMap(const std::string& path) {
   return EqualNoCase(SplitPath(path).extension, ".map");
 }
@@ -45,6 +34,16 @@ std::string GameExtension(const char* upper, const char* lower) {
 }
 
 }  // namespace
+
+bool IsAscii(std::string_view text) {
+  return std::ranges::all_of(text, [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+std::string AsciiName(std::string_view name) {
+  std::uint32_t hash = 2166136261u;
+  for (const char c : name) hash = (hash ^ static_cast<unsigned char>(c)) * 16777619u;
+  return Format("map_%08x", hash);
+}
 
 bool LosesObjects(const Map& map, unsigned option) {
   bool loses = map.readWithLoss();
@@ -74,7 +73,8 @@ std::string ToolsMapPath(const Map& map, unsigned option) {
   return parts.directory + base + ".map";
 }
 
-std::vector<std::string> NotesOnToolsMap(const Map& map, const std::string& toolsMapPath) {
+std::vector<std::string> NotesOnToolsMap(const Map& map, const std::string& toolsMapPath,
+                                         const std::string& plainFolder) {
   const PathParts given = SplitPath(toolsMapPath), own = SplitPath(map.filename);
   std::vector<std::string> notes;
   if (given.base != own.base) {
@@ -83,10 +83,13 @@ std::vector<std::string> NotesOnToolsMap(const Map& map, const std::string& tool
                          ? " is the map's own file, and would lose what this one leaves out."
                          : " has letters that the tools cannot read."));
   }
-  // Where short names are kept there is one by now.
-  if (PathSeparator() == '\\' && !IsAscii(ToolsPath(given))) {
-    notes.push_back("The tools may not find " + given.directory +
-                    ": it has letters that they cannot read, and its disk keeps no short names.");
+  const std::string why =
+      given.directory +
+      ": it has letters that they cannot read, and its disk keeps no short names.";
+  if (!plainFolder.empty()) {
+    notes.push_back("The tools work on a copy in " + plainFolder + ", not in " + why);
+  } else if (PathSeparator() == '\\' && !IsAscii(ToolsPath(given))) {
+    notes.push_back("The tools may not find " + why);
   }
   return notes;
 }

@@ -5,6 +5,7 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "platform/file.h"
@@ -32,8 +33,14 @@ struct CompilePaths {
 };
 
 // In words, what the user should know of the way to the tools: that the map goes by another name,
-// or that they may not find its folder.
-std::vector<std::string> NotesOnToolsMap(const Map& map, const std::string& toolsMapPath);
+// that a copy of it is compiled in the plain folder, if there is one, or that they may not find its
+// own.
+std::vector<std::string> NotesOnToolsMap(const Map& map, const std::string& toolsMapPath,
+                                         const std::string& plainFolder);
+
+// Letters that every tool reads, and a name of such letters for any name: another one for another.
+bool IsAscii(std::string_view text);
+std::string AsciiName(std::string_view name);
 
 // What earlier runs have left, out of the way of the next one while it lives.
 class FilesAside {

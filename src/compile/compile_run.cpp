@@ -56,7 +56,9 @@ CompileRun::CompileRun(CompileSetup setup, ProcessStarter start, Clock clock,
       listener_(listener),
       reporter_(reporter),
       runStart_(clock_()),
-      stageStart_(runStart_) {}
+      stageStart_(runStart_) {
+  if (!setup_.plainFolder.empty()) copy_.emplace(paths_, setup_.plainFolder, setup_.wads);
+}
 
 // A tool that still writes would write into what is put back.
 CompileRun::~CompileRun() {
@@ -85,6 +87,7 @@ void CompileRun::Fail(const std::string& why) {
 // been called.
 std::string CompileRun::Arguments(CompileStage stage) const {
   const CompileOptions& options = setup_.options;
+  const std::string& argument = copy_ ? copy_->Paths().argument : paths_.argument;
   const auto given = [&options](std::uint16_t flag, const char* text) {
     return options.Has(flag) ? std::string(text) + ' ' : " ";
   };
@@ -94,13 +97,20 @@ std::string CompileRun::Arguments(CompileStage stage) const {
     case CompileStage::Qbsp:
       return threads + options.qbspParams + ' ' + given(COMPILE_NO_FILL, "-nofill") +
              given(COMPILE_ONLY_ENTITIES, "-onlyents") + given(COMPILE_QBSP_VERBOSE, "-verbose") +
-             given(COMPILE_NO_WAIT, "-nowait") + paths_.argument;
+             given(COMPILE_NO_WAIT, "-nowait") + argument;
     case CompileStage::Light:
-      return threads + options.lightParams + ' ' + given(COMPILE_EXTRA, "-extra") + paths_.argument;
+      return threads + options.lightParams + ' ' + given(COMPILE_EXTRA, "-extra") + argument;
     default:
       return threads + options.visParams + ' ' + given(COMPILE_VIS_FAST, "-fast") +
-             given(COMPILE_VIS_VERBOSE, "-v") + paths_.argument;
+             given(COMPILE_VIS_VERBOSE, "-v") + argument;
   }
+}
+
+bool CompileRun::Refuse(const Tool& tool, const std::string& why) {
+  aside_.reset();
+  listener_.OnStageLine(tool.failed);
+  Fail(why);
+  return false;
 }
 
 bool CompileRun::StartTool(const Tool& tool) {
@@ -109,6 +119,10 @@ bool CompileRun::StartTool(const Tool& tool) {
   bspBefore_ = file::Stamp(paths_.bsp);
   const std::string file = ToolFile(tool.name);
   const bool isHere = setup_.toolsDirectory.empty();
+  if (copy_ && !copy_->Send()) {
+    // What is there may be an older map.
+    return Refuse(tool, "The map could not be copied to " + copy_->Paths().map + ".");
+  }
   process_ = start_({.kind = ProcessKind::Tool,
                      .application = isHere ? file : InFolder(setup_.toolsDirectory, file),
                      .commandLine = file + ' ' + Arguments(stage_),
@@ -116,11 +130,8 @@ bool CompileRun::StartTool(const Tool& tool) {
                      .title = ""});
   stageStart_ = clock_();
   if (!process_) {
-    aside_.reset();
-    listener_.OnStageLine(tool.failed);
     const std::string folder = isHere ? CurrentDirectory() : setup_.toolsDirectory;
-    Fail(file + " could not be started from " + folder + ".");
-    return false;
+    return Refuse(tool, file + " could not be started from " + folder + ".");
   }
   started_ |= 1u << static_cast<unsigned>(stage_);
   listener_.OnStageLine(tool.started);
@@ -199,10 +210,16 @@ bool CompileRun::Tick() {
   return false;
 }
 
+void CompileRun::FetchCopy() {
+  if (!copy_) return;
+  for (const std::string& trouble : copy_->Fetch()) Fail(trouble);
+}
+
 // False when the run cannot go on.
 bool CompileRun::EndStage(std::uint32_t exitCode) {
   const std::string time = StageTime();
   const Tool* tool = ToolOf(stage_);
+  if (tool) FetchCopy();
   if (tool) TellExit(*tool, exitCode);
   listener_.OnOutput();
   if (stage_ == CompileStage::Qbsp) return EndQbsp(time);

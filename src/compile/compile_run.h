@@ -10,6 +10,7 @@
 
 #include "compile/compile_files.h"
 #include "compile/compile_options.h"
+#include "compile/plain_copy.h"
 #include "compile/tool_output.h"
 #include "platform/process.h"
 
@@ -25,6 +26,8 @@ struct CompileSetup {
   std::string quakeDirectory;
   std::string quakeExecutable;  // its name there
   std::string toolsDirectory;   // empty: the current folder, and no other
+  std::string plainFolder;      // empty: the tools read the map's own (see plain_copy.h)
+  std::vector<ToolsWad> wads;   // for that
 };
 
 class CompileListener {
@@ -81,6 +84,8 @@ class CompileRun {
 
   static const Tool* ToolOf(CompileStage stage);
   bool StartTool(const Tool& tool);
+  bool Refuse(const Tool& tool, const std::string& why);
+  void FetchCopy();
   std::string Arguments(CompileStage stage) const;
   bool StartGame();
   bool Finish();
@@ -92,6 +97,7 @@ class CompileRun {
 
   const CompileSetup setup_;
   const CompilePaths paths_;
+  std::optional<PlainCopy> copy_;  // where the tools are told of one
   const ProcessStarter start_;
   const Clock clock_;
   CompileListener& listener_;

@@ -88,6 +88,7 @@ void WholeClass::AddFlags(const ClassDefinition& base) {
   for (std::size_t bit = 0; bit < flags.size(); ++bit) {
     if (flags[bit].empty() || !record.flags[bit].empty()) continue;
     record.flags[bit] = flags[bit];
+    record.flagDefaults |= base.record.flagDefaults & 1u << bit;
     if (bit < base.flagHelp.size()) flagHelp_[bit] = base.flagHelp[bit];
   }
 }

@@ -42,6 +42,7 @@ struct ClassRecord {
   bool isMadeOfBrushes = false;  // a "?" for the box; the box is then that of the defaults
   bool isPointToo = false;       // made of brushes, and a point class of the same name is there too
   std::vector<std::string> flags;   // names of the spawnflags, bit 0 first; empty: bit not named
+  std::uint32_t flagDefaults = 0;   // the bits of a new entity
   std::vector<KeyDefinition> keys;  // in the order of the file
   bool hasTilde = false;            // the header fixes the editor flags of its entities ...
   std::int32_t tildeValue = 0;      // ... to this

@@ -222,12 +222,13 @@ bool FgdParser::ReadProperty(ClassDefinition& definition) {
   if (!ReadType(type)) return false;
   key.type = TypeOf(type);
   ReadFields(key);
-  std::vector<std::string> helps;
-  if (lexer_.TakeIf('=') && !ReadList(key, key.choices, helps)) return false;
+  std::vector<ListItem> list;
+  if (lexer_.TakeIf('=') && !ReadList(key.name, list)) return false;
   if (EqualNoCase(key.name, "spawnflags")) {
-    TakeFlags(key.choices, helps, definition);
+    TakeFlags(list, definition);
     return true;
   }
+  for (ListItem& item : list) key.choices.push_back(std::move(item.choice));
   if (!key.choices.empty()) key.type = KeyType::Choices;
   if (key.choices.empty() && EqualNoCase(type.substr(0, 4), "bool")) {
     key.choices = {{"0", "No"}, {"1", "Yes"}};
@@ -285,43 +286,41 @@ std::string FgdParser::ReadListField() {
 }
 
 // "[ value : "caption" : default : "help" ... ]", of choices and of flags.
-bool FgdParser::ReadList(KeyDefinition& key, std::vector<KeyChoice>& list,
-                         std::vector<std::string>& helps) {
+bool FgdParser::ReadList(std::string_view keyName, std::vector<ListItem>& list) {
   if (!Expect('[')) return false;
   while (!lexer_.TakeIf(']')) {
     const ClassToken::Kind kind = lexer_.Peek().kind;
     if (kind != ClassToken::Kind::Word && kind != ClassToken::Kind::Text) {
-      Complain("Expecting ']' at the end of the choices of key", key.name);
+      Complain("Expecting ']' at the end of the choices of key", keyName);
       return false;
     }
-    KeyChoice choice{std::string(lexer_.Take().text), ""};
-    choice.caption = lexer_.TakeIf(':') ? Readable(ReadListField()) : choice.value;
-    if (lexer_.TakeIf(':')) ReadListField();
-    std::string help = lexer_.TakeIf(':') ? Readable(ReadListField()) : "";
+    ListItem item;
+    item.choice.value = lexer_.Take().text;
+    item.choice.caption = lexer_.TakeIf(':') ? Readable(ReadListField()) : item.choice.value;
+    if (lexer_.TakeIf(':')) item.isOn = ReadListField() == "1";
+    if (lexer_.TakeIf(':')) item.help = Readable(ReadListField());
     while (lexer_.TakeIf(':')) ReadListField();
-    if (list.size() >= MAXLIST) continue;
-    list.push_back(std::move(choice));
-    helps.push_back(std::move(help));
+    if (list.size() < MAXLIST) list.push_back(std::move(item));
   }
   return true;
 }
 
-void FgdParser::TakeFlags(const std::vector<KeyChoice>& list, const std::vector<std::string>& helps,
-                          ClassDefinition& definition) {
+void FgdParser::TakeFlags(const std::vector<ListItem>& list, ClassDefinition& definition) {
   std::vector<std::string>& flags = definition.record.flags;
-  for (std::size_t i = 0; i < list.size(); ++i) {
-    const auto value = ReadNumber(list[i].value);
+  for (const ListItem& item : list) {
+    const auto value = ReadNumber(item.choice.value);
     const auto bits =
         value && *value > 0 && *value < 4294967296.0 ? static_cast<std::uint32_t>(*value) : 0;
     if (!std::has_single_bit(bits)) {
-      Complain("Expecting one bit as the value of flag", list[i].caption);
+      Complain("Expecting one bit as the value of flag", item.choice.caption);
       continue;
     }
     const auto bit = static_cast<std::size_t>(std::countr_zero(bits));
     if (flags.size() <= bit) flags.resize(bit + 1);
-    flags[bit] = list[i].caption;
+    flags[bit] = item.choice.caption;
+    if (item.isOn) definition.record.flagDefaults |= bits;
     definition.flagHelp.resize(flags.size());
-    definition.flagHelp[bit] = helps[i];
+    definition.flagHelp[bit] = item.help;
   }
 }
 

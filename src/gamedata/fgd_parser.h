@@ -43,9 +43,14 @@ class FgdParser {
   bool ReadProperty(ClassDefinition& definition);
   bool ReadType(std::string& type);
   void ReadFields(KeyDefinition& key);
-  bool ReadList(KeyDefinition& key, std::vector<KeyChoice>& list, std::vector<std::string>& helps);
-  void TakeFlags(const std::vector<KeyChoice>& list, const std::vector<std::string>& helps,
-                 ClassDefinition& definition);
+  // Of choices or of flags.
+  struct ListItem {
+    KeyChoice choice;
+    bool isOn = false;
+    std::string help;
+  };
+  bool ReadList(std::string_view keyName, std::vector<ListItem>& list);
+  void TakeFlags(const std::vector<ListItem>& list, ClassDefinition& definition);
   std::string ReadField();
   std::string ReadListField();
   std::vector<float> ReadNumbers(bool* haveFraction = nullptr);

@@ -8,6 +8,7 @@
 #include <unordered_set>
 
 #include "base/path_text.h"
+#include "base/text_parts.h"
 #include "document/classes/entity_class.h"
 #include "document/classes/special_classes.h"
 #include "document/edit_step.h"
@@ -26,14 +27,6 @@ bool IsOfType(const EntityClass& entityClass, std::string_view key, KeyType type
   return std::ranges::any_of(entityClass.keys, [&](const KeyDefinition& known) {
     return known.type == type && EqualNoCase(known.name, key);
   });
-}
-
-std::string LowerCase(std::string_view text) {
-  std::string lower(text);
-  for (char& c : lower) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
-  return lower;
 }
 
 // The key and the value of each.
@@ -214,9 +207,12 @@ std::vector<std::string> NamesToConnect(const Map& map) {
 EditResult ConnectSelection(Map& map, std::string_view name) {
   const std::vector<entity*> objects = EntitiesOf(map.selection.Objects());
   if (objects.size() < 2) return EditResult::NotTwo;
+  const auto keyOf = [&](const entity* e) {
+    return e == objects.front() ? LINK_KEYS[0] : NAME_KEY;
+  };
   for (const entity* e : objects) {
     if (e->getClass()->Kind() == EntityKind::Brush) return EditResult::NoNameToLink;
-    if (e->numkeys() + 1 >= MAXKEYS) return EditResult::TooManyKeys;
+    if (e->numkeys() + 1 >= MAXKEYS && !e->GetKey(keyOf(e))) return EditResult::TooManyKeys;
   }
   const char* const classname = objects[1]->GetKey("classname");
   const std::string used =
@@ -228,8 +224,7 @@ EditResult ConnectSelection(Map& map, std::string_view name) {
     ReplaceKey(e, key, used);
   };
   EditStep step(map);
-  set(step, *objects.front(), LINK_KEYS[0]);
-  for (std::size_t i = 1; i < objects.size(); ++i) set(step, *objects[i], NAME_KEY);
+  for (entity* e : objects) set(step, *e, keyOf(e));
   return EditResult::Done;
 }
 

@@ -48,6 +48,7 @@ EntityPtr NewEntity(const Map& map, std::string_view classname) {
   e->SetKey("classname", classname);
   e->SetClass(&known);  // outside a map its name was looked for in the default set
   if (known.hasTilde) e->SetFlags(known.tildeValue);
+  if (known.flagDefaults != 0) e->SetKey("spawnflags", std::to_string(known.flagDefaults));
   return e;
 }
 

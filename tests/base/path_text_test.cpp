@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/text_parts.h"
 #include "platform/system.h"
 #include "support/cases.h"
 
@@ -32,6 +33,7 @@ TEST(PathText, CaseOfLettersIsTheOnlyDifferenceOverlooked) {
   EXPECT_FALSE(EqualNoCase("quake.wad", "quake.wa"));
   EXPECT_FALSE(EqualNoCase("[", "{"));
   EXPECT_FALSE(EqualNoCase("\xC4", "\xE4"));
+  EXPECT_EQ(LowerCase("@AZ[\xC4"), "@az[\xC4");
   EXPECT_LT(CompareNoCase("a", "B"), 0);
   EXPECT_GT(CompareNoCase("ab", "A"), 0);
   EXPECT_LT(CompareNoCase("a", "\xC4"), 0);

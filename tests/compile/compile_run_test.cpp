@@ -258,6 +258,33 @@ TEST_F(CompileRunTest, BlanksAndLettersInFoldersDoNotBreakACompile) {
   EXPECT_TRUE(other.Exists("quake/id1/maps/a room.bsp"));
 }
 
+TEST_F(CompileRunTest, ACopyIsCompiledWhereTheToolsCannotBeToldOfTheMap) {
+  bench.dir.Write("x.wad", "a wad");
+  bench.dir.Write("room.bsp", "old");
+  bench.PutAll("need map\nleave bsp level\nleave prt PRT1\n");
+  bench.Put("vis", "need prt\nend 3\n");
+  setup.plainFolder = bench.dir.Path("plain");
+  setup.wads = {{"gfx/x.wad", bench.dir.Path("x.wad")}, {"../y.wad", bench.dir.Path("x.wad")}};
+  EXPECT_EQ(Finish(TOOLS), ALL_STAGES) << run->Output().Text();
+  const std::string copy = "plain/quake/id1/maps/";
+  EXPECT_NE(bench.Called("qbsp").front().find("maps"), std::string::npos);
+  EXPECT_EQ(bench.dir.Read(copy + "room.map"), bench.dir.Read("room.map"));
+  EXPECT_EQ(bench.dir.Read("plain/quake/gfx/x.wad") + bench.dir.Read(copy + "gfx/x.wad"),
+            "a wada wad");
+  EXPECT_FALSE(bench.Exists("plain/y.wad"));
+  EXPECT_EQ(bench.dir.Read("room.bsp"), "light");
+  EXPECT_EQ(bench.dir.Read("room.prt"), "PRT1");
+  EXPECT_EQ(bench.dir.Read("quake/id1/maps/room.bsp"), "light");
+
+  // One that fails leaves what was there, and nothing of the level before is taken for a new one.
+  bench.Put("qbsp", "end 1\n");
+  EXPECT_EQ(Finish(TOOLS), (Lines{"Qbsp started", "Qbsping unsuccessful! Time elaspsed:"}));
+  EXPECT_EQ(bench.dir.Read("room.bsp"), "light");
+  setup.plainFolder = bench.dir.Path("x.wad");
+  EXPECT_EQ(Finish(COMPILE_QBSP), Lines{"Failed to spawn qbsp!"});
+  EXPECT_TRUE(Says("could not be copied"));
+}
+
 TEST_F(CompileRunTest, AGigabyteIsReadToItsEndAndItsNewestLinesAreKept) {
   bench.Put("qbsp",
             "repeat 400000 a line of sixty letters that nobody will ever want to read at all"

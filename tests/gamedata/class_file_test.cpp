@@ -63,7 +63,7 @@ TEST_F(ClassFileTest, AnFgdTellsAllOfAClass) {
   = odd_class : "It is " + "\"odd\"\n" +
   "and two lines" : "http://elsewhere"
 [
-  Spawnflags(Flags) = [ 1 : "ONE" : 0 : "the first" 4 : "THREE" : 0  3 : "none" ]
+  Spawnflags(Flags) = [ 1 : "ONE" : 0 : "the first" 4 : "THREE" : 1  3 : "none" ]
   wait(float) : "Wait" : -1.5 : "How long"
   skin(integer) : "Skin" : 7
   empty(string) : "Empty" : : "No default"
@@ -84,6 +84,7 @@ TEST_F(ClassFileTest, AnFgdTellsAllOfAClass) {
   EXPECT_EQ(c.green, 0.5f);
   EXPECT_FALSE(c.isMadeOfBrushes);
   EXPECT_EQ(c.flags, (std::vector<std::string>{"ONE", "", "THREE"}));
+  EXPECT_EQ(c.flagDefaults, 4u);
   EXPECT_EQ(KeysOf(c),
             "skin=7:1 empty=:0 bare=:0 look=:3, none,-1 minus,2 two,b c text target=:5 "
             "targetname=:4 _color=255 128 0:6 snd=:8 on=1:3,0 No,1 Yes wild=cd:0 WAIT=2:2 ");
@@ -94,7 +95,7 @@ TEST_F(ClassFileTest, AnFgdTellsAllOfAClass) {
 TEST_F(ClassFileTest, BasesTellWhatAClassDoesNotTheNearestFirst) {
   Read("a.fgd", R"(
 @SolidClass base(Near, Far) = c [ own(string) spawnflags(flags) = [ 2 : "OWN" ] ]
-@BaseClass size(1 1 1, 2 2 2) = Far [ x(string):"":"far" spawnflags(flags) = [ 1:"F1" 2:"F2" 4:"F4" ] ]
+@BaseClass size(1 1 1, 2 2 2) = Far [ x(string):"":"far" spawnflags(flags) = [ 1:"F1" 2:"F2":1 4:"F4":1 ] ]
 @BaseClass base(Deep) = Near [ spawnflags(flags) = [ 1:"N1" : 0 : "near" ] ]
 @BaseClass base(near) color(255 0 0) = Deep [ x(string):"":"deep" y(string):"":"deep" ]
 @PointClass base(light, Lost) size(32 32 64) = light [ z(string) ]
@@ -104,6 +105,7 @@ TEST_F(ClassFileTest, BasesTellWhatAClassDoesNotTheNearestFirst) {
   const ClassRecord& c = file.classes[0];
   EXPECT_EQ(KeysOf(c), "own=:0 x=far:0 y=deep:0 ");
   EXPECT_EQ(c.flags, (std::vector<std::string>{"N1", "OWN", "F4"}));
+  EXPECT_EQ(c.flagDefaults, 4u) << "of a flag with its name";
   EXPECT_EQ(c.description, "Flags:\r\nN1  near");
   EXPECT_EQ(c.red, 1);
   EXPECT_TRUE(c.isMadeOfBrushes);

@@ -36,6 +36,7 @@ TEST(ClassHelp, KeysAreFoundByTheCustomsOfHelpTexts) {
       {"speed\tdefault 100\ndmg\t\tdefault\t2", "speed=100:2 dmg=2:2 "},
       {"wait  = # of seconds\nt_width = override\nno_shoot = a flag", "wait=:2 t_width=:2 "},
       {"Default light value is 300\nDefault style is 0", "light=300:2 style=0:1 "},
+      {"\"light\" how bright (200 default)\nDefault light value is 300", "light=200:2 "},
       {"If \"health\" is set, it says \"sequence complete\".\nSet message to the name.",
        "health=:2 message=:0 "},
       {"Keys:\nwait   seconds (3)\n       and more\nsounds  0 none, 1 stone (0)\nodd  where (1 2 "

@@ -235,6 +235,14 @@ TEST_F(CsgTest, WhatIsCutAndThenTheCuttersStandLast) {
   EXPECT_EQ(Children("main"), (Names{"other", "first", "second", "cutter2", "cutter"}));
 }
 
+TEST_F(CsgTest, ACutterThatStoodInNoLayerGoesWhereNewObjectsGo) {
+  Open(Block("first", 0, 0, 0, 64, 64, 64) + Block("cutter", 32, 0, 0, 96, 64, 64));
+  entity* const cutter = &Get("cutter");
+  EditStep(*map).Move({&cutter, 1}, *map);
+  Subtract({"cutter"});
+  EXPECT_EQ(Children("main"), (Names{"first", "cutter"}));
+}
+
 // Each cutter meets the piece that the one before has left, so that pieces of pieces go deep.
 TEST_F(CsgTest, AMapInWhichMuchWasCutCanBeReadAgain) {
   std::string holes;

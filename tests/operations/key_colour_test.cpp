@@ -1,5 +1,7 @@
 #include "operations/key_colour.h"
 
+#include "operations/key_file.h"
+
 #include <gtest/gtest.h>
 
 #include "support/cases.h"
@@ -19,6 +21,16 @@ TEST(KeyColourTest, AColourKeepsTheMeasureOfTheOneBefore) {
     EXPECT_EQ(ColourOfKey(value), colour) << value;
     EXPECT_EQ(ColourForKey({51, 102, 255}, value), other) << value;
   }
+}
+
+TEST(KeyFile, IsNamedFromWhereTheGameCounts) {
+  const std::string quake = "C:\\Games/Quake\\";
+  EXPECT_EQ(GameFileForKey("c:\\games\\quake\\id1\\Sound\\doors\\Drop.wav", quake),
+            "doors/Drop.wav");
+  EXPECT_EQ(GameFileForKey("C:/Games/Quake/mymod/progs/a.mdl", quake), "progs/a.mdl");
+  EXPECT_EQ(GameFileForKey("C:/Games/Quake/mymod/progs/a.mdl", "C:/Games/Quake"), "progs/a.mdl");
+  EXPECT_EQ(GameFileForKey("D:/x/a.mdl", quake), "a.mdl");
+  EXPECT_EQ(GameFileForKey("D:/x/a.wav", ""), "a.wav");
 }
 
 }  // namespace

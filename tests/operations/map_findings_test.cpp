@@ -134,7 +134,7 @@ TEST_F(FindingsTest, TheOrderOfTheGameIsThatOfItsText) {
            Box("t2", 64, 0, 0) + "}" +
            "{\"classname\" \"templateInstance\" \"XMPentityname\" \"i\" \"XMPclass\" \"t\" "
            "\"origin\" \"0 0 400\"}",
-       Box("far", 512, 0, 0));
+       Box("far", 512, 0, 0) + Point("unseen", "\"origin\" \"0 0 64\""));
   for (const unsigned option : {0u, WRITE_VISIBLE_ONLY}) {
     const std::vector<GameBlock> blocks = GameOrder(*map, option);
     // The text by depth: blocks open at depth 0, brushes at depth 1.

@@ -73,6 +73,18 @@ class SavedShapesTest : public EditTest {
   std::mt19937 random{7};
 };
 
+TEST_F(SavedShapesTest, ABrushWithAGapIsNoneToKeep) {
+  Brush& brush = Get("a").brush;
+  EXPECT_TRUE(IsKeepable(brush, reporter));
+  const WindingPoint corner = brush.face(0).w->Points().front();
+  for (WindingPoint& point : brush.face(0).w->Points()) {
+    point.x = (point.x + corner.x) / 2;
+    point.y = (point.y + corner.y) / 2;
+    point.z = (point.z + corner.z) / 2;
+  }
+  EXPECT_FALSE(IsKeepable(brush, reporter));
+}
+
 TEST_F(SavedShapesTest, PiecesFillTheWholeInTheFileToo) {
   int refused = 0;
   for (int round = 0; round < 3 * EACH; ++round) {

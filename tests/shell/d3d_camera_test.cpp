@@ -1,6 +1,7 @@
 #include <cstdlib>
 
 #include "shell/app_fixture.h"
+#include "shell/direct3d/d3d.h"
 #include "shell/windows/camera_window.h"
 
 namespace ferrowand {
@@ -114,6 +115,95 @@ TEST_F(D3dCameraTest, ComesBackLargerAndAfterARelease) {
   d3d.GetCamera()->Restore();
   d3d.MoveTo(PLACE);
   EXPECT_EQ(PictureOf(d3d, RenderMode::Textured), before);
+}
+
+// What every Direct3D device of the program says of its state, and does about it.
+class DeviceState {
+ public:
+  DeviceState() {
+    state = refusal = D3D_OK;
+    resets = 0;
+    const HMODULE library = LoadLibraryA("d3d9.dll");
+    const auto create = reinterpret_cast<IDirect3D9*(WINAPI*)(UINT)>(
+        reinterpret_cast<void*>(GetProcAddress(library, "Direct3DCreate9")));
+    const OwnedD3d<IDirect3D9> direct3d(create(D3D_SDK_VERSION));
+    D3DPRESENT_PARAMETERS parameters{};
+    parameters.Windowed = TRUE;
+    parameters.SwapEffect = D3DSWAPEFFECT_DISCARD;
+    parameters.BackBufferWidth = parameters.BackBufferHeight = 8;
+    parameters.hDeviceWindow = GetDesktopWindow();
+    IDirect3DDevice9* made = nullptr;
+    direct3d->CreateDevice(D3DADAPTER_DEFAULT, D3DDEVTYPE_HAL, GetDesktopWindow(),
+                           D3DCREATE_SOFTWARE_VERTEXPROCESSING, &parameters, &made);
+    const OwnedD3d<IDirect3DDevice9> device(made);
+    functions = *reinterpret_cast<void***>(made);
+    ask = reinterpret_cast<Ask>(functions[ASK]);
+    reset = reinterpret_cast<Reset>(functions[RESET]);
+    Put(&Answer, &SetAnew);
+  }
+  ~DeviceState() { Put(ask, reset); }
+  DeviceState(const DeviceState&) = delete;
+  DeviceState& operator=(const DeviceState&) = delete;
+
+  void Set(HRESULT newState, HRESULT newRefusal = D3D_OK) {
+    state = newState;
+    refusal = newRefusal;
+  }
+  int Resets() const { return resets; }
+
+ private:
+  using Ask = HRESULT(WINAPI*)(IDirect3DDevice9*);
+  using Reset = HRESULT(WINAPI*)(IDirect3DDevice9*, D3DPRESENT_PARAMETERS*);
+  static constexpr std::size_t ASK = 3, RESET = 16;  // in the interface's table of functions
+  inline static void** functions = nullptr;
+  inline static Ask ask = nullptr;
+  inline static Reset reset = nullptr;
+  inline static HRESULT state = D3D_OK, refusal = D3D_OK;
+  inline static int resets = 0;
+
+  static HRESULT WINAPI Answer(IDirect3DDevice9*) { return state; }
+  static HRESULT WINAPI SetAnew(IDirect3DDevice9* device, D3DPRESENT_PARAMETERS* parameters) {
+    ++resets;
+    if (refusal != D3D_OK) return refusal;
+    state = D3D_OK;
+    return reset(device, parameters);
+  }
+  static void Put(Ask toAsk, Reset toReset) {
+    DWORD before = 0;
+    const SIZE_T size = (RESET + 1) * sizeof(void*);
+    VirtualProtect(functions, size, PAGE_READWRITE, &before);
+    functions[ASK] = reinterpret_cast<void*>(toAsk);
+    functions[RESET] = reinterpret_cast<void*>(toReset);
+    VirtualProtect(functions, size, before, &before);
+  }
+};
+
+TEST_F(D3dCameraTest, ALostDeviceComesBackOrIsReplaced) {
+  ASSERT_TRUE(Start());
+  Map& map = OpenLitMap();
+  CameraWindow& d3d = NewCamera(map, Command::NewD3DCamera);
+  const std::vector<int> before = PictureOf(d3d, RenderMode::Textured);
+  // Something must be drawn anew, and is as soon as the device lets it.
+  const auto comesBack = [&](int resets, const DeviceState& device) {
+    for (int i = 0; i < 40 && device.Resets() < resets; ++i) {
+      Sleep(50);
+      app->Pump();
+    }
+    EXPECT_EQ(device.Resets(), resets);
+    EXPECT_EQ(PictureOf(d3d, RenderMode::Textured), before);
+  };
+  DeviceState device;
+  device.Set(D3DERR_DEVICELOST);
+  PictureOf(d3d, RenderMode::Wireframe);
+  EXPECT_EQ(device.Resets(), 0) << "it cannot be set anew yet";
+  device.Set(D3DERR_DEVICENOTRESET);
+  comesBack(1, device);
+  device.Set(D3DERR_DEVICENOTRESET, D3DERR_DRIVERINTERNALERROR);
+  PictureOf(d3d, RenderMode::Wireframe);
+  EXPECT_EQ(device.Resets(), 2);
+  device.Set(D3D_OK);
+  comesBack(2, device);
+  EXPECT_TRUE(sink.Said().empty());
 }
 
 TEST_F(D3dCameraTest, LampAndLightAreSwitchedByTheirCommands) {

@@ -69,10 +69,15 @@ void Compile(const CompileContext& in, unsigned) {
                                      [&windows = in.windows] {
                                        for (const auto& w : windows.All()) w->RebuildMemory();
                                      }};
-  const CompileSetup setup{*toolsMap, *chosen, in.options.quakeDirectory,
-                           in.options.quakeExecutable, ""};
+  const CompileSetup setup{.mapPath = *toolsMap,
+                           .options = *chosen,
+                           .quakeDirectory = in.options.quakeDirectory,
+                           .quakeExecutable = in.options.quakeExecutable,
+                           .toolsDirectory = "",
+                           .plainFolder = PlainFolderFor(*toolsMap),
+                           .wads = WadsForTools(map)};
   in.sides.Add(std::make_unique<CompileWindow>(in.sides, context, map, setup,
-                                               NotesOnToolsMap(map, *toolsMap)));
+                                               NotesOnToolsMap(map, *toolsMap, setup.plainFolder)));
 }
 
 void CheckMap(const CompileContext& in, unsigned) {

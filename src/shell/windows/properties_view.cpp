@@ -221,10 +221,11 @@ void PropertiesWindow::ShowKeys() {
 void PropertiesWindow::ShowKeyButtons() const {
   const KeyRow* const row = grid_->Chosen();
   const bool isRemovable = row && row->isSet && !IsLocked(*row);
-  const bool isColour = row && row->definition && row->definition->type == KeyType::Colour;
+  const KeyType type = row && row->definition ? row->definition->type : KeyType::Text;
+  const bool isChosen = type == KeyType::Colour || type == KeyType::File;
   EnableWindow(Control(ID_PROPERTIES_ADD), !objects_.empty());
   EnableWindow(Control(ID_PROPERTIES_REMOVE), isRemovable);
-  ShowWindow(Control(ID_PROPERTIES_CHOOSE), isColour ? SW_SHOWNA : SW_HIDE);
+  ShowWindow(Control(ID_PROPERTIES_CHOOSE), isChosen ? SW_SHOWNA : SW_HIDE);
 }
 
 // The map's own list, which is what a save writes.

@@ -12,6 +12,7 @@
 #include "operations/class_change.h"
 #include "operations/groups.h"
 #include "operations/key_colour.h"
+#include "operations/key_file.h"
 #include "operations/templates.h"
 #include "shell/dialogs/dialogs.h"
 #include "shell/dialogs/refusal.h"
@@ -370,10 +371,27 @@ bool PropertiesWindow::ChangeValue(const KeyRow& row, const std::string& value) 
   return true;
 }
 
-void PropertiesWindow::ChooseColour() {
+void PropertiesWindow::Choose() {
   const KeyRow* const chosen = grid_->Chosen();
-  if (!map_ || !chosen) return;
+  if (!map_ || !chosen || !chosen->definition) return;
   const KeyRow row = *chosen;
+  return row.definition->type == KeyType::File ? ChooseFile(row) : ChooseColour(row);
+}
+
+void PropertiesWindow::ChooseFile(const KeyRow& row) {
+  const std::optional<std::string> name = context_.dialogs.ChooseFile(
+      {.title = "File for " + row.name,
+       .filter = "Sounds and models (*.wav, *.mdl, *.spr, *.bsp)|*.wav;*.mdl;*.spr;*.bsp|"
+                 "All files (*.*)|*.*|",
+       .name = "",
+       .extension = "",
+       .owner = Handle()});
+  if (!name) return;
+  typedFor_ = objects_;
+  ChangeValue(row, GameFileForKey(*name, context_.options.quakeDirectory));
+}
+
+void PropertiesWindow::ChooseColour(const KeyRow& row) {
   const std::optional<Colour> colour = context_.dialogs.ChooseColour(ColourOfKey(row.value));
   if (!colour) return;
   typedFor_ = objects_;
@@ -440,7 +458,7 @@ void PropertiesWindow::OnButton(int id) {
       }
       return;
     case ID_PROPERTIES_CHOOSE:
-      return ChooseColour();
+      return Choose();
     case ID_PROPERTIES_JUMP:
       return Jump();
     case ID_PROPERTIES_EDITOR_KEYS:

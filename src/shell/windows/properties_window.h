@@ -118,7 +118,9 @@ class PropertiesWindow : public SideWindow, public MapObserver, private KeyGridH
   void ChooseAngle(const std::string& angle);
   void ToggleFlag(int bit);
   void Jump();
-  void ChooseColour();
+  void Choose();
+  void ChooseColour(const KeyRow& row);
+  void ChooseFile(const KeyRow& row);
   // One step of undo, known by that name. False, after saying why, when it was refused.
   bool Do(const std::string& name, const std::function<EditResult()>& change);
 

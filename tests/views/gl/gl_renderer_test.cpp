@@ -15,6 +15,7 @@
 #include "support/memory_gl.h"
 #include "support/small_map.h"
 #include "support/temp_dir.h"
+#include "views/camera/camera_shapes.h"
 #include "views/camera/shape_picking.h"
 #include "views/map_marks.h"
 
@@ -110,6 +111,17 @@ TEST_F(GlRendererTest, EachModeShowsAFaceInItsOwnWay) {
   }
 }
 
+TEST_F(GlRendererTest, ASolidFaceKeepsTheHueOfItsBrush) {
+  Brush coloured(Colour{250, 120, 20});
+  for (const Face& face : wall->brush.Faces()) coloured.AddFace(CopyFace(face));
+  wall->brush = std::move(coloured);
+  wall->brush.Rebuild(small.reporter);
+  Draw(RenderMode::Solid);
+  const Colour seen = Quarters().front();
+  EXPECT_GT(seen.red, seen.green + 50);
+  EXPECT_GT(seen.green, seen.blue + 50);
+}
+
 TEST_F(GlRendererTest, WhatIsSelectedStandsOutInEveryMode) {
   for (int mode = 0; mode < 6; ++mode) {
     small.map.selection.Clear();
@@ -153,6 +165,21 @@ TEST_F(GlRendererTest, MarksAndTheBoxThatIsDrawnAreSeenThroughWalls) {
   camera->ShowDraft({});
   camera->ShowMarks({});
   EXPECT_EQ(count(PREVIEW_EDGES) + count(LEAK_COLOUR) + count(PORTAL_COLOUR), 0);
+}
+
+TEST_F(GlRendererTest, AnAnimatedTextureShowsItsFirstFrame) {
+  dir.Write("frames.wad", WadBytes({{"+1x", 8, 8, "a"},
+                                    {"+0x", 8, 8, "b"},
+                                    {"+bx", 8, 8, "c"},
+                                    {"+ax", 8, 8, "d"},
+                                    {"+3y", 8, 8, "e"}}));
+  WadFile& wad = small.data.wads.Get("frames.wad");
+  const Cases<const char*, const char*> cases{
+      {"+1x", "+0x"}, {"+0x", "+0x"}, {"+bx", "+ax"}, {"+3y", "+3y"}};
+  for (const auto& [name, shown] : cases) {
+    wall->brush.face(0).texture = wad.FindTexture(name);
+    EXPECT_EQ(ShapeOf(*wall, {}).polygons[0].texture, wad.FindTexture(shown)) << name;
+  }
 }
 
 TEST_F(GlRendererTest, ATextureThatTheDriverDoesNotTakeIsReduced) {
