@@ -12,6 +12,7 @@
 #include "operations/clipboard.h"
 #include "operations/groups.h"
 #include "operations/insert.h"
+#include "operations/texture_search.h"
 #include "operations/transform_selection.h"
 #include "program.h"
 
@@ -68,6 +69,13 @@ EditResult Copy(Map& map) {
   return PasteText(map, SelectionText(map));
 }
 
+EditResult Replace(Map& map) {
+  const TextureQuery query{.name = "*"};
+  ReplaceCount count;
+  return ReplaceTextures(map, FindFaces(map, query, TextureScope::Selection), query,
+                         {.name = "other", .keepsLook = true}, FoundAs::Brushes, count);
+}
+
 void AddRows(const char* name, EditResult (*command)(Map& map)) {
   for (const bool undo : {false, true}) {
     benchmark::RegisterBenchmark((std::string(undo ? "Undo" : "Edit") + '/' + name).c_str(),
@@ -84,6 +92,7 @@ void AddRows(const char* name, EditResult (*command)(Map& map)) {
   AddRows("group", GroupSelection);
   AddRows("delete", DeleteSelection);
   AddRows("copy and paste", Copy);
+  AddRows("replace textures", Replace);
   return true;
 }();
 

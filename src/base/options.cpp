@@ -85,6 +85,17 @@ const Setting SETTINGS[] = {
     {"Find Place", &Options::findPlace},
     {"Entity Tree Shows", &Options::entityTreeShows},
     {"Properties Place", &Options::propertiesPlace},
+    {"Current Texture", &Options::currentTexture},
+    {"Textures Place", &Options::texturesPlace},
+    {"Textures Shown", &Options::texturesShown},
+    {"Textures Order", &Options::texturesOrder},
+    {"Textures Zoom", &Options::texturesZoom},
+    {"Replace Place", &Options::replacePlace},
+    {"Replace Flags", &Options::replaceFlags},
+    {"Wad Manager Place", &Options::wadManagerPlace},
+    {"Primitives Follow", &Options::primitivesFollow},
+    {"Hollow Follows", &Options::hollowFollows},
+    {"Csg Follows", &Options::csgFollows},
 };
 
 constexpr std::array<std::uint8_t, Options::NUMKEYACTIONS> DEFAULTKEYS = {
@@ -174,6 +185,9 @@ void Validate(Options& options) {
   if (options.backClip == 0) options.backClip = 5000;
   if (options.rotationStep == 0 || options.rotationStep > Options::MAXROTATIONSTEP)
     options.rotationStep = Options().rotationStep;
+  if (options.texturesShown > Options::MOSTSHOWN) options.texturesShown = 0;
+  if (options.texturesOrder > Options::MOSTORDER) options.texturesOrder = 0;
+  options.texturesZoom = std::clamp(options.texturesZoom, Options::LEASTZOOM, Options::MOSTZOOM);
   for (float Options::*gamma : {&Options::gammaRed, &Options::gammaGreen, &Options::gammaBlue})
     options.*gamma = std::max(std::min(options.*gamma, 100.0f), 0.1f);
 }
@@ -201,6 +215,9 @@ bool Options::Load(SettingsStore& store, Reporter& reporter) {
   ReadRecent(*key, "Previous", previousFiles);
   ReadRecent(*key, "PreviousGroup", previousGroups);
   ReadRecent(*key, "PreviousClass", recentClasses);
+  ReadText(*key, "Recent Textures", LISTLENGTH, recentTextures);
+  ReadText(*key, "Favourite Textures", LISTLENGTH, favouriteTextures);
+  ReadText(*key, "Wad Folders", LISTLENGTH, wadFolders);
   Close(*key, reporter);
   Validate(*this);
   return true;
@@ -220,6 +237,9 @@ bool Options::Save(SettingsStore& store, Reporter& reporter) const {
     worked &= WriteRecent(*key, "Previous", previousFiles);
     worked &= WriteRecent(*key, "PreviousGroup", previousGroups);
     worked &= WriteRecent(*key, "PreviousClass", recentClasses);
+    worked &= key->WriteString("Recent Textures", recentTextures);
+    worked &= key->WriteString("Favourite Textures", favouriteTextures);
+    worked &= key->WriteString("Wad Folders", wadFolders);
     Close(*key, reporter);
   }
   if (!worked) reporter.Show("Error", "Cannot write options!");

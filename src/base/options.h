@@ -16,11 +16,14 @@ class SettingsStore;
 struct Options {
   static constexpr std::size_t TEXTLENGTH = 100;  // of a text field, zero byte included
   static constexpr std::size_t RECENTLENGTH = 512;
+  static constexpr std::size_t LISTLENGTH = 16384;  // of a text that is a list of names
   static constexpr std::size_t NUMRECENTMAPS = 6;
   static constexpr std::size_t NUMRECENTGROUPS = 8;
   static constexpr std::size_t NUMRECENTCLASSES = 8;
   static constexpr std::size_t NUMKEYACTIONS = 14;
   static constexpr int MAXROTATIONSTEP = 180;
+  static constexpr std::uint8_t MOSTSHOWN = 4, MOSTORDER = 3;     // of a texture browser
+  static constexpr std::uint16_t LEASTZOOM = 50, MOSTZOOM = 400;  // of textures, per cent
 
   float gammaRed = 1.0f, gammaGreen = 1.0f, gammaBlue = 1.0f;
   std::int32_t undoLevels = 30;
@@ -75,11 +78,25 @@ struct Options {
   std::uint16_t autosaveMinutes = 5;  // between two times that unsaved work is kept; 0: never
   std::int32_t frameLeft = 0, frameTop = 0, frameRight = 0, frameBottom = 0;  // empty: unknown
   std::uint8_t frameMaximised = 1;
-  std::string entityTreePlace;       // of the window in the frame's client area; empty: unknown
-  std::string findPlace;             // of Find Entity on the screen
-  std::uint8_t entityTreeShows = 3;  // bits: hidden, disabled, only points, only named, brushes
-  std::string propertiesPlace;       // of the window of properties on the screen
-  std::uint8_t paleOthers = 0;       // while something is selected, all else is drawn paler
+  std::string entityTreePlace;        // of the window in the frame's client area; empty: unknown
+  std::string findPlace;              // of Find Entity on the screen
+  std::uint8_t entityTreeShows = 3;   // bits: hidden, disabled, only points, only named, brushes
+  std::string propertiesPlace;        // of the window of properties on the screen
+  std::string currentTexture;         // that is put on faces; empty: the first of the first WAD
+  std::string recentTextures;         // names with blanks between them, the newest first
+  std::string favouriteTextures;      // likewise, in the order of choosing
+  std::string wadFolders;             // where missing WADs were found, '|' between them
+  std::string texturesPlace;          // of the texture browser in the frame's client area
+  std::uint8_t texturesShown = 0;     // of a texture browser: a WallShows
+  std::uint8_t texturesOrder = 0;     // a WallOrder
+  std::uint16_t texturesZoom = 100;   // per cent
+  std::string replacePlace;           // of Replace Texture on the screen
+  std::uint8_t replaceFlags = 0;      // its last state
+  std::string wadManagerPlace;        // on the screen
+  std::uint8_t primitivesFollow = 1;  // new solids have the current texture
+  std::uint8_t hollowFollows = 1;     // and so have the new faces of hollow solids
+  std::uint8_t csgFollows = 0;        // and those of what is cut
+  std::uint8_t paleOthers = 0;        // while something is selected, all else is drawn paler
   std::array<std::array<std::uint8_t, 2>, NUMKEYACTIONS> keys;  // virtual-key codes
 
   Options();

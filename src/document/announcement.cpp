@@ -27,6 +27,7 @@ void Map::FinishSelection() {
                             !pending_.came.empty() || !pending_.went.empty() ||
                             !pending_.moved.empty();
   if (otherObjects) selection.DropUnreachable();
+  if (otherObjects) pickedFaces.DropUnreachable();
   if (!otherObjects && !pending_.selection) return;
   const Bounds before = selection.AnnouncedBounds();
   const Bounds& now = selection.TakeBounds();

@@ -29,19 +29,20 @@ struct MapChange {
   std::vector<const entity*> moved;  // to another parent or place among its sisters
 
   bool selection = false;  // other objects are selected, or in another order
+  bool faces = false;      // other faces are picked, or in another order
   bool target = false;     // new objects go elsewhere: the current layer or the leading group
   bool file = false;       // it was saved: its name, and whether it is modified
 
   std::string done;  // for the status line, after all that this changes there
 
-  // Of all that was or is to be seen where something changed, the selection's bounds before and
-  // after included. World units. What is drawn beyond the bounds of objects (names, markers, radii,
-  // arrows, handles) is for who draws it to know.
+  // Of all that was or is to be seen where something changed, the bounds of the selection and of
+  // brushes with picked faces before and after included. World units. What is drawn beyond the
+  // bounds of objects (names, markers, radii, arrows, handles) is for who draws it to know.
   Bounds box;
 
   bool IsNone() const {
     return !everything && changed.empty() && came.empty() && went.empty() && moved.empty() &&
-           !selection && !target && !file && done.empty() && box.IsEmpty();
+           !selection && !faces && !target && !file && done.empty() && box.IsEmpty();
   }
 };
 

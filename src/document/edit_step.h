@@ -49,6 +49,9 @@ class EditStep {
   // The map uses the classes of that file from now on.
   void ChooseClasses(const std::string& name) { step_.ChooseClasses(name); }
 
+  // It uses the WADs of these names from now on.
+  void ChooseWads(const std::vector<std::string>& names) { step_.ChooseWads(names); }
+
   // To name the step by these, where others go along with what is done. They outlive it.
   void NameBy(std::span<entity* const> objects) { named_.assign(objects.begin(), objects.end()); }
 

@@ -123,6 +123,12 @@ void Map::BindTexturesAnew() {
   AnnounceEverything();
 }
 
+void Map::UseWads(const std::vector<std::string>& names) {
+  wads.Clear();
+  for (const std::string& name : names) wads.Add(name, data_.wads.Get(name, true, Folder()));
+  BindTexturesAnew();
+}
+
 void Map::UseClasses(const std::string& name) {
   classSet = &data_.classes.Get(name, true, Folder());
   classSetName = name;
@@ -134,12 +140,14 @@ void Map::Forget(const entity& tree) {
   if (currentLayer_ && currentLayer_->IsWithin(tree)) SetCurrentLayer(nullptr);
   if (leadingGroup_ && leadingGroup_->IsWithin(tree)) SetLeadingGroup(nullptr);
   selection.Forget(tree);
+  pickedFaces.Forget(tree);
 }
 
 void Map::ForgetStrangers() {
   if (currentLayer_ && currentLayer_->Parent() != this) SetCurrentLayer(nullptr);
   if (leadingGroup_ && leadingGroup_->OwningMap() != this) SetLeadingGroup(nullptr);
   selection.ForgetStrangers();
+  pickedFaces.ForgetStrangers();
 }
 
 PointersKept::PointersKept(Map& map) : map_(map), outer_(std::exchange(map.keepsPointers_, true)) {}

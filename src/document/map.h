@@ -8,6 +8,7 @@
 
 #include "document/announcement.h"
 #include "document/entity.h"
+#include "document/face_selection.h"
 #include "document/game_data.h"
 #include "document/selection.h"
 #include "document/undo_store.h"
@@ -83,6 +84,7 @@ class Map : public entity {
   std::string classSetName;        // as the map names it
   std::string filename = UNNAMED;  // set before reading: WADs and classes may lie around it
   Selection selection{*this};
+  FaceSelection pickedFaces{*this};
   UndoStore undo;
 
   // Null, or one of the children. After the current layer has left another takes its place.
@@ -111,6 +113,9 @@ class Map : public entity {
   void BindClassesAnew();
   // WADs have other textures by now: every face is bound again, as above.
   void BindTexturesAnew();
+  // Uses the WADs of these names, in their order, from now on; no step of undo (see
+  // EditStep::ChooseWads). What cannot be found is not said.
+  void UseWads(const std::vector<std::string>& names);
   // Uses the classes of that file from now on; no step of undo (see EditStep::ChooseClasses).
   void UseClasses(const std::string& name);
 
@@ -124,6 +129,7 @@ class Map : public entity {
 
  private:
   friend class ChangeScope;
+  friend class FaceSelection;
   friend class PointersKept;
   friend class entity;
 

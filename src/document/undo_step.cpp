@@ -115,6 +115,7 @@ void UndoStep::DropSameOffsets(Shift& shift) {
 
 void UndoStep::Finish() {
   if (otherClasses_ == map_->classSetName) otherClasses_.reset();
+  if (otherWads_ == map_->wads.ItemNames()) otherWads_.reset();
   layer_ = map_->currentLayer();
   leading_ = map_->leadingGroup();
   std::vector<Shift> shifts;
@@ -280,6 +281,11 @@ void UndoStep::ChooseClasses(const std::string& name) {
   map_->UseClasses(name);
 }
 
+void UndoStep::ChooseWads(const std::vector<std::string>& names) {
+  if (!otherWads_) otherWads_ = map_->wads.ItemNames();
+  map_->UseWads(names);
+}
+
 void UndoStep::Reverse() {
   // What the user has chosen since stays.
   const bool changesLayer = layer_ != otherLayer_ && map_->currentLayer() == layer_;
@@ -296,6 +302,11 @@ void UndoStep::Reverse() {
     const std::string now = map_->classSetName;
     map_->UseClasses(*otherClasses_);
     otherClasses_ = now;
+  }
+  if (otherWads_) {
+    std::vector<std::string> now = map_->wads.ItemNames();
+    map_->UseWads(*otherWads_);
+    otherWads_ = std::move(now);
   }
   if (changesLayer) map_->SetCurrentLayer(otherLayer_);
   if (changesLeading) map_->SetLeadingGroup(otherLeading_);

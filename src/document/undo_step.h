@@ -23,7 +23,7 @@ class UndoStep {
  public:
   explicit UndoStep(Map& map);
 
-  bool IsEmpty() const { return records_.empty() && !otherClasses_; }
+  bool IsEmpty() const { return records_.empty() && !otherClasses_ && !otherWads_; }
   // Before the object itself changes; what lies below it is not kept.
   void Keep(entity& e);
   // The same of an object that will only be moved by the vector, with its textures or not: the way
@@ -37,6 +37,8 @@ class UndoStep {
 
   // The map uses the classes of that file from now on.
   void ChooseClasses(const std::string& name);
+  // It uses the WADs of these names.
+  void ChooseWads(const std::vector<std::string>& names);
 
   // All has been done: if that made another layer the current one, or another group the leading
   // one, taking it back does so too. What is as it was is not kept. Of plain brushes that only went
@@ -93,6 +95,7 @@ class UndoStep {
   bool worldChanges_ = false;  // the keys of the map itself
   std::vector<std::variant<Contents, Shift, Transfer>> records_;
   std::optional<std::string> otherClasses_;  // the file whose classes the map used, or is to use
+  std::optional<std::vector<std::string>> otherWads_;  // likewise, by name: some may be closed
   // The current layer and the leading group, on this side of the step and on the other.
   entity* layer_ = nullptr;
   entity* otherLayer_;

@@ -330,6 +330,16 @@ bool WadFile::IsCached(const Texture& texture) const {
   return std::find(cached_.begin(), cached_.end(), &texture) != cached_.end();
 }
 
+std::size_t WadFile::Bytes() const {
+  std::size_t bytes = sizeof *this + directory_.capacity() * sizeof(WadEntry);
+  for (const auto* list : {&textures_, &retired_}) {
+    for (const auto& texture : *list) {
+      bytes += sizeof *texture + texture->pixels.capacity() + texture->rgb.capacity();
+    }
+  }
+  return bytes;
+}
+
 void WadFile::RemoveFromCache(Texture& texture) {
   const auto found = std::find(cached_.begin(), cached_.end(), &texture);
   if (found != cached_.end()) Evict(static_cast<std::size_t>(found - cached_.begin()));

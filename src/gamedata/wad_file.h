@@ -121,6 +121,8 @@ class WadFile {
   void SetLimits(const WadLimits& limits);
   std::uint16_t numCached() const { return static_cast<std::uint16_t>(cached_.size()); }
   bool IsCached(const Texture& texture) const;
+  // Of memory, about, with all pixels that are loaded.
+  std::size_t Bytes() const;
   void RemoveFromCache(Texture& texture);
   // Unless the texture is in the cache.
   void Unload(Texture& texture);

@@ -8,14 +8,14 @@
 #include "base/report.h"
 
 namespace ferrowand {
-namespace {
-
 bool IsSameFileName(std::string_view a, std::string_view b) {
   const PathParts left = SplitPath(a), right = SplitPath(b);
   return EqualNoCase(left.base, right.base) && EqualNoCase(left.extension, right.extension);
 }
 
-}  // namespace
+bool IsMissing(const WadList::Item& item) {
+  return !IsSameFileName(item.name, item.wad->FileName());
+}
 
 WadLibrary::WadLibrary(const SearchPath& path, const Palette& palette, Reporter& reporter,
                        LoadProgress& progress)
@@ -44,6 +44,16 @@ std::vector<WadFile*> WadLibrary::ReadChanged() {
   return read;
 }
 
+std::vector<std::string> WadLibrary::CloseOthers(const std::unordered_set<const WadFile*>& used) {
+  std::vector<std::string> closed;
+  std::erase_if(loaded_, [&](const std::unique_ptr<WadFile>& wad) {
+    const bool isKept = wad.get() == default_ || used.contains(wad.get());
+    if (!isKept) closed.push_back(wad->FileName());
+    return !isKept;
+  });
+  return closed;
+}
+
 void WadLibrary::LoadDefault(const std::string& name) {
   defaultName_ = name;
   WadFile* wad = FindOrOpen(name);
@@ -68,7 +78,12 @@ WadFile* WadLibrary::FindOrOpen(const std::string& name, const std::string& fold
   const ProgressScope scope(progress_, name);
   auto wad = std::make_unique<WadFile>(limits_, palette_, reporter_);
   const auto open = [&](const std::string& path) { return wad->Open(path); };
-  if (!path_.Offer(name, open) && !std::ranges::any_of(PlacesAround(folder, name), open)) {
+  const PathParts parts = SplitPath(name);
+  const auto openIn = [&](const std::string& found) {
+    return open(InFolder(found, parts.base + parts.extension));
+  };
+  if (!path_.Offer(name, open) && !std::ranges::any_of(PlacesAround(folder, name), open) &&
+      !std::ranges::any_of(folders_, openIn)) {
     return nullptr;
   }
   const auto count = static_cast<unsigned>(wad->Textures().size());
@@ -92,6 +107,12 @@ Texture* WadList::FindTexture(std::string_view name) const {
     if (texture != item.wad->BadTexture()) return texture;
   }
   return items_.empty() ? nullptr : items_.back().wad->BadTexture();
+}
+
+std::vector<std::string> WadList::ItemNames() const {
+  std::vector<std::string> names;
+  for (const Item& item : items_) names.push_back(item.name);
+  return names;
 }
 
 std::string WadList::Names() const {

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "gamedata/wad_file.h"
@@ -37,6 +38,14 @@ class WadLibrary {
   // said, unless quiet, and the default WAD is given.
   WadFile& Get(const std::string& name, bool quiet = false, const std::string& folder = "");
 
+  // Where missing WADs have been found: looked at last.
+  void SetFolders(std::vector<std::string> folders) { folders_ = std::move(folders); }
+  const std::vector<std::string>& Folders() const { return folders_; }
+
+  // Closes all but these and the default; the names of what was closed. Nothing may refer to that
+  // any more.
+  std::vector<std::string> CloseOthers(const std::unordered_set<const WadFile*>& used);
+
   // Those that have been read again, since other programs have changed their files.
   std::vector<WadFile*> ReadChanged();
   const std::vector<std::unique_ptr<WadFile>>& Loaded() const { return loaded_; }
@@ -49,6 +58,7 @@ class WadLibrary {
   Reporter& reporter_;
   LoadProgress& progress_;
   WadLimits limits_;
+  std::vector<std::string> folders_;
   std::vector<std::unique_ptr<WadFile>> loaded_;
   std::unique_ptr<WadFile> builtIn_;
   WadFile* default_;
@@ -73,10 +83,16 @@ class WadList {
   Texture* FindTexture(std::string_view name) const;
   // Joined with semicolons.
   std::string Names() const;
+  std::vector<std::string> ItemNames() const;
   const std::vector<Item>& Items() const { return items_; }
 
  private:
   std::vector<Item> items_;
 };
+
+// Whether two names are one WAD here: by base name and extension, any case.
+bool IsSameFileName(std::string_view a, std::string_view b);
+// Whether another WAD stands in for one that was not found.
+bool IsMissing(const WadList::Item& item);
 
 }  // namespace ferrowand

@@ -111,8 +111,8 @@ bool SplitBrush(const Brush& source, const Plane& split, Brush& outside, Brush& 
   return true;
 }
 
-Carving Carve(const Brush& source, const Brush& cutter, const ClassSet& classes, CapTexture caps,
-              Reporter& reporter) {
+Carving Carve(const Brush& source, const Brush& cutter, const ClassSet& classes,
+              const CapLook& caps, Reporter& reporter) {
   Carving carving{CutLoss::None, {}, OnWholePlanes(source, reporter)};
   Brush& rest = carving.inside;
   const Brush whole = OnWholePlanes(cutter, reporter);
@@ -127,7 +127,8 @@ Carving Carve(const Brush& source, const Brush& cutter, const ClassSet& classes,
       break;
     }
     Brush inside(source.Outline());
-    const Face& look = caps == CapTexture::First ? rest.face(0) : face;
+    const Face& ofBrushes = caps.texture == CapTexture::First ? rest.face(0) : face;
+    const Face& look = caps.given ? *caps.given : ofBrushes;
     if (!Split(rest, {face.plane, face.planepts}, look, piece->brush, inside, reporter)) {
       carving.loss = CutLoss::TooManyFaces;
       break;

@@ -19,6 +19,15 @@ bool SplitBrush(const Brush& source, const Plane& split, Brush& outside, Brush& 
 // Whose texture the cap of a piece takes: that of the source's first face, or of the face that cut.
 enum class CapTexture { First, Cutter };
 
+// The same, or that of a face that is given, which outlives it.
+struct CapLook {
+  CapLook(CapTexture of) : texture(of) {}
+  CapLook(CapTexture of, const Face* face) : texture(of), given(face) {}
+
+  CapTexture texture;
+  const Face* given = nullptr;
+};
+
 // Why a cut cannot be made: what would be lost.
 enum class CutLoss {
   None,
@@ -33,7 +42,7 @@ struct Carving {
 };
 
 // Cuts by the cutter's planes in turn. A piece that a plane does not cut stays exactly what it is.
-Carving Carve(const Brush& source, const Brush& cutter, const ClassSet& classes, CapTexture caps,
-              Reporter& reporter);
+Carving Carve(const Brush& source, const Brush& cutter, const ClassSet& classes,
+              const CapLook& caps, Reporter& reporter);
 
 }  // namespace ferrowand

@@ -15,6 +15,7 @@
 #include "document/picking.h"
 #include "operations/brush_check.h"
 #include "operations/csg.h"
+#include "operations/face_texture.h"
 #include "operations/new_entity.h"
 
 namespace ferrowand {
@@ -91,8 +92,10 @@ void ReportUncut(const CsgCount& count, Reporter& reporter) {
 // each piece by those behind the one that made it.
 class Subtraction {
  public:
-  Subtraction(std::vector<const Brush*> cutters, EditStep& step)
+  // `look` is that of new faces, null for that of what is cut.
+  Subtraction(std::vector<const Brush*> cutters, const Face* look, EditStep& step)
       : cutters_(std::move(cutters)),
+        caps_(CapTexture::First, look),
         boxes_(BoxesOf(cutters_)),
         step_(step),
         reporter_(step.map().Data().reporter) {}
@@ -117,6 +120,7 @@ class Subtraction {
             std::vector<Work>& more);
 
   std::vector<const Brush*> cutters_;
+  CapLook caps_;
   BoxTree boxes_;
   EditStep& step_;
   Reporter& reporter_;
@@ -157,7 +161,7 @@ bool Subtraction::Cut(const Work& work, std::vector<Work>& more, Losses& losses)
   for (auto cutter = work.cutters.begin(); cutter != work.cutters.end(); ++cutter) {
     const Brush& by = *cutters_[*cutter];
     if (!BoxesOverlap(target.brush.Box(), by.Box())) continue;
-    Carving carving = Carve(target.brush, by, *step_.map().classSet, CapTexture::First, reporter_);
+    Carving carving = Carve(target.brush, by, *step_.map().classSet, caps_, reporter_);
     if (const CutLoss loss = LossOf(carving, reporter_); loss != CutLoss::None) {
       losses.Note(loss);
       continue;
@@ -221,8 +225,10 @@ void AddTargets(const entity& e, std::vector<const Brush*>& brushes) {
 // The parts of one brush inside any of the others; what lies in several is taken once.
 class Intersection {
  public:
-  Intersection(std::vector<const Brush*> cutters, const ClassSet& classes, Reporter& reporter)
+  Intersection(std::vector<const Brush*> cutters, const Face* look, const ClassSet& classes,
+               Reporter& reporter)
       : cutters_(std::move(cutters)),
+        caps_(CapTexture::First, look),
         boxes_(BoxesOf(cutters_)),
         classes_(classes),
         reporter_(reporter) {}
@@ -231,6 +237,7 @@ class Intersection {
 
  private:
   std::vector<const Brush*> cutters_;
+  CapLook caps_;
   BoxTree boxes_;
   const ClassSet& classes_;
   Reporter& reporter_;
@@ -243,8 +250,7 @@ CutLoss Intersection::Add(const Brush& target, entity& holder) const {
   for (const std::size_t cutter : boxes_.Overlapping(target.Box())) {
     std::vector<EntityPtr> next;
     for (const EntityPtr& piece : outside) {
-      Carving carving =
-          Carve(piece->brush, *cutters_[cutter], classes_, CapTexture::First, reporter_);
+      Carving carving = Carve(piece->brush, *cutters_[cutter], classes_, caps_, reporter_);
       if (carving.loss != CutLoss::None) return carving.loss;
       std::ranges::move(carving.outside, std::back_inserter(next));
       if (carving.inside.getNumFaces() == 0) continue;
@@ -261,7 +267,7 @@ CutLoss Intersection::Add(const Brush& target, entity& holder) const {
 }  // namespace
 
 CsgCount Subtract(entity& target, const Brush& cutter, EditStep& step) {
-  Subtraction subtraction({&cutter}, step);
+  Subtraction subtraction({&cutter}, nullptr, step);
   subtraction.CutTree(target);
   return subtraction.Count();
 }
@@ -269,18 +275,19 @@ CsgCount Subtract(entity& target, const Brush& cutter, EditStep& step) {
 CsgCount SubtractEntity(entity& target, const entity& cutter, EditStep& step) {
   std::vector<const Brush*> cutters;
   AddCutters(cutter, cutters);
-  Subtraction subtraction(std::move(cutters), step);
+  Subtraction subtraction(std::move(cutters), nullptr, step);
   subtraction.CutTree(target);
   return subtraction.Count();
 }
 
-void SubtractSelection(Map& map) {
+void SubtractSelection(Map& map, std::string_view texture) {
   const std::vector<entity*> objects = SelectedRoots(map);
   if (objects.empty()) return;
+  const Face look = NewLook(map, texture);
   CsgCount count;
   {
     EditStep step(map);
-    Subtraction subtraction(CuttersOf(objects), step);
+    Subtraction subtraction(CuttersOf(objects), texture.empty() ? nullptr : &look, step);
     subtraction.Spare(objects);
     subtraction.CutTree(map);
     count = subtraction.Count();
@@ -295,13 +302,15 @@ void SubtractSelection(Map& map) {
   ReportUncut(count, map.Data().reporter);
 }
 
-entity* IntersectSelection(Map& map) {
+entity* IntersectSelection(Map& map, std::string_view texture) {
   const std::vector<entity*> objects = SelectedRoots(map);
   if (map.selection.size() != 2 || objects.size() != 2) return nullptr;
   Reporter& reporter = map.Data().reporter;
   std::vector<const Brush*> targets;
   AddTargets(*objects[0], targets);
-  const Intersection intersection(CuttersOf({objects.data() + 1, 1}), *map.classSet, reporter);
+  const Face look = NewLook(map, texture);
+  const Intersection intersection(CuttersOf({objects.data() + 1, 1}),
+                                  texture.empty() ? nullptr : &look, *map.classSet, reporter);
   EntityPtr common = std::make_unique<entity>(*map.classSet);
   CsgCount count;
   for (const Brush* target : targets) {

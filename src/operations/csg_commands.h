@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string_view>
 
 #include "document/entity.h"
 
@@ -24,11 +25,12 @@ CsgCount Subtract(entity& target, const Brush& cutter, EditStep& step);
 CsgCount SubtractEntity(entity& target, const entity& cutter, EditStep& step);
 
 // Cuts the selected objects out of everything else in the map. What had to be left uncut is said in
-// one message.
-void SubtractSelection(Map& map);
+// one message. New faces have the texture, or, where none is named, that of the first face of what
+// was cut.
+void SubtractSelection(Map& map, std::string_view texture = {});
 // Of exactly two selected objects: what the first has in common with the second, in one new object
 // in place of both, which is selected. Null when there is nothing, or the user, asked about a layer
 // out of sight, declines: both stay where they were.
-entity* IntersectSelection(Map& map);
+entity* IntersectSelection(Map& map, std::string_view texture = {});
 
 }  // namespace ferrowand

@@ -35,6 +35,16 @@ const char* Reason(EditResult result) {
       return "There is a template of this name already";
     case EditResult::NoTexture:
       return "No WAD of this map has a texture of that name";
+    case EditResult::NotATextureName:
+      return "The name of a texture has 1 to 15 letters, no blanks and no quotes";
+    case EditResult::NotAWadName:
+      return "A map has no way to write semicolons, quotes or line ends in the name of a WAD";
+    case EditResult::WadTaken:
+      return "This map has a WAD of that name already";
+    case EditResult::OtherWadOpen:
+      return "Another WAD of this name is open, from another folder: the two would count as one";
+    case EditResult::LastWad:
+      return "A map needs a WAD";
     case EditResult::LastLayer:
       return "A map needs a layer";
     case EditResult::NoKeyName:

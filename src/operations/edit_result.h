@@ -20,6 +20,11 @@ enum class EditResult {
   NoTemplate,  // that an instance could show
   NameTaken,   // a second one could not be found
   NoTexture,   // in the WADs of the map
+  NotATextureName,
+  NotAWadName,
+  WadTaken,      // by another one of the map
+  OtherWadOpen,  // under that name
+  LastWad,
   LastLayer,
   NoKeyName,
   HoldsQuote,       // a key or a value, which a file has no way to write

@@ -11,6 +11,7 @@
 #include "document/picking.h"
 #include "operations/brush_check.h"
 #include "operations/csg.h"
+#include "operations/face_texture.h"
 
 namespace ferrowand {
 namespace {
@@ -33,10 +34,14 @@ Brush Grown(const Brush& brush, double by, Reporter& reporter) {
   return grown;
 }
 
-// None when a wall would be lost.
-std::vector<EntityPtr> Walls(const Brush& brush, int width, const ClassSet& classes,
-                             Reporter& reporter) {
-  const Brush moved = Grown(brush, -static_cast<double>(width), reporter);
+// None when a wall would be lost. `look` is that of new faces, null for that of the old ones.
+std::vector<EntityPtr> Walls(const Brush& brush, int width, const Face* look,
+                             const ClassSet& classes, Reporter& reporter) {
+  Brush moved = Grown(brush, -static_cast<double>(width), reporter);
+  for (int i = 0; look && i < moved.getNumFaces(); ++i) {
+    moved.face(i).TakeLook(*look);
+    if (moved.face(i).w) UpdateFromWinding(moved.face(i));
+  }
   if (moved.getNumFaces() < SMALLEST_SOLID || !IsInsideWorld(moved.Box())) return {};
   const Brush& outer = width > 0 ? brush : moved;
   const Brush& inner = width > 0 ? moved : brush;
@@ -66,7 +71,7 @@ std::optional<int> ParseWallWidth(std::string_view text) {
   return width;
 }
 
-bool HollowSelection(Map& map, int width) {
+bool HollowSelection(Map& map, int width, std::string_view texture) {
   Reporter& reporter = map.Data().reporter;
   if (width == 0) {
     reporter.Show("Error", WALL_WIDTH_MESSAGE);
@@ -75,10 +80,12 @@ bool HollowSelection(Map& map, int width) {
   std::vector<entity*> targets;
   for (entity* object : SelectedRoots(map)) CollectBrushes(*object, targets);
   std::size_t solid = 0;
+  const Face look = NewLook(map, texture);
   {
     EditStep step(map);
     for (entity* target : targets) {
-      std::vector<EntityPtr> walls = Walls(target->brush, width, *map.classSet, reporter);
+      std::vector<EntityPtr> walls =
+          Walls(target->brush, width, texture.empty() ? nullptr : &look, *map.classSet, reporter);
       if (walls.empty()) {
         ++solid;
         continue;

@@ -16,8 +16,9 @@ std::optional<int> ParseWallWidth(std::string_view text);
 
 // Each brush of the selected objects gives way to its walls, which become children of the entity
 // that had it. Walls of a negative width stand around the brush instead of inside it. The inner
-// faces take the textures of the outer ones. What is too thin for its walls stays as it is, which
-// is said in one message. False when that is all of them, or the width is 0.
-bool HollowSelection(Map& map, int width);
+// faces take the textures of the outer ones, or, where one is named, all new faces that one. What
+// is too thin for its walls stays as it is, which is said in one message. False when that is all of
+// them, or the width is 0.
+bool HollowSelection(Map& map, int width, std::string_view texture = {});
 
 }  // namespace ferrowand

@@ -66,6 +66,13 @@ std::string FaultOfPointers(const Map& map) {
     if (e->OwningMap() != &map) return "something is selected that has left";
     if (!IsReachable(*e)) return "something is selected that cannot be reached";
   }
+  std::set<std::pair<const entity*, int>> faces;
+  for (const PickedFace& picked : map.pickedFaces) {
+    if (!faces.insert({picked.brush, picked.face}).second) return "a face is picked twice";
+    if (picked.brush->OwningMap() != &map) return "a face is picked that has left";
+    if (picked.face >= picked.brush->brush.getNumFaces()) return "a face is picked that is gone";
+    if (!IsReachable(*picked.brush)) return "a face is picked that cannot be reached";
+  }
   const entity *layer = map.currentLayer(), *group = map.leadingGroup();
   if (layer && layer->Parent() != &map) return "the current layer has left";
   if (group && group->OwningMap() != &map) return "the leading group has left";

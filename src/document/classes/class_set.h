@@ -110,6 +110,8 @@ class ClassLibrary {
 
   Reporter& Report() const { return reporter_; }
   LoadProgress& Progress() const { return progress_; }
+  // In the order of loading.
+  const std::vector<std::unique_ptr<ClassSet>>& Loaded() const { return sets_; }
 
   // One of the ten outline colours, a different one each time.
   Colour NextOutlineColour();

@@ -9,6 +9,7 @@ AppParts::AppParts(HINSTANCE instance, const Seams& seams)
     : reporter(seams.sink),
       progress(instance),
       data(reporter, progress),
+      choice(options),
       direct3d(seams.direct3dLibrary, options, reporter),
       classes(instance),
       objects(options),
@@ -17,14 +18,16 @@ AppParts::AppParts(HINSTANCE instance, const Seams& seams)
           {data, options, progress, boundEntities, windows, sides, tools, frame, seams.dialogs}),
       frame(instance, options, reporter, progress, commands, documents),
       windows(frame, documents, reporter),
-      toolHost({windows, tools, commands, reporter, seams.dialogs, popups, objects}),
+      toolHost(
+          {windows, tools, commands, reporter, seams.dialogs, popups, objects, choice, options}),
       tools(toolHost, windows.Views(), options),
       joystick(seams.joysticks, options, reporter),
       maker(windows, sides, {options, reporter, commands, tools, toolHost, objects, backBuffer},
             {options, reporter, seams.dialogs, popups, commands},
             {options, reporter, seams.dialogs, popups, tools, joystick, direct3d},
             {options, reporter, seams.dialogs},
-            {options, reporter, seams.dialogs, popups, commands}),
+            {options, reporter, seams.dialogs, popups, commands},
+            {options, seams.dialogs, popups, commands, choice}),
       documents(data, options, seams.dialogs, maker, seams.dataFolder),
       accelerators(instance, commands, frame),
       tips(options, objects) {
@@ -39,7 +42,7 @@ void AppParts::AddCommands(const Seams& seams) {
   commands.Add(
       MakeEditCommands({windows, tools, frame, dialogs, seams.clipboard, reporter, options}));
   commands.Add(MakeModeCommands({tools, windows, frame, commands, dialogs, reporter, options}));
-  commands.Add(MakeOperateCommands({windows, tools, dialogs, reporter}));
+  commands.Add(MakeOperateCommands({windows, tools, dialogs, reporter, choice, options}));
   commands.Add(MakeInsertCommands({windows, maker, commands, dialogs, reporter, options}));
   commands.Add(
       MakeClassCommands({documents, windows, sides, frame, dialogs, boundEntities, reporter}));
@@ -51,6 +54,8 @@ void AppParts::AddCommands(const Seams& seams) {
   commands.Add(MakeViewCommands({documents, windows, commands, popups, reporter, options}));
   commands.Add(MakeWindowCommands({windows, maker, frame, commands, popups, options}));
   commands.Add(MakeFindCommands({windows, sides, maker, frame, options}));
+  commands.Add(MakeTextureCommands(
+      {windows, sides, maker, choice, documents, data, frame, dialogs, reporter, options}));
   commands.Add(MakeCameraCommands({windows, maker, tools, direct3d, progress, reporter, options}));
 }
 

@@ -8,6 +8,7 @@
 #include "base/report.h"
 #include "document/bound_entities.h"
 #include "document/game_data.h"
+#include "operations/texture_choice.h"
 #include "shell/app/window_classes.h"
 #include "shell/commands/accelerators.h"
 #include "shell/commands/commands.h"
@@ -39,6 +40,7 @@ struct AppParts {
   LoadWindow progress;
   GameData data;
   BoundEntities boundEntities;
+  TextureChoice choice;
   Direct3D direct3d;
   WindowClasses classes;
   GdiObjects objects;

@@ -13,6 +13,7 @@
 #include "shell/windows/layer_window.h"
 #include "shell/windows/map_window.h"
 #include "shell/windows/properties_window.h"
+#include "shell/windows/texture_browser.h"
 
 namespace ferrowand {
 namespace {
@@ -67,6 +68,8 @@ bool WindowClasses::Register() {
   };
   const Row rows[] = {
       {FRAME_CLASS, WindowFunc, 0, 0, LTGRAY_BRUSH, IDC_ARROW, true},
+      {TEXTURE_BROWSER_CLASS, TextureBrowserFunc, 0, 0, LTGRAY_BRUSH, IDC_ARROW, false},
+      {TEXTURE_LIST_CLASS, TextureListFunc, CS_DBLCLKS, 0, LTGRAY_BRUSH, IDC_ARROW, false},
       {ENTITY_TREE_CLASS, EntityTreeFunc, 0, 0, LTGRAY_BRUSH, IDC_ARROW, false},
       {KEY_ENTRY_CLASS, KeyFunc, 0, 0, LTGRAY_BRUSH, IDC_ARROW, false},
       {KEY_LIST_CLASS, KeyList, 0, 0, LTGRAY_BRUSH, IDC_ARROW, false},

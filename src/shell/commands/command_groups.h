@@ -23,6 +23,7 @@ class Map;
 class PopupMenus;
 class Reporter;
 class SideWindows;
+class TextureChoice;
 class ToolSet;
 class WindowMaker;
 struct GameData;
@@ -82,6 +83,8 @@ struct OperateContext {
   ToolSet& tools;
   Dialogs& dialogs;
   Reporter& reporter;
+  const TextureChoice& choice;
+  const Options& options;
 };
 std::unique_ptr<CommandGroup> MakeOperateCommands(const OperateContext& context);
 
@@ -190,6 +193,22 @@ struct FindContext {
   Options& options;
 };
 std::unique_ptr<CommandGroup> MakeFindCommands(const FindContext& context);
+
+// The texture browser, what puts textures on faces, and the WADs that textures come from.
+struct TextureContext {
+  ChildWindows& windows;
+  SideWindows& sides;
+  WindowMaker& maker;
+  Commands& commands;
+  TextureChoice& choice;
+  Documents& documents;
+  GameData& data;
+  const Frame& frame;
+  Dialogs& dialogs;
+  Reporter& reporter;
+  Options& options;
+};
+std::unique_ptr<CommandGroup> MakeTextureCommands(const TextureContext& context);
 
 // For those that are never grey for want of one: whether something is selected; says the text
 // otherwise.

@@ -1,10 +1,12 @@
 // The Operate menu, and the flip that only keys give.
+#include "base/options.h"
 #include "base/report.h"
 #include "document/picking.h"
 #include "operations/csg_commands.h"
 #include "operations/groups.h"
 #include "operations/hollow.h"
 #include "operations/snap_corners.h"
+#include "operations/texture_choice.h"
 #include "operations/transform_selection.h"
 #include "operations/visibility.h"
 #include "shell/commands/command_groups.h"
@@ -35,11 +37,16 @@ void OnMap(const OperateContext& in, unsigned) {
   Conclude(map, operation(map));
 }
 
+// Of new faces, where the option says that they follow the current one; empty otherwise.
+std::string NewTexture(const OperateContext& in, std::uint8_t Options::*follows) {
+  return in.options.*follows ? in.choice.For(*in.windows.ActiveMap()) : "";
+}
+
 void SubtractBrushes(const OperateContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
   if (!RequireSelection(map, in.reporter, "Cannot continue", BRUSHES_FIRST)) return;
   const auto before = map.undo.State();
-  SubtractSelection(map);
+  SubtractSelection(map, NewTexture(in, &Options::csgFollows));
   if (map.undo.State() == before) map.ShowStatus("CSG Subtraction: nothing was cut");
 }
 
@@ -50,7 +57,7 @@ void IntersectBrushes(const OperateContext& in, unsigned) {
     in.reporter.Show("Cannot continue", "Select exactly two objects first");
     return;
   }
-  IntersectSelection(map);
+  IntersectSelection(map, NewTexture(in, &Options::csgFollows));
 }
 
 void MakeHollow(const OperateContext& in, unsigned) {
@@ -58,8 +65,8 @@ void MakeHollow(const OperateContext& in, unsigned) {
   if (!RequireSelection(map, in.reporter, MISSPELT_TITLE, BRUSHES_FIRST)) return;
   const auto accept = [&](const FormValues& typed) {
     // A width of 0 is told of there.
-    const bool done = HollowSelection(map, ParseWallWidth(typed.front()).value_or(0));
-    return done;
+    return HollowSelection(map, ParseWallWidth(typed.front()).value_or(0),
+                           NewTexture(in, &Options::hollowFollows));
   };
   in.dialogs.Ask(
       {"Hollow", "Walls of a negative width stand outside.", {{"Wall width", {"16"}, {}}}, accept});

@@ -71,6 +71,9 @@ const OptionControl CONTROLS[] = {
     {OptionPage::Misc, Check, ID_SMART_SELECTION, &Options::smartSelection},
     {OptionPage::Misc, Check, ID_TEXTURE_LOCK, &Options::textureLock},
     {OptionPage::Misc, Check, ID_TIPS_SHOWN, &Options::showTips},
+    {OptionPage::Misc, Check, ID_PRIMITIVES_FOLLOW, &Options::primitivesFollow},
+    {OptionPage::Misc, Check, ID_HOLLOW_FOLLOWS, &Options::hollowFollows},
+    {OptionPage::Misc, Check, ID_CSG_FOLLOWS, &Options::csgFollows},
 
     {OptionPage::ThreeD, Check, ID_USE_DIRECT3D, &Options::useDirect3D},
     {OptionPage::ThreeD, Check, ID_USE_HARDWARE, &Options::useHardware},

@@ -67,7 +67,8 @@ void AppendTemplateItems(HMENU menu, const Map& map) {
 }  // namespace
 
 PopupMenus::PopupMenus(HINSTANCE instance) {
-  for (const unsigned id : {1006u, 1008u, 1009u, 1010u, 1004u, 1011u, 1012u, 1003u, 1005u, 1007u}) {
+  for (const unsigned id :
+       {1006u, 1008u, 1009u, 1010u, 1004u, 1011u, 1012u, 1003u, 1005u, 1007u, 1001u, 1002u}) {
     menus_[id].reset(LoadMenuA(instance, MAKEINTRESOURCEA(id)));
   }
 }

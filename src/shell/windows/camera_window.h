@@ -55,6 +55,7 @@ class CameraWindow : public ChildWindow, public CameraHost {
   bool TakesMessage(MSG& message) override;
   void OptionsChanged() override;
   std::optional<FacePlace> FaceUnder(POINT screen) override;
+  CameraHit HitUnder(POINT screen) override;
   // Black until it is told to show the map again, or the user turns to it before.
   void ReleaseMemory() override {
     if (camera_) camera_->Release();
@@ -106,6 +107,8 @@ class CameraWindow : public ChildWindow, public CameraHost {
   void EndDrag();
   Vec3 DragTo(Pixel at) const;
   SpaceRules Rules() const;
+  // Of the drawing area; none where another window lies.
+  std::optional<Pixel> PixelUnder(POINT screen) const;
   // Of a new primitive, on the face there.
   void BeginBox(Pixel at);
   Bounds BoxTo(Pixel at) const;

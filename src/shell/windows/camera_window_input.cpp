@@ -108,11 +108,21 @@ Vec3 CameraWindow::DragTo(Pixel at) const {
   return drag_->WayTo(at, camera_->Picture(), GetKeyState(VK_MENU) < 0, Rules());
 }
 
-std::optional<FacePlace> CameraWindow::FaceUnder(POINT screen) {
+std::optional<Pixel> CameraWindow::PixelUnder(POINT screen) const {
   const HWND shown = WindowFromPoint(screen);
   if (!camera_ || (shown != Handle() && !IsChild(Handle(), shown))) return std::nullopt;
   ScreenToClient(Handle(), &screen);
-  return camera_->PlaceAt({static_cast<int>(screen.x), static_cast<int>(screen.y)}, Rules());
+  return Pixel{static_cast<int>(screen.x), static_cast<int>(screen.y)};
+}
+
+std::optional<FacePlace> CameraWindow::FaceUnder(POINT screen) {
+  const auto at = PixelUnder(screen);
+  return at ? camera_->PlaceAt(*at, Rules()) : std::nullopt;
+}
+
+CameraHit CameraWindow::HitUnder(POINT screen) {
+  const auto at = PixelUnder(screen);
+  return at ? camera_->Pick(*at) : CameraHit{};
 }
 
 void CameraWindow::BeginBox(Pixel at) {

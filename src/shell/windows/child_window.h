@@ -9,11 +9,11 @@
 #include <string>
 
 #include "platform/canvas.h"
+#include "views/camera/camera.h"
 #include "views/camera/face_place.h"
 
 namespace ferrowand {
 
-class Camera;
 class ChildWindows;
 class Frame;
 class Map;
@@ -49,6 +49,8 @@ class ChildWindow {
   // On the face that it shows at that pixel of the screen; none where it shows none, or does not
   // lie open there.
   virtual std::optional<FacePlace> FaceUnder(POINT) { return std::nullopt; }
+  // What it shows at that pixel of the screen; nothing where it shows no faces.
+  virtual CameraHit HitUnder(POINT) { return {}; }
   // To the rectangle of the frame's client area.
   void MoveTo(const PixelRect& place) const;
   // While it is the active one, before the accelerators: whether the message was for a dialog in

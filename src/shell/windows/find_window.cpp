@@ -15,6 +15,7 @@
 #include "shell/frame/frame.h"
 #include "shell/resources/resource.h"
 #include "shell/system/display_scale.h"
+#include "shell/system/list_columns.h"
 #include "shell/system/wide_text.h"
 #include "shell/windows/child_windows.h"
 #include "shell/windows/window_place.h"
@@ -24,9 +25,8 @@ namespace {
 
 // In the order of ObjectColumn.
 constexpr const wchar_t* HEADINGS[] = {L"Found", L"Class", L"Links", L"State", L"Details"};
-constexpr int COLUMNS = static_cast<int>(std::size(HEADINGS));
 // Of the room that there is, in hundredths.
-constexpr std::array<int, COLUMNS> SHARES{30, 23, 18, 12, 17};
+constexpr std::array<int, std::size(HEADINGS)> SHARES{30, 23, 18, 12, 17};
 
 constexpr int CORNER_GAP = 16;  // pixels at the usual size of letters
 
@@ -56,7 +56,7 @@ void FindWindow::OnInit() {
     const bool isOn = (options_.findFlags >> i & 1) != 0;
     CheckDlgButton(Handle(), SWITCHES[i], isOn ? BST_CHECKED : BST_UNCHECKED);
   }
-  AddColumns();
+  AddListColumns(GetDlgItem(Handle(), ID_FIND_LIST), HEADINGS, SHARES);
   PutInPlace();
 }
 
@@ -72,22 +72,6 @@ void FindWindow::PutInPlace() const {
   const ChildPlace place = PlaceOfText(options_.findPlace, corner, {screen.right, screen.bottom});
   SetWindowPos(Handle(), nullptr, place.left, place.top, 0, 0,
                SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
-void FindWindow::AddColumns() {
-  const HWND list = GetDlgItem(Handle(), ID_FIND_LIST);
-  ListView_SetExtendedListViewStyle(list, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
-  RECT area;
-  GetClientRect(list, &area);
-  const int room = static_cast<int>(area.right) - GetSystemMetrics(SM_CXVSCROLL);
-  for (int i = 0; i < COLUMNS; ++i) {
-    LVCOLUMNW column{};
-    column.mask = LVCF_TEXT | LVCF_WIDTH;
-    column.cx = room * SHARES[static_cast<std::size_t>(i)] / 100;
-    column.pszText = const_cast<wchar_t*>(HEADINGS[i]);
-    SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(i),
-                 reinterpret_cast<LPARAM>(&column));
-  }
 }
 
 void FindWindow::Show() {

@@ -48,7 +48,6 @@ class FindWindow : public SideWindow, public MapObserver {
   LRESULT OnNotify(NMHDR& header);
   void OnInit();
   void PutInPlace() const;
-  void AddColumns();
   void OnCommand(int id, int notification);
   void FillList(int id) const;
   void Hide();

@@ -37,14 +37,16 @@ void ShowOnly(ChildWindows& windows, const Context& context, Map& map) {
 
 WindowMaker::WindowMaker(ChildWindows& windows, SideWindows& sides, const MapWindowContext& ofViews,
                          const LayerWindowContext& ofLayers, const CameraWindowContext& ofCameras,
-                         const CheckWindowContext& ofChecks, const EntityTreeContext& ofTrees)
+                         const CheckWindowContext& ofChecks, const EntityTreeContext& ofTrees,
+                         const TextureBrowserContext& ofTextures)
     : windows_(windows),
       sides_(sides),
       ofViews_(ofViews),
       ofLayers_(ofLayers),
       ofCameras_(ofCameras),
       ofChecks_(ofChecks),
-      ofTrees_(ofTrees) {}
+      ofTrees_(ofTrees),
+      ofTextures_(ofTextures) {}
 
 MapWindow* WindowMaker::AddView(Map& map, Orientation orientation) {
   auto* window = static_cast<MapWindow*>(
@@ -75,6 +77,16 @@ void WindowMaker::ShowEntityTree(Map& map) {
   ShowOnly<EntityTreeWindow>(windows_, ofTrees_, map);
 }
 
+void WindowMaker::ShowTextures(Map& map) {
+  ShowOnly<TextureBrowser>(windows_, ofTextures_, map);
+}
+
+void WindowMaker::ShowInBrowser(Map& map, std::string_view texture) {
+  ShowTextures(map);
+  auto* browser = dynamic_cast<TextureBrowser*>(WindowOfKind<TextureBrowser>(windows_, map));
+  if (browser) browser->ShowInBrowser(texture);
+}
+
 // The view from above is made last, and so is the active one.
 void WindowMaker::OnMapOpened(Map& map) {
   if (ofCameras_.options.useDirect3D) {
@@ -101,6 +113,7 @@ void WindowMaker::OnMapClosing(Map& map) {
 // The last one that was active is made last, and so is active again.
 void WindowMaker::OnMapReplaced(Map& map, Map& by) {
   const bool showedLayers = WindowOfKind<LayerWindow>(windows_, map) != nullptr;
+  const bool showedTextures = WindowOfKind<TextureBrowser>(windows_, map) != nullptr;
   const bool showedTree = WindowOfKind<EntityTreeWindow>(windows_, map) != nullptr;
   for (ChildWindow* window : windows_.WindowsOf(map)) {
     const auto* camera = dynamic_cast<const CameraWindow*>(window);
@@ -120,6 +133,7 @@ void WindowMaker::OnMapReplaced(Map& map, Map& by) {
   windows_.Views().marks.Forget(map);
   if (showedLayers) ShowLayers(by);
   if (showedTree) ShowEntityTree(by);
+  if (showedTextures) ShowTextures(by);
 }
 
 void WindowMaker::OnMapWanted(Map& map) {

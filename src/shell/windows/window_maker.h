@@ -7,6 +7,7 @@
 #include "shell/windows/entity_tree_window.h"
 #include "shell/windows/layer_window.h"
 #include "shell/windows/map_window.h"
+#include "shell/windows/texture_browser.h"
 
 namespace ferrowand {
 
@@ -17,7 +18,8 @@ class WindowMaker : public DocumentsObserver {
   // The windows and all that the contexts name outlive it.
   WindowMaker(ChildWindows& windows, SideWindows& sides, const MapWindowContext& ofViews,
               const LayerWindowContext& ofLayers, const CameraWindowContext& ofCameras,
-              const CheckWindowContext& ofChecks, const EntityTreeContext& ofTrees);
+              const CheckWindowContext& ofChecks, const EntityTreeContext& ofTrees,
+              const TextureBrowserContext& ofTextures);
 
   // Null, after an assertion, when the system gave no window.
   MapWindow* AddView(Map& map, Orientation orientation);
@@ -27,6 +29,9 @@ class WindowMaker : public DocumentsObserver {
   void ShowLayers(Map& map);
   void ShowCheck(Map& map);
   void ShowEntityTree(Map& map);
+  void ShowTextures(Map& map);
+  // Where it stands in the wall, whatever that was filtered by.
+  void ShowInBrowser(Map& map, std::string_view texture);
 
   // Three views, and a camera if the options want Direct3D, arranged and showing all of it.
   void OnMapOpened(Map& map) override;
@@ -42,6 +47,7 @@ class WindowMaker : public DocumentsObserver {
   CameraWindowContext ofCameras_;
   CheckWindowContext ofChecks_;
   EntityTreeContext ofTrees_;
+  TextureBrowserContext ofTextures_;
 };
 
 }  // namespace ferrowand

@@ -4,10 +4,12 @@
 #include <array>
 
 #include "base/command_table.h"
+#include "base/options.h"
 #include "base/report.h"
 #include "document/action.h"
 #include "operations/paths.h"
 #include "operations/primitives.h"
+#include "operations/texture_choice.h"
 #include "operations/transform_selection.h"
 #include "shell/dialogs/dialogs.h"
 #include "shell/dialogs/popup_menus.h"
@@ -226,10 +228,10 @@ std::optional<std::string> WindowToolHost::AskPathName(const Map& map) {
 }
 
 std::string WindowToolHost::CurrentTexture(Map& map) {
-  const auto& wads = map.wads.Items();
-  const WadFile& wad = wads.empty() ? map.Data().wads.Default() : *wads.front().wad;
-  const auto textures = wad.Textures();
-  return std::string((textures.empty() ? *wad.BadTexture() : *textures.front()).Name());
+  if (!context_.options.primitivesFollow) return FirstTextureOf(map);
+  const std::string name = context_.choice.For(map);
+  context_.choice.NoteUse(name);
+  return name;
 }
 
 void WindowToolHost::ToolChanged() {

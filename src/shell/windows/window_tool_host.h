@@ -17,7 +17,9 @@ class Dialogs;
 class GdiObjects;
 class MapWindow;
 class PopupMenus;
+class TextureChoice;
 class ToolSet;
+struct Options;
 
 // What the host works with. All outlive it.
 struct ToolHostContext {
@@ -28,6 +30,8 @@ struct ToolHostContext {
   Dialogs& dialogs;
   PopupMenus& popups;
   GdiObjects& objects;
+  TextureChoice& choice;
+  const Options& options;
 };
 
 class WindowToolHost : public ToolHost {

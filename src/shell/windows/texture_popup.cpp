@@ -1,0 +1,71 @@
+#include "shell/windows/texture_popup.h"
+
+#include <array>
+
+#include "shell/dialogs/popup_menus.h"
+#include "shell/resources/resource.h"
+
+namespace ferrowand {
+namespace {
+
+// The given items are numbered in their order; ours follow.
+enum Item : unsigned {
+  FAVOURITE = 1000,
+  SHOW_FULL,
+  SHOW_CACHED = SHOW_FULL + static_cast<unsigned>(WallShows::Cached),
+  APPLY,
+  SELECT_USERS,
+  REPLACE
+};
+
+OwnedMenu CopyOf(HMENU given) {
+  OwnedMenu menu(CreatePopupMenu());
+  for (int i = 0; i < GetMenuItemCount(given); ++i) {
+    std::array<char, 100> text{};
+    GetMenuStringA(given, static_cast<UINT>(i), text.data(), text.size(), MF_BYPOSITION);
+    const UINT id = GetMenuItemID(given, i);
+    AppendMenuA(menu.get(), id == 0 ? MF_SEPARATOR : MF_STRING, id, text.data());
+  }
+  return menu;
+}
+
+}  // namespace
+
+TexturePopup::TexturePopup(const PopupMenus& popups, const TexturePopupState& state)
+    : menu_(CopyOf(
+          popups.Get(state.isFavourite ? ID_POPUP_FAVOURITE_TEXTURES : ID_POPUP_RECENT_TEXTURES))) {
+  CheckMenuRadioItem(menu_.get(), SHOW_FULL, SHOW_CACHED,
+                     SHOW_FULL + static_cast<unsigned>(state.shows), MF_BYCOMMAND);
+  EnableMenuItem(menu_.get(), FAVOURITE, MF_BYCOMMAND | (state.hasChosen ? MF_ENABLED : MF_GRAYED));
+  AddOwn(state);
+}
+
+void TexturePopup::AddOwn(const TexturePopupState& state) const {
+  const auto add = [this](Item item, const char* text, bool isOn) {
+    AppendMenuA(menu_.get(), MF_STRING | (isOn ? MF_ENABLED : MF_GRAYED), item, text);
+  };
+  AppendMenuA(menu_.get(), MF_SEPARATOR, 0, nullptr);
+  add(APPLY, "&Apply\tCtrl+A", state.hasChosen);
+  add(SELECT_USERS, "&Select what has it\tShift+Enter", state.isUsed);
+  add(REPLACE, "Re&place...", true);
+}
+
+TexturePopupChoice TexturePopup::ChoiceOf(unsigned item) const {
+  if (item >= SHOW_FULL && item <= SHOW_CACHED) {
+    return {TexturePopupChoice::Show, static_cast<WallShows>(item - SHOW_FULL)};
+  }
+  switch (item) {
+    case FAVOURITE:
+      return {TexturePopupChoice::Favourite};
+    case APPLY:
+      return {TexturePopupChoice::Apply};
+    case SELECT_USERS:
+      return {TexturePopupChoice::SelectUsers};
+    case REPLACE:
+      return {TexturePopupChoice::Replace};
+    default:
+      return {};
+  }
+}
+
+}  // namespace ferrowand

@@ -1,0 +1,85 @@
+// The WADs of the active map: which it has and in which order, what it uses of each, and where
+// those are that are missing. It stands beside the program's other windows.
+#pragma once
+
+#include "shell/system/win32.h"
+
+#include <commctrl.h>
+
+#include <string>
+#include <vector>
+
+#include "document/announcement.h"
+#include "operations/edit_result.h"
+#include "operations/wad_choice.h"
+#include "shell/windows/side_windows.h"
+
+namespace ferrowand {
+
+class ChildWindows;
+class Dialogs;
+class Documents;
+class Frame;
+class Reporter;
+struct GameData;
+struct Options;
+
+// What the window works with. All outlive it.
+struct WadManagerContext {
+  const Frame& frame;
+  ChildWindows& windows;
+  Documents& documents;
+  GameData& data;
+  Dialogs& dialogs;
+  Reporter& reporter;
+  Options& options;
+};
+
+class WadManagerWindow : public SideWindow, public MapObserver {
+ public:
+  // Handle() is null when the system gave no window.
+  WadManagerWindow(SideWindows& sides, const WadManagerContext& context);
+  ~WadManagerWindow() override;
+
+  // In front, for the active map.
+  void Show();
+
+  // --- as a window beside the frame
+  void OnIdle() override;
+  bool LeavesToProgram(const MSG& message) const override;
+  void OnMapClosing(const Map& map) override;
+  void OnMapReplaced(const Map& map, Map& by) override;
+
+  // --- from the map
+  void OnChange(const MapChange& change) override;
+
+ private:
+  LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+  LRESULT OnNotify(NMHDR& header);
+  void OnInit();
+  void OnCommand(int id);
+  void SetMap(Map* map);
+  void Fill();
+  void GiveRow(LVITEMW& item);
+  LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw) const;
+  std::string CellText(const WadRow& row, int column) const;
+  std::string Details() const;
+  void ShowChosen() const;
+  // -1 for none.
+  int Chosen() const;
+  void Choose(int row) const;
+
+  bool Perform(const char* action, EditResult (*work)(Map& map, std::size_t row), std::size_t row);
+  void Add();
+  void Remove();
+  void Move(int by);
+  void Locate();
+
+  const WadManagerContext context_;
+  Map* map_ = nullptr;
+  std::vector<WadRow> rows_;
+  bool isStale_ = false;
+  std::wstring text_;  // the cell that the system was given last
+};
+
+}  // namespace ferrowand
