@@ -69,8 +69,8 @@ PictureColour ColourAt(const Picture& picture, int x, int y) {
   return index < picture.colours.size() ? picture.colours[index] : PictureColour{};
 }
 
-// Of the pixels of the picture that a texel covers; clear ones do not count for the colour.
-PictureColour AverageOver(const Picture& picture, TextureSize size, int x, int y) {
+// Of the pixels of the picture that a texel covers; clear ones do not count, where there are holes.
+PictureColour AverageOver(const Picture& picture, TextureSize size, Holes holes, int x, int y) {
   const int left = x * picture.width / size.width, top = y * picture.height / size.height;
   const int right = std::max(left + 1, (x + 1) * picture.width / size.width);
   const int bottom = std::max(top + 1, (y + 1) * picture.height / size.height);
@@ -78,7 +78,7 @@ PictureColour AverageOver(const Picture& picture, TextureSize size, int x, int y
   for (int fromY = top; fromY < bottom; ++fromY) {
     for (int fromX = left; fromX < right; ++fromX) {
       const PictureColour colour = ColourAt(picture, fromX, fromY);
-      if (colour.alpha < OPAQUE) continue;
+      if (holes != Holes::None && colour.alpha < OPAQUE) continue;
       red += colour.red;
       green += colour.green;
       blue += colour.blue;
@@ -188,7 +188,7 @@ std::unique_ptr<Texture> MakeTexture(const Picture& picture, std::string_view na
   ForEachTexel(picture, size, isScaled, [&](int fromX, int fromY, int x) {
     row += x == 0 ? 1 : 0;
     const PictureColour colour =
-        isScaled ? AverageOver(picture, size, x, row) : ColourAt(picture, fromX, fromY);
+        isScaled ? AverageOver(picture, size, holes, x, row) : ColourAt(picture, fromX, fromY);
     texture->pixels.push_back(matcher.Match(colour, holes == Holes::Sky && x < size.width / 2));
   });
   return texture;

@@ -27,8 +27,9 @@ AppParts::AppParts(HINSTANCE instance, const Seams& seams)
             {options, reporter, seams.dialogs, popups, tools, joystick, direct3d},
             {options, reporter, seams.dialogs},
             {options, reporter, seams.dialogs, popups, commands},
-            {options, seams.dialogs, popups, commands, choice}),
+            {options, seams.dialogs, popups, commands, choice, wadEditing}),
       documents(data, options, seams.dialogs, maker, seams.dataFolder),
+      wadEditing(data, seams.dialogs, documents),
       accelerators(instance, commands, frame),
       tips(options, objects) {
   AddCommands(seams);
@@ -55,7 +56,8 @@ void AppParts::AddCommands(const Seams& seams) {
   commands.Add(MakeWindowCommands({windows, maker, frame, commands, popups, options}));
   commands.Add(MakeFindCommands({windows, sides, maker, frame, options}));
   commands.Add(MakeTextureCommands(
-      {windows, sides, maker, choice, documents, data, frame, dialogs, reporter, options}));
+      {windows, sides, maker, commands, choice, documents, data, frame, dialogs, reporter,
+       options}));
   commands.Add(MakeCameraCommands({windows, maker, tools, direct3d, progress, reporter, options}));
 }
 
