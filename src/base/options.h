@@ -78,6 +78,7 @@ struct Options {
   std::string entityTreePlace;       // of the window in the frame's client area; empty: unknown
   std::string findPlace;             // of Find Entity on the screen
   std::uint8_t entityTreeShows = 3;  // bits: hidden, disabled, only points, only named, brushes
+  std::string facePlace;             // of the window of face edit on the screen
   std::string propertiesPlace;       // of the window of properties on the screen
   std::uint8_t paleOthers = 0;       // while something is selected, all else is drawn paler
   std::array<std::array<std::uint8_t, 2>, NUMKEYACTIONS> keys;  // virtual-key codes

@@ -51,6 +51,7 @@ void AppParts::AddCommands(const Seams& seams) {
   commands.Add(MakeViewCommands({documents, windows, commands, popups, reporter, options}));
   commands.Add(MakeWindowCommands({windows, maker, frame, commands, popups, options}));
   commands.Add(MakeFindCommands({windows, sides, maker, frame, options}));
+  commands.Add(MakeFaceCommands({windows, sides, frame, tools, options}));
   commands.Add(MakeCameraCommands({windows, maker, tools, direct3d, progress, reporter, options}));
 }
 
