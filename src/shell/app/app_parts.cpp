@@ -54,8 +54,8 @@ void AppParts::AddCommands(const Seams& seams) {
   commands.Add(MakeViewCommands({documents, windows, commands, popups, reporter, options}));
   commands.Add(MakeWindowCommands({windows, maker, frame, commands, popups, options}));
   commands.Add(MakeFindCommands({windows, sides, maker, frame, options}));
-  commands.Add(MakeTextureCommands(
-      {windows, sides, maker, choice, documents, data, frame, dialogs, reporter, options}));
+  commands.Add(MakeTextureCommands({windows, sides, maker, commands, choice, documents, data, frame,
+                                    dialogs, reporter, options}));
   commands.Add(MakeCameraCommands({windows, maker, tools, direct3d, progress, reporter, options}));
 }
 
