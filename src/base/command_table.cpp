@@ -144,7 +144,7 @@ constexpr CommandRow MAINMENU[] = {
      InUse<Command::SelectMultiple>},
     {Command::LayPath, "Modes", "&Lay path", "", HasMap, InUse<Command::LayPath>},
     {Command::SelectNext, "Modes", "&Next", "TAB", HasMap},
-    {Command::FaceEdit, "Modes", "&Face edit", "Ctrl+F", HasMap},
+    {Command::FaceEdit, "Modes", "&Face edit", "Ctrl+F", HasMap, InUse<Command::FaceEdit>},
     {Command::TouchUp, "Modes", "&Touch up", "Ctrl+U", HasMap, InUse<Command::TouchUp>},
     {Command::OperateMatrix, "Operate", "&Matrix...", "", HasSelection},
     {Command::ScaleFlip, "Operate", "S&cale/Flip...", "", HasMap},

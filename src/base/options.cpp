@@ -84,6 +84,7 @@ const Setting SETTINGS[] = {
     {"Entity Tree Place", &Options::entityTreePlace},
     {"Find Place", &Options::findPlace},
     {"Entity Tree Shows", &Options::entityTreeShows},
+    {"Face Edit Place", &Options::facePlace},
     {"Properties Place", &Options::propertiesPlace},
     {"Current Texture", &Options::currentTexture},
     {"Textures Place", &Options::texturesPlace},

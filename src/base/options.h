@@ -81,6 +81,7 @@ struct Options {
   std::string entityTreePlace;        // of the window in the frame's client area; empty: unknown
   std::string findPlace;              // of Find Entity on the screen
   std::uint8_t entityTreeShows = 3;   // bits: hidden, disabled, only points, only named, brushes
+  std::string facePlace;              // of the window of face edit on the screen
   std::string propertiesPlace;        // of the window of properties on the screen
   std::string currentTexture;         // that is put on faces; empty: the first of the first WAD
   std::string recentTextures;         // names with blanks between them, the newest first

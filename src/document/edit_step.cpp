@@ -27,6 +27,7 @@ EditStep::~EditStep() {
   step_.Describe(change);
   if (step_.IsEmpty()) return;
   step_.name = change.done = ActionInWords(map_, change, named_);
+  if (!remarks_.empty()) change.done += (change.done.empty() ? "" : ", ") + remarks_;
   map_.undo.Push(std::move(step_));
 }
 
@@ -62,6 +63,10 @@ entity& EditStep::Add(EntityPtr e, entity& parent) {
   entity& added = *parent.AddChild(std::move(e));
   step_.Added(added);
   return added;
+}
+
+void EditStep::Remark(const std::string& text) {
+  remarks_ += (remarks_.empty() ? "" : ", ") + text;
 }
 
 void EditStep::Move(entity& e, entity& parent) {

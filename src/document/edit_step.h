@@ -3,6 +3,7 @@
 #pragma once
 
 #include <span>
+#include <string>
 #include <unordered_set>
 #include <vector>
 
@@ -55,6 +56,9 @@ class EditStep {
   // To name the step by these, where others go along with what is done. They outlive it.
   void NameBy(std::span<entity* const> objects) { named_.assign(objects.begin(), objects.end()); }
 
+  // Told behind what the step did; more than one one after the other.
+  void Remark(const std::string& text);
+
   // Takes everything back, as if the step had never been opened.
   void Cancel();
 
@@ -64,6 +68,7 @@ class EditStep {
   UndoStep step_;
   std::unordered_set<const entity*> kept_;
   std::vector<const entity*> named_;
+  std::string remarks_;
   std::vector<entity*> selectionBefore_;
   entity* currentLayerBefore_;
   entity* leadingGroupBefore_;

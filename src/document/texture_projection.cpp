@@ -62,6 +62,9 @@ TextureProjection::TextureProjection(const Face& face)
   if (face.texture && face.texture->height) height_ = face.texture->height;
 }
 
+TextureProjection::TextureProjection(const DVec3& normal, float degrees)
+    : axes_(TextureAxesOf(normal)), turn_(degrees) {}
+
 TexturePoint TextureProjection::Along(const DVec3& way) const {
   const double across = Dot(way, axes_.s);
   const double down = Dot(way, axes_.t);

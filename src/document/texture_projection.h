@@ -31,6 +31,9 @@ class TextureProjection {
  public:
   // By the face's plane, rotation, scales, of which 0 counts as 1, and offsets.
   explicit TextureProjection(const Face& face);
+  // On a face with that normal, turned so: a texel a unit of the projection, from the world's
+  // origin.
+  TextureProjection(const DVec3& normal, float degrees);
 
   const TextureAxes& Axes() const { return axes_; }
   // Texels at a point of the world, and on a way in it, which no offset changes.
@@ -42,8 +45,8 @@ class TextureProjection {
  private:
   const TextureAxes& axes_;
   TextureTurn turn_;
-  double xscale_, yscale_;
-  double xoff_, yoff_;
+  double xscale_ = 1, yscale_ = 1;
+  double xoff_ = 0, yoff_ = 0;
   double width_ = 1, height_ = 1;
 };
 

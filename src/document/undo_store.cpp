@@ -51,6 +51,17 @@ void UndoStore::Undo() {
   KeepWithin();
 }
 
+void UndoStore::TakeBack(MapChange& taken) {
+  if (steps_.empty()) return;
+  Done& newest = steps_.back();
+  newest.step.Reverse();
+  newest.step.Describe(taken);
+  taken.before.clear();
+  bytes_ -= newest.bytes;
+  state_ = newest.before;
+  steps_.pop_back();
+}
+
 void UndoStore::Redo() {
   if (redo_.empty()) return;
   steps_.push_back(std::move(redo_.back()));

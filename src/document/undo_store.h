@@ -41,6 +41,9 @@ class UndoStore {
   std::string NewestName() const { return steps_.empty() ? "" : steps_.back().step.name; }
   // Both announce what comes and goes.
   void Undo();
+  // Takes the newest step back for good: it can neither be redone nor named any more. `taken` is
+  // what that has changed; it names no copies of what has been.
+  void TakeBack(MapChange& taken);
   // Applies the step last undone again, as a step of its own; then the one undone before it.
   void Redo();
   // For a document that is another one now.

@@ -15,12 +15,12 @@ constexpr int FILEHEADERSIZE = 17;  // bytes, of no meaning here
 constexpr std::size_t MAXNUMBER = 30;
 
 // What is missing at the end of the file reads as 0.
-std::uint8_t ReadComponent(TextReader& reader, float gamma) {
+int ReadComponent(TextReader& reader) {
   reader.SkipWhitespace();
   if (reader.AtEof()) return 0;
   std::string text;
   reader.ReadToken(text, MAXNUMBER);
-  return GammaCorrect(ParseInt(text), gamma);
+  return ParseInt(text);
 }
 
 }  // namespace
@@ -29,6 +29,7 @@ Palette::Palette() {
   for (int i = 0; i < 256; ++i) {
     const auto grey = static_cast<std::uint8_t>(i);
     entries_[i] = {grey, grey, grey};
+    unbent_[i] = {grey, grey, grey};
   }
 }
 
@@ -39,10 +40,12 @@ void Palette::Load(const SearchPath& path, const Gamma& gamma, Reporter& reporte
     reader.Open(folder + "quake.pal");
     if (!reader.IsOpen()) continue;
     for (int i = 0; i < FILEHEADERSIZE; ++i) reader.GetChar();
-    for (PaletteEntry& entry : entries_) {
-      entry.red = ReadComponent(reader, gamma.red);
-      entry.green = ReadComponent(reader, gamma.green);
-      entry.blue = ReadComponent(reader, gamma.blue);
+    for (std::size_t i = 0; i < entries_.size(); ++i) {
+      const int red = ReadComponent(reader), green = ReadComponent(reader);
+      const int blue = ReadComponent(reader);
+      unbent_[i] = {GammaCorrect(red, 1), GammaCorrect(green, 1), GammaCorrect(blue, 1)};
+      entries_[i] = {GammaCorrect(red, gamma.red), GammaCorrect(green, gamma.green),
+                     GammaCorrect(blue, gamma.blue)};
     }
     return;
   }
@@ -51,10 +54,10 @@ void Palette::Load(const SearchPath& path, const Gamma& gamma, Reporter& reporte
                 "reinstall Ferrowand.");
 }
 
-std::uint8_t Palette::NearestColour(int red, int green, int blue) const {
+std::uint8_t Palette::NearestColour(int red, int green, int blue, int last) const {
   int best = 0;
   int bestDistance = 999999;
-  for (int i = 0; i < 256 && bestDistance > 0; ++i) {
+  for (int i = 0; i <= last && bestDistance > 0; ++i) {
     const int r = entries_[i].red - red;
     const int g = entries_[i].green - green;
     const int b = entries_[i].blue - blue;

@@ -33,11 +33,15 @@ class Palette {
   void Load(const SearchPath& path, const Gamma& gamma, Reporter& reporter);
 
   const PaletteEntry& operator[](std::uint8_t index) const { return entries_[index]; }
-  // The entry at the smallest sum of squared differences; of equals, the lowest.
-  std::uint8_t NearestColour(int red, int green, int blue) const;
+  // The entry, none behind `last`, at the smallest sum of squared differences; of equals, the
+  // lowest.
+  std::uint8_t NearestColour(int red, int green, int blue, int last = 255) const;
+  // The colours as the file has them, without gamma.
+  const std::array<Colour, 256>& Unbent() const { return unbent_; }
 
  private:
   std::array<PaletteEntry, 256> entries_;
+  std::array<Colour, 256> unbent_;
 };
 
 // gamma x v^(1 - log gamma / log 255), cut to a whole number: 0 and 255 stay where they are.

@@ -127,7 +127,7 @@ std::string EncodeHeader(const Texture& texture) {
   PutLe16(&header[12], 96);
   PutLe16(&header[14], 96);
   header[65] = 1;
-  PutLe16(&header[66], texture.width);
+  PutLe16(&header[66], static_cast<std::uint16_t>(texture.width + texture.width % 2));
   PutLe16(&header[68], 1);
   return {header.begin(), header.end()};
 }
@@ -146,15 +146,11 @@ void EncodeRow(std::span<const std::uint8_t> row, std::string& out) {
 
 bool ExportPcx(Texture& texture, const std::string& path, const Palette& palette,
                Reporter& reporter) {
-  const std::span<const std::uint8_t> padded = texture.wad->Pixels(texture);
-  // Meant: the padded pixels are read at the stride of the real width. Where a texture that was too
-  // large shows a smaller picture, what is missing is 0.
-  std::vector<std::uint8_t> pixels(std::size_t{texture.width} * texture.height);
-  std::copy_n(padded.begin(), std::min(padded.size(), pixels.size()), pixels.begin());
-
+  const std::vector<std::uint8_t> pixels = texture.wad->WholeImage(texture);
   std::string text = EncodeHeader(texture);
   for (std::size_t y = 0; y < texture.height; ++y) {
     EncodeRow(std::span(pixels).subspan(y * texture.width, texture.width), text);
+    if (texture.width % 2 != 0) text.push_back('\0');  // a row has an even number of bytes
   }
   text.push_back(PALETTEMARKER);
   for (int i = 0; i < 256; ++i) {

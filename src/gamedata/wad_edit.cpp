@@ -12,23 +12,40 @@
 namespace ferrowand {
 namespace {
 
-// Each texel is the palette's nearest to the average of a block of 2^shift texels each way.
+// Of a fence, whose holes are no colour.
+constexpr std::uint8_t HOLE = 255;
+
+struct LevelLook {
+  const Palette& palette;
+  bool hasHoles;
+};
+
+// Each texel is the palette's nearest to the average of a block of 2^shift texels each way; a hole
+// where half of them are.
 void AppendLevel(std::vector<std::uint8_t>& lump, std::span<const std::uint8_t> pixels,
-                 std::size_t width, std::size_t height, int shift, const Palette& palette) {
+                 std::size_t width, std::size_t height, int shift, const LevelLook& look) {
   const std::size_t side = std::size_t{1} << shift;
-  const int texels = static_cast<int>(side * side);
+  const int texels = static_cast<int>(side * side), last = look.hasHoles ? HOLE - 1 : HOLE;
   for (std::size_t top = 0; top + side <= height; top += side) {
     for (std::size_t left = 0; left + side <= width; left += side) {
-      int red = 0, green = 0, blue = 0;
+      int red = 0, green = 0, blue = 0, holes = 0;
       for (std::size_t y = top; y < top + side; ++y) {
         for (std::size_t x = left; x < left + side; ++x) {
-          const PaletteEntry& entry = palette[pixels[y * width + x]];
+          const std::uint8_t pixel = pixels[y * width + x];
+          if (look.hasHoles && pixel == HOLE) {
+            ++holes;
+            continue;
+          }
+          const PaletteEntry& entry = look.palette[pixel];
           red += entry.red;
           green += entry.green;
           blue += entry.blue;
         }
       }
-      lump.push_back(palette.NearestColour(red / texels, green / texels, blue / texels));
+      const int seen = texels - holes;
+      lump.push_back(holes >= seen
+                         ? HOLE
+                         : look.palette.NearestColour(red / seen, green / seen, blue / seen, last));
     }
   }
 }
@@ -43,7 +60,7 @@ std::vector<std::uint8_t> MakeLump(const Texture& texture, std::span<const std::
   lump.insert(lump.end(), pixels.begin(),
               pixels.begin() + static_cast<std::ptrdiff_t>(width * height));
   for (int shift = 1; shift < MIPLEVELS; ++shift) {
-    AppendLevel(lump, pixels, width, height, shift, palette);
+    AppendLevel(lump, pixels, width, height, shift, {palette, texture.Name().starts_with('{')});
   }
   return lump;
 }
@@ -96,6 +113,7 @@ void WadFile::Retire(std::unique_ptr<Texture> texture) {
   RemoveFromCache(*texture);
   Unload(*texture);
   texture->flags |= TEXTURE_BUILTIN;
+  texture->entry.filepos = 0;
   retired_.push_back(std::move(texture));
 }
 

@@ -252,6 +252,16 @@ bool WadFile::LoadPixels(Texture& texture) try {
   return false;
 }
 
+std::vector<std::uint8_t> WadFile::WholeImage(Texture& texture) {
+  std::vector<std::uint8_t> image(std::size_t{texture.width} * texture.height);
+  const std::uint32_t place = texture.entry.filepos;
+  if (place == 0 || !ReadAt(place + MIPHEADERSIZE, image)) {
+    const auto shown = Pixels(texture);
+    std::copy_n(shown.begin(), std::min(shown.size(), image.size()), image.begin());
+  }
+  return image;
+}
+
 std::span<const std::uint8_t> WadFile::Rgb(Texture& texture) {
   if (texture.rgb.empty()) {
     const std::span<const std::uint8_t> pixels = Pixels(texture);

@@ -106,6 +106,8 @@ class WadFile {
   // Loads through the cache. Padded size; never empty.
   std::span<const std::uint8_t> Pixels(Texture& texture);
   std::span<const std::uint8_t> Rgb(Texture& texture);
+  // Its real size, from the file, also where that is too large to be shown; else what is shown.
+  std::vector<std::uint8_t> WholeImage(Texture& texture);
   // The texture's colour. Where it is not known yet the pixels are loaded if need be.
   Colour RepresentativeColour(Texture& texture, OneColour how);
   // For every texture whose pixels are in the cache.

@@ -1,40 +1,63 @@
 #include "operations/texture_lock.h"
 
+#include <algorithm>
 #include <cmath>
-#include <numbers>
 
-#include "document/texture_projection.h"
 #include "document/transform.h"
+#include "operations/texture_settling.h"
 
 namespace ferrowand {
 namespace {
 
-constexpr double DEGREE = std::numbers::pi / 180;
-constexpr double ARM = 64;  // world units between the points of a pin
+constexpr double ARM = 64;            // world units between the points of a pin
+constexpr double WHOLE_SLACK = 1e-4;  // texels: what the last places of a float come to
 
-// How a value changes along the two axes of the projection, from how it changes along two
-// directions of the plane.
-struct Slope {
-  double across, down;
+// Along the plane through the points, as texels lie at them.
+TexelMap MapThrough(const DVec3 (&points)[3], const TexturePoint (&texels)[3]) {
+  const DVec3 u = points[1] - points[0], v = points[2] - points[0];
+  const double uu = Dot(u, u), uv = Dot(u, v), vv = Dot(v, v);
+  const double det = uu * vv - uv * uv;
+  const auto gradient = [&](double alongU, double alongV) {
+    return u * ((alongU * vv - alongV * uv) / det) + v * ((alongV * uu - alongU * uv) / det);
+  };
+  return {points[0], texels[0], gradient(texels[1].s - texels[0].s, texels[2].s - texels[0].s),
+          gradient(texels[1].t - texels[0].t, texels[2].t - texels[0].t)};
+}
+
+double SettleOn(Face& face, const TexelMap& wanted) {
+  const std::optional<Settled> settled = Settle(face, wanted, HeldCorners(face));
+  if (!settled) return 0;
+  Place(face, settled->placement);
+  return settled->miss;
+}
+
+struct ShiftedOffsets {
+  double x, y;
+
+  bool AreWhole() const {
+    return std::abs(x - std::round(x)) < WHOLE_SLACK && std::abs(y - std::round(y)) < WHOLE_SLACK;
+  }
 };
 
-Slope SlopeOf(const DVec3& u, const DVec3& v, double alongU, double alongV,
-              const TextureAxes& axes) {
-  const double ua = Dot(u, axes.s), ud = Dot(u, axes.t);
-  const double va = Dot(v, axes.s), vd = Dot(v, axes.t);
-  const double det = ua * vd - ud * va;
-  return {(alongU * vd - alongV * ud) / det, (alongV * ua - alongU * va) / det};
+ShiftedOffsets OffsetsAfter(const Face& face, const DVec3& by) {
+  const TexturePoint along = TextureProjection(face).Along(by);
+  return {double{face.xoff} - along.s, double{face.yoff} - along.t};
 }
 
-float WholeDegrees(double radians) {
-  const double degrees = std::round(radians / DEGREE);
-  return static_cast<float>(degrees < 0 ? degrees + 360 : degrees);
-}
-
-DVec3 Middle(const winding& w) {
-  DVec3 sum;
-  for (const WindingPoint& p : w.Points()) sum = sum + DVec3(p.Position());
-  return sum * (1.0 / w.numpoints);
+// The face has been moved.
+double Shift(Face& face, const DVec3& by) {
+  if (!face.plane.HasNormal()) return 0;
+  const ShiftedOffsets offsets = OffsetsAfter(face, by);
+  if (face.HasShape() && !offsets.AreWhole()) {
+    TexelMap wanted = TexelMapOf(face);
+    const TexturePoint along = TextureProjection(face).Along(by);
+    wanted.texels = {wanted.texels.s - along.s, wanted.texels.t - along.t};
+    return SettleOn(face, wanted);
+  }
+  face.xoff = static_cast<float>(std::round(offsets.x));
+  face.yoff = static_cast<float>(std::round(offsets.y));
+  UpdateFromWinding(face);
+  return 0;
 }
 
 }  // namespace
@@ -51,37 +74,15 @@ TextureLock::Pin TextureLock::PinOf(const Face& face) {
   const auto onPlane = [&](const DVec3& axis) {
     return (axis - facing * (Dot(axis, normal) / Dot(facing, normal))) * ARM;
   };
-  pin.at = Middle(*face.w);
-  pin.u = onPlane(axes.s);
-  pin.v = onPlane(axes.t);
-  const DVec3 points[] = {pin.at, pin.at + pin.u, pin.at + pin.v};
-  for (int i = 0; i < 3; ++i) {
-    const TexturePoint texels = projection.Texels(points[i]);
-    pin.s[i] = texels.s;
-    pin.t[i] = texels.t;
-  }
+  pin.points[0] = MiddleOf(face);
+  pin.points[1] = pin.points[0] + onPlane(axes.s);
+  pin.points[2] = pin.points[0] + onPlane(axes.t);
+  for (int i = 0; i < 3; ++i) pin.texels[i] = projection.Texels(pin.points[i]);
   return pin;
 }
 
-void TextureLock::Hold(Face& face, const Pin& pin, const DVec3 (&moved)[3]) {
-  const TextureAxes& axes = TextureAxesOf(face.plane.normal);
-  const DVec3 u = moved[1] - moved[0];
-  const DVec3 v = moved[2] - moved[0];
-  const Slope s = SlopeOf(u, v, pin.s[1] - pin.s[0], pin.s[2] - pin.s[0], axes);
-  const Slope t = SlopeOf(u, v, pin.t[1] - pin.t[0], pin.t[2] - pin.t[0], axes);
-  // The sign of the one scale stays, that of the other tells whether the texture is mirrored.
-  const double sign = face.xscale < 0 ? -1 : 1;
-  const float rotation = WholeDegrees(std::atan2(-s.down * sign, s.across * sign));
-  const TextureTurn turn(rotation);
-  const float xscale = static_cast<float>(1 / (turn.cosine * s.across - turn.sine * s.down));
-  const float yscale = static_cast<float>(1 / (turn.sine * t.across + turn.cosine * t.down));
-  if (!std::isfinite(xscale) || !std::isfinite(yscale)) return;
-  face.rotation = rotation;
-  face.xscale = xscale;
-  face.yscale = yscale;
-  const TexturePoint along = TextureProjection(face).Along(moved[0]);
-  face.xoff = static_cast<float>(pin.s[0] - along.s);
-  face.yoff = static_cast<float>(pin.t[0] - along.t);
+double TextureLock::Hold(Face& face, const Pin& pin, const DVec3 (&moved)[3]) {
+  return SettleOn(face, MapThrough(moved, pin.texels));
 }
 
 TextureLock::TextureLock(const entity& e) {
@@ -90,30 +91,40 @@ TextureLock::TextureLock(const entity& e) {
   });
 }
 
-void TextureLock::Apply(entity& e, const std::function<DVec3(const DVec3&)>& move) const {
+double TextureLock::Apply(entity& e, const std::function<DVec3(const DVec3&)>& move) const {
+  double worst = 0;
   auto pin = pins_.begin();
   ForEachAlong(e, [&](entity& part) {
     for (int i = 0; i < part.brush.getNumFaces(); ++i, ++pin) {
       Face& face = part.brush.face(i);
-      if (!pin->isValid || !face.plane.HasNormal()) continue;
-      Hold(face, *pin, {move(pin->at), move(pin->at + pin->u), move(pin->at + pin->v)});
-      UpdateFromWinding(face);
+      if (!pin->isValid || !face.plane.HasNormal() || !face.HasShape()) continue;
+      const DVec3 moved[3]{move(pin->points[0]), move(pin->points[1]), move(pin->points[2])};
+      worst = std::max(worst, Hold(face, *pin, moved));
     }
   });
+  return worst;
 }
 
-void ShiftTextures(entity& e, const DVec3& by) {
-  const auto shift = [&by](Face& face) {
-    if (!face.plane.HasNormal()) return;
-    const TexturePoint along = TextureProjection(face).Along(by);
-    face.xoff = static_cast<float>(face.xoff - along.s);
-    face.yoff = static_cast<float>(face.yoff - along.t);
-    UpdateFromWinding(face);
-  };
-  ForEachAlong(e, [&shift](entity& part) {
-    for (int i = 0; i < part.brush.getNumFaces(); ++i) shift(part.brush.face(i));
-    for (Face& face : part.brush.FarFaces()) shift(face);
+double ShiftTextures(entity& e, const DVec3& by) {
+  double worst = 0;
+  ForEachAlong(e, [&](entity& part) {
+    for (int i = 0; i < part.brush.getNumFaces(); ++i) {
+      worst = std::max(worst, Shift(part.brush.face(i), by));
+    }
+    for (Face& face : part.brush.FarFaces()) Shift(face, by);
   });
+  return worst;
+}
+
+bool StretchesTextures(const entity& e, const DVec3& by) {
+  bool stretches = false;
+  ForEachAlong(e, [&](const entity& part) {
+    stretches =
+        stretches || std::ranges::any_of(part.brush.Faces(), [&](const Face& face) {
+          return face.HasShape() && face.plane.HasNormal() && !OffsetsAfter(face, by).AreWhole();
+        });
+  });
+  return stretches;
 }
 
 }  // namespace ferrowand

@@ -12,10 +12,12 @@
 #include "document/map.h"
 #include "document/picking.h"
 #include "document/transform.h"
+#include "operations/face_editing.h"
 #include "operations/links.h"
 #include "operations/new_entity.h"
 #include "operations/snap_corners.h"
 #include "operations/template_travel.h"
+#include "operations/texture_lock.h"
 #include "operations/transformation.h"
 
 namespace ferrowand {
@@ -91,6 +93,17 @@ DVec3 CentreFor(const Matrix& matrix, const DVec3& wanted, const std::vector<ent
   return centre;
 }
 
+// What only moves keeps the way back, as long as its textures move along with nothing but offsets.
+void Keep(EditStep& step, entity& root, const Transformation& transformation, bool textureLock) {
+  const bool onlyMoves = transformation.IsMove() &&
+                         !(textureLock && StretchesTextures(root, DVec3(transformation.By())));
+  if (onlyMoves) {
+    step.ChangeByMove(root, transformation.By());
+  } else {
+    step.Change(root);
+  }
+}
+
 EditResult ApplyToSelection(Map& map, const Transformation& transformation,
                             const TransformOptions& options) {
   if (!transformation.KeepsVolume()) return EditResult::Flattens;
@@ -99,17 +112,16 @@ EditResult ApplyToSelection(Map& map, const Transformation& transformation,
   if (transformation.IsNone()) return EditResult::Done;
   {
     EditStep step(map);
+    double textureMiss = 0;
     for (entity* root : roots) {
-      if (transformation.IsMove()) {
-        step.ChangeByMove(*root, transformation.By());
-      } else {
-        step.Change(*root);
-      }
-      const EditResult result = TransformObject(*root, transformation, options.textureLock);
+      Keep(step, *root, transformation, options.textureLock);
+      const EditResult result =
+          TransformObject(*root, transformation, options.textureLock, &textureMiss);
       if (result == EditResult::Done) continue;
       step.Cancel();
       return result;
     }
+    if (textureMiss > TOLD_MISS) step.Remark("textures " + MissInWords(textureMiss));
   }
   if (!transformation.IsMove()) TellOffUnits(map, roots);
   return EditResult::Done;

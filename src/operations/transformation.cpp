@@ -63,20 +63,22 @@ EditResult Compare(const std::vector<Fitness>& before, const std::vector<Fitness
   return EditResult::Done;
 }
 
-void TransformUnchecked(entity& e, const Transformation& transformation, bool textureLock) {
+// The texels by which a locked texture misses.
+double TransformUnchecked(entity& e, const Transformation& transformation, bool textureLock) {
   if (transformation.IsMove()) {
     TranslateEntity(e, transformation.By());
-    if (textureLock) ShiftTextures(e, DVec3(transformation.By()));
-    return;
+    return textureLock ? ShiftTextures(e, DVec3(transformation.By())) : 0;
   }
+  double miss = 0;
   if (textureLock) {
     const TextureLock lock(e);
     TransformEntity(e, transformation.Linear(), transformation.Centre());
-    lock.Apply(e, [&](const DVec3& p) { return transformation.Apply(p); });
+    miss = lock.Apply(e, [&](const DVec3& p) { return transformation.Apply(p); });
   } else {
     TransformEntity(e, transformation.Linear(), transformation.Centre());
   }
   TransformKeys(e, transformation.Linear());
+  return miss;
 }
 
 }  // namespace
@@ -99,10 +101,12 @@ DVec3 Transformation::Apply(const DVec3& p) const {
   return isMove_ ? p + DVec3(by_) : Transform(p, matrix_, centre_);
 }
 
-EditResult TransformObject(entity& e, const Transformation& transformation, bool textureLock) {
+EditResult TransformObject(entity& e, const Transformation& transformation, bool textureLock,
+                           double* textureMiss) {
   if (transformation.IsNone()) return EditResult::Done;
   const std::vector<Fitness> before = FitnessOf(e, transformation);
-  TransformUnchecked(e, transformation, textureLock);
+  const double miss = TransformUnchecked(e, transformation, textureLock);
+  if (textureMiss) *textureMiss = std::max(*textureMiss, miss);
   return Compare(before, FitnessOf(e, transformation));
 }
 

@@ -34,6 +34,8 @@ class Transformation {
 
 // The object with all below it. When it is refused (BreaksBrush, OutsideWorld) it is left as it
 // came out, for the caller to take back. What was broken or outside before may stay so.
-EditResult TransformObject(entity& e, const Transformation& transformation, bool textureLock);
+// Raises the miss to that of the worst locked texture, in texels.
+EditResult TransformObject(entity& e, const Transformation& transformation, bool textureLock,
+                           double* textureMiss = nullptr);
 
 }  // namespace ferrowand

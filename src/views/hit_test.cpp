@@ -46,14 +46,6 @@ bool Crosses(Pixel a, Pixel b, Pixel point) {
   return (Orientation(a, b, point) > 0) == (b.y > a.y);
 }
 
-// From the map towards the eye: right-handed with the axes across and up.
-DVec3 TowardsEye(const ViewTransform& transform) {
-  DVec3 u, v;
-  u[transform.orienu] = 1;
-  v[transform.orienv] = 1;
-  return Cross(u, v);
-}
-
 double DistanceToEdge(Pixel a, Pixel b, Pixel point) {
   const double dx = b.x - a.x, dy = b.y - a.y;
   const double length = dx * dx + dy * dy;
@@ -61,16 +53,6 @@ double DistanceToEdge(Pixel a, Pixel b, Pixel point) {
       length == 0 ? 0
                   : std::clamp(((point.x - a.x) * dx + (point.y - a.y) * dy) / length, 0.0, 1.0);
   return std::hypot(a.x + along * dx - point.x, a.y + along * dy - point.y);
-}
-
-double DistanceToOutline(std::span<const Pixel> polygon, Pixel point) {
-  double least = std::numeric_limits<double>::infinity();
-  Pixel from = polygon.back();
-  for (const Pixel to : polygon) {
-    least = std::min(least, DistanceToEdge(from, to, point));
-    from = to;
-  }
-  return least;
 }
 
 std::vector<Pixel> OutlineOf(const winding& w, const ViewTransform& transform) {
@@ -199,6 +181,23 @@ class HitWalk {
 };
 
 }  // namespace
+
+DVec3 TowardsEye(const ViewTransform& transform) {
+  DVec3 u, v;
+  u[transform.orienu] = 1;
+  v[transform.orienv] = 1;
+  return Cross(u, v);
+}
+
+double DistanceToOutline(std::span<const Pixel> polygon, Pixel point) {
+  double least = std::numeric_limits<double>::infinity();
+  Pixel from = polygon.back();
+  for (const Pixel to : polygon) {
+    least = std::min(least, DistanceToEdge(from, to, point));
+    from = to;
+  }
+  return least;
+}
 
 bool IsInside(Pixel point, std::span<const Pixel> polygon) {
   if (polygon.empty()) return false;

@@ -32,6 +32,11 @@ struct HitQuery {
 // Points on an edge are inside; so are those of a polygon seen as a line.
 bool IsInside(Pixel point, std::span<const Pixel> polygon);
 
+// In pixels, from the point to the nearest edge of a polygon.
+double DistanceToOutline(std::span<const Pixel> polygon, Pixel point);
+// From the map towards the eye: right-handed with the axes across and up.
+DVec3 TowardsEye(const ViewTransform& transform);
+
 // The first face turned to the eye, or seen edge-on, under the pixel; NO_FACE for none.
 int FaceAt(const Brush& brush, const ViewTransform& transform, Pixel at);
 

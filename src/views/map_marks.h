@@ -18,7 +18,7 @@ struct ViewTransform;
 
 // Readable on either background, and none of the map's own colours.
 inline constexpr Colour LEAK_COLOUR{255, 32, 32}, PORTAL_COLOUR{0, 160, 96};
-inline constexpr Colour MARKED_FACE_COLOUR{255, 128, 0};
+inline constexpr Colour MARKED_FACE_COLOUR{255, 128, 0}, PICKED_FACE_COLOUR{0, 160, 255};
 
 struct MapMarks {
   std::vector<Vec3> leak = {};  // from an entity of the level into the void; world units

@@ -88,6 +88,9 @@ class ViewList {
   // It stood there before.
   void CameraMoved(const Camera& camera, const CameraPose& from) const;
 
+  // Of all maps that they show.
+  void ClearPickedFaces() const;
+
   // Of the map as it is, for the status: counted when it is asked for after a change.
   const MapFigures& FiguresOf(const Map& map);
 

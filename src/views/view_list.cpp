@@ -44,6 +44,11 @@ void ViewList::CameraMoved(const Camera& camera, const CameraPose& from) const {
   }
 }
 
+void ViewList::ClearPickedFaces() const {
+  for (MapView* view : views_) view->map.pickedFaces.Clear();
+  for (Camera* camera : cameras_) camera->GetMap().pickedFaces.Clear();
+}
+
 const MapFigures& ViewList::FiguresOf(const Map& map) {
   const std::pair now{&map, map.Revision()};
   if (counted_ != now) figures_ = ferrowand::FiguresOf(map);

@@ -259,7 +259,11 @@ TEST_F(EditingTest, ADragEndsWithoutEffectBeforeAnythingElseIsDone) {
   const Row rows[] = {{[&] { SetCapture(parts->frame.Handle()); }, true, made},
                       {[&] { ReleaseCapture(); }, true, made},
                       {[&] { SendMessageA(Drawing(), WM_CHAR, VK_ESCAPE, 0); }, true, made},
-                      {[&] { pressControlAnd('F'); }, false, ""},  // a grey command's
+                      {[&] {  // that of a grey command: nothing can be done again
+                         const HeldKey shift(VK_SHIFT);
+                         pressControlAnd('Z');
+                       },
+                       false, ""},
                       {[&] { Give(Command::ToolTextureLock); }, true, made},
                       {[&] { pressControlAnd('Z'); }, true, empty}};
   for (const Row& row : rows) {
@@ -425,7 +429,7 @@ TEST_F(EditingTest, ModesAndLimitsAreTicked) {
   dialogs.answers = {{"1", "64", "0", "0", "0", "0", "0"}};
   Give(Command::MultiDuplicate);
   EXPECT_EQ(Selected().mins.x, 64) << "numbers are not limited";
-  EXPECT_FALSE(parts->commands.IsAvailable(Id(Command::FaceEdit))) << "no room has it yet";
+  EXPECT_FALSE(parts->commands.IsAvailable(Id(Command::DensityAnalysis))) << "no room has it yet";
 }
 
 TEST_F(EditingTest, CtrlAndAnArrowMoveByAStepOfTheGridTheWayItPoints) {

@@ -27,8 +27,9 @@ AppParts::AppParts(HINSTANCE instance, const Seams& seams)
             {options, reporter, seams.dialogs, popups, tools, joystick, direct3d},
             {options, reporter, seams.dialogs},
             {options, reporter, seams.dialogs, popups, commands},
-            {options, seams.dialogs, popups, commands, choice}),
+            {options, seams.dialogs, popups, commands, choice, wadEditing}),
       documents(data, options, seams.dialogs, maker, seams.dataFolder),
+      wadEditing(data, seams.dialogs, documents),
       accelerators(instance, commands, frame),
       tips(options, objects) {
   AddCommands(seams);
@@ -56,6 +57,7 @@ void AppParts::AddCommands(const Seams& seams) {
   commands.Add(MakeFindCommands({windows, sides, maker, frame, options}));
   commands.Add(MakeTextureCommands({windows, sides, maker, commands, choice, documents, data, frame,
                                     dialogs, reporter, options}));
+  commands.Add(MakeFaceCommands({windows, sides, frame, tools, options}));
   commands.Add(MakeCameraCommands({windows, maker, tools, direct3d, progress, reporter, options}));
 }
 

@@ -22,6 +22,7 @@
 #include "shell/windows/camera_joystick.h"
 #include "shell/windows/child_windows.h"
 #include "shell/windows/side_windows.h"
+#include "shell/windows/wad_editing.h"
 #include "shell/windows/window_maker.h"
 #include "shell/windows/window_tool_host.h"
 #include "views/tools/tool_set.h"
@@ -56,6 +57,7 @@ struct AppParts {
   CameraJoystick joystick;
   WindowMaker maker;
   Documents documents;
+  WadEditing wadEditing;
   Accelerators accelerators;
   Tips tips;
 

@@ -210,6 +210,16 @@ struct TextureContext {
 };
 std::unique_ptr<CommandGroup> MakeTextureCommands(const TextureContext& context);
 
+// Face edit, which has a window of its own.
+struct FaceContext {
+  ChildWindows& windows;
+  SideWindows& sides;
+  const Frame& frame;
+  ToolSet& tools;
+  Options& options;
+};
+std::unique_ptr<CommandGroup> MakeFaceCommands(const FaceContext& context);
+
 // For those that are never grey for want of one: whether something is selected; says the text
 // otherwise.
 bool RequireSelection(const Map& map, Reporter& reporter, const char* title, const char* text);

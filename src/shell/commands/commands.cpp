@@ -45,6 +45,7 @@ Command ModeOf(const ToolSet& tools) {
   if (tool == &tools.brushTool) return Command::BrushHandles;
   if (tool == &tools.multiSelector) return Command::SelectMultiple;
   if (tool == &tools.vertexTool) return Command::TouchUp;
+  if (tool == &tools.faceTool) return Command::FaceEdit;
   if (tool == &tools.pathTool) return Command::LayPath;
   if (tool == &tools.cameraPositioner) return Command::ToolCameraPositioner;
   if (tool == &tools.primitiveTool) return CommandOf(tools.primitiveTool.Kind());

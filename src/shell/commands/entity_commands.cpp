@@ -18,6 +18,7 @@
 #include "shell/frame/frame.h"
 #include "shell/system/wide_text.h"
 #include "shell/windows/child_windows.h"
+#include "shell/windows/face_window.h"
 #include "shell/windows/properties_window.h"
 #include "views/tools/tool_set.h"
 
@@ -39,9 +40,13 @@ void ShowWindow(const EntityContext& in, Map& map, PropertiesOf of) {
       map, of));
 }
 
-// Of several objects the user is asked first.
+// Of several objects the user is asked first. In face edit those of the picked faces.
 void ShowProperties(const EntityContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
+  if (in.tools.IsFaceEdit()) {
+    ShowFaceWindow(in.sides, {in.windows, in.frame, in.tools, in.options}, true);
+    return;
+  }
   if (map.selection.empty()) {
     in.reporter.Show("Cannot continue", "Cannot group with this tool");
     return;

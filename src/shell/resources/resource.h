@@ -167,6 +167,36 @@
 #define ID_OPEN_FILES_PURGE 101
 #define ID_OPEN_FILES_STATE 102
 
+#define ID_FACES 1060
+#define ID_FACES_STATE 100
+#define ID_FACES_CHECK 101
+#define ID_FACES_PICTURE 102
+#define ID_FACES_CLOSE 103
+#define ID_FACES_FIELD 110  // the first of five, in the order of PlacementField
+#define ID_FACES_SPIN 115   // theirs
+#define ID_FACES_FIT_WIDTH 120
+#define ID_FACES_FIT_HEIGHT 121
+#define ID_FACES_FIT_BOTH 122
+#define ID_FACES_LEFT 125
+#define ID_FACES_CENTRE 126
+#define ID_FACES_RIGHT 127
+#define ID_FACES_TOP 128
+#define ID_FACES_BOTTOM 129
+#define ID_FACES_WORLD 130
+#define ID_FACES_SLOPE 131
+#define ID_FACES_EDGE 132
+#define ID_FACES_WRAP 133
+#define ID_FACES_MIRROR_ACROSS 134
+#define ID_FACES_MIRROR_DOWN 135
+#define ID_FACES_COPY 136
+#define ID_FACES_PASTE 137
+#define ID_FACES_PICK_BRUSH 138  // in the order of PickMore
+#define ID_FACES_PICK_PLANE 139
+#define ID_FACES_PICK_TEXTURE 140
+#define ID_FACES_LAST 140  // of those that want a face
+#define ID_FACES_KEEP_RATIO 150
+#define ID_FACES_AS_ONE 151
+
 #define ID_COMPILE 1031
 #define ID_COMPILE_QBSP 100
 #define ID_COMPILE_NO_FILL 101

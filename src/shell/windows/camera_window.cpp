@@ -7,6 +7,7 @@
 #include "shell/resources/resource.h"
 #include "shell/system/gl_surface.h"
 #include "shell/windows/child_windows.h"
+#include "views/tools/tool_set.h"
 
 namespace ferrowand {
 namespace {
@@ -23,7 +24,11 @@ LRESULT CALLBACK View3DWindowFunc(HWND window, UINT message, WPARAM wParam, LPAR
 
 CameraWindow::CameraWindow(ChildWindows& windows, const CameraWindowContext& context, Map& map,
                            CameraKind kind)
-    : ChildWindow(windows), context_(context), map_(map), kind_(kind) {
+    : ChildWindow(windows),
+      context_(context),
+      map_(map),
+      kind_(kind),
+      faces_(context.tools.Host()) {
   const PixelSize room = frame_.ClientSize();
   Create(CAMERA_CLASS, "", {.width = room.width / 2, .height = room.height / 2},
          WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME |
@@ -103,6 +108,7 @@ LRESULT CameraWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     camera_->Restore();
   }
   if (camera_ && OnNavigation(message, wParam, lParam)) return 0;
+  if (camera_ && OnFaceMessage(message, wParam, lParam)) return 0;
   if (camera_ && OnMouse(message, wParam, lParam)) return 0;
   switch (message) {
     case WM_CREATE:

@@ -11,6 +11,7 @@
 #include "views/camera/camera.h"
 #include "views/camera/camera_navigation.h"
 #include "views/camera/selection_drag.h"
+#include "views/tools/camera_faces.h"
 
 namespace ferrowand {
 
@@ -91,6 +92,9 @@ class CameraWindow : public ChildWindow, public CameraHost {
   // As far as the mouse has been moved with these buttons held.
   void FollowMouse(Pixel at, int buttons);
   void FollowJoystick();
+  // Whether the message was for the faces: face edit is on.
+  bool OnFaceMessage(UINT message, WPARAM wParam, LPARAM lParam);
+  bool NudgeFaces(const MSG& message);
   // Whether the message was one of the mouse's.
   bool OnMouse(UINT message, WPARAM wParam, LPARAM lParam);
 
@@ -130,6 +134,9 @@ class CameraWindow : public ChildWindow, public CameraHost {
   bool clicks_ = false;                 // unless that becomes a drag
   std::optional<FacePlace> boxCorner_;  // of the box that is being drawn
   int wheelRest_ = 0;                   // of turns smaller than a notch
+  CameraFaces faces_;
+  FaceNudge nudge_;
+  bool altIsForFaces_ = false;  // it has been held for a click, and opens no menu
 };
 
 }  // namespace ferrowand

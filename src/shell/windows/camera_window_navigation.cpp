@@ -72,6 +72,7 @@ bool CameraWindow::IsCameraKey(UINT message, int key) const {
 // Its character goes with a bound key: Z goes to the left there, and leaves the grid alone.
 bool CameraWindow::TakesMessage(MSG& message) {
   if (message.hwnd != Handle()) return false;
+  if (NudgeFaces(message)) return true;
   if (!IsCameraKey(message.message, static_cast<int>(message.wParam))) return false;
   DispatchMessageW(&message);
   return true;

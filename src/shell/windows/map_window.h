@@ -11,6 +11,7 @@
 #include "shell/system/handles.h"
 #include "shell/windows/child_window.h"
 #include "views/map_view.h"
+#include "views/tools/camera_faces.h"
 
 namespace ferrowand {
 
@@ -93,7 +94,8 @@ class MapWindow : public ChildWindow, public ViewHost {
   void OnButtonUp(int button, WPARAM wParam, LPARAM lParam);
   void OnMouseMove(WPARAM wParam, LPARAM lParam);
   void Nudge(WPARAM key);
-  bool OnKeyDown(WPARAM key);
+  bool OnKeyDown(WPARAM key, bool isRepeated);
+  void NudgeFaces(WPARAM key, bool isRepeated);
   bool InsertBound(WPARAM key, LPARAM lParam);
   void EndRefusal();
   void SetMouseCursor();
@@ -106,6 +108,7 @@ class MapWindow : public ChildWindow, public ViewHost {
   bool refusing_ = false;
   int wheelRest_ = 0;           // of turns smaller than a notch
   bool altIsForWheel_ = false;  // and its release opens no menu
+  FaceNudge nudge_;
   std::unique_ptr<MapView> view_;
 
   friend LRESULT CALLBACK MapFunc(HWND, UINT, WPARAM, LPARAM);

@@ -99,7 +99,8 @@ LRESULT MapWindow::OnMapMessage(UINT message, WPARAM wParam, LPARAM lParam) {
       SetMouseCursor();
       return TRUE;
     case WM_KEYDOWN:
-      if (OnKeyDown(wParam) || InsertBound(wParam, lParam)) return 0;
+      if (OnKeyDown(wParam, (HIWORD(lParam) & KF_REPEAT) != 0) || InsertBound(wParam, lParam))
+        return 0;
       break;
     case WM_SYSKEYUP:
       if (wParam != VK_MENU || !std::exchange(altIsForWheel_, false)) break;
@@ -227,8 +228,26 @@ void MapWindow::Nudge(WPARAM key) {
   Conclude(map_, MoveSelection(map_, by, context_.tools.HowToTransform()));
 }
 
-bool MapWindow::OnKeyDown(WPARAM key) {
+// Their textures, the way that the arrow points.
+void MapWindow::NudgeFaces(WPARAM key, bool isRepeated) {
+  const ViewTransform& seen = view_->transform;
+  FaceNudge::Eye eye;
+  eye.right[seen.orienu] = seen.scaleu < 0 ? -1 : 1;
+  eye.up[seen.orienv] = seen.scalev < 0 ? 1 : -1;
+  eye.texels = IsDown(VK_SHIFT) ? 1 : 1 << view_->gridu;
+  const FaceKey meaning = key == VK_LEFT    ? FaceKey::Left
+                          : key == VK_RIGHT ? FaceKey::Right
+                          : key == VK_UP    ? FaceKey::Up
+                                            : FaceKey::Down;
+  nudge_.Press(map_, meaning, eye, isRepeated);
+}
+
+bool MapWindow::OnKeyDown(WPARAM key, bool isRepeated) {
   const bool isArrow = key >= VK_LEFT && key <= VK_DOWN;
+  if (isArrow && IsDown(VK_CONTROL) && !map_.pickedFaces.empty()) {
+    NudgeFaces(key, isRepeated);
+    return true;
+  }
   if (isArrow && IsDown(VK_CONTROL) && !map_.selection.empty()) {
     Nudge(key);
     return true;

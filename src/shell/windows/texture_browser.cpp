@@ -361,6 +361,7 @@ void TextureBrowser::ShowPopup(POINT screen) {
     state.isFavourite = wall_.items[item].isFavourite;
     state.isUsed = wall_.items[item].faces > 0;
   }
+  state.isOfWad = ChosenTexture() != nullptr;
   const TexturePopup popup(context_.popups, state);
   Perform(popup.ChoiceOf(context_.dialogs.TrackPopup(Handle(), popup.Menu(), screen)));
 }
@@ -390,9 +391,16 @@ void TextureBrowser::Perform(const TexturePopupChoice& choice) {
       return;
     case TexturePopupChoice::Replace:
       return context_.commands.Execute(Id(Command::ReplaceTexture));
+    case TexturePopupChoice::EditWad:
+      return context_.wads.Do(choice.edit, map_, ChosenTexture());
     case TexturePopupChoice::Nothing:
       return;
   }
+}
+
+Texture* TextureBrowser::ChosenTexture() const {
+  Texture* const texture = chosen_.empty() ? nullptr : map_.wads.FindTexture(chosen_);
+  return texture && EqualNoCase(texture->Name(), chosen_) ? texture : nullptr;
 }
 
 ChildWindow* TextureBrowser::CameraUnder(POINT screen) const {

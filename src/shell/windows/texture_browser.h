@@ -24,6 +24,7 @@ class Dialogs;
 class PopupMenus;
 struct Options;
 struct TexturePopupChoice;
+class WadEditing;
 
 inline constexpr char TEXTURE_BROWSER_CLASS[] = "FRWTextureBrowser";
 
@@ -36,6 +37,7 @@ struct TextureBrowserContext {
   const PopupMenus& popups;
   CommandTarget& commands;
   TextureChoice& choice;
+  WadEditing& wads;
 };
 
 class TextureBrowser : public ChildWindow,
@@ -96,6 +98,8 @@ class TextureBrowser : public ChildWindow,
   void Enter();
   void Escape();
   void Perform(const TexturePopupChoice& choice);
+  // As the map's WADs have it; null for a missing one.
+  Texture* ChosenTexture() const;
   ChildWindow* CameraUnder(POINT screen) const;
 
   const TextureBrowserContext context_;

@@ -15,7 +15,21 @@ enum Item : unsigned {
   SHOW_CACHED = SHOW_FULL + static_cast<unsigned>(WallShows::Cached),
   APPLY,
   SELECT_USERS,
-  REPLACE
+  REPLACE,
+  EDIT_WAD  // and those behind it, in the order of EDITS
+};
+
+constexpr struct {
+  WadEdit edit;
+  const char* text;
+} EDITS[] = {
+    {WadEdit::Insert, "&Insert into WAD..."},
+    {WadEdit::InsertFromGame, "Insert from &game file..."},
+    {WadEdit::Alter, "A&lter..."},
+    {WadEdit::Export, "&Export..."},
+    {WadEdit::Copy, "Copy to &WAD..."},
+    {WadEdit::Rename, "Re&name..."},
+    {WadEdit::Remove, "&Delete from WAD"},
 };
 
 OwnedMenu CopyOf(HMENU given) {
@@ -48,11 +62,20 @@ void TexturePopup::AddOwn(const TexturePopupState& state) const {
   add(APPLY, "&Apply\tCtrl+A", state.hasChosen);
   add(SELECT_USERS, "&Select what has it\tShift+Enter", state.isUsed);
   add(REPLACE, "Re&place...", true);
+  AppendMenuA(menu_.get(), MF_SEPARATOR, 0, nullptr);
+  Item item = EDIT_WAD;
+  for (const auto& [edit, text] : EDITS) {
+    add(item, text, state.isOfWad || !IsOfOneTexture(edit));
+    item = static_cast<Item>(item + 1);
+  }
 }
 
 TexturePopupChoice TexturePopup::ChoiceOf(unsigned item) const {
   if (item >= SHOW_FULL && item <= SHOW_CACHED) {
     return {TexturePopupChoice::Show, static_cast<WallShows>(item - SHOW_FULL)};
+  }
+  if (item >= EDIT_WAD && item - EDIT_WAD < std::size(EDITS)) {
+    return {TexturePopupChoice::EditWad, WallShows::Full, EDITS[item - EDIT_WAD].edit};
   }
   switch (item) {
     case FAVOURITE:

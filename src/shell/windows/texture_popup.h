@@ -7,16 +7,18 @@
 
 #include "operations/texture_wall.h"
 #include "shell/system/handles.h"
+#include "shell/windows/wad_editing.h"
 
 namespace ferrowand {
 
 class PopupMenus;
 
 struct TexturePopupChoice {
-  enum Kind { Nothing, Favourite, Show, Apply, SelectUsers, Replace };
+  enum Kind { Nothing, Favourite, Show, Apply, SelectUsers, Replace, EditWad };
 
   Kind kind = Nothing;
   WallShows shows = WallShows::Full;  // to show
+  WadEdit edit = WadEdit::Insert;
 };
 
 // What the popup is about.
@@ -24,6 +26,7 @@ struct TexturePopupState {
   bool hasChosen = false;
   bool isFavourite = false;
   bool isUsed = false;
+  bool isOfWad = false;  // and no missing one
   WallShows shows = WallShows::Full;
 };
 

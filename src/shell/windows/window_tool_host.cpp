@@ -174,7 +174,8 @@ bool WindowToolHost::TrackPopup(MapView& view, Pixel at, ToolPopup which) {
   if (!window) return false;
   const bool ofSelection = which == ToolPopup::Selection;
   const OwnedMenu own = ofSelection ? context_.popups.ForSelection(view.map) : OwnedMenu();
-  const HMENU menu = ofSelection ? own.get() : context_.popups.Get(ID_POPUP_TOUCH_UP);
+  const unsigned mode = which == ToolPopup::TouchUp ? ID_POPUP_TOUCH_UP : ID_POPUP_FACE_EDIT;
+  const HMENU menu = ofSelection ? own.get() : context_.popups.Get(mode);
   if (ofSelection) SetGreys(context_.commands, view, menu);
   POINT screen{at.x, at.y};
   ClientToScreen(window->Drawing(), &screen);

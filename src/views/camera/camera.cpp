@@ -1,12 +1,15 @@
 #include "views/camera/camera.h"
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
+#include <numbers>
 #include <string_view>
 #include <utility>
 
 #include "document/classes/special_classes.h"
 #include "document/map.h"
+#include "platform/display.h"
 #include "views/camera/camera_navigation.h"
 #include "views/hit_test.h"
 
@@ -15,7 +18,9 @@ namespace {
 
 constexpr double EYE_HEIGHT = 22;    // of a player above the origin, world units
 constexpr double STEPS_AHEAD = 128;  // world units
-constexpr double PICK_REACH = 3;     // pixels: what a renderer may take a pixel for, and one more
+constexpr int CORNER_REACH = 8;      // pixels at the usual size of letters
+constexpr double DEGREE = std::numbers::pi / 180;
+constexpr double PICK_REACH = 3;  // pixels: what a renderer may take a pixel for, and one more
 
 // Where textures are drawn, any will do.
 ShapeColours ColoursOf(RenderMode mode) {
@@ -39,6 +44,7 @@ Camera::Camera(Map& map, CameraHost& host, const Options& options,
                std::unique_ptr<CameraRenderer> renderer)
     : map_(map), host_(host), options_(options), renderer_(std::move(renderer)), scene_(map) {
   map_.AddObserver(*this);
+  if (!map_.pickedFaces.empty()) marks_.SetPicked(map_.pickedFaces);
   ShowCaption();
 }
 
@@ -185,10 +191,13 @@ void Camera::Paint() {
     std::ranges::copy_if(seen, std::back_inserter(tinted),
                          [this](ShapeName name) { return scene_[name].isOfEntity; });
   }
-  const std::vector<ShapeName>& chosen = scene_.Selected();
-  std::ranges::copy_if(seen, std::back_inserter(selected), [&chosen](ShapeName name) {
-    return std::ranges::binary_search(chosen, name);
-  });
+  // The tint of what is selected would hide the textures that are worked on.
+  if (map_.pickedFaces.empty()) {
+    const std::vector<ShapeName>& chosen = scene_.Selected();
+    std::ranges::copy_if(seen, std::back_inserter(selected), [&chosen](ShapeName name) {
+      return std::ranges::binary_search(chosen, name);
+    });
+  }
   picture.seen = seen;
   picture.tinted = tinted;
   picture.selected = selected;
@@ -280,6 +289,29 @@ std::optional<FacePlace> Camera::PlaceAt(Pixel at, const SpaceRules& rules) {
   return std::nullopt;
 }
 
+std::optional<PickedFace> Camera::FaceAt(Pixel at) {
+  CameraHit nearest;
+  for (entity* object : PickAll(at)) {
+    const CameraHit hit = HitOf(object, at);
+    if (hit.face < 0) continue;
+    const bool isNearer =
+        nearest.face < 0 || Length(hit.point - pose_.eye) < Length(nearest.point - pose_.eye);
+    if (isNearer) nearest = hit;
+  }
+  if (nearest.face < 0) return std::nullopt;
+  return PickedFace{nearest.object, nearest.face, CornerAt(nearest)};
+}
+
+int Camera::CornerAt(const CameraHit& hit) const {
+  const double half = Length(hit.point - pose_.eye) * std::tan(FIELD_OF_VIEW / 2 * DEGREE);
+  const double reach = Scaled(CORNER_REACH) * 2 * half / std::max(host_.DrawingArea().height, 1);
+  const auto corners = std::as_const(*hit.object->brush.face(hit.face).w).Points();
+  for (std::size_t i = 0; i < corners.size(); ++i) {
+    if (Length(DVec3(corners[i].Position()) - hit.point) <= reach) return static_cast<int>(i);
+  }
+  return PickedFace::MIDDLE;
+}
+
 CameraHit Camera::PickSelected(Pixel at, PickLevel level) {
   const std::vector<entity*> objects = PickAll(at);
   const auto selected = std::ranges::find_if(
@@ -304,9 +336,13 @@ void Camera::OnChange(const MapChange& change) {
   if (knowsScene_ && lighting_) {
     for (const Bounds& box : lighting_->Learn(change)) scene_.MakeStaleWithin(box);
   }
+  const bool movesFaces =
+      !map_.pickedFaces.empty() && (change.everything || !change.changed.empty());
+  if (change.faces || movesFaces) marks_.SetPicked(map_.pickedFaces);
   ShowCaption();
-  const bool showsOther = change.everything || change.selection || !change.changed.empty() ||
-                          !change.came.empty() || !change.went.empty() || !change.moved.empty();
+  const bool showsOther = change.everything || change.selection || change.faces ||
+                          !change.changed.empty() || !change.came.empty() || !change.went.empty() ||
+                          !change.moved.empty();
   if (showsOther) host_.Repaint();
 }
 

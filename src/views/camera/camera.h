@@ -10,6 +10,7 @@
 #include "base/options.h"
 #include "base/progress.h"
 #include "document/announcement.h"
+#include "document/face_selection.h"
 #include "document/picking.h"
 #include "views/camera/camera_frustum.h"
 #include "views/camera/camera_glide.h"
@@ -113,6 +114,9 @@ class Camera : public MapObserver {
   CameraHit Pick(Pixel at);
   // On the nearest face of a brush there, whatever stands before it; none where no brush is.
   std::optional<FacePlace> PlaceAt(Pixel at, const SpaceRules& rules);
+  // The face of a brush that lies nearest behind the pixel, whatever else stands before it, held by
+  // a corner where that is close.
+  std::optional<PickedFace> FaceAt(Pixel at);
   // Of the selected ones.
   CameraHit PickSelected(Pixel at, PickLevel level);
   // Selects what a click takes, as in the 2D views; where nothing is, the selection stays. What is
@@ -127,6 +131,7 @@ class Camera : public MapObserver {
  private:
   void Stand(const CameraPose& pose);
   CameraHit HitOf(entity* object, Pixel at) const;
+  int CornerAt(const CameraHit& hit) const;
   void FollowScene(LoadProgress& progress);
   ShapeStyle Style() const;
   void ShowCaption();

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <utility>
 
+#include "document/face_selection.h"
 #include "views/camera/camera_shapes.h"
 #include "views/map_marks.h"
 
@@ -10,6 +11,7 @@ namespace ferrowand {
 namespace {
 
 constexpr float RIBBON = 1;       // world units: as wide as the line of a leak is drawn
+constexpr double HELD_REACH = 3;  // world units, from a corner that is held
 constexpr float PLACE_REACH = 8;  // world units, around the point that the user has walked to
 
 void AddPolygon(const std::vector<Vec3>& corners, Shape& shape) {
@@ -19,6 +21,14 @@ void AddPolygon(const std::vector<Vec3>& corners, Shape& shape) {
   for (const Vec3& corner : corners) shape.points.push_back({corner});
   polygon.end = static_cast<std::uint32_t>(shape.points.size());
   shape.polygons.push_back(polygon);
+}
+
+// A square on the face around the corner that is held.
+void AddCorner(const Vec3& corner, const DVec3& normal, Shape& shape) {
+  const DVec3 aside = std::abs(normal.z) > 0.5 ? DVec3(1, 0, 0) : DVec3(0, 0, 1);
+  const Vec3 u(Normalise(Cross(normal, aside)) * HELD_REACH);
+  const Vec3 v(Normalise(Cross(normal, DVec3(u))) * HELD_REACH);
+  AddPolygon({corner + u, corner + v, corner - u, corner - v}, shape);
 }
 
 // A line is no polygon: it is a narrow ribbon, upright unless the line itself is.
@@ -57,6 +67,20 @@ void CameraMarks::SetMarks(const MapMarks& marks) {
   Set(PORTAL_SHAPE, PORTAL_COLOUR, std::move(portals));
   AddPolygon(marks.face, face);
   Set(FACE_SHAPE, MARKED_FACE_COLOUR, std::move(face));
+}
+
+void CameraMarks::SetPicked(const FaceSelection& faces) {
+  Shape picked;
+  for (const PickedFace& face : faces) {
+    const winding* w = face.Get().w.get();
+    if (!w) continue;
+    std::vector<Vec3> corners;
+    for (const WindingPoint& p : w->Points()) corners.push_back(p.Position());
+    AddPolygon(corners, picked);
+    if (face.held < 0 || face.held >= w->numpoints) continue;
+    AddCorner(corners[static_cast<std::size_t>(face.held)], face.Get().plane.normal, picked);
+  }
+  Set(PICKED_SHAPE, PICKED_FACE_COLOUR, std::move(picked));
 }
 
 void CameraMarks::GiveTo(CameraRenderer& renderer, bool isAllLost) {

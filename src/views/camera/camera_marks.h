@@ -1,5 +1,5 @@
 // What a camera draws over the map in lines, seen through walls: the box that is being drawn with
-// the mouse, and the marks of a map.
+// the mouse, the marks of a map, and the faces that are picked.
 #pragma once
 
 #include <map>
@@ -10,6 +10,7 @@
 
 namespace ferrowand {
 
+class FaceSelection;
 struct MapMarks;
 
 class CameraMarks {
@@ -17,6 +18,7 @@ class CameraMarks {
   // Nothing for none.
   void SetDraft(const std::optional<Bounds>& box);
   void SetMarks(const MapMarks& marks);
+  void SetPicked(const FaceSelection& faces);
 
   const std::vector<Outline>& Outlines() const { return outlines_; }
   // Gives the renderer what it has not been given yet; all of it where it has lost what it had.

@@ -46,9 +46,9 @@ inline constexpr int SELECTION_EDGE_WIDTH = 2;  // pixels at the usual size of l
 
 // The number of a shape, by which its camera names it.
 using ShapeName = std::uint32_t;
-// Those of what is drawn over the map: the box that is being drawn, and the map's marks.
+// Those of what is drawn over the map: the box that is being drawn, the map's marks, picked faces.
 inline constexpr ShapeName DRAFT_SHAPE = 0, LEAK_SHAPE = 1, PORTAL_SHAPE = 2, FACE_SHAPE = 3;
-inline constexpr ShapeName FIRST_OBJECT_SHAPE = 4;
+inline constexpr ShapeName PICKED_SHAPE = 4, FIRST_OBJECT_SHAPE = 5;
 
 struct ShapePoint {
   Vec3 at;

@@ -36,7 +36,7 @@ enum class ToolCursor {
 };
 
 // The context popups of the 2D views.
-enum class ToolPopup { Selection, TouchUp };
+enum class ToolPopup { Selection, TouchUp, FaceEdit };
 
 class ToolHost {
  public:

@@ -15,6 +15,7 @@ ToolSet::ToolSet(ToolHost& host, ViewList& views, const Options& options)
 void ToolSet::Use(Tool& tool) {
   current_->Cancel();
   current_ = &tool;
+  if (&tool != &faceTool && &tool != &cameraPositioner) views_.ClearPickedFaces();
   for (MapView* view : views_.Views()) {
     view->SetStatus(tool.Name());
     view->Repaint();
@@ -31,6 +32,13 @@ void ToolSet::Next() {
 void ToolSet::CreatePrimitive(PrimitiveKind kind) {
   const bool isAgain = current_ == &primitiveTool && primitiveTool.Kind() == kind;
   if (primitiveTool.Prepare(kind, isAgain)) Use(primitiveTool);
+}
+
+void ToolSet::ToggleFaceEdit() {
+  current_->Cancel();
+  if (IsFaceEdit()) return Use(*beforeFaces_);
+  beforeFaces_ = current_;
+  Use(faceTool);
 }
 
 void ToolSet::PositionCamera() {

@@ -13,6 +13,7 @@
 #include "views/tools/brush_tool.h"
 #include "views/tools/camera_drag.h"
 #include "views/tools/camera_positioner.h"
+#include "views/tools/face_tool.h"
 #include "views/tools/multi_selector.h"
 #include "views/tools/path_tool.h"
 #include "views/tools/primitive_tool.h"
@@ -39,6 +40,10 @@ class ToolSet {
   void Next();
   // The next drag makes one.
   void CreatePrimitive(PrimitiveKind kind);
+
+  // Face edit, or back to the tool before it. No face is picked in any other.
+  void ToggleFaceEdit();
+  bool IsFaceEdit() const { return current_ == &faceTool; }
 
   // The next press aims the camera; the tool in use now has the mouse again after it.
   void PositionCamera();
@@ -77,6 +82,7 @@ class ToolSet {
   BrushTool brushTool{*this};
   MultiSelector multiSelector{*this};
   VertexTool vertexTool{*this};
+  FaceTool faceTool{*this};
   PrimitiveTool primitiveTool{*this};
   PathTool pathTool{*this};
   CameraPositioner cameraPositioner{*this};
@@ -87,6 +93,7 @@ class ToolSet {
   std::uint8_t limitedAxes_ = 0;
   std::vector<Tool*> cycle_;
   Tool* current_ = &entitySelector;
+  Tool* beforeFaces_ = &brushSelector;
 };
 
 }  // namespace ferrowand

@@ -1,0 +1,38 @@
+// What a user does to the textures of a WAD, of which every open map may show some. In the WAD
+// itself nothing is taken back.
+#pragma once
+
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "gamedata/wad_file.h"
+
+namespace ferrowand {
+
+class Map;
+
+using MapSpan = std::span<const std::unique_ptr<Map>>;
+
+// Those that the game shows in turn with that one: "+0" to "+9" and "+a" to "+j" before one name.
+// Only the texture itself where it is none of these.
+std::vector<Texture*> FramesOf(Texture& texture);
+// The name of that frame, if one frame of its animation comes to be called `newName`.
+std::string NameOfFrame(std::string_view frame, std::string_view newName);
+
+// Whether another texture of the WAD has the name.
+bool IsTaken(const WadFile& wad, std::string_view name, const Texture* but = nullptr);
+
+// For another WAD. Of the real size.
+std::unique_ptr<Texture> CopyOf(Texture& texture);
+
+// False when the WAD refused, which it has told, and nothing has changed. The maps are bound anew:
+// faces that missed the texture have it, and no face holds one that is no more.
+bool AddToWad(MapSpan maps, WadFile& wad, std::unique_ptr<Texture> texture);
+bool RemoveFromWad(MapSpan maps, Texture& texture);
+// Also on the faces of all maps that show it, one step in each.
+bool RenameInWad(MapSpan maps, Texture& texture, std::string_view newName);
+
+}  // namespace ferrowand

@@ -1,0 +1,532 @@
+#include "shell/windows/face_window.h"
+
+#include <commctrl.h>
+#include <windowsx.h>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <iterator>
+
+#include "base/number_text.h"
+#include "base/options.h"
+#include "base/report.h"
+#include "base/text_writer.h"
+#include "document/action.h"
+#include "document/edit_step.h"
+#include "document/map.h"
+#include "gamedata/wad_file.h"
+#include "operations/map_check.h"
+#include "shell/frame/frame.h"
+#include "shell/resources/resource.h"
+#include "shell/system/display_scale.h"
+#include "shell/system/wide_text.h"
+#include "shell/windows/child_windows.h"
+#include "shell/windows/face_picture.h"
+#include "shell/windows/window_place.h"
+#include "views/tools/tool_set.h"
+
+namespace ferrowand {
+namespace {
+
+constexpr const char* DIFFERS = "(differs)";
+constexpr int CORNER_GAP = 16;  // pixels at the usual size of letters
+// Turns of the wheel that follow each other sooner are one step of undo.
+constexpr std::chrono::milliseconds ONE_TURN{1000};
+
+struct Button {
+  int id;
+  const char* name;  // of the step
+  void (*run)(EditStep& step, std::span<const PickedFace> faces, bool asOne);
+};
+
+template <FaceSide side>
+void Justify(EditStep& step, std::span<const PickedFace> faces, bool asOne) {
+  JustifyFaces(step, faces, side, asOne);
+}
+
+template <TextureAxis axis>
+void Mirror(EditStep& step, std::span<const PickedFace> faces, bool) {
+  ChangeFaces(step, faces, [](const PickedFace& face) { return Mirrored(face, axis); });
+}
+
+constexpr std::array<Button, 10> BUTTONS{{
+    {ID_FACES_LEFT, "Texture left", Justify<FaceSide::Left>},
+    {ID_FACES_CENTRE, "Centre texture", Justify<FaceSide::Centre>},
+    {ID_FACES_RIGHT, "Texture right", Justify<FaceSide::Right>},
+    {ID_FACES_TOP, "Texture top", Justify<FaceSide::Top>},
+    {ID_FACES_BOTTOM, "Texture bottom", Justify<FaceSide::Bottom>},
+    {ID_FACES_WORLD, "Align to the world",
+     [](EditStep& step, std::span<const PickedFace> faces, bool) {
+       ChangeFaces(step, faces, [](const PickedFace& face) { return AlignedToWorld(face.Get()); });
+     }},
+    {ID_FACES_SLOPE, "Align to the slope",
+     [](EditStep& step, std::span<const PickedFace> faces, bool) {
+       ChangeFaces(step, faces, AlignedToSlope);
+     }},
+    {ID_FACES_WRAP, "Wrap texture",
+     [](EditStep& step, std::span<const PickedFace> faces, bool) { WrapFaces(step, faces); }},
+    {ID_FACES_MIRROR_ACROSS, "Mirror texture", Mirror<TextureAxis::Across>},
+    {ID_FACES_MIRROR_DOWN, "Mirror texture", Mirror<TextureAxis::Down>},
+}};
+
+bool IsDown(int key) {
+  return GetKeyState(key) < 0;
+}
+
+// No more digits than it needs.
+std::string InWords(float value) {
+  std::string text = FloatText(double{value});
+  if (text.find('.') == std::string::npos) return text;
+  text.erase(text.find_last_not_of('0') + 1);
+  if (text.back() == '.') text.pop_back();
+  return text;
+}
+
+std::string CountInWords(std::size_t count, const char* one, const char* many) {
+  return Format("%u %s", static_cast<unsigned>(count), count == 1 ? one : many);
+}
+
+std::string StateOf(std::span<const PickedFace> faces, const FaceFacts& facts) {
+  if (faces.empty()) return "No face is picked: click one in the camera, or its edge in a view";
+  std::string text = CountInWords(faces.size(), "face", "faces") + " of " +
+                     CountInWords(facts.brushes, "brush", "brushes") + ": ";
+  if (!facts.texture) return text + "textures differ";
+  text += facts.texture->empty() ? "no texture" : *facts.texture;
+  const Texture* texture = faces.front().Get().texture;
+  if (texture) text += Format(", %u x %u", unsigned{texture->width}, unsigned{texture->height});
+  return text;
+}
+
+// Of the first face with which something is wrong.
+std::string CheckOf(std::span<const PickedFace> faces) {
+  if (faces.empty()) return "";
+  CheckCode code = CheckCode::None;
+  for (const PickedFace& face : faces) {
+    if (code == CheckCode::None) code = FaceCheck(face.Get(), CHECK_TOLERANCE);
+  }
+  return CheckName(code);
+}
+
+}  // namespace
+
+FaceWindow::FaceWindow(SideWindows& sides, const FaceWindowContext& context)
+    : SideWindow(sides), context_(context) {
+  CreateDialogParamW(context.frame.Instance(), MAKEINTRESOURCEW(ID_FACES), context.frame.Handle(),
+                     DispatchDialog, reinterpret_cast<LPARAM>(static_cast<SideWindow*>(this)));
+}
+
+FaceWindow::~FaceWindow() {
+  SetMap(nullptr);
+}
+
+void FaceWindow::OnInit() {
+  picture_ = std::make_unique<FacePicture>(
+      GetDlgItem(Handle(), ID_FACES_PICTURE),
+      FacePicture::Answers{.faces = [this] { return Faces(); },
+                           .drag = [this](const TexturePoint& more) { Drag(more); },
+                           .end = [this](bool isCancelled) { EndLive(isCancelled); },
+                           .hold = [this](int corner) { Hold(corner); }});
+  for (int field = 0; field < PLACEMENT_FIELDS; ++field) {
+    SetWindowSubclass(GetDlgItem(Handle(), ID_FACES_FIELD + field), FieldFunc,
+                      static_cast<UINT_PTR>(field), reinterpret_cast<DWORD_PTR>(this));
+    SendDlgItemMessageA(Handle(), ID_FACES_SPIN + field, UDM_SETRANGE32, static_cast<WPARAM>(-1),
+                        1);
+  }
+  PutInPlace();
+}
+
+// At first in the corner that the arranged views leave free.
+void FaceWindow::PutInPlace() const {
+  RECT own, frame, screen;
+  GetWindowRect(Handle(), &own);
+  GetWindowRect(context_.frame.Handle(), &frame);
+  GetWindowRect(GetDesktopWindow(), &screen);
+  const int width = static_cast<int>(own.right - own.left);
+  const int height = static_cast<int>(own.bottom - own.top);
+  const int gap = Scaled(CORNER_GAP);
+  const ChildPlace corner{static_cast<int>(frame.right) - gap - width,
+                          static_cast<int>(frame.bottom) - gap - height, width, height};
+  const ChildPlace place =
+      PlaceOfText(context_.options.facePlace, corner,
+                  {static_cast<int>(screen.right), static_cast<int>(screen.bottom)});
+  SetWindowPos(Handle(), nullptr, place.left, place.top, 0, 0,
+               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void FaceWindow::Show(bool activate) {
+  SetMap(context_.windows.ActiveMap());
+  Refresh();
+  ShowWindow(Handle(), activate ? SW_SHOW : SW_SHOWNA);
+  if (!activate) return;
+  SetActiveWindow(Handle());
+  const HWND first = GetDlgItem(Handle(), ID_FACES_FIELD);
+  SendMessageW(first, EM_SETSEL, 0, -1);
+  SetFocus(first);
+}
+
+void FaceWindow::Hide() {
+  Accept();
+  context_.options.facePlace = PlaceText(Handle(), context_.options.facePlace);
+  ShowWindow(Handle(), SW_HIDE);
+}
+
+// --- the map
+
+void FaceWindow::SetMap(Map* map) {
+  if (map == map_) return;
+  live_.reset();
+  again_.reset();
+  typing_ = stepping_ = -1;
+  if (map_) map_->RemoveObserver(*this);
+  map_ = map;
+  if (map_) map_->AddObserver(*this);
+  isStale_ = true;
+}
+
+void FaceWindow::OnMapClosing(const Map& map) {
+  if (&map == map_) SetMap(nullptr);
+}
+
+void FaceWindow::OnMapReplaced(const Map& map, Map& by) {
+  if (&map == map_) SetMap(&by);
+}
+
+void FaceWindow::OnChange(const MapChange& change) {
+  isStale_ = isStale_ || change.faces || change.everything || !change.changed.empty();
+  if (change.faces) stepping_ = -1;
+}
+
+void FaceWindow::OnIdle() {
+  SetMap(context_.windows.ActiveMap());
+  if (!context_.tools.IsFaceEdit() && IsWindowVisible(Handle())) Hide();
+  if (isStale_ && IsWindowVisible(Handle())) Refresh();
+}
+
+std::vector<PickedFace> FaceWindow::Faces() const {
+  return map_ ? map_->pickedFaces.Faces() : std::vector<PickedFace>();
+}
+
+// --- what is shown
+
+void FaceWindow::Refresh() {
+  isStale_ = false;
+  const std::vector<PickedFace> faces = Faces();
+  const FaceFacts facts = FactsOf(faces);
+  SetWindowTextW(Handle(), ToWide(map_ ? "Faces: " + map_->Name() : "Faces").c_str());
+  SetDlgItemTextW(Handle(), ID_FACES_STATE, ToWide(StateOf(faces, facts)).c_str());
+  SetDlgItemTextA(Handle(), ID_FACES_CHECK, CheckOf(faces).c_str());
+  EnableAll(!faces.empty());
+  ShowFields(facts);
+  picture_->Repaint();
+}
+
+void FaceWindow::EnableAll(bool on) const {
+  for (int id = ID_FACES_FIELD; id <= ID_FACES_LAST; ++id) {
+    const HWND control = GetDlgItem(Handle(), id);
+    if (control) EnableWindow(control, on && (id != ID_FACES_PASTE || copied_) ? TRUE : FALSE);
+  }
+}
+
+// What is being typed stays.
+void FaceWindow::ShowFields(const FaceFacts& facts) {
+  isFilling_ = true;
+  for (int field = 0; field < PLACEMENT_FIELDS; ++field) {
+    if (field == typing_) continue;
+    const std::optional<float>& value = facts.values[static_cast<std::size_t>(field)];
+    const std::string text = facts.brushes == 0 ? "" : value ? InWords(*value) : DIFFERS;
+    SetDlgItemTextA(Handle(), ID_FACES_FIELD + field, text.c_str());
+    if (GetFocus() != GetDlgItem(Handle(), ID_FACES_FIELD + field)) continue;
+    SendDlgItemMessageA(Handle(), ID_FACES_FIELD + field, EM_SETSEL, 0, -1);
+  }
+  isFilling_ = false;
+}
+
+bool FaceWindow::IsTicked(int id) const {
+  return IsDlgButtonChecked(Handle(), id) == BST_CHECKED;
+}
+
+// --- steps
+
+void FaceWindow::Do(const std::string& name, const std::function<void(EditStep&)>& change) {
+  Accept();
+  live_.reset();
+  if (!map_ || map_->pickedFaces.empty()) return;
+  const ActionScope action(map_->Data(), name);
+  EditStep step(*map_);
+  change(step);
+}
+
+void FaceWindow::DoLive(const std::string& name, const std::function<void(EditStep&)>& change) {
+  if (!map_ || map_->pickedFaces.empty()) return;
+  if (!live_ || !live_->IsNewest()) live_.emplace(*map_);
+  const ActionScope action(map_->Data(), name);
+  live_->Do(change);
+}
+
+void FaceWindow::EndLive(bool isCancelled) {
+  if (live_ && isCancelled) live_->Cancel();
+  live_.reset();
+}
+
+// --- numbers
+
+void FaceWindow::OnTyped(int field) {
+  if (typing_ != field) {
+    Accept();
+    live_.reset();
+    typing_ = field;
+  }
+  stepping_ = -1;
+  std::array<char, 64> text{};
+  GetDlgItemTextA(Handle(), ID_FACES_FIELD + field, text.data(), static_cast<int>(text.size()));
+  const std::optional<double> value = ReadNumber(text.data());
+  const auto which = static_cast<PlacementField>(field);
+  isRefused_ = !value || !IsSensible(which, *value);
+  if (isRefused_) {
+    if (live_) live_->Cancel();
+    return;
+  }
+  DoLive("Lay texture", [&](EditStep& step) {
+    ChangeFaces(step, Faces(),
+                [&](const PickedFace& face) { return WithValue(face, which, *value); });
+  });
+}
+
+// What is typed is done; false where it was no number that a texture can have, which is told.
+bool FaceWindow::Accept() {
+  if (typing_ < 0) return true;
+  const bool isRefused = std::exchange(isRefused_, false);
+  live_.reset();
+  const int field = std::exchange(typing_, -1);
+  isStale_ = true;
+  if (isRefused && map_) {
+    const bool isScale = field >= static_cast<int>(PlacementField::XScale);
+    map_->ShowStatus(isScale ? "A scale is a number from 0.001 to 1000, or less than 0"
+                             : "That is no number that a texture can have");
+    MessageBeep(MB_ICONWARNING);
+  }
+  return !isRefused;
+}
+
+void FaceWindow::OnEscape() {
+  if (typing_ >= 0) {
+    EndLive(true);
+    isRefused_ = false;
+    typing_ = -1;
+    return Refresh();
+  }
+  SetActiveWindow(context_.frame.Handle());
+}
+
+double FaceWindow::StepOf(PlacementField field, bool finely) const {
+  switch (field) {
+    case PlacementField::XOffset:
+    case PlacementField::YOffset: {
+      const std::vector<MapView*> views = context_.windows.Views().ViewsOf(*map_);
+      return finely || views.empty() ? 1 : 1 << views.front()->gridu;
+    }
+    case PlacementField::Rotation:
+      return finely ? 1 : context_.options.rotationStep;
+    case PlacementField::XScale:
+    case PlacementField::YScale:
+      break;
+  }
+  return finely ? FINE_SCALE_STEP : SCALE_STEP;
+}
+
+void FaceWindow::Step(int field, int steps, bool finely) {
+  Accept();
+  if (!map_) return;
+  const Clock::time_point now = Clock::now();
+  const bool goesOn = stepping_ == field && finely_ == finely && live_ && live_->IsNewest() &&
+                      now - steppedAt_ < ONE_TURN;
+  if (!goesOn) {
+    live_.reset();
+    steps_ = 0;
+  }
+  stepping_ = field;
+  finely_ = finely;
+  steppedAt_ = now;
+  steps_ += steps;
+  const auto which = static_cast<PlacementField>(field);
+  const double more = steps_ * StepOf(which, finely);
+  DoLive("Lay texture", [&](EditStep& step) {
+    ChangeFaces(step, Faces(), [&](const PickedFace& face) { return WithMore(face, which, more); });
+  });
+  stepping_ = field;
+  Refresh();
+}
+
+// Up and down, by keys and by the wheel.
+LRESULT CALLBACK FaceWindow::FieldFunc(HWND edit, UINT message, WPARAM wParam, LPARAM lParam,
+                                       UINT_PTR field, DWORD_PTR data) {
+  auto& window = *reinterpret_cast<FaceWindow*>(data);
+  const auto step = [&](int steps) {
+    window.Step(static_cast<int>(field), steps, IsDown(VK_SHIFT));
+    return 0;
+  };
+  switch (message) {
+    case WM_KEYDOWN:
+      if (wParam == VK_UP || wParam == VK_DOWN) return step(wParam == VK_UP ? 1 : -1);
+      break;
+    case WM_MOUSEWHEEL:
+      return step(GET_WHEEL_DELTA_WPARAM(wParam) / WHEEL_DELTA);
+    case WM_NCDESTROY:
+      RemoveWindowSubclass(edit, FieldFunc, field);
+      break;
+    default:
+      break;
+  }
+  return DefSubclassProc(edit, message, wParam, lParam);
+}
+
+// --- buttons
+
+int* FaceWindow::Again(int button, int first) {
+  const bool isAgain = again_ && again_->map == map_ && again_->state == map_->undo.State() &&
+                       again_->button == button && again_->faces == Faces();
+  if (!isAgain) again_ = Repeats{map_, 0, Faces(), button, first};
+  return isAgain ? &again_->count : nullptr;
+}
+
+void FaceWindow::Fit(int button) {
+  const FitChange change = IsDown(VK_SHIFT)     ? FitChange::Fewer
+                           : IsDown(VK_CONTROL) ? FitChange::Part
+                                                : FitChange::More;
+  const int first = change == FitChange::Part ? NextRepeats(1, change) : 1;
+  if (int* const repeats = Again(button, first)) *repeats = NextRepeats(*repeats, change);
+  const FitHow how{.width = button != ID_FACES_FIT_HEIGHT,
+                   .height = button != ID_FACES_FIT_WIDTH,
+                   .repeats = again_->count,
+                   .keepsRatio = IsTicked(ID_FACES_KEEP_RATIO)};
+  Do("Fit texture",
+     [&](EditStep& step) { FitFaces(step, Faces(), how, IsTicked(ID_FACES_AS_ONE)); });
+  again_->state = map_->undo.State();
+}
+
+void FaceWindow::AlignToEdge() {
+  if (int* const edge = Again(ID_FACES_EDGE, 0)) ++*edge;
+  Do("Align to an edge", [&](EditStep& step) {
+    ChangeFaces(step, Faces(),
+                [&](const PickedFace& face) { return AlignedToEdge(face.Get(), again_->count); });
+  });
+  again_->state = map_->undo.State();
+}
+
+void FaceWindow::OnButton(int id) {
+  if (!map_) return;
+  Accept();
+  const std::vector<PickedFace> faces = Faces();
+  const auto button = std::ranges::find(BUTTONS, id, &Button::id);
+  if (button != BUTTONS.end()) {
+    Do(button->name, [&](EditStep& step) { button->run(step, faces, IsTicked(ID_FACES_AS_ONE)); });
+  } else if (id == ID_FACES_FIT_WIDTH || id == ID_FACES_FIT_HEIGHT || id == ID_FACES_FIT_BOTH) {
+    Fit(id);
+  } else if (id == ID_FACES_EDGE) {
+    AlignToEdge();
+  } else if (id == ID_FACES_COPY && !faces.empty()) {
+    copied_ = PlacementOf(faces.front().Get());
+    isStale_ = true;
+  } else if (id == ID_FACES_PASTE && copied_) {
+    Do("Paste alignment", [&](EditStep& step) {
+      ChangeFaces(step, faces, [&](const PickedFace&) { return Settled{*copied_, 0}; });
+    });
+  } else if (id >= ID_FACES_PICK_BRUSH && id <= ID_FACES_PICK_TEXTURE) {
+    PickMoreFaces(*map_, static_cast<PickMore>(id - ID_FACES_PICK_BRUSH));
+  }
+  if (isStale_) Refresh();
+}
+
+void FaceWindow::Drag(const TexturePoint& more) {
+  Accept();
+  stepping_ = -1;
+  DoLive("Move texture", [&](EditStep& step) {
+    ChangeFaces(step, Faces(), [&](const PickedFace& face) -> std::optional<Settled> {
+      TexturePlacement placement = PlacementOf(face.Get());
+      placement.xoff += static_cast<float>(more.s);
+      placement.yoff += static_cast<float>(more.t);
+      return Settled{placement, 0};
+    });
+  });
+  Refresh();
+}
+
+void FaceWindow::Hold(int corner) {
+  std::vector<PickedFace> faces = Faces();
+  if (faces.empty()) return;
+  faces.front().held = corner;
+  map_->pickedFaces.Set(faces);
+}
+
+// --- messages
+
+bool FaceWindow::LeavesToProgram(const MSG& message) const {
+  return IsProgramKey(message);
+}
+
+void FaceWindow::FinishTyping() {
+  Accept();
+  live_.reset();
+}
+
+void FaceWindow::OnCommand(int id, int notice) {
+  const int field = id - ID_FACES_FIELD;
+  if (field >= 0 && field < PLACEMENT_FIELDS) {
+    if (notice == EN_CHANGE && !isFilling_) OnTyped(field);
+    if (notice == EN_KILLFOCUS && typing_ == field) Accept();
+    return;
+  }
+  if (notice != BN_CLICKED) return;
+  if (id == IDOK) {
+    Accept();
+    Refresh();
+  } else if (id == IDCANCEL) {
+    OnEscape();
+  } else if (id == ID_FACES_CLOSE) {
+    Hide();
+  } else {
+    OnButton(id);
+  }
+}
+
+LRESULT FaceWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
+  switch (message) {
+    case WM_INITDIALOG:
+      OnInit();
+      return FALSE;
+    case WM_COMMAND:
+      OnCommand(LOWORD(wParam), HIWORD(wParam));
+      return TRUE;
+    case WM_NOTIFY: {
+      const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
+      if (header.code != static_cast<UINT>(UDN_DELTAPOS)) return FALSE;
+      const int turned = reinterpret_cast<const NMUPDOWN*>(lParam)->iDelta;
+      Step(static_cast<int>(header.idFrom) - ID_FACES_SPIN, turned > 0 ? 1 : -1, IsDown(VK_SHIFT));
+      SetWindowLongPtrW(Handle(), DWLP_MSGRESULT, TRUE);
+      return TRUE;
+    }
+    case WM_DRAWITEM:
+      if (wParam != ID_FACES_PICTURE) return FALSE;
+      picture_->Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+      return TRUE;
+    case WM_CLOSE:
+      Hide();
+      return TRUE;
+    case WM_DESTROY:
+      context_.options.facePlace = PlaceText(Handle(), context_.options.facePlace);
+      picture_.reset();
+      return FALSE;
+  }
+  return FALSE;
+}
+
+void ShowFaceWindow(SideWindows& sides, const FaceWindowContext& context, bool activate) {
+  for (const auto& window : sides.All()) {
+    if (auto* open = dynamic_cast<FaceWindow*>(window.get())) return open->Show(activate);
+  }
+  auto* made = sides.Add(std::make_unique<FaceWindow>(sides, context));
+  if (made) static_cast<FaceWindow*>(made)->Show(activate);
+}
+
+}  // namespace ferrowand
