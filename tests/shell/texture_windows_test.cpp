@@ -15,6 +15,7 @@
 #include "shell/windows/child_windows.h"
 #include "shell/windows/side_windows.h"
 #include "shell/windows/texture_browser.h"
+#include "views/camera/camera.h"
 
 namespace ferrowand {
 namespace {
@@ -168,6 +169,37 @@ TEST_F(TextureWindowsTest, TheMouseChoosesAppliesSelectsAndLooksClosely) {
   EXPECT_EQ(parts->options.texturesZoom, 150);
 }
 
+TEST_F(TextureWindowsTest, WhatIsDroppedOnTheCameraPaintsTheFaceThere) {
+  Open();
+  Give(Command::NewGLCamera);
+  app->Pump();
+  ChildWindow& camera = *parts->windows.ActiveWindow();
+  camera.MoveTo({0, 0, 400, 400});
+  CameraPose pose;
+  pose.eye = {32, 32, 200};
+  pose.Face(0, 90);
+  camera.GetCamera()->SetPose(pose);
+  UpdateWindow(camera.Handle());
+  const TextureBrowser& browser = Browse();
+  SendMessageA(wall, WM_LBUTTONDOWN, MK_LBUTTON, PlaceOf(browser, "door"));
+  RECT area;
+  GetClientRect(camera.Handle(), &area);
+  POINT to{area.right / 2, area.bottom / 2};
+  MapWindowPoints(camera.Handle(), wall, &to, 1);
+  SendMessageA(wall, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(to.x, to.y));
+  EXPECT_TRUE(browser.List().IsDragging());
+  SendMessageA(wall, WM_LBUTTONUP, 0, MAKELPARAM(to.x, to.y));
+  int painted = 0;
+  for (int face = 0; face < 6; ++face) {
+    if (NameOn(0, face) != "door") continue;
+    ++painted;
+    EXPECT_EQ(std::as_const(Box(0).brush).face(face).plane.normal.z, 1);
+  }
+  EXPECT_EQ(painted, 1);
+  Give(Command::Undo);
+  EXPECT_EQ(ExtendedText(*map), before);
+}
+
 // What has been drawn and moved along must be what would be drawn anew.
 TEST_F(TextureWindowsTest, AScrolledWallIsTheWallAtThatPlace) {
   Open();
@@ -244,7 +276,7 @@ TEST_F(TextureWindowsTest, WadsAreArrangedLocatedAndClosed) {
   dialogs.files = {dir.Write("new.wad", WadBytes({{"WALL", 8, 8, "n"}}))};
   push(ID_WADS_ADD);
   EXPECT_EQ(Cell(list, 2, 0), "new.wad");
-  EXPECT_EQ(Cell(list, 0, 4), "1 also elsewhere");
+  EXPECT_EQ(Cell(list, 0, 4), "1 shared");
   push(ID_WADS_UP);
   push(ID_WADS_UP);
   EXPECT_EQ(Cell(list, 0, 0), "new.wad");
