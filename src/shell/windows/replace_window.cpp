@@ -330,9 +330,7 @@ void ReplaceWindow::Replace() {
 void ReplaceWindow::ShowInBrowser() const {
   if (!map_) return;
   std::string name = TextOf(ID_REPLACE_WITH);
-  if (GetFocus() != GetDlgItem(Handle(), ID_REPLACE_WITH) && name.empty()) {
-    name = TextOf(ID_REPLACE_FIND);
-  }
+  if (name.empty()) name = TextOf(ID_REPLACE_FIND);
   context_.maker.ShowInBrowser(*map_, name);
 }
 
