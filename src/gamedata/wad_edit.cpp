@@ -162,22 +162,35 @@ bool WadFile::Put(const WadImage& image, const std::string& before) {
 }
 
 bool WadFile::AddTexture(std::unique_ptr<Texture> texture) {
-  if (!IsPossible(*texture, texture->pixels)) return false;
+  std::vector<std::unique_ptr<Texture>> one;
+  one.push_back(std::move(texture));
+  return AddTextures(std::move(one));
+}
+
+bool WadFile::AddTextures(std::vector<std::unique_ptr<Texture>> textures) {
+  const auto isPossible = [](const auto& t) { return IsPossible(*t, t->pixels); };
+  if (!std::ranges::all_of(textures, isPossible)) return false;
   auto image = FreshImage();
   if (!image) return false;
   const std::string before = image->Bytes();
-  WadEntry entry = texture->entry;
-  if (!image->Add(entry, MakeLump(*texture, texture->pixels, palette_)) || !Put(*image, before)) {
-    return false;
+  std::vector<WadEntry> entries;
+  entries.reserve(textures.size());
+  for (const auto& texture : textures) {
+    entries.push_back(texture->entry);
+    if (!image->Add(entries.back(), MakeLump(*texture, texture->pixels, palette_))) return false;
   }
-  texture->entry = entry;
-  texture->wad = this;
-  texture->flags = 0;
-  texture->paddedWidth = PaddedSize(texture->width);
-  texture->paddedHeight = PaddedSize(texture->height);
-  texture->pixels = std::vector<std::uint8_t>();
-  texture->rgb = std::vector<std::uint8_t>();
-  textures_.push_back(std::move(texture));
+  if (!Put(*image, before)) return false;
+  for (std::size_t i = 0; i < textures.size(); ++i) {
+    Texture& texture = *textures[i];
+    texture.entry = entries[i];
+    texture.wad = this;
+    texture.flags = 0;
+    texture.paddedWidth = PaddedSize(texture.width);
+    texture.paddedHeight = PaddedSize(texture.height);
+    texture.pixels = std::vector<std::uint8_t>();
+    texture.rgb = std::vector<std::uint8_t>();
+    textures_.push_back(std::move(textures[i]));
+  }
   Index();
   return true;
 }

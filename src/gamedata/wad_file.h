@@ -141,6 +141,8 @@ class WadFile {
   // written.
   // The texture's pixels are width x height, unpadded; they are freed, and read back when needed.
   bool AddTexture(std::unique_ptr<Texture> texture);
+  // All of them at once, or none.
+  bool AddTextures(std::vector<std::unique_ptr<Texture>> textures);
   // Closes the gap in the file. The texture is no more, as after ReadAgain.
   bool RemoveTexture(Texture& texture);
   // At most 15 bytes of the name are taken.

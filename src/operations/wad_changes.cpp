@@ -90,6 +90,12 @@ bool AddToWad(MapSpan maps, WadFile& wad, std::unique_ptr<Texture> texture) {
   return true;
 }
 
+bool AddToWad(MapSpan maps, WadFile& wad, std::vector<std::unique_ptr<Texture>> textures) {
+  if (!wad.AddTextures(std::move(textures))) return false;
+  BindAnew(maps);
+  return true;
+}
+
 bool RemoveFromWad(MapSpan maps, Texture& texture) {
   if (!texture.wad->RemoveTexture(texture)) return false;
   BindAnew(maps);

@@ -31,6 +31,7 @@ std::unique_ptr<Texture> CopyOf(Texture& texture);
 // False when the WAD refused, which it has told, and nothing has changed. The maps are bound anew:
 // faces that missed the texture have it, and no face holds one that is no more.
 bool AddToWad(MapSpan maps, WadFile& wad, std::unique_ptr<Texture> texture);
+bool AddToWad(MapSpan maps, WadFile& wad, std::vector<std::unique_ptr<Texture>> textures);
 bool RemoveFromWad(MapSpan maps, Texture& texture);
 // Also on the faces of all maps that show it, one step in each.
 bool RenameInWad(MapSpan maps, Texture& texture, std::string_view newName);

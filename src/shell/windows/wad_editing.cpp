@@ -179,22 +179,24 @@ void WadEditing::InsertPicture(Map& map, const std::string& path) {
 std::string WadEditing::AddAll(WadFile& wad, const std::vector<NamedPicture>& pictures,
                                const std::string& pattern, const ImportRules& rules) {
   const TextPattern wanted(pattern, PatternRule::Whole);
-  unsigned added = 0, there = 0, refused = 0;
+  unsigned there = 0, refused = 0;
+  std::vector<std::unique_ptr<Texture>> added;
   for (const NamedPicture& found : pictures) {
     if (!wanted.Matches(found.name)) continue;
-    if (IsTaken(wad, found.name)) {
+    const auto isSame = [&](const auto& t) { return EqualNoCase(t->Name(), found.name); };
+    if (IsTaken(wad, found.name) || std::ranges::any_of(added, isSame)) {
       ++there;
-    } else if (WhyNoTextureName(found.name).empty() &&
-               wad.AddTexture(MakeTexture(found.picture, found.name, rules, data_.palette))) {
-      ++added;
+    } else if (WhyNoTextureName(found.name).empty()) {
+      added.push_back(MakeTexture(found.picture, found.name, rules, data_.palette));
     } else {
       ++refused;
     }
   }
-  for (const auto& map : documents_.Maps()) map->BindTexturesAnew();
-  std::string text = Format("%u inserted into ", added) + NameOf(wad);
+  const auto count = static_cast<unsigned>(added.size());
+  if (count > 0 && !AddToWad(documents_.Maps(), wad, std::move(added))) return "";
+  std::string text = Format("%u inserted into ", count) + NameOf(wad);
   if (there > 0) text += Format("; %u were there already", there);
-  if (refused > 0) text += Format("; %u could not be inserted", refused);
+  if (refused > 0) text += Format("; %u have names that no map can hold", refused);
   return text;
 }
 
@@ -217,9 +219,10 @@ void WadEditing::InsertFromGame(Map& map) {
                 Format("%u textures", static_cast<unsigned>(pictures->size())),
                 {names, WadRow("&WAD", wads), FitRow(), ColourRow()},
                 [&](const FormValues& typed) {
-                  map.ShowStatus(AddAll(WadNamed(wads, typed[1]), *pictures, typed[0],
-                                        RulesOf(typed[2], typed[3])));
-                  return true;
+                  const std::string text = AddAll(WadNamed(wads, typed[1]), *pictures, typed[0],
+                                                  RulesOf(typed[2], typed[3]));
+                  map.ShowStatus(text);
+                  return !text.empty();
                 }});
 }
 
