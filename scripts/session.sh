@@ -283,6 +283,8 @@ do_step() {
       ;;
     mouse) xdotool mousemove "$1" "$2" click 1 sleep 0.2 ;;
     type) xdotool type --delay 5 -- "${text#type }" ;;
+    path) xdotool type --delay 5 -- "$(windows_path "$work/$first")" ;;
+    put) cp "$(dirname "$steps")/../../$first" "$work/$2" ;;
     ctrlclick)
       move_to "$1" "$2"
       xdotool keydown ctrl click 1 keyup ctrl

@@ -13,8 +13,8 @@ namespace ferrowand {
 class Map;
 class entity;
 
-// The picked faces, if there are some, or else the selected objects; the current layer; all.
-enum class TextureScope { Selection, Layer, Map };
+// All; the current layer; the picked faces, if there are some, or else the selected objects.
+enum class TextureScope { Map, Layer, Selection };
 
 struct FoundFaces {
   std::vector<PickedFace> faces;  // that can be reached

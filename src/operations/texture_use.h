@@ -33,7 +33,6 @@ class TextureUses {
   const TextureUse& Of(std::string_view name) const;
   // In the order of their names.
   std::vector<const TextureUse*> Missing() const;
-  std::size_t NumTextures() const { return byName_.size(); }
 
  private:
   std::unordered_map<std::string, TextureUse> byName_;

@@ -193,7 +193,7 @@ void Sort(std::vector<WallItem>& items, WallOrder order) {
 
 std::string TitleOf(const Map& map, const WadFile& wad) {
   for (const WadList::Item& item : map.wads.Items()) {
-    if (item.wad == &wad) return item.name;
+    if (item.wad == &wad && !IsMissing(item)) return item.name;
   }
   return wad.FileName();
 }

@@ -1,5 +1,11 @@
 // The texture browser, Replace Texture, the WAD manager and Open Files, driven by their controls.
+#include "shell/system/win32.h"
+
 #include <commctrl.h>
+
+#include <functional>
+#include <set>
+#include <utility>
 
 #include "document/picking.h"
 #include "gamedata/wad_builder.h"
@@ -9,14 +15,15 @@
 #include "shell/windows/child_windows.h"
 #include "shell/windows/side_windows.h"
 #include "shell/windows/texture_browser.h"
+#include "views/camera/camera.h"
 
 namespace ferrowand {
 namespace {
 
 class TextureWindowsTest : public AppTest {
  protected:
-  // Three boxes with a WAD of 300 textures, and one that is missing.
-  void Open() {
+  // Three boxes with a WAD of 300 textures.
+  void Open(const std::string& wads = "some.wad") {
     ASSERT_TRUE(Start());
     std::vector<LumpPlan> plans{{"wall", 64, 64, "\x10\x20"}, {"door", 64, 128, "\x30\x40"}};
     for (int i = 0; i < 298; ++i) plans.push_back({Format("tex%03i", i), 64, 64, "\x50\x60\x70"});
@@ -24,7 +31,7 @@ class TextureWindowsTest : public AppTest {
     std::string brushes;
     for (int x = 0; x < 3; ++x) brushes += Cuboid(x * 128, 0, 0, x * 128 + 64, 64, 64);
     const std::string text =
-        "{\"classname\" \"worldspawn\" \"wad\" \"some.wad;gone.wad\"\n" + brushes + "}\n";
+        "{\"classname\" \"worldspawn\" \"wad\" \"" + wads + "\"\n" + brushes + "}\n";
     map = parts->documents.Open(dir.Write("textures.map", text));
     sink.messages.clear();
     app->Pump();
@@ -124,6 +131,9 @@ TEST_F(TextureWindowsTest, TheWallIsSearchedChosenFromAndApplied) {
   EXPECT_EQ(parts->choice.Current(), "tex000");
   Give(Command::ApplyTexture);
   EXPECT_EQ(NameOn(1), "tex000");
+  Give(Command::CreateCuboid);
+  parts->tools.primitiveTool.Create(*map, {{0, 0, 128}, {64, 64, 192}});
+  EXPECT_EQ(NameOn(3), "tex000");
 }
 
 TEST_F(TextureWindowsTest, TheMouseChoosesAppliesSelectsAndLooksClosely) {
@@ -157,6 +167,37 @@ TEST_F(TextureWindowsTest, TheMouseChoosesAppliesSelectsAndLooksClosely) {
   const WPARAM notch = MAKEWPARAM(MK_CONTROL, WHEEL_DELTA);
   SendMessageA(wall, WM_MOUSEWHEEL, notch, 0);
   EXPECT_EQ(parts->options.texturesZoom, 150);
+}
+
+TEST_F(TextureWindowsTest, WhatIsDroppedOnTheCameraPaintsTheFaceThere) {
+  Open();
+  Give(Command::NewGLCamera);
+  app->Pump();
+  ChildWindow& camera = *parts->windows.ActiveWindow();
+  camera.MoveTo({0, 0, 400, 400});
+  CameraPose pose;
+  pose.eye = {32, 32, 200};
+  pose.Face(0, 90);
+  camera.GetCamera()->SetPose(pose);
+  UpdateWindow(camera.Handle());
+  const TextureBrowser& browser = Browse();
+  SendMessageA(wall, WM_LBUTTONDOWN, MK_LBUTTON, PlaceOf(browser, "door"));
+  RECT area;
+  GetClientRect(camera.Handle(), &area);
+  POINT to{area.right / 2, area.bottom / 2};
+  MapWindowPoints(camera.Handle(), wall, &to, 1);
+  SendMessageA(wall, WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(to.x, to.y));
+  EXPECT_TRUE(browser.List().IsDragging());
+  SendMessageA(wall, WM_LBUTTONUP, 0, MAKELPARAM(to.x, to.y));
+  int painted = 0;
+  for (int face = 0; face < 6; ++face) {
+    if (NameOn(0, face) != "door") continue;
+    ++painted;
+    EXPECT_EQ(std::as_const(Box(0).brush).face(face).plane.normal.z, 1);
+  }
+  EXPECT_EQ(painted, 1);
+  Give(Command::Undo);
+  EXPECT_EQ(ExtendedText(*map), before);
 }
 
 // What has been drawn and moved along must be what would be drawn anew.
@@ -194,11 +235,13 @@ TEST_F(TextureWindowsTest, ReplacementsAreCountedMadeAndTakenBack) {
   ExpectTidy(window);
   const auto state = [&] { return TextOf(GetDlgItem(window, ID_REPLACE_STATE)); };
   EXPECT_EQ(TextOf(GetDlgItem(window, ID_REPLACE_FIND)), "wall");
-  EXPECT_EQ(state(), "6 faces of 1 brush");
-  SendDlgItemMessageA(window, ID_REPLACE_SCOPE, CB_SETCURSEL, 2, 0);
-  SendMessageA(window, WM_COMMAND, MAKEWPARAM(ID_REPLACE_SCOPE, CBN_SELCHANGE), 0);
-  EXPECT_EQ(state(), "18 faces of 3 brushes");
-  EXPECT_EQ(parts->options.replaceFlags, 2);
+  for (const auto& [scope, found] :
+       {std::pair(2, "6 faces of 1 brush"), {0, "18 faces of 3 brushes"}}) {
+    SendDlgItemMessageA(window, ID_REPLACE_SCOPE, CB_SETCURSEL, static_cast<WPARAM>(scope), 0);
+    SendMessageA(window, WM_COMMAND, MAKEWPARAM(ID_REPLACE_SCOPE, CBN_SELCHANGE), 0);
+    EXPECT_EQ(state(), found);
+    EXPECT_EQ(parts->options.replaceFlags, scope);
+  }
   SendDlgItemMessageA(window, ID_REPLACE_NEXT, BM_CLICK, 0, 0);
   EXPECT_EQ(map->selection, std::vector<entity*>{&Box(1)});
   parts->choice.Choose("door");
@@ -219,7 +262,7 @@ TEST_F(TextureWindowsTest, ReplacementsAreCountedMadeAndTakenBack) {
 }
 
 TEST_F(TextureWindowsTest, WadsAreArrangedLocatedAndClosed) {
-  Open();
+  Open("some.wad;gone.wad");
   Give(Command::WadManager);
   app->Pump();
   const HWND window = SideWindowTitled("WADs"), list = GetDlgItem(window, ID_WADS_LIST);
@@ -233,7 +276,7 @@ TEST_F(TextureWindowsTest, WadsAreArrangedLocatedAndClosed) {
   dialogs.files = {dir.Write("new.wad", WadBytes({{"WALL", 8, 8, "n"}}))};
   push(ID_WADS_ADD);
   EXPECT_EQ(Cell(list, 2, 0), "new.wad");
-  EXPECT_EQ(Cell(list, 0, 4), "1 also elsewhere");
+  EXPECT_EQ(Cell(list, 0, 4), "1 shared");
   push(ID_WADS_UP);
   push(ID_WADS_UP);
   EXPECT_EQ(Cell(list, 0, 0), "new.wad");

@@ -18,8 +18,7 @@ AppParts::AppParts(HINSTANCE instance, const Seams& seams)
           {data, options, progress, boundEntities, windows, sides, tools, frame, seams.dialogs}),
       frame(instance, options, reporter, progress, commands, documents),
       windows(frame, documents, reporter),
-      toolHost(
-          {windows, tools, commands, reporter, seams.dialogs, popups, objects, choice, options}),
+      toolHost({windows, tools, commands, reporter, seams.dialogs, popups, objects, choice}),
       tools(toolHost, windows.Views(), options),
       joystick(seams.joysticks, options, reporter),
       maker(windows, sides, {options, reporter, commands, tools, toolHost, objects, backBuffer},

@@ -1,4 +1,5 @@
 // The texture browser, what puts textures on faces, and the WADs that textures come from.
+#include "document/classes/special_classes.h"
 #include "document/map.h"
 #include "document/picking.h"
 #include "operations/face_texture.h"

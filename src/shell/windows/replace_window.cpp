@@ -32,7 +32,7 @@ constexpr UINT_PTR COUNT_TIMER = 1;
 constexpr UINT COUNT_DELAY = 10;  // milliseconds; what is typed goes first
 
 // In the order of TextureScope.
-constexpr const wchar_t* SCOPES[] = {L"Selection", L"Current layer", L"Whole map"};
+constexpr const wchar_t* SCOPES[] = {L"Whole map", L"Current layer", L"Selection"};
 constexpr unsigned SCOPE_BITS = 3, KEEP_LOOK = 4, ONLY_MISSING = 8, AS_FACES = 16;
 
 TextureUse UseOf(const FoundFaces& found) {
@@ -156,6 +156,9 @@ std::string ReplaceWindow::TextOf(int id) const {
 
 void ReplaceWindow::SetText(int id, const std::string& text) const {
   SetDlgItemTextW(Handle(), id, ToWide(text).c_str());
+  // A list box selects what it is given.
+  if (id != ID_REPLACE_STATE)
+    SendDlgItemMessageW(Handle(), id, CB_SETEDITSEL, 0, MAKELPARAM(-1, 0));
 }
 
 bool ReplaceWindow::IsTicked(int id) const {
@@ -327,9 +330,7 @@ void ReplaceWindow::Replace() {
 void ReplaceWindow::ShowInBrowser() const {
   if (!map_) return;
   std::string name = TextOf(ID_REPLACE_WITH);
-  if (GetFocus() != GetDlgItem(Handle(), ID_REPLACE_WITH) && name.empty()) {
-    name = TextOf(ID_REPLACE_FIND);
-  }
+  if (name.empty()) name = TextOf(ID_REPLACE_FIND);
   context_.maker.ShowInBrowser(*map_, name);
 }
 

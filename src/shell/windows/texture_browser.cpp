@@ -80,7 +80,7 @@ LRESULT CALLBACK TextureBrowserFunc(HWND window, UINT message, WPARAM wParam, LP
 
 TextureBrowser::TextureBrowser(ChildWindows& windows, const TextureBrowserContext& context,
                                Map& map)
-    : ChildWindow(windows), context_(context), map_(map), chosen_(context.choice.Current()) {
+    : ChildWindow(windows), context_(context), map_(map), chosen_(context.choice.For(map)) {
   const PixelSize client = frame_.ClientSize();
   Create(TEXTURE_BROWSER_CLASS, "Textures",
          PlaceOfText(context_.options.texturesPlace, UsualPlace(client), client), WS_CLIPCHILDREN,

@@ -94,7 +94,7 @@ TextureList::TextureList(HWND parent, int id, const TextureWall& wall, const Pal
                   WS_CHILD | WS_VISIBLE | WS_TABSTOP | WS_VSCROLL, 0, 0, 0, 0, parent,
                   reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), GetModuleHandleA(nullptr),
                   this);
-  if (window_) tip_ = std::make_unique<TextureTip>(window_, palette);
+  tip_ = std::make_unique<TextureTip>(window_, palette);
 }
 
 TextureList::~TextureList() {
@@ -275,7 +275,11 @@ void TextureList::DrawItem(HDC dc, std::size_t index) const {
   }
   DrawTexture(dc, picture, item.texture, palette_);
   if (item.isFavourite) DrawStar(dc, picture.right, picture.top);
-  if (look_.hasNames) DrawCaption(dc, item, {cell.left, picture.bottom, cell.right, cell.bottom});
+  if (!look_.hasNames) return;
+  SetTextColor(dc, !item.texture                        ? MISSING_TEXT
+                   : item.faces > 0 || index == chosen_ ? USED_TEXT
+                                                        : UNUSED_TEXT);
+  DrawCaption(dc, item, {cell.left, picture.bottom, cell.right, cell.bottom});
 }
 
 void TextureList::DrawCaption(HDC dc, const WallItem& item, RECT place) const {
@@ -283,7 +287,6 @@ void TextureList::DrawCaption(HDC dc, const WallItem& item, RECT place) const {
   if (item.frames.size() > 1) {
     text += Format(" (%u)", static_cast<unsigned>(item.frames.size()));
   }
-  SetTextColor(dc, !item.texture ? MISSING_TEXT : item.faces > 0 ? USED_TEXT : UNUSED_TEXT);
   DrawTextW(dc, ToWide(text).c_str(), -1, &place,
             DT_SINGLELINE | DT_VCENTER | DT_NOPREFIX | DT_END_ELLIPSIS);
 }

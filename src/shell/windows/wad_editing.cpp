@@ -243,7 +243,7 @@ void WadEditing::Alter(Map& map, Texture& texture) {
 
 // --- out, and within
 
-void WadEditing::Export(const Map& map, Texture& texture) {
+void WadEditing::Export(Map& map, Texture& texture) {
   const auto path = dialogs_.ChooseFile({.saving = true,
                                          .title = "Export " + std::string(texture.Name()),
                                          .filter = PCX_FILTER,

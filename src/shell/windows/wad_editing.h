@@ -42,7 +42,7 @@ class WadEditing {
   std::string AddAll(WadFile& wad, const std::vector<NamedPicture>& pictures,
                      const std::string& pattern, const ImportRules& rules);
   void Alter(Map& map, Texture& texture);
-  void Export(const Map& map, Texture& texture);
+  void Export(Map& map, Texture& texture);
   void Rename(Map& map, Texture& texture);
   void Remove(Map& map, Texture& texture);
   void Copy(Map& map, Texture& texture);

@@ -27,7 +27,7 @@ namespace {
 
 enum Column { NAME, TEXTURES, USED, FACES, STATE };
 constexpr const wchar_t* HEADINGS[] = {L"WAD", L"Textures", L"Used", L"Faces", L"State"};
-constexpr std::array<int, 5> SHARES{38, 14, 11, 12, 25};
+constexpr std::array<int, 5> SHARES{31, 18, 14, 15, 22};
 constexpr char WAD_FILTER[] = "Wad archives (*.wad)|*.wad|";
 constexpr std::size_t NAMES_SHOWN = 40;  // of those that other WADs have too
 
@@ -132,7 +132,7 @@ std::string WadManagerWindow::CellText(const WadRow& row, int column) const {
   if (column == STATE) {
     if (row.IsMissing()) return "missing";
     if (row.shared.empty()) return "";
-    return Format("%u also elsewhere", static_cast<unsigned>(row.shared.size()));
+    return Format("%u shared", static_cast<unsigned>(row.shared.size()));
   }
   if (row.IsMissing()) return "";
   return std::to_string(column == TEXTURES ? row.textures

@@ -4,7 +4,6 @@
 #include <array>
 
 #include "base/command_table.h"
-#include "base/options.h"
 #include "base/report.h"
 #include "document/action.h"
 #include "operations/paths.h"
@@ -229,7 +228,6 @@ std::optional<std::string> WindowToolHost::AskPathName(const Map& map) {
 }
 
 std::string WindowToolHost::CurrentTexture(Map& map) {
-  if (!context_.options.primitivesFollow) return FirstTextureOf(map);
   const std::string name = context_.choice.For(map);
   context_.choice.NoteUse(name);
   return name;

@@ -19,7 +19,6 @@ class MapWindow;
 class PopupMenus;
 class TextureChoice;
 class ToolSet;
-struct Options;
 
 // What the host works with. All outlive it.
 struct ToolHostContext {
@@ -31,7 +30,6 @@ struct ToolHostContext {
   PopupMenus& popups;
   GdiObjects& objects;
   TextureChoice& choice;
-  const Options& options;
 };
 
 class WindowToolHost : public ToolHost {

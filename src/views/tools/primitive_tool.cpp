@@ -8,6 +8,7 @@
 #include "document/action.h"
 #include "document/map.h"
 #include "document/picking.h"
+#include "operations/texture_choice.h"
 #include "views/map_view.h"
 #include "views/tools/tool_set.h"
 
@@ -111,7 +112,9 @@ void PrimitiveTool::Create(Map& map, const Bounds& box) {
   if (size.x <= 0 || size.y <= 0 || size.z <= 0) return;
   const Primitive primitive{.kind = kind_, .box = box, .sides = Sides()};
   const ActionScope action(map.Data(), Format("Create %s", NameOf(kind_)));
-  if (!AddPrimitive(map, primitive, Host().CurrentTexture(map))) return;
+  const bool follows = tools_.GetOptions().primitivesFollow != 0;
+  const std::string texture = follows ? Host().CurrentTexture(map) : FirstTextureOf(map);
+  if (!AddPrimitive(map, primitive, texture)) return;
   tools_.Use(tools_.brushSelector);
   map.ShowStatus(map.undo.NewestName());  // the tool has told its own
 }

@@ -60,7 +60,7 @@ class ToolHost {
   virtual std::optional<int> AskSides(PrimitiveKind kind) = 0;
   // Of a path that has been placed in the map; nothing when the user thought better of it.
   virtual std::optional<std::string> AskPathName(const Map& map) = 0;
-  // Of new faces.
+  // That is put on faces of the map; it counts as used.
   virtual std::string CurrentTexture(Map& map) = 0;
 
   // The current tool is another one.
