@@ -150,13 +150,13 @@ void WrapAlong(EditStep& step, std::span<const PickedFace> faces) {
   for (std::size_t i = 1; i < faces.size(); ++i) {
     const Face& from = faces[i - 1].Get();
     if (!HasShape(faces[i - 1]) || !HasShape(faces[i])) continue;
-    PaintFace(step, faces[i], from.WrittenName(), std::nullopt);
+    GiveLook(step, faces[i], from.WrittenName(), std::nullopt);
     laying.Lay(faces[i], WrappedFrom(from, faces[i].Get()));
   }
 }
 
-void PaintFace(EditStep& step, const PickedFace& face, std::string_view texture,
-               const std::optional<TexturePlacement>& placement) {
+void GiveLook(EditStep& step, const PickedFace& face, std::string_view texture,
+              const std::optional<TexturePlacement>& placement) {
   step.ChangeKeys(*face.brush);
   SetTexture(step.map(), face.Get(), texture);
   if (placement) Place(face.Get(), *placement);

@@ -34,8 +34,8 @@ void WrapFaces(EditStep& step, std::span<const PickedFace> faces);
 // Each takes texture and layout of the one before it, which it lies beside.
 void WrapAlong(EditStep& step, std::span<const PickedFace> faces);
 // The texture of that name, and how it is to lie; without that it stays as it lies.
-void PaintFace(EditStep& step, const PickedFace& face, std::string_view texture,
-               const std::optional<TexturePlacement>& placement);
+void GiveLook(EditStep& step, const PickedFace& face, std::string_view texture,
+              const std::optional<TexturePlacement>& placement);
 
 // What faces have in common: nothing where they differ.
 struct FaceFacts {

@@ -80,6 +80,7 @@ FaceSheet::FaceSheet(std::span<const PickedFace> faces, PixelSize area) : area_(
     const int width = texture_ ? texture_->width : 0, height = texture_ ? texture_->height : 0;
     const TexturePoint to{Nearest(own.s, middle_.s, width), Nearest(own.t, middle_.t, height)};
     std::vector<Pixel> outline;
+    outline.reserve(texels.size());
     for (const TexturePoint& p : texels) {
       outline.push_back(ToPixel({p.s + to.s - own.s, p.t + to.t - own.t}));
     }

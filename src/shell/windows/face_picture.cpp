@@ -76,10 +76,10 @@ void FacePicture::Draw(const DRAWITEMSTRUCT& draw) const {
   }
   const auto& outlines = sheet.Outlines();
   for (auto outline = outlines.rbegin(); outline != outlines.rend(); ++outline) {
-    DrawOutline(draw.hDC, *outline, RGB(0, 0, 0), Scaled(3));
+    DrawOutline(draw.hDC, *outline, RGB(0, 0, 0), Scaled(4));
     const bool isFirst = outline + 1 == outlines.rend();
     DrawOutline(draw.hDC, *outline, isFirst ? ToColorRef(PICKED_FACE_COLOUR) : RGB(200, 200, 200),
-                Scaled(1));
+                Scaled(2));
   }
   if (sheet.IsEmpty() || faces.front().held < 0) return;
   const auto held = static_cast<std::size_t>(faces.front().held);

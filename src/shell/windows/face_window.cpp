@@ -136,7 +136,7 @@ void FaceWindow::OnInit() {
   PutInPlace();
 }
 
-// At first in the corner that the arranged views leave free.
+// At first at the lower left, where the arranged windows have no camera.
 void FaceWindow::PutInPlace() const {
   RECT own, frame, screen;
   GetWindowRect(Handle(), &own);
@@ -145,7 +145,7 @@ void FaceWindow::PutInPlace() const {
   const int width = static_cast<int>(own.right - own.left);
   const int height = static_cast<int>(own.bottom - own.top);
   const int gap = Scaled(CORNER_GAP);
-  const ChildPlace corner{static_cast<int>(frame.right) - gap - width,
+  const ChildPlace corner{static_cast<int>(frame.left) + gap,
                           static_cast<int>(frame.bottom) - gap - height, width, height};
   const ChildPlace place =
       PlaceOfText(context_.options.facePlace, corner,

@@ -97,7 +97,7 @@ void CameraFaces::Paint() {
   }
   const ActionScope action(map_->Data(), "Paint");
   EditStep step(*map_);
-  PaintFace(step, face, host_.CurrentTexture(*map_), placement);
+  GiveLook(step, face, host_.CurrentTexture(*map_), placement);
 }
 
 void CameraFaces::Release() {

@@ -71,6 +71,7 @@ std::vector<PickedFace> FaceTool::FacesAt(const MapView& view, Pixel at) const {
     return a.isEdgeOn != b.isEdgeOn ? a.isEdgeOn : a.distance < b.distance;
   });
   std::vector<PickedFace> faces;
+  faces.reserve(candidates.size());
   for (const Candidate& candidate : candidates) faces.push_back(candidate.face);
   return faces;
 }
