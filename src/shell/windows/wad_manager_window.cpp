@@ -33,8 +33,12 @@ constexpr std::size_t NAMES_SHOWN = 40;  // of those that other WADs have too
 
 std::string SearchedFolders(const GameData& data, const Map& map) {
   std::string text;
-  const auto add = [&text](const std::string& folder) {
-    if (!folder.empty()) text += "\r\n  " + folder;
+  std::vector<std::string> told;
+  const auto add = [&](const std::string& folder) {
+    const auto isSame = [&](const std::string& other) { return EqualNoCase(other, folder); };
+    if (folder.empty() || std::ranges::any_of(told, isSame)) return;
+    told.push_back(folder);
+    text += "\r\n  " + folder;
   };
   for (const std::string& entry : data.searchPath.Entries()) add(entry);
   add(map.Folder());
