@@ -304,7 +304,6 @@ void WadManagerWindow::OnCommand(int id) {
       return Move(1);
     case ID_WADS_LOCATE:
       return Locate();
-    case IDOK:
     case IDCANCEL:
       DestroyWindow(Handle());
       return;
