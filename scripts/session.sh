@@ -283,6 +283,9 @@ do_step() {
       ;;
     mouse) xdotool mousemove "$1" "$2" click 1 sleep 0.2 ;;
     type) xdotool type --delay 5 -- "${text#type }" ;;
+    wad)
+      build/native/ferrowand-cli wad "$work/$first" | grep -F -- "$2" | grep -qF -- "$3" || fail "no such texture"
+      ;;
     path) xdotool type --delay 5 -- "$(windows_path "$work/$first")" ;;
     put) cp "$(dirname "$steps")/../../$first" "$work/$2" ;;
     ctrlclick)

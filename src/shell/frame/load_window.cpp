@@ -67,6 +67,7 @@ void LoadWindow::BeginWork(const std::string& name) {
 void LoadWindow::BeginShowing(const char* title, const std::string& text) {
   texts_.push_back(text);
   if (!window_) {
+    before_ = GetActiveWindow();
     if (owner_) EnableWindow(owner_, FALSE);
     window_ = CreateWindowExA(WS_EX_DLGMODALFRAME, LOAD_WINDOW_CLASS, title,
                               WS_POPUP | WS_VISIBLE | WS_DLGFRAME, Scaled(LEFT), Scaled(TOP),
@@ -114,6 +115,7 @@ void LoadWindow::End() {
   if (owner_) EnableWindow(owner_, TRUE);
   DestroyWindow(window_);
   window_ = nullptr;
+  if (IsWindowVisible(before_) && before_ != GetActiveWindow()) SetActiveWindow(before_);
 }
 
 }  // namespace ferrowand

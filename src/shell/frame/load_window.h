@@ -40,6 +40,7 @@ class LoadWindow : public LoadProgress {
   HINSTANCE instance_;
   HWND owner_ = nullptr;
   HWND window_ = nullptr;
+  HWND before_ = nullptr;           // that had the keys, and gets them back
   std::vector<std::string> texts_;  // of what is under way, the innermost last
   DWORD lastShown_ = 0;             // milliseconds
 };
