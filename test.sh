@@ -80,6 +80,7 @@ step "What is seen is what is reached" scripts/session.sh tests/session/reach.tx
 step "What the tools tell is so" scripts/session.sh tests/session/truth.txt
 step "Flying, and a key that is bound anew" scripts/session.sh tests/session/fly.txt
 step "A button, a door, and what they are" scripts/session.sh tests/session/entities.txt
+step "Textures of a door and a column" scripts/session.sh tests/session/textures.txt
 step "The same map from every build" scripts/same_bytes.sh
 
 step "Build fuzz targets" build fuzz

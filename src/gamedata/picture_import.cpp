@@ -85,7 +85,7 @@ PictureColour AverageOver(const Picture& picture, TextureSize size, Holes holes,
       ++opaque;
     }
   }
-  if (opaque * 2 < (right - left) * (bottom - top)) return {0, 0, 0, 0};
+  if (opaque == 0 || opaque * 2 < (right - left) * (bottom - top)) return {0, 0, 0, 0};
   const auto part = [opaque](int sum) { return static_cast<std::uint8_t>(sum / opaque); };
   return {part(red), part(green), part(blue), 255};
 }

@@ -14,6 +14,13 @@ bool IsClick(UINT message) {
          message == WM_NCLBUTTONDOWN;
 }
 
+// A button that has turned grey gives the keys to nobody, or keeps them to itself.
+void FindFocus(HWND window) {
+  const HWND focus = GetFocus();
+  if (!window || GetActiveWindow() != window || (focus && IsWindowEnabled(focus))) return;
+  if (const HWND next = GetNextDlgTabItem(window, focus, FALSE)) SetFocus(next);
+}
+
 bool IsInput(UINT message) {
   return IsClick(message) || message == WM_LBUTTONDBLCLK || message == WM_KEYDOWN ||
          message == WM_SYSKEYDOWN || message == WM_CHAR;
@@ -122,6 +129,7 @@ void SideWindows::OnIdle() {
     }
   }
   TellAll([](SideWindow& side) { side.OnIdle(); });
+  for (const auto& side : windows_) FindFocus(side->Handle());
 }
 
 void SideWindows::FinishTyping() {

@@ -191,11 +191,6 @@ void WadManagerWindow::ShowChosen() const {
   enable(ID_WADS_UP, chosen > 0);
   enable(ID_WADS_DOWN, chosen >= 0 && chosen < last);
   enable(ID_WADS_LOCATE, chosen >= 0 && rows_[static_cast<std::size_t>(chosen)].IsMissing());
-  // A button that is grey now gives the keys to nobody, or keeps them to itself.
-  const HWND focus = GetFocus();
-  if (GetActiveWindow() == Handle() && !(focus && IsWindowEnabled(focus))) {
-    SetFocus(GetDlgItem(Handle(), ID_WADS_LIST));
-  }
 }
 
 // --- what the user does
