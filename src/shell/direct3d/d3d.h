@@ -5,17 +5,11 @@
 
 #include <d3d9.h>
 
-#include <memory>
+#include "shell/system/com.h"
 
 namespace ferrowand {
 
-struct D3dRelease {
-  template <typename T>
-  void operator()(T* object) const {
-    object->Release();
-  }
-};
 template <typename T>
-using OwnedD3d = std::unique_ptr<T, D3dRelease>;
+using OwnedD3d = OwnedCom<T>;
 
 }  // namespace ferrowand

@@ -5,26 +5,17 @@
 #include <wincodec.h>
 
 #include <array>
-#include <memory>
 
 #include "base/path_text.h"
 #include "base/report.h"
 #include "base/safe_file.h"
+#include "shell/system/com.h"
 #include "shell/system/wide_text.h"
 
 namespace ferrowand {
 namespace {
 
 constexpr std::size_t LARGEST_FILE = std::size_t{256} << 20;  // bytes
-
-struct ComRelease {
-  template <typename T>
-  void operator()(T* object) const {
-    object->Release();
-  }
-};
-template <typename T>
-using OwnedCom = std::unique_ptr<T, ComRelease>;
 
 // Owns what `make` gives through its pointer; null where it failed.
 template <typename T, typename Make>

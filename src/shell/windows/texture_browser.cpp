@@ -418,6 +418,7 @@ void TextureBrowser::Drop(POINT screen) {
   ChildWindow* const window = CameraUnder(screen);
   if (!window || !IsTextureName(chosen_)) return;
   const CameraHit hit = window->HitUnder(screen);
+  if (!hit.object) return;
   const bool ofBrush = GetKeyState(VK_CONTROL) < 0;
   const ActionScope action(map_.Data(), "Paint " + chosen_);
   const EditResult result = ofBrush ? PaintBrush(map_, *hit.object, chosen_)

@@ -257,7 +257,7 @@ void WadEditing::Export(Map& map, Texture& texture) {
 }
 
 std::vector<Texture*> WadEditing::AskFrames(Texture& texture, const std::string& what) {
-  const std::vector<Texture*> frames = FramesOf(texture);
+  std::vector<Texture*> frames = FramesOf(texture);
   if (frames.size() < 2) return {&texture};
   const Answer answer = data_.reporter.Show(
       what,

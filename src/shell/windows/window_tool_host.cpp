@@ -228,7 +228,7 @@ std::optional<std::string> WindowToolHost::AskPathName(const Map& map) {
 }
 
 std::string WindowToolHost::CurrentTexture(Map& map) {
-  const std::string name = context_.choice.For(map);
+  std::string name = context_.choice.For(map);
   context_.choice.NoteUse(name);
   return name;
 }
