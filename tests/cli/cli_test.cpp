@@ -173,9 +173,10 @@ TEST(Cli, NamesNothingWhereThereIsNothingToName) {
 TEST(Cli, NothingThatAFileNamesControlsTheTerminal) {
   const TempDir folder;
   const std::string map = folder.Write(
-      "a.map", "{\n\"message\" \"a\x1b[2Jb\xc3\xa9\x9b\"\n\"wad\" \"\x07.wad\"\n?\x1b\n}\n");
+      "a.map",
+      "{\n\"message\" \"a\x1b[2Jb\xc3\xa9\x9b\xe2\x82\x1b\"\n\"wad\" \"\x07.wad\"\n?\x1b\n}\n");
   const Result info = RunLine({"info", map});
-  EXPECT_TRUE(Contains(info.out, "message: a\\x1b[2Jb\xc3\xa9\\x9b\n")) << info.out;
+  EXPECT_TRUE(Contains(info.out, "message: a\\x1b[2Jb\xc3\xa9\\x9b\\xe2\\x82\\x1b\n")) << info.out;
   const std::string qc =
       folder.Write("a.qc", "/*QUAKED light (0 1 0) (-8 -8 -8) (8 8 8) START_OFF\nA lamp.\n" +
                                std::string(99, 'x') +

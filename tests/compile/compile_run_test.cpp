@@ -91,6 +91,14 @@ TEST_F(CompileRunTest, EveryStageRunsIsToldAndLeavesTheLevelInTheGame) {
   EXPECT_EQ(bench.dir.Read(isWindows ? "quake/id1/maps/room.PTS" : "quake/id1/maps/room.pts"),
             "1 2 3");
   EXPECT_TRUE(Says("hello\n") && Says("lit\n"));
+
+  // A folder stands where the level goes.
+  bench.Put("quake", "", "quake");
+  const std::string place = isWindows ? "quake/id1/maps/room.BSP" : "quake/id1/maps/room.bsp";
+  std::filesystem::remove(FsPath(bench.dir.Path(place)));
+  std::filesystem::create_directories(FsPath(bench.dir.Path(place + "/in")));
+  Finish(TOOLS);
+  EXPECT_TRUE(Says("could not be copied to")) << run->Output().Text();
 }
 
 TEST_F(CompileRunTest, SwitchesMakeTheCommandLinesAsTheyAlwaysWere) {
