@@ -288,6 +288,11 @@ TEST_F(PropertiesTest, TheWorldHasItsOwn) {
   window->Keys().Choose("wad");
   Key(window->Keys().Handle(), VK_F2);
   EXPECT_FALSE(window->Keys().IsEditing()) << "a save writes the map's own list";
+  SendMessageW(Control(ID_PROPERTIES_CHOOSE), BM_CLICK, 0, 0);
+  app->Pump();
+  const HWND wads = parts->sides.All().back()->Handle();
+  EXPECT_EQ(TextOf(wads), "WADs: Hall");
+  DestroyWindow(wads);
   parts->documents.Close(*map);
   app->Pump();
   EXPECT_EQ(parts->sides.All().size(), 1u) << "it goes with its map";
@@ -298,6 +303,7 @@ TEST_F(PropertiesTest, TypedKeysHaveFieldsThatFit) {
   map->classSet->FindClass("light").keys = {
       {"_color", KeyType::Colour, "", "1 1 1", "", {}},
       {"style", KeyType::Choices, "", "0", "", {{"0", "steady"}, {"10", "flicker"}}},
+      {"noise", KeyType::File, "", "", "", {}},
       {"wait", KeyType::Number, "", "", "", {}}};
   Select({1});
   Select({0});
@@ -307,6 +313,10 @@ TEST_F(PropertiesTest, TypedKeysHaveFieldsThatFit) {
   dialogs.colours = {{255, 51, 0}};
   SendMessageW(Control(ID_PROPERTIES_CHOOSE), BM_CLICK, 0, 0);
   EXPECT_EQ(KeyOf(0, "_color"), "1 0.2 0");
+  window->Keys().Choose("noise");
+  dialogs.files = {"C:\\Quake\\id1\\sound\\misc\\hum.wav"};
+  SendMessageW(Control(ID_PROPERTIES_CHOOSE), BM_CLICK, 0, 0);
+  EXPECT_EQ(KeyOf(0, "noise"), "misc/hum.wav");
   window->Keys().Choose("style");
   Key(window->Keys().Handle(), VK_F2);
   const HWND list = window->Keys().Editor();

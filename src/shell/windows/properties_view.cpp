@@ -222,7 +222,8 @@ void PropertiesWindow::ShowKeyButtons() const {
   const KeyRow* const row = grid_->Chosen();
   const bool isRemovable = row && row->isSet && !IsLocked(*row);
   const KeyType type = row && row->definition ? row->definition->type : KeyType::Text;
-  const bool isChosen = type == KeyType::Colour || type == KeyType::File;
+  const bool isChosen =
+      type == KeyType::Colour || type == KeyType::File || (row && IsWadList(*row));
   EnableWindow(Control(ID_PROPERTIES_ADD), !objects_.empty());
   EnableWindow(Control(ID_PROPERTIES_REMOVE), isRemovable);
   ShowWindow(Control(ID_PROPERTIES_CHOOSE), isChosen ? SW_SHOWNA : SW_HIDE);

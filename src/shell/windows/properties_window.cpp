@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/command_table.h"
 #include "base/number_text.h"
 #include "base/path_text.h"
 #include "base/report.h"
@@ -358,6 +359,10 @@ bool PropertiesWindow::IsLocked(const KeyRow& row) const {
   return std::ranges::any_of(OWN, [&](const char* name) { return EqualNoCase(row.name, name); });
 }
 
+bool PropertiesWindow::IsWadList(const KeyRow& row) const {
+  return of_ == PropertiesOf::World && EqualNoCase(row.name, "wad");
+}
+
 bool PropertiesWindow::ChangeValue(const KeyRow& row, const std::string& value) {
   if (!map_ || typedFor_.empty()) return true;
   if (!Do("Set " + row.name, [&] { return SetKeyOf(*map_, typedFor_, row.name, value); })) {
@@ -375,6 +380,7 @@ void PropertiesWindow::Choose() {
   const KeyRow* const chosen = grid_->Chosen();
   if (!map_ || !chosen || !chosen->definition) return;
   const KeyRow row = *chosen;
+  if (IsWadList(row)) return context_.commands.Execute(Id(Command::WadManager));
   return row.definition->type == KeyType::File ? ChooseFile(row) : ChooseColour(row);
 }
 

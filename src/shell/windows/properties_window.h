@@ -118,6 +118,7 @@ class PropertiesWindow : public SideWindow, public MapObserver, private KeyGridH
   void ChooseAngle(const std::string& angle);
   void ToggleFlag(int bit);
   void Jump();
+  bool IsWadList(const KeyRow& row) const;
   void Choose();
   void ChooseColour(const KeyRow& row);
   void ChooseFile(const KeyRow& row);
