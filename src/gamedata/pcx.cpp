@@ -91,15 +91,12 @@ void Remap(std::span<std::uint8_t> pixels, std::span<const std::uint8_t> from, c
   for (std::uint8_t& pixel : pixels) pixel = nearest[pixel];
 }
 
-// `accepts` is asked with the size alone, before any row is read.
-template <typename Accepts>
-std::optional<Picture> ReadPicture(const std::string& path, const Palette& palette,
-                                   Accepts accepts) {
+std::optional<Picture> ReadPicture(const std::string& path, const Palette& palette) {
   OpenFile file(path);
   std::array<std::uint8_t, PCXHEADERSIZE> header;
   if (!file.Read(header)) return std::nullopt;
   Picture picture = DecodeHeader(header);
-  if (picture.width == 0 || !accepts(picture)) return std::nullopt;
+  if (picture.width == 0) return std::nullopt;
 
   // Two bytes make at most MAXRUN pixels and at least one: a size that the file cannot fill is a
   // lie, and what lies behind the longest possible picture is not read.
@@ -162,15 +159,8 @@ bool ExportPcx(Texture& texture, const std::string& path, const Palette& palette
   return ReplaceFileText(path, text, reporter);
 }
 
-bool AlterFromPcx(Texture& texture, const std::string& path, const Palette& palette) {
-  const auto picture = ReadPicture(path, palette, [&](const Picture& found) {
-    return found.width == texture.width && found.height == texture.height;
-  });
-  return picture && texture.wad->RewriteTexture(texture, picture->pixels);
-}
-
 std::unique_ptr<Texture> MakeFromPcx(const std::string& path, const Palette& palette) {
-  auto picture = ReadPicture(path, palette, [](const Picture&) { return true; });
+  auto picture = ReadPicture(path, palette);
   if (!picture) return nullptr;
   auto texture = std::make_unique<Texture>();
   texture->width = picture->width;

@@ -15,14 +15,9 @@ struct Texture;
 bool ExportPcx(Texture& texture, const std::string& path, const Palette& palette,
                Reporter& reporter);
 
-// Both bring the picture's colours to the nearest of the editor's palette, and fail, changing
-// nothing, when the file cannot be read, is no picture of 256 colours or ends early.
-
-// Writes a picture of the texture's own size over it in its WAD; false also when the sizes differ
-// or the WAD refuses.
-bool AlterFromPcx(Texture& texture, const std::string& path, const Palette& palette);
-
-// A new texture for WadFile::AddTexture, named after the file, or null.
+// The picture as a texture for WadFile::AddTexture, named after the file, in the nearest colours of
+// the editor's palette; its pixels are also what WadFile::RewriteTexture takes. Null when the file
+// cannot be read, is no picture of 256 colours or ends early.
 std::unique_ptr<Texture> MakeFromPcx(const std::string& path, const Palette& palette);
 
 }  // namespace ferrowand

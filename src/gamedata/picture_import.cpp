@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <unordered_map>
 
-#include "base/path_text.h"
-#include "base/report.h"
 #include "base/text_parts.h"
 #include "gamedata/palette.h"
 
@@ -13,7 +11,6 @@ namespace {
 
 constexpr int STEP = 16;  // texels; what the game's surfaces are cut by
 constexpr TextureSize SKY{256, 128};
-constexpr std::size_t LONGEST_NAME = 15;
 constexpr int OPAQUE = 128;  // alpha
 constexpr int FIRST_FULLBRIGHT = 224;
 constexpr std::uint8_t HOLE = 255, SKY_HOLE = 0;
@@ -133,29 +130,6 @@ class ColourMatcher {
 
 }  // namespace
 
-std::string WhyNoTextureName(std::string_view name) {
-  if (name.empty()) return "A texture must have a name";
-  if (name.size() > LONGEST_NAME) {
-    return Format("The name of a texture has at most %u characters",
-                  static_cast<unsigned>(LONGEST_NAME));
-  }
-  const bool isWhole = std::ranges::all_of(
-      name, [](char c) { return static_cast<unsigned char>(c) > ' ' && c != '"'; });
-  return isWhole ? "" : "The name of a texture has no blanks, quotes or line ends";
-}
-
-std::string TextureNameOfFile(std::string_view path) {
-  std::string name = SplitPath(path).base;
-  if (name.starts_with('#')) name.front() = '*';
-  return name;
-}
-
-std::string FileNameOfTexture(std::string_view name) {
-  std::string file(name);
-  if (file.starts_with('*')) file.front() = '#';
-  return file;
-}
-
 TextureSize ImportedSize(const Picture& picture, std::string_view name, PictureFit fit) {
   if (HolesOf(name) == Holes::Sky) return SKY;
   return {static_cast<std::uint16_t>(FitSide(picture.width, fit)),
@@ -170,7 +144,8 @@ std::unique_ptr<Texture> MakeTexture(const Picture& picture, std::string_view na
   texture->height = size.height;
   texture->paddedWidth = PaddedSize(size.width);
   texture->paddedHeight = PaddedSize(size.height);
-  std::copy_n(name.begin(), std::min(name.size(), LONGEST_NAME), texture->entry.name.begin());
+  std::copy_n(name.begin(), std::min(name.size(), texture->entry.name.size() - 1),
+              texture->entry.name.begin());
   texture->pixels.reserve(std::size_t{size.width} * size.height);
 
   const bool isScaled = rules.fit == PictureFit::Scale;

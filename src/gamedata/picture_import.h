@@ -25,14 +25,6 @@ struct ImportRules {
   bool takesFullbrights = false;
 };
 
-// Without a word on it: for maps, and the compilers, a name has 1 to 15 characters, none of them a
-// blank, a quote or a line end. Else why it has not.
-std::string WhyNoTextureName(std::string_view name);
-
-// The names of files may not have the sign that liquids begin with: "#lava" is "*lava".
-std::string TextureNameOfFile(std::string_view path);
-std::string FileNameOfTexture(std::string_view name);
-
 // What the picture's size becomes under the rules and that name; a sky is 256 x 128.
 struct TextureSize {
   std::uint16_t width = 0, height = 0;

@@ -6,6 +6,7 @@
 #include "document/edit_step.h"
 #include "document/map.h"
 #include "document/picking.h"
+#include "gamedata/texture_name.h"
 
 namespace ferrowand {
 namespace {
@@ -57,10 +58,12 @@ void SetTextureBelow(EditStep& step, entity& tree, Texture& texture) {
   for (const EntityPtr& child : tree.getEntityList()) SetTextureBelow(step, *child, texture);
 }
 
+bool HasTexture(const Face& face) {
+  return face.texture && face.texture != face.texture->wad->BadTexture();
+}
+
 bool IsTextureName(std::string_view name) {
-  constexpr std::size_t LONGEST = std::tuple_size_v<decltype(Face::name)> - 1;
-  return !name.empty() && name.size() <= LONGEST &&
-         std::ranges::none_of(name, [](char c) { return (c >= 0 && c <= ' ') || c == '"'; });
+  return WhyNoTextureName(name).empty();
 }
 
 EditResult ApplyTexture(Map& map, std::string_view name) {

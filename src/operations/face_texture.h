@@ -29,6 +29,8 @@ EditResult SetTexture(Map& map, std::span<const PickedFace> faces, std::string_v
 // On all faces of the object and of what lies below it.
 void SetTextureBelow(EditStep& step, entity& tree, Texture& texture);
 
+// Of a WAD; else it shows what stands for a missing one.
+bool HasTexture(const Face& face);
 // Whether a face can have the name, and a file hold it.
 bool IsTextureName(std::string_view name);
 

@@ -1,7 +1,6 @@
 #include "operations/texture_search.h"
 
 #include <algorithm>
-#include <cmath>
 #include <iterator>
 #include <optional>
 #include <unordered_map>
@@ -13,16 +12,12 @@
 #include "document/edit_step.h"
 #include "document/map.h"
 #include "document/picking.h"
-#include "document/texture_projection.h"
 #include "operations/face_texture.h"
+#include "operations/texture_settling.h"
 #include "operations/texture_use.h"
 
 namespace ferrowand {
 namespace {
-
-bool HasTexture(const Face& face) {
-  return face.texture && face.texture != face.texture->wad->BadTexture();
-}
 
 bool IsWildcard(char c) {
   return c == '*' || c == '?';
@@ -108,38 +103,24 @@ std::optional<std::string> NewName(std::string_view pattern, std::string_view by
   return made;
 }
 
-// As a file holds it.
-float SixDecimals(double scale) {
-  return static_cast<float>(std::round(scale * 1e6) / 1e6);
-}
-
-float WithinTexture(double offset, int size) {
-  return static_cast<float>(std::remainder(std::round(offset), size));
-}
-
-DVec3 Middle(const Face& face) {
-  DVec3 sum;
-  for (const WindingPoint& p : std::as_const(*face.w).Points()) sum = sum + DVec3(p.Position());
-  return sum * (1.0 / face.w->numpoints);
-}
-
-// Scales follow the sizes; the picture is held at the middle of the face, where rounding then costs
-// less than a texel.
+// Scales follow the sizes, and the picture is held at the corners of the face as far as a file
+// holds that.
 void SetTextureKeepingLook(const Map& map, Face& face, const std::string& name) {
-  const Texture* const old = face.texture;
-  const bool hadOne = HasTexture(face) && face.HasShape();
-  const TexturePoint before =
-      hadOne ? TextureProjection(face).Textures(Middle(face)) : TexturePoint{};
+  const Texture* const old = HasTexture(face) && face.HasShape() ? face.texture : nullptr;
+  TexelMap wanted = old ? TexelMapOf(face) : TexelMap();
   SetTexture(map, face, name);
-  if (!hadOne || !HasTexture(face)) return;
+  if (!old || !HasTexture(face)) return;
   const Texture& texture = *face.texture;
   if (texture.width == old->width && texture.height == old->height) return;
-  face.xscale = SixDecimals(static_cast<double>(face.xscale) * old->width / texture.width);
-  face.yscale = SixDecimals(static_cast<double>(face.yscale) * old->height / texture.height);
-  const TexturePoint along = TextureProjection(face).Along(Middle(face));
-  face.xoff = WithinTexture(before.s * texture.width - along.s, texture.width);
-  face.yoff = WithinTexture(before.t * texture.height - along.t, texture.height);
-  UpdateFromWinding(face);
+  const double wider = static_cast<double>(texture.width) / old->width;
+  const double higher = static_cast<double>(texture.height) / old->height;
+  wanted.texels = {wanted.texels.s * wider, wanted.texels.t * higher};
+  wanted.s = wanted.s * wider;
+  wanted.t = wanted.t * higher;
+  const auto turn = static_cast<int>(PlacementOf(face).rotation);
+  if (const auto settled = SettleTurned(face, wanted, turn, HeldCorners(face))) {
+    Place(face, settled->placement);
+  }
 }
 
 // What each name becomes. Nothing where one of them could not be.

@@ -5,14 +5,12 @@
 
 #include "base/path_text.h"
 #include "base/report.h"
+#include "base/text_parts.h"
 #include "document/map.h"
+#include "operations/face_texture.h"
 
 namespace ferrowand {
 namespace {
-
-bool IsBound(const Face& face) {
-  return face.texture && face.texture != face.texture->wad->BadTexture();
-}
 
 // Faces in a row often have the same texture: it is looked up once.
 class Counter {
@@ -45,7 +43,7 @@ class Counter {
     const auto [found, isNew] = byName_.try_emplace(TextureKey(face.WrittenName()));
     if (isNew) {
       found->second.name = face.WrittenName();
-      found->second.isMissing = !IsBound(face);
+      found->second.isMissing = !HasTexture(face);
     }
     return found->second;
   }
@@ -59,11 +57,7 @@ class Counter {
 }  // namespace
 
 std::string TextureKey(std::string_view name) {
-  std::string key(name);
-  for (char& c : key) {
-    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
-  }
-  return key;
+  return LowerCase(name);
 }
 
 TextureUses::TextureUses(const Map& map) {

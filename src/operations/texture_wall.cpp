@@ -12,6 +12,7 @@
 #include "base/report.h"
 #include "base/text_pattern.h"
 #include "document/map.h"
+#include "gamedata/texture_name.h"
 #include "operations/texture_use.h"
 
 namespace ferrowand {
@@ -71,14 +72,6 @@ class Filter {
   std::vector<Word> words_;
 };
 
-// What the frames of an animation have in common; empty for what is none.
-std::string AnimationKey(std::string_view name) {
-  if (name.size() < 2 || name[0] != '+') return "";
-  const std::string key = TextureKey(name);
-  const bool isFrame = (key[1] >= '0' && key[1] <= '9') || (key[1] >= 'a' && key[1] <= 'j');
-  return isFrame ? "+" + key.substr(2) : "";
-}
-
 // Frames in the order of the game: "+0" to "+9", then "+a" to "+j".
 bool IsEarlierFrame(const std::string& a, const std::string& b) {
   return CompareNoCase(a, b) < 0;
@@ -93,7 +86,7 @@ std::vector<WallItem> ItemsOfWads(const Map& map) {
       const std::string name(texture->Name());
       if (texture.get() == wad.wad->BadTexture() || !names.insert(TextureKey(name)).second)
         continue;
-      const std::string animation = AnimationKey(name);
+      const std::string animation = AnimationOf(name);
       const auto known = animations.find(animation);
       if (animation.empty() || known == animations.end()) {
         if (!animation.empty()) animations[animation] = items.size();

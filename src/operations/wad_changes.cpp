@@ -8,19 +8,12 @@
 #include "document/classes/special_classes.h"
 #include "document/edit_step.h"
 #include "document/map.h"
+#include "gamedata/texture_name.h"
 
 namespace ferrowand {
 namespace {
 
-// The sign in front of the name and which frame it is.
-constexpr std::size_t FRAME_SIGNS = 2;
-
-bool IsFrame(std::string_view name) {
-  if (name.size() <= FRAME_SIGNS || name[0] != '+') return false;
-  const char sign = name[1];
-  return (sign >= '0' && sign <= '9') || (sign >= 'a' && sign <= 'j') ||
-         (sign >= 'A' && sign <= 'J');
-}
+constexpr std::size_t FRAME_SIGNS = 2;  // in front of the name of an animation
 
 void BindAnew(MapSpan maps) {
   for (const auto& map : maps) map->BindTexturesAnew();
@@ -51,21 +44,17 @@ void RenameOnFaces(Map& map, const Texture& texture, std::string_view newName) {
 }  // namespace
 
 std::vector<Texture*> FramesOf(Texture& texture) {
+  const std::string animation = AnimationOf(texture.Name());
+  if (animation.empty()) return {&texture};
   std::vector<Texture*> frames;
-  if (IsFrame(texture.Name())) {
-    const std::string_view own = texture.Name().substr(FRAME_SIGNS);
-    for (const auto& other : texture.wad->Textures()) {
-      if (IsFrame(other->Name()) && EqualNoCase(other->Name().substr(FRAME_SIGNS), own)) {
-        frames.push_back(other.get());
-      }
-    }
+  for (const auto& other : texture.wad->Textures()) {
+    if (AnimationOf(other->Name()) == animation) frames.push_back(other.get());
   }
-  if (frames.empty()) frames.push_back(&texture);
   return frames;
 }
 
 std::string NameOfFrame(std::string_view frame, std::string_view newName) {
-  if (!IsFrame(frame) || !IsFrame(newName)) return std::string(newName);
+  if (AnimationOf(frame).empty() || AnimationOf(newName).empty()) return std::string(newName);
   return std::string(frame.substr(0, FRAME_SIGNS)) + std::string(newName.substr(FRAME_SIGNS));
 }
 

@@ -152,17 +152,5 @@ TEST_F(PcxTest, FilesThatAreNoSuchPictureAreRefused) {
   EXPECT_FALSE(MakeFromPcx(dir.Path("missing.pcx"), palette));
 }
 
-TEST_F(PcxTest, AlteringWritesThePictureIntoTheWad) {
-  Texture& texture = OpenTexture({"wall", 4, 2, "a"});
-  wad.Pixels(texture);
-  const std::string rows = "abcd\xc4\x07";
-  EXPECT_FALSE(AlterFromPcx(texture, Write(PcxHeader(0, 0, 3, 0) + rows + PcxPalette()), palette));
-  EXPECT_EQ(Text(wad.Pixels(texture)), "aaaaaaaaaaaaaaaa");
-  ASSERT_TRUE(AlterFromPcx(texture, Write(PcxHeader(0, 0, 3, 1) + rows + PcxPalette()), palette));
-  EXPECT_TRUE(texture.pixels.empty());
-  EXPECT_EQ(Text(wad.Pixels(texture)), "abcdabcdUUUUUUUU");
-  EXPECT_EQ(dir.Read("test.wad").substr(12 + 40, 8), "abcdUUUU");
-}
-
 }  // namespace
 }  // namespace ferrowand

@@ -5,6 +5,7 @@
 #include "gamedata/gamedata_fixture.h"
 #include "gamedata/palette.h"
 #include "gamedata/picture_import.h"
+#include "gamedata/texture_name.h"
 #include "gamedata/wad_builder.h"
 #include "support/cases.h"
 

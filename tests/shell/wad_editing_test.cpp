@@ -88,6 +88,12 @@ TEST_F(WadEditingTest, PicturesGoInAndOutAndTexturesFromWadToWad) {
           "Cannot continue: Selected file has different dimensions. It can not be used to alter "
           "this texture. Instead, try inserting it.",
           "Cannot continue: Invalid PCX file. It must be in 256 colour format!"}));
+  Do(WadEdit::Export, "+0a", {dir.Path("zero.pcx")});
+  Do(WadEdit::Alter, "wall", {dir.Path("zero.pcx")});
+  const auto colourOf = [this](const char* name) {
+    return parts->data.palette[Wad(0).WholeImage(*Wad(0).FindTexture(name))[0]].ToColour();
+  };
+  EXPECT_EQ(colourOf("wall"), colourOf("+0a"));
   Do(WadEdit::Copy, "*odd", {}, {{"two.wad"}});
   EXPECT_EQ(Wad(1).FindTexture("*odd")->width, 24);
 }

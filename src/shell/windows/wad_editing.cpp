@@ -10,6 +10,7 @@
 #include "base/text_pattern.h"
 #include "document/map.h"
 #include "gamedata/pcx.h"
+#include "gamedata/texture_name.h"
 #include "operations/wad_changes.h"
 #include "shell/dialogs/dialogs.h"
 #include "shell/documents/documents.h"

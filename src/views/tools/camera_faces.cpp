@@ -60,6 +60,7 @@ void CameraFaces::Press(Camera& camera, Pixel at, bool control, bool alt) {
     kind_ = Kind::Paint;
     onlyTexture_ = control;
     way_ = {*face};
+    state_ = map_->undo.State();
   } else {
     kind_ = control && isPicked ? Kind::Drop : Kind::Pick;
     PickFace(*map_, *face, control);
@@ -76,13 +77,17 @@ void CameraFaces::Move(Camera& camera, Pixel at) {
   WrapOnto(*face);
 }
 
+bool CameraFaces::IsWayThere() const {
+  return live_ ? live_->IsNewest() : map_->undo.State() == state_;
+}
+
 // Not back onto a face of the way, nor onto one that does not lie beside the last.
 void CameraFaces::WrapOnto(const PickedFace& face) {
+  if (!IsWayThere()) return Cancel();
   const bool isKnown = std::ranges::any_of(way_, [&](const PickedFace& known) {
     return known.brush == face.brush && known.face == face.face;
   });
   if (isKnown || !WrappedFrom(way_.back().Get(), face.Get())) return;
-  if (live_ && !live_->IsNewest()) return Cancel();
   way_.push_back(face);
   if (!live_) live_.emplace(*map_);
   const ActionScope action(map_->Data(), "Wrap texture");
@@ -101,7 +106,7 @@ void CameraFaces::Paint() {
 }
 
 void CameraFaces::Release() {
-  if (kind_ == Kind::Paint && way_.size() == 1) Paint();
+  if (kind_ == Kind::Paint && way_.size() == 1 && IsWayThere()) Paint();
   live_.reset();
   Cancel();
 }

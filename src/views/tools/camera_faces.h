@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "document/live_step.h"
+#include "document/undo_store.h"
 #include "operations/face_alignment.h"
 #include "platform/pixel.h"
 
@@ -36,13 +37,16 @@ class CameraFaces {
   enum class Kind { None, Pick, Drop, Paint };
 
   void WrapOnto(const PickedFace& face);
+  // Where the map has become another under the mouse, what was pressed on may be gone.
+  bool IsWayThere() const;
   void Paint();
 
   ToolHost& host_;
   Kind kind_ = Kind::None;
   Map* map_ = nullptr;
   bool onlyTexture_ = false;
-  std::vector<PickedFace> way_;  // of the wrapping
+  std::vector<PickedFace> way_;   // of the wrapping
+  UndoStore::StateId state_ = 0;  // of the map, when the way began
   std::optional<LiveStep> live_;
 };
 
