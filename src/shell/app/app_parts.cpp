@@ -26,7 +26,7 @@ AppParts::AppParts(HINSTANCE instance, const Seams& seams)
             {options, reporter, seams.dialogs, popups, tools, joystick, direct3d},
             {options, reporter, seams.dialogs},
             {options, reporter, seams.dialogs, popups, commands},
-            {options, seams.dialogs, popups, commands, choice, wadEditing}),
+            {options, seams.dialogs, popups, commands, choice, wadEditing, sides}),
       documents(data, options, seams.dialogs, maker, seams.dataFolder),
       wadEditing(data, seams.dialogs, documents),
       accelerators(instance, commands, frame),
