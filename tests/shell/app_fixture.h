@@ -1,6 +1,9 @@
 // The program itself under test: its App in real windows, with a recorder for a user.
 #pragma once
 
+#include "shell/system/win32.h"
+
+#include <commctrl.h>
 #include <gtest/gtest.h>
 
 #include <array>
@@ -19,6 +22,9 @@
 #include "shell/dialogs/dialogs.h"
 #include "shell/dialogs/options_dialog.h"
 #include "shell/system/clipboard.h"
+#include "shell/system/controls.h"
+#include "shell/system/wide_text.h"
+#include "shell/windows/camera_window.h"
 #include "shell/windows/map_window.h"
 #include "support/map_text.h"
 #include "support/recorder.h"
@@ -240,18 +246,43 @@ class AppTest : public testing::Test {
     MSG told;
     while (PeekMessageA(&told, nullptr, WM_MOUSEFIRST, WM_MOUSELAST, PM_REMOVE)) {
     }
-    PostMessageA(window, WM_KEYDOWN, key, 0);
+    Post(window, WM_KEYDOWN, key);
+  }
+  void Post(HWND to, UINT message, WPARAM wParam, LPARAM lParam = 0) const {
+    PostMessageW(to, message, wParam, lParam);
     app->Pump();
+  }
+  // Until it is so, for half a minute at the most.
+  template <typename Fact>
+  void WaitFor(const Fact& fact) const {
+    for (const DWORD began = GetTickCount(); !fact() && GetTickCount() - began < 30'000; Sleep(5)) {
+      app->Pump();
+    }
+    EXPECT_TRUE(fact());
   }
   bool IsTicked(Command command) const { return parts->commands.IsChecked(Id(command)); }
 
-  static std::string TextOf(HWND window) {
-    char text[600] = "";
-    GetWindowTextA(window, text, sizeof text);
-    return text;
+  // The only one, or the first of several; null without one.
+  CameraWindow* AnyCamera() const {
+    for (const auto& window : parts->windows.All()) {
+      if (auto* camera = dynamic_cast<CameraWindow*>(window.get())) return camera;
+    }
+    return nullptr;
   }
+
+  static std::string TextOf(HWND window) { return FromWide(WindowText(window)); }
   static std::string TextOf(const ChildWindow& window, int control) {
     return TextOf(GetDlgItem(window.Handle(), control));
+  }
+  // Of a list, as the system has it.
+  static std::string CellOf(HWND list, int row, int column) {
+    wchar_t text[300] = L"";
+    LVITEMW item{};
+    item.iSubItem = column;
+    item.pszText = text;
+    item.cchTextMax = 300;
+    SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+    return FromWide(item.pszText);
   }
 
   TempDir dir;

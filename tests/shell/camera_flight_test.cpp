@@ -15,7 +15,7 @@ class CameraFlightTest : public AppTest {
     ASSERT_TRUE(Start());
     map = &OpenTwoBrushes();
     Give(Command::NewGLCamera);
-    window = dynamic_cast<CameraWindow*>(parts->windows.ActiveWindow());
+    window = AnyCamera();
     ASSERT_NE(window, nullptr);
     app->Pump();
     CameraPose pose;  // at the origin, to the east
@@ -23,8 +23,7 @@ class CameraFlightTest : public AppTest {
   }
   void Press(int key) const {
     const HeldKey held(key);
-    PostMessageA(window->Handle(), WM_KEYDOWN, static_cast<WPARAM>(key), 0);
-    app->Pump();
+    Post(window->Handle(), WM_KEYDOWN, static_cast<WPARAM>(key));
   }
   void Mouse(UINT message, int x, int y, WPARAM keys = 0) const {
     SendMessageA(window->Handle(), message, keys, MAKELPARAM(x, y));

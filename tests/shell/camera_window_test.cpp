@@ -12,17 +12,10 @@ namespace {
 
 class CameraWindowTest : public AppTest {
  protected:
-  // The one of the active map; null without one.
-  CameraWindow* Window() const {
-    for (const auto& window : parts->windows.All()) {
-      if (auto* camera = dynamic_cast<CameraWindow*>(window.get())) return camera;
-    }
-    return nullptr;
-  }
-  CameraWindow& OpenCamera() {
+  CameraWindow& NewCamera() {
     Give(Command::NewGLCamera);
     app->Pump();
-    return *Window();
+    return *AnyCamera();
   }
   static void SendMouse(const CameraWindow& window, UINT message, WPARAM keys, int x, int y) {
     SendMessageA(window.Handle(), message, keys, MAKELPARAM(x, y));
@@ -46,19 +39,19 @@ TEST_F(CameraWindowTest, AMapOpensWithOneWhereTheOptionsWantIt) {
   ASSERT_TRUE(Start());
   OpenTwoBrushes();
   ASSERT_EQ(parts->windows.All().size(), 4u);
-  ASSERT_TRUE(Window());
-  EXPECT_EQ(TextOf(Window()->Handle()), "3DView: Two boxes");
-  EXPECT_GT(CountLit(*Window()), 5) << "the boxes are seen on the screen";
+  ASSERT_TRUE(AnyCamera());
+  EXPECT_EQ(TextOf(AnyCamera()->Handle()), "3DView: Two boxes");
+  EXPECT_GT(CountLit(*AnyCamera()), 5) << "the boxes are seen on the screen";
   EXPECT_FALSE(parts->windows.ActiveWindow()->GetCamera());
 }
 
 TEST_F(CameraWindowTest, ThereIsOneForEachMapAndItCountsAsAWindowOfIt) {
   ASSERT_TRUE(Start());
   Map& map = OpenTwoBrushes();
-  EXPECT_FALSE(Window());
+  EXPECT_FALSE(AnyCamera());
   Give(Command::CameraToStart);
   EXPECT_EQ(sink.messages.back().text, "You must have a 3D camera open");
-  OpenCamera();
+  NewCamera();
   Give(Command::NewGLCamera);
   EXPECT_EQ(sink.messages.back().text, "You can only have one 3D view per map");
   EXPECT_EQ(sink.messages.back().title, "Cannot continue");
@@ -67,9 +60,9 @@ TEST_F(CameraWindowTest, ThereIsOneForEachMapAndItCountsAsAWindowOfIt) {
 
   Give(Command::Arrange3DLarge);
   RECT place;
-  GetWindowRect(Window()->Handle(), &place);
+  GetWindowRect(AnyCamera()->Handle(), &place);
   EXPECT_EQ(place.bottom - place.top, parts->frame.ClientSize().height);
-  EXPECT_GT(CountLit(*Window()), 5) << "after another size";
+  EXPECT_GT(CountLit(*AnyCamera()), 5) << "after another size";
 
   for (MapView* view : parts->windows.Views().ViewsOf(map)) {
     for (ChildWindow* window : parts->windows.WindowsOf(map)) {
@@ -81,18 +74,18 @@ TEST_F(CameraWindowTest, ThereIsOneForEachMapAndItCountsAsAWindowOfIt) {
   Give(Command::Insert);  // has a place though there is no view
   ASSERT_TRUE(map.modified());
   sink.answers.assign(1, Answer::No);
-  SendMessageA(Window()->Handle(), WM_CLOSE, 0, 0);
+  SendMessageA(AnyCamera()->Handle(), WM_CLOSE, 0, 0);
   EXPECT_EQ(sink.messages.back().title, "Continue?");
-  EXPECT_TRUE(Window());
+  EXPECT_TRUE(AnyCamera());
   sink.answers.assign(1, Answer::Yes);
-  SendMessageA(Window()->Handle(), WM_CLOSE, 0, 0);
+  SendMessageA(AnyCamera()->Handle(), WM_CLOSE, 0, 0);
   EXPECT_TRUE(parts->documents.Maps().empty());
 }
 
 TEST_F(CameraWindowTest, ARightClickOffersTheModesAndAMovementDoesNot) {
   ASSERT_TRUE(Start());
   OpenTwoBrushes();
-  CameraWindow& window = OpenCamera();
+  CameraWindow& window = NewCamera();
   const auto rightClick = [&](int way) {
     dialogs.tracked.clear();
     SendMouse(window, WM_RBUTTONDOWN, MK_RBUTTON, 50, 50);
@@ -119,7 +112,7 @@ TEST_F(CameraWindowTest, ARightClickOffersTheModesAndAMovementDoesNot) {
 TEST_F(CameraWindowTest, AClickSelectsWhatItHits) {
   ASSERT_TRUE(Start());
   Map& map = OpenTwoBrushes();
-  CameraWindow& window = OpenCamera();
+  CameraWindow& window = NewCamera();
   CameraPose pose;
   pose.eye = {-300, 0, 0};
   window.GetCamera()->SetPose(pose);
@@ -134,7 +127,7 @@ TEST_F(CameraWindowTest, AClickSelectsWhatItHits) {
 TEST_F(CameraWindowTest, ADragMovesTheSelectionInOneStepAndEscapeEndsItWithoutEffect) {
   ASSERT_TRUE(Start());
   Map& map = OpenTwoBrushes();
-  CameraWindow& window = OpenCamera();
+  CameraWindow& window = NewCamera();
   CameraPose pose;
   pose.eye = {-200, 0, 150};
   pose.Face(0, 37);
@@ -164,7 +157,7 @@ TEST_F(CameraWindowTest, ADragMovesTheSelectionInOneStepAndEscapeEndsItWithoutEf
 TEST_F(CameraWindowTest, WhatIsNewStandsOnTheFaceUnderTheMouse) {
   ASSERT_TRUE(Start());
   Map& map = OpenTwoBrushes();
-  CameraWindow& window = OpenCamera();
+  CameraWindow& window = NewCamera();
   CameraPose pose;
   pose.eye = {0, 0, 150};
   pose.Face(0, 90);
@@ -208,7 +201,7 @@ TEST_F(CameraWindowTest, ManyOpenedAndClosedLeaveNothingBehind) {
   ASSERT_TRUE(Start());
   OpenTwoBrushes();
   const auto openAndClose = [this] {
-    SendMessageA(OpenCamera().Handle(), WM_CLOSE, 0, 0);
+    SendMessageA(NewCamera().Handle(), WM_CLOSE, 0, 0);
     app->Pump();
   };
   const auto count = [](DWORD kind) { return GetGuiResources(GetCurrentProcess(), kind); };

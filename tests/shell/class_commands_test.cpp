@@ -32,16 +32,6 @@ class ClassCommandsTest : public AppTest {
     app->Pump();
   }
   std::string Status() { return parts->windows.ActiveView()->Status(); }
-  std::string Row(int row) {
-    wchar_t text[200] = L"";
-    LVITEMW item{};
-    item.iSubItem = 1;
-    item.pszText = text;
-    item.cchTextMax = 200;
-    SendMessageW(List(), LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
-                 reinterpret_cast<LPARAM>(&item));
-    return FromWide(text);
-  }
   HWND List() { return GetDlgItem(Messages()->Handle(), ID_CLASS_MESSAGE_LIST); }
   const SideWindow* Messages() {
     return parts->sides.All().empty() ? nullptr : parts->sides.All().front().get();
@@ -101,9 +91,8 @@ TEST_F(ClassCommandsTest, WhatIsWrongWithAFileStandsInAList) {
   ASSERT_NE(Messages(), nullptr);
   ExpectTidy(Messages()->Handle());
   EXPECT_EQ(ListView_GetItemCount(List()), 4);
-  EXPECT_EQ(Row(2), "Expecting Colour triad after classname in QC file");
-  EXPECT_EQ(FromWide(WideTextOf(GetDlgItem(Messages()->Handle(), ID_CLASS_MESSAGE_COUNT))),
-            "4 in all");
+  EXPECT_EQ(CellOf(List(), 2, 1), "Expecting Colour triad after classname in QC file");
+  EXPECT_EQ(TextOf(GetDlgItem(Messages()->Handle(), ID_CLASS_MESSAGE_COUNT)), "4 in all");
   Give(Command::ClassMessages);
   EXPECT_EQ(parts->sides.All().size(), 1u);
   map.undo.Undo();

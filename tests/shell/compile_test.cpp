@@ -41,16 +41,8 @@ class CompileTest : public AppTest {
     Give(Command::Compile);
     return dynamic_cast<CompileWindow&>(*parts->sides.All().back());
   }
-  template <typename Done>
-  void PumpUntil(const Done& done) {
-    for (const DWORD began = GetTickCount(); !done() && GetTickCount() - began < 30'000;) {
-      app->Pump();
-      Sleep(10);
-    }
-    EXPECT_TRUE(done());
-  }
   void Finish(CompileWindow& window) {
-    PumpUntil([&] { return !window.Run().Running(); });
+    WaitFor([&] { return !window.Run().Running(); });
   }
   // As the list box has them, without their times.
   static Lines Listed(const CompileWindow& window) {
@@ -130,16 +122,16 @@ TEST_F(CompileTest, CancelAndClosingEndTheToolAndTheEditorStaysAlive) {
   Map& map = Open(bench);
   const InFolderOf folder(bench);
   CompileWindow& first = Compile(TOOLS);
-  PumpUntil([&] { return first.Run().Output().Text().find("begun") != std::string::npos; });
+  WaitFor([&] { return first.Run().Output().Text().find("begun") != std::string::npos; });
   EXPECT_EQ(GetDlgItemInt(first.Handle(), ID_OVERVIEW_TIME, nullptr, FALSE), 0u);
   SendMessageA(first.Handle(), WM_COMMAND, ID_OVERVIEW_CANCEL, 0);
   EXPECT_EQ(Listed(first), (Lines{"Qbsp started", "Qbsping cancelled after"}));
 
   const HWND second = Compile(TOOLS).Handle();
   auto& run = dynamic_cast<CompileWindow&>(*parts->sides.All().back()).Run();
-  PumpUntil([&] { return run.Output().Text().find("begun") != std::string::npos; });
+  WaitFor([&] { return run.Output().Text().find("begun") != std::string::npos; });
   Give(Command::NewTopView);
-  PumpUntil([&] { return run.Elapsed() > "0:02"; });
+  WaitFor([&] { return run.Elapsed() > "0:02"; });
   EXPECT_EQ(parts->windows.WindowsOf(map).size(), 4u) << "the editor works meanwhile";
   parts->documents.Close(map);
   app->Pump();
@@ -161,7 +153,7 @@ TEST_F(CompileTest, TheEndOfTheProgramEndsAToolAndNoGame) {
   Compile(COMPILE_GAME);
   bench.dir.Write("qbsp.txt", "print begun\nsleep 60000\n");
   CompileWindow& window = Compile(COMPILE_QBSP);
-  PumpUntil([&] { return window.Run().Output().Text().find("begun") != std::string::npos; });
+  WaitFor([&] { return window.Run().Output().Text().find("begun") != std::string::npos; });
   app.reset();
   EXPECT_TRUE(std::filesystem::remove(bench.dir.Path("qbsp.exe"))) << "nothing runs it any more";
   Sleep(2500);
@@ -252,9 +244,9 @@ TEST_F(CompileTest, TheCheckFollowsTheMapSelectsAndRepairs) {
   Map& map = Open(bench);
   Give(Command::CheckMap);
   auto& window = dynamic_cast<CheckWindow&>(*parts->windows.ActiveWindow());
-  PumpUntil([&] { return window.IsDone(); });
+  WaitFor([&] { return window.IsDone(); });
   const auto told = [&] {
-    PumpUntil([&] { return window.IsDone(); });
+    WaitFor([&] { return window.IsDone(); });
     app->Pump();
     Lines lines;
     for (std::size_t i = 0; i < window.NumRows(); ++i) lines.push_back(window.At(i).text);

@@ -47,22 +47,12 @@ class EntityTreeWindowTest : public AppTest {
       if (ListView_GetItemState(list, row, LVIS_SELECTED) != 0) text += '*';
       std::string line;
       for (int column = 0; column < 5; ++column) {
-        wchar_t cell[100] = L"";
-        LVITEMW item{};
-        item.iSubItem = column;
-        item.pszText = cell;
-        item.cchTextMax = 100;
-        SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row),
-                     reinterpret_cast<LPARAM>(&item));
-        if (*item.pszText) line += (line.empty() ? "" : ", ") + FromWide(item.pszText);
+        const std::string cell = CellOf(list, row, column);
+        if (!cell.empty()) line += (line.empty() ? "" : ", ") + cell;
       }
       text += line + "\n";
     }
     return text;
-  }
-  void Post(HWND to, UINT message, WPARAM wParam, LPARAM lParam = 0) const {
-    PostMessageW(to, message, wParam, lParam);
-    app->Pump();
   }
   void Press(WPARAM key) const { Post(list, WM_KEYDOWN, key); }
   POINT At(int row, int part = LVIR_LABEL) const {
@@ -90,16 +80,10 @@ class EntityTreeWindowTest : public AppTest {
     Post(window->Handle(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(there.x, there.y));
     Post(window->Handle(), WM_LBUTTONUP, 0, MAKELPARAM(there.x, there.y));
   }
-  void Wait(const std::function<bool()>& until) const {
-    for (const DWORD began = GetTickCount(); !until() && GetTickCount() - began < 5000; Sleep(5)) {
-      app->Pump();
-    }
-    EXPECT_TRUE(until());
-  }
   void TypeFilter(const wchar_t* text) const {
     SetDlgItemTextW(window->Handle(), ID_TREE_FILTER, text);
     const std::string typed = FromWide(text);
-    Wait([&] { return window->Tree().Filter().text == typed; });
+    WaitFor([&] { return window->Tree().Filter().text == typed; });
   }
   void Choose(int combo, int item) const {
     const HWND box = GetDlgItem(window->Handle(), combo);
@@ -231,7 +215,7 @@ TEST_F(EntityTreeWindowTest, WhatIsTypedAndChosenFilters) {
             "monster_ogre, -> t1, 2000 0 64\n");
   EXPECT_EQ(TextOf(*window, ID_TREE_STATE), "2 found, 0 selected");
   Post(GetDlgItem(window->Handle(), ID_TREE_FILTER), WM_KEYDOWN, VK_ESCAPE);
-  Wait([&] { return Shown() == ALL; });
+  WaitFor([&] { return Shown() == ALL; });
   EXPECT_EQ(GetFocus(), list);
   Choose(ID_TREE_CLASS, 4);
   EXPECT_EQ(window->Tree().Filter().classname, "light");

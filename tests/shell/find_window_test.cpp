@@ -26,25 +26,18 @@ class FindWindowTest : public AppTest {
     app->Pump();
     Give(Command::FindEntity);
     app->Pump();
-    for (const auto& side : parts->sides.All()) {
-      if (auto* finder = dynamic_cast<FindWindow*>(side.get())) window = finder;
-    }
+    window = parts->sides.Find<FindWindow>();
     ASSERT_NE(window, nullptr);
   }
   void Type(int field, const char* text, std::size_t found) const {
     SetDlgItemTextA(window->Handle(), field, text);
     const WPARAM changed = MAKEWPARAM(field, CBN_EDITCHANGE);
     SendMessageA(window->Handle(), WM_COMMAND, changed, 0);
-    for (const DWORD began = GetTickCount();
-         window->Found().size() != found && GetTickCount() - began < 5000; Sleep(5)) {
-      app->Pump();
-    }
-    EXPECT_EQ(window->Found().size(), found) << text;
+    WaitFor([&] { return window->Found().size() == found; });
   }
   void Push(int button) const { SendDlgItemMessageA(window->Handle(), button, BM_CLICK, 0, 0); }
   void Press(WPARAM key) const {
-    PostMessageA(GetDlgItem(window->Handle(), ID_FIND_VALUE), WM_KEYDOWN, key, 0);
-    app->Pump();
+    Post(GetDlgItem(window->Handle(), ID_FIND_VALUE), WM_KEYDOWN, key);
   }
   std::string State() const { return TextOf(GetDlgItem(window->Handle(), ID_FIND_STATE)); }
   entity& Object(std::size_t index) const {

@@ -52,10 +52,6 @@ class LayerWindowTest : public AppTest {
     }
     return text;
   }
-  void Post(HWND to, UINT message, WPARAM wParam, LPARAM lParam = 0) const {
-    PostMessageA(to, message, wParam, lParam);
-    app->Pump();
-  }
   void Press(WPARAM key) const { Post(rows, WM_KEYDOWN, key); }
   void Click(int row, int column) const {
     RECT cell;
@@ -84,11 +80,10 @@ class LayerWindowTest : public AppTest {
   bool IsGrey(unsigned item) const {
     return (GetMenuState(parts->popups.Get(ID_POPUP_LAYER), item, MF_BYCOMMAND) & MF_GRAYED) != 0;
   }
-  // Of whatever comes from the system's clocks.
+  // For whatever comes from the system's clocks.
   void Wait(DWORD milliseconds) const {
-    for (const DWORD began = GetTickCount(); GetTickCount() - began < milliseconds; Sleep(10)) {
-      app->Pump();
-    }
+    const DWORD began = GetTickCount();
+    WaitFor([&] { return GetTickCount() - began >= milliseconds; });
   }
   void TypeName(const char* name) const {
     Press(VK_F2);

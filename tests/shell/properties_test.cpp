@@ -58,24 +58,13 @@ class PropertiesTest : public AppTest {
     app->Pump();
   }
   HWND Control(int id) const { return GetDlgItem(window->Handle(), id); }
-  std::string Shown(int id) const { return FromWide(WideTextOf(Control(id))); }
+  std::string Shown(int id) const { return TextOf(Control(id)); }
   // "key=value" of each row, as the list shows it.
   std::vector<std::string> Rows() const {
     const HWND list = window->Keys().Handle();
     std::vector<std::string> rows;
     for (int i = 0; i < ListView_GetItemCount(list); ++i) {
-      std::string row;
-      for (const int column : {0, 1}) {
-        wchar_t text[300] = L"";
-        LVITEMW item{};
-        item.iSubItem = column;
-        item.pszText = text;
-        item.cchTextMax = 300;
-        SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(i),
-                     reinterpret_cast<LPARAM>(&item));
-        row += (column == 0 ? "" : "=") + FromWide(text);
-      }
-      rows.push_back(row);
+      rows.push_back(CellOf(list, i, 0) + "=" + CellOf(list, i, 1));
     }
     return rows;
   }
@@ -85,10 +74,7 @@ class PropertiesTest : public AppTest {
     }
     return "no such row";
   }
-  void Key(HWND to, WPARAM key) {
-    PostMessageW(to, WM_KEYDOWN, key, 0);
-    app->Pump();
-  }
+  void Key(HWND to, WPARAM key) { Post(to, WM_KEYDOWN, key); }
   void Letters(HWND to, const std::wstring& text) {
     for (const wchar_t letter : text) SendMessageW(to, WM_CHAR, letter, 0);
   }
@@ -220,7 +206,7 @@ TEST_F(PropertiesTest, FlagsAngleNameAndClassAreOneStepEach) {
   SetFocus(text);
   SendMessageW(text, EM_SETSEL, 0, -1);
   Letters(text, L"info_player_d");
-  EXPECT_EQ(FromWide(WideTextOf(text)), "info_player_deathmatch") << "the rest comes by itself";
+  EXPECT_EQ(TextOf(text), "info_player_deathmatch") << "the rest comes by itself";
   Key(text, VK_RETURN);
   EXPECT_EQ(KeyOf(2, "classname"), "info_player_deathmatch");
   EXPECT_EQ(KeyOf(2, "angle"), "90");
@@ -239,7 +225,7 @@ TEST_F(PropertiesTest, WhatAFileCannotHoldIsRefusedAndGameLettersSurvive) {
   Select({0});
   TypeValue("message", L"x\"\\");
   Key(Box(), VK_RETURN);
-  EXPECT_EQ(FromWide(WideTextOf(Box())), "x\\\\n") << "no quote, and Enter begins a new line";
+  EXPECT_EQ(TextOf(Box()), "x\\\\n") << "no quote, and Enter begins a new line";
   Key(Box(), VK_BACK);
   Letters(Box(), L"\b");
   const HeldKey control(VK_CONTROL);

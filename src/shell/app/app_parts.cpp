@@ -17,14 +17,13 @@ AppParts::AppParts(HINSTANCE instance, const Seams& seams)
       commands(
           {data, options, progress, boundEntities, windows, sides, tools, frame, seams.dialogs}),
       frame(instance, options, reporter, progress, commands, documents),
-      windows(frame, documents, reporter),
+      windows(frame, documents, reporter, options),
       toolHost({windows, tools, commands, reporter, seams.dialogs, popups, objects, choice}),
       tools(toolHost, windows.Views(), options),
       joystick(seams.joysticks, options, reporter),
       maker(windows, sides, {options, reporter, commands, tools, toolHost, objects, backBuffer},
-            {options, reporter, seams.dialogs, popups, commands},
-            {options, reporter, seams.dialogs, popups, tools, joystick, direct3d},
-            {options, reporter, seams.dialogs},
+            {reporter, seams.dialogs, popups, commands},
+            {options, reporter, seams.dialogs, popups, tools, joystick, direct3d}, seams.dialogs,
             {options, reporter, seams.dialogs, popups, commands},
             {options, seams.dialogs, popups, commands, choice, wadEditing, sides}),
       documents(data, options, seams.dialogs, maker, seams.dataFolder),
@@ -53,7 +52,7 @@ void AppParts::AddCommands(const Seams& seams) {
                                     seams.clipboard, reporter, options, seams.dataFolder}));
   commands.Add(MakeViewCommands({documents, windows, commands, popups, reporter, options}));
   commands.Add(MakeWindowCommands({windows, maker, frame, commands, popups, options}));
-  commands.Add(MakeFindCommands({windows, sides, maker, frame, options}));
+  commands.Add(MakeFindCommands({windows, sides, maker, options}));
   commands.Add(MakeTextureCommands({windows, sides, maker, commands, choice, documents, data, frame,
                                     dialogs, reporter, options}));
   commands.Add(MakeFaceCommands({windows, sides, frame, tools, options}));

@@ -80,8 +80,8 @@ bool WindowClasses::Register() {
       {LAYER_CLASS, LayerFunc, 0, 0, LTGRAY_BRUSH, IDC_ARROW, false},
       {LAYER_LIST_CLASS, LayerListFunc, CS_DBLCLKS, 0, LTGRAY_BRUSH, IDC_ARROW, false},
       {LOAD_WINDOW_CLASS, LoadWindowFunc, 0, 8, LTGRAY_BRUSH, IDC_ARROW, false},
-      {PROPERTIES_CLASS, PropertiesFunc, 0, 0, LTGRAY_BRUSH, IDC_ARROW, false},
-      {CHECK_CLASS, CheckFunc, 0, 0, LTGRAY_BRUSH, IDC_ARROW, false},
+      {PROPERTIES_CLASS, SideWindow::Dispatch, 0, 0, LTGRAY_BRUSH, IDC_ARROW, false},
+      {CHECK_CLASS, ChildWindow::Dispatch, 0, 0, LTGRAY_BRUSH, IDC_ARROW, false},
   };
   for (const Row& row : rows) {
     WNDCLASSEXA windowClass{};

@@ -32,9 +32,8 @@ void SetQc(const ClassContext& in, unsigned) {
 // A map has one such window.
 void ShowMessages(const ClassContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
-  for (const auto& side : in.sides.All()) {
-    const auto* open = dynamic_cast<const ClassMessagesWindow*>(side.get());
-    if (!open || &open->GetMap() != &map) continue;
+  const auto isOfMap = [&](const ClassMessagesWindow& open) { return &open.GetMap() == &map; };
+  if (const auto* open = in.sides.Find<ClassMessagesWindow>(isOfMap)) {
     SetForegroundWindow(open->Handle());
     return;
   }

@@ -189,7 +189,6 @@ struct FindContext {
   ChildWindows& windows;
   SideWindows& sides;
   WindowMaker& maker;
-  const Frame& frame;
   Options& options;
 };
 std::unique_ptr<CommandGroup> MakeFindCommands(const FindContext& context);

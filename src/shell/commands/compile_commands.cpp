@@ -43,11 +43,10 @@ void ReleaseMemory(const CompileContext& in) {
 
 // A tool works on the files of that Quake map.
 bool IsBeingCompiled(const CompileContext& in, const std::string& toolsMap) {
-  return std::ranges::any_of(in.sides.All(), [&](const auto& side) {
-    auto* window = dynamic_cast<CompileWindow*>(side.get());
-    return window && window->Run().Running() && window->Run().Stage() != CompileStage::Game &&
-           EqualNoCase(window->Run().Paths().map, toolsMap);
-  });
+  return in.sides.Find<CompileWindow>([&](CompileWindow& window) {
+    return window.Run().Running() && window.Run().Stage() != CompileStage::Game &&
+           EqualNoCase(window.Run().Paths().map, toolsMap);
+  }) != nullptr;
 }
 
 void Compile(const CompileContext& in, unsigned) {
@@ -87,12 +86,8 @@ void CheckMap(const CompileContext& in, unsigned) {
 // A map has one such window.
 void GetInfo(const CompileContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
-  for (const auto& side : in.sides.All()) {
-    const auto* info = dynamic_cast<const InfoWindow*>(side.get());
-    if (!info || &info->GetMap() != &map) continue;
-    DestroyWindow(info->Handle());
-    break;
-  }
+  const auto isOfMap = [&](const InfoWindow& open) { return &open.GetMap() == &map; };
+  if (const auto* open = in.sides.Find<InfoWindow>(isOfMap)) DestroyWindow(open->Handle());
   in.sides.Add(std::make_unique<InfoWindow>(in.sides, in.frame, map, in.reporter));
 }
 

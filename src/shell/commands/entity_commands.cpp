@@ -27,10 +27,11 @@ namespace {
 
 // The one that follows the selection, or that of the map's world, comes to the front.
 void ShowWindow(const EntityContext& in, Map& map, PropertiesOf of) {
-  for (const auto& side : in.sides.All()) {
-    const auto* open = dynamic_cast<const PropertiesWindow*>(side.get());
-    if (!open || open->Of() != of) continue;
-    if (of == PropertiesOf::World ? open->GetMap() != &map : open->IsPinned()) continue;
+  const auto isIt = [&](const PropertiesWindow& open) {
+    return open.Of() == of &&
+           (of == PropertiesOf::World ? open.GetMap() == &map : !open.IsPinned());
+  };
+  if (const auto* open = in.sides.Find<PropertiesWindow>(isIt)) {
     SetActiveWindow(open->Handle());
     return;
   }
@@ -93,12 +94,7 @@ void FollowLinks(const EntityContext& in, unsigned) {
     return;
   }
   Select(map, ends, false);
-  const Bounds box = SelectionBounds(map);
-  if (!box.IsEmpty()) {
-    for (MapView* view : in.windows.Views().ViewsOf(map)) {
-      view->CentreOn((box.mins + box.maxs) * 0.5f);
-    }
-  }
+  in.windows.CentreOn(map, SelectionBounds(map));
   map.ShowStatus(InWords(std::vector<const entity*>(ends.begin(), ends.end())));
 }
 

@@ -15,11 +15,9 @@ void ShowEntityTree(const FindContext& in, unsigned) {
 
 // Null when the system gave no window.
 FindWindow* Finder(const FindContext& in) {
-  for (const auto& window : in.sides.All()) {
-    if (auto* open = dynamic_cast<FindWindow*>(window.get())) return open;
-  }
+  if (auto* open = in.sides.Find<FindWindow>()) return open;
   return static_cast<FindWindow*>(
-      in.sides.Add(std::make_unique<FindWindow>(in.sides, in.frame, in.windows, in.options)));
+      in.sides.Add(std::make_unique<FindWindow>(in.sides, in.windows, in.options)));
 }
 
 void ShowFinder(const FindContext& in, unsigned) {

@@ -21,9 +21,7 @@ namespace {
 // The one that is open, or a new one; null when the system gave no window.
 template <typename Window, typename Make>
 Window* WindowOf(SideWindows& sides, const Make& make) {
-  for (const auto& window : sides.All()) {
-    if (auto* open = dynamic_cast<Window*>(window.get())) return open;
-  }
+  if (auto* open = sides.Find<Window>()) return open;
   return static_cast<Window*>(sides.Add(make()));
 }
 

@@ -64,10 +64,7 @@ void ZoomToFit(const ViewContext& in, unsigned) {
 
 void CentreSelection(const ViewContext& in, unsigned) {
   const Map& map = *in.windows.ActiveMap();
-  const Bounds box = SelectionBounds(map);
-  if (box.IsEmpty()) return;
-  const Vec3 middle = (box.mins + box.maxs) * 0.5f;
-  for (MapView* view : in.windows.Views().ViewsOf(map)) view->CentreOn(middle);
+  in.windows.CentreOn(map, SelectionBounds(map));
 }
 
 void CentreAndZoom(const ViewContext& in, unsigned) {

@@ -2,7 +2,16 @@
 
 #include <commctrl.h>
 
+#include "shell/system/controls.h"
+#include "shell/system/display_scale.h"
+#include "shell/system/wide_text.h"
+
 namespace ferrowand {
+namespace {
+
+constexpr int TEXT_MARGIN = 14;  // pixels at the usual size of letters
+
+}  // namespace
 
 void AddListColumns(HWND list, std::span<const wchar_t* const> headings,
                     std::span<const int> shares) {
@@ -17,6 +26,30 @@ void AddListColumns(HWND list, std::span<const wchar_t* const> headings,
     column.pszText = const_cast<wchar_t*>(headings[i]);
     SendMessageW(list, LVM_INSERTCOLUMNW, i, reinterpret_cast<LPARAM>(&column));
   }
+}
+
+HWND AddLineList(HWND parent, int id) {
+  const HWND list = AddControl(parent, WC_LISTVIEWW, L"",
+                               WS_TABSTOP | WS_BORDER | LVS_REPORT | LVS_OWNERDATA |
+                                   LVS_NOCOLUMNHEADER | LVS_SINGLESEL | LVS_SHOWSELALWAYS,
+                               id);
+  ListView_SetExtendedListViewStyle(list, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
+  LVCOLUMNW column{};
+  column.mask = LVCF_WIDTH;
+  SendMessageW(list, LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
+  return list;
+}
+
+int WidthFor(HWND list, const std::string& text) {
+  const std::wstring wide = ToWide(text);
+  const LRESULT width =
+      SendMessageW(list, LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(wide.c_str()));
+  return static_cast<int>(width) + Scaled(TEXT_MARGIN);
+}
+
+void ChooseRow(HWND list, int row) {
+  ListView_SetItemState(list, row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
+  ListView_EnsureVisible(list, row, FALSE);
 }
 
 }  // namespace ferrowand

@@ -1,14 +1,23 @@
-// Columns of a list of rows.
+// Lists of rows: their columns, and which of them is chosen.
 #pragma once
 
 #include "shell/system/win32.h"
 
 #include <span>
+#include <string>
 
 namespace ferrowand {
 
 // Each so many hundredths of the room that the list has now beside its scroll bar.
 void AddListColumns(HWND list, std::span<const wchar_t* const> headings,
                     std::span<const int> shares);
+
+// In the parent: of lines, one under the other, under no heading.
+HWND AddLineList(HWND parent, int id);
+// That a column must have for that text. Pixels.
+int WidthFor(HWND list, const std::string& text);
+
+// Is chosen, and in sight. In a list where several can be, the others stay chosen.
+void ChooseRow(HWND list, int row);
 
 }  // namespace ferrowand

@@ -10,6 +10,7 @@
 
 #include "base/number_text.h"
 #include "shell/resources/resource.h"
+#include "shell/system/controls.h"
 #include "shell/system/display_scale.h"
 #include "shell/system/handles.h"
 #include "shell/system/wide_text.h"
@@ -24,15 +25,6 @@ constexpr int AROUND = 2 * BUTTON + DIAL;
 constexpr int DIRECTIONS = 8, STEP = 45;
 constexpr int DIAL_STEP = 15;  // degrees that the mouse turns by, unless Ctrl is held
 
-HWND Add(HWND parent, const wchar_t* windowClass, const wchar_t* text, DWORD style, int id,
-         DWORD extended = 0) {
-  const HWND control = CreateWindowExW(extended, windowClass, text, WS_CHILD | style, 0, 0, 0, 0,
-                                       parent, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
-                                       GetModuleHandleW(nullptr), nullptr);
-  SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(InterfaceFont()), 0);
-  return control;
-}
-
 double Radians(int degrees) {
   return degrees * std::numbers::pi / 180;
 }
@@ -41,16 +33,16 @@ double Radians(int degrees) {
 
 AnglePanel::AnglePanel(HWND parent, std::function<void(const std::string&)> choose)
     : parent_(parent), choose_(std::move(choose)) {
-  Add(parent, L"STATIC", L"Ang&le:", 0, ID_ANGLE_LABEL);
-  Add(parent, L"EDIT", L"", WS_TABSTOP | ES_AUTOHSCROLL, ID_ANGLE_TEXT, WS_EX_CLIENTEDGE);
-  Add(parent, L"BUTTON", L"&Up", WS_TABSTOP, ID_ANGLE_UP);
-  Add(parent, L"BUTTON", L"Do&wn", WS_TABSTOP, ID_ANGLE_DOWN);
+  AddControl(parent, L"STATIC", L"Ang&le:", 0, ID_ANGLE_LABEL);
+  AddControl(parent, L"EDIT", L"", WS_TABSTOP | ES_AUTOHSCROLL, ID_ANGLE_TEXT, WS_EX_CLIENTEDGE);
+  AddControl(parent, L"BUTTON", L"&Up", WS_TABSTOP, ID_ANGLE_UP);
+  AddControl(parent, L"BUTTON", L"Do&wn", WS_TABSTOP, ID_ANGLE_DOWN);
   for (int i = 0; i < DIRECTIONS; ++i) {
-    Add(parent, L"BUTTON", std::to_wstring(i * STEP).c_str(), i == 0 ? WS_TABSTOP | WS_GROUP : 0,
-        ID_ANGLE_DIRECTION + i);
+    AddControl(parent, L"BUTTON", std::to_wstring(i * STEP).c_str(),
+               i == 0 ? WS_TABSTOP | WS_GROUP : 0, ID_ANGLE_DIRECTION + i);
   }
   const HWND dial =
-      Add(parent, L"STATIC", L"Angle", SS_OWNERDRAW | SS_NOTIFY | WS_GROUP, ID_ANGLE_DIAL);
+      AddControl(parent, L"STATIC", L"Angle", SS_OWNERDRAW | SS_NOTIFY | WS_GROUP, ID_ANGLE_DIAL);
   SetWindowSubclass(dial, DialFunc, 0, reinterpret_cast<DWORD_PTR>(this));
 }
 

@@ -32,8 +32,7 @@ CameraWindow::CameraWindow(ChildWindows& windows, const CameraWindowContext& con
   const PixelSize room = frame_.ClientSize();
   Create(CAMERA_CLASS, "", {.width = room.width / 2, .height = room.height / 2},
          WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME |
-             WS_MINIMIZEBOX | WS_MAXIMIZEBOX,
-         context.options.smallCaptions ? WS_EX_TOOLWINDOW : 0);
+             WS_MINIMIZEBOX | WS_MAXIMIZEBOX);
 }
 
 std::unique_ptr<CameraSurface> CameraWindow::MakeSurface() {
@@ -131,9 +130,6 @@ LRESULT CameraWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_PALETTECHANGED:
       if (reinterpret_cast<HWND>(wParam) == Handle() || !surface_) break;
       if (surface_->RealisePalette()) Repaint();
-      return 0;
-    case WM_CLOSE:
-      windows_.Close(*this);
       return 0;
   }
   return DefMDIChildProcA(Handle(), message, wParam, lParam);

@@ -48,7 +48,7 @@ void CameraWindow::Moved(const CameraPose& from) {
 }
 
 void CameraWindow::OptionsChanged() {
-  SetSmallCaption(context_.options.smallCaptions != 0);
+  ChildWindow::OptionsChanged();
   FollowJoystick();
 }
 
@@ -98,7 +98,7 @@ bool CameraWindow::OnNavigation(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_LBUTTONDBLCLK:
       return StartLooking(ToPixel(lParam));
     case WM_MOUSEMOVE:
-      OnMouseOver(Handle(), {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}, context_.options);
+      OnMouseOver(Handle(), {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
       return LookTo(ToPixel(lParam), (wParam & MK_LBUTTON) != 0);
     case WM_LBUTTONUP:
     case WM_CAPTURECHANGED:

@@ -10,29 +10,17 @@
 #include <string>
 #include <vector>
 
-#include "document/announcement.h"
 #include "operations/check_repair.h"
 #include "operations/running_check.h"
-#include "shell/windows/child_window.h"
+#include "shell/windows/map_panel.h"
 
 namespace ferrowand {
 
 class Dialogs;
-class Reporter;
-struct Options;
 
 inline constexpr char CHECK_CLASS[] = "FRWCheckClass";
 
-LRESULT CALLBACK CheckFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-
-// What the windows of checks work with. All outlive them.
-struct CheckWindowContext {
-  const Options& options;
-  Reporter& reporter;
-  Dialogs& dialogs;
-};
-
-class CheckWindow : public ChildWindow, public MapObserver {
+class CheckWindow : public MapPanel {
  public:
   // A line of the list: of what, and what could be done about it.
   struct Row {
@@ -42,7 +30,8 @@ class CheckWindow : public ChildWindow, public MapObserver {
     Repair repair = Repair::None;
   };
 
-  CheckWindow(ChildWindows& windows, const CheckWindowContext& context, Map& map);
+  // All outlive it.
+  CheckWindow(ChildWindows& windows, Dialogs& dialogs, Map& map);
   ~CheckWindow() override;
 
   std::size_t NumRows() const;
@@ -50,34 +39,32 @@ class CheckWindow : public ChildWindow, public MapObserver {
   bool IsDone() const { return check_.IsDone(); }
   void ChooseRow(int index);
 
-  // --- as a child of the frame
-  Map* GetMap() const override { return &map_; }
-  bool TakesMessage(MSG& message) override;
-
   // --- from the map
   void OnChange(const MapChange& change) override;
 
  private:
-  LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-  void OnCreate();
-  HWND AddControl(const wchar_t* windowClass, const wchar_t* text, DWORD style, int id);
-  void Layout() const;
-  void OnTimer();
+  // --- as a panel
+  void OnCreate() override;
+  void Layout() const override;
+  HWND KeyControl() const override { return list_; }
+  bool IsOwnKey(WPARAM key, bool withControl) const override;
+  void OnCommand(int id, int notification) override;
+  LRESULT OnNotify(NMHDR& header) override;
+  void OnTimer(UINT_PTR timer) override;
+
+  void Look();
   void Fill();
   void Empty();
   void FitColumn() const;
   void ShowState() const;
-  LRESULT OnNotify(LPARAM lParam);
-  void GiveRow(NMLVDISPINFOW& info);
+  void GiveRow(LVITEMW& item);
   void OnRowChosen();
-  void OnButton(int id);
   void RepairChosen();
   bool Perform(const Row& row);
   bool AskForTexture(const Row& row);
   std::optional<Row> Chosen() const;
 
-  const CheckWindowContext context_;
-  Map& map_;
+  Dialogs& dialogs_;
   RunningCheck check_;
   // As the list shows them; between them, if there are findings, their heading.
   std::vector<Problem> problems_;

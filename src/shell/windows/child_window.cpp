@@ -17,6 +17,7 @@ ChildWindow::~ChildWindow() {
 
 void ChildWindow::Create(const char* windowClass, const char* title, const ChildPlace& place,
                          DWORD style, DWORD extendedStyle) {
+  if (windows_.GetOptions().smallCaptions) extendedStyle |= WS_EX_TOOLWINDOW;
   CreateWindowExA(WS_EX_MDICHILD | extendedStyle, windowClass, title, WS_VISIBLE | WS_CHILD | style,
                   place.left, place.top, place.width, place.height, frame_.Client(), nullptr,
                   frame_.Instance(), this);
@@ -31,11 +32,11 @@ void ChildWindow::MoveTo(const PixelRect& place) const {
                SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
 }
 
-void ChildWindow::OnMouseOver(HWND inside, POINT mouse, const Options& options) {
+void ChildWindow::OnMouseOver(HWND inside, POINT mouse) {
   ClientToScreen(inside, &mouse);
   // The system tells of the mouse also when a window comes up under it. Then the user has chosen
   // that window's sister, or is about to.
-  if (!windows_.MouseHasMoved(mouse) || !options.trackMouse) return;
+  if (!windows_.MouseHasMoved(mouse) || !windows_.GetOptions().trackMouse) return;
   const HWND focus = GetFocus();
   if (focus == inside || !focus || GetCapture() || GetActiveWindow() != frame_.Handle()) return;
   for (const auto& window : windows_.All()) {
@@ -63,6 +64,10 @@ void ChildWindow::SetSmallCaption(bool small) const {
                SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
 }
 
+void ChildWindow::OptionsChanged() {
+  SetSmallCaption(windows_.GetOptions().smallCaptions != 0);
+}
+
 void ChildWindow::ShowTitle(const std::string& title) {
   if (title == title_) return;
   title_ = title;
@@ -71,7 +76,7 @@ void ChildWindow::ShowTitle(const std::string& title) {
   SendMessageA(frame_.Client(), WM_MDIREFRESHMENU, 0, 0);
 }
 
-LRESULT ChildWindow::Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT CALLBACK ChildWindow::Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_NCCREATE) {
     const auto* create = reinterpret_cast<const CREATESTRUCTA*>(lParam);
     const auto* mdi = static_cast<const MDICREATESTRUCTA*>(create->lpCreateParams);
@@ -80,6 +85,10 @@ LRESULT ChildWindow::Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM l
     SetObject(window, created);
   }
   auto* child = ObjectOf<ChildWindow>(window);
+  if (child && message == WM_CLOSE) {
+    child->windows_.Close(*child);
+    return 0;
+  }
   if (child && message != WM_NCDESTROY) return child->OnMessage(message, wParam, lParam);
   if (child) {
     SetObject(window, nullptr);

@@ -18,7 +18,6 @@ class ChildWindows;
 class Frame;
 class Map;
 class MapView;
-struct Options;
 
 // In the frame's client area, pixels.
 struct ChildPlace {
@@ -57,23 +56,24 @@ class ChildWindow {
   // it.
   virtual bool TakesMessage(MSG&) { return false; }
   // What the options say of windows is another.
-  virtual void OptionsChanged() {}
+  virtual void OptionsChanged();
 
-  // What the procedures of all these windows do.
-  static LRESULT Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+  // The procedure of all these windows.
+  static LRESULT CALLBACK Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
  protected:
   // Outlive it.
   explicit ChildWindow(ChildWindows& windows);
-  // From the constructor of what the window is to be: messages come at once.
+  // From the constructor of what the window is to be: messages come at once. Its caption is as
+  // high as the options say.
   void Create(const char* windowClass, const char* title, const ChildPlace& place = {},
               DWORD style = 0, DWORD extendedStyle = 0);
 
-  // What it does not answer itself goes on to DefMDIChildProc.
+  // What it does not answer itself goes on to DefMDIChildProc. It closes without being asked.
   virtual LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) = 0;
   // The mouse is over that part of this window. Where the options want the focus to follow it,
   // takes that from any other window of the frame, but not out of what is being typed.
-  void OnMouseOver(HWND inside, POINT mouse, const Options& options);
+  void OnMouseOver(HWND inside, POINT mouse);
   // The frame's window, in pixels of the drawing area of one of these.
   PixelRect FrameAround(HWND inside) const;
   // A thin caption, or one of the usual height, from now on.

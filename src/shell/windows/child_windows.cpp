@@ -16,8 +16,9 @@ WPARAM ToParameter(const ChildWindow& window) {
 
 }  // namespace
 
-ChildWindows::ChildWindows(Frame& frame, Documents& documents, Reporter& reporter)
-    : frame_(frame), documents_(documents), reporter_(reporter) {}
+ChildWindows::ChildWindows(Frame& frame, Documents& documents, Reporter& reporter,
+                           const Options& options)
+    : frame_(frame), documents_(documents), reporter_(reporter), options_(options) {}
 
 ChildWindow* ChildWindows::Add(std::unique_ptr<ChildWindow> window) {
   if (!window->Handle()) return nullptr;
@@ -39,17 +40,17 @@ void ChildWindows::BringToFront(const ChildWindow& window) {
 }
 
 void ChildWindows::Close(ChildWindow& window) {
-  Map* const map = window.GetMap();
-  const auto keepers = WindowsOf(*map);
-  const auto count = std::ranges::count_if(keepers, &ChildWindow::KeepsMapOpen);
-  if (count >= 2 || !window.KeepsMapOpen()) return Destroy(window);
-  if (map->modified() &&
+  if (!window.KeepsMapOpen()) return Destroy(window);
+  Map& map = *window.GetMap();
+  const auto keepers = WindowsOf(map);
+  if (std::ranges::count_if(keepers, &ChildWindow::KeepsMapOpen) >= 2) return Destroy(window);
+  if (map.modified() &&
       reporter_.Show("Continue?",
                      "Closing this window will close the map. The map has been modified. Continue?",
                      Buttons::YesNo, Icon::Question) != Answer::Yes) {
     return;
   }
-  documents_.Close(*map);
+  documents_.Close(map);
 }
 
 void ChildWindows::CloseWindowsOf(const Map& map) {
@@ -103,6 +104,11 @@ NewPlace ChildWindows::PlaceForNew(const Map& map) const {
   if (view) return {view->PlaceForNew(), {}};
   const Camera* camera = CameraOf(map);
   return {camera ? camera->PlaceForNew() : Vec3(0, 0, 0), {}};
+}
+
+void ChildWindows::CentreOn(const Map& map, const Bounds& box) const {
+  if (box.IsEmpty()) return;
+  for (MapView* view : views_.ViewsOf(map)) view->CentreOn((box.mins + box.maxs) * 0.5f);
 }
 
 void ChildWindows::OptionsChanged() {

@@ -13,6 +13,7 @@ namespace ferrowand {
 class Documents;
 class Frame;
 class Reporter;
+struct Options;
 
 // Where something new goes.
 struct NewPlace {
@@ -26,11 +27,12 @@ struct NewPlace {
 class ChildWindows {
  public:
   // All outlive it.
-  ChildWindows(Frame& frame, Documents& documents, Reporter& reporter);
+  ChildWindows(Frame& frame, Documents& documents, Reporter& reporter, const Options& options);
   ChildWindows(const ChildWindows&) = delete;
   ChildWindows& operator=(const ChildWindows&) = delete;
 
   Frame& GetFrame() const { return frame_; }
+  const Options& GetOptions() const { return options_; }
   ViewList& Views() { return views_; }
   const ViewList& Views() const { return views_; }
   // In the order of opening.
@@ -57,6 +59,8 @@ class ChildWindows {
   // used one when a window of another kind is active; before the camera of a map that has no view.
   // To be asked before a menu or a box draws the cursor away.
   NewPlace PlaceForNew(const Map& map) const;
+  // In the middle of all its views; nowhere else if it is nowhere.
+  void CentreOn(const Map& map, const Bounds& box) const;
 
   void OptionsChanged();
   // Since a window last saw it, in pixels of the screen.
@@ -71,6 +75,7 @@ class ChildWindows {
   Frame& frame_;
   Documents& documents_;
   Reporter& reporter_;
+  const Options& options_;
   ViewList views_;  // outlives the windows, which are in it
   std::vector<std::unique_ptr<ChildWindow>> windows_;
   POINT mouse_{};

@@ -9,13 +9,11 @@
 #include <string>
 
 #include "document/announcement.h"
-#include "shell/windows/side_windows.h"
+#include "shell/windows/side_dialog.h"
 
 namespace ferrowand {
 
-class Frame;
-
-class ClassMessagesWindow : public SideWindow, public MapObserver {
+class ClassMessagesWindow : public SideDialog, public MapObserver {
  public:
   // Handle() is null when the system gave no window.
   ClassMessagesWindow(SideWindows& sides, const Frame& frame, Map& map);
@@ -28,10 +26,10 @@ class ClassMessagesWindow : public SideWindow, public MapObserver {
   void OnChange(const MapChange& change) override;
 
  private:
-  LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-  void OnInit();
+  bool OnInit() override;
+  void OnCommand(int id, int notification) override;
+  LRESULT OnNotify(NMHDR& header) override;
   void Fill() const;
-  void GiveRow(NMLVDISPINFOW& info);
 
   Map* map_;
   std::wstring shown_;  // the text that the system was given last

@@ -12,7 +12,9 @@
 #include "shell/dialogs/dialogs.h"
 #include "shell/frame/frame.h"
 #include "shell/resources/resource.h"
+#include "shell/system/controls.h"
 #include "shell/system/display_scale.h"
+#include "shell/system/list_columns.h"
 #include "shell/system/wide_text.h"
 #include "shell/windows/child_windows.h"
 #include "views/map_marks.h"
@@ -23,7 +25,6 @@ namespace {
 // Pixels at the usual size of letters.
 constexpr int LEFT = 10, TOP = 10, WIDTH = 500, HEIGHT = 100, GROWN_HEIGHT = 380;
 constexpr int STRIP = 22, STAGES_HEIGHT = 118, SMALLEST_OUTPUT = 60, TIME_GAP = 6, TIME_DROP = 4;
-constexpr int TEXT_MARGIN = 14;
 
 constexpr UINT_PTR STAGE_TIMER = 1, OUTPUT_TIMER = 2, SHOW_TIMER = 3;
 // Milliseconds. What is printed is read oftener than it is shown: the tool need not wait then.
@@ -35,11 +36,6 @@ constexpr COLORREF HEADING_COLOUR = RGB(0, 64, 128);
 
 std::uint32_t Milliseconds() {
   return GetTickCount();
-}
-
-// Where the objects lie together.
-void ShowInViews(ChildWindows& windows, const Map& map, const Vec3& point) {
-  for (MapView* view : windows.Views().ViewsOf(map)) view->CentreOn(point);
 }
 
 }  // namespace
@@ -66,37 +62,17 @@ CompileWindow::CompileWindow(SideWindows& sides, const CompileWindowContext& con
 
 CompileWindow::~CompileWindow() = default;
 
-HWND CompileWindow::AddControl(const wchar_t* windowClass, const wchar_t* text, DWORD style,
-                               int id) {
-  const HWND control = CreateWindowExW(
-      0, windowClass, text, WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, Handle(),
-      reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), context_.frame.Instance(), nullptr);
-  SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(InterfaceFont()), 0);
-  return control;
-}
-
 void CompileWindow::OnCreate() {
-  AddControl(L"BUTTON", L"Cancel", WS_TABSTOP, ID_OVERVIEW_CANCEL);
-  AddControl(L"BUTTON", L"Save output", WS_TABSTOP, ID_OVERVIEW_SAVE);
-  AddControl(L"STATIC", L"0:00", SS_LEFT, ID_OVERVIEW_TIME);
-  list_ = AddControl(L"LISTBOX", L"",
+  AddControl(Handle(), L"BUTTON", L"Cancel", WS_TABSTOP, ID_OVERVIEW_CANCEL);
+  AddControl(Handle(), L"BUTTON", L"Save output", WS_TABSTOP, ID_OVERVIEW_SAVE);
+  AddControl(Handle(), L"STATIC", L"0:00", SS_LEFT, ID_OVERVIEW_TIME);
+  list_ = AddControl(Handle(), L"LISTBOX", L"",
                      WS_TABSTOP | WS_VSCROLL | WS_BORDER | LBS_NOINTEGRALHEIGHT | LBS_NOSEL,
                      ID_OVERVIEW_LIST);
-  AddOutputList();
-  Layout();
-}
-
-// It asks for its lines as it shows them: as many as there are cost nothing.
-void CompileWindow::AddOutputList() {
-  output_ = AddControl(WC_LISTVIEWW, L"",
-                       WS_TABSTOP | WS_BORDER | LVS_REPORT | LVS_OWNERDATA | LVS_NOCOLUMNHEADER |
-                           LVS_SINGLESEL | LVS_SHOWSELALWAYS,
-                       ID_OVERVIEW_OUTPUT);
+  // It asks for its lines as it shows them: as many as there are cost nothing.
+  output_ = AddLineList(Handle(), ID_OVERVIEW_OUTPUT);
   SendMessageW(output_, WM_SETFONT, reinterpret_cast<WPARAM>(FixedFont()), 0);
-  ListView_SetExtendedListViewStyle(output_, LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER);
-  LVCOLUMNW column{};
-  column.mask = LVCF_WIDTH;
-  SendMessageW(output_, LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
+  Layout();
 }
 
 void CompileWindow::Layout() {
@@ -104,7 +80,7 @@ void CompileWindow::Layout() {
   GetClientRect(Handle(), &area);
   const int width = area.right, strip = Scaled(STRIP), third = width / 3;
   const auto place = [this](int id, int left, int top, int w, int h) {
-    MoveWindow(GetDlgItem(Handle(), id), left, top, std::max(w, 0), std::max(h, 0), TRUE);
+    PlaceControl(Handle(), id, left, top, w, h);
   };
   place(ID_OVERVIEW_CANCEL, 0, 0, third, strip);
   place(ID_OVERVIEW_SAVE, third, 0, third, strip);
@@ -192,9 +168,7 @@ void CompileWindow::FitColumn(int from, int to) {
   }
   if (longest.empty()) return;
   longest_ = longest.size();
-  const auto width = static_cast<int>(SendMessageW(
-      output_, LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(ToWide(longest).c_str())));
-  ListView_SetColumnWidth(output_, 0, width + Scaled(TEXT_MARGIN));
+  ListView_SetColumnWidth(output_, 0, WidthFor(output_, longest));
 }
 
 void CompileWindow::OnLevelMade(bool leaks) {
@@ -290,7 +264,7 @@ void CompileWindow::GoTo(int line) {
   if (!map_ || line < 0 || static_cast<std::size_t>(line) >= run_->Output().size()) return;
   const NamedPlace place = PlaceIn(run_->Output().At(static_cast<std::size_t>(line)).text);
   if (place.entity || place.brush) GoToObject(place);
-  if (place.point) ShowInViews(context_.windows, *map_, *place.point);
+  if (place.point) context_.windows.CentreOn(*map_, {*place.point, *place.point});
 }
 
 // The map may not be any more what the tools have read: whatever has the number by now.
@@ -307,8 +281,7 @@ void CompileWindow::GoToObject(const NamedPlace& place) {
   }
   if (object == map_) return;
   Select(*map_, object, false);
-  const Bounds box = object->GetBounds();
-  if (!box.IsEmpty()) ShowInViews(context_.windows, *map_, (box.mins + box.maxs) * 0.5f);
+  context_.windows.CentreOn(*map_, object->GetBounds());
 }
 
 LRESULT CompileWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -330,8 +303,7 @@ LRESULT CompileWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_NOTIFYFORMAT:
       return NFR_UNICODE;
     case WM_CTLCOLORSTATIC:
-      SetBkMode(reinterpret_cast<HDC>(wParam), TRANSPARENT);
-      return reinterpret_cast<LRESULT>(GetStockObject(LTGRAY_BRUSH));
+      return OnGrey(wParam);
     case WM_SETFOCUS:
       SetFocus(output_);
       return 0;

@@ -59,8 +59,6 @@ class CompileWindow : public SideWindow, public CompileListener {
  private:
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   void OnCreate();
-  HWND AddControl(const wchar_t* windowClass, const wchar_t* text, DWORD style, int id);
-  void AddOutputList();
   void Layout();
   void OnButton(int id);
   void OnTimer(UINT_PTR timer);

@@ -11,6 +11,7 @@
 #include "document/reach.h"
 #include "shell/system/display_scale.h"
 #include "shell/system/handles.h"
+#include "shell/system/list_columns.h"
 #include "shell/system/wide_text.h"
 
 namespace ferrowand {
@@ -251,9 +252,7 @@ void EntityTreeList::ApplyRows() {
 
 void EntityTreeList::ChooseOnly(std::size_t row) {
   ListView_SetItemState(list_, -1, 0, LVIS_SELECTED);
-  ListView_SetItemState(list_, static_cast<int>(row), LVIS_SELECTED | LVIS_FOCUSED,
-                        LVIS_SELECTED | LVIS_FOCUSED);
-  ListView_EnsureVisible(list_, static_cast<int>(row), FALSE);
+  ChooseRow(list_, static_cast<int>(row));
 }
 
 void EntityTreeList::OnItemChanged(const NMLISTVIEW& change) {

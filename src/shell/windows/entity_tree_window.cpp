@@ -10,85 +10,29 @@
 #include "document/classes/special_classes.h"
 #include "document/map.h"
 #include "document/picking.h"
-#include "operations/entity_search.h"
 #include "operations/groups.h"
 #include "operations/layers.h"
 #include "operations/regroup.h"
 #include "shell/dialogs/dialogs.h"
 #include "shell/dialogs/refusal.h"
 #include "shell/frame/command_target.h"
-#include "shell/frame/frame.h"
 #include "shell/resources/resource.h"
+#include "shell/system/controls.h"
 #include "shell/system/display_scale.h"
-#include "shell/system/text_box.h"
 #include "shell/system/wide_text.h"
 #include "shell/windows/child_windows.h"
 #include "shell/windows/entity_tree_popup.h"
-#include "shell/windows/window_place.h"
 
 namespace ferrowand {
 namespace {
 
 // Pixels at the usual size of letters.
 constexpr int WIDTH = 500, HEIGHT = 420;
-constexpr int MARGIN = 6, GAP = 4, ROW_HEIGHT = 22, TEXT_HEIGHT = 14, TEXT_DROP = 4;
-constexpr int LABEL_WIDTH = 36, BUTTON_WIDTH = 66, LIST_HEIGHT = 200;
+constexpr int MARGIN = 6, GAP = 4, TEXT_HEIGHT = 14, SCROLL_STEP = 22;
 
 constexpr UINT ROWS_CHOSEN = WM_APP + 1;  // posted to itself
-constexpr UINT_PTR FILTER_TIMER = 1, SCROLL_TIMER = 2;
-// Milliseconds. What is typed goes first: timers wait until no key is left to be read.
-constexpr UINT FILTER_DELAY = 10, SCROLL_PERIOD = 60;
-
-constexpr wchar_t ALL_CLASSES[] = L"All classes", ALL_LAYERS[] = L"All layers";
-
-// Items of the filter's popup and bits of the setting, in the same order.
-constexpr unsigned FIRST_SWITCH = 1000;
-constexpr std::array<bool TreeFilter::*, 5> SWITCHES{&TreeFilter::hidden, &TreeFilter::disabled,
-                                                     &TreeFilter::onlyPoints,
-                                                     &TreeFilter::onlyNamed, &TreeFilter::brushes};
-
-TreeFilter FilterOf(std::uint8_t bits) {
-  TreeFilter filter;
-  for (std::size_t i = 0; i < SWITCHES.size(); ++i) filter.*SWITCHES[i] = (bits >> i & 1) != 0;
-  return filter;
-}
-
-std::uint8_t BitsOf(const TreeFilter& filter) {
-  unsigned bits = 0;
-  for (std::size_t i = 0; i < SWITCHES.size(); ++i) bits |= (filter.*SWITCHES[i] ? 1u : 0u) << i;
-  return static_cast<std::uint8_t>(bits);
-}
-
-ChildPlace UsualPlace(const PixelSize& client) {
-  const int width = Scaled(WIDTH), height = Scaled(HEIGHT);
-  return {client.width - width, client.height - height, width, height};
-}
-
-std::wstring NameOf(const entity& layer) {
-  const char* name = layer.GetKey("XMPentityname");
-  return ToWide(name ? name : "Unnamed");
-}
-
-void AddItem(HWND combo, const std::wstring& text) {
-  SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
-}
-
-std::size_t ChosenItem(HWND combo) {
-  const LRESULT item = SendMessageW(combo, CB_GETCURSEL, 0, 0);
-  return item < 0 ? 0 : static_cast<std::size_t>(item);
-}
-
-// What moves about a list stays there, and so do letters, which find a row; all other keys are
-// commands here as everywhere.
-bool IsListKey(WPARAM key, bool withControl) {
-  constexpr std::array MOVES{VK_UP,  VK_DOWN,  VK_LEFT, VK_RIGHT, VK_HOME,
-                             VK_END, VK_PRIOR, VK_NEXT, VK_SPACE};
-  if (std::ranges::find(MOVES, static_cast<int>(key)) != MOVES.end()) return true;
-  if (withControl) return false;
-  constexpr std::array OTHERS{VK_TAB, VK_RETURN, VK_ESCAPE, VK_F2};
-  const bool isLetter = (key >= 'A' && key <= 'Z') || (key >= '0' && key <= '9');
-  return isLetter || std::ranges::find(OTHERS, static_cast<int>(key)) != OTHERS.end();
-}
+constexpr UINT_PTR SCROLL_TIMER = TreeFilterBar::TIMER + 1;
+constexpr UINT SCROLL_PERIOD = 60;  // milliseconds
 
 }  // namespace
 
@@ -98,76 +42,35 @@ LRESULT CALLBACK EntityTreeFunc(HWND window, UINT message, WPARAM wParam, LPARAM
 
 EntityTreeWindow::EntityTreeWindow(ChildWindows& windows, const EntityTreeContext& context,
                                    Map& map)
-    : ChildWindow(windows), context_(context), map_(map), tree_(map) {
-  tree_.SetFilter(FilterOf(context_.options.entityTreeShows));
-  const PixelSize client = frame_.ClientSize();
-  Create(ENTITY_TREE_CLASS, "Entity tree",
-         PlaceOfText(context_.options.entityTreePlace, UsualPlace(client), client), WS_CLIPCHILDREN,
-         context_.options.smallCaptions ? WS_EX_TOOLWINDOW : 0);
-  map_.AddObserver(*this);
-}
-
-EntityTreeWindow::~EntityTreeWindow() {
-  map_.RemoveObserver(*this);
-}
-
-void EntityTreeWindow::OptionsChanged() {
-  SetSmallCaption(context_.options.smallCaptions != 0);
-}
-
-HWND EntityTreeWindow::AddControl(const wchar_t* windowClass, const wchar_t* text, DWORD style,
-                                  int id) {
-  const HWND control = CreateWindowExW(lstrcmpW(windowClass, L"EDIT") == 0 ? WS_EX_CLIENTEDGE : 0,
-                                       windowClass, text, WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0,
-                                       Handle(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
-                                       frame_.Instance(), nullptr);
-  SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(InterfaceFont()), 0);
-  return control;
+    : MapPanel(windows, map, {ENTITY_TREE_CLASS, "Entity tree", WIDTH, HEIGHT},
+               &context.options.entityTreePlace),
+      context_(context),
+      tree_(map) {
+  Open();
 }
 
 // In the order of Tab.
 void EntityTreeWindow::OnCreate() {
-  constexpr DWORD LIST = WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST;
-  AddControl(L"STATIC", L"F&ilter:", SS_LEFTNOWORDWRAP, ID_TREE_LABEL);
-  AddControl(L"EDIT", L"", WS_TABSTOP | ES_AUTOHSCROLL, ID_TREE_FILTER);
-  AddControl(L"BUTTON", L"&Show...", WS_TABSTOP, ID_TREE_SHOW);
-  AddItem(AddControl(L"COMBOBOX", L"", LIST, ID_TREE_CLASS), ALL_CLASSES);
-  AddItem(AddControl(L"COMBOBOX", L"", LIST, ID_TREE_LAYER), ALL_LAYERS);
-  for (const int id : {ID_TREE_CLASS, ID_TREE_LAYER}) {
-    SendDlgItemMessageW(Handle(), id, CB_SETCURSEL, 0, 0);
-  }
+  filter_ = std::make_unique<TreeFilterBar>(
+      Handle(), map_, tree_, TreeFilterContext{context_.options, context_.dialogs, context_.popups},
+      [this] { OnFiltered(); });
   list_ = std::make_unique<EntityTreeList>(Handle(), ID_TREE_LIST, map_, tree_, *this);
-  AddControl(L"STATIC", L"", SS_LEFTNOWORDWRAP, ID_TREE_STATE);
+  AddControl(Handle(), L"STATIC", L"", SS_LEFTNOWORDWRAP, ID_TREE_STATE);
   Layout();
-  ShowTitle("Entity tree: " + map_.Name());
+  ShowName();
   list_->ShowSelection();
   ShowState();
-}
-
-void EntityTreeWindow::Place(int id, int left, int top, int width, int height) const {
-  MoveWindow(GetDlgItem(Handle(), id), left, top, std::max(width, 0), std::max(height, 0), TRUE);
 }
 
 void EntityTreeWindow::Layout() const {
   RECT area;
   GetClientRect(Handle(), &area);
-  const int margin = Scaled(MARGIN), gap = Scaled(GAP), row = Scaled(ROW_HEIGHT);
+  const int margin = Scaled(MARGIN), gap = Scaled(GAP), text = Scaled(TEXT_HEIGHT);
   const int width = std::max(static_cast<int>(area.right) - 2 * margin, 0);
-  const int label = Scaled(LABEL_WIDTH), button = Scaled(BUTTON_WIDTH);
-  int top = margin;
-  Place(ID_TREE_LABEL, margin, top + Scaled(TEXT_DROP), label, row - Scaled(TEXT_DROP));
-  Place(ID_TREE_FILTER, margin + label, top, width - label - button - gap, row);
-  Place(ID_TREE_SHOW, margin + width - button, top, button, row);
-  top += row + gap;
-  const int half = (width - gap) / 2;
-  Place(ID_TREE_CLASS, margin, top, half, Scaled(LIST_HEIGHT));
-  Place(ID_TREE_LAYER, margin + width - half, top, half, Scaled(LIST_HEIGHT));
-  RECT combo;
-  GetWindowRect(GetDlgItem(Handle(), ID_TREE_CLASS), &combo);
-  top += static_cast<int>(combo.bottom - combo.top) + gap;
-  const int bottom = static_cast<int>(area.bottom) - margin - Scaled(TEXT_HEIGHT);
-  Place(ID_TREE_LIST, margin, top, width, bottom - gap - top);
-  Place(ID_TREE_STATE, margin, bottom, width, Scaled(TEXT_HEIGHT));
+  const int top = filter_->Place(margin, margin, width) + gap;
+  const int bottom = static_cast<int>(area.bottom) - margin - text;
+  PlaceControl(Handle(), ID_TREE_LIST, margin, top, width, bottom - gap - top);
+  PlaceControl(Handle(), ID_TREE_STATE, margin, bottom, width, text);
   list_->FitColumns();
 }
 
@@ -175,7 +78,7 @@ void EntityTreeWindow::Layout() const {
 
 void EntityTreeWindow::OnChange(const MapChange& change) {
   if (!list_) return;
-  ShowTitle("Entity tree: " + map_.Name());
+  ShowName();
   const bool hadLayer = tree_.Filter().layer != nullptr;
   const TreeUpdate update = tree_.Follow(change);
   if (update == TreeUpdate::Rows && isDragging_) EndDrag();
@@ -184,94 +87,20 @@ void EntityTreeWindow::OnChange(const MapChange& change) {
     rowsChosen_ = false;
     list_->ShowSelection();
   }
-  if (hadLayer) FillLayers();
+  if (hadLayer) filter_->FillLayers();
   ShowState();
 }
 
 void EntityTreeWindow::ShowState() const {
-  std::string text = tree_.Filter() == FilterOf(BitsOf(tree_.Filter()))
-                         ? ""
-                         : Format("%u found, ", static_cast<unsigned>(tree_.NumFound()));
+  std::string text =
+      filter_->IsSearch() ? Format("%u found, ", static_cast<unsigned>(tree_.NumFound())) : "";
   text += Format("%u selected", static_cast<unsigned>(map_.selection.size()));
   SetDlgItemTextA(Handle(), ID_TREE_STATE, text.c_str());
 }
 
-// --- the filter
-
-void EntityTreeWindow::SetFilter(const TreeFilter& filter) {
-  tree_.SetFilter(filter);
-  context_.options.entityTreeShows = BitsOf(filter);
+void EntityTreeWindow::OnFiltered() {
   list_->Refresh(TreeUpdate::Rows);
   ShowState();
-}
-
-void EntityTreeWindow::EndFilterText() {
-  KillTimer(Handle(), FILTER_TIMER);
-  wchar_t text[200] = L"";
-  GetDlgItemTextW(Handle(), ID_TREE_FILTER, text, 200);
-  TreeFilter filter = tree_.Filter();
-  filter.text = FromWide(text);
-  SetFilter(filter);
-}
-
-void EntityTreeWindow::ChooseWhatIsShown() {
-  const HMENU menu = context_.popups.Get(ID_POPUP_TREE_FILTER);
-  TreeFilter filter = tree_.Filter();
-  for (unsigned i = 0; i < SWITCHES.size(); ++i) {
-    CheckMenuItem(menu, FIRST_SWITCH + i,
-                  MF_BYCOMMAND | (filter.*SWITCHES[i] ? MF_CHECKED : MF_UNCHECKED));
-  }
-  RECT button;
-  GetWindowRect(GetDlgItem(Handle(), ID_TREE_SHOW), &button);
-  const unsigned chosen =
-      context_.dialogs.TrackPopup(Handle(), menu, {button.left, button.bottom}) - FIRST_SWITCH;
-  if (chosen >= SWITCHES.size()) return;
-  filter.*SWITCHES[chosen] = !(filter.*SWITCHES[chosen]);
-  SetFilter(filter);
-}
-
-// When the list drops down: until then nobody needs to know which there are.
-void EntityTreeWindow::FillClasses() const {
-  auto classes = ClassesIn(map_);
-  const std::string& shown = tree_.Filter().classname;
-  if (!shown.empty()) classes.insert(shown);
-  const HWND combo = GetDlgItem(Handle(), ID_TREE_CLASS);
-  SendMessageW(combo, CB_RESETCONTENT, 0, 0);
-  AddItem(combo, ALL_CLASSES);
-  for (const std::string& name : classes) AddItem(combo, ToWide(name));
-  const auto place = std::distance(classes.begin(), classes.find(shown));
-  SendMessageW(combo, CB_SETCURSEL, shown.empty() ? 0 : static_cast<WPARAM>(place + 1), 0);
-}
-
-void EntityTreeWindow::FillLayers() const {
-  const HWND combo = GetDlgItem(Handle(), ID_TREE_LAYER);
-  SendMessageW(combo, CB_RESETCONTENT, 0, 0);
-  AddItem(combo, ALL_LAYERS);
-  SendMessageW(combo, CB_SETCURSEL, 0, 0);
-  WPARAM place = 0;
-  for (const entity* layer : LayersOf(map_)) {
-    AddItem(combo, NameOf(*layer));
-    ++place;
-    if (layer == tree_.Filter().layer) SendMessageW(combo, CB_SETCURSEL, place, 0);
-  }
-}
-
-void EntityTreeWindow::TakeClass() {
-  const HWND combo = GetDlgItem(Handle(), ID_TREE_CLASS);
-  const std::size_t item = ChosenItem(combo);
-  std::wstring text(static_cast<std::size_t>(SendMessageW(combo, CB_GETLBTEXTLEN, item, 0)), L' ');
-  SendMessageW(combo, CB_GETLBTEXT, item, reinterpret_cast<LPARAM>(text.data()));
-  TreeFilter filter = tree_.Filter();
-  filter.classname = item == 0 ? "" : FromWide(text);
-  SetFilter(filter);
-}
-
-void EntityTreeWindow::TakeLayer() {
-  const std::size_t item = ChosenItem(GetDlgItem(Handle(), ID_TREE_LAYER));
-  const std::vector<entity*> layers = LayersOf(map_);
-  TreeFilter filter = tree_.Filter();
-  filter.layer = item > 0 && item <= layers.size() ? layers[item - 1] : nullptr;
-  SetFilter(filter);
 }
 
 // --- what the user does to rows
@@ -295,11 +124,7 @@ void EntityTreeWindow::OpenNode(entity& e, bool isOpen) {
 }
 
 void EntityTreeWindow::Centre(entity& e) {
-  const Bounds box = e.GetBounds();
-  if (box.IsEmpty()) return;
-  for (MapView* view : windows_.Views().ViewsOf(map_)) {
-    view->CentreOn((box.mins + box.maxs) * 0.5f);
-  }
+  windows_.CentreOn(map_, e.GetBounds());
 }
 
 void EntityTreeWindow::Rename(entity& e, const std::string& name) {
@@ -425,7 +250,7 @@ void EntityTreeWindow::DragTo(POINT screen) {
   SetCursor(LoadCursorA(nullptr, holder ? IDC_HAND : IDC_NO));
   RECT area;
   GetWindowRect(list_->Handle(), &area);
-  const int step = Scaled(ROW_HEIGHT);
+  const int step = Scaled(SCROLL_STEP);
   const int by = screen.y < area.top ? -step : screen.y >= area.bottom ? step : 0;
   if (by != 0) ListView_Scroll(list_->Handle(), 0, by);
 }
@@ -465,55 +290,50 @@ LRESULT EntityTreeWindow::OnDragMessage(UINT message, WPARAM wParam, LPARAM lPar
 // --- messages
 
 bool EntityTreeWindow::TakesMessage(MSG& message) {
-  if (!IsChild(Handle(), message.hwnd)) return false;
-  const bool isKey = message.message == WM_KEYDOWN;
-  if (isKey && message.wParam == VK_ESCAPE && isDragging_) {
+  if (isDragging_ && message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE &&
+      IsChild(Handle(), message.hwnd)) {
     EndDrag();
     return true;
   }
-  // What is left of Alt+Enter once the command has been given: nobody wants to hear of it.
-  if (message.message == WM_SYSCHAR && message.wParam == VK_RETURN) return true;
-  if (!IsTextBox(message.hwnd)) {
-    if (message.message == WM_SYSKEYDOWN) return false;
-    if (isKey && !IsListKey(message.wParam, GetKeyState(VK_CONTROL) < 0)) return false;
-  }
-  return IsDialogMessageW(Handle(), &message) != FALSE;
+  return MapPanel::TakesMessage(message);
+}
+
+// What moves about the list, and letters, which find a row.
+bool EntityTreeWindow::IsOwnKey(WPARAM key, bool withControl) const {
+  constexpr std::array MOVES{VK_UP,  VK_DOWN,  VK_LEFT, VK_RIGHT, VK_HOME,
+                             VK_END, VK_PRIOR, VK_NEXT, VK_SPACE};
+  if (std::ranges::find(MOVES, static_cast<int>(key)) != MOVES.end()) return true;
+  if (withControl) return false;
+  constexpr std::array OTHERS{VK_TAB, VK_RETURN, VK_ESCAPE, VK_F2};
+  const bool isLetter = (key >= 'A' && key <= 'Z') || (key >= '0' && key <= '9');
+  return isLetter || std::ranges::find(OTHERS, static_cast<int>(key)) != OTHERS.end();
 }
 
 void EntityTreeWindow::OnCommand(int id, int notification) {
   switch (id) {
-    case ID_TREE_FILTER:
-      if (notification == EN_CHANGE) SetTimer(Handle(), FILTER_TIMER, FILTER_DELAY, nullptr);
-      return;
-    case ID_TREE_SHOW:
-      if (notification == BN_CLICKED) ChooseWhatIsShown();
-      return;
-    case ID_TREE_CLASS:
-      if (notification == CBN_DROPDOWN) FillClasses();
-      if (notification == CBN_SELCHANGE) TakeClass();
-      return;
-    case ID_TREE_LAYER:
-      if (notification == CBN_DROPDOWN) FillLayers();
-      if (notification == CBN_SELCHANGE) TakeLayer();
-      return;
     case IDOK:
-      if (GetFocus() != list_->Handle()) {
-        EndFilterText();
-        SetFocus(list_->Handle());
-      } else if (entity* e = list_->Focused()) {
-        Centre(*e);
-      }
-      return;
+      return OnEnter();
     case IDCANCEL:
-      SetDlgItemTextW(Handle(), ID_TREE_FILTER, L"");
+      filter_->ClearText();
       SetFocus(list_->Handle());
       return;
+    default:
+      filter_->OnCommand(id, notification);
   }
 }
 
-void EntityTreeWindow::OnTimer(UINT_PTR id) {
-  if (id == FILTER_TIMER) EndFilterText();
-  if (id != SCROLL_TIMER || !isDragging_) return;
+void EntityTreeWindow::OnEnter() {
+  if (GetFocus() != list_->Handle()) {
+    filter_->TakeText();
+    SetFocus(list_->Handle());
+  } else if (entity* e = list_->Focused()) {
+    Centre(*e);
+  }
+}
+
+void EntityTreeWindow::OnTimer(UINT_PTR timer) {
+  if (timer == TreeFilterBar::TIMER) filter_->TakeText();
+  if (timer != SCROLL_TIMER || !isDragging_) return;
   POINT mouse;
   if (GetCursorPos(&mouse)) DragTo(mouse);
 }
@@ -524,43 +344,15 @@ LRESULT EntityTreeWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) 
     return OnDragMessage(message, wParam, lParam);
   }
   switch (message) {
-    case WM_CREATE:
-      OnCreate();
-      break;
-    case WM_SIZE:
-      if (wParam != SIZE_MINIMIZED && list_) Layout();
-      break;  // the system's own child procedure must see it too
     case ROWS_CHOSEN:
       ApplyRows();
       return 0;
-    case WM_TIMER:
-      OnTimer(wParam);
-      return 0;
-    case WM_COMMAND:
-      if (list_) OnCommand(LOWORD(wParam), HIWORD(wParam));
-      return 0;
-    case WM_NOTIFY:
-      return list_ ? list_->OnNotify(*reinterpret_cast<NMHDR*>(lParam)) : 0;
-    case WM_NOTIFYFORMAT:
-      return NFR_UNICODE;
     case WM_CONTEXTMENU:
       OnContextMenu(reinterpret_cast<HWND>(wParam),
                     {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))});
       return 0;
-    case WM_CTLCOLORSTATIC:
-      SetBkMode(reinterpret_cast<HDC>(wParam), TRANSPARENT);
-      return reinterpret_cast<LRESULT>(GetStockObject(LTGRAY_BRUSH));
-    case WM_SETFOCUS:
-      if (list_) SetFocus(list_->Handle());
-      break;
-    case WM_DESTROY:
-      context_.options.entityTreePlace = PlaceText(Handle(), context_.options.entityTreePlace);
-      break;
-    case WM_CLOSE:
-      windows_.Close(*this);
-      return 0;
   }
-  return DefMDIChildProcA(Handle(), message, wParam, lParam);
+  return MapPanel::OnMessage(message, wParam, lParam);
 }
 
 }  // namespace ferrowand

@@ -1,4 +1,5 @@
-// The window of a map's entity tree: its rows under what they are filtered by.
+// The window of a map's entity tree: its rows under what they are filtered by, and what is done to
+// them.
 #pragma once
 
 #include "shell/system/win32.h"
@@ -6,11 +7,10 @@
 #include <memory>
 #include <string>
 
-#include "document/announcement.h"
-#include "operations/edit_result.h"
 #include "operations/entity_tree.h"
-#include "shell/windows/child_window.h"
 #include "shell/windows/entity_tree_list.h"
+#include "shell/windows/map_panel.h"
+#include "shell/windows/tree_filter_bar.h"
 
 namespace ferrowand {
 
@@ -34,18 +34,15 @@ struct EntityTreeContext {
   CommandTarget& commands;
 };
 
-class EntityTreeWindow : public ChildWindow, public EntityTreeHost, public MapObserver {
+class EntityTreeWindow : public MapPanel, public EntityTreeHost {
  public:
   EntityTreeWindow(ChildWindows& windows, const EntityTreeContext& context, Map& map);
-  ~EntityTreeWindow() override;
 
   const EntityTree& Tree() const { return tree_; }
   HWND List() const { return list_->Handle(); }
 
   // --- as a child of the frame
-  Map* GetMap() const override { return &map_; }
   bool TakesMessage(MSG& message) override;
-  void OptionsChanged() override;
 
   // --- from the map
   void OnChange(const MapChange& change) override;
@@ -58,23 +55,20 @@ class EntityTreeWindow : public ChildWindow, public EntityTreeHost, public MapOb
   void BeginDrag() override;
 
  private:
+  // --- as a panel
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-  LRESULT OnDragMessage(UINT message, WPARAM wParam, LPARAM lParam);
-  void OnCreate();
-  HWND AddControl(const wchar_t* windowClass, const wchar_t* text, DWORD style, int id);
-  void Place(int id, int left, int top, int width, int height) const;
-  void Layout() const;
-  void OnCommand(int id, int notification);
-  void OnTimer(UINT_PTR id);
-  void ApplyRows();
+  void OnCreate() override;
+  void Layout() const override;
+  HWND KeyControl() const override { return list_->Handle(); }
+  bool IsOwnKey(WPARAM key, bool withControl) const override;
+  void OnCommand(int id, int notification) override;
+  LRESULT OnNotify(NMHDR& header) override { return list_->OnNotify(header); }
+  void OnTimer(UINT_PTR timer) override;
 
-  void SetFilter(const TreeFilter& filter);
-  void ChooseWhatIsShown();
-  void FillClasses() const;
-  void FillLayers() const;
-  void TakeClass();
-  void TakeLayer();
-  void EndFilterText();
+  LRESULT OnDragMessage(UINT message, WPARAM wParam, LPARAM lParam);
+  void OnFiltered();
+  void OnEnter();
+  void ApplyRows();
   void ShowState() const;
 
   void OnContextMenu(HWND from, POINT screen);
@@ -91,8 +85,8 @@ class EntityTreeWindow : public ChildWindow, public EntityTreeHost, public MapOb
   void EndDrag();
 
   const EntityTreeContext context_;
-  Map& map_;
   EntityTree tree_;
+  std::unique_ptr<TreeFilterBar> filter_;
   std::unique_ptr<EntityTreeList> list_;
   bool rowsChosen_ = false;  // and not applied yet
   bool isDragging_ = false;

@@ -12,13 +12,11 @@
 #include "operations/entity_tree.h"
 #include "operations/regroup.h"
 #include "shell/dialogs/refusal.h"
-#include "shell/frame/frame.h"
 #include "shell/resources/resource.h"
-#include "shell/system/display_scale.h"
+#include "shell/system/controls.h"
 #include "shell/system/list_columns.h"
 #include "shell/system/wide_text.h"
 #include "shell/windows/child_windows.h"
-#include "shell/windows/window_place.h"
 
 namespace ferrowand {
 namespace {
@@ -27,8 +25,6 @@ namespace {
 constexpr const wchar_t* HEADINGS[] = {L"Found", L"Class", L"Links", L"State", L"Details"};
 // Of the room that there is, in hundredths.
 constexpr std::array<int, std::size(HEADINGS)> SHARES{30, 23, 18, 12, 17};
-
-constexpr int CORNER_GAP = 16;  // pixels at the usual size of letters
 
 constexpr UINT_PTR SEARCH_TIMER = 1;
 constexpr UINT SEARCH_DELAY = 10;  // milliseconds; what is typed goes first
@@ -40,42 +36,22 @@ constexpr std::array FIELDS{ID_FIND_CLASS, ID_FIND_KEY, ID_FIND_VALUE, ID_FIND_T
 
 }  // namespace
 
-FindWindow::FindWindow(SideWindows& sides, const Frame& frame, ChildWindows& windows,
-                       Options& options)
-    : SideWindow(sides), windows_(windows), options_(options) {
-  CreateDialogParamW(frame.Instance(), MAKEINTRESOURCEW(ID_FIND), frame.Handle(), DispatchDialog,
-                     reinterpret_cast<LPARAM>(static_cast<SideWindow*>(this)));
+FindWindow::FindWindow(SideWindows& sides, ChildWindows& windows, Options& options)
+    : MapDialog(sides, windows, &options.findPlace, FirstPlace::LowerRight), options_(options) {
+  Create(ID_FIND);
 }
 
-FindWindow::~FindWindow() {
-  SetMap(nullptr);
-}
-
-void FindWindow::OnInit() {
+bool FindWindow::OnInit() {
   for (std::size_t i = 0; i < SWITCHES.size(); ++i) {
     const bool isOn = (options_.findFlags >> i & 1) != 0;
     CheckDlgButton(Handle(), SWITCHES[i], isOn ? BST_CHECKED : BST_UNCHECKED);
   }
   AddListColumns(GetDlgItem(Handle(), ID_FIND_LIST), HEADINGS, SHARES);
-  PutInPlace();
-}
-
-// At first in the corner that the arranged views leave free.
-void FindWindow::PutInPlace() const {
-  RECT own, frame, screen;
-  GetWindowRect(Handle(), &own);
-  GetWindowRect(windows_.GetFrame().Handle(), &frame);
-  GetWindowRect(GetDesktopWindow(), &screen);
-  const int width = own.right - own.left, height = own.bottom - own.top;
-  const int gap = Scaled(CORNER_GAP);
-  const ChildPlace corner{frame.right - gap - width, frame.bottom - gap - height, width, height};
-  const ChildPlace place = PlaceOfText(options_.findPlace, corner, {screen.right, screen.bottom});
-  SetWindowPos(Handle(), nullptr, place.left, place.top, 0, 0,
-               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  return false;
 }
 
 void FindWindow::Show() {
-  SetMap(windows_.ActiveMap());
+  FollowActiveMap();
   if (isStale_) Search();
   ShowWindow(Handle(), SW_SHOW);
   SetActiveWindow(Handle());
@@ -84,30 +60,13 @@ void FindWindow::Show() {
   SetFocus(first);
 }
 
-void FindWindow::Hide() {
-  options_.findPlace = PlaceText(Handle(), options_.findPlace);
-  ShowWindow(Handle(), SW_HIDE);
-}
-
 // --- the map
 
-void FindWindow::SetMap(Map* map) {
-  if (map == map_) return;
-  if (map_) map_->RemoveObserver(*this);
-  map_ = map;
-  if (map_) map_->AddObserver(*this);
+void FindWindow::OnOtherMap() {
   scope_.clear();
   if (!Handle()) return;
   TakeScope();
   Search();
-}
-
-void FindWindow::OnMapClosing(const Map& map) {
-  if (&map == map_) SetMap(nullptr);
-}
-
-void FindWindow::OnMapReplaced(const Map& map, Map& by) {
-  if (&map == map_) SetMap(&by);
 }
 
 // What has gone is still whole now.
@@ -134,16 +93,6 @@ void FindWindow::TakeScope() {
 }
 
 // --- what is asked
-
-bool FindWindow::IsTicked(int id) const {
-  return IsDlgButtonChecked(Handle(), id) == BST_CHECKED;
-}
-
-std::string FindWindow::TextOf(int id) const {
-  wchar_t text[1100] = L"";
-  GetDlgItemTextW(Handle(), id, text, static_cast<int>(std::size(text)));
-  return FromWide(text);
-}
 
 EntityQuery FindWindow::Typed() const {
   return {.classname = TextOf(ID_FIND_CLASS),
@@ -172,7 +121,7 @@ void FindWindow::FillList(int id) const {
                      : id == ID_FIND_KEY ? KeysIn(*map_)
                                          : FlagsIn(*map_);
   for (const std::string& name : names) {
-    SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(ToWide(name).c_str()));
+    AddChoice(combo, ToWide(name));
   }
   SetWindowTextW(combo, ToWide(typed).c_str());
 }
@@ -198,7 +147,7 @@ void FindWindow::Search() {
   const auto place = std::ranges::find(found_, last);
   at_ = place == found_.end() ? NONE : static_cast<std::size_t>(place - found_.begin());
   ShowState();
-  SetWindowTextW(Handle(), ToWide(map_ ? "Find entity: " + map_->Name() : "Find entity").c_str());
+  ShowName("Find entity");
 }
 
 std::size_t FindWindow::NumUnreached() const {
@@ -225,7 +174,7 @@ void FindWindow::ShowState() const {
 }
 
 bool FindWindow::FindNext(bool forward) {
-  SetMap(windows_.ActiveMap());
+  FollowActiveMap();
   if (isStale_) Search();
   if (!map_ || Typed().IsEmpty()) return false;
   if (found_.empty()) {
@@ -248,9 +197,7 @@ void FindWindow::ChooseRow(std::size_t row) {
   const HWND list = GetDlgItem(Handle(), ID_FIND_LIST);
   isFilling_ = true;
   ListView_SetItemState(list, -1, 0, LVIS_SELECTED);
-  ListView_SetItemState(list, static_cast<int>(row), LVIS_SELECTED | LVIS_FOCUSED,
-                        LVIS_SELECTED | LVIS_FOCUSED);
-  ListView_EnsureVisible(list, static_cast<int>(row), FALSE);
+  ferrowand::ChooseRow(list, static_cast<int>(row));
   isFilling_ = false;
 }
 
@@ -262,12 +209,7 @@ void FindWindow::GoTo(std::size_t row) {
   isSelecting_ = true;
   Select(*map_, &e, false);
   isSelecting_ = false;
-  const Bounds box = e.GetBounds();
-  if (!box.IsEmpty()) {
-    for (MapView* view : windows_.Views().ViewsOf(*map_)) {
-      view->CentreOn((box.mins + box.maxs) * 0.5f);
-    }
-  }
+  windows_.CentreOn(*map_, e.GetBounds());
   const std::string state = CellText(e, ObjectColumn::State);
   map_->ShowStatus(
       Format("%u of %u: ", static_cast<unsigned>(row + 1), static_cast<unsigned>(found_.size())) +
@@ -298,11 +240,6 @@ void FindWindow::ShowUnreached() {
 }
 
 // --- messages
-
-// What finds on, among others, wherever the keys go.
-bool FindWindow::LeavesToProgram(const MSG& message) const {
-  return IsProgramKey(message);
-}
 
 void FindWindow::GiveRow(LVITEMW& item) {
   const auto row = static_cast<std::size_t>(item.iItem);
@@ -335,18 +272,18 @@ LRESULT FindWindow::OnNotify(NMHDR& header) {
   return 0;
 }
 
-void FindWindow::OnCommand(int id, int notification) {
-  const bool isField = std::ranges::find(FIELDS, id) != FIELDS.end();
-  if (isField) {
-    if (notification == CBN_DROPDOWN) FillList(id);
-    const bool isOther = notification == CBN_EDITCHANGE || notification == CBN_SELCHANGE ||
-                         notification == EN_CHANGE;
-    if (isOther) {
-      isStale_ = true;
-      SearchSoon();
-    }
+void FindWindow::OnField(int id, int notification) {
+  if (notification == CBN_DROPDOWN) FillList(id);
+  if (notification != CBN_EDITCHANGE && notification != CBN_SELCHANGE &&
+      notification != EN_CHANGE) {
     return;
   }
+  isStale_ = true;
+  SearchSoon();
+}
+
+void FindWindow::OnCommand(int id, int notification) {
+  if (std::ranges::find(FIELDS, id) != FIELDS.end()) return OnField(id, notification);
   if (notification != BN_CLICKED) return;
   switch (id) {
     case IDOK:
@@ -367,33 +304,6 @@ void FindWindow::OnCommand(int id, int notification) {
       TakeScope();
       Search();
   }
-}
-
-LRESULT FindWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  switch (message) {
-    case WM_INITDIALOG:
-      OnInit();
-      return FALSE;
-    case WM_ACTIVATE:
-      if (LOWORD(wParam) != WA_INACTIVE) SetMap(windows_.ActiveMap());
-      return FALSE;
-    case WM_TIMER:
-      Search();
-      return TRUE;
-    case WM_COMMAND:
-      OnCommand(LOWORD(wParam), HIWORD(wParam));
-      return TRUE;
-    case WM_NOTIFY:
-      SetWindowLongPtrW(Handle(), DWLP_MSGRESULT, OnNotify(*reinterpret_cast<NMHDR*>(lParam)));
-      return TRUE;
-    case WM_CLOSE:
-      Hide();
-      return TRUE;
-    case WM_DESTROY:
-      options_.findPlace = PlaceText(Handle(), options_.findPlace);
-      return FALSE;
-  }
-  return FALSE;
 }
 
 }  // namespace ferrowand

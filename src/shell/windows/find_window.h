@@ -11,21 +11,17 @@
 #include <string>
 #include <vector>
 
-#include "document/announcement.h"
 #include "operations/entity_search.h"
-#include "shell/windows/side_windows.h"
+#include "shell/windows/map_dialog.h"
 
 namespace ferrowand {
 
-class ChildWindows;
-class Frame;
 struct Options;
 
-class FindWindow : public SideWindow, public MapObserver {
+class FindWindow : public MapDialog {
  public:
   // All outlive it. Handle() is null when the system gave no window.
-  FindWindow(SideWindows& sides, const Frame& frame, ChildWindows& windows, Options& options);
-  ~FindWindow() override;
+  FindWindow(SideWindows& sides, ChildWindows& windows, Options& options);
 
   // In front, for the active map.
   void Show();
@@ -35,28 +31,22 @@ class FindWindow : public SideWindow, public MapObserver {
 
   const std::vector<entity*>& Found() const { return found_; }
 
-  // --- as a window beside the frame
-  bool LeavesToProgram(const MSG& message) const override;
-  void OnMapClosing(const Map& map) override;
-  void OnMapReplaced(const Map& map, Map& by) override;
-
   // --- from the map
   void OnChange(const MapChange& change) override;
 
  private:
-  LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-  LRESULT OnNotify(NMHDR& header);
-  void OnInit();
-  void PutInPlace() const;
-  void OnCommand(int id, int notification);
-  void FillList(int id) const;
-  void Hide();
+  // --- as a dialog
+  bool OnInit() override;
+  void OnCommand(int id, int notification) override;
+  LRESULT OnNotify(NMHDR& header) override;
+  void OnTimer() override { Search(); }
+  void OnClose() override { Hide(); }
+  void OnOtherMap() override;
 
-  void SetMap(Map* map);
+  void OnField(int id, int notification);
+  void FillList(int id) const;
   EntityQuery Typed() const;
   std::uint16_t Flags() const;
-  bool IsTicked(int id) const;
-  std::string TextOf(int id) const;
   // What is found by now, and so the rows.
   void Search();
   void SearchSoon() const;
@@ -71,9 +61,7 @@ class FindWindow : public SideWindow, public MapObserver {
   void GiveRow(LVITEMW& item);
   LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw) const;
 
-  ChildWindows& windows_;
   Options& options_;
-  Map* map_ = nullptr;
   std::vector<entity*> found_;
   std::vector<entity*> scope_;  // what was selected when the search began in the selection
   std::size_t at_ = NONE;       // the one that was gone to last

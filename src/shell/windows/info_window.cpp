@@ -7,7 +7,6 @@
 #include "document/map.h"
 #include "gamedata/bsp_file.h"
 #include "operations/map_statistics.h"
-#include "shell/frame/frame.h"
 #include "shell/resources/resource.h"
 #include "shell/system/wide_text.h"
 
@@ -35,9 +34,8 @@ DateTexts TextsOf(const FileStamp& stamp) {
 }
 
 InfoWindow::InfoWindow(SideWindows& sides, const Frame& frame, Map& map, Reporter& reporter)
-    : SideWindow(sides), map_(&map), reporter_(reporter) {
-  CreateDialogParamW(frame.Instance(), MAKEINTRESOURCEW(ID_INFO), frame.Handle(), DispatchDialog,
-                     reinterpret_cast<LPARAM>(static_cast<SideWindow*>(this)));
+    : SideDialog(sides, frame), map_(&map), reporter_(reporter) {
+  Create(ID_INFO);
   if (Handle()) ShowWindow(Handle(), SW_SHOW);
 }
 
@@ -50,12 +48,13 @@ void InfoWindow::AddLine(int list, const std::string& line) const {
                       reinterpret_cast<LPARAM>(ToWide(line).c_str()));
 }
 
-void InfoWindow::OnInit() {
+bool InfoWindow::OnInit() {
   RECT place;
   GetWindowRect(Handle(), &place);
   fullWidth_ = place.right - place.left;
   ShowMore(false);
   Fill();
+  return true;
 }
 
 void InfoWindow::Fill() {
@@ -125,19 +124,9 @@ void InfoWindow::OnMapReplaced(const Map& map, Map& by) {
   Fill();
 }
 
-LRESULT InfoWindow::OnMessage(UINT message, WPARAM wParam, LPARAM) {
-  if (message == WM_INITDIALOG) {
-    OnInit();
-    return TRUE;
-  }
-  if (message == WM_CLOSE) {
-    DestroyWindow(Handle());
-    return TRUE;
-  }
-  if (message != WM_COMMAND) return FALSE;
-  if (LOWORD(wParam) == ID_INFO_MORE) ShowMore(!isWide_);
-  if (LOWORD(wParam) == IDOK || LOWORD(wParam) == IDCANCEL) DestroyWindow(Handle());
-  return TRUE;
+void InfoWindow::OnCommand(int id, int) {
+  if (id == ID_INFO_MORE) ShowMore(!isWide_);
+  if (id == IDOK || id == IDCANCEL) DestroyWindow(Handle());
 }
 
 }  // namespace ferrowand

@@ -7,14 +7,14 @@
 #include <string>
 
 #include "platform/file.h"
-#include "shell/windows/side_windows.h"
+#include "shell/windows/side_dialog.h"
 
 namespace ferrowand {
 
-class Frame;
+class Map;
 class Reporter;
 
-class InfoWindow : public SideWindow {
+class InfoWindow : public SideDialog {
  public:
   // Filled as the map is now; Handle() is null when the system gave no window.
   InfoWindow(SideWindows& sides, const Frame& frame, Map& map, Reporter& reporter);
@@ -25,8 +25,8 @@ class InfoWindow : public SideWindow {
   void OnMapReplaced(const Map& map, Map& by) override;
 
  private:
-  LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-  void OnInit();
+  bool OnInit() override;
+  void OnCommand(int id, int notification) override;
   void Fill();
   // Whether the file is there.
   bool ShowFile(const std::string& path, int pathText, int dateText, int timeText);

@@ -6,7 +6,9 @@
 #include "base/path_text.h"
 #include "document/entity.h"
 #include "gamedata/game_letters.h"
+#include "shell/system/controls.h"
 #include "shell/system/display_scale.h"
+#include "shell/system/list_columns.h"
 #include "shell/system/wide_text.h"
 
 namespace ferrowand {
@@ -25,13 +27,6 @@ bool IsFilesName(const std::string& name) {
 std::wstring ChoiceText(const KeyChoice& choice) {
   const std::wstring value = ShownValue("", choice.value);
   return choice.caption.empty() ? value : ToWide(choice.value + "  " + choice.caption);
-}
-
-std::wstring WindowText(HWND window) {
-  std::wstring text(LONGEST_TEXT + 1, L'\0');
-  text.resize(
-      static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
-  return text;
 }
 
 }  // namespace
@@ -101,9 +96,7 @@ void KeyGrid::Choose(const std::string& name) const {
   const auto row = std::ranges::find(rows_, name, &KeyRow::name);
   if (row == rows_.end()) return;
   const auto index = static_cast<int>(row - rows_.begin());
-  if (index == ChosenIndex()) return;
-  ListView_SetItemState(list_, index, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
-  ListView_EnsureVisible(list_, index, FALSE);
+  if (index != ChosenIndex()) ChooseRow(list_, index);
 }
 
 // --- what is shown

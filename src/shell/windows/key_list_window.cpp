@@ -15,7 +15,7 @@ LRESULT CALLBACK KeyList(HWND window, UINT message, WPARAM wParam, LPARAM lParam
   return ChildWindow::Dispatch(window, message, wParam, lParam);
 }
 
-KeyListWindow::KeyListWindow(ChildWindows& windows) : ChildWindow(windows) {
+KeyListWindow::KeyListWindow(ChildWindows& windows) : PanelWindow(windows) {
   Create(KEY_LIST_CLASS, "Key List");
 }
 
@@ -34,25 +34,10 @@ void KeyListWindow::OnCreate() {
   }
 }
 
-void KeyListWindow::Fit() {
+void KeyListWindow::Layout() const {
   RECT area;
   GetClientRect(Handle(), &area);
   MoveWindow(edit_, 0, 0, area.right, area.bottom, TRUE);
-}
-
-LRESULT KeyListWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  switch (message) {
-    case WM_CREATE:
-      OnCreate();
-      break;
-    case WM_SIZE:
-      if (wParam != SIZE_MINIMIZED) Fit();
-      break;
-    case WM_SETFOCUS:
-      SetFocus(edit_);
-      break;
-  }
-  return DefMDIChildProcA(Handle(), message, wParam, lParam);
 }
 
 }  // namespace ferrowand

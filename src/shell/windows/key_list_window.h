@@ -1,7 +1,7 @@
 // The list of the editor's keys, to read.
 #pragma once
 
-#include "shell/windows/child_window.h"
+#include "shell/windows/panel_window.h"
 
 namespace ferrowand {
 
@@ -9,15 +9,15 @@ inline constexpr char KEY_LIST_CLASS[] = "FRWKeyListClass";
 
 LRESULT CALLBACK KeyList(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
-class KeyListWindow : public ChildWindow {
+class KeyListWindow : public PanelWindow {
  public:
   // Lives until its window goes; Handle() is null when the system gave none.
   explicit KeyListWindow(ChildWindows& windows);
 
  private:
-  LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-  void OnCreate();
-  void Fit();
+  void OnCreate() override;
+  void Layout() const override;
+  HWND KeyControl() const override { return edit_; }
 
   HWND edit_ = nullptr;
 };

@@ -13,6 +13,7 @@
 #include "operations/layers.h"
 #include "shell/system/display_scale.h"
 #include "shell/system/gdi_canvas.h"
+#include "shell/system/list_columns.h"
 #include "shell/system/wide_text.h"
 
 namespace ferrowand {
@@ -176,8 +177,7 @@ entity* LayerList::Selected() const {
 void LayerList::Select(const entity* layer) {
   const auto row = std::ranges::find(shown_, layer, &Row::layer);
   const int index = row == shown_.end() ? 0 : static_cast<int>(row - shown_.begin());
-  ListView_SetItemState(rows_, index, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
-  ListView_EnsureVisible(rows_, index, FALSE);
+  ChooseRow(rows_, index);
 }
 
 void LayerList::BeginRename() {

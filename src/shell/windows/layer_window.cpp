@@ -40,13 +40,6 @@ enum PopupItem : unsigned {
   PROPERTIES
 };
 
-// In the corner that the arranged views leave free.
-ChildPlace PlaceIn(const PixelSize& client) {
-  const int width = std::min(Scaled(WIDTH), client.width);
-  const int height = std::min(Scaled(HEIGHT), client.height);
-  return {client.width - width, client.height - height, width, height};
-}
-
 bool HoldsReachable(const entity& layer) {
   return layer.IsVisible() && layer.IsEnabled() &&
          std::ranges::any_of(layer.getEntityList(),
@@ -77,13 +70,6 @@ int ButtonsPerRow(int width) {
   return count;
 }
 
-// Keys that mean something in the dialog. All others are commands here as everywhere.
-bool IsDialogKey(WPARAM key) {
-  constexpr std::array KEYS{VK_TAB,   VK_SPACE, VK_RETURN, VK_ESCAPE, VK_UP,   VK_DOWN,   VK_LEFT,
-                            VK_RIGHT, VK_HOME,  VK_END,    VK_PRIOR,  VK_NEXT, VK_DELETE, VK_F2};
-  return std::ranges::find(KEYS, static_cast<int>(key)) != KEYS.end();
-}
-
 }  // namespace
 
 LRESULT CALLBACK LayerFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -91,18 +77,8 @@ LRESULT CALLBACK LayerFunc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 }
 
 LayerWindow::LayerWindow(ChildWindows& windows, const LayerWindowContext& context, Map& map)
-    : ChildWindow(windows), context_(context), map_(map) {
-  Create(LAYER_CLASS, "Layers", PlaceIn(frame_.ClientSize()), WS_CLIPCHILDREN,
-         context.options.smallCaptions ? WS_EX_TOOLWINDOW : 0);
-  map_.AddObserver(*this);
-}
-
-void LayerWindow::OptionsChanged() {
-  SetSmallCaption(context_.options.smallCaptions != 0);
-}
-
-LayerWindow::~LayerWindow() {
-  map_.RemoveObserver(*this);
+    : MapPanel(windows, map, {LAYER_CLASS, "Layers", WIDTH, HEIGHT}), context_(context) {
+  Open();
 }
 
 void LayerWindow::OnCreate() {
@@ -157,7 +133,7 @@ void LayerWindow::LayOutButtons(int left, int top, int width, int perRow) const 
 // Rows and buttons compare before they draw: a look at all of them costs less than to tell what of
 // a change concerns them.
 void LayerWindow::OnChange(const MapChange&) {
-  ShowTitle("Layers: " + map_.Name());
+  ShowName();
   list_->Refresh();
   SelectedLayerChanged();
 }
@@ -181,17 +157,16 @@ bool LayerWindow::ReceivesObjects(const entity& layer) const {
   return &layer == map_.currentLayer() && !map_.leadingGroup();
 }
 
+bool LayerWindow::IsOwnKey(WPARAM key, bool withControl) const {
+  constexpr std::array KEYS{VK_TAB,   VK_SPACE, VK_RETURN, VK_ESCAPE, VK_UP,   VK_DOWN,   VK_LEFT,
+                            VK_RIGHT, VK_HOME,  VK_END,    VK_PRIOR,  VK_NEXT, VK_DELETE, VK_F2};
+  return !withControl && std::ranges::find(KEYS, static_cast<int>(key)) != KEYS.end();
+}
+
+// A letter that is no command is for no button either.
 bool LayerWindow::TakesMessage(MSG& message) {
-  if (message.hwnd != dialog_ && !IsChild(dialog_, message.hwnd)) return false;
-  // What is left of Alt+Enter once the command has been given: nobody wants to hear of it.
-  if (message.message == WM_SYSCHAR && message.wParam == VK_RETURN) return true;
-  const bool isKey = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
-  const bool isMenuKey = message.message == WM_SYSKEYDOWN || GetKeyState(VK_CONTROL) < 0;
-  if (!IsTextBox(message.hwnd)) {
-    if (isKey && (isMenuKey || !IsDialogKey(message.wParam))) return false;
-    if (message.message == WM_CHAR && message.wParam > VK_SPACE) return false;
-  }
-  return IsDialogMessageW(dialog_, &message) != FALSE;
+  const bool isLetter = message.message == WM_CHAR && message.wParam > VK_SPACE;
+  return (!isLetter || IsTextBox(message.hwnd)) && MapPanel::TakesMessage(message);
 }
 
 void LayerWindow::OnButton(int id) {
@@ -319,24 +294,6 @@ void LayerWindow::ShowPopup(entity& layer, POINT screen) {
     case PROPERTIES:
       return EditProperties(layer);
   }
-}
-
-LRESULT LayerWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  switch (message) {
-    case WM_CREATE:
-      OnCreate();
-      break;
-    case WM_SIZE:
-      if (wParam != SIZE_MINIMIZED && list_) Layout();
-      break;  // the system's own child procedure must see it too
-    case WM_SETFOCUS:
-      if (list_) list_->TakeFocus();
-      break;
-    case WM_CLOSE:
-      windows_.Close(*this);
-      return 0;
-  }
-  return DefMDIChildProcA(Handle(), message, wParam, lParam);
 }
 
 }  // namespace ferrowand

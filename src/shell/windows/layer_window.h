@@ -1,15 +1,14 @@
 // The window of a map's layers: their list over the buttons that act on the selected one.
 #pragma once
 
-#include "document/announcement.h"
 #include "shell/system/win32.h"
 
 #include <memory>
 #include <string>
 
 #include "operations/edit_result.h"
-#include "shell/windows/child_window.h"
 #include "shell/windows/layer_list.h"
+#include "shell/windows/map_panel.h"
 
 namespace ferrowand {
 
@@ -17,7 +16,6 @@ class CommandTarget;
 class Dialogs;
 class PopupMenus;
 class Reporter;
-struct Options;
 
 inline constexpr char LAYER_CLASS[] = "FRWLayerClass";
 
@@ -25,27 +23,23 @@ LRESULT CALLBACK LayerFunc(HWND window, UINT message, WPARAM wParam, LPARAM lPar
 
 // What the windows of layers work with. All outlive them.
 struct LayerWindowContext {
-  const Options& options;
   Reporter& reporter;
   Dialogs& dialogs;
   PopupMenus& popups;
   CommandTarget& commands;
 };
 
-class LayerWindow : public ChildWindow, public LayerListHost, public MapObserver {
+class LayerWindow : public MapPanel, public LayerListHost {
  public:
   LayerWindow(ChildWindows& windows, const LayerWindowContext& context, Map& map);
-  ~LayerWindow() override;
 
   // --- as a child of the frame
-  Map* GetMap() const override { return &map_; }
   bool TakesMessage(MSG& message) override;
-  void OptionsChanged() override;
 
   // --- from the map
   void OnChange(const MapChange& change) override;
 
-  HWND Dialog() const { return dialog_; }
+  HWND Dialog() const override { return dialog_; }
   const LayerList& List() const { return *list_; }
 
   // --- as the list's host
@@ -57,10 +51,13 @@ class LayerWindow : public ChildWindow, public LayerListHost, public MapObserver
  private:
   static INT_PTR CALLBACK LayerDialogFunc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
 
-  LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-  void OnCreate();
+  // --- as a panel
+  void OnCreate() override;
+  void Layout() const override;
+  HWND KeyControl() const override { return list_->Control(); }
+  bool IsOwnKey(WPARAM key, bool withControl) const override;
+
   void OnButton(int id);
-  void Layout() const;
   void LayOutButtons(int left, int top, int width, int perRow) const;
   void Edit(entity& layer, int id);
   void EditProperties(entity& layer);
@@ -70,7 +67,6 @@ class LayerWindow : public ChildWindow, public LayerListHost, public MapObserver
   bool ReceivesObjects(const entity& layer) const;
 
   const LayerWindowContext context_;
-  Map& map_;
   HWND dialog_ = nullptr;
   std::unique_ptr<LayerList> list_;
 };

@@ -8,6 +8,7 @@
 #include "shell/frame/command_target.h"
 #include "shell/frame/frame.h"
 #include "shell/resources/resource.h"
+#include "shell/system/controls.h"
 #include "shell/system/display_scale.h"
 #include "shell/system/gdi_canvas.h"
 #include "shell/system/wide_text.h"
@@ -64,18 +65,17 @@ LRESULT CALLBACK ClientWindowFunc(HWND window, UINT message, WPARAM wParam, LPAR
 
 MapWindow::MapWindow(ChildWindows& windows, const MapWindowContext& context, Map& map,
                      Orientation orientation)
-    : ChildWindow(windows), context_(context), map_(map) {
+    : PanelWindow(windows), context_(context), map_(map) {
   // A quarter of the room: a view that begins larger begins zoomed in, to stay inside the world.
   const PixelSize room = frame_.ClientSize();
   Create(CLIENT_CLASS, "", {.width = room.width / 2, .height = room.height / 2},
          WS_CLIPSIBLINGS | WS_CLIPCHILDREN | WS_CAPTION | WS_SYSMENU | WS_THICKFRAME |
-             WS_MINIMIZEBOX | WS_MAXIMIZEBOX,
-         context.options.smallCaptions ? WS_EX_TOOLWINDOW : 0);
+             WS_MINIMIZEBOX | WS_MAXIMIZEBOX);
   if (view_) view_->SetOrientation(orientation);
 }
 
 void MapWindow::OptionsChanged() {
-  SetSmallCaption(context_.options.smallCaptions != 0);
+  ChildWindow::OptionsChanged();
   Layout();
   view_->rotationStep = context_.options.rotationStep;
 }
@@ -84,26 +84,19 @@ MapWindow::~MapWindow() {
   if (Handle()) SetObject(drawing_, nullptr);
 }
 
-HWND MapWindow::AddControl(const char* windowClass, const char* text, DWORD style, int id) {
-  const HWND control = CreateWindowExA(
-      0, windowClass, text, WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | style, 0, 0, 0, 0, Handle(),
-      reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), frame_.Instance(), nullptr);
-  SendMessageA(control, WM_SETFONT, reinterpret_cast<WPARAM>(InterfaceFont()), 0);
-  return control;
-}
-
 void MapWindow::OnCreate() {
   drawing_ = CreateWindowExA(
       WS_EX_CLIENTEDGE, MAP_CLASS, "",
       WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | WS_HSCROLL | WS_VSCROLL, 0, 0, 0, 0, Handle(),
       reinterpret_cast<HMENU>(static_cast<INT_PTR>(ID_DRAWING)), frame_.Instance(), this);
-  constexpr DWORD TEXT = SS_LEFTNOWORDWRAP | SS_NOPREFIX;
-  AddControl("BUTTON", "Controls", BS_OWNERDRAW, ID_CONTROLS);
-  AddControl("STATIC", "", TEXT, ID_COORDINATES_TEXT);
-  AddControl("STATIC", "", TEXT, ID_MESSAGE_TEXT);
-  AddControl("STATIC", "", TEXT, ID_ZOOM_TEXT);
-  AddControl("BUTTON", "2D map mode", BS_OWNERDRAW, ID_MAP_MODE_BUTTON);
-  AddControl("BUTTON", "Grid and snap", BS_OWNERDRAW, ID_GRID_SNAP_BUTTON);
+  constexpr DWORD TEXT = WS_CLIPSIBLINGS | SS_LEFTNOWORDWRAP | SS_NOPREFIX;
+  constexpr DWORD BUTTON = WS_CLIPSIBLINGS | BS_OWNERDRAW;
+  AddControl(Handle(), L"BUTTON", L"Controls", BUTTON, ID_CONTROLS);
+  AddControl(Handle(), L"STATIC", L"", TEXT, ID_COORDINATES_TEXT);
+  AddControl(Handle(), L"STATIC", L"", TEXT, ID_MESSAGE_TEXT);
+  AddControl(Handle(), L"STATIC", L"", TEXT, ID_ZOOM_TEXT);
+  AddControl(Handle(), L"BUTTON", L"2D map mode", BUTTON, ID_MAP_MODE_BUTTON);
+  AddControl(Handle(), L"BUTTON", L"Grid and snap", BUTTON, ID_GRID_SNAP_BUTTON);
   AddToolTips();
   SetText(ViewText::Message, "Ready");
 
@@ -117,7 +110,7 @@ void MapWindow::OnCreate() {
   view_->CentreOn({0, 0, 0});
 }
 
-void MapWindow::AddToolTips() {
+void MapWindow::AddToolTips() const {
   const HWND tips = CreateWindowExA(0, TOOLTIPS_CLASSA, nullptr, WS_POPUP | TTS_ALWAYSTIP,
                                     CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
                                     Handle(), nullptr, frame_.Instance(), nullptr);
@@ -139,22 +132,21 @@ void MapWindow::AddToolTips() {
   }
 }
 
-void MapWindow::Layout() {
+void MapWindow::Layout() const {
   RECT area;
   GetClientRect(Handle(), &area);
   const int width = area.right;
   const int status = Scaled(context_.options.smallCaptions ? SMALL_STATUS_HEIGHT : STATUS_HEIGHT);
   const int gap = Scaled(GAP), height = Scaled(CONTROL_HEIGHT), button = Scaled(BUTTON_WIDTH);
   const int drawingHeight = controlsShown_ ? area.bottom - status - gap : area.bottom;
-  ::MoveWindow(drawing_, 0, 0, width, drawingHeight > 0 ? drawingHeight : 0, TRUE);
+  PlaceControl(Handle(), ID_DRAWING, 0, 0, width, drawingHeight);
 
   const int top = area.bottom - status + (status - height) / 2;
   const int zoomLeft = width - 2 * button - gap - Scaled(ZOOM_WIDTH);
   const int messageLeft = Scaled(MESSAGE_LEFT);
   const auto place = [&](int id, int left, int controlWidth) {
-    const HWND control = GetDlgItem(Handle(), id);
-    ::MoveWindow(control, left, top, controlWidth > 0 ? controlWidth : 0, height, TRUE);
-    ShowWindow(control, controlsShown_ ? SW_SHOWNA : SW_HIDE);
+    PlaceControl(Handle(), id, left, top, controlWidth, height);
+    ShowWindow(GetDlgItem(Handle(), id), controlsShown_ ? SW_SHOWNA : SW_HIDE);
   };
   place(ID_CONTROLS, 0, height);
   place(ID_COORDINATES_TEXT, Scaled(COORDINATES_LEFT), Scaled(COORDINATES_WIDTH));
@@ -173,7 +165,8 @@ void MapWindow::ToggleControls() {
   SetFocus(drawing_);
 }
 
-void MapWindow::OnStatusButton(int id) {
+void MapWindow::OnCommand(int id, int notification) {
+  if (notification != BN_CLICKED) return;
   switch (id) {
     case ID_CONTROLS:
       return ToggleControls();
@@ -212,15 +205,6 @@ void MapWindow::OnDrawButton(const DRAWITEMSTRUCT& item) {
 
 LRESULT MapWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
   switch (message) {
-    case WM_CREATE:
-      OnCreate();
-      break;
-    case WM_SIZE:
-      if (wParam != SIZE_MINIMIZED && view_) Layout();
-      break;  // the system's own child procedure must see it too
-    case WM_COMMAND:
-      if (HIWORD(wParam) == BN_CLICKED) OnStatusButton(LOWORD(wParam));
-      return 0;
     case WM_SYSCOMMAND:
       if ((wParam & 0xFFF0) != ID_CONTROLS) break;
       ToggleControls();
@@ -228,17 +212,10 @@ LRESULT MapWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_DRAWITEM:
       OnDrawButton(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
       return TRUE;
-    case WM_TIMER:
-      EndRefusal();
-      return 0;
     case WM_CTLCOLORSTATIC:
       if (refusing_ && reinterpret_cast<HWND>(lParam) == GetDlgItem(Handle(), ID_MESSAGE_TEXT)) {
         SetTextColor(reinterpret_cast<HDC>(wParam), REFUSAL_COLOUR);
       }
-      SetBkMode(reinterpret_cast<HDC>(wParam), TRANSPARENT);
-      return reinterpret_cast<LRESULT>(GetStockObject(LTGRAY_BRUSH));
-    case WM_SETFOCUS:
-      SetFocus(drawing_);
       break;
     case WM_MDIACTIVATE:
       if (reinterpret_cast<HWND>(lParam) == Handle()) {
@@ -246,14 +223,11 @@ LRESULT MapWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         SetFocus(drawing_);
       }
       break;
-    case WM_CLOSE:
-      windows_.Close(*this);
-      return 0;
     case WM_DESTROY:
       context_.tools.Current()->Cancel();
       break;
   }
-  return DefMDIChildProcA(Handle(), message, wParam, lParam);
+  return PanelWindow::OnMessage(message, wParam, lParam);
 }
 
 PixelSize MapWindow::DrawingArea() const {
@@ -315,6 +289,10 @@ void MapWindow::Refuse(const std::string& why) {
   refusing_ = true;
   SetDlgItemTextA(Handle(), ID_MESSAGE_TEXT, why.c_str());
   SetTimer(Handle(), REFUSAL_TIMER, REFUSAL_TIME, nullptr);
+}
+
+void MapWindow::OnTimer(UINT_PTR) {
+  EndRefusal();
 }
 
 void MapWindow::EndRefusal() {

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "shell/system/handles.h"
-#include "shell/windows/child_window.h"
+#include "shell/windows/panel_window.h"
 #include "views/map_view.h"
 #include "views/tools/camera_faces.h"
 
@@ -39,7 +39,7 @@ struct MapWindowContext {
   BackBuffer& backBuffer;
 };
 
-class MapWindow : public ChildWindow, public ViewHost {
+class MapWindow : public PanelWindow, public ViewHost {
  public:
   // Lives until its window goes; Handle() is null when the system gave none.
   MapWindow(ChildWindows& windows, const MapWindowContext& context, Map& map,
@@ -79,12 +79,13 @@ class MapWindow : public ChildWindow, public ViewHost {
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   LRESULT OnMapMessage(UINT message, WPARAM wParam, LPARAM lParam);
 
-  void OnCreate();
-  HWND AddControl(const char* windowClass, const char* text, DWORD style, int id);
-  void AddToolTips();
-  void Layout();
+  void OnCreate() override;
+  void Layout() const override;
+  HWND KeyControl() const override { return drawing_; }
+  void OnCommand(int id, int notification) override;
+  void OnTimer(UINT_PTR timer) override;
+  void AddToolTips() const;
   void ToggleControls();
-  void OnStatusButton(int id);
   void OnDrawButton(const DRAWITEMSTRUCT& item);
   void OnPaint();
   void OnScroll(bool vertical, int request);

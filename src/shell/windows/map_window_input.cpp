@@ -196,7 +196,7 @@ void MapWindow::OnButtonUp(int button, WPARAM wParam, LPARAM lParam) {
 }
 
 void MapWindow::OnMouseMove(WPARAM wParam, LPARAM lParam) {
-  OnMouseOver(drawing_, {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)}, context_.options);
+  OnMouseOver(drawing_, {GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)});
   TRACKMOUSEEVENT leaving{sizeof leaving, TME_LEAVE, drawing_, 0};
   TrackMouseEvent(&leaving);
   view_->OnMouseMove(ToPixel(lParam), HeldButtons(wParam), IsDown(VK_SPACE));

@@ -10,6 +10,7 @@
 #include "document/map.h"
 #include "shell/frame/frame.h"
 #include "shell/resources/resource.h"
+#include "shell/system/controls.h"
 #include "shell/system/display_scale.h"
 #include "shell/system/wide_text.h"
 #include "shell/windows/properties_window.h"
@@ -256,7 +257,7 @@ void PropertiesWindow::ShowFlags() {
       if (box) ShowWindow(box, SW_HIDE);
     } else {
       if (!box) {
-        box = AddControl(L"BUTTON", L"", WS_TABSTOP | BS_3STATE, id);
+        box = AddControl(Handle(), L"BUTTON", L"", WS_TABSTOP | BS_3STATE, id);
         SetWindowPos(box, before, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
       }
       SetText(id, ToWide(flag->name));

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "base/command_table.h"
-#include "base/number_text.h"
 #include "base/path_text.h"
 #include "base/report.h"
 #include "document/action.h"
@@ -12,14 +10,10 @@
 #include "document/picking.h"
 #include "operations/class_change.h"
 #include "operations/groups.h"
-#include "operations/key_colour.h"
-#include "operations/key_file.h"
-#include "operations/templates.h"
-#include "shell/dialogs/dialogs.h"
 #include "shell/dialogs/refusal.h"
-#include "shell/frame/command_target.h"
 #include "shell/frame/frame.h"
 #include "shell/resources/resource.h"
+#include "shell/system/controls.h"
 #include "shell/system/display_scale.h"
 #include "shell/system/wide_text.h"
 #include "shell/windows/child_windows.h"
@@ -58,10 +52,6 @@ bool IsTypedIn(int id) {
 
 }  // namespace
 
-LRESULT CALLBACK PropertiesFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  return SideWindow::Dispatch(window, message, wParam, lParam);
-}
-
 PropertiesWindow::PropertiesWindow(SideWindows& sides, const PropertiesContext& context, Map& map,
                                    PropertiesOf of)
     : SideWindow(sides), context_(context), of_(of) {
@@ -80,39 +70,33 @@ PropertiesWindow::~PropertiesWindow() {
   if (map_) map_->RemoveObserver(*this);
 }
 
-HWND PropertiesWindow::AddControl(const wchar_t* windowClass, const wchar_t* text, DWORD style,
-                                  int id, DWORD extended) {
-  const HWND control = CreateWindowExW(
-      extended, windowClass, text, WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0, Handle(),
-      reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)), context_.frame.Instance(), nullptr);
-  SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(InterfaceFont()), 0);
-  return control;
-}
-
 // In the order of the tab key.
 void PropertiesWindow::OnCreate() {
   isFilling_ = true;
-  AddControl(L"STATIC", L"&Class:", 0, ID_PROPERTIES_CLASS_LABEL);
-  AddControl(L"COMBOBOX", L"", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWN | CBS_AUTOHSCROLL,
+  AddControl(Handle(), L"STATIC", L"&Class:", 0, ID_PROPERTIES_CLASS_LABEL);
+  AddControl(Handle(), L"COMBOBOX", L"", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWN | CBS_AUTOHSCROLL,
              ID_PROPERTIES_CLASS);
-  AddControl(L"STATIC", L"", SS_OWNERDRAW, ID_PROPERTIES_COLOUR);
-  AddControl(L"STATIC", L"&Name:", 0, ID_PROPERTIES_NAME_LABEL);
-  AddControl(L"EDIT", L"", WS_TABSTOP | ES_AUTOHSCROLL, ID_PROPERTIES_NAME, WS_EX_CLIENTEDGE);
-  AddControl(L"BUTTON", L"&Pinned", WS_TABSTOP | BS_AUTOCHECKBOX, ID_PROPERTIES_PIN);
-  AddControl(L"STATIC", L"", SS_NOPREFIX | SS_ENDELLIPSIS, ID_PROPERTIES_WHAT);
-  AddControl(L"BUTTON", L"&Editor's keys", WS_TABSTOP | BS_AUTOCHECKBOX, ID_PROPERTIES_EDITOR_KEYS);
+  AddControl(Handle(), L"STATIC", L"", SS_OWNERDRAW, ID_PROPERTIES_COLOUR);
+  AddControl(Handle(), L"STATIC", L"&Name:", 0, ID_PROPERTIES_NAME_LABEL);
+  AddControl(Handle(), L"EDIT", L"", WS_TABSTOP | ES_AUTOHSCROLL, ID_PROPERTIES_NAME,
+             WS_EX_CLIENTEDGE);
+  AddControl(Handle(), L"BUTTON", L"&Pinned", WS_TABSTOP | BS_AUTOCHECKBOX, ID_PROPERTIES_PIN);
+  AddControl(Handle(), L"STATIC", L"", SS_NOPREFIX | SS_ENDELLIPSIS, ID_PROPERTIES_WHAT);
+  AddControl(Handle(), L"BUTTON", L"&Editor's keys", WS_TABSTOP | BS_AUTOCHECKBOX,
+             ID_PROPERTIES_EDITOR_KEYS);
   KeyGridHost& host = *this;
   grid_ = std::make_unique<KeyGrid>(Handle(), ID_PROPERTIES_KEYS, host);
-  AddControl(L"BUTTON", L"&Add key", WS_TABSTOP, ID_PROPERTIES_ADD);
-  AddControl(L"BUTTON", L"&Remove key", WS_TABSTOP, ID_PROPERTIES_REMOVE);
-  AddControl(L"BUTTON", L"C&hoose...", WS_TABSTOP, ID_PROPERTIES_CHOOSE);
+  AddControl(Handle(), L"BUTTON", L"&Add key", WS_TABSTOP, ID_PROPERTIES_ADD);
+  AddControl(Handle(), L"BUTTON", L"&Remove key", WS_TABSTOP, ID_PROPERTIES_REMOVE);
+  AddControl(Handle(), L"BUTTON", L"C&hoose...", WS_TABSTOP, ID_PROPERTIES_CHOOSE);
   angle_ = std::make_unique<AnglePanel>(Handle(),
                                         [this](const std::string& angle) { ChooseAngle(angle); });
-  AddControl(L"STATIC", L"Lin&ks:", 0, ID_PROPERTIES_LINKS_LABEL);
-  AddControl(L"LISTBOX", L"", WS_TABSTOP | WS_VSCROLL | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT,
+  AddControl(Handle(), L"STATIC", L"Lin&ks:", 0, ID_PROPERTIES_LINKS_LABEL);
+  AddControl(Handle(), L"LISTBOX", L"", WS_TABSTOP | WS_VSCROLL | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT,
              ID_PROPERTIES_LINKS, WS_EX_CLIENTEDGE);
-  AddControl(L"BUTTON", L"&Go there", WS_TABSTOP, ID_PROPERTIES_JUMP);
-  AddControl(L"EDIT", L"", WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL,
+  AddControl(Handle(), L"BUTTON", L"&Go there", WS_TABSTOP, ID_PROPERTIES_JUMP);
+  AddControl(Handle(), L"EDIT", L"",
+             WS_TABSTOP | WS_VSCROLL | ES_MULTILINE | ES_READONLY | ES_AUTOVSCROLL,
              ID_PROPERTIES_HELP, WS_EX_CLIENTEDGE);
   if (of_ == PropertiesOf::World) {
     ShowWindow(Control(ID_PROPERTIES_PIN), SW_HIDE);
@@ -131,11 +115,7 @@ void PropertiesWindow::SetText(int id, const std::wstring& text) const {
 }
 
 std::wstring PropertiesWindow::TextOf(int id) const {
-  const HWND control = Control(id);
-  std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(control)) + 1, L'\0');
-  text.resize(static_cast<std::size_t>(
-      GetWindowTextW(control, text.data(), static_cast<int>(text.size()))));
-  return text;
+  return WindowText(Control(id));
 }
 
 // --- what it follows
@@ -332,105 +312,6 @@ bool PropertiesWindow::CommitClass() {
   return isDone;
 }
 
-// --- the keys
-
-void PropertiesWindow::OnRowChosen() {
-  if (isFilling_) return;
-  ShowKeyButtons();
-  ShowHelp();
-}
-
-std::vector<KeyChoice> PropertiesWindow::ChoicesOf(const KeyRow& row) const {
-  if (row.definition && !row.definition->choices.empty()) return row.definition->choices;
-  if (!map_ || objects_.empty()) return {};
-  std::vector<std::string> names;
-  if (IsLinkKey(*objects_.front()->getClass(), row.name)) names = NamesIn(*map_);
-  if (EqualNoCase(row.name, "XMPclass")) names = TemplateNames(*map_);
-  std::vector<KeyChoice> choices;
-  choices.reserve(names.size());
-  for (const std::string& name : names) choices.push_back({name, ""});
-  return choices;
-}
-
-// The map writes these of its own lists.
-bool PropertiesWindow::IsLocked(const KeyRow& row) const {
-  if (of_ != PropertiesOf::World) return false;
-  constexpr const char* OWN[] = {"wad", "XMPqc", "XMPversion"};
-  return std::ranges::any_of(OWN, [&](const char* name) { return EqualNoCase(row.name, name); });
-}
-
-bool PropertiesWindow::IsWadList(const KeyRow& row) const {
-  return of_ == PropertiesOf::World && EqualNoCase(row.name, "wad");
-}
-
-bool PropertiesWindow::ChangeValue(const KeyRow& row, const std::string& value) {
-  if (!map_ || typedFor_.empty()) return true;
-  if (!Do("Set " + row.name, [&] { return SetKeyOf(*map_, typedFor_, row.name, value); })) {
-    return false;
-  }
-  const KeyType type = row.definition ? row.definition->type : KeyType::Text;
-  const bool isNumber = type == KeyType::Whole || type == KeyType::Number;
-  if (isNumber && !value.empty() && !ReadNumber(value)) {
-    map_->ShowStatus("Set " + row.name + ": the class knows it as a number");
-  }
-  return true;
-}
-
-void PropertiesWindow::Choose() {
-  const KeyRow* const chosen = grid_->Chosen();
-  if (!map_ || !chosen || !chosen->definition) return;
-  const KeyRow row = *chosen;
-  if (IsWadList(row)) return context_.commands.Execute(Id(Command::WadManager));
-  return row.definition->type == KeyType::File ? ChooseFile(row) : ChooseColour(row);
-}
-
-void PropertiesWindow::ChooseFile(const KeyRow& row) {
-  const std::optional<std::string> name = context_.dialogs.ChooseFile(
-      {.title = "File for " + row.name,
-       .filter = "Sounds and models (*.wav, *.mdl, *.spr, *.bsp)|*.wav;*.mdl;*.spr;*.bsp|"
-                 "All files (*.*)|*.*|",
-       .name = "",
-       .extension = "",
-       .owner = Handle()});
-  if (!name) return;
-  typedFor_ = objects_;
-  ChangeValue(row, GameFileForKey(*name, context_.options.quakeDirectory));
-}
-
-void PropertiesWindow::ChooseColour(const KeyRow& row) {
-  const std::optional<Colour> colour = context_.dialogs.ChooseColour(ColourOfKey(row.value));
-  if (!colour) return;
-  typedFor_ = objects_;
-  ChangeValue(row, ColourForKey(*colour, row.value));
-}
-
-bool PropertiesWindow::RenameKey(const KeyRow& row, const std::string& name) {
-  if (!map_ || typedFor_.empty()) return true;
-  if (!Do("Rename key " + row.name,
-          [&] { return RenameKeyOf(*map_, typedFor_, row.name, name); })) {
-    return false;
-  }
-  rows_.Rename(row.name, name);
-  return true;
-}
-
-bool PropertiesWindow::CheckNewName(const std::string& name) {
-  return map_ && Conclude(*map_, CheckKeyName(name));
-}
-
-void PropertiesWindow::RemoveKey(const KeyRow& row) {
-  if (!map_) return;
-  Do("Remove key " + row.name, [&] { return RemoveKeyOf(*map_, objects_, row.name); });
-}
-
-void PropertiesWindow::Tell(const std::string& why) {
-  SetText(ID_PROPERTIES_HELP, ToWide(why));
-}
-
-void PropertiesWindow::Refuse(const std::string& why) {
-  context_.reporter.Show("Cannot continue", why);
-}
-
 // --- links
 
 void PropertiesWindow::Jump() {
@@ -441,11 +322,7 @@ void PropertiesWindow::Jump() {
   entity* const end = index < linksFrom_ ? link.to : link.from;
   if (!end) return;
   Select(*map_, end, false);
-  const Bounds box = end->GetBounds();
-  if (box.IsEmpty()) return;
-  for (MapView* view : context_.windows.Views().ViewsOf(*map_)) {
-    view->CentreOn((box.mins + box.maxs) * 0.5f);
-  }
+  context_.windows.CentreOn(*map_, end->GetBounds());
 }
 
 // --- messages
@@ -528,8 +405,7 @@ LRESULT PropertiesWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) 
       }
       return TRUE;
     case WM_CTLCOLORSTATIC:
-      SetBkMode(reinterpret_cast<HDC>(wParam), TRANSPARENT);
-      return reinterpret_cast<LRESULT>(GetStockObject(LTGRAY_BRUSH));
+      return OnGrey(wParam);
     case WM_SETFOCUS:
       if (grid_) SetFocus(grid_->Handle());
       return 0;

@@ -31,8 +31,6 @@ struct Options;
 
 inline constexpr char PROPERTIES_CLASS[] = "FRWPropertiesClass";
 
-LRESULT CALLBACK PropertiesFunc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-
 // What these windows work with. All outlive them.
 struct PropertiesContext {
   ChildWindows& windows;
@@ -70,8 +68,6 @@ class PropertiesWindow : public SideWindow, public MapObserver, private KeyGridH
  private:
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
   void OnCreate();
-  HWND AddControl(const wchar_t* windowClass, const wchar_t* text, DWORD style, int id,
-                  DWORD extended = 0);
   HWND Control(int id) const { return GetDlgItem(Handle(), id); }
   void SetText(int id, const std::wstring& text) const;
   std::wstring TextOf(int id) const;
@@ -118,14 +114,14 @@ class PropertiesWindow : public SideWindow, public MapObserver, private KeyGridH
   void ChooseAngle(const std::string& angle);
   void ToggleFlag(int bit);
   void Jump();
+  // One step of undo, known by that name. False, after saying why, when it was refused.
+  bool Do(const std::string& name, const std::function<EditResult()>& change);
+
+  // --- what is done to keys, and told of them (properties_keys.cpp)
   bool IsWadList(const KeyRow& row) const;
   void Choose();
   void ChooseColour(const KeyRow& row);
   void ChooseFile(const KeyRow& row);
-  // One step of undo, known by that name. False, after saying why, when it was refused.
-  bool Do(const std::string& name, const std::function<EditResult()>& change);
-
-  // --- from the keys
   void OnRowChosen() override;
   void OnEditBegun() override { typedFor_ = objects_; }
   std::vector<KeyChoice> ChoicesOf(const KeyRow& row) const override;

@@ -43,7 +43,7 @@ void SideWindow::Part() {
   windows_.Forget(*this);
 }
 
-LRESULT SideWindow::Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+LRESULT CALLBACK SideWindow::Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
   if (message == WM_NCCREATE) {
     const auto* create = reinterpret_cast<const CREATESTRUCTA*>(lParam);
     static_cast<SideWindow*>(create->lpCreateParams)->Bind(window);

@@ -33,8 +33,8 @@ class SideWindow {
   // Whether a key is none of the window's own.
   virtual bool LeavesToProgram(const MSG& message) const { return (void)message, false; }
 
-  // What the procedures of windows of such classes do: the object is the argument of creation.
-  static LRESULT Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+  // The procedure of windows of such classes: the object is the argument of creation.
+  static LRESULT CALLBACK Dispatch(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   // The same for dialogs.
   static INT_PTR CALLBACK DispatchDialog(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam);
 
@@ -63,6 +63,20 @@ class SideWindows {
   // The window is gone.
   void Forget(const SideWindow& window);
   const std::vector<std::unique_ptr<SideWindow>>& All() const { return windows_; }
+
+  // The first one of that class for which `is` holds; null when there is none.
+  template <typename Window, typename Test>
+  Window* Find(const Test& is) const {
+    for (const auto& side : windows_) {
+      auto* const window = dynamic_cast<Window*>(side.get());
+      if (window && is(*window)) return window;
+    }
+    return nullptr;
+  }
+  template <typename Window>
+  Window* Find() const {
+    return Find<Window>([](const Window&) { return true; });
+  }
 
   // Before anything else sees it: whether the message was for one of them. Its keys are no commands
   // of the program, unless it leaves them to that.

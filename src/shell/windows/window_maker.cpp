@@ -26,7 +26,7 @@ ChildWindow* WindowOfKind(const ChildWindows& windows, const Map& map) {
 
 // The one of the map, in front of the others.
 template <typename Window, typename Context>
-void ShowOnly(ChildWindows& windows, const Context& context, Map& map) {
+void ShowOnly(ChildWindows& windows, Context& context, Map& map) {
   if (const ChildWindow* window = WindowOfKind<Window>(windows, map)) {
     return windows.BringToFront(*window);
   }
@@ -37,14 +37,14 @@ void ShowOnly(ChildWindows& windows, const Context& context, Map& map) {
 
 WindowMaker::WindowMaker(ChildWindows& windows, SideWindows& sides, const MapWindowContext& ofViews,
                          const LayerWindowContext& ofLayers, const CameraWindowContext& ofCameras,
-                         const CheckWindowContext& ofChecks, const EntityTreeContext& ofTrees,
+                         Dialogs& dialogs, const EntityTreeContext& ofTrees,
                          const TextureBrowserContext& ofTextures)
     : windows_(windows),
       sides_(sides),
       ofViews_(ofViews),
       ofLayers_(ofLayers),
       ofCameras_(ofCameras),
-      ofChecks_(ofChecks),
+      dialogs_(dialogs),
       ofTrees_(ofTrees),
       ofTextures_(ofTextures) {}
 
@@ -70,7 +70,7 @@ void WindowMaker::ShowLayers(Map& map) {
 }
 
 void WindowMaker::ShowCheck(Map& map) {
-  ShowOnly<CheckWindow>(windows_, ofChecks_, map);
+  ShowOnly<CheckWindow>(windows_, dialogs_, map);
 }
 
 void WindowMaker::ShowEntityTree(Map& map) {

@@ -18,7 +18,7 @@ class WindowMaker : public DocumentsObserver {
   // The windows and all that the contexts name outlive it.
   WindowMaker(ChildWindows& windows, SideWindows& sides, const MapWindowContext& ofViews,
               const LayerWindowContext& ofLayers, const CameraWindowContext& ofCameras,
-              const CheckWindowContext& ofChecks, const EntityTreeContext& ofTrees,
+              Dialogs& dialogs, const EntityTreeContext& ofTrees,
               const TextureBrowserContext& ofTextures);
 
   // Null, after an assertion, when the system gave no window.
@@ -45,7 +45,7 @@ class WindowMaker : public DocumentsObserver {
   MapWindowContext ofViews_;
   LayerWindowContext ofLayers_;
   CameraWindowContext ofCameras_;
-  CheckWindowContext ofChecks_;
+  Dialogs& dialogs_;
   EntityTreeContext ofTrees_;
   TextureBrowserContext ofTextures_;
 };
