@@ -3,6 +3,7 @@
 
 #include "shell/system/win32.h"
 
+#include <commctrl.h>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -81,6 +82,9 @@ inline void ExpectTidy(HWND parent) {
     const LONG box = IsCheckBox(child) ? Scaled(16) : 0;
     const bool isText = ClassOf(child) == "Static" || ClassOf(child) == "Button";
     const LONG style = GetWindowLongA(child, GWL_STYLE);
+    if (ClassOf(child) == WC_LISTVIEWA && (style & LVS_TYPEMASK) == LVS_REPORT) {
+      EXPECT_GT(Header_GetItemCount(ListView_GetHeader(child)), 0) << "a list without columns";
+    }
     const bool isOwn = (style & BS_TYPEMASK) == BS_OWNERDRAW;
     if (isText && !isOwn && (style & SS_ELLIPSISMASK) == 0) {
       EXPECT_LE(TextWidth(child) + box, place.right - place.left) << name;
