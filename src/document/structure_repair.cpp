@@ -9,6 +9,7 @@
 #include "document/classes/class_set.h"
 #include "document/map.h"
 #include "document/read_log.h"
+#include "geometry/tolerance.h"
 
 namespace ferrowand {
 namespace {
@@ -42,8 +43,17 @@ bool IsClosed(const Brush& brush) {
   return std::sqrt(Dot(sum, sum)) < whole * 0.01;
 }
 
+// Pairs of opposite faces add up to nothing too, but have no end.
+bool IsEndless(const Bounds& box) {
+  for (int axis = 0; axis < 3; ++axis) {
+    if (box.mins[axis] < 1 - BASE_SIZE || box.maxs[axis] > BASE_SIZE - 1) return true;
+  }
+  return false;
+}
+
 bool IsOpenBrush(const entity& e) {
-  return KindOf(e) == EntityKind::Brush && e.brush.getNumFaces() > 0 && !IsClosed(e.brush);
+  return KindOf(e) == EntityKind::Brush && e.brush.getNumFaces() > 0 &&
+         (!IsClosed(e.brush) || IsEndless(e.brush.Box()));
 }
 
 entity* PreviousOf(const entity& object) {

@@ -93,6 +93,28 @@ TEST_F(ReadLogTest, AFaceWithoutAPlaneHasOneBox) {
   EXPECT_EQ(std::ranges::count(recorder.messages, "Error! Quit?", &Message::title), 1);
 }
 
+TEST_F(ReadLogTest, BracesThatAreMissingOrTooManyCostNoBrush) {
+  const std::string one = Cuboid(0, 0, 0, 8, 8, 8), other = Cuboid(16, 0, 0, 24, 8, 8);
+  const std::string open = one.substr(0, one.rfind('}'));
+  const auto parts = [&one](std::size_t place) {
+    const std::size_t inside = one.find('\n', place) + 1;
+    return one.substr(0, inside) + "}\n" + one.substr(inside);
+  };
+  for (const auto& [text, isLoss] :
+       Cases<std::string, bool>{{"{//the world\n" + one + other + "}", false},
+                                {"{\n" + open + other + "}", true},
+                                {"{\n" + parts(one.size() / 3) + other + "}", true},
+                                {"{\n" + parts(one.size() / 2) + other + "}", true}}) {
+    const auto map = ReadText(text);
+    EXPECT_EQ(map->readWithLoss(), isLoss) << text;
+    std::vector<int> faces;
+    for (const auto& brush : map->currentLayer()->getEntityList()) {
+      faces.push_back(brush->brush.getNumFaces());
+    }
+    EXPECT_EQ(faces, (std::vector<int>{6, 6})) << text;
+  }
+}
+
 TEST_F(ReadLogTest, ALongNameIsToldAndNoLoss) {
   const auto map = ReadText(WithBrush("{" + POINTS + "a_name_much_too_long 0 0 0 1 1\n}\n"));
   EXPECT_FALSE(map->readWithLoss());

@@ -34,6 +34,13 @@ const Cases<const char*, std::function<EditResult(Map&, Options)>, Matrix, DVec3
      SAME,
      {},
      {24, -40, 13}},
+    {"raise",
+     [](Map& m, Options o) {
+       return MoveSelection(m, {0, 0, 13}, o);
+     },
+     SAME,
+     {},
+     {0, 0, 13}},
     {"turn",
      [](Map& m, Options o) {
        return RotateSelection(m, 0, 1, 90, {32, 8, 0}, o);
@@ -117,7 +124,9 @@ TEST_F(TextureLockTest, TexturesFollowTheirFacesOrStayPut) {
   for (const auto& [name, operation, matrix, centre, by] : STEPS) {
     SCOPED_TRACE(name);
     const Brush before = OpenWedge().Copy();
+    const std::string text = Text();
     ASSERT_EQ(operation(*map, {}), EditResult::Done);
+    ExpectOneStep(text);
     const auto move = [&, &matrix = matrix, &centre = centre, &by = by](const Vec3& p) {
       return Vec3(Transform(DVec3(p), matrix, centre)) + by;
     };

@@ -71,8 +71,10 @@ TEST_F(MapViewZoomTest, CentringPutsThePointIntoTheMiddle) {
   EXPECT_EQ(Origin(), (Pixel{100 - 800, -50 + 600}));
   host.area = {3, 5};
   Place(1, 0, 0);
+  host.invalidations = 0;
   view.CentreOn({0, 0, 0});
   EXPECT_EQ(Origin(), (Pixel{-1, 2}));  // halves are rounded towards 0
+  EXPECT_GT(host.invalidations, 0);
   view.CentreOn({30000, -30000, 0});
   EXPECT_EQ(Origin(), (Pixel{10000, -10000}));
 }

@@ -129,6 +129,7 @@ TEST_F(OverlayTest, TheSizeOfWhatIsDraggedStandsBesideItsBox) {
     CanvasRecorder canvas;
     tools.Current()->DrawOverlay(view, canvas);
     const auto texts = canvas.Of(Kind::Text);
+    EXPECT_EQ(canvas.Of(Kind::Polyline).empty(), texts.empty()) << "the box itself";
     return texts.size() == 1 ? texts[0] : CanvasRecorder::Call{};
   };
   const auto drag = [&](Tool& tool, Pixel from, Pixel to) {
