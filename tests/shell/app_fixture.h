@@ -270,6 +270,10 @@ class AppTest : public testing::Test {
     }
     EXPECT_TRUE(fact());
   }
+  // Null while there is none.
+  HWND Toolbar() const {
+    return FindWindowExA(parts->frame.Handle(), nullptr, TOOLBARCLASSNAMEA, nullptr);
+  }
   bool IsTicked(Command command) const { return parts->commands.IsChecked(Id(command)); }
 
   // The only one, or the first of several; null without one.

@@ -158,7 +158,7 @@ TEST_F(AppTest, TheMenuGreysWhatCannotBeDoneNow) {
 
 TEST_F(AppTest, TheToolbarShowsItsTipsInOrderAndGoesAndComes) {
   ASSERT_TRUE(Start());
-  const HWND bar = FindWindowExA(parts->frame.Handle(), nullptr, TOOLBARCLASSNAMEA, nullptr);
+  const HWND bar = Toolbar();
   ASSERT_NE(bar, nullptr);
   std::vector<int> ids;
   for (int i = 0; i < SendMessageA(bar, TB_BUTTONCOUNT, 0, 0); ++i) {
@@ -192,10 +192,10 @@ TEST_F(AppTest, TheToolbarShowsItsTipsInOrderAndGoesAndComes) {
   for (const MapView* view : parts->windows.Views().Views()) EXPECT_FALSE(view->axismask & 2);
 
   Give(Command::ShowToolbar);
-  EXPECT_EQ(FindWindowExA(parts->frame.Handle(), nullptr, TOOLBARCLASSNAMEA, nullptr), nullptr);
+  EXPECT_EQ(Toolbar(), nullptr);
   EXPECT_EQ(parts->options.showToolbar, 0);
   Give(Command::ShowToolbar);
-  EXPECT_NE(FindWindowExA(parts->frame.Handle(), nullptr, TOOLBARCLASSNAMEA, nullptr), nullptr);
+  EXPECT_NE(Toolbar(), nullptr);
 }
 
 TEST_F(AppTest, TheKeyListShowsItsFile) {

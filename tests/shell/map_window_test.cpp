@@ -83,7 +83,7 @@ TEST_F(MapWindowTest, KeysMenusAndButtonsReachEveryViewThatTheyAreFor) {
   EXPECT_TRUE(IsTicked(Command::SnapToggle));
 }
 
-TEST_F(MapWindowTest, ScrollBarsMoveThePictureAndStopAtTheWorldsEnd) {
+TEST_F(MapWindowTest, ScrollBarsMoveThePicture) {
   StartNew();
   const MapView& view = *top->View();
   const int u = view.transform.originu, v = view.transform.originv;
@@ -93,9 +93,6 @@ TEST_F(MapWindowTest, ScrollBarsMoveThePictureAndStopAtTheWorldsEnd) {
   EXPECT_EQ(view.transform.originv, v + 400);
   EXPECT_EQ(GetScrollPos(top->Drawing(), SB_VERT), 10000 - v - 400);
   EXPECT_EQ(GetScrollPos(top->Drawing(), SB_HORZ), 10000 + u + 40);
-  for (int i = 0; i < 60; ++i) Mouse(WM_HSCROLL, SB_PAGEUP);
-  EXPECT_EQ(view.transform.originu, -10000);
-  EXPECT_EQ(GetScrollPos(top->Drawing(), SB_HORZ), 0);
 }
 
 TEST_F(MapWindowTest, WheelSpaceAndDMoveThePicture) {
