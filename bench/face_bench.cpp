@@ -7,6 +7,7 @@
 #include "document/edit_step.h"
 #include "document/live_step.h"
 #include "operations/face_editing.h"
+#include "operations/face_wrapping.h"
 #include "support/fake_view_host.h"
 #include "support/small_map.h"
 #include "views/map_view.h"

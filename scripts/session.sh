@@ -282,6 +282,14 @@ do_step() {
       file=$work/$first
       ;;
     mouse) xdotool mousemove "$1" "$2" click 1 sleep 0.2 ;;
+    pull)
+      xdotool mousemove "$1" "$2" mousedown 1 sleep 0.1
+      mouse_to $((($1 + $3) / 2)) $((($2 + $4) / 2))
+      mouse_to "$3" "$4"
+      sleep 0.2
+      [ -z "${5:-}" ] || import -window root "$work/$5.png"
+      xdotool mouseup 1 sleep 0.2
+      ;;
     type) xdotool type --delay 5 -- "${text#type }" ;;
     wad)
       build/native/ferrowand-cli wad "$work/$first" | grep -F -- "$2" | grep -qF -- "$3" || fail "no such texture"

@@ -313,7 +313,9 @@ std::size_t Brush::Bytes() const {
 }
 
 void Brush::ResolveTextures(const WadList& wads) {
-  for (Face& face : faces_) face.texture = wads.FindTexture(face.Name());
+  for (auto* faces : {&faces_, &farFaces_}) {
+    for (Face& face : *faces) face.texture = wads.FindTexture(face.Name());
+  }
 }
 
 bool IsSame(const Brush& a, const Brush& b) {

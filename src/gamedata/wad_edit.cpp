@@ -65,6 +65,17 @@ std::vector<std::uint8_t> MakeLump(const Texture& texture, std::span<const std::
   return lump;
 }
 
+bool Refuse(Reporter& reporter, const std::string& why) {
+  reporter.Show("Cannot continue", why);
+  return false;
+}
+
+// It went when the file was read again.
+std::string GoneText(const std::string& wad, const Texture& texture) {
+  return wad + " has been changed by another program and has no " + std::string(texture.Name()) +
+         " any more";
+}
+
 bool IsPossible(const Texture& texture, std::span<const std::uint8_t> pixels) {
   return texture.width > 0 && texture.height > 0 && texture.width <= MAXTEXTURESIDE &&
          texture.height <= MAXTEXTURESIDE &&
@@ -130,9 +141,7 @@ std::optional<WadImage> WadFile::FreshImage() {
     if (isKnown && image->Directory() == directory_) return image;
     if (!ReadAgain()) break;
   }
-  reporter_.Show("Cannot continue", Format("%s has been changed by another program and cannot be "
-                                           "read again",
-                                           fileName_.c_str()));
+  Refuse(reporter_, fileName_ + " has been changed by another program and cannot be read again");
   return std::nullopt;
 }
 
@@ -177,7 +186,9 @@ bool WadFile::AddTextures(std::vector<std::unique_ptr<Texture>> textures) {
   entries.reserve(textures.size());
   for (const auto& texture : textures) {
     entries.push_back(texture->entry);
-    if (!image->Add(entries.back(), MakeLump(*texture, texture->pixels, palette_))) return false;
+    if (!image->Add(entries.back(), MakeLump(*texture, texture->pixels, palette_))) {
+      return Refuse(reporter_, fileName_ + " would be larger than a WAD can be");
+    }
   }
   if (!Put(*image, before)) return false;
   for (std::size_t i = 0; i < textures.size(); ++i) {
@@ -195,31 +206,64 @@ bool WadFile::AddTextures(std::vector<std::unique_ptr<Texture>> textures) {
   return true;
 }
 
+// In the list; its end for none of it.
+std::size_t WadFile::PlaceOf(const Texture& texture) const {
+  return static_cast<std::size_t>(
+      std::ranges::find(textures_, &texture, &std::unique_ptr<Texture>::get) - textures_.begin());
+}
+
 bool WadFile::RemoveTexture(Texture& texture) {
+  Texture* const one = &texture;
+  return RemoveTextures({&one, 1});
+}
+
+bool WadFile::RemoveTextures(std::span<Texture* const> textures) {
   auto image = FreshImage();
-  const auto place = std::find_if(textures_.begin(), textures_.end(),
-                                  [&](const auto& owned) { return owned.get() == &texture; });
-  if (!image || place == textures_.end()) return false;
+  if (!image) return false;
   const std::string before = image->Bytes();
-  const auto gap = image->Remove(texture.entry, texture.width, texture.height);
-  if (!gap || !Put(*image, before)) return false;
-  std::unique_ptr<Texture> removed = std::move(*place);
-  textures_.erase(place);
-  for (const auto& other : textures_) {
-    if (other->entry.filepos > gap->pos) other->entry.filepos -= gap->size;
+  std::vector<WadEntry> entries;  // of all, as the gaps close
+  for (const auto& texture : textures_) entries.push_back(texture->entry);
+  for (const Texture* texture : textures) {
+    const std::size_t place = PlaceOf(*texture);
+    const auto gap = place == entries.size()
+                         ? std::nullopt
+                         : image->Remove(entries[place], texture->width, texture->height);
+    if (!gap) return Refuse(reporter_, GoneText(fileName_, *texture));
+    for (WadEntry& entry : entries) {
+      if (entry.filepos > gap->pos) entry.filepos -= gap->size;
+    }
   }
-  Retire(std::move(removed));
+  if (!Put(*image, before)) return false;
+  for (std::size_t i = 0; i < entries.size(); ++i) textures_[i]->entry = entries[i];
+  for (const Texture* texture : textures) {
+    const auto place = textures_.begin() + static_cast<std::ptrdiff_t>(PlaceOf(*texture));
+    std::unique_ptr<Texture> removed = std::move(*place);
+    textures_.erase(place);
+    Retire(std::move(removed));
+  }
   Index();
   return true;
 }
 
 bool WadFile::RenameTexture(Texture& texture, std::string_view newName) {
+  const TextureRename one{&texture, std::string(newName)};
+  return RenameTextures({&one, 1});
+}
+
+bool WadFile::RenameTextures(std::span<const TextureRename> renames) {
   auto image = FreshImage();
-  if (!image) return false;
+  if (!image || std::ranges::any_of(renames, &std::string::empty, &TextureRename::name)) {
+    return false;
+  }
   const std::string before = image->Bytes();
-  const auto entry = image->Rename(texture.entry, newName, texture.width, texture.height);
-  if (!entry || !Put(*image, before)) return false;
-  texture.entry = *entry;
+  std::vector<WadEntry> entries;
+  for (const auto& [texture, name] : renames) {
+    const auto entry = image->Rename(texture->entry, name, texture->width, texture->height);
+    if (!entry) return Refuse(reporter_, GoneText(fileName_, *texture));
+    entries.push_back(*entry);
+  }
+  if (!Put(*image, before)) return false;
+  for (std::size_t i = 0; i < entries.size(); ++i) renames[i].texture->entry = entries[i];
   Index();
   return true;
 }
@@ -227,11 +271,18 @@ bool WadFile::RenameTexture(Texture& texture, std::string_view newName) {
 bool WadFile::RewriteTexture(Texture& texture, std::span<const std::uint8_t> pixels) {
   if (!IsPossible(texture, pixels)) return false;
   auto image = FreshImage();
-  if (!image || !IsPossible(texture, pixels)) return false;
-  const std::string before = image->Bytes();
-  if (!image->Rewrite(texture.entry, MakeLump(texture, pixels, palette_)) || !Put(*image, before)) {
-    return false;
+  if (!image) return false;
+  if (PlaceOf(texture) == textures_.size()) return Refuse(reporter_, GoneText(fileName_, texture));
+  if (!IsPossible(texture, pixels)) {
+    return Refuse(reporter_, fileName_ + " has been changed by another program and its " +
+                                 std::string(texture.Name()) + " is larger now");
   }
+  const std::string before = image->Bytes();
+  if (!image->Rewrite(texture.entry, MakeLump(texture, pixels, palette_))) {
+    return Refuse(reporter_, fileName_ + " has no room for " + std::string(texture.Name()) +
+                                 " and its smaller images. Instead, try inserting it.");
+  }
+  if (!Put(*image, before)) return false;
   RemoveFromCache(texture);
   Unload(texture);
   texture.colourIs.reset();

@@ -70,6 +70,11 @@ std::uint16_t PaddedSize(std::uint16_t size);
 // The header of 40 bytes and four levels, each half as wide and high as the one before.
 std::uint32_t LumpSize(std::uint32_t width, std::uint32_t height);
 
+struct TextureRename {
+  Texture* texture;
+  std::string name;
+};
+
 struct WadLimits {
   std::uint16_t maxCached = 1000;        // textures with pixels at once; 0 counts as 1
   std::uint32_t maxTextureSize = 65536;  // texels; a larger one shows the replacement image
@@ -143,9 +148,11 @@ class WadFile {
   bool AddTexture(std::unique_ptr<Texture> texture);
   // All of them at once, or none.
   bool AddTextures(std::vector<std::unique_ptr<Texture>> textures);
-  // Closes the gap in the file. The texture is no more, as after ReadAgain.
+  // All of them or none. Closes the gaps in the file. The textures are no more, as after ReadAgain.
+  bool RemoveTextures(std::span<Texture* const> textures);
   bool RemoveTexture(Texture& texture);
-  // At most 15 bytes of the name are taken.
+  // Likewise. At most 15 bytes of a name are taken.
+  bool RenameTextures(std::span<const TextureRename> renames);
   bool RenameTexture(Texture& texture, std::string_view newName);
   // Writes pixels, width x height, over the texture's lump and unloads it.
   bool RewriteTexture(Texture& texture, std::span<const std::uint8_t> pixels);
@@ -165,6 +172,7 @@ class WadFile {
   bool ReadHeader();
   std::uint32_t ReadTextures();
   void Retire(std::unique_ptr<Texture> texture);
+  std::size_t PlaceOf(const Texture& texture) const;
   std::optional<WadImage> FreshImage();
   bool Put(const WadImage& image, const std::string& before);
   bool ReadTexture(const WadEntry& entry, std::uint32_t fileSize);

@@ -132,15 +132,9 @@ std::vector<HeldPoint> HeldCorners(const FaceGroup& group) {
 
 // --- edges
 
-struct Edge {
-  DVec3 from, to;
-
-  DVec3 Way() const { return to - from; }
-};
-
-std::vector<Edge> EdgesOf(const Face& face) {
+std::vector<FaceEdge> EdgesOf(const Face& face) {
   const auto points = std::as_const(*face.w).Points();
-  std::vector<Edge> edges;
+  std::vector<FaceEdge> edges;
   for (std::size_t i = 0; i < points.size(); ++i) {
     edges.push_back(
         {DVec3(points[i].Position()), DVec3(points[(i + 1) % points.size()].Position())});
@@ -149,7 +143,7 @@ std::vector<Edge> EdgesOf(const Face& face) {
 }
 
 // The part that both have, if it is more than a corner.
-std::optional<Edge> Common(const Edge& a, const Edge& b) {
+std::optional<FaceEdge> Common(const FaceEdge& a, const FaceEdge& b) {
   const double length = Length(a.Way());
   if (length < SHORTEST_EDGE) return std::nullopt;
   const DVec3 along = a.Way() * (1 / length);
@@ -160,25 +154,11 @@ std::optional<Edge> Common(const Edge& a, const Edge& b) {
   const auto [low, high] = std::minmax({place(b.from), place(b.to)});
   const double from = std::max(low, 0.0), to = std::min(high, length);
   if (to - from < SHORTEST_EDGE) return std::nullopt;
-  return Edge{a.from + along * from, a.from + along * to};
-}
-
-std::optional<Edge> SharedEdge(const Face& a, const Face& b) {
-  for (const Edge& one : EdgesOf(a)) {
-    for (const Edge& other : EdgesOf(b)) {
-      if (const auto common = Common(one, other)) return common;
-    }
-  }
-  return std::nullopt;
-}
-
-bool IsInPlaneOf(const Face& face, const Face& of) {
-  return Dot(face.plane.normal, of.plane.normal) > 1 - CARRIED * CARRIED &&
-         std::abs(of.plane.DistanceTo(MiddleOf(face))) < ON_EPSILON;
+  return FaceEdge{a.from + along * from, a.from + along * to};
 }
 
 // Square to the edge in the plane of the face, into it.
-DVec3 Inward(const Face& face, const Edge& edge) {
+DVec3 Inward(const Face& face, const FaceEdge& edge) {
   const DVec3 square = Normalise(Cross(face.plane.normal, edge.Way()));
   return Dot(MiddleOf(face) - edge.from, square) < 0 ? -square : square;
 }
@@ -295,11 +275,11 @@ std::optional<Settled> AlignedToSlope(const PickedFace& picked) {
 
 std::optional<Settled> AlignedToEdge(const Face& face, int index) {
   constexpr double ENDS_COUNT = 10;
-  const std::vector<Edge> edges = EdgesOf(face);
+  const std::vector<FaceEdge> edges = EdgesOf(face);
   const auto longest = std::ranges::max_element(
-      edges, {}, [](const Edge& e) { return std::round(Length(e.Way())); });
+      edges, {}, [](const FaceEdge& e) { return std::round(Length(e.Way())); });
   const auto count = static_cast<std::ptrdiff_t>(edges.size());
-  const Edge edge = edges[static_cast<std::size_t>((longest - edges.begin() + index) % count)];
+  const FaceEdge edge = edges[static_cast<std::size_t>((longest - edges.begin() + index) % count)];
 
   const TextureAxes& axes = TextureAxesOf(face.plane.normal);
   const TexturePlacement placement = PlacementOf(face);
@@ -317,10 +297,24 @@ std::optional<Settled> AlignedToEdge(const Face& face, int index) {
   return SettleTurned(face, wanted, static_cast<int>(std::round(radians / DEGREE)), held);
 }
 
+bool AreInOnePlane(const Face& face, const Face& other) {
+  return Dot(face.plane.normal, other.plane.normal) > 1 - CARRIED * CARRIED &&
+         std::abs(other.plane.DistanceTo(MiddleOf(face))) < ON_EPSILON;
+}
+
+std::optional<FaceEdge> SharedEdge(const Face& a, const Face& b) {
+  for (const FaceEdge& one : EdgesOf(a)) {
+    for (const FaceEdge& other : EdgesOf(b)) {
+      if (const auto common = Common(one, other)) return common;
+    }
+  }
+  return std::nullopt;
+}
+
 std::optional<Settled> WrappedFrom(const Face& from, const Face& face) {
   constexpr double ENDS_COUNT = 100;
-  if (IsInPlaneOf(face, from)) return Settled{PlacementOf(from), 0};
-  const std::optional<Edge> edge = SharedEdge(from, face);
+  if (AreInOnePlane(face, from)) return Settled{PlacementOf(from), 0};
+  const std::optional<FaceEdge> edge = SharedEdge(from, face);
   if (!edge) return std::nullopt;
   const TexelMap before = TexelMapOf(from);
   const DVec3 along = Normalise(edge->Way());

@@ -41,6 +41,15 @@ std::optional<Settled> AlignedToSlope(const PickedFace& face);
 // Standing on an edge of the face: 0 is the longest one, the others follow round the face.
 std::optional<Settled> AlignedToEdge(const Face& face, int edge);
 
+// Whether they look the same way and lie as deep.
+bool AreInOnePlane(const Face& face, const Face& other);
+struct FaceEdge {
+  DVec3 from, to;
+
+  DVec3 Way() const { return to - from; }
+};
+// The part of an edge that both have, if it is more than a corner.
+std::optional<FaceEdge> SharedEdge(const Face& a, const Face& b);
 // As if the texture went on from the other face round the edge that both share, in its true size;
 // of a face of the same plane the numbers are taken over. Nothing where they share no edge.
 std::optional<Settled> WrappedFrom(const Face& from, const Face& face);

@@ -1,10 +1,8 @@
 #include "operations/face_editing.h"
 
 #include <algorithm>
-#include <deque>
 #include <iterator>
 #include <string>
-#include <unordered_map>
 #include <unordered_set>
 
 #include "base/report.h"
@@ -12,6 +10,7 @@
 #include "document/map.h"
 #include "document/picking.h"
 #include "operations/face_texture.h"
+#include "operations/texture_use.h"
 
 namespace ferrowand {
 namespace {
@@ -49,24 +48,8 @@ void LayGroups(EditStep& step, std::span<const PickedFace> faces, bool asOne,
   }
 }
 
-bool Touch(const PickedFace& a, const PickedFace& b) {
-  const Bounds &one = a.brush->brush.Box(), &other = b.brush->brush.Box();
-  for (int axis = 0; axis < 3; ++axis) {
-    if (one.mins[axis] > other.maxs[axis] + 1 || other.mins[axis] > one.maxs[axis] + 1)
-      return false;
-  }
-  return true;
-}
-
-// What cannot be seen cannot be laid.
 bool HasShape(const PickedFace& face) {
   return face.Get().HasShape() && face.Get().plane.HasNormal();
-}
-
-std::vector<PickedFace> WithShape(std::span<const PickedFace> faces) {
-  std::vector<PickedFace> shaped;
-  std::ranges::copy_if(faces, std::back_inserter(shaped), HasShape);
-  return shaped;
 }
 
 void AddFacesOf(entity& e, std::vector<PickedFace>& faces) {
@@ -91,17 +74,52 @@ std::vector<PickedFace> SelectedFaces(const Map& map) {
   return faces;
 }
 
-// Planes by what of them is the same however they came about.
-std::string NameOf(const Plane& plane) {
-  constexpr double PARTS = 1e4;
-  std::string name;
-  for (const double part : {plane.normal.x, plane.normal.y, plane.normal.z}) {
-    name += std::to_string(RoundToInt(part * PARTS)) + " ";
+// The planes of some faces, each once.
+class Planes {
+ public:
+  void Add(const PickedFace& face) {
+    if (HasShape(face) && !Has(face)) faces_.push_back(&face.Get());
   }
-  return name + std::to_string(RoundToInt(plane.dist));
+  bool Has(const PickedFace& face) const {
+    return HasShape(face) && std::ranges::any_of(faces_, [&](const Face* known) {
+             return AreInOnePlane(face.Get(), *known);
+           });
+  }
+
+ private:
+  std::vector<const Face*> faces_;
+};
+
+// What they have one by one, in common.
+template <typename Key>
+class Keys {
+ public:
+  explicit Keys(Key (*keyOf)(const PickedFace& face)) : keyOf_(keyOf) {}
+
+  void Add(const PickedFace& face) { keys_.insert(keyOf_(face)); }
+  bool Has(const PickedFace& face) const { return keys_.contains(keyOf_(face)); }
+
+ private:
+  Key (*keyOf_)(const PickedFace& face);
+  std::unordered_set<Key> keys_;
+};
+
+// All that are like one that is picked.
+template <typename Known>
+void PickAlike(Map& map, Known known) {
+  for (const PickedFace& face : map.pickedFaces) known.Add(face);
+  std::vector<PickedFace> faces = AllFaces(map);
+  std::erase_if(faces, [&](const PickedFace& face) { return !known.Has(face); });
+  map.pickedFaces.Add(faces);
 }
 
 }  // namespace
+
+std::vector<PickedFace> WithShape(std::span<const PickedFace> faces) {
+  std::vector<PickedFace> shaped;
+  std::ranges::copy_if(faces, std::back_inserter(shaped), HasShape);
+  return shaped;
+}
 
 std::string MissInWords(double texels) {
   return Format("up to %.1f texels off", texels);
@@ -120,39 +138,6 @@ void FitFaces(EditStep& step, std::span<const PickedFace> faces, const FitHow& h
 void JustifyFaces(EditStep& step, std::span<const PickedFace> faces, FaceSide side, bool asOne) {
   LayGroups(step, WithShape(faces), asOne,
             [&](const FaceGroup& group) { return std::optional(Justified(group, side)); });
-}
-
-void WrapFaces(EditStep& step, std::span<const PickedFace> faces) {
-  std::vector<PickedFace> left = WithShape(faces);
-  if (left.empty()) return;
-  Laying laying(step);
-  std::deque<PickedFace> laid{left.front()};
-  left.erase(left.begin());
-  for (; !laid.empty() && !left.empty(); laid.pop_front()) {
-    const PickedFace& from = laid.front();
-    std::erase_if(left, [&](const PickedFace& face) {
-      if (!Touch(from, face)) return false;
-      const std::optional<Settled> settled = WrappedFrom(from.Get(), face.Get());
-      if (!settled) return false;
-      laying.Lay(face, settled);
-      laid.push_back(face);
-      return true;
-    });
-  }
-  if (!left.empty()) {
-    step.Remark(Format(left.size() == 1 ? "%u face shares no edge" : "%u faces share no edge",
-                       static_cast<unsigned>(left.size())));
-  }
-}
-
-void WrapAlong(EditStep& step, std::span<const PickedFace> faces) {
-  Laying laying(step);
-  for (std::size_t i = 1; i < faces.size(); ++i) {
-    const Face& from = faces[i - 1].Get();
-    if (!HasShape(faces[i - 1]) || !HasShape(faces[i])) continue;
-    GiveLook(step, faces[i], from.WrittenName(), std::nullopt);
-    laying.Lay(faces[i], WrappedFrom(from, faces[i].Get()));
-  }
 }
 
 void GiveLook(EditStep& step, const PickedFace& face, std::string_view texture,
@@ -215,16 +200,18 @@ void InvertPickedFaces(Map& map) {
 }
 
 void PickMoreFaces(Map& map, PickMore which) {
-  const auto nameOf = [which](const PickedFace& face) {
-    if (which == PickMore::Brushes) return Format("%p", static_cast<const void*>(face.brush));
-    return which == PickMore::Planes ? NameOf(face.Get().plane)
-                                     : std::string(face.Get().WrittenName());
-  };
-  std::unordered_set<std::string> names;
-  for (const PickedFace& face : map.pickedFaces) names.insert(nameOf(face));
-  std::vector<PickedFace> faces = AllFaces(map);
-  std::erase_if(faces, [&](const PickedFace& face) { return !names.contains(nameOf(face)); });
-  map.pickedFaces.Add(faces);
+  switch (which) {
+    case PickMore::Brushes:
+      return PickAlike(map, Keys<const entity*>([](const PickedFace& face) -> const entity* {
+                         return face.brush;
+                       }));
+    case PickMore::Planes:
+      return PickAlike(map, Planes());
+    case PickMore::Textures:
+      return PickAlike(map, Keys<std::string>([](const PickedFace& face) {
+                         return TextureKey(face.Get().WrittenName());
+                       }));
+  }
 }
 
 }  // namespace ferrowand

@@ -24,15 +24,12 @@ inline constexpr double TOLD_MISS = 0.5;  // texels: one of no more is not told
 // How a face is to be laid; nothing where it is to stay as it is.
 using FaceChange = std::function<std::optional<Settled>(const PickedFace&)>;
 
-// Misses of more than half a texel are told.
+// What cannot be seen cannot be laid.
+std::vector<PickedFace> WithShape(std::span<const PickedFace> faces);
+// One after the other. Misses of more than half a texel are told.
 void ChangeFaces(EditStep& step, std::span<const PickedFace> faces, const FaceChange& change);
 void FitFaces(EditStep& step, std::span<const PickedFace> faces, const FitHow& how, bool asOne);
 void JustifyFaces(EditStep& step, std::span<const PickedFace> faces, FaceSide side, bool asOne);
-// From the first face on, from edge to edge; those that share none with any other stay, and that is
-// told.
-void WrapFaces(EditStep& step, std::span<const PickedFace> faces);
-// Each takes texture and layout of the one before it, which it lies beside.
-void WrapAlong(EditStep& step, std::span<const PickedFace> faces);
 // The texture of that name, and how it is to lie; without that it stays as it lies.
 void GiveLook(EditStep& step, const PickedFace& face, std::string_view texture,
               const std::optional<TexturePlacement>& placement);

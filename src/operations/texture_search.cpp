@@ -49,13 +49,19 @@ class FaceTest {
 template <typename Test>
 void Collect(entity& e, bool isReached, Test& test, FoundFaces& found) {
   isReached = isReached && IsOpen(e);
-  for (int i = 0; i < e.brush.getNumFaces(); ++i) {
-    if (!test(std::as_const(e.brush).face(i))) continue;
-    if (isReached) {
-      found.faces.push_back({&e, i});
-    } else {
-      ++found.unreached;
-    }
+  FoundFaces own;
+  const Brush& brush = e.brush;
+  for (int i = 0; i < brush.getNumFaces(); ++i) {
+    if (test(brush.face(i))) own.faces.push_back({&e, i});
+  }
+  for (std::size_t i = 0; i < brush.FarFaces().size(); ++i) {
+    if (test(brush.FarFaces()[i])) own.beyond.push_back({&e, i});
+  }
+  if (isReached) {
+    std::ranges::copy(own.faces, std::back_inserter(found.faces));
+    std::ranges::copy(own.beyond, std::back_inserter(found.beyond));
+  } else {
+    found.unreached += own.size();
   }
   for (const EntityPtr& child : e.getEntityList()) Collect(*child, isReached, test, found);
 }
@@ -123,30 +129,67 @@ void SetTextureKeepingLook(const Map& map, Face& face, const std::string& name) 
   }
 }
 
+Face& Get(const FarFace& at) {
+  return at.brush->brush.FarFaces()[at.face];
+}
+
 // What each name becomes. Nothing where one of them could not be.
 std::optional<std::unordered_map<std::string, std::string>> NewNames(const FoundFaces& found,
                                                                      const TextureQuery& query,
                                                                      const std::string& by) {
   std::unordered_map<std::string, std::string> names;
-  for (const PickedFace& at : found.faces) {
-    const std::string_view old = std::as_const(at.brush->brush).face(at.face).WrittenName();
-    const auto [known, isNew] = names.try_emplace(std::string(old));
-    if (!isNew) continue;
-    const auto made = NewName(query.name, by, old);
-    if (!made || !IsTextureName(*made)) return std::nullopt;
-    known->second = *made;
-  }
-  return names;
+  const auto add = [&](const Face& face) {
+    const auto [known, isNew] = names.try_emplace(std::string(face.WrittenName()));
+    if (!isNew) return true;
+    const auto made = NewName(query.name, by, face.WrittenName());
+    if (made) known->second = *made;
+    return made && IsTextureName(*made);
+  };
+  const bool worked =
+      std::ranges::all_of(found.faces, [&](const PickedFace& at) { return add(at.Get()); }) &&
+      std::ranges::all_of(found.beyond, [&](const FarFace& at) { return add(Get(at)); });
+  return worked ? std::optional(std::move(names)) : std::nullopt;
 }
+
+// Gives faces their new names, and counts.
+class Replacing {
+ public:
+  Replacing(EditStep& step, const std::unordered_map<std::string, std::string>& names,
+            bool keepsLook, ReplaceCount& count)
+      : step_(step), names_(names), keepsLook_(keepsLook), count_(count) {}
+
+  // Whether the face has another one now.
+  bool Give(entity& brush, Face& face) {
+    const std::string& name = names_.at(std::string(face.WrittenName()));
+    if (face.WrittenName() == name) return false;
+    step_.ChangeKeys(brush);
+    if (keepsLook_) {
+      SetTextureKeepingLook(step_.map(), face, name);
+    } else {
+      SetTexture(step_.map(), face, name);
+    }
+    const bool isTold = std::ranges::find(count_.missing, name) != count_.missing.end();
+    if (!HasTexture(face) && !isTold) count_.missing.push_back(name);
+    return true;
+  }
+
+ private:
+  EditStep& step_;
+  const std::unordered_map<std::string, std::string>& names_;
+  const bool keepsLook_;
+  ReplaceCount& count_;
+};
 
 }  // namespace
 
 std::vector<entity*> FoundFaces::Brushes() const {
   std::vector<entity*> brushes;
   std::unordered_set<const entity*> known;
-  for (const PickedFace& at : faces) {
-    if (known.insert(at.brush).second) brushes.push_back(at.brush);
-  }
+  const auto add = [&](entity* brush) {
+    if (known.insert(brush).second) brushes.push_back(brush);
+  };
+  for (const PickedFace& at : faces) add(at.brush);
+  for (const FarFace& at : beyond) add(at.brush);
   return brushes;
 }
 
@@ -188,32 +231,20 @@ void SelectFound(Map& map, const FoundFaces& found, FoundAs as) {
 EditResult ReplaceTextures(Map& map, const FoundFaces& found, const TextureQuery& query,
                            const TextureReplacement& by, FoundAs as, ReplaceCount& count) {
   count = {};
-  if (found.faces.empty()) return EditResult::NothingSelected;
+  if (found.empty()) return EditResult::NothingSelected;
   const auto names = NewNames(found, query, by.name);
   if (!names) return EditResult::NotATextureName;
+  EditStep step(map);
+  Replacing replacing(step, *names, by.keepsLook, count);
   FoundFaces changed;
-  {
-    EditStep step(map);
-    for (const PickedFace& at : found.faces) {
-      Face& face = at.brush->brush.face(at.face);
-      const std::string& name = names->at(std::string(face.WrittenName()));
-      if (face.WrittenName() == name) continue;
-      step.ChangeKeys(*at.brush);
-      if (by.keepsLook) {
-        SetTextureKeepingLook(map, face, name);
-      } else {
-        SetTexture(map, face, name);
-      }
-      const bool isKnown =
-          HasTexture(face) || std::ranges::find(count.missing, name) != count.missing.end();
-      if (!isKnown) count.missing.push_back(name);
-      changed.faces.push_back(at);
-    }
-    const std::vector<entity*> brushes = changed.Brushes();
-    count.faces = changed.faces.size();
-    count.brushes = brushes.size();
-    if (!brushes.empty()) SelectFound(map, changed, as);
-  }
+  std::ranges::copy_if(found.faces, std::back_inserter(changed.faces),
+                       [&](const PickedFace& at) { return replacing.Give(*at.brush, at.Get()); });
+  std::ranges::copy_if(found.beyond, std::back_inserter(changed.beyond),
+                       [&](const FarFace& at) { return replacing.Give(*at.brush, Get(at)); });
+  const std::vector<entity*> brushes = changed.Brushes();
+  count.faces = changed.size();
+  count.brushes = brushes.size();
+  if (!brushes.empty()) SelectFound(map, changed, as);
   return EditResult::Done;
 }
 

@@ -16,10 +16,19 @@ class entity;
 // All; the current layer; the picked faces, if there are some, or else the selected objects.
 enum class TextureScope { Map, Layer, Selection };
 
-struct FoundFaces {
-  std::vector<PickedFace> faces;  // that can be reached
-  std::size_t unreached = 0;      // hidden or disabled
+// Beyond the world: it has no shape, and cannot be picked.
+struct FarFace {
+  entity* brush = nullptr;
+  std::size_t face = 0;  // of the brush's far ones
+};
 
+struct FoundFaces {
+  std::vector<PickedFace> faces{};  // that can be reached
+  std::vector<FarFace> beyond{};    // likewise
+  std::size_t unreached = 0;        // hidden or disabled
+
+  bool empty() const { return faces.empty() && beyond.empty(); }
+  std::size_t size() const { return faces.size() + beyond.size(); }
   std::vector<entity*> Brushes() const;  // each once
 };
 

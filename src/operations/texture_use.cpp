@@ -18,8 +18,9 @@ class Counter {
   explicit Counter(std::unordered_map<std::string, TextureUse>& byName) : byName_(byName) {}
 
   void Count(const entity& e) {
-    if (!e.brush.Faces().empty()) ++brush_;
+    if (e.brush.HasText()) ++brush_;
     for (const Face& face : e.brush.Faces()) Count(face);
+    for (const Face& face : e.brush.FarFaces()) Count(face);
     for (const EntityPtr& child : e.getEntityList()) Count(*child);
   }
 

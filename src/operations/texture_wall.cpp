@@ -191,20 +191,21 @@ std::string TitleOf(const Map& map, const WadFile& wad) {
   return wad.FileName();
 }
 
-void AddGroup(TextureWall& wall, std::vector<WallItem> items, std::string title) {
+void AddGroup(TextureWall& wall, std::vector<WallItem> items, std::string title,
+              WadFile* wad = nullptr) {
   if (items.empty()) return;
   const std::size_t begin = wall.items.size();
   std::ranges::move(items, std::back_inserter(wall.items));
-  wall.groups.push_back({std::move(title), begin, wall.items.size()});
+  wall.groups.push_back({std::move(title), begin, wall.items.size(), wad});
 }
 
 void AddGroupsOfWads(TextureWall& wall, std::vector<WallItem> items, const Map& map) {
   for (auto first = items.begin(); first != items.end();) {
-    const WadFile& wad = *first->texture->wad;
+    WadFile& wad = *first->texture->wad;
     const auto last = std::find_if(first, items.end(),
                                    [&](const WallItem& item) { return item.texture->wad != &wad; });
     AddGroup(wall, {std::make_move_iterator(first), std::make_move_iterator(last)},
-             TitleOf(map, wad));
+             TitleOf(map, wad), &wad);
     first = last;
   }
 }

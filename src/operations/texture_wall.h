@@ -12,6 +12,7 @@ namespace ferrowand {
 
 class Map;
 class TextureUses;
+class WadFile;
 struct Texture;
 
 enum class WallShows : std::uint8_t { Full, Recent, Used, Favourites, Cached };
@@ -32,6 +33,7 @@ struct WallItem {
 struct WallGroup {
   std::string title;
   std::size_t begin = 0, end = 0;
+  WadFile* wad = nullptr;  // that it is of; null where it is not of one
 
   friend bool operator==(const WallGroup&, const WallGroup&) = default;
 };

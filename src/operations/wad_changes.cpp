@@ -1,6 +1,7 @@
 #include "operations/wad_changes.h"
 
 #include <algorithm>
+#include <unordered_map>
 #include <utility>
 
 #include "base/path_text.h"
@@ -19,25 +20,27 @@ void BindAnew(MapSpan maps) {
   for (const auto& map : maps) map->BindTexturesAnew();
 }
 
-bool Shows(const entity& e, const Texture& texture) {
-  return std::ranges::any_of(e.brush.Faces(),
-                             [&](const Face& face) { return face.texture == &texture; });
-}
+using NewNames = std::unordered_map<const Texture*, std::string>;
 
-void RenameOnFaces(Map& map, const Texture& texture, std::string_view newName) {
+void RenameOnFaces(Map& map, const NewNames& names) {
+  const auto shows = [&names](const Face& face) { return names.contains(face.texture); };
   std::vector<entity*> users;
   ForEachEntity(map, [&](const entity& e) {
-    if (Shows(e, texture)) users.push_back(const_cast<entity*>(&e));
+    const bool isUser = std::ranges::any_of(e.brush.Faces(), shows) ||
+                        std::ranges::any_of(e.brush.FarFaces(), shows);
+    if (isUser) users.push_back(const_cast<entity*>(&e));
   });
   if (users.empty()) return;
   const ActionScope action(map.Data(), "Rename texture");
   EditStep step(map);
+  const auto rename = [&names](Face& face) {
+    const auto known = names.find(face.texture);
+    if (known != names.end()) face.SetName(known->second);
+  };
   for (entity* e : users) {
     step.ChangeKeys(*e);
-    for (int i = 0; i < e->brush.getNumFaces(); ++i) {
-      Face& face = e->brush.face(i);
-      if (face.texture == &texture) face.SetName(newName);
-    }
+    for (int i = 0; i < e->brush.getNumFaces(); ++i) rename(e->brush.face(i));
+    std::ranges::for_each(e->brush.FarFaces(), rename);
   }
 }
 
@@ -73,30 +76,41 @@ std::unique_ptr<Texture> CopyOf(Texture& texture) {
   return copy;
 }
 
+// Bound anew whatever the edit has come to: before it the file may have been read again.
+
 bool AddToWad(MapSpan maps, WadFile& wad, std::unique_ptr<Texture> texture) {
-  if (!wad.AddTexture(std::move(texture))) return false;
-  BindAnew(maps);
-  return true;
+  std::vector<std::unique_ptr<Texture>> one;
+  one.push_back(std::move(texture));
+  return AddToWad(maps, wad, std::move(one));
 }
 
 bool AddToWad(MapSpan maps, WadFile& wad, std::vector<std::unique_ptr<Texture>> textures) {
-  if (!wad.AddTextures(std::move(textures))) return false;
+  const bool worked = wad.AddTextures(std::move(textures));
   BindAnew(maps);
-  return true;
+  return worked;
 }
 
-bool RemoveFromWad(MapSpan maps, Texture& texture) {
-  if (!texture.wad->RemoveTexture(texture)) return false;
+bool RemoveFromWad(MapSpan maps, WadFile& wad, std::span<Texture* const> textures) {
+  const bool worked = wad.RemoveTextures(textures);
   BindAnew(maps);
-  return true;
+  return worked;
 }
 
-bool RenameInWad(MapSpan maps, Texture& texture, std::string_view newName) {
-  const std::string name(newName);
-  if (!texture.wad->RenameTexture(texture, name)) return false;
-  for (const auto& map : maps) RenameOnFaces(*map, texture, name);
+bool RewriteInWad(MapSpan maps, Texture& texture, std::span<const std::uint8_t> pixels) {
+  const bool worked = texture.wad->RewriteTexture(texture, pixels);
   BindAnew(maps);
-  return true;
+  return worked;
+}
+
+bool RenameInWad(MapSpan maps, WadFile& wad, std::span<const TextureRename> renames) {
+  const bool worked = wad.RenameTextures(renames);
+  NewNames names;
+  for (const auto& [texture, name] : renames) names[texture] = name;
+  if (worked) {
+    for (const auto& map : maps) RenameOnFaces(*map, names);
+  }
+  BindAnew(maps);
+  return worked;
 }
 
 }  // namespace ferrowand

@@ -2,6 +2,7 @@
 // itself nothing is taken back.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <span>
 #include <string>
@@ -19,7 +20,7 @@ using MapSpan = std::span<const std::unique_ptr<Map>>;
 // Those that the game shows in turn with that one: "+0" to "+9" and "+a" to "+j" before one name.
 // Only the texture itself where it is none of these.
 std::vector<Texture*> FramesOf(Texture& texture);
-// The name of that frame, if one frame of its animation comes to be called `newName`.
+// The name of that frame, if all frames of its animation come to be called as `newName` is.
 std::string NameOfFrame(std::string_view frame, std::string_view newName);
 
 // Whether another texture of the WAD has the name.
@@ -32,8 +33,11 @@ std::unique_ptr<Texture> CopyOf(Texture& texture);
 // faces that missed the texture have it, and no face holds one that is no more.
 bool AddToWad(MapSpan maps, WadFile& wad, std::unique_ptr<Texture> texture);
 bool AddToWad(MapSpan maps, WadFile& wad, std::vector<std::unique_ptr<Texture>> textures);
-bool RemoveFromWad(MapSpan maps, Texture& texture);
-// Also on the faces of all maps that show it, one step in each.
-bool RenameInWad(MapSpan maps, Texture& texture, std::string_view newName);
+bool RemoveFromWad(MapSpan maps, WadFile& wad, std::span<Texture* const> textures);
+// Other pixels of the same size.
+bool RewriteInWad(MapSpan maps, Texture& texture, std::span<const std::uint8_t> pixels);
+
+// Also on the faces of all maps that show them, one step in each.
+bool RenameInWad(MapSpan maps, WadFile& wad, std::span<const TextureRename> renames);
 
 }  // namespace ferrowand

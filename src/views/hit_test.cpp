@@ -199,6 +199,25 @@ double DistanceToOutline(std::span<const Pixel> polygon, Pixel point) {
   return least;
 }
 
+bool MeetsOutline(const PixelRect& closed, std::span<const Pixel> polygon) {
+  const std::array<Pixel, 4> corners{Pixel{closed.left, closed.top},
+                                     {closed.right, closed.top},
+                                     {closed.right, closed.bottom},
+                                     {closed.left, closed.bottom}};
+  // Beside each other along an axis, or with all corners to one side of the edge, they do not meet.
+  const auto meets = [&](Pixel a, Pixel b) {
+    if (std::max(a.x, b.x) < closed.left || std::min(a.x, b.x) > closed.right) return false;
+    if (std::max(a.y, b.y) < closed.top || std::min(a.y, b.y) > closed.bottom) return false;
+    const auto side = [&](Pixel corner) { return Orientation(a, b, corner); };
+    return std::ranges::any_of(corners, [&](Pixel p) { return side(p) >= 0; }) &&
+           std::ranges::any_of(corners, [&](Pixel p) { return side(p) <= 0; });
+  };
+  for (std::size_t i = 0; i < polygon.size(); ++i) {
+    if (meets(polygon[i], polygon[(i + 1) % polygon.size()])) return true;
+  }
+  return false;
+}
+
 bool IsInside(Pixel point, std::span<const Pixel> polygon) {
   if (polygon.empty()) return false;
   bool odd = false;

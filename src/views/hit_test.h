@@ -34,6 +34,8 @@ bool IsInside(Pixel point, std::span<const Pixel> polygon);
 
 // In pixels, from the point to the nearest edge of a polygon.
 double DistanceToOutline(std::span<const Pixel> polygon, Pixel point);
+// Whether an edge of the polygon has a pixel in the rectangle, whose right and bottom are inside.
+bool MeetsOutline(const PixelRect& closed, std::span<const Pixel> polygon);
 // From the map towards the eye: right-handed with the axes across and up.
 DVec3 TowardsEye(const ViewTransform& transform);
 

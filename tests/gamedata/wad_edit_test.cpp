@@ -101,8 +101,10 @@ TEST_F(WadEditTest, RemovingClosesTheGapForTheOthers) {
     EXPECT_EQ(wad->Pixels(*wad->Textures()[1])[0], wad->Textures()[1]->Name()[0]);
   }
   Open(WadBytes({a, b, sound, c}));
-  for (const char* victim : {"b", "a"}) wad->RemoveTexture(*wad->FindTexture(victim));
-  EXPECT_EQ(File(), WadBytes({sound, c})) << "the second by what the first left";
+  Texture* const both[] = {wad->FindTexture("a"), wad->FindTexture("c")};
+  ASSERT_TRUE(wad->RemoveTextures(both));
+  EXPECT_EQ(File(), WadBytes({b, sound})) << "the second by what the first left";
+  ExpectContents("b:b ");
   EXPECT_FALSE(wad->RemoveTexture(*wad->BadTexture()));
   Open(WadBytes({{"wall", 8, 8, "a"}, {"WALL", 8, 8, "b"}}));
   ASSERT_TRUE(wad->RemoveTexture(*wad->FindTexture("wall")));
@@ -192,7 +194,11 @@ TEST_F(WadEditTest, WhatIsChangedOutsideIsTheSameObjectOrNoMore) {
   Contents();
   const std::string changed = WadBytes({{"B", 16, 8, "x"}});
   dir.Write("test.wad", changed);
+  const std::string gone =
+      dir.Path("test.wad") + " has been changed by another program and has no a any more";
   EXPECT_FALSE(wad->RenameTexture(a, "new")) << "it has no place in the file";
+  EXPECT_FALSE(wad->RemoveTexture(a));
+  for (const auto& said : std::exchange(recorder.messages, {})) EXPECT_EQ(said.text, gone);
   EXPECT_EQ(File(), changed);
   EXPECT_EQ(wad->FindTexture("b"), &b);
   EXPECT_EQ(b.width, 16);
@@ -262,6 +268,7 @@ TEST_F(WadEditTest, ALumpWithoutItsSmallerLevelsIsNotWrittenPastItsEnd) {
   for (const auto& texture : wad->Textures()) {
     EXPECT_FALSE(wad->RewriteTexture(*texture, pixels));
   }
+  EXPECT_EQ(std::exchange(recorder.messages, {}).size(), 2u) << "which is told";
   EXPECT_EQ(File(), bytes);
   ASSERT_TRUE(wad->RemoveTexture(*wad->FindTexture("b")));
   ExpectContents("a:a ");

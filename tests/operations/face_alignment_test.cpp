@@ -12,6 +12,7 @@
 #include "document/live_step.h"
 #include "operations/edit_fixture.h"
 #include "operations/face_editing.h"
+#include "operations/face_wrapping.h"
 #include "operations/primitives.h"
 #include "operations/texture_lock.h"
 #include "operations/transform_selection.h"
@@ -124,6 +125,21 @@ class FaceAlignmentTest : public EditTest {
     std::size_t at = 0;
     for (int i = 0; i <= face; ++i) at = text.find("\t\t(", at + 1);
     return SavedFace(text.substr(at, text.find('\n', at) - at));
+  }
+  // Texels, by which the textures of two faces that share an edge miss each other at its ends.
+  double Seam(int face, int other) {
+    double worst = 0;
+    int shared = 0;
+    for (const DVec3& corner : Corners(FaceAt(face))) {
+      for (const DVec3& same : Corners(FaceAt(other))) {
+        if (!(corner == same)) continue;
+        ++shared;
+        const auto a = Saved(face).Texel(corner), b = Saved(other).Texel(corner);
+        worst = std::max({worst, Apart(a[0], b[0]), Apart(a[1], b[1])});
+      }
+    }
+    EXPECT_EQ(shared, 2);
+    return worst;
   }
   Face& FaceAt(int face) { return Brush0().face(face); }
 };
@@ -261,16 +277,7 @@ TEST_F(FaceAlignmentTest, ATextureGoesOnRoundAColumn) {
     Do([&](EditStep& step) { WrapAlong(step, sides); });
     double worst = 0, size = 0;
     for (int side = 0; side + 1 < 8; ++side) {
-      int shared = 0;
-      for (const DVec3& corner : Corners(FaceAt(side))) {
-        for (const DVec3& other : Corners(FaceAt(side + 1))) {
-          if (!(corner == other)) continue;
-          ++shared;
-          const auto a = Saved(side).Texel(corner), b = Saved(side + 1).Texel(corner);
-          worst = std::max({worst, Apart(a[0], b[0]), Apart(a[1], b[1])});
-        }
-      }
-      EXPECT_EQ(shared, 2);
+      worst = std::max(worst, Seam(side, side + 1));
       // Along the foot of each side: about 54 or 52.3 units, at 0.75 a texel.
       const std::vector<DVec3> corners = Corners(FaceAt(side + 1));
       for (std::size_t c = 0; c < corners.size(); ++c) {
@@ -295,6 +302,40 @@ TEST_F(FaceAlignmentTest, ATextureGoesOnRoundAColumn) {
   ASSERT_TRUE(over);
   EXPECT_EQ(over->placement, PlacementOf(FaceAt(5)));
   EXPECT_FALSE(WrappedFrom(FaceAt(5), Get("c").brush.face(0)));
+}
+
+// Whatever is picked first: the sides follow each other, and each cap lies on one of them.
+TEST_F(FaceAlignmentTest, CapsDoNotTurnWhatGoesRoundAColumn) {
+  for (const auto& [ring, slant, height] : Cases<std::vector<std::array<int, 2>>, int, int>{
+           {{{64, -64}, {64, 64}, {-64, 0}}, 0, 16},
+           {{{64, -64}, {64, 64}, {-64, 64}, {-64, -64}}, 0, 256},
+           {{{64, -64}, {64, 64}, {-64, 64}, {-64, -64}}, 11, 256},
+           {{{64, -27},
+             {64, 27},
+             {27, 64},
+             {-27, 64},
+             {-64, 27},
+             {-64, -27},
+             {-27, -64},
+             {27, -64}},
+            11,
+            128}}) {
+    SCOPED_TRACE(Format("%u sides, slant %i", unsigned(ring.size()), slant));
+    OpenColumn(ring, slant, height);
+    const int sides = static_cast<int>(ring.size());
+    std::vector<PickedFace> faces = All();
+    std::ranges::rotate(faces, faces.end() - 2);
+    const TexturePlacement first = PlacementOf(FaceAt(0));
+    Do([&](EditStep& step) { WrapFaces(step, faces); });
+    EXPECT_EQ(PlacementOf(FaceAt(0)), first) << "it begins there";
+    int seams = 0, onCaps = 0;
+    for (int side = 0; side < sides; ++side) {
+      seams += Seam(side, (side + 1) % sides) > 0.51;
+      for (const int cap : {sides, sides + 1}) onCaps += Seam(side, cap) < 0.51;
+    }
+    EXPECT_LE(seams, 1);
+    EXPECT_GE(onCaps, 2);
+  }
 }
 
 TEST_F(FaceAlignmentTest, AnEdgeCarriesTheTextureThenTheNext) {

@@ -81,14 +81,18 @@ TEST_F(TextureSearchTest, WholeNamesPatternsAndScopesFindFaces) {
 }
 
 TEST_F(TextureSearchTest, WildcardsGoOverIntoTheNewNameAndAllIsOneStep) {
+  Open(Textured("a", 0, "met1_1") + Textured("b", 128, "met1_2") +
+       Textured("beyond", 40000, "met1_1"));
+  map->UseWads({wad});
   const std::string before = Text();
   EXPECT_EQ(Replace({.name = "met1_*"}, {.name = "x*y"}), EditResult::Done);
   EXPECT_EQ(NamesOn("a"), std::set<std::string>{"x1y"});
   EXPECT_EQ(NamesOn("b"), std::set<std::string>{"x2y"});
-  EXPECT_EQ(count.faces, 12u);
-  EXPECT_EQ(count.brushes, 2u);
+  EXPECT_EQ(Get("beyond").brush.FarFaces()[5].Name(), "x1y");
+  EXPECT_EQ(count.faces, 18u);
+  EXPECT_EQ(count.brushes, 3u);
   EXPECT_EQ(count.missing, (std::vector<std::string>{"x1y", "x2y"}));
-  EXPECT_EQ(map->selection, (std::vector<entity*>{&Get("a"), &Get("b")}));
+  EXPECT_EQ(map->selection, (std::vector<entity*>{&Get("a"), &Get("b"), &Get("beyond")}));
   ExpectOneStep(before);
   map->undo.Undo();
   const auto state = map->undo.State();

@@ -16,10 +16,9 @@ class WadChangesTest : public EditTest {
                                             {"+afire", 8, 8, "a"},
                                             {"+0fir", 8, 8, "x"}}));
     for (int i = 0; i < 2; ++i) {
-      Open(Box("a", 0, 0, 0), Box("far", 512, 0, 0));
+      Open(Box("a", 0, 0, 0) + Box("beyond", 40000, 0, 0), Box("far", 512, 0, 0));
       map->UseWads({path});
-      Pick({"a"});
-      ApplyTexture(*map, "wall");
+      PaintFace(*map, Get("a"), 1, "+0fir");
       maps.push_back(std::move(map));
     }
   }
@@ -40,11 +39,14 @@ class WadChangesTest : public EditTest {
 TEST_F(WadChangesTest, ANewNameGoesToTheFacesOfAllMapsAsOneStepInEach) {
   Texture& wall = Of("wall");
   const std::string before = ExtendedText(*maps[1]);
-  ASSERT_TRUE(RenameInWad(maps, wall, "brick"));
+  const TextureRename renames[] = {{&wall, "brick"}, {&Of("+0fir"), "plain"}};
+  ASSERT_TRUE(RenameInWad(maps, Wad(), renames));
   for (const auto& each : maps) {
     EXPECT_EQ(FaceOf(*each).WrittenName(), "brick");
     EXPECT_EQ(FaceOf(*each).texture, &wall);
-    EXPECT_EQ(ExtendedText(*each).find("wall "), std::string::npos) << "hidden ones too";
+    EXPECT_EQ(ExtendedText(*each).find("wall "), std::string::npos)
+        << "hidden ones too, and those beyond the world";
+    EXPECT_EQ(each->undo.StepCount(), 2u);
   }
   maps[1]->undo.Undo();
   EXPECT_EQ(ExtendedText(*maps[1]), before);
@@ -54,7 +56,8 @@ TEST_F(WadChangesTest, ANewNameGoesToTheFacesOfAllMapsAsOneStepInEach) {
 }
 
 TEST_F(WadChangesTest, WhatGoesIsHeldByNoFaceAndWhatComesIsFoundByThoseThatMissedIt) {
-  ASSERT_TRUE(RemoveFromWad(maps, Of("wall")));
+  Texture* const wall[] = {&Of("wall")};
+  ASSERT_TRUE(RemoveFromWad(maps, Wad(), wall));
   for (const auto& each : maps) EXPECT_EQ(FaceOf(*each).texture, Wad().BadTexture());
   maps[0]->undo.Undo();
   maps[0]->undo.Redo();

@@ -2,6 +2,9 @@
 // window, undo included.
 #include "shell/windows/face_window.h"
 
+#include <set>
+
+#include "base/text_parts.h"
 #include "shell/app_fixture.h"
 #include "shell/dialog_visitor.h"
 #include "shell/resources/resource.h"
@@ -76,6 +79,16 @@ class FaceWindowTest : public AppTest {
 TEST_F(FaceWindowTest, WhatIsTypedIsSeenAtOnceAndIsOneStep) {
   Open();
   ExpectTidy(window->Handle());
+  std::set<std::string> letters;
+  for (const HWND control : ShownChildren(window->Handle())) {
+    const std::string text = TextOf(control);
+    const std::size_t sign = text.find('&');
+    if (sign != text.npos) {
+      EXPECT_TRUE(letters.insert(LowerCase(text.substr(sign + 1, 1))).second) << text;
+    } else {
+      EXPECT_TRUE(ClassOf(control) != "Button" || text == "Close") << text;
+    }
+  }
   EXPECT_TRUE(IsTicked(Command::FaceEdit));
   EXPECT_FALSE(IsWindowEnabled(Control(ID_FACES_WRAP))) << "nothing is picked yet";
   ClickCamera();
@@ -176,9 +189,11 @@ TEST_F(FaceWindowTest, ThePictureIsDraggedAndTheModeEnds) {
   send(WM_LBUTTONUP, 30);
   UndoAll(1);
   {
+    const PickedFace clicked = map->pickedFaces.Faces().front();
+    map->pickedFaces.Clear();
     const HeldKey alt(VK_MENU);
     ClickCamera();
-    EXPECT_NE(Picked().Name(), "wall") << "painted with the current texture";
+    EXPECT_NE(std::as_const(clicked.Get()).Name(), "wall") << "painted with the current texture";
     PostMessageA(camera->Handle(), WM_SYSKEYUP, VK_MENU, 0);
     app->Pump();
     GUITHREADINFO info{};
@@ -187,6 +202,7 @@ TEST_F(FaceWindowTest, ThePictureIsDraggedAndTheModeEnds) {
     EXPECT_EQ(info.flags & GUI_INMENUMODE, 0u);
   }
   UndoAll(1);
+  ClickCamera();
   Give(Command::Properties);
   EXPECT_EQ(GetFocus(), Control(ID_FACES_FIELD));
   Give(Command::FaceEdit);

@@ -200,6 +200,56 @@ TEST_F(TextureWindowsTest, WhatIsDroppedOnTheCameraPaintsTheFaceThere) {
   EXPECT_EQ(ExtendedText(*map), before);
 }
 
+TEST_F(TextureWindowsTest, WhatIsDraggedOntoAWadIsCopiedThere) {
+  const std::string path = dir.Write("other.wad", WadBytes({{"own", 8, 8, "o"}}));
+  Open("some.wad;other.wad");
+  const TextureBrowser& browser = Browse();
+  Give(Command::WadManager);
+  app->Pump();
+  const HWND window = SideWindowTitled("WADs"), list = GetDlgItem(window, ID_WADS_LIST);
+  const HCURSOR yes = LoadCursorA(nullptr, IDC_HAND), no = LoadCursorA(nullptr, IDC_NO);
+  const auto dropAt = [&](POINT screen) {
+    ScreenToClient(wall, &screen);
+    const LPARAM at = MAKELPARAM(screen.x, screen.y);
+    SendMessageA(wall, WM_MOUSEMOVE, MK_LBUTTON, at);
+    const HCURSOR cursor = GetCursor();
+    SendMessageA(wall, WM_LBUTTONUP, 0, at);
+    app->Pump();
+    return cursor;
+  };
+  const auto drag = [&](const char* name, int row) {
+    SendMessageA(wall, WM_LBUTTONDOWN, MK_LBUTTON, PlaceOf(browser, name));
+    // Where no window manager keeps it above its owner.
+    SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    RECT place{};
+    ListView_GetItemRect(list, row, &place, LVIR_BOUNDS);
+    POINT to{place.left + 4, (place.top + place.bottom) / 2};
+    ClientToScreen(list, &to);
+    return dropAt(to);
+  };
+  WadFile& other = *map->wads.Items()[1].wad;
+  EXPECT_EQ(drag("door", 0), no) << "its own";
+  EXPECT_EQ(drag("door", 1), yes);
+  EXPECT_EQ(other.FindTexture("door")->height, 128);
+  EXPECT_EQ(Cell(list, 1, 1), "2");
+  drag("door", 1);
+  EXPECT_EQ(sink.OnlyText(), "other.wad has a texture called door already");
+  SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY);
+  EXPECT_EQ(drag("tex000", 1), no) << "it may not be written";
+  SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+  SendMessageA(window, WM_COMMAND, IDCANCEL, 0);
+
+  SendDlgItemMessageA(browser.Handle(), ID_TEXTURES_ORDER, CB_SETCURSEL, 3, 0);
+  SendMessageA(browser.Handle(), WM_COMMAND, MAKEWPARAM(ID_TEXTURES_ORDER, CBN_SELCHANGE), 0);
+  SendMessageA(wall, WM_LBUTTONDOWN, MK_LBUTTON, PlaceOf(browser, "tex000"));
+  SendMessageA(wall, WM_VSCROLL, SB_BOTTOM, 0);
+  const PixelRect& heading = browser.List().Layout().Heading(1);
+  POINT to{heading.left + 20, heading.top + 4 - browser.List().Top()};
+  ClientToScreen(wall, &to);
+  EXPECT_EQ(dropAt(to), yes) << "the heading of the WAD";
+  EXPECT_EQ(other.Textures().size(), 3u);
+}
+
 // What has been drawn and moved along must be what would be drawn anew.
 TEST_F(TextureWindowsTest, AScrolledWallIsTheWallAtThatPlace) {
   Open();

@@ -36,6 +36,10 @@ TEST(PictureFile, ReadsWhatTheSystemKnowsAndSaysWhatItIsNot) {
   std::string huge = whole;
   huge.replace(16, 8, std::string("\0\0\x27\x10\0\0\x27\x10", 8));
   EXPECT_FALSE(ReadPictureFile(dir.Write("huge.png", huge), why));
+  std::string tga(18, '\0');
+  tga.replace(12, 4, std::string("\x10\x27\x10\x27", 4));
+  EXPECT_FALSE(ReadPictureFile(dir.Write("huge.tga", tga), why));
+  EXPECT_EQ(why, NoSizeText(dir.Path("huge.tga")));
 }
 
 class WadEditingTest : public AppTest {
@@ -96,6 +100,8 @@ TEST_F(WadEditingTest, PicturesGoInAndOutAndTexturesFromWadToWad) {
   EXPECT_EQ(colourOf("wall"), colourOf("+0a"));
   Do(WadEdit::Copy, "*odd", {}, {{"two.wad"}});
   EXPECT_EQ(Wad(1).FindTexture("*odd")->width, 24);
+  Do(WadEdit::Copy, "+1a", {}, {{"two.wad"}});
+  EXPECT_EQ(Wad(1).Pixels(*Wad(1).FindTexture("+0a"))[0], '0') << "with its animation";
 }
 
 TEST_F(WadEditingTest, FramesAreRenamedAndRemovedTogetherIfTheUserWants) {
@@ -103,6 +109,9 @@ TEST_F(WadEditingTest, FramesAreRenamedAndRemovedTogetherIfTheUserWants) {
   sink.answers = {Answer::Yes};
   Do(WadEdit::Rename, "+1a", {}, {{"two words"}, {"+0b"}});
   EXPECT_EQ(std::string(Wad(0).Textures()[3]->Name()), "+1b");
+  sink.answers = {Answer::No};
+  Do(WadEdit::Rename, "+1b", {}, {{"+5b"}});
+  EXPECT_EQ(std::string(Wad(0).Textures()[3]->Name()), "+5b") << "alone it may be another frame";
   sink.answers = {Answer::Cancel};
   Do(WadEdit::Remove, "+0b");
   EXPECT_EQ(Wad(0).Textures().size(), 4u);

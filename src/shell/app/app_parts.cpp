@@ -25,7 +25,7 @@ AppParts::AppParts(HINSTANCE instance, const Seams& seams)
             {reporter, seams.dialogs, popups, commands},
             {options, reporter, seams.dialogs, popups, tools, joystick, direct3d}, seams.dialogs,
             {options, reporter, seams.dialogs, popups, commands},
-            {options, seams.dialogs, popups, commands, choice, wadEditing}),
+            {options, seams.dialogs, popups, commands, choice, wadEditing, sides}),
       documents(data, options, seams.dialogs, maker, seams.dataFolder),
       wadEditing(data, seams.dialogs, documents),
       accelerators(instance, commands, frame),

@@ -25,12 +25,20 @@ Window* WindowOf(SideWindows& sides, const Make& make) {
   return static_cast<Window*>(sides.Add(make()));
 }
 
+// At the texture of the first picked face.
 void ShowBrowser(const TextureContext& in, unsigned) {
-  in.maker.ShowTextures(*in.windows.ActiveMap());
+  Map& map = *in.windows.ActiveMap();
+  if (map.pickedFaces.empty()) return in.maker.ShowTextures(map);
+  in.maker.ShowInBrowser(map, map.pickedFaces.Faces().front().Get().WrittenName());
 }
 
+// In face edit never to whole brushes.
 void Apply(const TextureContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
+  if (map.pickedFaces.empty() && in.commands.IsChecked(Id(Command::FaceEdit))) {
+    Conclude(map, EditResult::NothingSelected);
+    return;
+  }
   const std::string name = in.choice.For(map);
   if (Conclude(map, ApplyTexture(map, name))) in.choice.NoteUse(name);
 }

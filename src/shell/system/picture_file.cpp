@@ -9,6 +9,7 @@
 #include "base/path_text.h"
 #include "base/report.h"
 #include "base/safe_file.h"
+#include "gamedata/little_endian.h"
 #include "shell/system/com.h"
 #include "shell/system/wide_text.h"
 
@@ -16,6 +17,7 @@ namespace ferrowand {
 namespace {
 
 constexpr std::size_t LARGEST_FILE = std::size_t{256} << 20;  // bytes
+constexpr std::size_t TGA_HEADER = 18, TGA_SIZE = 12;         // and where it tells of the size
 
 // Owns what `make` gives through its pointer; null where it failed.
 template <typename T, typename Make>
@@ -144,14 +146,21 @@ std::optional<Picture> ReadPictureFile(const std::string& path, std::string& why
   if (EqualNoCase(SplitPath(path).extension, ".tga")) {
     const std::optional<std::string> bytes = FileBytes(path, LARGEST_FILE);
     if (bytes) picture = ReadTga(*bytes);
+    if (bytes && bytes->size() >= TGA_HEADER) {
+      const auto* size = reinterpret_cast<const std::uint8_t*>(bytes->data()) + TGA_SIZE;
+      hasSize = IsPictureSize(GetLe16(size), GetLe16(size + 2));
+    }
   } else {
     picture = ReadBySystem(path, hasSize);
   }
   if (picture) return picture;
-  why = hasSize ? path + " is no picture that can be read"
-                : path + Format(" has no possible size: %d x %d pixels are the most",
-                                MAXPICTURESIDE, MAXPICTURESIDE);
+  why = hasSize ? path + " is no picture that can be read" : NoSizeText(path);
   return std::nullopt;
+}
+
+std::string NoSizeText(const std::string& path) {
+  return path + Format(" has no possible size: %d x %d pixels are the most", MAXPICTURESIDE,
+                       MAXPICTURESIDE);
 }
 
 }  // namespace ferrowand

@@ -15,4 +15,7 @@ inline constexpr char PICTURE_FILTER[] =
 // Nothing for what is no picture, is damaged, or has no possible size; `why` then says so.
 std::optional<Picture> ReadPictureFile(const std::string& path, std::string& why);
 
+// Of a picture that is too large, or has no pixels.
+std::string NoSizeText(const std::string& path);
+
 }  // namespace ferrowand

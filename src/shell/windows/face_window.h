@@ -82,6 +82,7 @@ class FaceWindow : public SideWindow, public MapObserver {
   // So many steps, of the grid or, finely, of the least.
   void Step(int field, int steps, bool finely);
   double StepOf(PlacementField field, bool finely) const;
+  int NotchesOf(int turned);
 
   void Fit(int button);
   void AlignToEdge();
@@ -109,6 +110,7 @@ class FaceWindow : public SideWindow, public MapObserver {
   bool isRefused_ = false;
   int stepping_ = -1, steps_ = 0;  // the field, and how far
   bool finely_ = false;
+  int wheelRest_ = 0;  // of turns smaller than a notch
   Clock::time_point steppedAt_;
   std::optional<Repeats> again_;
   std::optional<TexturePlacement> copied_;

@@ -37,7 +37,7 @@ constexpr unsigned SCOPE_BITS = 3, KEEP_LOOK = 4, ONLY_MISSING = 8, AS_FACES = 1
 
 TextureUse UseOf(const FoundFaces& found) {
   TextureUse use;
-  use.faces = static_cast<unsigned>(found.faces.size());
+  use.faces = static_cast<unsigned>(found.size());
   use.brushes = static_cast<unsigned>(found.Brushes().size());
   return use;
 }
@@ -221,7 +221,10 @@ void ReplaceWindow::Count() {
 }
 
 std::string ReplaceWindow::CountText() const {
-  std::string text = found_.faces.empty() ? "Nothing found" : InWords(UseOf(found_));
+  std::string text = found_.empty() ? "Nothing found" : InWords(UseOf(found_));
+  if (!found_.beyond.empty()) {
+    text += Format(", %u beyond the world", static_cast<unsigned>(found_.beyond.size()));
+  }
   if (found_.unreached > 0) {
     text += Format(", %u hidden or disabled", static_cast<unsigned>(found_.unreached));
   }
@@ -231,7 +234,7 @@ std::string ReplaceWindow::CountText() const {
 void ReplaceWindow::ShowState() {
   SetText(ID_REPLACE_STATE, done_.empty() ? CountText() : done_ + " Left: " + CountText());
   for (const int id : {ID_REPLACE_NEXT, ID_REPLACE_PREVIOUS, ID_REPLACE_SELECT, ID_REPLACE_DO}) {
-    EnableWindow(GetDlgItem(Handle(), id), !found_.faces.empty());
+    EnableWindow(GetDlgItem(Handle(), id), !found_.empty());
   }
   for (const int id : {ID_REPLACE_FIND_PICTURE, ID_REPLACE_WITH_PICTURE}) {
     InvalidateRect(GetDlgItem(Handle(), id), nullptr, FALSE);
@@ -291,7 +294,7 @@ void ReplaceWindow::GoTo(bool forward) {
 
 void ReplaceWindow::SelectAll() {
   if (isStale_) Count();
-  if (found_.faces.empty()) return;
+  if (found_.empty()) return;
   const FoundFaces found = found_;
   SelectFound(*map_, found, SelectsAs());
   map_->ShowStatus("Selected: " + InWords(UseOf(found)));
@@ -299,7 +302,7 @@ void ReplaceWindow::SelectAll() {
 
 void ReplaceWindow::Replace() {
   if (isStale_) Count();
-  if (!map_ || found_.faces.empty()) return;
+  if (!map_ || found_.empty()) return;
   const TextureReplacement by{.name = TextOf(ID_REPLACE_WITH),
                               .keepsLook = IsTicked(ID_REPLACE_KEEP_LOOK)};
   ReplaceCount count;
@@ -323,7 +326,8 @@ void ReplaceWindow::Replace() {
     }
     done_ += ".";
   }
-  if (count.faces > 0) context_.choice.NoteUse(by.name);
+  const bool isPattern = by.name.find_first_of("*?") != by.name.npos;
+  if (count.faces > 0 && !isPattern) context_.choice.NoteUse(by.name);
   Count();
 }
 

@@ -22,6 +22,8 @@ namespace ferrowand {
 class CommandTarget;
 class Dialogs;
 class PopupMenus;
+class SideWindows;
+class WadManagerWindow;
 struct Options;
 struct TexturePopupChoice;
 class WadEditing;
@@ -38,6 +40,7 @@ struct TextureBrowserContext {
   CommandTarget& commands;
   TextureChoice& choice;
   WadEditing& wads;
+  const SideWindows& sides;  // of which the WAD manager takes what is dragged there
 };
 
 class TextureBrowser : public ChildWindow,
@@ -74,6 +77,7 @@ class TextureBrowser : public ChildWindow,
   void Zoom(int steps) override;
   bool MayDrop(POINT screen) override;
   void Drop(POINT screen) override;
+  void DragEnded() override;
   std::string Describe(std::size_t item) const override;
 
  private:
@@ -100,7 +104,11 @@ class TextureBrowser : public ChildWindow,
   void Perform(const TexturePopupChoice& choice);
   // As the map's WADs have it; null for a missing one.
   Texture* ChosenTexture() const;
+  // What is dragged is over these; null for none.
   ChildWindow* CameraUnder(POINT screen) const;
+  WadFile* WadUnder(POINT screen) const;
+  WadManagerWindow* WadManager() const;
+  void Paint(const CameraHit& hit);
 
   const TextureBrowserContext context_;
   Map& map_;

@@ -352,9 +352,23 @@ void TextureList::OnHover(Pixel at) {
   tip_->Show(ToScreen(at), wall_.items[*item].texture, host_.Describe(*item));
 }
 
-void TextureList::EndDrag() {
+std::optional<std::size_t> TextureList::HeadingUnder(POINT screen) const {
+  if (WindowFromPoint(screen) != window_) return std::nullopt;
+  ScreenToClient(window_, &screen);
+  for (std::size_t group = 0; group < wall_.groups.size(); ++group) {
+    const RECT place = ToRect(layout_.Heading(group), top_);
+    if (PtInRect(&place, screen)) return group;
+  }
+  return std::nullopt;
+}
+
+void TextureList::ForgetDrag() {
   press_.reset();
-  drags_ = false;
+  if (std::exchange(drags_, false)) host_.DragEnded();
+}
+
+void TextureList::EndDrag() {
+  ForgetDrag();
   if (GetCapture() == window_) ReleaseCapture();
 }
 
@@ -405,10 +419,7 @@ bool TextureList::OnMouse(UINT message, WPARAM wParam, LPARAM lParam) {
       tip_->Hide();
       return true;
     case WM_CAPTURECHANGED:
-      if (reinterpret_cast<HWND>(lParam) != window_) {
-        press_.reset();
-        drags_ = false;
-      }
+      if (reinterpret_cast<HWND>(lParam) != window_) ForgetDrag();
       return true;
     case WM_MOUSEWHEEL:
       OnWheel(GET_WHEEL_DELTA_WPARAM(wParam), (GET_KEYSTATE_WPARAM(wParam) & MK_CONTROL) != 0);

@@ -32,9 +32,11 @@ class TextureListHost {
   virtual void Type(wchar_t letter) = 0;
   // In steps of zoom.
   virtual void Zoom(int steps) = 0;
-  // Whether the chosen one can be dropped at the pixel of the screen, and that it has been.
+  // Whether the chosen one can be dropped at the pixel of the screen; that it has been; and, at the
+  // end of each drag, that nothing is dragged any more.
   virtual bool MayDrop(POINT screen) = 0;
   virtual void Drop(POINT screen) = 0;
+  virtual void DragEnded() = 0;
   // What is said of it beside the large picture.
   virtual std::string Describe(std::size_t item) const = 0;
 };
@@ -69,6 +71,8 @@ class TextureList {
   bool IsDragging() const { return drags_; }
   void EndDrag();
 
+  // Whose heading shows at the pixel of the screen.
+  std::optional<std::size_t> HeadingUnder(POINT screen) const;
   const WallLayout& Layout() const { return layout_; }
   int Top() const { return top_; }
   bool ShowsTip() const { return tip_ && tip_->IsShown(); }
@@ -98,6 +102,7 @@ class TextureList {
   void OnMove(Pixel at, bool isHeld);
   void OnHover(Pixel at);
   void OnContextMenu(POINT screen);
+  void ForgetDrag();
   std::optional<std::size_t> ItemAt(Pixel at) const;
   POINT ToScreen(Pixel at) const;
 

@@ -84,6 +84,13 @@ std::string SizeText(const Texture& texture) {
   return Format("%u x %u", unsigned{texture.width}, unsigned{texture.height});
 }
 
+std::string FramesInWords(const Texture& texture, std::size_t frames) {
+  std::string text(texture.Name());
+  if (frames == 2) text += " and its other frame";
+  if (frames > 2) text += Format(" and its %u other frames", static_cast<unsigned>(frames - 1));
+  return text;
+}
+
 }  // namespace
 
 void WadEditing::Do(WadEdit edit, Map& map, Texture* chosen) {
@@ -137,6 +144,10 @@ bool WadEditing::InsertPcx(Map& map, WadFile& wad, const std::string& path,
   if (!texture) {
     Refuse("Invalid PCX file. It must be in 256 colour format!");
     return true;  // no other name would help
+  }
+  if (!IsPictureSize(texture->width, texture->height)) {
+    Refuse(NoSizeText(path));
+    return true;
   }
   if (!MayName(wad, name)) return false;
   texture->entry.name = {};
@@ -240,8 +251,7 @@ void WadEditing::Alter(Map& map, Texture& texture) {
         "Selected file has different dimensions. It can not be used to alter this texture. "
         "Instead, try inserting it.");
   }
-  if (!texture.wad->RewriteTexture(texture, picture->pixels)) return;
-  for (const auto& open : documents_.Maps()) open->BindTexturesAnew();
+  if (!RewriteInWad(documents_.Maps(), texture, picture->pixels)) return;
   map.ShowStatus("Altered " + std::string(texture.Name()) + " in " + NameOf(*texture.wad));
 }
 
@@ -275,15 +285,15 @@ void WadEditing::Rename(Map& map, Texture& texture) {
   const std::vector<Texture*> frames = AskFrames(texture, "Rename");
   if (frames.empty()) return;
   const auto accept = [&](const FormValues& typed) {
-    for (const Texture* frame : frames) {
-      if (!MayName(*texture.wad, NameOfFrame(frame->Name(), typed[0]), frame)) return false;
+    std::vector<TextureRename> renames;
+    for (Texture* frame : frames) {
+      // A frame of its own may become another one.
+      const bool isOne = frames.size() == 1;
+      renames.push_back({frame, isOne ? typed[0] : NameOfFrame(frame->Name(), typed[0])});
+      if (!MayName(*texture.wad, renames.back().name, frame)) return false;
     }
     const std::string before(texture.Name());
-    for (Texture* frame : frames) {
-      if (!RenameInWad(documents_.Maps(), *frame, NameOfFrame(frame->Name(), typed[0]))) {
-        return false;
-      }
-    }
+    if (!RenameInWad(documents_.Maps(), *texture.wad, renames)) return false;
     map.ShowStatus("Renamed " + before + " to " + std::string(texture.Name()) + " in " +
                    NameOf(*texture.wad) + " and in the open maps");
     return true;
@@ -297,37 +307,44 @@ void WadEditing::Rename(Map& map, Texture& texture) {
 void WadEditing::Remove(Map& map, Texture& texture) {
   std::vector<Texture*> frames = AskFrames(texture, "Remove");
   if (frames.empty()) return;
-  const std::string name(texture.Name()), wad = NameOf(*texture.wad);
+  const std::string name = FramesInWords(texture, frames.size()), wad = NameOf(*texture.wad);
   if (FramesOf(texture).size() < 2 &&
       data_.reporter.Show("Remove", "Remove " + name + " from " + wad + "? This cannot be undone.",
                           Buttons::YesNo, Icon::Question) != Answer::Yes) {
     return;
   }
-  for (Texture* frame : frames) {
-    if (!RemoveFromWad(documents_.Maps(), *frame)) return;
-  }
-  map.ShowStatus("Removed " + name +
-                 (frames.size() > 1
-                      ? Format(" and its %u other frames", static_cast<unsigned>(frames.size() - 1))
-                      : "") +
-                 " from " + wad);
+  if (!RemoveFromWad(documents_.Maps(), *texture.wad, frames)) return;
+  map.ShowStatus("Removed " + name + " from " + wad);
 }
 
 void WadEditing::Copy(Map& map, Texture& texture) {
   std::vector<WadFile*> wads = WadsOf(map);
   std::erase(wads, texture.wad);
   if (wads.empty()) return Refuse("The map has no other WAD that is a file");
-  dialogs_.Ask({"Copy " + std::string(texture.Name()),
-                "",
-                {WadRow("To &WAD", wads)},
-                [&](const FormValues& typed) {
-                  WadFile& wad = WadNamed(wads, typed[0]);
-                  const std::string name(texture.Name());
-                  if (!MayName(wad, name)) return false;
-                  if (!AddToWad(documents_.Maps(), wad, CopyOf(texture))) return false;
-                  map.ShowStatus("Copied " + name + " to " + NameOf(wad));
-                  return true;
-                }});
+  dialogs_.Ask(
+      {"Copy " + std::string(texture.Name()),
+       "",
+       {WadRow("To &WAD", wads)},
+       [&](const FormValues& typed) { return CopyTo(map, texture, WadNamed(wads, typed[0])); }});
+}
+
+bool WadEditing::MayCopy(const WadFile& from, const WadFile& to) {
+  return &from != &to && file::IsWritable(to.FileName());
+}
+
+bool WadEditing::CopyTo(Map& map, Texture& texture, WadFile& to) {
+  std::vector<Texture*> frames = FramesOf(texture);
+  std::erase_if(frames, [&](const Texture* frame) { return IsTaken(to, frame->Name()); });
+  // Told by the name of the one that was meant.
+  if (frames.empty()) frames = {&texture};
+  std::vector<std::unique_ptr<Texture>> copies;
+  for (Texture* frame : frames) {
+    if (!MayName(to, std::string(frame->Name()))) return false;
+    copies.push_back(CopyOf(*frame));
+  }
+  if (!AddToWad(documents_.Maps(), to, std::move(copies))) return false;
+  map.ShowStatus("Copied " + FramesInWords(*frames.front(), frames.size()) + " to " + NameOf(to));
+  return true;
 }
 
 }  // namespace ferrowand

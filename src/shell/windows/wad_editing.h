@@ -32,6 +32,10 @@ class WadEditing {
 
   // `chosen` is one of the map's WADs', or null where that needs none.
   void Do(WadEdit edit, Map& map, Texture* chosen);
+  // Whether textures of that WAD can be copied to the other one, which may be written.
+  static bool MayCopy(const WadFile& from, const WadFile& to);
+  // With all frames of its animation that the WAD lacks. False when the user has been told why not.
+  bool CopyTo(Map& map, Texture& texture, WadFile& to);
 
  private:
   void Insert(Map& map);

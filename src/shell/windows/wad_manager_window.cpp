@@ -10,6 +10,7 @@
 #include "base/report.h"
 #include "document/action.h"
 #include "document/map.h"
+#include "gamedata/file_kind.h"
 #include "operations/texture_use.h"
 #include "shell/dialogs/dialogs.h"
 #include "shell/dialogs/refusal.h"
@@ -156,7 +157,33 @@ LRESULT WadManagerWindow::OnCustomDraw(NMLVCUSTOMDRAW& draw) const {
   if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
   const auto row = static_cast<std::size_t>(draw.nmcd.dwItemSpec);
   if (row < rows_.size() && rows_[row].IsMissing()) draw.clrText = RGB(192, 0, 0);
+  if (marked_ && WadOf(draw.nmcd.dwItemSpec) == marked_) {
+    draw.clrText = GetSysColor(COLOR_HIGHLIGHTTEXT);
+    draw.clrTextBk = GetSysColor(COLOR_HIGHLIGHT);
+    draw.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);  // whose colours would go before
+  }
   return CDRF_DODEFAULT;
+}
+
+WadFile* WadManagerWindow::WadOf(std::size_t row) const {
+  if (!map_ || row >= map_->wads.Items().size()) return nullptr;
+  const WadList::Item& item = map_->wads.Items()[row];
+  return IsMissing(item) ? nullptr : item.wad;
+}
+
+WadFile* WadManagerWindow::WadUnder(POINT screen) const {
+  const HWND list = GetDlgItem(Handle(), ID_WADS_LIST);
+  if (WindowFromPoint(screen) != list) return nullptr;
+  ScreenToClient(list, &screen);
+  LVHITTESTINFO hit{};
+  hit.pt = screen;
+  const int row = ListView_SubItemHitTest(list, &hit);
+  return row < 0 ? nullptr : WadOf(static_cast<std::size_t>(row));
+}
+
+void WadManagerWindow::Mark(const WadFile* wad) {
+  if (std::exchange(marked_, wad) == wad) return;
+  InvalidateRect(GetDlgItem(Handle(), ID_WADS_LIST), nullptr, FALSE);
 }
 
 std::string WadManagerWindow::Details() const {
@@ -203,6 +230,18 @@ bool WadManagerWindow::Perform(const char* action, EditResult (*work)(Map& map, 
   return done;
 }
 
+// What is no WAD2 is told by its kind.
+void WadManagerWindow::Tell(EditResult result, const std::string& path) const {
+  const std::string kind = result == EditResult::CannotOpen ? NoWadText(path) : "";
+  if (kind.empty()) {
+    Conclude(*map_, result);
+  } else {
+    context_.reporter.Show(
+        "Cannot continue",
+        kind + " The texture browser inserts pictures and the textures of levels and WAD3s.");
+  }
+}
+
 void WadManagerWindow::Add() {
   FileChoice choice;
   choice.title = "Add WAD";
@@ -211,9 +250,10 @@ void WadManagerWindow::Add() {
   const auto path = context_.dialogs.ChooseFile(choice);
   if (!path) return;
   const ActionScope scope(context_.data, "Add WAD");
-  const bool done = Conclude(*map_, AddWad(*map_, *path));
+  const EditResult result = AddWad(*map_, *path);
+  Tell(result, *path);
   Fill();
-  if (done) Choose(static_cast<int>(rows_.size()) - 1);
+  if (result == EditResult::Done) Choose(static_cast<int>(rows_.size()) - 1);
 }
 
 // What the map uses of it is asked about first: it would be missing.
@@ -253,13 +293,13 @@ void WadManagerWindow::Locate() {
   if (!path) return;
   if (!IsSameFileName(*path, name)) {
     const ActionScope scope(context_.data, "Locate WAD");
-    Conclude(*map_, ExchangeWad(*map_, static_cast<std::size_t>(chosen), *path));
+    Tell(ExchangeWad(*map_, static_cast<std::size_t>(chosen), *path), *path);
     return Fill();
   }
   RememberWadFolder(context_.data, context_.options, SplitPath(*path).directory);
   std::size_t found = 0;
   for (const auto& map : context_.documents.Maps()) found += FindMissingWads(*map);
-  if (found == 0) Conclude(*map_, EditResult::CannotOpen);
+  if (found == 0) Tell(EditResult::CannotOpen, *path);
   map_->ShowStatus(Format("%u missing WADs found", static_cast<unsigned>(found)));
   Fill();
 }

@@ -21,6 +21,7 @@ class Dialogs;
 class Documents;
 class Frame;
 class Reporter;
+class WadFile;
 struct GameData;
 struct Options;
 
@@ -43,6 +44,10 @@ class WadManagerWindow : public SideWindow, public MapObserver {
 
   // In front, for the active map.
   void Show();
+  // Whose row shows at the pixel of the screen; null for none, and for one that is missing.
+  WadFile* WadUnder(POINT screen) const;
+  // The row of that WAD, if any, is shown as the one to which something is dragged.
+  void Mark(const WadFile* wad);
 
   // --- as a window beside the frame
   void OnIdle() override;
@@ -62,6 +67,7 @@ class WadManagerWindow : public SideWindow, public MapObserver {
   void Fill();
   void GiveRow(LVITEMW& item);
   LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw) const;
+  WadFile* WadOf(std::size_t row) const;
   std::string CellText(const WadRow& row, int column) const;
   std::string Details() const;
   void ShowChosen() const;
@@ -74,12 +80,14 @@ class WadManagerWindow : public SideWindow, public MapObserver {
   void Remove();
   void Move(int by);
   void Locate();
+  void Tell(EditResult result, const std::string& path) const;
 
   const WadManagerContext context_;
   Map* map_ = nullptr;
   std::vector<WadRow> rows_;
   bool isStale_ = false;
-  std::wstring text_;  // the cell that the system was given last
+  const WadFile* marked_ = nullptr;  // compared only: it may be gone
+  std::wstring text_;                // the cell that the system was given last
 };
 
 }  // namespace ferrowand

@@ -233,6 +233,10 @@ std::string WindowToolHost::CurrentTexture(Map& map) {
   return name;
 }
 
+void WindowToolHost::NoteTexture(const std::string& name) {
+  context_.choice.NoteUse(name);
+}
+
 void WindowToolHost::ToolChanged() {
   cursor_ = ToolCursor::Arrow;
 }

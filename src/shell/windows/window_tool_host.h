@@ -55,6 +55,7 @@ class WindowToolHost : public ToolHost {
   std::optional<int> AskSides(PrimitiveKind kind) override;
   std::optional<std::string> AskPathName(const Map& map) override;
   std::string CurrentTexture(Map& map) override;
+  void NoteTexture(const std::string& name) override;
   void ToolChanged() override;
   void Refuse(MapView& view, const std::string& why) override;
   Reporter& Report() override;

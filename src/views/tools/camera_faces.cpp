@@ -1,12 +1,13 @@
 #include "views/tools/camera_faces.h"
 
 #include <algorithm>
+#include <string>
 
 #include "document/action.h"
 #include "document/edit_step.h"
 #include "document/map.h"
 #include "operations/face_editing.h"
-#include "operations/face_texture.h"
+#include "operations/face_wrapping.h"
 #include "views/camera/camera.h"
 #include "views/tools/face_tool.h"
 #include "views/tools/tool_host.h"
@@ -95,14 +96,18 @@ void CameraFaces::WrapOnto(const PickedFace& face) {
 }
 
 void CameraFaces::Paint() {
-  const PickedFace& face = way_.front();
+  std::string texture;
   std::optional<TexturePlacement> placement;
-  if (!onlyTexture_ && !map_->pickedFaces.empty()) {
-    placement = PlacementOf(map_->pickedFaces.Faces().front().Get());
+  if (!map_->pickedFaces.empty()) {
+    const Face& from = map_->pickedFaces.Faces().front().Get();
+    texture = from.WrittenName();
+    if (!onlyTexture_) placement = PlacementOf(from);
   }
+  if (texture.empty()) texture = host_.CurrentTexture(*map_);
+  host_.NoteTexture(texture);
   const ActionScope action(map_->Data(), "Paint");
   EditStep step(*map_);
-  GiveLook(step, face, host_.CurrentTexture(*map_), placement);
+  GiveLook(step, way_.front(), texture, placement);
 }
 
 void CameraFaces::Release() {

@@ -17,9 +17,9 @@ class ToolHost;
 
 // From press to release. A press picks the face there, with Ctrl it takes it to what is picked or
 // away, and the faces that the mouse is drawn across go the same way. With Alt a click gives the
-// face the current texture, laid as on the first picked face; with Ctrl and Alt only the texture. A
-// drag with Alt wraps the texture of the face where it began round edge after edge; all of it is
-// one step.
+// face texture and layout of the first picked face, with Ctrl and Alt only the texture; with no
+// face picked it is the current texture. A drag with Alt wraps the texture of the face where it
+// began round edge after edge; all of it is one step.
 class CameraFaces {
  public:
   explicit CameraFaces(ToolHost& host) : host_(host) {}

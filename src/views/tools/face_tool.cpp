@@ -84,7 +84,7 @@ std::vector<PickedFace> FaceTool::FacesIn(const MapView& view, const PixelRect& 
     const std::vector<Pixel> corners = PixelsOf(face.Get(), view);
     if (corners.empty()) continue;
     const bool takes = tools_.boxRule == BoxRule::Full ? std::ranges::all_of(corners, isIn)
-                                                       : std::ranges::any_of(corners, isIn);
+                                                       : MeetsOutline(closed, corners);
     if (takes) faces.push_back(face);
   }
   return faces;

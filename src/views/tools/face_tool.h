@@ -34,6 +34,7 @@ class FaceTool : public ToolBase {
  private:
   // Whose edges run through the pixel: those seen as a line first, none that is turned away.
   std::vector<PickedFace> FacesAt(const MapView& view, Pixel at) const;
+  // Of which an edge runs through the rectangle, or that lie in it whole, as the user has it.
   std::vector<PickedFace> FacesIn(const MapView& view, const PixelRect& closed) const;
 };
 

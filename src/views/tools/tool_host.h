@@ -62,6 +62,8 @@ class ToolHost {
   virtual std::optional<std::string> AskPathName(const Map& map) = 0;
   // That is put on faces of the map; it counts as used.
   virtual std::string CurrentTexture(Map& map) = 0;
+  // Another one that is put on faces: it counts as used, too.
+  virtual void NoteTexture(const std::string& name) { (void)name; }
 
   // The current tool is another one.
   virtual void ToolChanged() = 0;

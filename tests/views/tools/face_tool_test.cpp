@@ -57,6 +57,10 @@ TEST_F(FaceToolTest, FacesArePickedByTheirEdges) {
   Drag(-16, -16, 8, 80);
   EXPECT_EQ(Picked().size(), 4u) << "a corner of each lies in it, and none looks away";
   EXPECT_NE(FreshPaint(), before);
+  Drag(16, -16, 48, 8);
+  EXPECT_EQ(Picked(), (Faces{{&brush, 3}, {&brush, 4}})) << "no corner, but edges of both";
+  Drag(16, 16, 48, 48);
+  EXPECT_TRUE(Picked().empty()) << "no edge either";
   view.OnDoubleClick(At(0, 32), BUTTON_LEFT);
   EXPECT_EQ(Picked().size(), 6u);
   Press(32, 32, BUTTON_RIGHT);
@@ -123,14 +127,16 @@ TEST_F(FaceToolTest, TheMouseInACameraPicksPaintsAndWraps) {
   EXPECT_EQ(Picked(), (Faces{{&beside, 4}}));
 
   beside.brush.face(4).rotation = 30;
+  beside.brush.face(4).SetName("brick");
   const std::string before = Text();
   faces.Press(camera, front, false, true);
   faces.Release();
-  EXPECT_EQ(brush.brush.face(3).Name(), "wall") << "the current texture";
+  EXPECT_EQ(brush.brush.face(3).Name(), "brick") << "of the picked one, not the current one";
   EXPECT_EQ(brush.brush.face(3).rotation, 30);
   faces.Press(camera, left, true, true);
   faces.Release();
   EXPECT_EQ(brush.brush.face(4).rotation, 0) << "the texture alone";
+  EXPECT_EQ(brush.brush.face(4).Name(), "brick");
   EXPECT_EQ(map.undo.StepCount(), 2u);
   faces.Press(camera, front, false, true);
   faces.Move(camera, left);
