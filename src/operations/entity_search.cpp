@@ -140,4 +140,13 @@ std::set<std::string, std::less<>> FlagsIn(const Map& map) {
   return flags;
 }
 
+std::string SelectedInWords(std::size_t wanted, std::size_t selected) {
+  return Format("%u selected", static_cast<unsigned>(selected)) +
+         UnreachedInWords(wanted - selected);
+}
+
+std::string UnreachedInWords(std::size_t count) {
+  return count == 0 ? "" : Format(", %u hidden or disabled", static_cast<unsigned>(count));
+}
+
 }  // namespace ferrowand

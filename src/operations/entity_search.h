@@ -34,6 +34,12 @@ std::vector<entity*> FindEntities(Map& map, const EntityQuery& query);
 // The same among the objects, which are of one map, and what they hold. Each once.
 std::vector<entity*> FindEntitiesIn(std::span<entity* const> objects, const EntityQuery& query);
 
+// What is said of objects that were selected: how many of those that were to be are so, and how
+// many of them are hidden or disabled.
+std::string SelectedInWords(std::size_t wanted, std::size_t selected);
+// ", 3 hidden or disabled"; nothing of none.
+std::string UnreachedInWords(std::size_t count);
+
 // What is there to be found.
 std::set<std::string, std::less<>> ClassesIn(const Map& map);
 std::set<std::string, std::less<>> KeysIn(const Map& map);

@@ -8,7 +8,7 @@
 //   text TEXT                                        of its status bar, left to right
 //   camera LEFT TOP RIGHT BOTTOM CAPTION-TOP CAPTION  likewise, of a 3D camera
 //   window TITLE                                     any other window: a dialog, a box, a menu
-#include <windows.h>
+#include "shell/system/text_box.h"
 
 #include <cstdint>
 #include <iostream>
@@ -16,11 +16,7 @@
 
 namespace {
 
-std::string ClassOf(HWND window) {
-  char name[100] = "";
-  GetClassNameA(window, name, sizeof name);
-  return name;
-}
+using ferrowand::ClassOf;
 
 std::string TextOf(HWND window) {
   char text[300] = "";

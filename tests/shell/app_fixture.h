@@ -57,10 +57,8 @@ class ScriptedDialogs : public Dialogs {
     SendMessageA(owner, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu), 0);
     tracked.clear();
     order.clear();
-    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
-      order.push_back(GetMenuItemID(menu, i));
-      tracked[order.back()] = GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION);
-    }
+    Track(menu);
+    for (int i = 0; i < GetMenuItemCount(menu); ++i) order.push_back(GetMenuItemID(menu, i));
     if (commands.empty()) return 0;
     const unsigned command = commands.front();
     commands.pop_front();
@@ -93,13 +91,25 @@ class ScriptedDialogs : public Dialogs {
   std::deque<Colour> colours;
   std::deque<unsigned> commands;
   std::deque<FormValues> answers;
-  std::map<unsigned, UINT> tracked;  // the states of the items of the last popup
+  std::map<unsigned, UINT> tracked;  // the states of the items of the last popup and of those in it
   std::vector<unsigned> order;       // its items, 0 for a separator
   std::vector<FileChoice> asked;
   std::vector<Form> forms;
   std::function<FormValues(const Form&)> fill;  // goes before the answers
   std::function<bool(const OptionsToEdit&)> options;
   int abouts = 0;
+
+ private:
+  void Track(HMENU menu) {
+    for (int i = 0; i < GetMenuItemCount(menu); ++i) {
+      const UINT state = GetMenuState(menu, static_cast<UINT>(i), MF_BYPOSITION);
+      if (const HMENU within = GetSubMenu(menu, i)) {
+        Track(within);
+      } else {
+        tracked[GetMenuItemID(menu, i)] = state;
+      }
+    }
+  }
 };
 
 // One joystick, or none.
@@ -259,6 +269,10 @@ class AppTest : public testing::Test {
       app->Pump();
     }
     EXPECT_TRUE(fact());
+  }
+  // Null while there is none.
+  HWND Toolbar() const {
+    return FindWindowExA(parts->frame.Handle(), nullptr, TOOLBARCLASSNAMEA, nullptr);
   }
   bool IsTicked(Command command) const { return parts->commands.IsChecked(Id(command)); }
 

@@ -80,6 +80,13 @@ TEST_F(ClassCommandsTest, ClassesUsedLastStandInFrontByTheSameNumbers) {
   Give(Command::Insert);
   EXPECT_EQ(dialogs.order[0], map.classSet->MenuIdOf("c_x"));
   EXPECT_EQ(dialogs.order[1], 0u) << "what the file does not have is left out";
+  while (map.undo.CanUndo()) map.undo.Undo();
+  Give(Command::Insert);
+  for (const auto& known : map.classSet->Classes()) {
+    if (known->Kind() != EntityKind::Entity) continue;
+    EXPECT_TRUE(dialogs.tracked.contains(map.classSet->MenuIdOf(known->classname)))
+        << known->classname;
+  }
 }
 
 TEST_F(ClassCommandsTest, WhatIsWrongWithAFileStandsInAList) {

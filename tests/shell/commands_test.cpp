@@ -158,7 +158,7 @@ TEST_F(AppTest, TheMenuGreysWhatCannotBeDoneNow) {
 
 TEST_F(AppTest, TheToolbarShowsItsTipsInOrderAndGoesAndComes) {
   ASSERT_TRUE(Start());
-  const HWND bar = FindWindowExA(parts->frame.Handle(), nullptr, TOOLBARCLASSNAMEA, nullptr);
+  const HWND bar = Toolbar();
   ASSERT_NE(bar, nullptr);
   std::vector<int> ids;
   for (int i = 0; i < SendMessageA(bar, TB_BUTTONCOUNT, 0, 0); ++i) {
@@ -192,10 +192,10 @@ TEST_F(AppTest, TheToolbarShowsItsTipsInOrderAndGoesAndComes) {
   for (const MapView* view : parts->windows.Views().Views()) EXPECT_FALSE(view->axismask & 2);
 
   Give(Command::ShowToolbar);
-  EXPECT_EQ(FindWindowExA(parts->frame.Handle(), nullptr, TOOLBARCLASSNAMEA, nullptr), nullptr);
+  EXPECT_EQ(Toolbar(), nullptr);
   EXPECT_EQ(parts->options.showToolbar, 0);
   Give(Command::ShowToolbar);
-  EXPECT_NE(FindWindowExA(parts->frame.Handle(), nullptr, TOOLBARCLASSNAMEA, nullptr), nullptr);
+  EXPECT_NE(Toolbar(), nullptr);
 }
 
 TEST_F(AppTest, TheKeyListShowsItsFile) {
@@ -271,13 +271,31 @@ TEST_F(AppTest, CommandsDoWhatTheyAreNamedFor) {
   EXPECT_EQ(map.selection.size(), 1u);
   Give(Command::Ungroup);
   EXPECT_EQ(map.selection.size(), 3u);
+  for (int i = 0; i < 2; ++i) map.undo.Undo();
+  const std::string before = ExtendedText(map);
+  sink.messages.clear();
+  dialogs.answers = {{"(new, of the selection)", "crate", "0", "1", "1", "1"},
+                     {"(new, of the selection)", "crate", "0", "1", "1", "1"},
+                     {"crate", "", "361", "1", "1", "1"},
+                     {"crate", "", "90", "1", "2", "1"}};
+  for (int i = 0; i < 2; ++i) Give(Command::InsertTemplate);
+  EXPECT_EQ(sink.Said(),
+            (std::vector<std::string>{
+                "Cannot continue: This map has a template of that name",
+                "Cannot continue: The angle must be a whole number from -360 to 360"}));
+  const entity& instance = *map.currentLayer()->getEntityList().back();
+  EXPECT_EQ(instance.getClass()->Kind(), EntityKind::TemplateInstance);
+  EXPECT_STREQ(instance.GetKey("XMPscaley"), "2");
+  for (int i = 0; i < 2; ++i) map.undo.Undo();
+  EXPECT_EQ(ExtendedText(map), before);
+  Give(Command::Duplicate);
   sink.messages.clear();
   dialogs.files = {dir.Path("inner.xmp")};
   dialogs.answers = {{"64", "0", "64"}};
   Give(Command::Embed);
   EXPECT_EQ(sink.Said(),
             std::vector<std::string>{"Cannot continue: Every size must be greater than 0"});
-  EXPECT_EQ(map.undo.StepCount(), 3u);
+  EXPECT_EQ(map.undo.StepCount(), 2u);
 }
 
 TEST_F(AppTest, TheRotationStepIsChosenTypedAndThatOfEveryView) {

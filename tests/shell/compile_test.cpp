@@ -86,6 +86,8 @@ TEST_F(CompileTest, AllStagesRunAndTheReportIsSaved) {
                    "Lighting successful, time elaspsed:", "Vis started",
                    "Vissing successful, time elaspsed:", "Quake launched",
                    "Quake closed, time elaspsed:", "Compiling finished"}));
+  EXPECT_EQ(ListView_GetItemCount(GetDlgItem(window.Handle(), ID_OVERVIEW_OUTPUT)),
+            static_cast<int>(std::ranges::count(window.Run().Output().Text(), '\n')));
   EXPECT_EQ(bench.dir.Read("quake/id1/maps/room.BSP"), "vis");
   const Lines qbsp = bench.Called("qbsp");
   ASSERT_EQ(qbsp.size(), 3u);
@@ -196,6 +198,28 @@ TEST_F(CompileTest, TwoMapsCompileAtOnceAndALeakIsDrawnAndWalked) {
   EXPECT_TRUE(IsTicked(Command::ShowLeak));
 }
 
+TEST_F(CompileTest, WhatTheToolsHaveLeftBesideTheMapIsDrawn) {
+  ToolBench bench;
+  const Map& map = Open(bench);
+  Give(Command::ShowLeak);
+  MapWindow& top = WindowOf(Orientation::Top);
+  Activate(top);
+  EXPECT_EQ(top.View()->Status(), "room.pts cannot be read: nothing tells where the map leaks.");
+  const auto bare = PictureOf(top);
+  bench.dir.Write("room.pts", "0 0 0\n64 64 0\n");
+  Give(Command::ShowLeak);
+  EXPECT_NE(PictureOf(top), bare);
+  Give(Command::ShowLeak);
+  EXPECT_EQ(PictureOf(top), bare);
+  bench.dir.Write("room.prt", "PRT1\n2\n1\n4 0 1 (0 0 0 ) (90 0 0 ) (90 90 0 ) (0 90 0 )\n");
+  Give(Command::ShowPortals);
+  EXPECT_EQ(parts->windows.Views().marks.Find(map)->portals.size(), 1u);
+  EXPECT_TRUE(IsTicked(Command::ShowPortals));
+  EXPECT_NE(PictureOf(top), bare);
+  Give(Command::ShowPortals);
+  EXPECT_EQ(PictureOf(top), bare);
+}
+
 TEST_F(CompileTest, AClickOnALineGoesToWhatItNames) {
   ToolBench bench;
   bench.PutAll("print entity 0, brush 0 is bad\nprint at (64 0 0)\nleave bsp level\n");
@@ -267,6 +291,23 @@ TEST_F(CompileTest, TheCheckFollowsTheMapSelectsAndRepairs) {
   EXPECT_EQ(sink.OnlyText(), "No WAD of this map has a texture of that name");
   EXPECT_EQ(told(), (Lines{"Further findings:", "No player start, worldspawn named: worldspawn"}));
   Give(Command::Undo);
+  EXPECT_EQ(told(), lines);
+  CheckDlgButton(window.Handle(), ID_CHECK_STRICT, BST_CHECKED);
+  SendMessageA(window.Handle(), WM_COMMAND, ID_CHECK_STRICT, 0);
+  EXPECT_FALSE(window.IsDone()) << "all of it again";
+  EXPECT_EQ(told(), lines);
+  map.selection.Set({map.currentLayer()->getEntityList().front().get()});
+  Give(Command::Copy);
+  Give(Command::Paste);
+  const auto& objects = map.currentLayer()->getEntityList();
+  ASSERT_EQ(objects.size(), 2u);
+  const Lines twice = told();
+  const auto found = std::ranges::find_if(
+      twice, [](const std::string& line) { return line.starts_with("Duplicate brush"); });
+  ASSERT_NE(found, twice.end());
+  window.ChooseRow(static_cast<std::size_t>(found - twice.begin()));
+  SendDlgItemMessageA(window.Handle(), ID_CHECK_REPAIR, BM_CLICK, 0, 0);
+  EXPECT_EQ(objects.size(), 1u);
   EXPECT_EQ(told(), lines);
   parts->documents.Close(map);
 }

@@ -219,6 +219,7 @@ TEST_F(D3dCameraTest, LampAndLightAreSwitchedByTheirCommands) {
   Give(Command::HeadLamp);
   EXPECT_TRUE(IsTicked(Command::HeadLamp));
   EXPECT_GT(brightness(), preview);
+  EXPECT_LT(brightness(), plain) << "less with the distance, and on what is turned away";
   Give(Command::HeadLamp);
   Give(Command::QuakeLightingOn);
   EXPECT_LE(brightness(), preview) << "there are shadows now";

@@ -3,6 +3,7 @@
 
 #include "shell/system/win32.h"
 
+#include <commctrl.h>
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -10,22 +11,12 @@
 #include <utility>
 #include <vector>
 
+#include "shell/system/controls.h"
 #include "shell/system/display_scale.h"
+#include "shell/system/text_box.h"
 #include "shell/system/wide_text.h"
 
 namespace ferrowand {
-
-inline std::string ClassOf(HWND window) {
-  char name[32] = "";
-  GetClassNameA(window, name, sizeof name);
-  return name;
-}
-
-inline std::wstring WideTextOf(HWND window) {
-  wchar_t text[300] = L"";
-  GetWindowTextW(window, text, 300);
-  return text;
-}
 
 inline RECT PlaceOf(HWND window) {
   RECT place;
@@ -47,7 +38,7 @@ inline LONG TextWidth(HWND window) {
   const auto font = reinterpret_cast<HGDIOBJ>(SendMessageA(window, WM_GETFONT, 0, 0));
   const HGDIOBJ before = SelectObject(dc, font);
   RECT needed{};
-  DrawTextW(dc, WideTextOf(window).c_str(), -1, &needed, DT_CALCRECT | DT_SINGLELINE);
+  DrawTextW(dc, WindowText(window).c_str(), -1, &needed, DT_CALCRECT | DT_SINGLELINE);
   SelectObject(dc, before);
   ReleaseDC(window, dc);
   return needed.right;
@@ -69,18 +60,21 @@ inline void ExpectTidy(HWND parent) {
   const std::vector<HWND> children = ShownChildren(parent);
   for (const HWND child : children) {
     const RECT place = PlaceOf(child);
-    const std::string name = ClassOf(child) + " " + FromWide(WideTextOf(child));
+    const std::string name = ClassOf(child) + " " + FromWide(WindowText(child));
     UnionRect(&both, &area, &place);
     EXPECT_TRUE(EqualRect(&both, &area)) << name << " stands out";
     for (const HWND other : children) {
       const RECT second = PlaceOf(other);
       EXPECT_TRUE(other == child || IsFrame(child) || IsFrame(other) ||
                   !IntersectRect(&both, &place, &second))
-          << name << " covers " << FromWide(WideTextOf(other));
+          << name << " covers " << FromWide(WindowText(other));
     }
     const LONG box = IsCheckBox(child) ? Scaled(16) : 0;
     const bool isText = ClassOf(child) == "Static" || ClassOf(child) == "Button";
     const LONG style = GetWindowLongA(child, GWL_STYLE);
+    if (ClassOf(child) == WC_LISTVIEWA && (style & LVS_TYPEMASK) == LVS_REPORT) {
+      EXPECT_GT(Header_GetItemCount(ListView_GetHeader(child)), 0) << "a list without columns";
+    }
     const bool isOwn = (style & BS_TYPEMASK) == BS_OWNERDRAW;
     if (isText && !isOwn && (style & SS_ELLIPSISMASK) == 0) {
       EXPECT_LE(TextWidth(child) + box, place.right - place.left) << name;

@@ -269,9 +269,26 @@ TEST_F(EntityTreeWindowTest, ThePopupSelectsWhatIsAlikeAndOffersWhatCanBeDone) {
   TrackPopup(5, 0);
   EXPECT_EQ(dialogs.tracked[1005] & MF_GRAYED, UINT{MF_GRAYED}) << "a monster holds nothing";
 
+  Select(*map, &Object(3), false);
+  TrackPopup(5, 1002);
+  EXPECT_EQ(map->selection, (std::vector<entity*>{&Object(3), &Object(5)}));
+  TrackPopup(1, 1006);
+  EXPECT_EQ(map->leadingGroup(), &Object(1));
+  TrackPopup(1, 1006);
+  EXPECT_EQ(map->leadingGroup(), nullptr);
+  TrackPopup(1, 1003);
+  EXPECT_NE(ListView_GetEditControl(list), nullptr);
+  ListView_CancelEditLabel(list);
   const MapView& view = *WindowOf(Orientation::Top).View();
+  TrackPopup(3, 1004);
+  EXPECT_NEAR(view.transform.ToWorldU(view.DrawingArea().width / 2), 64, 3);
   Click(5, LVIR_LABEL, WM_LBUTTONDBLCLK);
   EXPECT_NEAR(view.transform.ToWorldU(view.DrawingArea().width / 2), 2000, 70);
+  TrackPopup(2, 1000);
+  app->Pump();
+  EXPECT_EQ(map->selection, std::vector<entity*>{&Object(2)});
+  ASSERT_FALSE(parts->sides.All().empty());
+  DestroyWindow(parts->sides.All().back()->Handle());
   SetLayerState(*map, *map->currentLayer(), true, false);
   Click(5);
   EXPECT_TRUE(map->selection.empty());

@@ -67,6 +67,18 @@ TEST_F(FindWindowTest, WhatIsTypedIsFoundAndGoneThroughAndTheMapIsFollowed) {
     Press(VK_F3);
   }
   EXPECT_TRUE(IsOnly(4));
+  Push(ID_FIND_PREVIOUS);
+  EXPECT_TRUE(IsOnly(3));
+  Press(VK_RETURN);
+  EXPECT_TRUE(IsOnly(4));
+  const HWND list = GetDlgItem(window->Handle(), ID_FIND_LIST);
+  ListView_SetItemState(list, 0, LVIS_SELECTED, LVIS_SELECTED);
+  EXPECT_TRUE(IsOnly(1));
+  for (const auto& [field, count] :
+       {std::pair(ID_FIND_CLASS, 4), {ID_FIND_KEY, 2}, {ID_FIND_FLAG, 1}}) {
+    SendMessageA(window->Handle(), WM_COMMAND, MAKEWPARAM(field, CBN_DROPDOWN), 0);
+    EXPECT_GE(SendDlgItemMessageA(window->Handle(), field, CB_GETCOUNT, 0, 0), count) << field;
+  }
   Press(VK_ESCAPE);
   EXPECT_FALSE(IsWindowVisible(window->Handle()));
   Select(*map, &Object(1), false);

@@ -53,6 +53,7 @@ class KeptFilesTest : public AppTest {
 TEST_F(KeptFilesTest, AModifiedMapIsKeptInTimeAndUntilItIsSaved) {
   ASSERT_TRUE(Start());
   Map& map = OpenTwoBrushes();
+  EXPECT_TRUE(KillTimer(parts->frame.Handle(), 1)) << "it runs from the start";
   const std::string kept = "two.map.autosave.xmp";
   Tick();
   EXPECT_FALSE(Exists(kept));

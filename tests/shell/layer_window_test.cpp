@@ -113,6 +113,7 @@ TEST_F(LayerWindowTest, EveryChangeIsOneStepThatTheListFollowsBackAndForth) {
       {"left 1 VE cc1a1a\nright 1 -E* cc1a1a\n", [&] { Press(VK_LEFT), Press(VK_SPACE); }},
       {"left 1 VE cc1a1a\nattic 1 VE* cc1a1a\n", [&] { TypeName("attic"); }},
       {"left 1 VE cc1a1a\nright 1 VE* 0102ff\n", [&] { DoubleClick(1, LVIR_ICON); }},
+      {"left 1 VE cc1a1a\nright 1 VE* 0304ff\n", [&] { Push(ID_LAYER_COLOUR); }},
       {"left 1 VE cc1a1a\nroof 1 VE* 00ff07\n", [&] { Push(ID_LAYER_PROPERTIES); }},
       {"left 1 VE cc1a1a\nright 1 VE cc1a1a\nnew 0 VE* cc1a1a\n", [&] { Push(ID_LAYER_ADD); }},
       {"left 2 VE* cc1a1a\n", [&] { Press(VK_DELETE); }},
@@ -122,7 +123,7 @@ TEST_F(LayerWindowTest, EveryChangeIsOneStepThatTheListFollowsBackAndForth) {
          Push(ID_LAYER_MOVE_IN);
        }},
   };
-  dialogs.colours = {{1, 2, 255}};
+  dialogs.colours = {{1, 2, 255}, {3, 4, 255}};
   dialogs.answers = {{"roof", "0", "256", "7"}, {"roof", "0", "255", "7"}, {"new"}};
   for (const Case& row : cases) {
     Click(1, OBJECTS);
@@ -147,6 +148,13 @@ TEST_F(LayerWindowTest, KeysAreTheDialogsOrCommandsForItsMap) {
   EXPECT_EQ(map->currentLayer(), &Layer(0));
   Press(VK_DOWN);
   EXPECT_EQ(window->List().Selected(), &Layer(1));
+  Push(ID_LAYER_SELECT);
+  EXPECT_EQ(map->selection, std::vector<entity*>{Box(1, 0)});
+  map->selection.Clear();
+  Push(ID_LAYER_RENAME);
+  EXPECT_NE(ListView_GetEditControl(rows), nullptr);
+  ListView_CancelEditLabel(rows);
+  app->Pump();
   Press('H');
   EXPECT_EQ(parts->windows.Views().ViewsOf(*map).front()->mapmode, MapMode::Heights);
   Select(*map, Box(0, 0), false);

@@ -39,11 +39,11 @@ TEST_F(AppTest, AFormIsTidyHasALetterForEachRowAndTakesAnyLanguage) {
                &systems);
     GetObjectA(InterfaceFont(), sizeof own, &own);
     EXPECT_EQ(own.lfHeight, systems.lfHeight) << "letters as large as the system's";
-    EXPECT_EQ(WideTextOf(dialog), L"Название");
+    EXPECT_EQ(WindowText(dialog), L"Название");
     std::set<wchar_t> letters;
     std::set<LONG> widths;
     for (const HWND child : ShownChildren(dialog)) {
-      const std::wstring text = WideTextOf(child);
+      const std::wstring text = WindowText(child);
       const std::size_t mark = text.find(L'&');
       if (mark != text.npos) letters.insert(towlower(text[mark + 1]));
       if (ClassOf(child) == "Edit") widths.insert(PlaceOf(child).right - PlaceOf(child).left);
@@ -145,7 +145,7 @@ TEST_F(AppTest, ProfilesAreKeptChosenAndTravelAsText) {
 
 TEST_F(AppTest, EveryCommandOfTheBarHasAButtonInTheGroupsOfTheDesign) {
   ASSERT_TRUE(Start());
-  const HWND bar = FindWindowExA(parts->frame.Handle(), nullptr, TOOLBARCLASSNAMEA, nullptr);
+  const HWND bar = Toolbar();
   RECT area, last{};
   GetClientRect(bar, &area);
   std::string groups;

@@ -348,7 +348,7 @@ TEST_F(OptionsDialogTest, WhatIsAcceptedIsInEffectAtOnce) {
   EXPECT_EQ(map.undo.StepCount(), 2u);
   EXPECT_EQ(parts->windows.Views().Views()[0]->rotationStep, 90);
   EXPECT_GT(after.bottom, before.bottom) << "a thinner caption";
-  EXPECT_EQ(FindWindowExA(parts->frame.Handle(), nullptr, TOOLBARCLASSNAMEA, nullptr), nullptr);
+  EXPECT_EQ(Toolbar(), nullptr);
 }
 
 TEST_F(OptionsDialogTest, EveryPageIsTidyAndItsLettersDiffer) {

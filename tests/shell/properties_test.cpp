@@ -137,6 +137,52 @@ TEST_F(PropertiesTest, OneKeyAfterTheOtherIsTypedAndTakenBack) {
   ExpectUndone();
 }
 
+TEST_F(PropertiesTest, TheGridIsWorkedByMouseAndKeys) {
+  Open();
+  const HWND list = window->Keys().Handle();
+  const auto rowOf = [this](const std::string& name) {
+    const auto rows = Rows();
+    return static_cast<int>(
+        std::ranges::find_if(rows,
+                             [&](const std::string& row) { return row.starts_with(name + "="); }) -
+        rows.begin());
+  };
+  const auto click = [&](const std::string& name, int column) {
+    RECT cell;
+    ListView_GetSubItemRect(list, rowOf(name), column, LVIR_BOUNDS, &cell);
+    const LPARAM at = MAKELPARAM(cell.left + 3, cell.top + 3);
+    PostMessageW(list, WM_LBUTTONDOWN, MK_LBUTTON, at);
+    Post(list, WM_LBUTTONUP, 0, at);
+  };
+  click("light", 1);
+  ASSERT_TRUE(window->Keys().IsEditing());
+  Letters(Box(), L"1");
+  Key(Box(), VK_UP);
+  EXPECT_EQ(KeyOf(0, "light"), "1");
+  EXPECT_FALSE(window->Keys().IsEditing());
+  window->Keys().Choose("light");
+  Letters(list, L"23");
+  SendMessageW(list, WM_VSCROLL, SB_LINEDOWN, 0);
+  EXPECT_EQ(KeyOf(0, "light"), "23") << "what goes out of sight is taken";
+  SendMessageW(Control(ID_PROPERTIES_ADD), BM_CLICK, 0, 0);
+  Letters(Box(), L"style");
+  Key(Box(), VK_RETURN);
+  Letters(Box(), L"4");
+  Key(Box(), VK_TAB);
+  EXPECT_EQ(KeyOf(0, "style"), "4");
+  EXPECT_NE(GetFocus(), list) << "the next control has the keys";
+  window->Keys().Choose("style");
+  const HeldKey shift(VK_SHIFT);
+  Key(list, VK_F2);
+  Letters(Box(), L"wait");
+  Key(Box(), VK_RETURN);
+  EXPECT_EQ(KeyOf(0, "wait"), "4") << "another name";
+  window->Keys().Choose("wait");
+  SendMessageW(Control(ID_PROPERTIES_REMOVE), BM_CLICK, 0, 0);
+  EXPECT_EQ(KeyOf(0, "wait"), "none");
+  ExpectUndone();
+}
+
 TEST_F(PropertiesTest, TheWindowFollowsTheSelectionAndGivesToAll) {
   Open();
   Select({0, 1});
@@ -210,6 +256,18 @@ TEST_F(PropertiesTest, FlagsAngleNameAndClassAreOneStepEach) {
   Key(text, VK_RETURN);
   EXPECT_EQ(KeyOf(2, "classname"), "info_player_deathmatch");
   EXPECT_EQ(KeyOf(2, "angle"), "90");
+  const HWND classes = Control(ID_PROPERTIES_CLASS);
+  for (const int notice : {CBN_DROPDOWN, CBN_SELENDOK, CBN_CLOSEUP}) {
+    if (notice == CBN_SELENDOK)
+      SendMessageW(classes, CB_SELECTSTRING, 0, reinterpret_cast<LPARAM>(L"info_player_coop"));
+    SendMessageW(window->Handle(), WM_COMMAND, MAKEWPARAM(ID_PROPERTIES_CLASS, notice),
+                 reinterpret_cast<LPARAM>(classes));
+  }
+  app->Pump();
+  EXPECT_EQ(KeyOf(2, "classname"), "info_player_coop");
+  Give(Command::Undo);
+  app->Pump();
+  SetFocus(text);
   SendMessageW(text, EM_SETSEL, 0, -1);
   Letters(text, L"func_d");
   Key(text, VK_RETURN);
@@ -254,6 +312,12 @@ TEST_F(PropertiesTest, LinksLeadToTheirEndsAndSeveralAreConnected) {
   EXPECT_EQ(map->selection, std::vector<entity*>{&Object(2)});
   Give(Command::FollowLinksBack);
   EXPECT_EQ(map->selection, std::vector<entity*>{&Object(0)});
+  Give(Command::FollowLinksBack);
+  EXPECT_EQ(WindowOf(Orientation::Top).View()->Status(), "Nothing points to it");
+  Select({0, 2});
+  Give(Command::DuplicateLinks);
+  EXPECT_EQ(KeyOf(3, "target"), "info_player_start2");
+  EXPECT_EQ(KeyOf(4, "targetname"), "info_player_start2");
   ExpectUndone();
 }
 
@@ -287,7 +351,7 @@ TEST_F(PropertiesTest, TheWorldHasItsOwn) {
 TEST_F(PropertiesTest, TypedKeysHaveFieldsThatFit) {
   Open();
   map->classSet->FindClass("light").keys = {
-      {"_color", KeyType::Colour, "", "1 1 1", "", {}},
+      {"_color", KeyType::Colour, "", "1 1 1", "of its light", {}},
       {"style", KeyType::Choices, "", "0", "", {{"0", "steady"}, {"10", "flicker"}}},
       {"noise", KeyType::File, "", "", "", {}},
       {"wait", KeyType::Number, "", "", "", {}}};
@@ -296,6 +360,9 @@ TEST_F(PropertiesTest, TypedKeysHaveFieldsThatFit) {
   EXPECT_EQ(Row("style"), "0  steady");
   EXPECT_EQ(KeyOf(0, "style"), "none") << "what the class knows is not written";
   window->Keys().Choose("_color");
+  app->Pump();
+  EXPECT_EQ(Shown(ID_PROPERTIES_HELP).find("_color: of its light"), 0u)
+      << Shown(ID_PROPERTIES_HELP);
   dialogs.colours = {{255, 51, 0}};
   SendMessageW(Control(ID_PROPERTIES_CHOOSE), BM_CLICK, 0, 0);
   EXPECT_EQ(KeyOf(0, "_color"), "1 0.2 0");

@@ -131,8 +131,10 @@ TEST_F(AppTest, TheProgressWindowCountsAndHoldsTheFrameBack) {
 
   load.End();
   EXPECT_EQ(TextOf(GetDlgItem(load.Handle(), 1)), "Loading: outer.map ....");
+  const HWND shown = load.Handle();
   load.End();
   EXPECT_EQ(load.Handle(), nullptr);
+  EXPECT_FALSE(IsWindow(shown));
   EXPECT_TRUE(IsWindowEnabled(parts->frame.Handle()));
 }
 

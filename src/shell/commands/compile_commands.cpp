@@ -1,7 +1,5 @@
 // Compile!, what it leaves to look at (where the map leaks, and its portals), and what is asked of
 // a map before: its check and its figures.
-#include <algorithm>
-
 #include "base/path_text.h"
 #include "base/report.h"
 #include "base/safe_file.h"

@@ -11,6 +11,7 @@
 #include "shell/dialogs/options_dialog.h"
 #include "shell/dialogs/set_key_dialog.h"
 #include "shell/resources/resource.h"
+#include "shell/system/controls.h"
 #include "shell/system/wide_text.h"
 
 namespace ferrowand {
@@ -47,10 +48,8 @@ int BindingsPage::Chosen() const {
 void BindingsPage::ShowList(int chosen) const {
   SendDlgItemMessageW(page_, ID_BOUND_LIST, LB_RESETCONTENT, 0, 0);
   for (const BoundEntity& item : items_) {
-    const std::wstring text =
-        ToWide(Format("%s (%s)", NameOf(*item.prototype).c_str(), KeyName(item.key).c_str()));
-    SendDlgItemMessageW(page_, ID_BOUND_LIST, LB_ADDSTRING, 0,
-                        reinterpret_cast<LPARAM>(text.c_str()));
+    AddLine(GetDlgItem(page_, ID_BOUND_LIST),
+            ToWide(Format("%s (%s)", NameOf(*item.prototype).c_str(), KeyName(item.key).c_str())));
   }
   const int last = static_cast<int>(items_.size()) - 1;
   SendDlgItemMessageW(page_, ID_BOUND_LIST, LB_SETCURSEL,

@@ -1,12 +1,12 @@
 #include "shell/dialogs/compile_dialog.h"
 
 #include <algorithm>
-#include <array>
 
 #include "base/number_text.h"
 #include "base/options.h"
 #include "shell/resources/resource.h"
 #include "shell/system/clipboard.h"
+#include "shell/system/controls.h"
 #include "shell/system/handles.h"
 #include "shell/system/wide_text.h"
 
@@ -157,23 +157,18 @@ class CompileDialog {
     }
   }
 
-  bool IsChecked(int id) const { return IsDlgButtonChecked(dialog_, id) == BST_CHECKED; }
+  bool IsChecked(int id) const { return IsTicked(dialog_, id); }
   void SetText(int id, const std::string& text) const {
     SetDlgItemTextW(dialog_, id, ToWide(text).c_str());
   }
-  std::string TextOf(int id) const {
-    std::array<wchar_t, 2 * Options::TEXTLENGTH> text{};
-    GetDlgItemTextW(dialog_, id, text.data(), static_cast<int>(text.size()));
-    return FromWide(text.data());
-  }
+  std::string TextOf(int id) const { return FromWide(WindowText(GetDlgItem(dialog_, id))); }
 
   // --- the profiles
 
   void FillProfiles() const {
     SendDlgItemMessageW(dialog_, ID_COMPILE_PROFILE, CB_RESETCONTENT, 0, 0);
     for (const CompileProfile& profile : profiles_) {
-      SendDlgItemMessageW(dialog_, ID_COMPILE_PROFILE, CB_ADDSTRING, 0,
-                          reinterpret_cast<LPARAM>(ToWide(profile.name).c_str()));
+      AddChoice(GetDlgItem(dialog_, ID_COMPILE_PROFILE), ToWide(profile.name));
     }
   }
 

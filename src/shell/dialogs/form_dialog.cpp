@@ -1,10 +1,10 @@
 #include "shell/dialogs/form_dialog.h"
 
 #include <algorithm>
-#include <array>
 #include <cctype>
 
 #include "shell/resources/resource.h"
+#include "shell/system/controls.h"
 #include "shell/system/handles.h"
 #include "shell/system/wide_text.h"
 
@@ -71,9 +71,8 @@ class FormDialog {
   bool Accept() const {
     FormValues typed;
     for (std::size_t i = 0; i < count_; ++i) {
-      std::array<wchar_t, MAXVALUE> text{};
-      GetDlgItemTextW(dialog_, static_cast<int>(ID_FORM_VALUE + i), text.data(), MAXVALUE);
-      typed.push_back(FromWide(text.data()));
+      const HWND value = GetDlgItem(dialog_, static_cast<int>(ID_FORM_VALUE + i));
+      typed.push_back(FromWide(WindowText(value)));
     }
     if (form_.accept(typed)) return true;
     FocusFirst();
@@ -125,9 +124,7 @@ class FormDialog {
   void AddList(const std::vector<std::string>& choices, int top) {
     const HWND list = Add(L"COMBOBOX", "", WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST, columnsLeft_,
                           top, {ColumnsWidth(), InPixels(0, LIST_HEIGHT).cy});
-    for (const std::string& choice : choices) {
-      SendMessageW(list, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(ToWide(choice).c_str()));
-    }
+    for (const std::string& choice : choices) AddChoice(list, ToWide(choice));
     SendMessageW(list, CB_SETCURSEL, 0, 0);
   }
 

@@ -26,8 +26,17 @@ std::wstring WindowText(HWND window) {
   return text;
 }
 
+bool IsTicked(HWND parent, int id) {
+  return IsDlgButtonChecked(parent, id) == BST_CHECKED;
+}
+
 void AddChoice(HWND combo, const std::wstring& text) {
   SendMessageW(combo, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+int AddLine(HWND list, const std::wstring& text) {
+  return static_cast<int>(
+      SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str())));
 }
 
 LRESULT OnGrey(WPARAM dc) {

@@ -16,8 +16,10 @@ void PlaceControl(HWND parent, int id, int left, int top, int width, int height)
 
 // All that stands in it, however long that is.
 std::wstring WindowText(HWND window);
-// To the end of a combo box's list.
+bool IsTicked(HWND parent, int id);
+// At the end of a combo box's list, and of a list box; where it stands there.
 void AddChoice(HWND combo, const std::wstring& text);
+int AddLine(HWND list, const std::wstring& text);
 
 // The answer to WM_CTLCOLORSTATIC: a text lies on the grey of its window.
 LRESULT OnGrey(WPARAM dc);

@@ -1,14 +1,20 @@
-// Whether a window is one that takes what is typed as text.
+// Of what class a window is, and whether it takes what is typed as text.
 #pragma once
 
 #include "shell/system/win32.h"
 
+#include <string>
+
 namespace ferrowand {
 
-inline bool IsTextBox(HWND window) {
-  char name[16] = "";
+inline std::string ClassOf(HWND window) {
+  char name[100] = "";
   GetClassNameA(window, name, sizeof name);
-  return lstrcmpiA(name, "Edit") == 0;
+  return name;
+}
+
+inline bool IsTextBox(HWND window) {
+  return lstrcmpiA(ClassOf(window).c_str(), "Edit") == 0;
 }
 
 // Whether the message is of a key that writes in a text box, or moves about in it.

@@ -101,9 +101,7 @@ bool AnglePanel::OnCommand(int id) {
 }
 
 std::string AnglePanel::Typed() const {
-  std::array<wchar_t, 32> text{};
-  GetDlgItemTextW(parent_, ID_ANGLE_TEXT, text.data(), static_cast<int>(text.size()));
-  return FromWide(text.data());
+  return FromWide(WindowText(GetDlgItem(parent_, ID_ANGLE_TEXT)));
 }
 
 bool AnglePanel::IsTyped() const {

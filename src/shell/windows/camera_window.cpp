@@ -58,10 +58,7 @@ void CameraWindow::OnDestroy() {
 }
 
 void CameraWindow::StandAs(ChildWindow& other) {
-  RECT place;
-  GetWindowRect(other.Handle(), &place);
-  MapWindowPoints(nullptr, frame_.Client(), reinterpret_cast<POINT*>(&place), 2);
-  MoveTo({place.left, place.top, place.right, place.bottom});
+  MoveOnto(other);
   camera_->SetMode(other.GetCamera()->Mode());
   camera_->SetPose(other.GetCamera()->Pose());
 }

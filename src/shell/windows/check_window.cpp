@@ -187,8 +187,7 @@ void CheckWindow::OnCommand(int id, int notification) {
   if (notification != BN_CLICKED) return;
   if (id == ID_CHECK_REPAIR) RepairChosen();
   if (id != ID_CHECK_STRICT) return;
-  const bool isStrict = IsDlgButtonChecked(Handle(), ID_CHECK_STRICT) == BST_CHECKED;
-  check_.Restart(isStrict ? STRICT_TOLERANCE : CHECK_TOLERANCE);
+  check_.Restart(IsTicked(Handle(), id) ? STRICT_TOLERANCE : CHECK_TOLERANCE);
   Empty();
   Look();
 }

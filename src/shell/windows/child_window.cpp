@@ -32,6 +32,13 @@ void ChildWindow::MoveTo(const PixelRect& place) const {
                SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);
 }
 
+void ChildWindow::MoveOnto(const ChildWindow& other) const {
+  RECT place;
+  GetWindowRect(other.window_, &place);
+  MapWindowPoints(nullptr, frame_.Client(), reinterpret_cast<POINT*>(&place), 2);
+  MoveTo({place.left, place.top, place.right, place.bottom});
+}
+
 void ChildWindow::OnMouseOver(HWND inside, POINT mouse) {
   ClientToScreen(inside, &mouse);
   // The system tells of the mouse also when a window comes up under it. Then the user has chosen

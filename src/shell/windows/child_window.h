@@ -69,13 +69,15 @@ class ChildWindow {
   void Create(const char* windowClass, const char* title, const ChildPlace& place = {},
               DWORD style = 0, DWORD extendedStyle = 0);
 
-  // What it does not answer itself goes on to DefMDIChildProc. It closes without being asked.
+  // What it does not answer itself goes on to DefMDIChildProc. It is not told to close.
   virtual LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) = 0;
   // The mouse is over that part of this window. Where the options want the focus to follow it,
   // takes that from any other window of the frame, but not out of what is being typed.
   void OnMouseOver(HWND inside, POINT mouse);
   // The frame's window, in pixels of the drawing area of one of these.
   PixelRect FrameAround(HWND inside) const;
+  // Where the other one stands.
+  void MoveOnto(const ChildWindow& other) const;
   // A thin caption, or one of the usual height, from now on.
   void SetSmallCaption(bool small) const;
   // Also into the list of the Window menu.

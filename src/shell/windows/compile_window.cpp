@@ -124,10 +124,8 @@ void CompileWindow::ShowElapsed() {
 
 void CompileWindow::OnStageLine(const std::string& line) {
   lines_.push_back(line);
-  const auto index =
-      SendMessageW(list_, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(ToWide(line).c_str()));
   // The newest in sight.
-  SendMessageW(list_, LB_SETTOPINDEX, static_cast<WPARAM>(index), 0);
+  SendMessageW(list_, LB_SETTOPINDEX, static_cast<WPARAM>(AddLine(list_, ToWide(line))), 0);
   ShowElapsed();
 }
 

@@ -10,6 +10,7 @@
 #include "document/classes/special_classes.h"
 #include "document/map.h"
 #include "document/picking.h"
+#include "operations/entity_search.h"
 #include "operations/groups.h"
 #include "operations/layers.h"
 #include "operations/regroup.h"
@@ -205,12 +206,7 @@ void EntityTreeWindow::SelectAlike(const TreeChoice& choice, const entity& e) {
     if (&other != &map_ && isAlike(other)) objects.push_back(const_cast<entity*>(&other));
   });
   Select(map_, objects, false);
-  const std::size_t unreached = objects.size() - map_.selection.size();
-  std::string text = Format("%u selected", static_cast<unsigned>(map_.selection.size()));
-  if (unreached > 0) {
-    text += Format(", %u hidden or disabled", static_cast<unsigned>(unreached));
-  }
-  map_.ShowStatus(text);
+  map_.ShowStatus(SelectedInWords(objects.size(), map_.selection.size()));
 }
 
 bool EntityTreeWindow::MayMoveTo(const entity& holder) const {

@@ -164,7 +164,7 @@ void FindWindow::ShowState() const {
   std::string text;
   if (at_ != NONE) text = Format("%u of ", static_cast<unsigned>(at_ + 1));
   text += Format("%u found", static_cast<unsigned>(found_.size()));
-  if (unreached > 0) text += Format(", %u hidden or disabled", static_cast<unsigned>(unreached));
+  text += UnreachedInWords(unreached);
   if (Typed().IsEmpty()) text.clear();
   SetDlgItemTextA(Handle(), ID_FIND_STATE, text.c_str());
   for (const int id : {ID_FIND_NEXT, ID_FIND_PREVIOUS, ID_FIND_ALL}) {
@@ -222,10 +222,7 @@ void FindWindow::SelectAll() {
   isSelecting_ = true;
   Select(*map_, found_, false);
   isSelecting_ = false;
-  const std::size_t unreached = found_.size() - map_->selection.size();
-  std::string text = Format("%u selected", static_cast<unsigned>(map_->selection.size()));
-  if (unreached > 0) text += Format(", %u hidden or disabled", static_cast<unsigned>(unreached));
-  map_->ShowStatus(text);
+  map_->ShowStatus(SelectedInWords(found_.size(), map_->selection.size()));
   ShowState();
 }
 

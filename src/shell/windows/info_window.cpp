@@ -8,6 +8,7 @@
 #include "gamedata/bsp_file.h"
 #include "operations/map_statistics.h"
 #include "shell/resources/resource.h"
+#include "shell/system/controls.h"
 #include "shell/system/wide_text.h"
 
 namespace ferrowand {
@@ -43,11 +44,6 @@ void InfoWindow::SetText(int id, const std::string& text) const {
   SetDlgItemTextW(Handle(), id, ToWide(text).c_str());
 }
 
-void InfoWindow::AddLine(int list, const std::string& line) const {
-  SendDlgItemMessageW(Handle(), list, LB_ADDSTRING, 0,
-                      reinterpret_cast<LPARAM>(ToWide(line).c_str()));
-}
-
 bool InfoWindow::OnInit() {
   RECT place;
   GetWindowRect(Handle(), &place);
@@ -66,14 +62,16 @@ void InfoWindow::Fill() {
   SetText(ID_INFO_FACES, std::to_string(counts.faces));
   SetText(ID_INFO_STARTS, std::to_string(counts.deathmatchStarts));
   SetText(ID_INFO_MODIFIED, map_->modified() ? "True" : "False");
-  for (const std::string& exit : counts.exits) AddLine(ID_INFO_EXITS, exit);
+  for (const std::string& exit : counts.exits)
+    AddLine(GetDlgItem(Handle(), ID_INFO_EXITS), ToWide(exit));
 
   ShowFile(map_->filename, ID_INFO_MAP_FILE, ID_INFO_MAP_DATE, ID_INFO_MAP_TIME);
   const std::string bsp = BspPathOf(*map_);
   const bool hasBsp = ShowFile(bsp, ID_INFO_BSP_FILE, ID_INFO_BSP_DATE, ID_INFO_BSP_TIME);
   EnableWindow(GetDlgItem(Handle(), ID_INFO_MORE), hasBsp);
   if (!hasBsp) return;
-  for (const std::string& line : BspSummary(bsp)) AddLine(ID_INFO_BSP, line);
+  const HWND list = GetDlgItem(Handle(), ID_INFO_BSP);
+  for (const std::string& line : BspSummary(bsp)) AddLine(list, ToWide(line));
 }
 
 bool InfoWindow::ShowFile(const std::string& path, int pathText, int dateText, int timeText) {

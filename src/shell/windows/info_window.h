@@ -31,7 +31,6 @@ class InfoWindow : public SideDialog {
   // Whether the file is there.
   bool ShowFile(const std::string& path, int pathText, int dateText, int timeText);
   void SetText(int id, const std::string& text) const;
-  void AddLine(int list, const std::string& line) const;
   void ShowMore(bool isShown);
 
   Map* map_;

@@ -220,7 +220,7 @@ void KeyGrid::OpenList(const RECT& cell, const std::vector<KeyChoice>& choices) 
                             list_, nullptr, GetModuleHandleW(nullptr), nullptr);
   for (const KeyChoice& choice : choices) {
     const std::wstring text = ChoiceText(choice);
-    SendMessageW(editor_, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text.c_str()));
+    AddChoice(editor_, text);
     if (choice.value == edited_.value && !edited_.differs) initial_ = text;
   }
   SetWindowTextW(editor_, initial_.c_str());

@@ -291,10 +291,6 @@ void MapWindow::Refuse(const std::string& why) {
   SetTimer(Handle(), REFUSAL_TIMER, REFUSAL_TIME, nullptr);
 }
 
-void MapWindow::OnTimer(UINT_PTR) {
-  EndRefusal();
-}
-
 void MapWindow::EndRefusal() {
   if (!refusing_) return;
   refusing_ = false;
@@ -304,10 +300,7 @@ void MapWindow::EndRefusal() {
 }
 
 void MapWindow::StandAs(ChildWindow& other) {
-  RECT place;
-  GetWindowRect(other.Handle(), &place);
-  MapWindowPoints(nullptr, frame_.Client(), reinterpret_cast<POINT*>(&place), 2);
-  MoveTo({place.left, place.top, place.right, place.bottom});
+  MoveOnto(other);
   const MapView& shown = *other.View();
   view_->transform = shown.transform;
   view_->gridu = shown.gridu;

@@ -83,7 +83,7 @@ class MapWindow : public PanelWindow, public ViewHost {
   void Layout() const override;
   HWND KeyControl() const override { return drawing_; }
   void OnCommand(int id, int notification) override;
-  void OnTimer(UINT_PTR timer) override;
+  void OnTimer(UINT_PTR) override { EndRefusal(); }
   void AddToolTips() const;
   void ToggleControls();
   void OnDrawButton(const DRAWITEMSTRUCT& item);

@@ -99,11 +99,8 @@ void PropertiesWindow::ShowTitle() const {
   if (of_ != PropertiesOf::World && objects_.size() == 1)
     title += ": " + NameFor(*objects_.front());
   if (objects_.size() > 1) title += ": " + std::to_string(objects_.size()) + " objects";
-  std::array<wchar_t, 300> before{};
-  GetWindowTextW(Handle(), before.data(), static_cast<int>(before.size()));
-  if (const std::wstring text = ToWide(title); text != before.data()) {
-    SetWindowTextW(Handle(), text.c_str());
-  }
+  const std::wstring text = ToWide(title);
+  if (text != WindowText(Handle())) SetWindowTextW(Handle(), text.c_str());
 }
 
 const EntityClass* PropertiesWindow::SharedClass() const {
@@ -129,8 +126,7 @@ void PropertiesWindow::FillClasses() {
   if (map_) {
     for (const auto& known : map_->classSet->Classes()) {
       if (known->IsNative() || IsWorldspawn(known->classname)) continue;
-      SendMessageW(list, CB_ADDSTRING, 0,
-                   reinterpret_cast<LPARAM>(ToWide(known->classname).c_str()));
+      AddChoice(list, ToWide(known->classname));
     }
   }
   SendMessageW(list, WM_SETREDRAW, TRUE, 0);
@@ -209,9 +205,7 @@ std::string PropertiesWindow::WhatItIs() const {
 }
 
 void PropertiesWindow::ShowKeys() {
-  const bool withEditorKeys =
-      IsDlgButtonChecked(Handle(), ID_PROPERTIES_EDITOR_KEYS) == BST_CHECKED;
-  rows_.Show(objects_, withEditorKeys);
+  rows_.Show(objects_, IsTicked(Handle(), ID_PROPERTIES_EDITOR_KEYS));
   if (grid_->IsEditing()) return;
   std::vector<KeyRow> rows = rows_.Rows();
   if (of_ == PropertiesOf::World) ShowWads(rows);
@@ -299,8 +293,7 @@ void PropertiesWindow::ShowLinks() {
   SendMessageW(list, WM_SETREDRAW, FALSE, 0);
   SendMessageW(list, LB_RESETCONTENT, 0, 0);
   for (std::size_t i = 0; i < links_.size(); ++i) {
-    SendMessageW(list, LB_ADDSTRING, 0,
-                 reinterpret_cast<LPARAM>(ToWide(LinkText(links_[i], i < linksFrom_)).c_str()));
+    AddLine(list, ToWide(LinkText(links_[i], i < linksFrom_)));
   }
   SendMessageW(list, WM_SETREDRAW, TRUE, 0);
   InvalidateRect(list, nullptr, TRUE);

@@ -106,8 +106,7 @@ void PropertiesWindow::OnCreate() {
 }
 
 bool PropertiesWindow::IsPinned() const {
-  return of_ == PropertiesOf::World ||
-         IsDlgButtonChecked(Handle(), ID_PROPERTIES_PIN) == BST_CHECKED;
+  return of_ == PropertiesOf::World || IsTicked(Handle(), ID_PROPERTIES_PIN);
 }
 
 void PropertiesWindow::SetText(int id, const std::wstring& text) const {

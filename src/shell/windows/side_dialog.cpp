@@ -30,7 +30,7 @@ std::string SideDialog::TextOf(int id) const {
 }
 
 bool SideDialog::IsTicked(int id) const {
-  return IsDlgButtonChecked(Handle(), id) == BST_CHECKED;
+  return ferrowand::IsTicked(Handle(), id);
 }
 
 void SideDialog::PutInPlace() const {
