@@ -264,6 +264,7 @@ void WrapFaces(EditStep& step, std::span<const PickedFace> faces) {
   if (graph.size() == 0) return;
   const std::vector<FaceWalk::Step> way = WayOver(graph);
   std::vector<PickedFace> laid;
+  laid.reserve(way.size());
   for (const FaceWalk::Step& next : way) laid.push_back(graph.At(next.to));
   auto next = way.begin();
   ChangeFaces(step, laid, [&](const PickedFace& face) {

@@ -182,6 +182,7 @@ void TextureBrowser::Drop(POINT screen) {
 }
 
 void TextureBrowser::Paint(const CameraHit& hit) {
+  if (!hit.object) return;
   const bool ofBrush = GetKeyState(VK_CONTROL) < 0;
   const ActionScope action(map_.Data(), "Paint " + chosen_);
   const EditResult result = ofBrush ? PaintBrush(map_, *hit.object, chosen_)

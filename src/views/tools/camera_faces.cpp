@@ -100,6 +100,7 @@ void CameraFaces::Paint() {
   std::optional<TexturePlacement> placement;
   if (!map_->pickedFaces.empty()) {
     const Face& from = map_->pickedFaces.Faces().front().Get();
+    if (&from == &way_.front().Get()) return;  // it has that already
     texture = from.WrittenName();
     if (!onlyTexture_) placement = PlacementOf(from);
   }
