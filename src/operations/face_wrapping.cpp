@@ -251,7 +251,7 @@ std::vector<FaceWalk::Step> WayOver(const FaceGraph& graph) {
   together.Spread(all);
   const Belt belt = BestBelt(graph, together.Reached());
   FaceWalk way(graph);
-  way.Begin(belt.hasFirst ? 0 : *std::ranges::min_element(belt.faces));
+  way.Begin(*std::ranges::min_element(belt.faces));
   way.Spread([&](const Neighbour& next) { return IsAlong(next, belt.axis); });
   way.Spread(all);
   return way.Steps();

@@ -230,6 +230,7 @@ TEST_F(WadEditTest, AnEditThatIsInterruptedAtAnyCallLeavesOneFileOrTheOther) {
       for (const char* name : {"test.wad", "test.wad.bak"}) {
         for (const std::string& left : LeftBeside(dir.Path(name))) file::Delete(left);
       }
+      file::Delete(dir.Path("test.wad.bak"));
       Open(before);
       const auto edit = [&] {
         const bool worked = wad->RemoveTexture(*wad->FindTexture("a"));
@@ -240,6 +241,7 @@ TEST_F(WadEditTest, AnEditThatIsInterruptedAtAnyCallLeavesOneFileOrTheOther) {
       const TracedRun run = RunTraced(edit, what, at);
       wasReached = run.calls.size() > at;
       ASSERT_TRUE(File() == before || File() == after) << at;
+      EXPECT_TRUE(File() == before || dir.Read("test.wad.bak") == before) << at;
       EXPECT_TRUE(run.killed || File() == (run.result ? after : before)) << at;
       ASSERT_TRUE(wasReached || run.result);
     }

@@ -46,6 +46,18 @@ class HitTestTest : public testing::Test {
   SmallMap small;
 };
 
+TEST(PolygonTest, ARectangleMeetsAnEdgeWithoutACornerOfIt) {
+  const std::vector<Pixel> triangle{{0, 0}, {100, 0}, {0, 100}};
+  for (const auto& [closed, meets] : Cases<PixelRect, bool>{{{40, 40, 60, 60}, true},
+                                                            {{60, 60, 90, 90}, false},
+                                                            {{10, 10, 30, 30}, false},
+                                                            {{40, -10, 60, 0}, true},
+                                                            {{40, -10, 60, -1}, false},
+                                                            {{-5, -5, 200, 200}, true}}) {
+    EXPECT_EQ(MeetsOutline(closed, triangle), meets) << closed.left << " " << closed.bottom;
+  }
+}
+
 TEST_F(HitTestTest, TheFaceTurnedToTheEyeIsHitInEveryOrientation) {
   const entity& cube = small.AddCuboid({0, 0, 0}, {64, 64, 64});
   const int axes[][2] = {{0, 1}, {0, 2}, {1, 2}};
