@@ -98,6 +98,14 @@ class EntityTreeWindowTest : public AppTest {
     SendMessageW(window->Handle(), WM_CONTEXTMENU, reinterpret_cast<WPARAM>(list),
                  MAKELPARAM(at.x, at.y));
   }
+  // The list chooses the row before it asks.
+  void RightClick(int row, unsigned chosen) {
+    const HeldKey button(VK_RBUTTON);
+    ListView_SetItemState(list, -1, 0, LVIS_SELECTED);
+    ListView_SetItemState(list, row, LVIS_SELECTED, LVIS_SELECTED);
+    TrackPopup(row, chosen);
+    app->Pump();
+  }
   entity& Object(std::size_t index) const {
     return *map->getEntityList().front()->getEntityList()[index];
   }
@@ -270,7 +278,7 @@ TEST_F(EntityTreeWindowTest, ThePopupSelectsWhatIsAlikeAndOffersWhatCanBeDone) {
   EXPECT_EQ(dialogs.tracked[1005] & MF_GRAYED, UINT{MF_GRAYED}) << "a monster holds nothing";
 
   Select(*map, &Object(3), false);
-  TrackPopup(5, 1002);
+  RightClick(5, 1002);
   EXPECT_EQ(map->selection, (std::vector<entity*>{&Object(3), &Object(5)}));
   TrackPopup(1, 1006);
   EXPECT_EQ(map->leadingGroup(), &Object(1));
@@ -284,7 +292,7 @@ TEST_F(EntityTreeWindowTest, ThePopupSelectsWhatIsAlikeAndOffersWhatCanBeDone) {
   EXPECT_NEAR(view.transform.ToWorldU(view.DrawingArea().width / 2), 64, 3);
   Click(5, LVIR_LABEL, WM_LBUTTONDBLCLK);
   EXPECT_NEAR(view.transform.ToWorldU(view.DrawingArea().width / 2), 2000, 70);
-  TrackPopup(2, 1000);
+  RightClick(2, 1000);
   app->Pump();
   EXPECT_EQ(map->selection, std::vector<entity*>{&Object(2)});
   ASSERT_FALSE(parts->sides.All().empty());

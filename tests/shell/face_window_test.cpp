@@ -21,9 +21,7 @@ class FaceWindowTest : public AppTest {
     map = &OpenTwoBrushes();
     Give(Command::NewGLCamera);
     app->Pump();
-    for (const auto& window : parts->windows.All()) {
-      if (auto* found = dynamic_cast<CameraWindow*>(window.get())) camera = found;
-    }
+    camera = AnyCamera();
     ASSERT_NE(camera, nullptr);
     CameraPose pose;
     pose.eye = DVec3(0, -150, 0);
@@ -31,9 +29,7 @@ class FaceWindowTest : public AppTest {
     camera->GetCamera()->SetPose(pose);
     Give(Command::FaceEdit);
     app->Pump();
-    for (const auto& side : parts->sides.All()) {
-      if (auto* found = dynamic_cast<FaceWindow*>(side.get())) window = found;
-    }
+    window = parts->sides.Find<FaceWindow>();
     ASSERT_NE(window, nullptr);
     EXPECT_TRUE(IsWindowVisible(window->Handle()));
     before = ExtendedText(*map);

@@ -161,7 +161,8 @@ TEST_F(PropertiesTest, TheGridIsWorkedByMouseAndKeys) {
   EXPECT_EQ(KeyOf(0, "light"), "1");
   EXPECT_FALSE(window->Keys().IsEditing());
   window->Keys().Choose("light");
-  Letters(list, L"23");
+  Letters(list, L"2");
+  Letters(Box(), L"3");
   SendMessageW(list, WM_VSCROLL, SB_LINEDOWN, 0);
   EXPECT_EQ(KeyOf(0, "light"), "23") << "what goes out of sight is taken";
   SendMessageW(Control(ID_PROPERTIES_ADD), BM_CLICK, 0, 0);

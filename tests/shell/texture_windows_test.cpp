@@ -75,21 +75,6 @@ class TextureWindowsTest : public AppTest {
     for (const char* c = text; *c; ++c) PostMessageW(wall, WM_CHAR, static_cast<WPARAM>(*c), 0);
     app->Pump();
   }
-  void WaitFor(const std::function<bool()>& fact) const {
-    for (const DWORD began = GetTickCount(); !fact() && GetTickCount() - began < 5000; Sleep(5)) {
-      app->Pump();
-    }
-    EXPECT_TRUE(fact());
-  }
-  static std::string Cell(HWND list, int row, int column) {
-    wchar_t cell[200] = L"";
-    LVITEMW item{};
-    item.iSubItem = column;
-    item.pszText = cell;
-    item.cchTextMax = 200;
-    SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-    return FromWide(item.pszText);
-  }
 
   Map* map = nullptr;
   HWND wall = nullptr;
@@ -231,7 +216,7 @@ TEST_F(TextureWindowsTest, WhatIsDraggedOntoAWadIsCopiedThere) {
   EXPECT_EQ(drag("door", 0), no) << "its own";
   EXPECT_EQ(drag("door", 1), yes);
   EXPECT_EQ(other.FindTexture("door")->height, 128);
-  EXPECT_EQ(Cell(list, 1, 1), "2");
+  EXPECT_EQ(CellOf(list, 1, 1), "2");
   drag("door", 1);
   EXPECT_EQ(sink.OnlyText(), "other.wad has a texture called door already");
   SetFileAttributesA(path.c_str(), FILE_ATTRIBUTE_READONLY);
@@ -321,15 +306,15 @@ TEST_F(TextureWindowsTest, WadsAreArrangedLocatedAndClosed) {
     SendDlgItemMessageA(window, button, BM_CLICK, 0, 0);
     app->Pump();
   };
-  EXPECT_EQ(Cell(list, 0, 3), "18");
-  EXPECT_EQ(Cell(list, 1, 4), "missing");
+  EXPECT_EQ(CellOf(list, 0, 3), "18");
+  EXPECT_EQ(CellOf(list, 1, 4), "missing");
   dialogs.files = {dir.Write("new.wad", WadBytes({{"WALL", 8, 8, "n"}}))};
   push(ID_WADS_ADD);
-  EXPECT_EQ(Cell(list, 2, 0), "new.wad");
-  EXPECT_EQ(Cell(list, 0, 4), "1 shared");
+  EXPECT_EQ(CellOf(list, 2, 0), "new.wad");
+  EXPECT_EQ(CellOf(list, 0, 4), "1 shared");
   push(ID_WADS_UP);
   push(ID_WADS_UP);
-  EXPECT_EQ(Cell(list, 0, 0), "new.wad");
+  EXPECT_EQ(CellOf(list, 0, 0), "new.wad");
   EXPECT_EQ(std::as_const(Box(0).brush).face(0).texture->width, 8);
   sink.answers = {Answer::Yes};
   PostMessageA(list, WM_KEYDOWN, VK_DELETE, 0);
@@ -338,12 +323,12 @@ TEST_F(TextureWindowsTest, WadsAreArrangedLocatedAndClosed) {
   ListView_SetItemState(list, 1, LVIS_SELECTED, LVIS_SELECTED);
   dialogs.files = {dir.Write("elsewhere/gone.wad", WadBytes({{"lava", 8, 8, "l"}}))};
   push(ID_WADS_LOCATE);
-  EXPECT_EQ(Cell(list, 1, 4), "");
+  EXPECT_EQ(CellOf(list, 1, 4), "");
   EXPECT_NE(parts->options.wadFolders, "");
   while (map->undo.CanUndo()) map->undo.Undo();
   app->Pump();
   EXPECT_EQ(ExtendedText(*map), before);
-  EXPECT_EQ(Cell(list, 0, 0), "some.wad");
+  EXPECT_EQ(CellOf(list, 0, 0), "some.wad");
 
   Give(Command::OpenFiles);
   app->Pump();

@@ -55,7 +55,7 @@ void AppParts::AddCommands(const Seams& seams) {
   commands.Add(MakeFindCommands({windows, sides, maker, options}));
   commands.Add(MakeTextureCommands({windows, sides, maker, commands, choice, documents, data, frame,
                                     dialogs, reporter, options}));
-  commands.Add(MakeFaceCommands({windows, sides, frame, tools, options}));
+  commands.Add(MakeFaceCommands({windows, sides, tools, options}));
   commands.Add(MakeCameraCommands({windows, maker, tools, direct3d, progress, reporter, options}));
 }
 

@@ -213,7 +213,6 @@ std::unique_ptr<CommandGroup> MakeTextureCommands(const TextureContext& context)
 struct FaceContext {
   ChildWindows& windows;
   SideWindows& sides;
-  const Frame& frame;
   ToolSet& tools;
   Options& options;
 };

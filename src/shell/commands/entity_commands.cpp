@@ -45,7 +45,7 @@ void ShowWindow(const EntityContext& in, Map& map, PropertiesOf of) {
 void ShowProperties(const EntityContext& in, unsigned) {
   Map& map = *in.windows.ActiveMap();
   if (in.tools.IsFaceEdit()) {
-    ShowFaceWindow(in.sides, {in.windows, in.frame, in.tools, in.options}, true);
+    ShowFaceWindow(in.sides, {in.windows, in.tools, in.options}, true);
     return;
   }
   if (map.selection.empty()) {

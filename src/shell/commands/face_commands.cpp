@@ -13,7 +13,7 @@ void ToggleFaceEdit(const FaceContext& in, unsigned) {
   in.tools.ToggleFaceEdit();
   if (!in.tools.IsFaceEdit()) return;
   PickSelectedFaces(*in.windows.ActiveMap());
-  ShowFaceWindow(in.sides, {in.windows, in.frame, in.tools, in.options}, false);
+  ShowFaceWindow(in.sides, {in.windows, in.tools, in.options}, false);
 }
 
 constexpr CommandHandler<FaceContext> HANDLERS[] = {

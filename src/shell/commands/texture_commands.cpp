@@ -70,8 +70,7 @@ void AskTexture(const TextureContext& in, unsigned) {
   const std::string name = TextureAsked(in, *in.windows.ActiveMap());
   auto* window = WindowOf<ReplaceWindow>(in.sides, [&] {
     return std::make_unique<ReplaceWindow>(
-        in.sides,
-        ReplaceContext{in.frame, in.windows, in.maker, in.commands, in.choice, in.options});
+        in.sides, ReplaceContext{in.windows, in.maker, in.commands, in.choice, in.options});
   });
   if (window) window->Show(replaces, name);
 }
@@ -79,8 +78,8 @@ void AskTexture(const TextureContext& in, unsigned) {
 void ShowWads(const TextureContext& in, unsigned) {
   auto* window = WindowOf<WadManagerWindow>(in.sides, [&] {
     return std::make_unique<WadManagerWindow>(
-        in.sides, WadManagerContext{in.frame, in.windows, in.documents, in.data, in.dialogs,
-                                    in.reporter, in.options});
+        in.sides,
+        WadManagerContext{in.windows, in.documents, in.data, in.dialogs, in.reporter, in.options});
   });
   if (window) window->Show();
 }

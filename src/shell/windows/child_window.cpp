@@ -16,9 +16,9 @@ ChildWindow::~ChildWindow() {
 }
 
 void ChildWindow::Create(const char* windowClass, const char* title, const ChildPlace& place,
-                         DWORD style, DWORD extendedStyle) {
-  if (windows_.GetOptions().smallCaptions) extendedStyle |= WS_EX_TOOLWINDOW;
-  CreateWindowExA(WS_EX_MDICHILD | extendedStyle, windowClass, title, WS_VISIBLE | WS_CHILD | style,
+                         DWORD style) {
+  const DWORD caption = windows_.GetOptions().smallCaptions ? WS_EX_TOOLWINDOW : 0;
+  CreateWindowExA(WS_EX_MDICHILD | caption, windowClass, title, WS_VISIBLE | WS_CHILD | style,
                   place.left, place.top, place.width, place.height, frame_.Client(), nullptr,
                   frame_.Instance(), this);
 }
@@ -62,17 +62,15 @@ PixelRect ChildWindow::FrameAround(HWND inside) const {
   return {place.left, place.top, place.right, place.bottom};
 }
 
-void ChildWindow::SetSmallCaption(bool small) const {
+// The caption changes its height.
+void ChildWindow::OptionsChanged() {
+  const bool small = windows_.GetOptions().smallCaptions != 0;
   const LONG style = GetWindowLongA(window_, GWL_EXSTYLE);
   const LONG wanted = small ? style | WS_EX_TOOLWINDOW : style & ~WS_EX_TOOLWINDOW;
   if (wanted == style) return;
   SetWindowLongA(window_, GWL_EXSTYLE, wanted);
   SetWindowPos(window_, nullptr, 0, 0, 0, 0,
                SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
-}
-
-void ChildWindow::OptionsChanged() {
-  SetSmallCaption(windows_.GetOptions().smallCaptions != 0);
 }
 
 void ChildWindow::ShowTitle(const std::string& title) {

@@ -67,7 +67,7 @@ class ChildWindow {
   // From the constructor of what the window is to be: messages come at once. Its caption is as
   // high as the options say.
   void Create(const char* windowClass, const char* title, const ChildPlace& place = {},
-              DWORD style = 0, DWORD extendedStyle = 0);
+              DWORD style = 0);
 
   // What it does not answer itself goes on to DefMDIChildProc. It is not told to close.
   virtual LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) = 0;
@@ -78,8 +78,6 @@ class ChildWindow {
   PixelRect FrameAround(HWND inside) const;
   // Where the other one stands.
   void MoveOnto(const ChildWindow& other) const;
-  // A thin caption, or one of the usual height, from now on.
-  void SetSmallCaption(bool small) const;
   // Also into the list of the Window menu.
   void ShowTitle(const std::string& title);
 

@@ -22,14 +22,12 @@
 #include "shell/system/wide_text.h"
 #include "shell/windows/child_windows.h"
 #include "shell/windows/face_picture.h"
-#include "shell/windows/window_place.h"
 #include "views/tools/tool_set.h"
 
 namespace ferrowand {
 namespace {
 
 constexpr const char* DIFFERS = "(differs)";
-constexpr int CORNER_GAP = 16;  // pixels at the usual size of letters
 // Turns of the wheel that follow each other sooner are one step of undo.
 constexpr std::chrono::milliseconds ONE_TURN{1000};
 
@@ -74,16 +72,14 @@ std::string CheckOf(std::span<const PickedFace> faces) {
 }  // namespace
 
 FaceWindow::FaceWindow(SideWindows& sides, const FaceWindowContext& context)
-    : SideWindow(sides), context_(context) {
-  CreateDialogParamW(context.frame.Instance(), MAKEINTRESOURCEW(ID_FACES), context.frame.Handle(),
-                     DispatchDialog, reinterpret_cast<LPARAM>(static_cast<SideWindow*>(this)));
+    : MapDialog(sides, context.windows, &context.options.facePlace, FirstPlace::LowerLeft),
+      context_(context) {
+  Create(ID_FACES);
 }
 
-FaceWindow::~FaceWindow() {
-  SetMap(nullptr);
-}
+FaceWindow::~FaceWindow() = default;
 
-void FaceWindow::OnInit() {
+bool FaceWindow::OnInit() {
   picture_ = std::make_unique<FacePicture>(
       GetDlgItem(Handle(), ID_FACES_PICTURE),
       FacePicture::Answers{.faces = [this] { return Faces(); },
@@ -96,29 +92,11 @@ void FaceWindow::OnInit() {
     SendDlgItemMessageA(Handle(), ID_FACES_SPIN + field, UDM_SETRANGE32, static_cast<WPARAM>(-1),
                         1);
   }
-  PutInPlace();
-}
-
-// At first at the lower left, where the arranged windows have no camera.
-void FaceWindow::PutInPlace() const {
-  RECT own, frame, screen;
-  GetWindowRect(Handle(), &own);
-  GetWindowRect(context_.frame.Handle(), &frame);
-  GetWindowRect(GetDesktopWindow(), &screen);
-  const int width = static_cast<int>(own.right - own.left);
-  const int height = static_cast<int>(own.bottom - own.top);
-  const int gap = Scaled(CORNER_GAP);
-  const ChildPlace corner{static_cast<int>(frame.left) + gap,
-                          static_cast<int>(frame.bottom) - gap - height, width, height};
-  const ChildPlace place =
-      PlaceOfText(context_.options.facePlace, corner,
-                  {static_cast<int>(screen.right), static_cast<int>(screen.bottom)});
-  SetWindowPos(Handle(), nullptr, place.left, place.top, 0, 0,
-               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  return false;
 }
 
 void FaceWindow::Show(bool activate) {
-  SetMap(context_.windows.ActiveMap());
+  FollowActiveMap();
   Refresh();
   ShowWindow(Handle(), activate ? SW_SHOW : SW_SHOWNA);
   if (!activate) return;
@@ -128,31 +106,18 @@ void FaceWindow::Show(bool activate) {
   SetFocus(first);
 }
 
-void FaceWindow::Hide() {
+void FaceWindow::OnClose() {
   Accept();
-  context_.options.facePlace = PlaceText(Handle(), context_.options.facePlace);
-  ShowWindow(Handle(), SW_HIDE);
+  Hide();
 }
 
 // --- the map
 
-void FaceWindow::SetMap(Map* map) {
-  if (map == map_) return;
+void FaceWindow::OnOtherMap() {
   live_.reset();
   again_.reset();
   typing_ = stepping_ = -1;
-  if (map_) map_->RemoveObserver(*this);
-  map_ = map;
-  if (map_) map_->AddObserver(*this);
   isStale_ = true;
-}
-
-void FaceWindow::OnMapClosing(const Map& map) {
-  if (&map == map_) SetMap(nullptr);
-}
-
-void FaceWindow::OnMapReplaced(const Map& map, Map& by) {
-  if (&map == map_) SetMap(&by);
 }
 
 void FaceWindow::OnChange(const MapChange& change) {
@@ -161,8 +126,8 @@ void FaceWindow::OnChange(const MapChange& change) {
 }
 
 void FaceWindow::OnIdle() {
-  SetMap(context_.windows.ActiveMap());
-  if (!context_.tools.IsFaceEdit() && IsWindowVisible(Handle())) Hide();
+  FollowActiveMap();
+  if (!context_.tools.IsFaceEdit() && IsWindowVisible(Handle())) OnClose();
   if (isStale_ && IsWindowVisible(Handle())) Refresh();
 }
 
@@ -176,7 +141,7 @@ void FaceWindow::Refresh() {
   isStale_ = false;
   const std::vector<PickedFace> faces = Faces();
   const FaceFacts facts = FactsOf(faces);
-  SetWindowTextW(Handle(), ToWide(map_ ? "Faces: " + map_->Name() : "Faces").c_str());
+  ShowName("Faces");
   SetDlgItemTextW(Handle(), ID_FACES_STATE, ToWide(StateOf(faces, facts)).c_str());
   SetDlgItemTextA(Handle(), ID_FACES_CHECK, CheckOf(faces).c_str());
   EnableAll(!faces.empty());
@@ -203,10 +168,6 @@ void FaceWindow::ShowFields(const FaceFacts& facts) {
     SendDlgItemMessageA(Handle(), ID_FACES_FIELD + field, EM_SETSEL, 0, -1);
   }
   isFilling_ = false;
-}
-
-bool FaceWindow::IsTicked(int id) const {
-  return IsDlgButtonChecked(Handle(), id) == BST_CHECKED;
 }
 
 // --- steps
@@ -279,7 +240,7 @@ void FaceWindow::OnEscape() {
     typing_ = -1;
     return Refresh();
   }
-  SetActiveWindow(context_.frame.Handle());
+  SetActiveWindow(windows_.GetFrame().Handle());
 }
 
 double FaceWindow::StepOf(PlacementField field, bool finely) const {
@@ -376,10 +337,6 @@ void FaceWindow::Hold(int corner) {
 
 // --- messages
 
-bool FaceWindow::LeavesToProgram(const MSG& message) const {
-  return IsProgramKey(message);
-}
-
 void FaceWindow::FinishTyping() {
   Accept();
   live_.reset();
@@ -399,47 +356,30 @@ void FaceWindow::OnCommand(int id, int notice) {
   } else if (id == IDCANCEL) {
     OnEscape();
   } else if (id == ID_FACES_CLOSE) {
-    Hide();
+    OnClose();
   } else {
     OnButton(id);
   }
 }
 
+LRESULT FaceWindow::OnNotify(NMHDR& header) {
+  if (header.code != static_cast<UINT>(UDN_DELTAPOS)) return FALSE;
+  const int turned = reinterpret_cast<const NMUPDOWN&>(header).iDelta;
+  Step(static_cast<int>(header.idFrom) - ID_FACES_SPIN, turned > 0 ? 1 : -1, IsDown(VK_SHIFT));
+  return TRUE;
+}
+
 LRESULT FaceWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  switch (message) {
-    case WM_INITDIALOG:
-      OnInit();
-      return FALSE;
-    case WM_COMMAND:
-      OnCommand(LOWORD(wParam), HIWORD(wParam));
-      return TRUE;
-    case WM_NOTIFY: {
-      const auto& header = *reinterpret_cast<const NMHDR*>(lParam);
-      if (header.code != static_cast<UINT>(UDN_DELTAPOS)) return FALSE;
-      const int turned = reinterpret_cast<const NMUPDOWN*>(lParam)->iDelta;
-      Step(static_cast<int>(header.idFrom) - ID_FACES_SPIN, turned > 0 ? 1 : -1, IsDown(VK_SHIFT));
-      SetWindowLongPtrW(Handle(), DWLP_MSGRESULT, TRUE);
-      return TRUE;
-    }
-    case WM_DRAWITEM:
-      if (wParam != ID_FACES_PICTURE) return FALSE;
-      picture_->Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
-      return TRUE;
-    case WM_CLOSE:
-      Hide();
-      return TRUE;
-    case WM_DESTROY:
-      context_.options.facePlace = PlaceText(Handle(), context_.options.facePlace);
-      picture_.reset();
-      return FALSE;
+  if (message == WM_DRAWITEM && wParam == ID_FACES_PICTURE) {
+    picture_->Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+    return TRUE;
   }
-  return FALSE;
+  if (message == WM_DESTROY) picture_.reset();
+  return MapDialog::OnMessage(message, wParam, lParam);
 }
 
 void ShowFaceWindow(SideWindows& sides, const FaceWindowContext& context, bool activate) {
-  for (const auto& window : sides.All()) {
-    if (auto* open = dynamic_cast<FaceWindow*>(window.get())) return open->Show(activate);
-  }
+  if (auto* open = sides.Find<FaceWindow>()) return open->Show(activate);
   auto* made = sides.Add(std::make_unique<FaceWindow>(sides, context));
   if (made) static_cast<FaceWindow*>(made)->Show(activate);
 }

@@ -10,28 +10,24 @@
 #include <optional>
 #include <string>
 
-#include "document/announcement.h"
 #include "document/live_step.h"
 #include "operations/face_editing.h"
-#include "shell/windows/side_windows.h"
+#include "shell/windows/map_dialog.h"
 
 namespace ferrowand {
 
-class ChildWindows;
 class FacePicture;
-class Frame;
 class ToolSet;
 struct Options;
 
 // What the window works with. All outlive it.
 struct FaceWindowContext {
   ChildWindows& windows;
-  const Frame& frame;
   const ToolSet& tools;
   Options& options;
 };
 
-class FaceWindow : public SideWindow, public MapObserver {
+class FaceWindow : public MapDialog {
  public:
   // Handle() is null when the system gave no window.
   FaceWindow(SideWindows& sides, const FaceWindowContext& context);
@@ -41,9 +37,6 @@ class FaceWindow : public SideWindow, public MapObserver {
   void Show(bool activate);
 
   // --- as a window beside the frame
-  bool LeavesToProgram(const MSG& message) const override;
-  void OnMapClosing(const Map& map) override;
-  void OnMapReplaced(const Map& map, Map& by) override;
   void OnIdle() override;
   void FinishTyping() override;
 
@@ -60,13 +53,16 @@ class FaceWindow : public SideWindow, public MapObserver {
     int count;
   };
 
+  // --- as a dialog
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+  bool OnInit() override;
+  void OnCommand(int id, int notice) override;
+  LRESULT OnNotify(NMHDR& header) override;
+  void OnClose() override;
+  void OnOtherMap() override;
+
   static LRESULT CALLBACK FieldFunc(HWND edit, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                     DWORD_PTR window);
-  void OnInit();
-  void PutInPlace() const;
-  void Hide();
-  void SetMap(Map* map);
   std::vector<PickedFace> Faces() const;
 
   void Refresh();
@@ -74,7 +70,6 @@ class FaceWindow : public SideWindow, public MapObserver {
   void ShowFields(const FaceFacts& facts);
   void EnableAll(bool on) const;
 
-  void OnCommand(int id, int notice);
   void OnButton(int id);
   void OnTyped(int field);
   bool Accept();
@@ -97,11 +92,9 @@ class FaceWindow : public SideWindow, public MapObserver {
   // The same that goes on as long as the user is at it.
   void DoLive(const std::string& name, const std::function<void(EditStep&)>& change);
   void EndLive(bool isCancelled);
-  bool IsTicked(int id) const;
 
   const FaceWindowContext context_;
   std::unique_ptr<FacePicture> picture_;
-  Map* map_ = nullptr;
   bool isStale_ = true;
   bool isFilling_ = false;
 

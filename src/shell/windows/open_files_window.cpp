@@ -7,7 +7,6 @@
 #include "base/report.h"
 #include "document/map.h"
 #include "shell/documents/documents.h"
-#include "shell/frame/frame.h"
 #include "shell/resources/resource.h"
 #include "shell/system/list_columns.h"
 #include "shell/system/wide_text.h"
@@ -54,16 +53,16 @@ std::string PurgedInWords(const std::vector<std::string>& closed) {
 
 OpenFilesWindow::OpenFilesWindow(SideWindows& sides, const Frame& frame, const Documents& documents,
                                  GameData& data)
-    : SideWindow(sides), documents_(documents), data_(data) {
-  CreateDialogParamW(frame.Instance(), MAKEINTRESOURCEW(ID_OPEN_FILES), frame.Handle(),
-                     DispatchDialog, reinterpret_cast<LPARAM>(static_cast<SideWindow*>(this)));
+    : SideDialog(sides, frame), documents_(documents), data_(data) {
+  Create(ID_OPEN_FILES);
   if (Handle()) ShowWindow(Handle(), SW_SHOW);
 }
 
-void OpenFilesWindow::OnInit() {
+bool OpenFilesWindow::OnInit() {
   AddListColumns(GetDlgItem(Handle(), ID_OPEN_FILES_LIST), HEADINGS, SHARES);
   SetTimer(Handle(), LOOK_TIMER, LOOK_PERIOD, nullptr);
   Fill();
+  return true;
 }
 
 void OpenFilesWindow::Fill() {
@@ -90,36 +89,19 @@ bool OpenFilesWindow::LeavesToProgram(const MSG& message) const {
   return IsProgramKey(message);
 }
 
-void OpenFilesWindow::GiveRow(LVITEMW& item) {
-  const auto row = static_cast<std::size_t>(item.iItem);
-  if (!(item.mask & LVIF_TEXT) || row >= files_.size()) return;
-  text_ = ToWide(CellText(files_[row], item.iSubItem));
-  item.pszText = text_.data();
+void OpenFilesWindow::OnCommand(int id, int) {
+  if (id == ID_OPEN_FILES_PURGE) Purge();
+  if (id == IDCANCEL || id == IDOK) DestroyWindow(Handle());
 }
 
-LRESULT OpenFilesWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  switch (message) {
-    case WM_INITDIALOG:
-      OnInit();
-      return TRUE;
-    case WM_COMMAND:
-      if (LOWORD(wParam) == ID_OPEN_FILES_PURGE) Purge();
-      if (LOWORD(wParam) == IDCANCEL || LOWORD(wParam) == IDOK) DestroyWindow(Handle());
-      return TRUE;
-    case WM_NOTIFY: {
-      auto* header = reinterpret_cast<NMHDR*>(lParam);
-      if (header->code != static_cast<UINT>(LVN_GETDISPINFOW)) return FALSE;
-      GiveRow(reinterpret_cast<NMLVDISPINFOW*>(header)->item);
-      return TRUE;
-    }
-    case WM_TIMER:
-      Fill();
-      return TRUE;
-    case WM_CLOSE:
-      DestroyWindow(Handle());
-      return TRUE;
-  }
-  return FALSE;
+LRESULT OpenFilesWindow::OnNotify(NMHDR& header) {
+  if (header.code != static_cast<UINT>(LVN_GETDISPINFOW)) return 0;
+  LVITEMW& item = reinterpret_cast<NMLVDISPINFOW&>(header).item;
+  const auto row = static_cast<std::size_t>(item.iItem);
+  if (!(item.mask & LVIF_TEXT) || row >= files_.size()) return 0;
+  text_ = ToWide(CellText(files_[row], item.iSubItem));
+  item.pszText = text_.data();
+  return 0;
 }
 
 }  // namespace ferrowand

@@ -10,14 +10,13 @@
 #include <vector>
 
 #include "operations/held_files.h"
-#include "shell/windows/side_windows.h"
+#include "shell/windows/side_dialog.h"
 
 namespace ferrowand {
 
 class Documents;
-class Frame;
 
-class OpenFilesWindow : public SideWindow {
+class OpenFilesWindow : public SideDialog {
  public:
   // All outlive it. Handle() is null when the system gave no window.
   OpenFilesWindow(SideWindows& sides, const Frame& frame, const Documents& documents,
@@ -27,10 +26,13 @@ class OpenFilesWindow : public SideWindow {
   bool LeavesToProgram(const MSG& message) const override;
 
  private:
-  LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-  void OnInit();
+  // --- as a dialog
+  bool OnInit() override;
+  void OnCommand(int id, int notification) override;
+  LRESULT OnNotify(NMHDR& header) override;
+  void OnTimer() override { Fill(); }
+
   void Fill();
-  void GiveRow(LVITEMW& item);
   void Purge();
 
   const Documents& documents_;

@@ -1,8 +1,6 @@
 #include "shell/windows/replace_window.h"
 
 #include <algorithm>
-#include <array>
-#include <iterator>
 #include <utility>
 
 #include "base/command_table.h"
@@ -12,22 +10,19 @@
 #include "document/action.h"
 #include "document/map.h"
 #include "document/picking.h"
+#include "operations/entity_search.h"
 #include "operations/texture_use.h"
 #include "shell/dialogs/refusal.h"
 #include "shell/frame/command_target.h"
-#include "shell/frame/frame.h"
 #include "shell/resources/resource.h"
-#include "shell/system/display_scale.h"
 #include "shell/system/wide_text.h"
 #include "shell/windows/child_windows.h"
 #include "shell/windows/texture_drawing.h"
 #include "shell/windows/window_maker.h"
-#include "shell/windows/window_place.h"
 
 namespace ferrowand {
 namespace {
 
-constexpr int CORNER_GAP = 16;  // pixels at the usual size of letters
 constexpr UINT_PTR COUNT_TIMER = 1;
 constexpr UINT COUNT_DELAY = 10;  // milliseconds; what is typed goes first
 
@@ -45,18 +40,17 @@ TextureUse UseOf(const FoundFaces& found) {
 }  // namespace
 
 ReplaceWindow::ReplaceWindow(SideWindows& sides, const ReplaceContext& context)
-    : SideWindow(sides), context_(context) {
-  CreateDialogParamW(context.frame.Instance(), MAKEINTRESOURCEW(ID_REPLACE), context.frame.Handle(),
-                     DispatchDialog, reinterpret_cast<LPARAM>(static_cast<SideWindow*>(this)));
+    : MapDialog(sides, context.windows, &context.options.replacePlace, FirstPlace::LowerRight),
+      context_(context) {
+  Create(ID_REPLACE);
   context_.choice.AddObserver(*this);
 }
 
 ReplaceWindow::~ReplaceWindow() {
   context_.choice.RemoveObserver(*this);
-  SetMap(nullptr);
 }
 
-void ReplaceWindow::OnInit() {
+bool ReplaceWindow::OnInit() {
   for (const wchar_t* scope : SCOPES) {
     SendDlgItemMessageW(Handle(), ID_REPLACE_SCOPE, CB_ADDSTRING, 0,
                         reinterpret_cast<LPARAM>(scope));
@@ -68,26 +62,11 @@ void ReplaceWindow::OnInit() {
   CheckDlgButton(Handle(), ID_REPLACE_ONLY_MISSING,
                  (flags & ONLY_MISSING) ? BST_CHECKED : BST_UNCHECKED);
   CheckDlgButton(Handle(), ID_REPLACE_FACES, (flags & AS_FACES) ? BST_CHECKED : BST_UNCHECKED);
-  PutInPlace();
-}
-
-// At first in the corner that the arranged views leave free.
-void ReplaceWindow::PutInPlace() const {
-  RECT own, frame, screen;
-  GetWindowRect(Handle(), &own);
-  GetWindowRect(context_.frame.Handle(), &frame);
-  GetWindowRect(GetDesktopWindow(), &screen);
-  const int width = own.right - own.left, height = own.bottom - own.top;
-  const int gap = Scaled(CORNER_GAP);
-  const ChildPlace corner{frame.right - gap - width, frame.bottom - gap - height, width, height};
-  const ChildPlace place =
-      PlaceOfText(context_.options.replacePlace, corner, {screen.right, screen.bottom});
-  SetWindowPos(Handle(), nullptr, place.left, place.top, 0, 0,
-               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  return false;
 }
 
 void ReplaceWindow::Show(bool replaces, const std::string& name) {
-  SetMap(context_.windows.ActiveMap());
+  FollowActiveMap();
   SetWindowTextW(Handle(), replaces ? L"Replace texture" : L"Find texture");
   SetText(ID_REPLACE_FIND, name.empty() ? std::string(NO_TEXTURE_NAME) : name);
   followed_ = context_.choice.For(*map_);
@@ -101,30 +80,13 @@ void ReplaceWindow::Show(bool replaces, const std::string& name) {
   SetFocus(first);
 }
 
-void ReplaceWindow::Hide() {
-  context_.options.replacePlace = PlaceText(Handle(), context_.options.replacePlace);
-  ShowWindow(Handle(), SW_HIDE);
-}
-
 // --- the map
 
-void ReplaceWindow::SetMap(Map* map) {
-  if (map == map_) return;
-  if (map_) map_->RemoveObserver(*this);
-  map_ = map;
-  if (map_) map_->AddObserver(*this);
+void ReplaceWindow::OnOtherMap() {
   done_.clear();
   found_ = {};
   isStale_ = true;
   if (Handle() && IsWindowVisible(Handle())) Count();
-}
-
-void ReplaceWindow::OnMapClosing(const Map& map) {
-  if (&map == map_) SetMap(nullptr);
-}
-
-void ReplaceWindow::OnMapReplaced(const Map& map, Map& by) {
-  if (&map == map_) SetMap(&by);
 }
 
 void ReplaceWindow::OnChange(const MapChange& change) {
@@ -148,21 +110,11 @@ void ReplaceWindow::OnTextureChosen() {
 
 // --- what is asked
 
-std::string ReplaceWindow::TextOf(int id) const {
-  wchar_t text[300] = L"";
-  GetDlgItemTextW(Handle(), id, text, static_cast<int>(std::size(text)));
-  return FromWide(text);
-}
-
 void ReplaceWindow::SetText(int id, const std::string& text) const {
   SetDlgItemTextW(Handle(), id, ToWide(text).c_str());
   // A list box selects what it is given.
   if (id != ID_REPLACE_STATE)
     SendDlgItemMessageW(Handle(), id, CB_SETEDITSEL, 0, MAKELPARAM(-1, 0));
-}
-
-bool ReplaceWindow::IsTicked(int id) const {
-  return IsDlgButtonChecked(Handle(), id) == BST_CHECKED;
 }
 
 TextureQuery ReplaceWindow::Query() const {
@@ -225,10 +177,7 @@ std::string ReplaceWindow::CountText() const {
   if (!found_.beyond.empty()) {
     text += Format(", %u beyond the world", static_cast<unsigned>(found_.beyond.size()));
   }
-  if (found_.unreached > 0) {
-    text += Format(", %u hidden or disabled", static_cast<unsigned>(found_.unreached));
-  }
-  return text;
+  return text + UnreachedInWords(found_.unreached);
 }
 
 void ReplaceWindow::ShowState() {
@@ -283,10 +232,7 @@ void ReplaceWindow::GoTo(bool forward) {
   found_ = found;
   isStale_ = false;
   KillTimer(Handle(), COUNT_TIMER);
-  const Bounds box = brushes[next]->GetBounds();
-  for (MapView* view : context_.windows.Views().ViewsOf(*map_)) {
-    if (!box.IsEmpty()) view->CentreOn((box.mins + box.maxs) * 0.5f);
-  }
+  windows_.CentreOn(*map_, brushes[next]->GetBounds());
   map_->ShowStatus(
       Format("%u of %u: ", static_cast<unsigned>(next + 1), static_cast<unsigned>(count)) +
       InWords(*brushes[next]));
@@ -340,10 +286,6 @@ void ReplaceWindow::ShowInBrowser() const {
 
 // --- messages
 
-bool ReplaceWindow::LeavesToProgram(const MSG& message) const {
-  return IsProgramKey(message);
-}
-
 void ReplaceWindow::OnCommand(int id, int notification) {
   if (id == ID_REPLACE_FIND || id == ID_REPLACE_WITH) {
     if (notification == CBN_DROPDOWN) FillNames(id);
@@ -379,30 +321,9 @@ void ReplaceWindow::OnCommand(int id, int notification) {
 }
 
 LRESULT ReplaceWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  switch (message) {
-    case WM_INITDIALOG:
-      OnInit();
-      return FALSE;
-    case WM_ACTIVATE:
-      if (LOWORD(wParam) != WA_INACTIVE) SetMap(context_.windows.ActiveMap());
-      return FALSE;
-    case WM_TIMER:
-      Count();
-      return TRUE;
-    case WM_COMMAND:
-      OnCommand(LOWORD(wParam), HIWORD(wParam));
-      return TRUE;
-    case WM_DRAWITEM:
-      DrawPicture(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
-      return TRUE;
-    case WM_CLOSE:
-      Hide();
-      return TRUE;
-    case WM_DESTROY:
-      context_.options.replacePlace = PlaceText(Handle(), context_.options.replacePlace);
-      return FALSE;
-  }
-  return FALSE;
+  if (message != WM_DRAWITEM) return MapDialog::OnMessage(message, wParam, lParam);
+  DrawPicture(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+  return TRUE;
 }
 
 }  // namespace ferrowand

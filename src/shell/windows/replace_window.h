@@ -8,22 +8,18 @@
 #include <cstdint>
 #include <string>
 
-#include "document/announcement.h"
 #include "operations/texture_choice.h"
 #include "operations/texture_search.h"
-#include "shell/windows/side_windows.h"
+#include "shell/windows/map_dialog.h"
 
 namespace ferrowand {
 
-class ChildWindows;
 class CommandTarget;
-class Frame;
 class WindowMaker;
 struct Options;
 
 // What the window works with. All outlive it.
 struct ReplaceContext {
-  const Frame& frame;
   ChildWindows& windows;
   WindowMaker& maker;
   CommandTarget& commands;
@@ -31,7 +27,7 @@ struct ReplaceContext {
   Options& options;
 };
 
-class ReplaceWindow : public SideWindow, public MapObserver, public TextureChoiceObserver {
+class ReplaceWindow : public MapDialog, public TextureChoiceObserver {
  public:
   // Handle() is null when the system gave no window.
   ReplaceWindow(SideWindows& sides, const ReplaceContext& context);
@@ -40,28 +36,23 @@ class ReplaceWindow : public SideWindow, public MapObserver, public TextureChoic
   // In front, for the active map: to find, or to replace that texture.
   void Show(bool replaces, const std::string& name);
 
-  // --- as a window beside the frame
-  bool LeavesToProgram(const MSG& message) const override;
-  void OnMapClosing(const Map& map) override;
-  void OnMapReplaced(const Map& map, Map& by) override;
-
   // --- from the map and the choice
   void OnChange(const MapChange& change) override;
   void OnTextureChosen() override;
 
  private:
+  // --- as a dialog
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-  void OnInit();
-  void PutInPlace() const;
-  void Hide();
-  void SetMap(Map* map);
-  void OnCommand(int id, int notification);
+  bool OnInit() override;
+  void OnCommand(int id, int notification) override;
+  void OnTimer() override { Count(); }
+  void OnClose() override { Hide(); }
+  void OnOtherMap() override;
+
   void DrawPicture(const DRAWITEMSTRUCT& draw) const;
   void FillNames(int id) const;
 
-  std::string TextOf(int id) const;
   void SetText(int id, const std::string& text) const;
-  bool IsTicked(int id) const;
   TextureQuery Query() const;
   TextureScope Scope() const;
   // Faces, where that is wanted, turn face edit on.
@@ -79,7 +70,6 @@ class ReplaceWindow : public SideWindow, public MapObserver, public TextureChoic
   void ShowInBrowser() const;
 
   const ReplaceContext context_;
-  Map* map_ = nullptr;
   FoundFaces found_;
   bool isStale_ = true;  // what is found may be another by now
   bool isReplacing_ = false;

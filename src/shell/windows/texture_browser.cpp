@@ -8,13 +8,12 @@
 #include "base/path_text.h"
 #include "base/report.h"
 #include "document/map.h"
-#include "shell/frame/frame.h"
 #include "shell/resources/resource.h"
+#include "shell/system/controls.h"
 #include "shell/system/display_scale.h"
 #include "shell/system/text_box.h"
 #include "shell/system/wide_text.h"
 #include "shell/windows/child_windows.h"
-#include "shell/windows/window_place.h"
 
 namespace ferrowand {
 namespace {
@@ -34,25 +33,9 @@ constexpr const wchar_t* ORDERS[] = {L"By name", L"By size", L"By use", L"By WAD
 constexpr std::array<std::uint16_t, 6> ZOOMS{50, 75, 100, 150, 200, 400};
 constexpr const wchar_t* ZOOM_TEXTS[] = {L"50 %", L"75 %", L"100 %", L"150 %", L"200 %", L"400 %"};
 
-ChildPlace UsualPlace(const PixelSize& client) {
-  const int width = Scaled(WIDTH), height = Scaled(HEIGHT);
-  return {client.width - width, client.height - height, width, height};
-}
-
 std::size_t ZoomStepOf(std::uint16_t zoom) {
   const auto step = std::ranges::lower_bound(ZOOMS, zoom);
   return std::min(static_cast<std::size_t>(step - ZOOMS.begin()), ZOOMS.size() - 1);
-}
-
-// Keys that write go to what is found; what moves about the wall stays there. All other keys are
-// commands here as everywhere.
-bool IsWallKey(WPARAM key, bool withControl) {
-  if ((key >= VK_PRIOR && key <= VK_DOWN) || key == VK_TAB) return true;
-  if (withControl) return false;
-  const bool writes = (key >= 'A' && key <= 'Z') || (key >= '0' && key <= '9') ||
-                      (key >= VK_NUMPAD0 && key <= VK_DIVIDE) ||
-                      (key >= VK_OEM_1 && key <= VK_OEM_102);
-  return writes || key == VK_SPACE || key == VK_BACK || key == VK_RETURN || key == VK_ESCAPE;
 }
 
 bool MovesWall(WPARAM key) {
@@ -71,61 +54,49 @@ LRESULT CALLBACK TextureBrowserFunc(HWND window, UINT message, WPARAM wParam, LP
 
 TextureBrowser::TextureBrowser(ChildWindows& windows, const TextureBrowserContext& context,
                                Map& map)
-    : ChildWindow(windows), context_(context), map_(map), chosen_(context.choice.For(map)) {
-  const PixelSize client = frame_.ClientSize();
-  Create(TEXTURE_BROWSER_CLASS, "Textures",
-         PlaceOfText(context_.options.texturesPlace, UsualPlace(client), client), WS_CLIPCHILDREN,
-         context_.options.smallCaptions ? WS_EX_TOOLWINDOW : 0);
-  map_.AddObserver(*this);
+    : MapPanel(windows, map, {TEXTURE_BROWSER_CLASS, "Textures", WIDTH, HEIGHT},
+               &context.options.texturesPlace),
+      context_(context),
+      chosen_(context.choice.For(map)) {
+  Open();
   context_.choice.AddObserver(*this);
 }
 
 TextureBrowser::~TextureBrowser() {
   context_.choice.RemoveObserver(*this);
-  map_.RemoveObserver(*this);
 }
 
 // --- its controls
 
-HWND TextureBrowser::AddControl(const wchar_t* windowClass, const wchar_t* text, DWORD style,
-                                int id) {
-  const HWND control = CreateWindowExW(lstrcmpW(windowClass, L"EDIT") == 0 ? WS_EX_CLIENTEDGE : 0,
-                                       windowClass, text, WS_CHILD | WS_VISIBLE | style, 0, 0, 0, 0,
-                                       Handle(), reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
-                                       frame_.Instance(), nullptr);
-  SendMessageW(control, WM_SETFONT, reinterpret_cast<WPARAM>(InterfaceFont()), 0);
-  return control;
-}
-
 void TextureBrowser::AddChoices(int id, std::span<const wchar_t* const> texts) const {
-  for (const wchar_t* text : texts) {
-    SendDlgItemMessageW(Handle(), id, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
-  }
+  for (const wchar_t* text : texts) AddChoice(GetDlgItem(Handle(), id), text);
 }
 
 // In the order of Tab. The letters are none of the menu bar's.
 void TextureBrowser::OnCreate() {
   constexpr DWORD LIST = WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST;
-  AddControl(L"STATIC", L"F&ind:", SS_LEFTNOWORDWRAP, ID_TEXTURES_FIND_LABEL);
-  AddControl(L"EDIT", L"", WS_TABSTOP | ES_AUTOHSCROLL, ID_TEXTURES_FIND);
-  AddControl(L"STATIC", L"&Show:", SS_LEFTNOWORDWRAP, ID_TEXTURES_SHOWS_LABEL);
-  AddControl(L"COMBOBOX", L"", LIST, ID_TEXTURES_SHOWS);
-  AddControl(L"STATIC", L"So&rt:", SS_LEFTNOWORDWRAP, ID_TEXTURES_ORDER_LABEL);
-  AddControl(L"COMBOBOX", L"", LIST, ID_TEXTURES_ORDER);
-  AddControl(L"STATIC", L"&Zoom:", SS_LEFTNOWORDWRAP, ID_TEXTURES_ZOOM_LABEL);
-  AddControl(L"COMBOBOX", L"", LIST, ID_TEXTURES_ZOOM);
+  AddControl(Handle(), L"STATIC", L"F&ind:", SS_LEFTNOWORDWRAP, ID_TEXTURES_FIND_LABEL);
+  AddControl(Handle(), L"EDIT", L"", WS_TABSTOP | ES_AUTOHSCROLL, ID_TEXTURES_FIND,
+             WS_EX_CLIENTEDGE);
+  AddControl(Handle(), L"STATIC", L"&Show:", SS_LEFTNOWORDWRAP, ID_TEXTURES_SHOWS_LABEL);
+  AddControl(Handle(), L"COMBOBOX", L"", LIST, ID_TEXTURES_SHOWS);
+  AddControl(Handle(), L"STATIC", L"So&rt:", SS_LEFTNOWORDWRAP, ID_TEXTURES_ORDER_LABEL);
+  AddControl(Handle(), L"COMBOBOX", L"", LIST, ID_TEXTURES_ORDER);
+  AddControl(Handle(), L"STATIC", L"&Zoom:", SS_LEFTNOWORDWRAP, ID_TEXTURES_ZOOM_LABEL);
+  AddControl(Handle(), L"COMBOBOX", L"", LIST, ID_TEXTURES_ZOOM);
   AddChoices(ID_TEXTURES_SHOWS, SHOWN);
   AddChoices(ID_TEXTURES_ORDER, ORDERS);
   AddChoices(ID_TEXTURES_ZOOM, ZOOM_TEXTS);
   list_ =
       std::make_unique<TextureList>(Handle(), ID_TEXTURES_LIST, wall_, map_.Data().palette, *this);
-  AddControl(L"STATIC", L"", SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_ENDELLIPSIS, ID_TEXTURES_STATE);
-  AddControl(L"STATIC", L"", SS_RIGHT | SS_NOPREFIX | SS_ENDELLIPSIS, ID_TEXTURES_COUNT);
+  AddControl(Handle(), L"STATIC", L"", SS_LEFTNOWORDWRAP | SS_NOPREFIX | SS_ENDELLIPSIS,
+             ID_TEXTURES_STATE);
+  AddControl(Handle(), L"STATIC", L"", SS_RIGHT | SS_NOPREFIX | SS_ENDELLIPSIS, ID_TEXTURES_COUNT);
   ShowControls();
   Layout();
   Refresh();
   list_->SetChosen(wall_.Find(chosen_), true);
-  ShowTitle("Textures: " + map_.Name());
+  ShowName();
 }
 
 void TextureBrowser::ShowControls() const {
@@ -137,17 +108,12 @@ void TextureBrowser::ShowControls() const {
   choose(ID_TEXTURES_ZOOM, ZoomStepOf(context_.options.texturesZoom));
 }
 
-void TextureBrowser::Place(int id, int left, int top, int width, int height) const {
-  MoveWindow(GetDlgItem(Handle(), id), left, top, std::max(width, 0), std::max(height, 0), TRUE);
-}
-
 int TextureBrowser::LabelWidth(int id) const {
-  wchar_t text[40] = L"";
-  GetDlgItemTextW(Handle(), id, text, 40);
+  const std::wstring text = WindowText(GetDlgItem(Handle(), id));
   const HDC dc = GetDC(Handle());
   const HGDIOBJ before = SelectObject(dc, InterfaceFont());
   RECT needed{};
-  DrawTextW(dc, text, -1, &needed, DT_CALCRECT | DT_SINGLELINE);
+  DrawTextW(dc, text.c_str(), -1, &needed, DT_CALCRECT | DT_SINGLELINE);
   SelectObject(dc, before);
   ReleaseDC(Handle(), dc);
   return static_cast<int>(needed.right) + Scaled(LABEL_GAP);
@@ -160,8 +126,8 @@ void TextureBrowser::Layout() const {
   const int drop = Scaled(TEXT_DROP), width = static_cast<int>(area.right) - 2 * margin;
   int top = margin;
   const int find = LabelWidth(ID_TEXTURES_FIND_LABEL);
-  Place(ID_TEXTURES_FIND_LABEL, margin, top + drop, find, row - drop);
-  Place(ID_TEXTURES_FIND, margin + find, top, width - find, row);
+  PlaceControl(Handle(), ID_TEXTURES_FIND_LABEL, margin, top + drop, find, row - drop);
+  PlaceControl(Handle(), ID_TEXTURES_FIND, margin + find, top, width - find, row);
   top += row + gap;
 
   constexpr std::array<std::array<int, 2>, 3> PAIRS{{{ID_TEXTURES_SHOWS_LABEL, ID_TEXTURES_SHOWS},
@@ -174,9 +140,9 @@ void TextureBrowser::Layout() const {
   int left = margin;
   for (const auto& [label, combo] : PAIRS) {
     const int across = combo == ID_TEXTURES_ZOOM ? zoom : list;
-    Place(label, left, top + drop, LabelWidth(label), row - drop);
+    PlaceControl(Handle(), label, left, top + drop, LabelWidth(label), row - drop);
     left += LabelWidth(label);
-    Place(combo, left, top, across, Scaled(LIST_HEIGHT));
+    PlaceControl(Handle(), combo, left, top, across, Scaled(LIST_HEIGHT));
     left += across + gap;
   }
   RECT combo;
@@ -184,17 +150,15 @@ void TextureBrowser::Layout() const {
   top += static_cast<int>(combo.bottom - combo.top) + gap;
   const int text = Scaled(TEXT_HEIGHT), bottom = static_cast<int>(area.bottom) - margin - text;
   const int count = Scaled(COUNT_WIDTH);
-  Place(ID_TEXTURES_LIST, margin, top, width, bottom - gap - top);
-  Place(ID_TEXTURES_STATE, margin, bottom, width - count - gap, text);
-  Place(ID_TEXTURES_COUNT, margin + width - count, bottom, count, text);
+  PlaceControl(Handle(), ID_TEXTURES_LIST, margin, top, width, bottom - gap - top);
+  PlaceControl(Handle(), ID_TEXTURES_STATE, margin, bottom, width - count - gap, text);
+  PlaceControl(Handle(), ID_TEXTURES_COUNT, margin + width - count, bottom, count, text);
 }
 
 // --- what it shows
 
 std::string TextureBrowser::FindText() const {
-  wchar_t text[200] = L"";
-  GetDlgItemTextW(Handle(), ID_TEXTURES_FIND, text, 200);
-  return FromWide(text);
+  return FromWide(WindowText(GetDlgItem(Handle(), ID_TEXTURES_FIND)));
 }
 
 WallQuery TextureBrowser::Query(const std::string& text) const {
@@ -230,7 +194,7 @@ void TextureBrowser::Refresh() {
   refreshes_ = false;
   Fill();
   list_->Refresh(Look());
-  ShowTitle("Textures: " + map_.Name());
+  ShowName();
 }
 
 void TextureBrowser::RefreshSoon() {
@@ -290,7 +254,7 @@ void TextureBrowser::OnTextureChosen() {
 }
 
 void TextureBrowser::OptionsChanged() {
-  SetSmallCaption(context_.options.smallCaptions != 0);
+  ChildWindow::OptionsChanged();
   RefreshSoon();
 }
 
@@ -320,23 +284,27 @@ void TextureBrowser::Zoom(int steps) {
 // --- messages
 
 bool TextureBrowser::TakesMessage(MSG& message) {
-  if (!IsChild(Handle(), message.hwnd)) return false;
-  const bool isKey = message.message == WM_KEYDOWN;
-  if (isKey && message.wParam == VK_ESCAPE && list_->IsDragging()) {
-    list_->EndDrag();
-    return true;
+  if (message.message == WM_KEYDOWN && IsChild(Handle(), message.hwnd)) {
+    if (message.wParam == VK_ESCAPE && list_->IsDragging()) {
+      list_->EndDrag();
+      return true;
+    }
+    if (IsTextBox(message.hwnd) && MovesWall(message.wParam)) {
+      SendMessageA(list_->Handle(), WM_KEYDOWN, message.wParam, message.lParam);
+      return true;
+    }
   }
-  // What is left of Alt+Enter once the command has been given: nobody wants to hear of it.
-  if (message.message == WM_SYSCHAR && message.wParam == VK_RETURN) return true;
-  if (isKey && IsTextBox(message.hwnd) && MovesWall(message.wParam)) {
-    SendMessageA(list_->Handle(), WM_KEYDOWN, message.wParam, message.lParam);
-    return true;
-  }
-  if (!IsTextBox(message.hwnd)) {
-    if (message.message == WM_SYSKEYDOWN) return false;
-    if (isKey && !IsWallKey(message.wParam, GetKeyState(VK_CONTROL) < 0)) return false;
-  }
-  return IsDialogMessageW(Handle(), &message) != FALSE;
+  return MapPanel::TakesMessage(message);
+}
+
+// Keys that write go to what is found; what moves about the wall stays there.
+bool TextureBrowser::IsOwnKey(WPARAM key, bool withControl) const {
+  if ((key >= VK_PRIOR && key <= VK_DOWN) || key == VK_TAB) return true;
+  if (withControl) return false;
+  const bool writes = (key >= 'A' && key <= 'Z') || (key >= '0' && key <= '9') ||
+                      (key >= VK_NUMPAD0 && key <= VK_DIVIDE) ||
+                      (key >= VK_OEM_1 && key <= VK_OEM_102);
+  return writes || key == VK_SPACE || key == VK_BACK || key == VK_RETURN || key == VK_ESCAPE;
 }
 
 void TextureBrowser::OnCommand(int id, int notification) {
@@ -367,36 +335,9 @@ void TextureBrowser::OnCommand(int id, int notification) {
 }
 
 LRESULT TextureBrowser::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  switch (message) {
-    case WM_CREATE:
-      OnCreate();
-      break;
-    case WM_SIZE:
-      if (wParam != SIZE_MINIMIZED && list_) Layout();
-      break;  // the system's own child procedure must see it too
-    case REFRESH:
-      Refresh();
-      return 0;
-    case WM_TIMER:
-      Fill();
-      return 0;
-    case WM_COMMAND:
-      if (list_) OnCommand(LOWORD(wParam), HIWORD(wParam));
-      return 0;
-    case WM_CTLCOLORSTATIC:
-      SetBkMode(reinterpret_cast<HDC>(wParam), TRANSPARENT);
-      return reinterpret_cast<LRESULT>(GetStockObject(LTGRAY_BRUSH));
-    case WM_SETFOCUS:
-      if (list_) SetFocus(list_->Handle());
-      break;
-    case WM_DESTROY:
-      context_.options.texturesPlace = PlaceText(Handle(), context_.options.texturesPlace);
-      break;
-    case WM_CLOSE:
-      windows_.Close(*this);
-      return 0;
-  }
-  return DefMDIChildProcA(Handle(), message, wParam, lParam);
+  if (message != REFRESH) return MapPanel::OnMessage(message, wParam, lParam);
+  Refresh();
+  return 0;
 }
 
 }  // namespace ferrowand

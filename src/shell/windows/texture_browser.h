@@ -10,11 +10,10 @@
 #include <string_view>
 #include <vector>
 
-#include "document/announcement.h"
 #include "operations/texture_choice.h"
 #include "operations/texture_use.h"
 #include "operations/texture_wall.h"
-#include "shell/windows/child_window.h"
+#include "shell/windows/map_panel.h"
 #include "shell/windows/texture_list.h"
 
 namespace ferrowand {
@@ -43,10 +42,7 @@ struct TextureBrowserContext {
   const SideWindows& sides;  // of which the WAD manager takes what is dragged there
 };
 
-class TextureBrowser : public ChildWindow,
-                       public TextureListHost,
-                       public MapObserver,
-                       public TextureChoiceObserver {
+class TextureBrowser : public MapPanel, public TextureListHost, public TextureChoiceObserver {
  public:
   TextureBrowser(ChildWindows& windows, const TextureBrowserContext& context, Map& map);
   ~TextureBrowser() override;
@@ -60,7 +56,6 @@ class TextureBrowser : public ChildWindow,
   const TextureList& List() const { return *list_; }
 
   // --- as a child of the frame
-  Map* GetMap() const override { return &map_; }
   bool TakesMessage(MSG& message) override;
   void OptionsChanged() override;
 
@@ -81,14 +76,17 @@ class TextureBrowser : public ChildWindow,
   std::string Describe(std::size_t item) const override;
 
  private:
+  // --- as a panel
   LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-  void OnCreate();
-  HWND AddControl(const wchar_t* windowClass, const wchar_t* text, DWORD style, int id);
+  void OnCreate() override;
+  void Layout() const override;
+  HWND KeyControl() const override { return list_->Handle(); }
+  bool IsOwnKey(WPARAM key, bool withControl) const override;
+  void OnCommand(int id, int notification) override;
+  void OnTimer(UINT_PTR) override { Fill(); }
+
   void AddChoices(int id, std::span<const wchar_t* const> texts) const;
-  void Place(int id, int left, int top, int width, int height) const;
-  void Layout() const;
   int LabelWidth(int id) const;
-  void OnCommand(int id, int notification);
 
   // Once the messages under way are done.
   void RefreshSoon();
@@ -111,7 +109,6 @@ class TextureBrowser : public ChildWindow,
   void Paint(const CameraHit& hit);
 
   const TextureBrowserContext context_;
-  Map& map_;
   TextureUses uses_;
   std::vector<std::string> recent_, favourites_;
   TextureWall wall_;

@@ -144,10 +144,7 @@ ChildWindow* TextureBrowser::CameraUnder(POINT screen) const {
 }
 
 WadManagerWindow* TextureBrowser::WadManager() const {
-  for (const auto& side : context_.sides.All()) {
-    if (auto* manager = dynamic_cast<WadManagerWindow*>(side.get())) return manager;
-  }
-  return nullptr;
+  return context_.sides.Find<WadManagerWindow>();
 }
 
 // A row of the WAD manager, or a heading of the wall.

@@ -16,12 +16,10 @@
 #include "shell/dialogs/refusal.h"
 #include "shell/documents/documents.h"
 #include "shell/documents/shared_data.h"
-#include "shell/frame/frame.h"
 #include "shell/resources/resource.h"
 #include "shell/system/list_columns.h"
 #include "shell/system/wide_text.h"
 #include "shell/windows/child_windows.h"
-#include "shell/windows/window_place.h"
 
 namespace ferrowand {
 namespace {
@@ -50,29 +48,18 @@ std::string SearchedFolders(const GameData& data, const Map& map) {
 }  // namespace
 
 WadManagerWindow::WadManagerWindow(SideWindows& sides, const WadManagerContext& context)
-    : SideWindow(sides), context_(context) {
-  CreateDialogParamW(context.frame.Instance(), MAKEINTRESOURCEW(ID_WADS), context.frame.Handle(),
-                     DispatchDialog, reinterpret_cast<LPARAM>(static_cast<SideWindow*>(this)));
+    : MapDialog(sides, context.windows, &context.options.wadManagerPlace, FirstPlace::AsMade),
+      context_(context) {
+  Create(ID_WADS);
 }
 
-WadManagerWindow::~WadManagerWindow() {
-  SetMap(nullptr);
-}
-
-void WadManagerWindow::OnInit() {
+bool WadManagerWindow::OnInit() {
   AddListColumns(GetDlgItem(Handle(), ID_WADS_LIST), HEADINGS, SHARES);
-  RECT own, screen;
-  GetWindowRect(Handle(), &own);
-  GetWindowRect(GetDesktopWindow(), &screen);
-  const ChildPlace usual{own.left, own.top, own.right - own.left, own.bottom - own.top};
-  const ChildPlace place =
-      PlaceOfText(context_.options.wadManagerPlace, usual, {screen.right, screen.bottom});
-  SetWindowPos(Handle(), nullptr, place.left, place.top, 0, 0,
-               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+  return false;
 }
 
 void WadManagerWindow::Show() {
-  SetMap(context_.windows.ActiveMap());
+  FollowActiveMap();
   ShowWindow(Handle(), SW_SHOW);
   SetActiveWindow(Handle());
   SetFocus(GetDlgItem(Handle(), ID_WADS_LIST));
@@ -80,22 +67,10 @@ void WadManagerWindow::Show() {
 
 // --- the map
 
-void WadManagerWindow::SetMap(Map* map) {
-  if (map == map_) return;
-  if (map_) map_->RemoveObserver(*this);
-  map_ = map;
-  if (map_) map_->AddObserver(*this);
+void WadManagerWindow::OnOtherMap() {
   if (!Handle()) return;
   Fill();
   if (map_) Choose(0);
-}
-
-void WadManagerWindow::OnMapClosing(const Map& map) {
-  if (&map == map_) SetMap(nullptr);
-}
-
-void WadManagerWindow::OnMapReplaced(const Map& map, Map& by) {
-  if (&map == map_) SetMap(&by);
 }
 
 void WadManagerWindow::OnChange(const MapChange& change) {
@@ -116,7 +91,7 @@ void WadManagerWindow::Fill() {
   InvalidateRect(list, nullptr, FALSE);
   if (!rows_.empty()) Choose(std::clamp(chosen, 0, static_cast<int>(rows_.size()) - 1));
   ShowChosen();
-  SetWindowTextW(Handle(), ToWide(map_ ? "WADs: " + map_->Name() : "WADs").c_str());
+  ShowName("WADs");
 }
 
 // --- the rows
@@ -127,9 +102,7 @@ int WadManagerWindow::Chosen() const {
 }
 
 void WadManagerWindow::Choose(int row) const {
-  const HWND list = GetDlgItem(Handle(), ID_WADS_LIST);
-  ListView_SetItemState(list, row, LVIS_SELECTED | LVIS_FOCUSED, LVIS_SELECTED | LVIS_FOCUSED);
-  ListView_EnsureVisible(list, row, FALSE);
+  ChooseRow(GetDlgItem(Handle(), ID_WADS_LIST), row);
 }
 
 std::string WadManagerWindow::CellText(const WadRow& row, int column) const {
@@ -306,10 +279,6 @@ void WadManagerWindow::Locate() {
 
 // --- messages
 
-bool WadManagerWindow::LeavesToProgram(const MSG& message) const {
-  return IsProgramKey(message);
-}
-
 LRESULT WadManagerWindow::OnNotify(NMHDR& header) {
   if (header.idFrom != ID_WADS_LIST) return 0;
   switch (header.code) {
@@ -332,7 +301,8 @@ LRESULT WadManagerWindow::OnNotify(NMHDR& header) {
   }
 }
 
-void WadManagerWindow::OnCommand(int id) {
+void WadManagerWindow::OnCommand(int id, int notification) {
+  if (notification != BN_CLICKED) return;
   switch (id) {
     case ID_WADS_ADD:
       return Add();
@@ -348,30 +318,6 @@ void WadManagerWindow::OnCommand(int id) {
       DestroyWindow(Handle());
       return;
   }
-}
-
-LRESULT WadManagerWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-  switch (message) {
-    case WM_INITDIALOG:
-      OnInit();
-      return FALSE;
-    case WM_ACTIVATE:
-      if (LOWORD(wParam) != WA_INACTIVE && map_) SetMap(context_.windows.ActiveMap());
-      return FALSE;
-    case WM_COMMAND:
-      if (HIWORD(wParam) == BN_CLICKED) OnCommand(LOWORD(wParam));
-      return TRUE;
-    case WM_NOTIFY:
-      SetWindowLongPtrW(Handle(), DWLP_MSGRESULT, OnNotify(*reinterpret_cast<NMHDR*>(lParam)));
-      return TRUE;
-    case WM_CLOSE:
-      DestroyWindow(Handle());
-      return TRUE;
-    case WM_DESTROY:
-      context_.options.wadManagerPlace = PlaceText(Handle(), context_.options.wadManagerPlace);
-      return FALSE;
-  }
-  return FALSE;
 }
 
 }  // namespace ferrowand

@@ -9,17 +9,15 @@
 #include <string>
 #include <vector>
 
-#include "document/announcement.h"
 #include "operations/edit_result.h"
 #include "operations/wad_choice.h"
-#include "shell/windows/side_windows.h"
+#include "shell/windows/map_dialog.h"
 
 namespace ferrowand {
 
 class ChildWindows;
 class Dialogs;
 class Documents;
-class Frame;
 class Reporter;
 class WadFile;
 struct GameData;
@@ -27,7 +25,6 @@ struct Options;
 
 // What the window works with. All outlive it.
 struct WadManagerContext {
-  const Frame& frame;
   ChildWindows& windows;
   Documents& documents;
   GameData& data;
@@ -36,11 +33,10 @@ struct WadManagerContext {
   Options& options;
 };
 
-class WadManagerWindow : public SideWindow, public MapObserver {
+class WadManagerWindow : public MapDialog {
  public:
   // Handle() is null when the system gave no window.
   WadManagerWindow(SideWindows& sides, const WadManagerContext& context);
-  ~WadManagerWindow() override;
 
   // In front, for the active map.
   void Show();
@@ -51,19 +47,17 @@ class WadManagerWindow : public SideWindow, public MapObserver {
 
   // --- as a window beside the frame
   void OnIdle() override;
-  bool LeavesToProgram(const MSG& message) const override;
-  void OnMapClosing(const Map& map) override;
-  void OnMapReplaced(const Map& map, Map& by) override;
 
   // --- from the map
   void OnChange(const MapChange& change) override;
 
  private:
-  LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-  LRESULT OnNotify(NMHDR& header);
-  void OnInit();
-  void OnCommand(int id);
-  void SetMap(Map* map);
+  // --- as a dialog
+  bool OnInit() override;
+  void OnCommand(int id, int notification) override;
+  LRESULT OnNotify(NMHDR& header) override;
+  void OnOtherMap() override;
+
   void Fill();
   void GiveRow(LVITEMW& item);
   LRESULT OnCustomDraw(NMLVCUSTOMDRAW& draw) const;
@@ -83,7 +77,6 @@ class WadManagerWindow : public SideWindow, public MapObserver {
   void Tell(EditResult result, const std::string& path) const;
 
   const WadManagerContext context_;
-  Map* map_ = nullptr;
   std::vector<WadRow> rows_;
   bool isStale_ = false;
   const WadFile* marked_ = nullptr;  // compared only: it may be gone
