@@ -190,6 +190,7 @@ Gives light.
 -------- KEYS --------
 wait : seconds (default 5)
 light : how much
+style  0 steady, 1 flicker (0)
 */
 /*QUAKED wall (0 1 0) ? OPEN
 not closed
@@ -201,11 +202,11 @@ not closed
   EXPECT_EQ(BoxOf(light), "-8 -8 -9 8 8 8 ");
   EXPECT_EQ(light.flags, (std::vector<std::string>{"START_OFF", "x", "x"}));
   EXPECT_EQ(light.description.substr(0, 14), "Gives light.\r\n");
-  EXPECT_EQ(KeysOf(light), "wait=5:2 light=:2 look=:3,0 none,b text ");
+  EXPECT_EQ(KeysOf(light), "wait=5:2 light=:2 style=0:3,0 steady,1 flicker look=:3,0 none,b text ");
   EXPECT_TRUE(file.classes[2].isMadeOfBrushes);
   EXPECT_EQ(file.classes[2].description, "not closed");
   EXPECT_EQ(file.classes[3].red, 0.5f);
-  EXPECT_EQ(Messages(), "Expecting '*/' at the end of a class in a.def at line 12\n");
+  EXPECT_EQ(Messages(), "Expecting '*/' at the end of a class in a.def at line 13\n");
 }
 
 TEST_F(ClassFileTest, ManyClassesAndDeepBasesAreQuick) {

@@ -126,7 +126,7 @@ TEST_F(CompileTest, CancelAndClosingEndTheToolAndTheEditorStaysAlive) {
   CompileWindow& first = Compile(TOOLS);
   WaitFor([&] { return first.Run().Output().Text().find("begun") != std::string::npos; });
   EXPECT_EQ(GetDlgItemInt(first.Handle(), ID_OVERVIEW_TIME, nullptr, FALSE), 0u);
-  SendMessageA(first.Handle(), WM_COMMAND, ID_OVERVIEW_CANCEL, 0);
+  SendDlgItemMessageA(first.Handle(), ID_OVERVIEW_CANCEL, BM_CLICK, 0, 0);
   EXPECT_EQ(Listed(first), (Lines{"Qbsp started", "Qbsping cancelled after"}));
 
   const HWND second = Compile(TOOLS).Handle();

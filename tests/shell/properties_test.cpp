@@ -165,6 +165,10 @@ TEST_F(PropertiesTest, TheGridIsWorkedByMouseAndKeys) {
   Letters(Box(), L"3");
   SendMessageW(list, WM_VSCROLL, SB_LINEDOWN, 0);
   EXPECT_EQ(KeyOf(0, "light"), "23") << "what goes out of sight is taken";
+  click("light", 1);
+  Letters(Box(), L"5");
+  SetFocus(Control(ID_PROPERTIES_NAME));
+  EXPECT_EQ(KeyOf(0, "light"), "5") << "as is what is left";
   SendMessageW(Control(ID_PROPERTIES_ADD), BM_CLICK, 0, 0);
   Letters(Box(), L"style");
   Key(Box(), VK_RETURN);

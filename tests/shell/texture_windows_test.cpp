@@ -313,8 +313,10 @@ TEST_F(TextureWindowsTest, WadsAreArrangedLocatedAndClosed) {
   EXPECT_EQ(CellOf(list, 2, 0), "new.wad");
   EXPECT_EQ(CellOf(list, 0, 4), "1 shared");
   push(ID_WADS_UP);
+  EXPECT_TRUE(IsWindowEnabled(GetDlgItem(window, ID_WADS_UP)));
   push(ID_WADS_UP);
   EXPECT_EQ(CellOf(list, 0, 0), "new.wad");
+  EXPECT_FALSE(IsWindowEnabled(GetDlgItem(window, ID_WADS_UP))) << "it is the first";
   EXPECT_EQ(std::as_const(Box(0).brush).face(0).texture->width, 8);
   sink.answers = {Answer::Yes};
   PostMessageA(list, WM_KEYDOWN, VK_DELETE, 0);

@@ -136,7 +136,7 @@ TEST(RepaintTest, AScrolledPictureIsAFreshPaintAtEveryOriginZoomAndStep) {
   constexpr float SCALES[] = {4, 2, 16, 0.5f, 1, 8};
   constexpr MapMode MODES[] = {MapMode::Normal, MapMode::OneMip, MapMode::Heights};
   std::size_t parts = 0, steps = 0;
-  for (unsigned round = 0; round < 36; ++round) {
+  for (unsigned round = 0; round < 64; ++round) {
     std::mt19937 random(round);
     const auto pick = [&](int least, int most) {
       return least + static_cast<int>(random() % static_cast<unsigned>(most - least + 1));
