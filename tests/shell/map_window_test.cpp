@@ -210,6 +210,7 @@ TEST_F(MapWindowTest, TheActiveViewIsTheFirstAndTheMouseActivatesAsAnOption) {
   const MapWindow& side = WindowOf(Orientation::Side);
   SendMessageA(side.Drawing(), WM_MOUSEMOVE, 0, MAKELPARAM(10, 10));
   EXPECT_EQ(GetFocus(), top->Drawing());
+  EXPECT_EQ(parts->windows.Views().Views().front(), top->View());
   parts->options.trackMouse = 1;
   SendMessageA(side.Drawing(), WM_MOUSEMOVE, 0, MAKELPARAM(10, 10));
   EXPECT_EQ(GetFocus(), top->Drawing()) << "it has not moved";
