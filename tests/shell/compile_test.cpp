@@ -228,17 +228,18 @@ TEST_F(CompileTest, AClickOnALineGoesToWhatItNames) {
   CompileWindow& window = Compile(COMPILE_QBSP);
   Finish(window);
   const HWND output = GetDlgItem(window.Handle(), ID_OVERVIEW_OUTPUT);
+  MapView& top = *WindowOf(Orientation::Top).View();
+  top.CentreOn({4000, 4000, 0});
   NMITEMACTIVATE click{};
   click.hdr = {output, ID_OVERVIEW_OUTPUT, static_cast<UINT>(NM_CLICK)};
   click.iItem = 1;
   SendMessageA(window.Handle(), WM_NOTIFY, ID_OVERVIEW_OUTPUT, reinterpret_cast<LPARAM>(&click));
   ASSERT_EQ(map.selection.size(), 1u);
   EXPECT_EQ(map.selection.front()->brush.getNumFaces(), 6);
+  EXPECT_NEAR(top.transform.ToScreenU(32), top.DrawingArea().width / 2, 2);
   click.iItem = 2;
   SendMessageA(window.Handle(), WM_NOTIFY, ID_OVERVIEW_OUTPUT, reinterpret_cast<LPARAM>(&click));
-  MapView& view = *WindowOf(Orientation::Top).View();
-  const PixelSize area = view.DrawingArea();
-  EXPECT_NEAR(view.transform.ToScreenU(64), area.width / 2, 2);
+  EXPECT_NEAR(top.transform.ToScreenU(64), top.DrawingArea().width / 2, 2);
 }
 
 TEST_F(CompileTest, MemoryIsReleasedTheWindowClosesItselfAndTheChoiceIsKept) {

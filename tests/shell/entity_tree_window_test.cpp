@@ -68,6 +68,18 @@ class EntityTreeWindowTest : public AppTest {
       if (message != 0) Post(list, message, held, MAKELPARAM(at.x, at.y));
     }
   }
+  bool IsMarked(int row) const {
+    RECT place;
+    ListView_GetItemRect(list, row, &place, LVIR_BOUNDS);
+    UpdateWindow(list);
+    const HDC dc = GetDC(list);
+    int marked = 0;
+    for (LONG x = place.left; x < place.right; ++x) {
+      if (GetPixel(dc, x, place.top + 2) == GetSysColor(COLOR_HIGHLIGHT)) ++marked;
+    }
+    ReleaseDC(list, dc);
+    return marked > (place.right - place.left) / 2;
+  }
   // As the system tells of it: the list sees the press, whoever captures the mouse the rest.
   void Drag(int from, int to) const {
     const POINT begin = At(from), end = At(to);
@@ -78,6 +90,7 @@ class EntityTreeWindowTest : public AppTest {
     POINT there = end;
     MapWindowPoints(list, window->Handle(), &there, 1);
     Post(window->Handle(), WM_MOUSEMOVE, MK_LBUTTON, MAKELPARAM(there.x, there.y));
+    EXPECT_TRUE(IsMarked(to)) << "it is chosen, or takes what is dragged";
     Post(window->Handle(), WM_LBUTTONUP, 0, MAKELPARAM(there.x, there.y));
   }
   void TypeFilter(const wchar_t* text) const {

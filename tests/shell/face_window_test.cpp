@@ -188,6 +188,7 @@ TEST_F(FaceWindowTest, ThePictureIsDraggedAndTheModeEnds) {
     const PickedFace clicked = map->pickedFaces.Faces().front();
     map->pickedFaces.Clear();
     const HeldKey alt(VK_MENU);
+    Post(camera->Handle(), WM_SYSKEYDOWN, VK_MENU, 1 << 29);
     ClickCamera();
     EXPECT_NE(std::as_const(clicked.Get()).Name(), "wall") << "painted with the current texture";
     PostMessageA(camera->Handle(), WM_SYSKEYUP, VK_MENU, 0);

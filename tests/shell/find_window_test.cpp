@@ -103,6 +103,18 @@ TEST_F(FindWindowTest, AllAreSelectedAndTheHiddenOnesToldAndShown) {
   HideSelection(*map);
   Type(ID_FIND_CLASS, "monster_*", 3);
   EXPECT_EQ(State(), "3 found, 1 hidden or disabled");
+  const auto colourOf = [&](std::size_t row) {
+    NMLVCUSTOMDRAW draw{};
+    draw.nmcd.hdr = {GetDlgItem(window->Handle(), ID_FIND_LIST), ID_FIND_LIST,
+                     static_cast<UINT>(NM_CUSTOMDRAW)};
+    draw.nmcd.dwDrawStage = CDDS_ITEMPREPAINT;
+    draw.nmcd.dwItemSpec = row;
+    SendMessageA(window->Handle(), WM_NOTIFY, ID_FIND_LIST, reinterpret_cast<LPARAM>(&draw));
+    return draw.clrText;
+  };
+  for (std::size_t row = 0; row < 3; ++row) {
+    EXPECT_EQ(colourOf(row) == GetSysColor(COLOR_GRAYTEXT), window->Found()[row] == &Object(3));
+  }
   Push(ID_FIND_ALL);
   EXPECT_EQ(map->selection, (std::vector<entity*>{&Object(1), &Object(4)}));
   const std::string before = ExtendedText(*map);

@@ -52,4 +52,10 @@ void ChooseRow(HWND list, int row) {
   ListView_EnsureVisible(list, row, FALSE);
 }
 
+void PaintAsTarget(NMLVCUSTOMDRAW& draw) {
+  draw.clrText = GetSysColor(COLOR_HIGHLIGHTTEXT);
+  draw.clrTextBk = GetSysColor(COLOR_HIGHLIGHT);
+  draw.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);  // whose colours would go before
+}
+
 }  // namespace ferrowand

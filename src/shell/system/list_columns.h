@@ -3,6 +3,8 @@
 
 #include "shell/system/win32.h"
 
+#include <commctrl.h>
+
 #include <span>
 #include <string>
 
@@ -19,5 +21,9 @@ int WidthFor(HWND list, const std::string& text);
 
 // Is chosen, and in sight. In a list where several can be, the others stay chosen.
 void ChooseRow(HWND list, int row);
+
+// The row that is about to be painted, as the one that takes what is dragged: a list that asks for
+// its rows keeps no such state of them.
+void PaintAsTarget(NMLVCUSTOMDRAW& draw);
 
 }  // namespace ferrowand

@@ -263,13 +263,10 @@ void EntityTreeList::OnItemChanged(const NMLISTVIEW& change) {
 
 void EntityTreeList::MarkTarget(const entity* e) {
   if (e == target_) return;
-  isMarking_ = true;
-  for (const auto& [object, state] :
-       {std::pair(std::exchange(target_, e), UINT{}), std::pair(e, UINT{LVIS_DROPHILITED})}) {
+  for (const entity* object : {std::exchange(target_, e), e}) {
     const auto row = object ? tree_.RowOf(*object) : std::nullopt;
-    if (row) ListView_SetItemState(list_, static_cast<int>(*row), state, LVIS_DROPHILITED);
+    if (row) ListView_RedrawItems(list_, static_cast<int>(*row), static_cast<int>(*row));
   }
-  isMarking_ = false;
 }
 
 // --- names
@@ -320,6 +317,7 @@ LRESULT EntityTreeList::OnCustomDraw(NMLVCUSTOMDRAW& draw) const {
   if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
   const entity* e = AtRow(static_cast<int>(draw.nmcd.dwItemSpec));
   if (e && IsOutOfReach(*e)) draw.clrText = GetSysColor(COLOR_GRAYTEXT);
+  if (e && e == target_) PaintAsTarget(draw);
   return CDRF_DODEFAULT;
 }
 

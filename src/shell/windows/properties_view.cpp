@@ -28,6 +28,12 @@ constexpr int WIDE = 560, BESIDE = 250;  // from that width on, what stands besi
 constexpr std::size_t LINKS_SHOWN = 500;
 constexpr std::size_t FULL_LINE = 60;  // letters
 
+// "light  how bright it is": a line of its own, however long the one before it is.
+bool IsListed(const std::string& text, std::size_t line) {
+  const std::size_t end = text.find_first_of(" \t\r\n", line);
+  return end != text.npos && (text[end] == '\t' || text.compare(end, 2, "  ") == 0);
+}
+
 // Paragraphs of comments are broken where their author's line was full: the window breaks them as
 // wide as it is.
 std::string WithOwnLineEnds(const std::string& text) {
@@ -43,7 +49,8 @@ std::string WithOwnLineEnds(const std::string& text) {
     }
     const std::size_t next = text.find_first_not_of('\r', i + 1);
     const bool goesOn =
-        next != text.npos && std::isalpha(static_cast<unsigned char>(text[next])) != 0;
+        next != text.npos && std::isalpha(static_cast<unsigned char>(text[next])) != 0 &&
+        !IsListed(text, next);
     out += length >= FULL_LINE && goesOn ? " " : "\r\n";
     length = 0;
   }

@@ -130,11 +130,7 @@ LRESULT WadManagerWindow::OnCustomDraw(NMLVCUSTOMDRAW& draw) const {
   if (draw.nmcd.dwDrawStage != CDDS_ITEMPREPAINT) return CDRF_DODEFAULT;
   const auto row = static_cast<std::size_t>(draw.nmcd.dwItemSpec);
   if (row < rows_.size() && rows_[row].IsMissing()) draw.clrText = RGB(192, 0, 0);
-  if (marked_ && WadOf(draw.nmcd.dwItemSpec) == marked_) {
-    draw.clrText = GetSysColor(COLOR_HIGHLIGHTTEXT);
-    draw.clrTextBk = GetSysColor(COLOR_HIGHLIGHT);
-    draw.nmcd.uItemState &= ~static_cast<UINT>(CDIS_SELECTED);  // whose colours would go before
-  }
+  if (marked_ && WadOf(draw.nmcd.dwItemSpec) == marked_) PaintAsTarget(draw);
   return CDRF_DODEFAULT;
 }
 
