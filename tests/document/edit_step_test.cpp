@@ -3,6 +3,7 @@
 #include "document/action.h"
 #include "document/classes/class_set.h"
 #include "document/document_fixture.h"
+#include "support/change_recorder.h"
 #include "support/document_checks.h"
 
 namespace ferrowand {
@@ -54,6 +55,36 @@ TEST_F(EditStepTest, CancelTakesBackWhatPointsIntoTheMapToo) {
   EXPECT_EQ(map.selection, (std::vector<entity*>{&member, &group}));
   EXPECT_EQ(map.leadingGroup(), &group);
   EXPECT_EQ(map.currentLayer(), layer);
+}
+
+TEST_F(EditStepTest, AnAnnouncementNamesWhatCameWentMovedAndChangedBackAndForth) {
+  entity &first = Add(map), &second = Add(map), &gone = Add(map);
+  using Objects = std::vector<const entity*>;
+  const ChangeRecorder told(map);
+  const auto expect = [&](const Objects& came, const Objects& went) {
+    ASSERT_FALSE(told.changes.empty());
+    const MapChange& change = told.changes.back();
+    EXPECT_EQ(change.came, came);
+    EXPECT_EQ(change.went, went);
+    EXPECT_EQ(change.moved, Objects{&second});
+    EXPECT_EQ(change.changed, Objects{&first});
+  };
+  const entity* made = nullptr;
+  {
+    EditStep step(map);
+    step.ChangeKeys(first);
+    first.SetKey("changed", "yes");
+    step.Move(second, first);
+    step.Remove(gone);
+    made = &step.Add(Make(), map);
+    entity& passing = step.Add(Make(), map);
+    step.Remove(passing);
+  }
+  expect({made}, {&gone});
+  map.undo.Undo();
+  expect({&gone}, {made});
+  map.undo.Redo();
+  expect({made}, {&gone});
 }
 
 // The step before must find what it left, whatever later steps did to what holds it.
