@@ -1,21 +1,11 @@
 #include "shell/system/hidden_picture.h"
 
-#include <cstdlib>
-
 namespace ferrowand {
-namespace {
 
-constexpr int FIRST_WINE_WITH_CHILDREN = 9;
-
-}  // namespace
-
-// Earlier versions of Wine do not.
+// Some versions of Wine leave such a window blank, the others keep what is drawn from GDI, which
+// paints the windows beside it.
 bool DrawsIntoChildren() {
-  using GetVersion = const char*(CDECL*)();
-  const HMODULE system = GetModuleHandleA("ntdll.dll");
-  const auto getVersion = reinterpret_cast<GetVersion>(
-      reinterpret_cast<void*>(GetProcAddress(system, "wine_get_version")));
-  return !getVersion || std::atoi(getVersion()) >= FIRST_WINE_WITH_CHILDREN;
+  return !GetProcAddress(GetModuleHandleA("ntdll.dll"), "wine_get_version");
 }
 
 HWND MakeHiddenWindow() {
