@@ -48,9 +48,9 @@ std::string WithOwnLineEnds(const std::string& text) {
       continue;
     }
     const std::size_t next = text.find_first_not_of('\r', i + 1);
-    const bool goesOn =
-        next != text.npos && std::isalpha(static_cast<unsigned char>(text[next])) != 0 &&
-        !IsListed(text, next);
+    const bool goesOn = next != text.npos &&
+                        std::isalpha(static_cast<unsigned char>(text[next])) != 0 &&
+                        !IsListed(text, next);
     out += length >= FULL_LINE && goesOn ? " " : "\r\n";
     length = 0;
   }
