@@ -44,8 +44,8 @@ install_wine32() {
     added=1
   fi
   as_root apt-get update
-  if apt-get install -s --no-install-recommends --no-remove wine32:i386 >/dev/null 2>&1; then
-    install_packages wine32:i386
+  if apt-get install -s --no-install-recommends --no-remove "${WINE32[@]}" >/dev/null 2>&1; then
+    install_packages "${WINE32[@]}"
     return
   fi
   [ -z "$added" ] || { as_root dpkg --remove-architecture i386 && as_root apt-get update; }
@@ -53,7 +53,8 @@ install_wine32() {
   touch build/no-wine32
   echo "not to be had here"
 }
-have_wine32() { has_package wine32:i386; }
+WINE32=(wine32:i386 libgl1:i386 libgl1-mesa-dri:i386)  # cameras want their OpenGL
+have_wine32() { has_package wine32:i386 && has_package libgl1:i386; }
 
 # Formatters and checkers change their minds from version to version: the code is held against one.
 is_held() {
