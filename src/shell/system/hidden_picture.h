@@ -1,5 +1,5 @@
 // Pictures that are drawn on a hidden window, for systems that leave a child window blank when
-// OpenGL or Direct3D draws into it.
+// OpenGL or Direct3D draws into it, or keep GDI from what is drawn there.
 #pragma once
 
 #include "shell/system/win32.h"

@@ -9,6 +9,7 @@
 #include "base/report.h"
 #include "document/action.h"
 #include "document/map.h"
+#include "operations/entity_search.h"
 #include "operations/face_texture.h"
 #include "operations/texture_search.h"
 #include "shell/dialogs/dialogs.h"
@@ -44,11 +45,8 @@ void TextureBrowser::SelectUsers(std::size_t item) {
   const bool asFaces = context_.commands.IsChecked(Id(Command::FaceEdit));
   SelectFound(map_, found, asFaces ? FoundAs::Faces : FoundAs::Brushes);
   const std::size_t count = asFaces ? map_.pickedFaces.size() : map_.selection.size();
-  std::string text = Format("%u selected", static_cast<unsigned>(count));
-  if (found.unreached > 0) {
-    text += Format("; %u faces are hidden or disabled", static_cast<unsigned>(found.unreached));
-  }
-  map_.ShowStatus(text);
+  map_.ShowStatus(Format("%u selected", static_cast<unsigned>(count)) +
+                  UnreachedInWords(found.unreached));
 }
 
 void TextureBrowser::ShowPopup(POINT screen) {

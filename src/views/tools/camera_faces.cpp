@@ -104,8 +104,11 @@ void CameraFaces::Paint() {
     texture = from.WrittenName();
     if (!onlyTexture_) placement = PlacementOf(from);
   }
-  if (texture.empty()) texture = host_.CurrentTexture(*map_);
-  host_.NoteTexture(texture);
+  if (texture.empty()) {
+    texture = host_.CurrentTexture(*map_);
+  } else {
+    host_.NoteTexture(texture);
+  }
   const ActionScope action(map_->Data(), "Paint");
   EditStep step(*map_);
   GiveLook(step, way_.front(), texture, placement);
