@@ -27,14 +27,16 @@ probe() {
   fail "the program does not answer"
 }
 
-# until COMMAND...: asks for what is shown until the command is content, for 20 seconds at most.
-until_() {
-  local deadline=$((SECONDS + 20))
+# within SECONDS COMMAND...: asks for what is shown until the command is content.
+within() {
+  local deadline=$((SECONDS + $1))
+  shift
   while probe; ! "$@"; do
-    [ $SECONDS -lt $deadline ] || fail "never came: $*"
+    [ $SECONDS -lt $deadline ] || return 1
     sleep 0.02
   done
 }
+until_() { within 20 "$@" || fail "never came: $*"; }
 has_window() { printf '%s\n' "${shown[@]}" | grep -q '^window'; }
 has_frame() { [ ${#shown[@]} -gt 0 ] && [ "${shown[0]}" = frame ]; }
 tells() { printf '%s\n' "${shown[@]}" | grep -qF "$1"; }
@@ -80,8 +82,18 @@ enter_view() {
   has_place || fail "no place in view $view"
 }
 
-# The status bar tells where in the world the cursor is: one look shows where to go from there.
+# The status bar tells where in the world the cursor is: one look shows where to go from there. It
+# may tell of a moment ago, when the view was another: who does not arrive looks again.
 move_to() {
+  local tries
+  for tries in 1 2 3 4 5; do
+    go_to "$1" "$2"
+    within 2 is_at "$1" "$2" && return
+  done
+  fail "never came: is_at $1 $2"
+}
+
+go_to() {
   local x y
   probe
   find_view || fail "no view $view"
@@ -92,7 +104,6 @@ move_to() {
     x=$(((left + right) / 2)) y=$(((top + bottom) / 2))
   fi
   mouse_to $((x + ($1 - u) * percent / 100)) $((y - ($2 - v) * percent / 100))
-  until_ is_at "$1" "$2"
 }
 
 drag() {
