@@ -33,9 +33,9 @@ told() {
 }
 counts() { printf '\n%d passed, %d failed\n' "$passed" "$failed"; }
 
+begin_behind "Static checks" scripts/tidy.sh
 step "Build native, with sanitizers" build native
 step "Native tests" run_tests build/native ./ferrowand_tests
-step "Static checks" scripts/tidy.sh
 
 step "Build release, with benchmarks" build release ferrowand-cli ferrowand_bench
 programs=(ferrowand ferrowand-cli)
@@ -85,6 +85,7 @@ step "The same map from every build" scripts/same_bytes.sh
 
 step "Build fuzz targets" build fuzz
 step "Fuzz for some seconds each" scripts/fuzz.sh 4
+end_behind
 
 say "All tests passed in $((SECONDS / 60)) min $((SECONDS % 60)) s"
 counts

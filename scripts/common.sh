@@ -12,6 +12,33 @@ step() {
   printf -- '-- %d s\n' $((SECONDS - began))
 }
 
+# begin_behind NAME COMMAND...: a step that goes on behind those that follow, which have the machine
+# first: many of them keep one core busy only. end_behind waits for it; where it fails, so does the
+# script.
+begin_behind() {
+  behind_name=$1 behind_began=$SECONDS
+  shift
+  say "$behind_name: begun, it goes on behind what follows"
+  mkdir -p build
+  setsid nice -n 19 "$@" >build/behind.log 2>&1 &
+  behind_job=$!
+  trap leave EXIT
+}
+end_behind() {
+  say "$behind_name"
+  wait "$behind_job"
+  local result=$?
+  behind_job=
+  cat build/behind.log
+  [ "$result" = 0 ] || { printf '\nFAILED: %s\n' "$behind_name" >&2; exit 1; }
+  printf -- '-- %d s since it began\n' $((SECONDS - behind_began))
+}
+
+leave() {
+  [ -n "${behind_job:-}" ] && kill -- -"$behind_job" 2>/dev/null
+  stop_display
+}
+
 as_root() {
   if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi
 }
@@ -116,7 +143,7 @@ start_display() {
   local number
   exec {number_pipe}< <(exec Xvfb -displayfd 1 -screen 0 "${1}x24" -nolisten tcp 2>/dev/null)
   DISPLAY_SERVER=$!
-  trap 'stop_display' EXIT
+  trap leave EXIT
   read -r -t 30 number <&"$number_pipe" && export DISPLAY=":$number"
 }
 
