@@ -109,8 +109,9 @@ void Insert(const EditContext& in, unsigned) {
   // Of a class that is both the selection decides.
   const bool takesBrushes = chosen->isMadeOfBrushes && !map.selection.empty();
   const bool isPoint = chosen->StandsAtPoint() && !takesBrushes;
-  Conclude(map, isPoint ? InsertEntity(map, *chosen, place.For(chosen->SizeBox()))
-                        : GroupSelectionAs(map, *chosen));
+  const EditResult result = isPoint ? InsertEntity(map, *chosen, place.For(chosen->SizeBox()))
+                                    : GroupSelectionAs(map, *chosen);
+  if (Conclude(map, result)) in.options.AddRecentClass(chosen->classname);
 }
 
 constexpr CommandHandler<EditContext> HANDLERS[] = {

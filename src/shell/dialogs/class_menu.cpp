@@ -58,13 +58,11 @@ void AppendRecent(HMENU menu, const ClassSet& classes, const Options& options) {
 }  // namespace
 
 const EntityClass* AskClass(Dialogs& dialogs, HWND owner, const ClassSet& classes,
-                            Options& options) {
+                            const Options& options) {
   const OwnedMenu menu(CreatePopupMenu());
   AppendRecent(menu.get(), classes, options);
   AppendClasses(menu.get(), classes.Menu(), false);
-  const EntityClass* chosen = classes.ClassOfMenuId(dialogs.TrackAtCursor(owner, menu.get()));
-  if (chosen) options.AddRecentClass(chosen->classname);
-  return chosen;
+  return classes.ClassOfMenuId(dialogs.TrackAtCursor(owner, menu.get()));
 }
 
 }  // namespace ferrowand

@@ -10,9 +10,9 @@ class Dialogs;
 class EntityClass;
 struct Options;
 
-// Null when the user thinks better of it. Those that were chosen last, in whatever map, stand in
-// front, and the one chosen now joins them.
+// Null when the user thinks better of it. Those that something was made of last, in whatever map,
+// stand in front.
 const EntityClass* AskClass(Dialogs& dialogs, HWND owner, const ClassSet& classes,
-                            Options& options);
+                            const Options& options);
 
 }  // namespace ferrowand

@@ -395,16 +395,19 @@ void PropertiesWindow::LayOutKeys(const RECT& area) const {
   place(ID_PROPERTIES_CHOOSE, area.left + 2 * (button + gap), button);
 }
 
-int PropertiesWindow::FlagsHeight(int width) const {
-  if (flags_.empty()) return 0;
+PropertiesWindow::FlagTable PropertiesWindow::FlagsIn(int width) const {
+  const int count = static_cast<int>(flags_.size());
   const int columns = std::max(width / Scaled(FLAG_WIDTH), 1);
-  const int rows = (static_cast<int>(flags_.size()) + columns - 1) / columns;
-  return rows * Scaled(FLAG_HEIGHT) + Scaled(GAP);
+  return {(count + columns - 1) / columns, width / columns};
+}
+
+int PropertiesWindow::FlagsHeight(int width) const {
+  return flags_.empty() ? 0 : FlagsIn(width).rows * Scaled(FLAG_HEIGHT) + Scaled(GAP);
 }
 
 void PropertiesWindow::LayOutFlags(int left, int top, int width) const {
-  const int columns = std::max(width / Scaled(FLAG_WIDTH), 1), each = width / columns;
-  const int count = static_cast<int>(flags_.size()), rows = (count + columns - 1) / columns;
+  const auto [rows, each] = FlagsIn(width);
+  const int count = static_cast<int>(flags_.size());
   for (int i = 0; i < count; ++i) {
     const int id = ID_PROPERTIES_FLAG + flags_[static_cast<std::size_t>(i)].bit;
     MoveWindow(Control(id), left + i / rows * each, top + i % rows * Scaled(FLAG_HEIGHT), each,

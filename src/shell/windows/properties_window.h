@@ -91,6 +91,11 @@ class PropertiesWindow : public SideWindow, public MapObserver, private KeyGridH
   void Layout() const;
   void LayOutHead(int left, int top, int width) const;
   void LayOutKeys(const RECT& area) const;
+  // Column by column; `each` column is so wide.
+  struct FlagTable {
+    int rows, each;
+  };
+  FlagTable FlagsIn(int width) const;
   int FlagsHeight(int width) const;
   void LayOutFlags(int left, int top, int width) const;
   void LayOutBeside(RECT area) const;
