@@ -37,6 +37,7 @@ class ScriptedDialogs : public Dialogs {
  public:
   std::optional<std::string> ChooseFile(const FileChoice& choice) override {
     asked.push_back(choice);
+    if (choose) return choose(choice);
     if (files.empty()) return std::nullopt;
     const std::string file = files.front();
     files.pop_front();
@@ -57,6 +58,7 @@ class ScriptedDialogs : public Dialogs {
     SendMessageA(owner, WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu), 0);
     tracked.clear();
     order.clear();
+    offered.clear();
     Track(menu);
     for (int i = 0; i < GetMenuItemCount(menu); ++i) order.push_back(GetMenuItemID(menu, i));
     if (commands.empty()) return 0;
@@ -93,9 +95,11 @@ class ScriptedDialogs : public Dialogs {
   std::deque<FormValues> answers;
   std::map<unsigned, UINT> tracked;  // the states of the items of the last popup and of those in it
   std::vector<unsigned> order;       // its items, 0 for a separator
+  std::vector<std::pair<unsigned, std::string>> offered;  // of all, those that can be chosen
   std::vector<FileChoice> asked;
   std::vector<Form> forms;
-  std::function<FormValues(const Form&)> fill;  // goes before the answers
+  std::function<FormValues(const Form&)> fill;                          // goes before the answers
+  std::function<std::optional<std::string>(const FileChoice&)> choose;  // before the files
   std::function<bool(const OptionsToEdit&)> options;
   int abouts = 0;
 
@@ -106,7 +110,12 @@ class ScriptedDialogs : public Dialogs {
       if (const HMENU within = GetSubMenu(menu, i)) {
         Track(within);
       } else {
-        tracked[GetMenuItemID(menu, i)] = state;
+        const unsigned id = GetMenuItemID(menu, i);
+        tracked[id] = state;
+        if ((state & (MF_GRAYED | MF_SEPARATOR)) != 0) continue;
+        wchar_t text[200] = L"";
+        GetMenuStringW(menu, static_cast<UINT>(i), text, 200, MF_BYPOSITION);
+        offered.emplace_back(id, FromWide(text) + (state & MF_CHECKED ? " (ticked)" : ""));
       }
     }
   }

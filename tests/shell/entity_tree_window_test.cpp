@@ -216,6 +216,7 @@ TEST_F(EntityTreeWindowTest, EveryChangeIsOneStep) {
     EXPECT_EQ(Shown(), shown) << row.row;
     EXPECT_FALSE(map->undo.CanUndo());
   }
+  EXPECT_EQ(ListView_EditLabel(list, 1), nullptr) << "a second click renames nothing";
   Click(2);
   Drag(2, 2);
   const POINT at = At(3);

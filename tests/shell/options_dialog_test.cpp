@@ -298,7 +298,13 @@ TEST_F(OptionsDialogTest, EntitiesAreBoundReboundAndUnboundAndInsertedByTheirKey
     PushAndChoose(ID_BIND, VK_F5);
     PushAndChoose(ID_BIND, VK_F6);
     EXPECT_EQ(line(0) + line(1) + line(2), "light (F5)light (F6)");
-    PushAndChoose(ID_REBIND, VK_F7);
+    PushAndChoose(ID_REBIND, VK_F9);
+    {
+      const Visitor visitor([](HWND dialog) {
+        SendMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(ID_KEY_CHOICE + VK_F7), 0);
+      });
+      SendMessageA(PageShown(), WM_COMMAND, MAKEWPARAM(ID_BOUND_LIST, LBN_DBLCLK), 0);
+    }
     SendMessageA(Control(ID_BOUND_LIST), LB_SETCURSEL, 0, 0);
     Push(ID_UNBIND);
     Close(IDOK);
