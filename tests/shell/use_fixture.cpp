@@ -61,7 +61,8 @@ void UseTest::OpenMap(std::vector<std::size_t> selected) {
   text.insert(text.find('\n') + 1, "\"wad\" \"some.wad;other.wad\"\n");
   Open(text + LAMP + "{\n\"classname\" \"func_door\"\n\"targetname\" \"t1\"\n\"angle\" \"90\"\n" +
        Cuboid(0, 128, 0, 64, 192, 64) + "}\n");
-  SetWindowPos(parts->frame.Handle(), nullptr, 0, 0, 800, 640, SWP_NOMOVE | SWP_NOZORDER);
+  SetWindowPos(parts->frame.Handle(), nullptr, 0, 0, 800, 640, SWP_NOZORDER);
+  SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);  // beside it
   for (const Orientation orientation : {Orientation::Front, Orientation::Side}) {
     SendMessageA(WindowOf(orientation).Handle(), WM_CLOSE, 0, 0);
   }

@@ -11,6 +11,7 @@
 
 #include "base/report.h"
 #include "shell/dialog_visitor.h"
+#include "shell/resources/resource.h"
 #include "views/map_view.h"
 
 namespace ferrowand {
@@ -133,6 +134,8 @@ void WindowTeller::TellChildren(HWND parent, std::size_t depth) {
   for (const HWND child : ShownChildren(parent)) {
     const std::string kind = ClassOf(child);
     if (kind == "ScrollBar" || kind == TOOLTIPS_CLASSA) continue;
+    // They follow the mouse of the machine too.
+    if (GetDlgCtrlID(child) == ID_COORDINATES_TEXT && kind == "Static") continue;
     std::string text = kind + " " + std::to_string(GetDlgCtrlID(child));
     if (const std::string shown = TextOf(child); !shown.empty()) text += " [" + shown + "]";
     if (!IsWindowEnabled(child)) text += " grey";
