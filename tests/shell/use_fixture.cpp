@@ -104,6 +104,7 @@ void UseTest::PutBack() {
   map->SetCurrentLayer(FirstLayer());
   std::vector<entity*> selected;
   for (const std::size_t index : selected_) selected.push_back(Object(index));
+  map->pickedFaces.Clear();
   map->selection.Set(selected);
   Restore();
   map->selection.Set(selected);
@@ -152,6 +153,11 @@ UseTest::Items UseTest::ActOnce(const std::string& name, const std::function<voi
       objects += classname ? std::string(" ") + classname : " brush";
     }
     came.push_back("selected:" + objects);
+  }
+  if (!map->pickedFaces.empty()) {
+    std::string faces;
+    for (const PickedFace& face : map->pickedFaces) faces += Format(" %i", face.face);
+    came.push_back("picked:" + faces);
   }
   for (const std::string& told : Told()) came.push_back(told);
   Items items = dialogs.offered;
