@@ -95,6 +95,18 @@ TEST_F(SafeFile, AWriteThatFailsHalfwayKeepsTheOldFile) {
   EXPECT_EQ(FilesInFolder(), 1u);
 }
 
+TEST_F(SafeFile, WhoReadsLetsTheFileGo) {
+  const std::string path = dir.Write("map", "text");
+  rlimit old;
+  getrlimit(RLIMIT_NOFILE, &old);
+  const rlimit few{100, old.rlim_max};
+  setrlimit(RLIMIT_NOFILE, &few);
+  int read = 0;
+  while (read < 200 && FileBytes(path) == "text") ++read;
+  setrlimit(RLIMIT_NOFILE, &old);
+  EXPECT_EQ(read, 200);
+}
+
 TEST_F(SafeFile, ReplacingKeepsPermissionsAndGoesThroughALink) {
   namespace fs = std::filesystem;
   const std::string path = dir.Write("real/map", "old");

@@ -62,7 +62,11 @@ TEST_F(FarWorldTest, WhatLeavesTheWorldIsToldOnceAndKeptAsItWas) {
     EXPECT_NE(text.find(points, first + 1), std::string::npos);
     EXPECT_EQ(std::ranges::count(text, '('), 6 * near.getNumFaces());
     EXPECT_EQ(QuakeText(*ReadText(text)), text);
-    EXPECT_TRUE(BrushOf(*map).Copy().HasText());
+    EXPECT_NE(ExtendedText(*map).find("\t\t" + points), std::string::npos) << "as all others";
+    Brush copy = BrushOf(*map).Copy();
+    EXPECT_TRUE(copy.HasText());
+    copy.Clear();
+    EXPECT_FALSE(copy.HasText());
   }
 }
 
