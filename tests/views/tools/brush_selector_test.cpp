@@ -70,6 +70,20 @@ TEST_F(BrushSelectorTest, ADragOfTheBoxMovesScalesTurnsAndSkewsAndUndoGivesItBac
   }
 }
 
+TEST_F(BrushSelectorTest, AClickBetweenTheSelectedOnesKeepsThemAndOneBesideDoesNot) {
+  entity& other = small.AddCuboid({128, 0, 0}, {192, 128, 32});
+  const Cases<int, int, std::size_t> clicks{
+      {96, 64, 2}, {96, -60, 0}, {96, 188, 0}, {-60, 64, 0}, {252, 64, 0}};
+  for (const Vec3& middle : {Vec3(-300, -300, 0), Vec3(400, -300, 0), Vec3(400, 400, 0)}) {
+    view.CentreOn(middle);
+    for (const auto& [u, v, left] : clicks) {
+      map.selection.Set({&cube, &other});
+      Click(u, v);
+      EXPECT_EQ(map.selection.size(), left) << middle.x << ": " << u << " " << v;
+    }
+  }
+}
+
 TEST_F(BrushSelectorTest, ClicksOnTheSelectionGoThroughTheHandles) {
   Drag(32, 32, 96, 32);  // a click after a drag is one
   Drag(96, 32, 32, 32);
