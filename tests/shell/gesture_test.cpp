@@ -166,6 +166,7 @@ class CameraGestureTest : public GestureTest {
     app->Pump();
     camera_ = AnyCamera();
     ASSERT_NE(camera_, nullptr);
+    Fit(*camera_, camera_->Handle());
     PutBack();
   }
   void Restore() override {
@@ -226,7 +227,9 @@ class CommandUseTest : public UseTest,
     }
     for (const HWND window : more) SendMessageA(window, WM_CLOSE, 0, 0);
     if (!IsTicked(Command::ModeBrush)) Give(Command::ModeBrush);
-    Activate(WindowOf(Orientation::Top));
+    const MapWindow& top = WindowOf(Orientation::Top);
+    Activate(top);
+    Fit(top, top.Drawing());
   }
 
  private:

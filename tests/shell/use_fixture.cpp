@@ -66,6 +66,8 @@ void UseTest::OpenMap(std::vector<std::size_t> selected) {
   for (const Orientation orientation : {Orientation::Front, Orientation::Side}) {
     SendMessageA(WindowOf(orientation).Handle(), WM_CLOSE, 0, 0);
   }
+  const MapWindow& top = WindowOf(Orientation::Top);
+  Fit(top, top.Drawing());
   InsertLayer(*map, "attic");
   map->undo.Clear();
   options_ = parts->options;
@@ -184,6 +186,16 @@ std::vector<std::string> UseTest::Told() {
     told.push_back(Format("offers %i: ", static_cast<int>(dialogs.offered.size())) + items);
   }
   return told;
+}
+
+void UseTest::Fit(const ChildWindow& window, HWND drawing) {
+  RECT area, whole;
+  GetClientRect(drawing, &area);
+  GetWindowRect(window.Handle(), &whole);
+  const int width = whole.right - whole.left + TOLD_WIDTH - area.right;
+  const int height = whole.bottom - whole.top + TOLD_HEIGHT - area.bottom;
+  SetWindowPos(window.Handle(), nullptr, 0, 0, width, height,
+               SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void UseTest::Write(const char* text) {

@@ -23,6 +23,9 @@ class UseTest : public ShownTest {
   void ForgetOptions();
   // Whatever else is to be as it was before each act.
   virtual void Restore() {}
+  // The drawing area in it gets the size at which it is told where it looks: captions and borders
+  // are another system's own.
+  static void Fit(const ChildWindow& window, HWND drawing);
   // Letters into what has the keys.
   void Write(const char* text);
   void SendMouse(HWND to, UINT message, WPARAM held, POINT at);

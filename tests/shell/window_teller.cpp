@@ -195,6 +195,7 @@ void WindowTeller::TellPictures() {
     window_ = KindOfWindow(TextOf(window->Handle()));
     if (const MapView* view = window->View()) {
       const PixelSize area = view->DrawingArea();
+      if (area.width != TOLD_WIDTH || area.height != TOLD_HEIGHT) continue;
       Tell(1, Format("looks at %i %i", view->transform.ToWorldU(area.width / 2),
                      view->transform.ToWorldV(area.height / 2)));
     } else if (const Camera* camera = window->GetCamera()) {

@@ -12,6 +12,9 @@
 
 namespace ferrowand {
 
+// Pixels, of the drawing areas of which it is told where they look.
+inline constexpr int TOLD_WIDTH = 480, TOLD_HEIGHT = 360;
+
 class WindowTeller {
  public:
   // What is another each time, and what is told for it.
