@@ -66,8 +66,9 @@ void UseTest::OpenMap(std::vector<std::size_t> selected) {
   for (const Orientation orientation : {Orientation::Front, Orientation::Side}) {
     SendMessageA(WindowOf(orientation).Handle(), WM_CLOSE, 0, 0);
   }
-  const MapWindow& top = WindowOf(Orientation::Top);
+  MapWindow& top = WindowOf(Orientation::Top);
   Fit(top, top.Drawing());
+  top.View()->CentreOn({80, 80, 0});
   InsertLayer(*map, "attic");
   map->undo.Clear();
   options_ = parts->options;

@@ -184,7 +184,9 @@ class ControlUseTest : public UseTest, public testing::WithParamInterface<UsedWi
       Write("typed");
       Type(GetFocus(), VK_RETURN);
     });
+    wait = std::max(GetParam().wait, TYPING);
     Act("'l'", [&] { Post(Control(), WM_CHAR, 'l', 1); });
+    wait = GetParam().wait;
   }
   POINT PointAt(int index) const {
     RECT place;
@@ -203,8 +205,13 @@ class ControlUseTest : public UseTest, public testing::WithParamInterface<UsedWi
     PostMessageW(Control(), down, MK_LBUTTON | held, MAKELPARAM(at.x, at.y));
     SendMouse(Control(), WM_LBUTTONUP, held, at);
   }
+  bool HasRow(int index) const {
+    if (at_.kind == WC_LISTVIEWA) return index < ListView_GetItemCount(Control());
+    return at_.kind != "ListBox" || index < SendMessageA(Control(), LB_GETCOUNT, 0, 0);
+  }
   void UseMouse() {
-    for (const int index : {0, 2}) {
+    for (const int index : {0, 1, 2}) {
+      if (!HasRow(index)) break;
       const std::string name = Format("%i: ", index + 1);
       Act(name + "Click", [&] { Press(index, WM_LBUTTONDOWN); });
       Act(name + "Ctrl+click", [&] {
