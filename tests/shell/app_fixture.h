@@ -19,6 +19,7 @@
 #include "platform/settings_store.h"
 #include "shell/app/app.h"
 #include "shell/app/app_parts.h"
+#include "shell/dialog_visitor.h"
 #include "shell/dialogs/dialogs.h"
 #include "shell/dialogs/options_dialog.h"
 #include "shell/system/clipboard.h"
@@ -297,17 +298,6 @@ class AppTest : public testing::Test {
   static std::string TextOf(const ChildWindow& window, int control) {
     return TextOf(GetDlgItem(window.Handle(), control));
   }
-  // Of a list, as the system has it.
-  static std::string CellOf(HWND list, int row, int column) {
-    wchar_t text[300] = L"";
-    LVITEMW item{};
-    item.iSubItem = column;
-    item.pszText = text;
-    item.cchTextMax = 300;
-    SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-    return FromWide(item.pszText);
-  }
-
   TempDir dir;
   MessageRecorder sink;
   ScriptedDialogs dialogs;

@@ -33,6 +33,17 @@ inline std::vector<HWND> ShownChildren(HWND parent) {
   return shown;
 }
 
+// Of a list, as the system has it.
+inline std::string CellOf(HWND list, int row, int column) {
+  wchar_t text[300] = L"";
+  LVITEMW item{};
+  item.iSubItem = column;
+  item.pszText = text;
+  item.cchTextMax = 300;
+  SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+  return FromWide(item.pszText);
+}
+
 inline LONG TextWidth(HWND window) {
   const HDC dc = GetDC(window);
   const auto font = reinterpret_cast<HGDIOBJ>(SendMessageA(window, WM_GETFONT, 0, 0));

@@ -23,16 +23,6 @@ std::string TextOf(HWND window) {
   return FromWide(WindowText(window));
 }
 
-std::string CellOf(HWND list, int row, int column) {
-  wchar_t text[300] = L"";
-  LVITEMW item{};
-  item.iSubItem = column;
-  item.pszText = text;
-  item.cchTextMax = 300;
-  SendMessageW(list, LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-  return FromWide(item.pszText);
-}
-
 }  // namespace
 
 std::string KindOfWindow(const std::string& title) {
